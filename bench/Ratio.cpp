@@ -1,0 +1,95 @@
+#include "bench/Ratio.h"
+
+#include <algorithm>
+#include <cstdio>
+#include <map>
+#include <vector>
+
+namespace ratio {
+namespace {
+
+struct PairRecord {
+  std::string name;
+  double target;
+};
+
+std::vector<PairRecord>& Pairs() {
+  static std::vector<PairRecord> pairs;
+  return pairs;
+}
+
+double Median(std::vector<double> values) {
+  if (values.empty()) return 0;
+  std::sort(values.begin(), values.end());
+  return values[values.size() / 2];
+}
+
+// Keeps the CPU time of every repetition under its benchmark's name and prints nothing itself.
+class TimeCollector : public benchmark::BenchmarkReporter {
+ public:
+  bool ReportContext(const Context&) override { return true; }
+
+  void ReportRuns(const std::vector<Run>& runs) override {
+    for (const Run& run : runs) {
+      if (run.run_type != Run::RT_Iteration) continue;
+      if (run.error_occurred) {
+        std::fprintf(stderr, "%s: %s\n", run.benchmark_name().c_str(), run.error_message.c_str());
+        failed_ = true;
+        continue;
+      }
+      times_[run.run_name.function_name].push_back(run.GetAdjustedCPUTime());
+    }
+  }
+
+  bool PrintTable() const {
+    std::printf("%-52s %14s %14s %8s %8s\n", "pair", "kit (ns)", "reference (ns)", "ratio", "target");
+    for (const PairRecord& pair : Pairs()) {
+      const double kit = TimeOf(pair.name + "|kit");
+      const double reference = TimeOf(pair.name + "|reference");
+      if (kit <= 0 || reference <= 0) continue;  // left out by a filter
+      const double value = kit / reference;
+      std::printf("%-52s %14.0f %14.0f %8.3f ", pair.name.c_str(), kit, reference, value);
+      if (pair.target > 0) {
+        std::printf("%8.2f%s\n", pair.target, value > pair.target ? "  MISSED" : "");
+      } else {
+        std::printf("%8s\n", "-");
+      }
+    }
+    return !failed_;
+  }
+
+ private:
+  double TimeOf(const std::string& name) const {
+    const auto found = times_.find(name);
+    return found == times_.end() ? 0 : Median(found->second);
+  }
+
+  std::map<std::string, std::vector<double>> times_;
+  bool failed_ = false;
+};
+
+}  // namespace
+
+bool Pair(const std::string& name, double target, Body kit, Body reference) {
+  Pairs().push_back({name, target});
+  for (auto* registered : {benchmark::RegisterBenchmark((name + "|kit").c_str(), kit),
+                           benchmark::RegisterBenchmark((name + "|reference").c_str(), reference)}) {
+    registered->Repetitions(5)->MinTime(0.05)->Unit(benchmark::kNanosecond);
+  }
+  return true;
+}
+
+}  // namespace ratio
+
+int main(int argc, char** argv) {
+  // Interleaved repetitions let a change of the machine's speed touch both sides of a pair alike.
+  std::vector<char*> arguments(argv, argv + argc);
+  std::string interleave = "--benchmark_enable_random_interleaving=true";
+  arguments.push_back(interleave.data());
+  int count = static_cast<int>(arguments.size());
+  benchmark::Initialize(&count, arguments.data());
+  if (benchmark::ReportUnrecognizedArguments(count, arguments.data())) return 2;
+  ratio::TimeCollector collector;
+  benchmark::RunSpecifiedBenchmarks(&collector);
+  return collector.PrintTable() ? 0 : 1;
+}

@@ -1,0 +1,24 @@
+# Compiler settings that every target of the project shares.
+find_package(PkgConfig REQUIRED)
+find_package(Threads REQUIRED)
+
+add_library(ak_settings INTERFACE)
+target_include_directories(ak_settings INTERFACE ${PROJECT_SOURCE_DIR} ${PROJECT_SOURCE_DIR}/platform/include)
+target_compile_options(ak_settings INTERFACE -Wall -Wextra -Wpedantic -Wshadow -Wnon-virtual-dtor -Woverloaded-virtual)
+target_link_libraries(ak_settings INTERFACE Threads::Threads)
+
+# A unique symbol pins the library that defines it for the life of the process; a bundle has to unload.
+if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
+  target_compile_options(ak_settings INTERFACE -fno-gnu-unique)
+endif()
+if(AK_WERROR)
+  target_compile_options(ak_settings INTERFACE -Werror)
+endif()
+if(AK_SANITIZE)
+  target_compile_options(ak_settings INTERFACE -fsanitize=${AK_SANITIZE} -fno-omit-frame-pointer
+                                               -fno-sanitize-recover=all)
+  target_link_options(ak_settings INTERFACE -fsanitize=${AK_SANITIZE})
+endif()
+if(AK_FUZZ)
+  target_compile_options(ak_settings INTERFACE -fsanitize=fuzzer-no-link)
+endif()
