@@ -1,0 +1,54 @@
+// A growable array of plain items that keeps its first items inside itself, so that a short one costs no allocation.
+#pragma once
+
+#include <algorithm>
+#include <cstddef>
+#include <cstring>
+#include <type_traits>
+
+namespace platform {
+
+/// Owns its items; not copyable, use Append to copy. Only the allocator throws.
+template <typename T, std::size_t kInline>
+class InlineArray {
+  static_assert(std::is_trivially_copyable_v<T> && std::is_trivially_default_constructible_v<T>);
+
+ public:
+  InlineArray() = default;
+  InlineArray(const InlineArray&) = delete;
+  InlineArray& operator=(const InlineArray&) = delete;
+  ~InlineArray() {
+    if (data_ != inline_) delete[] data_;
+  }
+
+  std::size_t Count() const { return count_; }
+  bool IsEmpty() const { return count_ == 0; }
+  T* Data() { return data_; }
+  const T* Data() const { return data_; }
+  const T* begin() const { return data_; }
+  const T* end() const { return data_ + count_; }
+
+  /// Adds `count` uninitialised items and returns the first of them; the pointer holds until the next growth.
+  T* Grow(std::size_t count) {
+    if (count > capacity_ - count_) Reserve(std::max(count_ + count, 2 * capacity_));
+    T* added = data_ + count_;
+    count_ += count;
+    return added;
+  }
+
+ private:
+  void Reserve(std::size_t capacity) {
+    T* grown = new T[capacity];
+    std::memcpy(grown, data_, count_ * sizeof(T));
+    if (data_ != inline_) delete[] data_;
+    data_ = grown;
+    capacity_ = capacity;
+  }
+
+  T* data_ = inline_;
+  std::size_t count_ = 0;
+  std::size_t capacity_ = kInline;
+  T inline_[kInline];
+};
+
+}  // namespace platform
