@@ -28,6 +28,9 @@ class InlineArray {
   const T* begin() const { return data_; }
   const T* end() const { return data_ + count_; }
 
+  /// Count becomes 0; the storage is kept.
+  void Clear() { count_ = 0; }
+
   /// Adds `count` uninitialised items and returns the first of them; the pointer holds until the next growth.
   T* Grow(std::size_t count) {
     if (count > capacity_ - count_) Reserve(std::max(count_ + count, 2 * capacity_));

@@ -1,0 +1,131 @@
+// The operations of drawing contexts that paint.
+#include <cmath>
+
+#include "platform/CGContextState.h"
+
+namespace {
+
+using platform::PaintColor;
+using platform::PixelBox;
+
+bool IsInvertible(const CGAffineTransform& m) {
+  const double determinant = m.a * m.d - m.b * m.c;
+  return std::isfinite(determinant) && determinant != 0 && std::isfinite(m.tx) && std::isfinite(m.ty);
+}
+
+void SetSource(CGContext* context, const PaintColor& color) {
+  cairo_set_source_rgba(context->cairo.get(), color.red, color.green, color.blue, color.alpha * context->state.alpha);
+}
+
+void EmptyPath(CGContext* context) {
+  context->path->verbs.Clear();
+  context->path->points.Clear();
+}
+
+// Puts the current path and the clip into cairo, ready for an operation on the returned box; false: nothing to do.
+bool Prepare(CGContext* context, double margin, PixelBox* box) {
+  cairo_t* cairo = context->cairo.get();
+  platform::ApplyClip(context);
+  cairo_new_path(cairo);
+  if (!platform::EmitPath(cairo, *context->path, box)) return false;
+  *box = platform::WidenBox(*box, margin, context->target->Bounds());
+  if (box->IsEmpty()) return false;
+  cairo_set_antialias(cairo, context->state.antialias ? CAIRO_ANTIALIAS_DEFAULT : CAIRO_ANTIALIAS_NONE);
+  return true;
+}
+
+void FillCurrentPath(CGContext* context, cairo_fill_rule_t rule) {
+  PixelBox box;
+  if (!Prepare(context, 0, &box)) return;
+  cairo_t* cairo = context->cairo.get();
+  cairo_set_fill_rule(cairo, rule);
+  SetSource(context, context->state.fill);
+  context->target->WillDraw(box);
+  cairo_fill(cairo);
+  context->target->DidDraw(box);
+}
+
+// How far a stroke may reach from its path, in device units: a mitre goes 10 half widths out, a square cap 1.42.
+double StrokeReach(const CGContext* context, const CGAffineTransform& m) {
+  const double scale = std::sqrt(m.a * m.a + m.b * m.b + m.c * m.c + m.d * m.d);
+  const double factor = context->state.lineJoin == kCGLineJoinMiter ? 10.0 : 1.5;
+  return context->state.lineWidth * 0.5 * scale * factor;
+}
+
+void StrokeCurrentPath(CGContext* context) {
+  const CGAffineTransform m = context->UserToDevice();
+  const platform::GraphicsState& state = context->state;
+  if (!(state.lineWidth > 0) || !std::isfinite(state.lineWidth) || !IsInvertible(m)) return;
+  PixelBox box;
+  if (!Prepare(context, StrokeReach(context, m), &box)) return;
+  cairo_t* cairo = context->cairo.get();
+  SetSource(context, state.stroke);
+  cairo_set_line_width(cairo, state.lineWidth);
+  cairo_set_line_cap(cairo, static_cast<cairo_line_cap_t>(state.lineCap));
+  cairo_set_line_join(cairo, static_cast<cairo_line_join_t>(state.lineJoin));
+  const cairo_matrix_t matrix{m.a, m.b, m.c, m.d, m.tx, m.ty};
+  cairo_set_matrix(cairo, &matrix);
+  context->target->WillDraw(box);
+  cairo_stroke(cairo);
+  context->target->DidDraw(box);
+  cairo_identity_matrix(cairo);
+}
+
+static_assert(static_cast<int>(CAIRO_LINE_CAP_ROUND) == kCGLineCapRound);
+static_assert(static_cast<int>(CAIRO_LINE_CAP_SQUARE) == kCGLineCapSquare);
+static_assert(static_cast<int>(CAIRO_LINE_JOIN_ROUND) == kCGLineJoinRound);
+static_assert(static_cast<int>(CAIRO_LINE_JOIN_BEVEL) == kCGLineJoinBevel);
+
+void ReleasePath(const CGPath* path) { CGPathRelease(path); }
+
+void SetRectPath(CGContext* context, CGRect rect) {
+  EmptyPath(context);
+  const CGAffineTransform m = context->UserToDevice();
+  CGPathAddRect(context->path, &m, rect);
+}
+
+}  // namespace
+
+void CGContextBeginPath(CGContextRef context) {
+  if (context != nullptr) EmptyPath(context);
+}
+
+void CGContextAddPath(CGContextRef context, CGPathRef path) {
+  if (context == nullptr || path == nullptr) return;
+  const CGAffineTransform m = context->UserToDevice();
+  CGPathAddPath(context->path, &m, path);
+}
+
+void CGContextClip(CGContextRef context) {
+  if (context == nullptr) return;
+  auto node = std::make_shared<platform::ClipNode>(platform::ClipNode{
+      context->state.clip, {CGPathCreateMutableCopy(context->path), &ReleasePath}, context->state.antialias});
+  context->state.clip = std::move(node);
+  EmptyPath(context);
+}
+
+void CGContextDrawPath(CGContextRef context, CGPathDrawingMode mode) {
+  if (context == nullptr) return;
+  if (mode == kCGPathStroke) {
+    StrokeCurrentPath(context);
+  } else {
+    FillCurrentPath(context, mode == kCGPathEOFill ? CAIRO_FILL_RULE_EVEN_ODD : CAIRO_FILL_RULE_WINDING);
+  }
+  EmptyPath(context);
+}
+
+void CGContextFillRect(CGContextRef context, CGRect rect) {
+  if (context == nullptr) return;
+  SetRectPath(context, rect);
+  FillCurrentPath(context, CAIRO_FILL_RULE_WINDING);
+  EmptyPath(context);
+}
+
+void CGContextClearRect(CGContextRef context, CGRect rect) {
+  if (context == nullptr) return;
+  SetRectPath(context, rect);
+  cairo_set_operator(context->cairo.get(), CAIRO_OPERATOR_CLEAR);
+  FillCurrentPath(context, CAIRO_FILL_RULE_WINDING);
+  cairo_set_operator(context->cairo.get(), CAIRO_OPERATOR_OVER);
+  EmptyPath(context);
+}

@@ -1,0 +1,109 @@
+// What a drawing context is made of. Private to the native layer.
+//
+// Three spaces are involved. User space is what the caller draws in; the matrix (CTM) maps it to base space, which is
+// the target's with y up; the target's `baseToDevice` maps that to cairo's device space, which has y down. The current
+// path and the clips are kept in device space, where cairo gets them under the identity matrix; only a stroke sets the
+// matrix, since the nib is shaped by it.
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <vector>
+
+#include "CoreGraphics/CGBitmapContext.h"
+#include "CoreGraphics/CGContext.h"
+#include "platform/CGPathValue.h"
+#include "platform/CairoHandles.h"
+#include "platform/NativeObject.h"
+
+namespace platform {
+
+/// A stretch of device pixels: x0 <= x < x1, y0 <= y < y1.
+struct PixelBox {
+  int x0 = 0;
+  int y0 = 0;
+  int x1 = 0;
+  int y1 = 0;
+
+  bool IsEmpty() const { return x0 >= x1 || y0 >= y1; }
+};
+
+/// Where a context draws. It is told of every stretch of pixels that an operation is about to touch.
+class DrawingTarget {
+ public:
+  virtual ~DrawingTarget() = default;
+  /// Called before and after an operation that paints nowhere outside `box`.
+  virtual void WillDraw(const PixelBox& box) = 0;
+  virtual void DidDraw(const PixelBox& box) = 0;
+  /// The whole target; a box that is never too small.
+  virtual PixelBox Bounds() const = 0;
+};
+
+struct PaintColor {
+  double red = 0;
+  double green = 0;
+  double blue = 0;
+  double alpha = 1;
+};
+
+/// One path of a chain of clips; the clip is the inside of all of them.
+struct ClipNode {
+  std::shared_ptr<const ClipNode> parent;
+  std::unique_ptr<const CGPath, void (*)(const CGPath*)> path;
+  bool antialias;
+};
+using Clip = std::shared_ptr<const ClipNode>;
+
+struct GraphicsState {
+  CGAffineTransform matrix = CGAffineTransformIdentity;
+  double alpha = 1;
+  PaintColor fill;
+  PaintColor stroke;
+  double lineWidth = 1;
+  CGLineCap lineCap = kCGLineCapButt;
+  CGLineJoin lineJoin = kCGLineJoinMiter;
+  bool antialias = true;
+  Clip clip;
+};
+
+}  // namespace platform
+
+struct CGContext final : platform::NativeObject {
+  CGContext(platform::CairoContext cairoContext, std::unique_ptr<platform::DrawingTarget> drawingTarget,
+            CGAffineTransform toDevice);
+  ~CGContext() override;
+
+  CGAffineTransform UserToDevice() const { return CGAffineTransformConcat(state.matrix, baseToDevice); }
+
+  platform::CairoContext cairo;
+  std::unique_ptr<platform::DrawingTarget> target;
+  CGAffineTransform baseToDevice;
+  platform::GraphicsState state;
+  std::vector<platform::GraphicsState> savedStates;
+  CGMutablePathRef path;         ///< the current path, in device space
+  platform::Clip appliedClip;    ///< what cairo's clip holds now
+  const struct BitmapInfo* bitmap = nullptr;  ///< of a bitmap context; owned by the target
+};
+
+/// The pixels that a bitmap context draws into.
+struct BitmapInfo {
+  void* data;
+  std::size_t width;
+  std::size_t height;
+  std::size_t bytesPerRow;
+  std::uint32_t bitmapInfo;
+};
+
+namespace platform {
+
+/// Puts a path of device space into cairo's current path. Returns false, with nothing to draw, when the path is empty
+/// or a point is not a number. `box` receives the extent of its points.
+bool EmitPath(cairo_t* cairo, const CGPath& path, PixelBox* box);
+
+/// Makes cairo's clip that of the context's state.
+void ApplyClip(CGContext* context);
+
+/// An axis-aligned extent widened by `margin` and cut to `bounds`.
+PixelBox WidenBox(const PixelBox& box, double margin, const PixelBox& bounds);
+
+}  // namespace platform

@@ -1,0 +1,62 @@
+// Drawing contexts of the native layer: a target, a graphics state, and a current path.
+//
+// Units are those of the target (pixels of a bitmap); y points up, with the origin at the left bottom corner of the
+// target. A new context has the identity matrix, no clip, alpha 1, antialiasing on, opaque black paint, line width 1,
+// butt caps, mitre joins and a mitre limit of 10. Null contexts are ignored everywhere.
+#pragma once
+
+#include <stddef.h>
+
+#include "CoreGraphics/CGBase.h"
+#include "CoreGraphics/CGGeometry.h"
+#include "CoreGraphics/CGPath.h"
+
+struct CGContext;
+typedef struct CGContext* CGContextRef;
+
+/// How CGContextDrawPath paints the current path.
+enum CGPathDrawingMode {
+  kCGPathFill = 0,    ///< inside by the non-zero winding rule
+  kCGPathEOFill = 1,  ///< inside by the even-odd rule
+  kCGPathStroke = 2,
+};
+
+enum CGLineCap { kCGLineCapButt = 0, kCGLineCapRound = 1, kCGLineCapSquare = 2 };
+enum CGLineJoin { kCGLineJoinMiter = 0, kCGLineJoinRound = 1, kCGLineJoinBevel = 2 };
+
+CG_EXTERN CGContextRef CGContextRetain(CGContextRef context);
+CG_EXTERN void CGContextRelease(CGContextRef context);
+
+/// States nest; a restore without a save is ignored. The current path is no part of the state.
+CG_EXTERN void CGContextSaveGState(CGContextRef context);
+CG_EXTERN void CGContextRestoreGState(CGContextRef context);
+
+/// Applies `transform` inside the current matrix: it acts on coordinates first. A matrix that cannot be inverted or
+/// is not finite makes every operation paint nothing until the state is restored.
+CG_EXTERN void CGContextConcatCTM(CGContextRef context, CGAffineTransform transform);
+/// The current matrix, from user space to the target's y-up space.
+CG_EXTERN CGAffineTransform CGContextGetCTM(CGContextRef context);
+
+CG_EXTERN void CGContextSetShouldAntialias(CGContextRef context, bool antialias);
+/// Multiplies the paint of every operation by `alpha`, 0 to 1.
+CG_EXTERN void CGContextSetAlpha(CGContextRef context, CGFloat alpha);
+/// Components 0 to 1, not premultiplied.
+CG_EXTERN void CGContextSetRGBFillColor(CGContextRef context, CGFloat red, CGFloat green, CGFloat blue, CGFloat alpha);
+CG_EXTERN void CGContextSetRGBStrokeColor(CGContextRef context, CGFloat red, CGFloat green, CGFloat blue,
+                                          CGFloat alpha);
+/// In user space units at the time of the stroke, matrix included.
+CG_EXTERN void CGContextSetLineWidth(CGContextRef context, CGFloat width);
+CG_EXTERN void CGContextSetLineCap(CGContextRef context, enum CGLineCap cap);
+CG_EXTERN void CGContextSetLineJoin(CGContextRef context, enum CGLineJoin join);
+
+/// The current path. Points go through the matrix when they are added.
+CG_EXTERN void CGContextBeginPath(CGContextRef context);
+CG_EXTERN void CGContextAddPath(CGContextRef context, CGPathRef path);
+/// Narrows the clip to the inside (non-zero winding rule) of the current path, which is then empty.
+CG_EXTERN void CGContextClip(CGContextRef context);
+/// Paints the current path, which is then empty.
+CG_EXTERN void CGContextDrawPath(CGContextRef context, enum CGPathDrawingMode mode);
+/// Fills a rectangle with the fill colour; the current path is then empty.
+CG_EXTERN void CGContextFillRect(CGContextRef context, CGRect rect);
+/// Sets a rectangle to transparent black, whatever the alpha.
+CG_EXTERN void CGContextClearRect(CGContextRef context, CGRect rect);
