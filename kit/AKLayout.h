@@ -6,6 +6,7 @@
 
 #include <cstddef>
 
+#include "kit/AKArgs.h"
 #include "kit/AKMemoryBlock.h"
 #include "kit/AKSharedBytes.h"
 #include "kit/AKString.h"
@@ -23,3 +24,4 @@ static_assert(sizeof(AKSharedBytes) == sizeof(void*));
 static_assert(sizeof(AKString) == sizeof(void*));
 static_assert(sizeof(AKMemoryBlock) == sizeof(void*));
 static_assert(sizeof(AKStringArray) == 3 * sizeof(void*));
+static_assert(sizeof(AKArgs) == sizeof(AKStringArray));

@@ -1,0 +1,59 @@
+#include "kit/AKArgs.h"
+
+namespace {
+
+bool IsBlank(char c) { return c == ' ' || c == '\t'; }
+
+/// Reads the token at `*position` and moves there to the character that ends it.
+AKString ReadToken(const char** position, bool stripQuotes) {
+  const char* p = *position;
+  AKString token;
+  bool quoted = false;
+  for (; *p != '\0' && (quoted || !IsBlank(*p)); ++p) {
+    if (*p == '"') quoted = !quoted;
+    if (*p != '"' || !stripQuotes) token.Append(*p);
+  }
+  *position = p;
+  return token;
+}
+
+}  // namespace
+
+AKArgs::AKArgs(int argc, const char** argv) {
+  if (argv == nullptr) return;
+  for (int i = 0; i < argc; ++i) arguments_.Append(AKString(argv[i]));
+}
+
+AKArgs::AKArgs(const char* text, bool stripQuotes) {
+  if (text == nullptr) return;
+  while (*text != '\0') {
+    while (IsBlank(*text)) ++text;
+    AKString token = ReadToken(&text, stripQuotes);
+    if (arguments_.IsEmpty() && token.IsEmpty()) return;
+    arguments_.Append(std::move(token));
+    if (*text != '\0') ++text;
+  }
+}
+
+const char* AKArgs::argv(int index) const {
+  if (index < 0 || static_cast<unsigned int>(index) >= Count()) return nullptr;
+  return arguments_[static_cast<unsigned int>(index)].CStr();
+}
+
+const AKString& AKArgs::GetArg(unsigned int index) const { return index < Count() ? arguments_[index] : kAKNullString; }
+
+bool AKArgs::IsParam(const AKString& key) const { return GetParam(key, nullptr); }
+
+AKString AKArgs::GetParam(const AKString& key) const {
+  AKString value;
+  GetParam(key, &value);
+  return value;
+}
+
+bool AKArgs::GetParam(const AKString& key, AKString* value) const {
+  const AKString sought(key);  // `value` may be the key itself
+  for (const AKString& argument : arguments_) {
+    if (argument.StartsWith(sought, value)) return true;
+  }
+  return false;
+}
