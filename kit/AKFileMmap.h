@@ -1,7 +1,9 @@
 // AKFileMmap: read-only memory mappings of one file.
 //
 // The file owns its map and outlives it. Addresses stay valid until they are unmapped or the map dies, which unmaps
-// all. A memory stream is not mapped by the system: its own bytes are handed out. One thread at a time.
+// all. A memory stream is not mapped by the system: its own bytes are handed out, which the next write or change of
+// size may move. While a disk file is mapped its writes are not buffered, so that the map shows them at once. One
+// thread at a time.
 #pragma once
 
 #include "kit/ATArray.h"
@@ -37,6 +39,11 @@ class AKFileMmap {
   static unsigned int GetSysPageSize();
 
  private:
+  int GetFileSize(unsigned long long* size) const;
+  int FindInMemory(unsigned long long offset, unsigned long long size, const void** address) const;
+  int MapDisk(unsigned long long offset, unsigned long long size, const void** address) const;
+  void Release(const AKMmapItem& item) const;
+
   const AKFile* file_;
   ATArray<AKMmapItem> items_;
   int lastError_ = 0;

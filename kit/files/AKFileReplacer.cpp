@@ -1,0 +1,113 @@
+#include "kit/files/AKFileReplacer.h"
+
+#include <fcntl.h>
+#include <sys/random.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <cstdlib>
+#include <memory>
+
+#include "kit/AKFileErrors.h"
+#include "kit/files/AKFileUtils.h"
+
+namespace {
+
+constexpr int kMaxNameAttempts = 100;
+
+// The file that a link leads to; any other path as it is.
+AKFilePath WithLinksFollowed(const AKFilePath& path) {
+  const std::unique_ptr<char, decltype(&std::free)> resolved(
+      ::realpath(AKFileUtils::GetAsSystemPath(path).CStr(), nullptr), &std::free);
+  AKFilePath result;
+  return resolved != nullptr && AKFileUtils::GetFromSystemPath(resolved.get(), &result) ? result : path;
+}
+
+AKFilePath TemporaryBeside(const AKFilePath& target) {
+  unsigned long long number = 0;
+  if (::getrandom(&number, sizeof(number), 0) != sizeof(number)) number = static_cast<unsigned long long>(::getpid());
+  AKString name;
+  name.Assignf(".tmp_%016llX", number);
+  AKFilePath path = target;
+  path.SetFileName(name);
+  return path;
+}
+
+// The rename is complete by now; what this adds is that it also survives a power failure. Not every file system can do
+// it, so its failure is no failure of the replacement.
+void SyncFolder(const AKFilePath& folder) {
+  const AKString path = folder.IsEmpty() ? AKString(".") : AKFileUtils::GetAsSystemPath(folder);
+  const int descriptor = ::open(path.CStr(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+  if (descriptor < 0) return;
+  ::fsync(descriptor);
+  ::close(descriptor);
+}
+
+}  // namespace
+
+AKFileReplacer::~AKFileReplacer() {
+  if (!file_.has_value()) return;
+  if (temporary_.IsEmpty()) {
+    file_->Close();
+  } else {
+    file_->Remove();
+  }
+}
+
+int AKFileReplacer::Open() {
+  if (file_.has_value()) return AKFileLogFailure(*file_, kAKFileStatusAlreadyOpened);
+  errno = 0;
+  target_ = WithLinksFollowed(target_);
+  const AKString systemPath = AKFileUtils::GetAsSystemPath(target_);
+  struct stat status;
+  const bool exists = ::stat(systemPath.CStr(), &status) == 0;
+  if (exists && !S_ISREG(status.st_mode)) {
+    file_.emplace(target_);
+    return file_->CreateForReadWrite();
+  }
+  errno = 0;
+  // Renaming needs no right to write to the old file; somebody who took that right away meant it.
+  if (exists && ::access(systemPath.CStr(), W_OK) != 0) {
+    return AKFileLogPathFailure(target_.Text(), kAKFileStatusOpenFailed);
+  }
+  if (!CreateBesideTarget(exists ? status.st_mode & 07777 : 0)) {
+    return AKFileLogPathFailure(target_.Text(), kAKFileStatusOpenFailed);
+  }
+  file_.emplace(temporary_);
+  return file_->OpenForReadWrite();
+}
+
+bool AKFileReplacer::CreateBesideTarget(unsigned int permissions) {
+  int descriptor = -1;
+  for (int attempt = 0; attempt < kMaxNameAttempts; ++attempt) {
+    errno = 0;
+    temporary_ = TemporaryBeside(target_);
+    const AKString path = AKFileUtils::GetAsSystemPath(temporary_);
+    descriptor = ::open(path.CStr(), O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC, 0644);
+    if (descriptor >= 0 || (errno != EEXIST && errno != EINTR)) break;
+  }
+  if (descriptor < 0) return false;
+  const bool done = permissions == 0 || ::fchmod(descriptor, permissions) == 0;
+  const int reason = errno;
+  ::close(descriptor);
+  if (!done) AKFileUtils::RemoveFile(temporary_);
+  errno = reason;
+  return done;
+}
+
+int AKFileReplacer::Commit() {
+  if (!file_.has_value()) return AKFileLogPathFailure(target_.Text(), kAKFileStatusNotOpened);
+  if (temporary_.IsEmpty()) return file_->Close();
+  const int synced = file_->Sync();
+  const int closed = file_->Close();
+  if (synced != 0) return synced;
+  if (closed != 0) return closed;
+  errno = 0;
+  if (!AKFileUtils::Rename(temporary_, target_)) {
+    return AKFileLogPathFailure(target_.Text(), kAKFileStatusWriteFailed);
+  }
+  file_.reset();  // the destructor has nothing to delete any more
+  SyncFolder(target_.Folder());
+  return 0;
+}

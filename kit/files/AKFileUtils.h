@@ -1,0 +1,48 @@
+// AKFileUtils: what the kit asks of the file system about files and folders.
+//
+// Paths are in the in-memory character set and reach the system as UTF-8. The functions return false, -1 or an empty
+// path on failure, with the reason in errno, and log nothing: the caller knows what the failure means.
+#pragma once
+
+#include "kit/files/AKFilePath.h"
+
+class AKFileUtils {
+ public:
+  /// The path as UTF-8 bytes; empty, which no system call accepts, when the path holds a NUL.
+  static AKString GetAsSystemPath(const AKFilePath& path);
+  /// False when a character of the UTF-8 text has no place in the in-memory character set, or the bytes are no UTF-8;
+  /// `path` is then what comes closest, or empty.
+  static bool GetFromSystemPath(const char* systemPath, AKFilePath* path);
+
+  /// Any kind of entry; links are followed.
+  static bool Exists(const AKFilePath& path);
+  static bool IsFile(const AKFilePath& path);
+  static bool IsFolder(const AKFilePath& path);
+  static bool IsReadable(const AKFilePath& path);
+  static bool IsWritable(const AKFilePath& path);
+  static bool IsExecutable(const AKFilePath& path);
+
+  /// Size in bytes and times in seconds since 1970, of a regular file only. Where the file system keeps no creation
+  /// time the modification time stands in. Any output may be null.
+  static bool GetFileInfo(const AKFilePath& path, unsigned long long* size, unsigned long long* created,
+                          unsigned long long* modified);
+
+  /// Creates the folder and those above it that are missing; a folder that exists is a success.
+  static bool CreateFolder(const AKFilePath& path);
+  /// Deletes a file or a link.
+  static bool RemoveFile(const AKFilePath& path);
+  /// Deletes an empty folder.
+  static bool RemoveFolder(const AKFilePath& path);
+  /// Renames within one file system; an existing file at `to` is replaced in one step.
+  static bool Rename(const AKFilePath& from, const AKFilePath& to);
+
+  /// TMPDIR when it names a folder, else /tmp.
+  static AKFilePath GetTemporaryDir();
+  /// A path "tmp_XXXXXX" in the temporary directory at which nothing exists. Another process may take the name before
+  /// the caller does; the two functions below leave no such gap.
+  static AKFilePath GetUnusedFileNameInTemporaryDir();
+  /// Creates a file "tmp_XXXXXX", readable and writable by the user alone, and returns its descriptor, which is the
+  /// caller's to close; -1 on failure.
+  static int CreateUnusedFileInTemporaryDir(AKFilePath* path);
+  static bool CreateUnusedFolderInTemporaryDir(AKFilePath* path);
+};
