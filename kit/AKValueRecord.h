@@ -1,0 +1,60 @@
+// The records of values, arrays and dictionaries in files. AKValue, AKValueArray and AKDictionary use them; a caller
+// uses those classes' members.
+//
+//   code    record
+//   "bool"  chunk header with size 4, UInt32 0 or 1
+//   "intg"  chunk header with size 8, SInt64
+//   "real"  chunk header with size 8, Float64
+//   "strg"  signature, then the string record, whose count serves as the chunk's size
+//   "bina"  the memory block's chunk
+//   "arry"  chunk: UInt32 count, then as many value records
+//   "dict"  chunk: UInt32 count, then as many pairs of a string record (the key) and a value record, by ascending key
+//   others  chunk header with signature 0 and size 0
+//
+// Arrays and dictionaries nest at most kMaxNesting deep: one level more fails with -881. A count that the rest of the
+// file cannot hold fails with -890 before anything is allocated.
+#pragma once
+
+class AKDictionary;
+class AKFile;
+class AKValue;
+class AKValueArray;
+
+inline constexpr unsigned int kAKRecordMaxNesting = 512;
+
+class AKRecordReader {
+ public:
+  explicit AKRecordReader(const AKFile& file) : file_(file) {}
+
+  // A failure leaves the output empty.
+  int Read(AKValue* value);
+  int Read(AKValueArray* array);
+  int Read(AKDictionary* dictionary);
+
+ private:
+  int ReadContent(AKValue* value);
+  int ReadItems(AKValueArray* array);
+  int ReadEntries(AKDictionary* dictionary);
+  int BeginItems(unsigned int signature, unsigned int itemSize, unsigned int* count);
+
+  const AKFile& file_;
+  unsigned int nesting_ = 0;
+};
+
+class AKRecordWriter {
+ public:
+  explicit AKRecordWriter(AKFile& file) : file_(file) {}
+
+  int Write(const AKValue& value);
+  int Write(const AKValueArray& array);
+  int Write(const AKDictionary& dictionary);
+
+ private:
+  int WriteItems(const AKValueArray& array);
+  int WriteEntries(const AKDictionary& dictionary);
+  template <typename WriteBody>
+  int WriteChunk(unsigned int signature, WriteBody writeBody);
+
+  AKFile& file_;
+  unsigned int nesting_ = 0;
+};
