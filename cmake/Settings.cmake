@@ -1,6 +1,8 @@
 # Compiler settings that every target of the project shares.
 find_package(PkgConfig REQUIRED)
 find_package(Threads REQUIRED)
+find_package(PNG REQUIRED)
+pkg_check_modules(CAIRO REQUIRED IMPORTED_TARGET cairo)
 
 add_library(ak_settings INTERFACE)
 target_include_directories(ak_settings INTERFACE ${PROJECT_SOURCE_DIR} ${PROJECT_SOURCE_DIR}/platform/include)
