@@ -1,5 +1,6 @@
 #include "kit/AKDictionary.h"
 
+#include <string_view>
 #include <utility>
 
 #include "kit/AKDictionaryStore_p.h"
@@ -34,8 +35,6 @@ bool TakeName(std::string_view* path, std::string_view* name) {
   return true;
 }
 
-AKString KeyOf(std::string_view name) { return {name.data(), static_cast<unsigned int>(name.size())}; }
-
 }  // namespace
 
 AKDictionary::AKDictionary(const AKDictionary& other)
@@ -60,9 +59,7 @@ void AKDictionary::Free() {
 
 void AKDictionary::Swap(AKDictionary* other) noexcept { std::swap(store_, other->store_); }
 
-unsigned int AKDictionary::Count() const {
-  return store_ == nullptr ? 0 : static_cast<unsigned int>(store_->entries.size());
-}
+unsigned int AKDictionary::Count() const { return store_ == nullptr ? 0 : store_->Count(); }
 
 bool AKDictionary::IsEqual(const AKDictionary& other) const {
   if (this == &other) return true;
@@ -120,7 +117,16 @@ AKDictionaryStore& AKDictionary::MutableStore() {
   return *store_;
 }
 
-void AKDictionary::PutEntry(AKString&& key, AKValue&& value) { MutableStore().Put(std::move(key), std::move(value)); }
+void AKDictionary::PutEntry(const AKString& key, AKValue&& value) {
+  bool added = false;
+  *MutableStore().FindOrAdd(ViewOf(key), key, &added) = std::move(value);
+}
+
+// The entry of one name of a path, added when it is missing and may be.
+AKValue* AKDictionary::FindToStore(std::string_view name, const AKString& path, bool mayAdd, bool* added) {
+  if (mayAdd) return MutableStore().FindOrAdd(name, path, added);
+  return store_ == nullptr ? nullptr : store_->Find(name);
+}
 
 int AKDictionary::AddValue(const AKString& path, const AKValue& value) { return Store(path, value, kMayAdd); }
 int AKDictionary::SetValue(const AKString& path, const AKValue& value) {
@@ -137,12 +143,12 @@ int AKDictionary::Store(const AKString& path, const AKValue& value, unsigned int
   for (;;) {
     std::string_view name;
     const bool descends = TakeName(&rest, &name);
-    AKValue* entry = dictionary->store_ == nullptr ? nullptr : dictionary->store_->Find(name);
-    if (entry == nullptr) {
-      if ((mode & kMayAdd) == 0) return kAKDictionaryStatusMissing;
-      entry = dictionary->MutableStore().Put(KeyOf(name), AKValue());
-      if (descends) entry->SetasAKDictionary(AKDictionary());
-    } else if (!(descends && entry->GetasAKDictionary() != nullptr) && (mode & kMayReplace) == 0) {
+    bool added = false;
+    AKValue* const entry = dictionary->FindToStore(name, pathCopy, (mode & kMayAdd) != 0, &added);
+    if (entry == nullptr) return kAKDictionaryStatusMissing;
+    if (added && descends) {
+      entry->SetasAKDictionary(AKDictionary());
+    } else if (!added && !(descends && entry->GetasAKDictionary() != nullptr) && (mode & kMayReplace) == 0) {
       return kAKDictionaryStatusExists;
     }
     dictionary = descends ? entry->GetasAKDictionary() : nullptr;
@@ -177,12 +183,9 @@ void AKDictionary::Merge(const AKDictionary& other, bool otherWins) {
   if (this == &other) return;
   const AKDictionary added(other);  // `other` may be part of an entry that is replaced
   added.ForEach([&](const AKString& key, const AKValue& value) {
-    AKValue* const own = store_ == nullptr ? nullptr : store_->Find(ViewOf(key));
-    if (own == nullptr) {
-      PutEntry(AKString(key), AKValue(value));
-    } else if (otherWins) {
-      *own = value;
-    }
+    bool isNew = false;
+    AKValue* const own = MutableStore().FindOrAdd(ViewOf(key), key, &isNew);
+    if (isNew || otherWins) *own = value;
   });
 }
 
@@ -200,19 +203,22 @@ int AKDictionary::SaveToBinFile(const AKFilePath& path) const {
   return replacer.Commit();
 }
 
-AKDictionary::Cursor::Cursor(const AKDictionary& dictionary) : store_(dictionary.store_) {
-  if (store_ == nullptr) return;
-  iterator_ = store_->entries.begin();
+AKDictionary::Cursor::Cursor(const AKDictionary& dictionary) {
+  if (dictionary.store_ != nullptr) leaf_ = dictionary.store_->FirstLeaf();
   Load();
 }
 
 void AKDictionary::Cursor::Next() {
-  ++iterator_;
+  ++index_;
   Load();
 }
 
 void AKDictionary::Cursor::Load() {
-  const bool valid = iterator_ != store_->entries.end();
-  key_ = valid ? &iterator_->first : nullptr;
-  value_ = valid ? &iterator_->second : nullptr;
+  if (leaf_ != nullptr && index_ == leaf_->Count()) {
+    leaf_ = leaf_->Next();
+    index_ = 0;
+  }
+  const bool valid = leaf_ != nullptr && index_ < leaf_->Count();
+  key_ = valid ? &leaf_->Leaf(index_).key : nullptr;
+  value_ = valid ? &leaf_->Leaf(index_).value : nullptr;
 }

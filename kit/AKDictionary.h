@@ -11,9 +11,9 @@
 
 #include <string_view>
 
-#include "kit/AKDictionaryStore_p.h"
 #include "kit/AKValue.h"
 
+class AKDictionaryNode;
 class AKDictionaryStore;
 class AKFile;
 class AKFilePath;
@@ -89,20 +89,22 @@ class AKDictionary {
    private:
     void Load();
 
-    const AKDictionaryStore* store_;
-    std::map<AKString, AKValue, AKKeyOrder>::const_iterator iterator_;
+    const AKDictionaryNode* leaf_ = nullptr;
+    unsigned int index_ = 0;
     const AKString* key_ = nullptr;
     const AKValue* value_ = nullptr;
   };
 
  private:
   friend class AKRecordReader;
+  friend struct AKLayout;
   static constexpr unsigned int kMayAdd = 1;
   static constexpr unsigned int kMayReplace = 2;
 
   AKDictionaryStore& MutableStore();
   /// Adds or replaces the entry of exactly this key, which need not be a name.
-  void PutEntry(AKString&& key, AKValue&& value);
+  void PutEntry(const AKString& key, AKValue&& value);
+  AKValue* FindToStore(std::string_view name, const AKString& path, bool mayAdd, bool* added);
   const AKValue* Find(const AKString& path, int* status) const;
   int Store(const AKString& path, const AKValue& value, unsigned int mode);
 

@@ -119,6 +119,7 @@ class AKFile {
 
  private:
   friend class AKFileMmap;
+  friend struct AKLayout;
 
   bool IsDiskOpen() const { return descriptor_ >= 0; }
   int OpenDisk(int systemFlags, unsigned int openBits);

@@ -7,10 +7,18 @@
 #include <cstddef>
 
 #include "kit/AKArgs.h"
+#include "kit/AKDictionary.h"
+#include "kit/AKDictionaryNode_p.h"
+#include "kit/AKFile.h"
+#include "kit/AKFileChunk.h"
 #include "kit/AKMemoryBlock.h"
 #include "kit/AKSharedBytes.h"
 #include "kit/AKString.h"
 #include "kit/AKStringArray.h"
+#include "kit/AKValue.h"
+#include "kit/AKValueArray.h"
+#include "kit/files/AKFilePath.h"
+#include "kit/files/AKFilePathArray.h"
 
 static_assert(sizeof(AKSharedBuffer) == 16);
 static_assert(offsetof(AKSharedBuffer, length) == 0);
@@ -25,3 +33,39 @@ static_assert(sizeof(AKString) == sizeof(void*));
 static_assert(sizeof(AKMemoryBlock) == sizeof(void*));
 static_assert(sizeof(AKStringArray) == 3 * sizeof(void*));
 static_assert(sizeof(AKArgs) == sizeof(AKStringArray));
+
+static_assert(sizeof(AKFileChunk) == 16);
+static_assert(offsetof(AKFileChunk, signature) == 0);
+static_assert(offsetof(AKFileChunk, size) == 4);
+static_assert(offsetof(AKFileChunk, pos) == 8);
+
+static_assert(sizeof(AKFilePathArray) == sizeof(AKStringArray));
+static_assert(sizeof(AKValueArray) == 3 * sizeof(void*));
+
+/// The types whose fields are private name this as their friend.
+struct AKLayout {
+  static_assert(sizeof(AKFilePath) == sizeof(AKString));
+  static_assert(offsetof(AKFilePath, text_) == 0);
+
+  static_assert(sizeof(AKFile) == 120);
+  static_assert(offsetof(AKFile, descriptor_) == 0);
+  static_assert(offsetof(AKFile, path_) == 8);
+  static_assert(offsetof(AKFile, name_) == 16);
+  static_assert(offsetof(AKFile, flags_) == 24);
+  static_assert(offsetof(AKFile, memoryOpened_) == 28);
+  static_assert(offsetof(AKFile, memoryPosition_) == 32);
+  static_assert(offsetof(AKFile, memory_) == 40);
+  static_assert(offsetof(AKFile, map_) == 64);
+  static_assert(offsetof(AKFile, buffer_) == 72);
+  static_assert(sizeof(AKFileBuffer) == 48);
+
+  static_assert(sizeof(AKValue) == 16);
+  static_assert(offsetof(AKValue, type_) == 0);
+  static_assert(offsetof(AKValue, integer_) == 8);
+
+  static_assert(sizeof(AKDictionary) == sizeof(void*));
+  static_assert(offsetof(AKDictionary, store_) == 0);
+  static_assert(sizeof(AKDictionaryNode) == 40);
+  static_assert(sizeof(AKDictionaryNode::LeafItem) == 24);
+  static_assert(sizeof(AKDictionaryNode::InnerItem) == 16);
+};

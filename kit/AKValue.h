@@ -85,6 +85,8 @@ class AKValue {
   int WriteToFile(AKFile& file) const;
 
  private:
+  friend struct AKLayout;
+
   AKValueType type_ = kAKValueTypeEmpty;
   union {
     bool bool_;

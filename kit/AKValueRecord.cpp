@@ -114,7 +114,7 @@ int AKRecordReader::ReadEntries(AKDictionary* dictionary) {
     AKValue value;
     status = key.ReadFromFile(file_);
     if (status == 0) status = Read(&value);
-    if (status == 0) dictionary->PutEntry(std::move(key), std::move(value));
+    if (status == 0) dictionary->PutEntry(key, std::move(value));
   }
   --nesting_;
   return status;

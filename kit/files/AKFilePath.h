@@ -74,6 +74,8 @@ class AKFilePath {
   bool ReadFromValue(const AKValue& value);
 
  private:
+  friend struct AKLayout;
+
   AKString text_;
 };
 
