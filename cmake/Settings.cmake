@@ -20,6 +20,7 @@ if(AK_SANITIZE)
   target_compile_options(ak_settings INTERFACE -fsanitize=${AK_SANITIZE} -fno-omit-frame-pointer
                                                -fno-sanitize-recover=all)
   target_link_options(ak_settings INTERFACE -fsanitize=${AK_SANITIZE})
+  target_compile_definitions(ak_settings INTERFACE AK_SANITIZED)
 endif()
 if(AK_FUZZ)
   target_compile_options(ak_settings INTERFACE -fsanitize=fuzzer-no-link)

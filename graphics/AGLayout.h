@@ -5,7 +5,11 @@
 #include <cstddef>
 #include <type_traits>
 
+#include "graphics/AGBitmap.h"
+#include "graphics/AGBrushAndPen.h"
+#include "graphics/AGContext.h"
 #include "graphics/AGPath.h"
+#include "graphics/AKDrawEvent.h"
 #include "graphics/values/AGAffineTransform.h"
 #include "graphics/values/AGColor.h"
 #include "graphics/values/AGInterval.h"
@@ -35,3 +39,40 @@ struct AGPathLayout {
   static_assert(offsetof(AGPath, flat_bounds_) == 64);
   static_assert(offsetof(AGPath, text_) == 96);
 };
+
+// Classes with fields of both accesses or with virtual functions have no layout that the language fixes; the compilers
+// of this platform do, and it is theirs that is checked.
+#pragma GCC diagnostic push
+#pragma GCC diagnostic ignored "-Winvalid-offsetof"
+
+/// Sees the private fields of brushes, pens, contexts and bitmaps.
+struct AGLayout {
+  static_assert(sizeof(AGBrush) == 40);
+  static_assert(offsetof(AGBrush, style_) == 0 && offsetof(AGBrush, fillMode_) == 2 &&
+                offsetof(AGBrush, patternIndex_) == 4);
+  static_assert(offsetof(AGBrush, color_) == 8 && offsetof(AGBrush, color2_) == 12);
+  static_assert(offsetof(AGBrush, blend_) == 16 && offsetof(AGBrush, angle_) == 20);
+  static_assert(offsetof(AGBrush, centerX_) == 24 && offsetof(AGBrush, centerY_) == 28);
+  static_assert(offsetof(AGBrush, customGradient_) == 32);
+
+  static_assert(sizeof(AGPen) == 72);
+  static_assert(offsetof(AGPen, sizeMode_) == 0 && offsetof(AGPen, lineCap_) == 2 && offsetof(AGPen, lineJoin_) == 4);
+  static_assert(offsetof(AGPen, size_) == 8 && offsetof(AGPen, ratio_) == 12 && offsetof(AGPen, angle_) == 16);
+  static_assert(offsetof(AGPen, brush_) == 24 && offsetof(AGPen, customArrow_) == 64);
+
+  static_assert(sizeof(AGContext) == 232);
+  static_assert(offsetof(AGContext, port_) == 0 && offsetof(AGContext, antialias) == 8);
+  static_assert(offsetof(AGContext, alpha) == 16 && offsetof(AGContext, colorFactor) == 24);
+  static_assert(offsetof(AGContext, size_) == 32 && offsetof(AGContext, transform) == 48);
+  static_assert(offsetof(AGContext, brush) == 96 && offsetof(AGContext, pen) == 136);
+  static_assert(offsetof(AGContext, patternOrigin) == 208 && offsetof(AGContext, clipPath_) == 224);
+
+  static_assert(sizeof(AGBitmap) == 56);
+  static_assert(offsetof(AGBitmapBase, context_) == 8 && offsetof(AGBitmapBase, pixels_) == 16);
+  static_assert(offsetof(AGBitmapBase, byteCount_) == 24 && offsetof(AGBitmapBase, bytesPerPixel_) == 28);
+  static_assert(offsetof(AGBitmapBase, rowStride_) == 32 && offsetof(AGBitmapBase, width_) == 36);
+  static_assert(offsetof(AGBitmapBase, height_) == 40 && offsetof(AGBitmapBase, littleEndianLayout_) == 44);
+  static_assert(offsetof(AGBitmapBase, bitmapCacheUsed_) == 45 && offsetof(AGBitmapBase, cachedImage_) == 48);
+};
+
+#pragma GCC diagnostic pop

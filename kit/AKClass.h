@@ -83,25 +83,25 @@ class AKClass {
   template <typename Method>
   void SetMethod(unsigned int index, Method method) {
     static_assert(sizeof(Method) == sizeof(AKMethodSlot));
-    std::memcpy(&methods[index], &method, sizeof(AKMethodSlot));
+    std::memcpy(static_cast<void*>(&methods[index]), &method, sizeof(AKMethodSlot));
   }
 
-  AKClassID classID;                        // 0
-  AKClassID parentClassID;                  // 8
-  void* parentLink = nullptr;               // 16, the host's
-  AKClassCtor constructor;                  // 24
-  AKClassDtor destructor;                   // 32
-  AKClassQCast quickCast;                   // 40
-  AKClassQCast instanceQCast;               // 48, copied into each new instance
-  std::uint32_t flags;                      // 56
-  std::uint32_t flagsPadding = 0;           // 60
-  AKString names[4];                        // 64, 72, 80, 88
-  AKString comments;                        // 96
-  std::uint32_t instanceSize;               // 104
-  std::uint32_t instanceSizePadding = 0;    // 108
-  AKClassID furtherClassID;                 // 112, copied into each new instance
-  std::uint64_t hostWords[3] = {};          // 120, the host's
-  AKMethodSlot methods[kAKMethodCount];     // 144
+  AKClassID classID;                      // 0
+  AKClassID parentClassID;                // 8
+  void* parentLink = nullptr;             // 16, the host's
+  AKClassCtor constructor;                // 24
+  AKClassDtor destructor;                 // 32
+  AKClassQCast quickCast;                 // 40
+  AKClassQCast instanceQCast;             // 48, copied into each new instance
+  std::uint32_t flags;                    // 56
+  std::uint32_t flagsPadding = 0;         // 60
+  AKString names[4];                      // 64, 72, 80, 88
+  AKString comments;                      // 96
+  std::uint32_t instanceSize;             // 104
+  std::uint32_t instanceSizePadding = 0;  // 108
+  AKClassID furtherClassID;               // 112, copied into each new instance
+  std::uint64_t hostWords[3] = {};        // 120, the host's
+  AKMethodSlot methods[kAKMethodCount];   // 144
 
   // The host's class services. Each call is forwarded to the entry of that number; without a class table nothing is
   // called and the result is -1 for a status, null or nothing otherwise.

@@ -99,10 +99,13 @@ bool AKFileReplacer::CreateBesideTarget(unsigned int permissions) {
 int AKFileReplacer::Commit() {
   if (!file_.has_value()) return AKFileLogPathFailure(target_.Text(), kAKFileStatusNotOpened);
   if (temporary_.IsEmpty()) return file_->Close();
-  const int synced = file_->Sync();
-  const int closed = file_->Close();
-  if (synced != 0) return synced;
-  if (closed != 0) return closed;
+  if (const int synced = file_->Sync(); synced != 0) {
+    const int reason = errno;
+    file_->Close();
+    errno = reason;
+    return synced;
+  }
+  if (const int closed = file_->Close(); closed != 0) return closed;
   errno = 0;
   if (!AKFileUtils::Rename(temporary_, target_)) {
     return AKFileLogPathFailure(target_.Text(), kAKFileStatusWriteFailed);

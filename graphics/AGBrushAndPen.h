@@ -1,0 +1,5 @@
+// Gathers brushes and pens.
+#pragma once
+
+#include "graphics/AGBrush.h"
+#include "graphics/AGPen.h"

@@ -1,0 +1,101 @@
+// The drawing context: the host's native port and the drawing state that the kit applies itself.
+//
+// Nothing is kept in the port between calls: each draw hands the whole context to the native bridge, which saves the
+// port's state, applies the context's, draws and restores. The port is not owned. Coordinates are those of the port
+// with y up, unless the host's own matrix says otherwise. Nothing here fails: what is invisible or empty is not drawn.
+#pragma once
+
+#include <memory>
+
+#include "graphics/AGBrush.h"
+#include "graphics/AGPath.h"
+#include "graphics/AGPen.h"
+#include "graphics/values/AGAffineTransform.h"
+#include "graphics/values/AGColor.h"
+#include "graphics/values/AGPoint.h"
+#include "graphics/values/AGRect.h"
+#include "graphics/values/AGSize.h"
+#include "kit/ATNumberArray.h"
+
+struct CGContext;
+/// A native drawing target: a context of the native layer.
+using AGNativePort = CGContext;
+
+class AGContext {
+ public:
+  /// Below this opacity nothing is drawn; a NaN is invisible too.
+  static constexpr double kMinVisibleAlpha = 0.004;
+
+  /// Each dimension of the size is rounded to the nearest whole number.
+  AGContext(AGNativePort* port, AGSize const& size);
+  /// The clip path is copied, the port is shared.
+  AGContext(AGContext const& other);
+  AGContext& operator=(AGContext const& other);
+  ~AGContext() = default;
+
+  /// Drops the clip and restores the state to its defaults; port and size stay. Returns 0.
+  int ResetAll();
+
+  AGNativePort* NativePort() const { return port_; }
+  AGSize const& Size() const { return size_; }
+
+  void ResetClip() { clipPath_.reset(); }
+  /// Drops the clip; a rectangle that is not empty once normalised becomes the new one.
+  void SetClipRect(AGRect const& rect);
+  /// Drops the clip; a path that is not empty becomes the new one.
+  void SetClipPath(AGPath const& path);
+  /// Null when there is none.
+  AGPath const* GetClipPath() const { return clipPath_.get(); }
+  bool HasClip() const { return clipPath_ != nullptr && !clipPath_->IsEmpty(); }
+
+  /// Sets the whole surface to transparent black.
+  void ClearPixels();
+  /// Paint opaquely: the colour's own alpha is ignored.
+  void ClearPixels(AGColor color);
+  void ClearPixelsRect(AGColor color, AGRect const& rect);
+
+  /// Shapes are filled with the brush and stroked with the pen; a segment is only stroked.
+  void DrawRect(AGRect const& rect) const;
+  /// `curvature` as in AGPath::AddRoundedRect.
+  void DrawRoundedRect(AGRect const& rect, double curvature) const;
+  void DrawEllipseInRect(AGRect const& rect) const;
+  void DrawSegment(AGPoint const& from, AGPoint const& to) const;
+  void DrawLines(ATNumberArray<AGPoint, double, 0> const& points, bool close) const;
+  void DrawLines(ATNumberArray<AGPoint, double, 0> const& points, AGAffineTransform const& transform, bool close) const;
+  void DrawRects(ATNumberArray<AGRect, double, 0> const& rects) const;
+  void DrawRects(ATNumberArray<AGRect, double, 0> const& rects, AGAffineTransform const& transform) const;
+  /// `transform` is applied before the context's own.
+  void DrawPath(AGPath const& path) const;
+  void DrawPath(AGPath const& path, AGAffineTransform const& transform) const;
+  /// Fits the path's bounding box into `rect`. A box of zero width or height draws with the all-zero transform.
+  void DrawPath(AGPath const& path, AGRect const& rect, bool keepAspect) const;
+
+  /// True when alpha is visible and the brush or the pen appears (the brush is asked first).
+  bool WouldFillOrStroke() const;
+  bool WouldStroke() const;
+
+ private:
+  friend struct AGLayout;
+
+  void CopyState(AGContext const& other);
+
+  AGNativePort* port_;
+
+ public:
+  bool antialias = true;
+  double alpha = 1.0;
+  /// Multiplies red, green and blue of brush and pen colours at draw time.
+  double colorFactor = 1.0;
+
+ private:
+  AGSize size_;
+
+ public:
+  AGAffineTransform transform = kAGAffineTransformIdentity;  ///< applied after the per-call transform
+  AGBrush brush;
+  AGPen pen;
+  AGPoint patternOrigin = kAGNullPoint;  ///< phase of pattern brushes
+
+ private:
+  std::unique_ptr<AGPath> clipPath_;
+};

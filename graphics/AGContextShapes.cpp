@@ -1,0 +1,86 @@
+// The shapes of drawing contexts: each is a path that goes to the native bridge.
+#include <cmath>
+
+#include "graphics/AGContext.h"
+#include "graphics/native/AGGraphicsLow.h"
+
+namespace {
+
+// The rectangle with its smaller coordinates first; false when nothing of it would show.
+bool TakeVisibleRect(AGContext const& context, AGRect const& rect, AGRect* normalized) {
+  *normalized = rect;
+  normalized->Normalize();
+  return !normalized->IsEmpty() && context.WouldFillOrStroke();
+}
+
+void Draw(AGContext const& context, AGPath const& path, AGAffineTransform const& transform, AGDrawMode mode) {
+  AGGraphicsLow::AGContextDrawPath(context, path, transform, mode);
+}
+
+}  // namespace
+
+void AGContext::DrawRect(AGRect const& rect) const {
+  AGRect normalized;
+  if (!TakeVisibleRect(*this, rect, &normalized)) return;
+  AGPath path;
+  path.AddRect(normalized, false);
+  Draw(*this, path, kAGAffineTransformIdentity, kAGDrawModeFillAndStroke);
+}
+
+void AGContext::DrawRoundedRect(AGRect const& rect, double curvature) const {
+  AGRect normalized;
+  if (!TakeVisibleRect(*this, rect, &normalized)) return;
+  AGPath path;
+  path.AddRoundedRect(normalized, curvature, false);
+  Draw(*this, path, kAGAffineTransformIdentity, kAGDrawModeFillAndStroke);
+}
+
+void AGContext::DrawEllipseInRect(AGRect const& rect) const {
+  AGRect normalized;
+  if (!TakeVisibleRect(*this, rect, &normalized)) return;
+  AGPath path;
+  path.AddEllipseInRect(normalized, false);
+  Draw(*this, path, kAGAffineTransformIdentity, kAGDrawModeFillAndStroke);
+}
+
+void AGContext::DrawSegment(AGPoint const& from, AGPoint const& to) const {
+  if (!WouldStroke()) return;
+  AGPath path;
+  path.AddSegment(from, to);
+  Draw(*this, path, kAGAffineTransformIdentity, kAGDrawModeStrokeOnly);
+}
+
+void AGContext::DrawLines(ATNumberArray<AGPoint, double, 0> const& points, bool close) const {
+  DrawLines(points, kAGAffineTransformIdentity, close);
+}
+
+void AGContext::DrawLines(ATNumberArray<AGPoint, double, 0> const& points, AGAffineTransform const& t,
+                          bool close) const {
+  AGPath path;
+  path.AddLines(points, close);
+  Draw(*this, path, t, kAGDrawModeFillAndStroke);
+}
+
+void AGContext::DrawRects(ATNumberArray<AGRect, double, 0> const& rects) const {
+  DrawRects(rects, kAGAffineTransformIdentity);
+}
+
+void AGContext::DrawRects(ATNumberArray<AGRect, double, 0> const& rects, AGAffineTransform const& t) const {
+  AGPath path;
+  path.AddRects(rects, false);
+  Draw(*this, path, t, kAGDrawModeFillAndStroke);
+}
+
+void AGContext::DrawPath(AGPath const& path) const {
+  Draw(*this, path, kAGAffineTransformIdentity, kAGDrawModeFillAndStroke);
+}
+
+void AGContext::DrawPath(AGPath const& path, AGAffineTransform const& t) const {
+  Draw(*this, path, t, kAGDrawModeFillAndStroke);
+}
+
+void AGContext::DrawPath(AGPath const& path, AGRect const& rect, bool keepAspect) const {
+  if (path.IsEmpty()) return;
+  const AGAffineTransform fit = AGGraphicsLow::FitBox(path.GetBoundingBox(), rect, keepAspect);
+  Draw(*this, path, fit, kAGDrawModeFillAndStroke);
+}

@@ -1,0 +1,38 @@
+// The bridge to the native drawing API: everything that turns the kit's brushes, pens and paths into native paint.
+//
+// Every call saves the port's state and restores it at the end; nothing leaks from one call to the next, and every
+// native object that a call creates is released in it. A missing port, an empty path, and an invisible brush or pen are
+// skipped in silence.
+#pragma once
+
+#include <cstdint>
+
+#include "graphics/AGContext.h"
+
+/// What of a shape is drawn: bit 1 suppresses the stroke, bit 2 the fill.
+using AGDrawMode = std::uint32_t;
+inline constexpr AGDrawMode kAGDrawModeFillAndStroke = 0;
+inline constexpr AGDrawMode kAGDrawModeFillOnly = 1;
+inline constexpr AGDrawMode kAGDrawModeStrokeOnly = 2;
+inline constexpr AGDrawMode kAGDrawModeNothing = 3;
+
+namespace AGGraphicsLow {
+
+/// Draws the path through `transform` and then the context's own. Returns whether anything was attempted.
+bool AGContextDrawPath(AGContext const& context, AGPath const& path, AGAffineTransform const& transform,
+                       AGDrawMode mode);
+
+/// Fills a rectangle, rounded to whole units and cut to the surface, with the colour's red, green and blue: the clear
+/// is opaque whatever the colour's alpha.
+void AGContextClearPixels(AGContext const& context, AGColor color, AGRect const& rect);
+/// The same rectangle set to transparent black.
+void AGContextErasePixels(AGContext const& context, AGRect const& rect);
+
+/// The scale and translation that map `box` onto `target`, narrowed first, when the aspect is kept, around its centre
+/// to the ratio of the box. All zero when the box has no width or no height.
+AGAffineTransform FitBox(AGRect const& box, AGRect const& target, bool keepAspect);
+
+/// `color` with red, green and blue multiplied by the factor, when that differs from 1 by more than 0.004.
+AGColor ApplyColorFactor(AGColor color, double factor);
+
+}  // namespace AGGraphicsLow

@@ -1,0 +1,154 @@
+// Filling and stroking paths, and clearing.
+#include <algorithm>
+#include <cmath>
+
+#include "graphics/AGAffineTransformFactorize.h"
+#include "graphics/native/AGGraphicsLow.h"
+#include "graphics/native/AGGraphicsLowSupport.h"
+
+namespace AGGraphicsLow {
+namespace {
+
+// Below this ratio the nib is elliptical.
+constexpr double kRoundNibRatio = 0.99;
+
+CGPathDrawingMode FillRule(AGBrush const& brush) {
+  return brush.FillMode() == kAGBrushFillWinding ? kCGPathFill : kCGPathEOFill;
+}
+
+void FillSolid(AGContext const& context, AGPath const& path) {
+  CGContextRef port = context.NativePort();
+  SetFillColor(port, ApplyColorFactor(context.brush.Color(), context.colorFactor));
+  CGContextBeginPath(port);
+  CGContextAddPath(port, path.NativePath());
+  CGContextDrawPath(port, FillRule(context.brush));
+}
+
+void Fill(AGContext const& context, AGPath const& path, AGAffineTransform const& transform) {
+  const PortScope scope(context);
+  const AGAffineTransform matrix = PathToPort(context, path, transform);
+  if (!matrix.IsIdentity()) CGContextConcatCTM(context.NativePort(), NativeTransform(matrix));
+  FillSolid(context, path);
+}
+
+double StrokeWidth(AGContext const& context) {
+  const AGAffineTransform& t = context.transform;
+  const double size = context.pen.Size();
+  if (context.pen.SizeMode() != kAGPenSizeModeRelative) return size;
+  return size * std::sqrt((t.a * t.a + t.b * t.b + t.c * t.c + t.d * t.d) * 0.5);
+}
+
+// The pen counts square before round, the native layer round before square.
+CGLineCap NativeCap(AGPenLineCap cap) {
+  switch (cap) {
+    case kAGPenLineCapSquare:
+      return kCGLineCapSquare;
+    case kAGPenLineCapRound:
+      return kCGLineCapRound;
+    default:
+      return kCGLineCapButt;
+  }
+}
+
+CGLineJoin NativeJoin(AGPenLineJoin join) {
+  switch (join) {
+    case kAGPenLineJoinBevel:
+      return kCGLineJoinBevel;
+    case kAGPenLineJoinRound:
+      return kCGLineJoinRound;
+    default:
+      return kCGLineJoinMiter;
+  }
+}
+
+// Maps a round nib onto one that is thin across the pen's direction: it scales y, then turns by θ, so that the long
+// axis of the ellipse lies along θ.
+AGAffineTransform NibMatrix(AGPen const& pen, AGAffineTransform const& matrix) {
+  double rotation = 0;
+  AGAffineTransformFactorize(matrix, nullptr, nullptr, &rotation, nullptr);
+  const double theta = pen.Angle() - rotation;
+  const double ratio = std::max(pen.Ratio(), 1.001 / pen.Size());
+  return {std::cos(theta), std::sin(theta), -ratio * std::sin(theta), ratio * std::cos(theta), 0, 0};
+}
+
+// The nib matrix has no translation and the determinant `ratio`, which is never 0.
+AGAffineTransform InverseOfNib(AGAffineTransform const& nib) {
+  const double determinant = nib.Determinant();
+  return {nib.d / determinant, -nib.b / determinant, -nib.c / determinant, nib.a / determinant, 0, 0};
+}
+
+void StrokeMapped(AGContext const& context, AGPath const& path, AGAffineTransform const& matrix) {
+  CGContextRef port = context.NativePort();
+  const MappedPath mapped(path.NativePath(), matrix);
+  SetStrokeColor(port, ApplyColorFactor(context.pen.Brush().Color(), context.colorFactor));
+  CGContextBeginPath(port);
+  CGContextAddPath(port, mapped.Get());
+  CGContextDrawPath(port, kCGPathStroke);
+}
+
+void Stroke(AGContext const& context, AGPath const& path, AGAffineTransform const& transform) {
+  const PortScope scope(context);
+  CGContextRef port = context.NativePort();
+  CGContextSetLineWidth(port, StrokeWidth(context));
+  CGContextSetLineCap(port, NativeCap(context.pen.LineCap()));
+  CGContextSetLineJoin(port, NativeJoin(context.pen.LineJoin()));
+
+  const AGAffineTransform matrix = PathToPort(context, path, transform);
+  if (context.pen.Ratio() < kRoundNibRatio) {
+    const AGAffineTransform nib = NibMatrix(context.pen, matrix);
+    CGContextConcatCTM(port, NativeTransform(nib));
+    StrokeMapped(context, path, AGAffineTransformConcat(matrix, InverseOfNib(nib)));
+  } else {
+    StrokeMapped(context, path, matrix);
+  }
+}
+
+double Round(double value) { return std::floor(value + 0.5); }
+
+// The part of `rect` on the surface, in whole units; false when there is none.
+bool TakeSurfaceRect(AGContext const& context, AGRect const& rect, CGRect* out) {
+  const double x0 = std::max(Round(rect.x0), 0.0);
+  const double y0 = std::max(Round(rect.y0), 0.0);
+  const double x1 = std::min(Round(rect.x1), Round(context.Size().width));
+  const double y1 = std::min(Round(rect.y1), Round(context.Size().height));
+  if (context.NativePort() == nullptr || !(x0 < x1 && y0 < y1)) return false;
+  *out = CGRectMake(x0, y0, x1 - x0, y1 - y0);
+  return true;
+}
+
+}  // namespace
+
+bool AGContextDrawPath(AGContext const& context, AGPath const& path, AGAffineTransform const& transform,
+                       AGDrawMode mode) {
+  if (context.NativePort() == nullptr || path.IsEmpty() || !(context.alpha >= AGContext::kMinVisibleAlpha)) {
+    return false;
+  }
+  const bool fills = context.brush.Appears() && (mode & kAGDrawModeStrokeOnly) == 0;
+  const bool strokes = context.pen.Appears() && (mode & kAGDrawModeFillOnly) == 0;
+  if (fills) Fill(context, path, transform);
+  if (strokes) Stroke(context, path, transform);
+  return fills || strokes;
+}
+
+void AGContextClearPixels(AGContext const& context, AGColor color, AGRect const& rect) {
+  CGRect cleared;
+  if (!TakeSurfaceRect(context, rect, &cleared)) return;
+  CGContextRef port = context.NativePort();
+  CGContextSaveGState(port);
+  CGContextSetShouldAntialias(port, false);
+  SetFillColor(port, AGColor(color.Red(), color.Green(), color.Blue(), 255));
+  CGContextFillRect(port, cleared);
+  CGContextRestoreGState(port);
+}
+
+void AGContextErasePixels(AGContext const& context, AGRect const& rect) {
+  CGRect cleared;
+  if (!TakeSurfaceRect(context, rect, &cleared)) return;
+  CGContextRef port = context.NativePort();
+  CGContextSaveGState(port);
+  CGContextSetShouldAntialias(port, false);
+  CGContextClearRect(port, cleared);
+  CGContextRestoreGState(port);
+}
+
+}  // namespace AGGraphicsLow

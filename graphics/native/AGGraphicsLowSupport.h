@@ -1,0 +1,47 @@
+// What the files of the native bridge share. Private to the bridge.
+#pragma once
+
+#include "CoreGraphics/CGContext.h"
+#include "graphics/AGContext.h"
+
+namespace AGGraphicsLow {
+
+/// Saves the port's state for the time of one call and gives it the context's antialias switch, alpha and clip.
+class PortScope {
+ public:
+  explicit PortScope(AGContext const& context);
+  PortScope(PortScope const&) = delete;
+  PortScope& operator=(PortScope const&) = delete;
+  ~PortScope();
+
+ private:
+  CGContextRef port_;
+};
+
+/// Narrows the port's clip to the context's clip path, which goes through the context's transform.
+void _LowAGContextInstallClipPath(AGContext const& context, CGContextRef port);
+
+/// From the path's own coordinates to the port's: its origin, the per-call transform, the context's.
+AGAffineTransform PathToPort(AGContext const& context, AGPath const& path, AGAffineTransform const& transform);
+
+CGAffineTransform NativeTransform(AGAffineTransform const& t);
+
+/// A native path through a transform for the time of a call; the path itself where that is the identity.
+class MappedPath {
+ public:
+  MappedPath(CGPathRef path, AGAffineTransform const& transform);
+  MappedPath(MappedPath const&) = delete;
+  MappedPath& operator=(MappedPath const&) = delete;
+  ~MappedPath();
+
+  CGPathRef Get() const { return copy_ != nullptr ? copy_ : path_; }
+
+ private:
+  CGPathRef path_;
+  CGPathRef copy_;
+};
+
+void SetFillColor(CGContextRef port, AGColor color);
+void SetStrokeColor(CGContextRef port, AGColor color);
+
+}  // namespace AGGraphicsLow

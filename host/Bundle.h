@@ -1,0 +1,36 @@
+// A loaded plug-in bundle.
+//
+// A bundle is a shared library that exports pluginMain. It is loaded by dlopen, its entry is called once with the host
+// service record, and from then on it is known only by the classes that it registered. Destroying the bundle takes its
+// classes out of the registry and unloads it; instances of them must be gone before.
+#pragma once
+
+#include <memory>
+#include <string>
+
+#include "host/Host.h"
+
+namespace host {
+
+class Bundle {
+ public:
+  /// Null when the bundle can't be used, with one line in `*error` that says why.
+  static std::unique_ptr<Bundle> Load(std::string const& path, std::string* error);
+
+  Bundle(Bundle const&) = delete;
+  Bundle& operator=(Bundle const&) = delete;
+  ~Bundle();
+
+  std::string const& Path() const { return path_; }
+  /// The classes that the bundle registered.
+  std::vector<RegisteredClass const*> Classes() const;
+
+ private:
+  Bundle(std::string path, void* library);
+
+  std::string path_;
+  void* library_;
+  std::size_t firstClass_;
+};
+
+}  // namespace host

@@ -1,0 +1,52 @@
+// The host's registry of object classes: the host's own chain of base classes, and what bundles registered.
+//
+// The registry owns the class records and the panels that bundles attached to them. Class IDs are unique.
+#pragma once
+
+#include <memory>
+#include <vector>
+
+#include "kit/AKClass.h"
+#include "kit/AKGUIDesc.h"
+
+namespace host {
+
+struct RegisteredClass {
+  std::unique_ptr<AKClass> record;
+  std::unique_ptr<AKGUIDesc> panel;  ///< null for a class without an inspector
+  bool fromBundle;                   ///< false for the host's own base classes
+};
+
+class ClassRegistry {
+ public:
+  // Statuses of a refused registration.
+  static constexpr int kStatusBadInfo = -701;    ///< no ID, no name, no constructor or destructor, or no size
+  static constexpr int kStatusDuplicate = -702;  ///< a class of that ID exists
+  static constexpr int kStatusNoParent = -703;   ///< the parent class does not exist
+
+  /// With the host's own classes in it.
+  ClassRegistry();
+
+  /// Makes a record from a bundle's description. Logs and returns a status above on failure.
+  int Register(AKClassInfo const& info, AKClass** out);
+  void AttachPanel(AKClass* cls, AKGUIDesc* panel);
+
+  /// Null when there is none.
+  AKClass* Find(AKClassID id) const;
+  RegisteredClass const* FindEntry(AKClassID id) const;
+  AKClass* Top() const { return classes_.front().record.get(); }
+  std::vector<RegisteredClass> const& Classes() const { return classes_; }
+
+  /// Forgets the classes registered after the first `count`, the last first; their instances must be gone.
+  void RemoveAfter(std::size_t count);
+
+ private:
+  void AddOwn(const char* id, const char* parent, const char* name);
+
+  std::vector<RegisteredClass> classes_;
+};
+
+/// The name that users see: what the bundle set, or the class name.
+AKString const& DisplayName(AKClass const& cls);
+
+}  // namespace host

@@ -1,0 +1,38 @@
+// The commands of objecthost.
+//
+// Each gets the words behind its name and returns the exit code: 0, or 1 with one line on standard error.
+#pragma once
+
+#include <string>
+#include <vector>
+
+namespace host {
+
+struct Command {
+  const char* name;
+  const char* summary;  ///< one line for the list of commands
+  const char* help;     ///< usage and details
+  int (*run)(std::vector<std::string> const& words);
+};
+
+/// All commands, in the order in which they are listed.
+std::vector<Command> const& Commands();
+/// Null for an unknown name.
+Command const* FindCommand(std::string const& name);
+
+/// Prints "objecthost: message" on standard error and returns 1.
+int Fail(std::string const& message);
+
+// The commands, one file an area.
+extern const Command kNewCommand;
+extern const Command kAddCommand;
+extern const Command kListCommand;
+extern const Command kGetCommand;
+extern const Command kSetCommand;
+extern const Command kDrawCommand;
+extern const Command kInspectCommand;
+extern const Command kInfoCommand;
+extern const Command kDemoCommand;
+extern const Command kVerifyCommand;
+
+}  // namespace host

@@ -1,0 +1,42 @@
+// The words of a command: positional arguments and options, each option with a value or none.
+#pragma once
+
+#include <map>
+#include <string>
+#include <vector>
+
+namespace host {
+
+class CommandLine {
+ public:
+  /// Options that take a value, and options that do not; both without their dashes.
+  CommandLine(std::vector<std::string> withValue, std::vector<std::string> withoutValue);
+
+  /// Sorts the words. An argument that begins with a dash but is a number counts as positional. False, with one line in
+  /// `*error`, for an unknown option, a missing value, or a count of positional arguments out of range.
+  bool Parse(std::vector<std::string> const& words, std::size_t least, std::size_t most, std::string* error);
+
+  std::vector<std::string> const& Positional() const { return positional_; }
+  bool Has(std::string const& option) const { return values_.count(option) != 0; }
+  /// The values of an option in the order given; empty when it was not.
+  std::vector<std::string> Values(std::string const& option) const;
+  /// The last value, or `fallback`.
+  std::string Value(std::string const& option, std::string const& fallback) const;
+
+ private:
+  std::vector<std::string> withValue_;
+  std::vector<std::string> withoutValue_;
+  std::vector<std::string> positional_;
+  std::map<std::string, std::vector<std::string>> values_;
+};
+
+/// "name=value" split at the first "="; false when there is none or the name is empty.
+bool SplitAssignment(std::string const& text, std::string* name, std::string* value);
+
+/// A count or index: decimal digits only.
+bool ParseIndex(std::string const& text, std::size_t* value);
+
+/// `count` finite numbers separated by commas.
+bool ParseNumbers(std::string const& text, std::size_t count, std::vector<double>* values);
+
+}  // namespace host

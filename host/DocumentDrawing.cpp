@@ -1,0 +1,76 @@
+#include "host/DocumentDrawing.h"
+
+#include <cstdio>
+#include <cstdlib>
+#include <memory>
+
+#include "CoreGraphics/CGBitmapContext.h"
+#include "CoreGraphics/CGContext.h"
+#include "graphics/AKDrawEvent.h"
+#include "host/SlotCall.h"
+
+namespace host {
+namespace {
+
+// A box with its diagonals, so that nobody takes it for a drawn rectangle.
+void DrawPlaceholder(DocumentObject const& object, AGContext const& context) {
+  AGContext copy(context);
+  copy.brush.SetStyleNone();
+  copy.pen.SetStyleSolid(AGColor(128, 128, 128), 1.0, kAGPenSizeModeAbsolute);
+  const AGRect& b = object.bounds;
+  copy.DrawRect(b);
+  copy.DrawSegment({b.x0, b.y0}, {b.x1, b.y1});
+  copy.DrawSegment({b.x0, b.y1}, {b.x1, b.y0});
+}
+
+void DrawObject(DocumentObject const& object, AGContext const& context) {
+  if (object.IsPlaceholder()) {
+    DrawPlaceholder(object, context);
+    return;
+  }
+  AKClass const& cls = *object.instance->Class();
+  if (!HasSlot(cls, kAKMethodDraw)) return;
+  AKDrawEvent event;
+  event.bounds = object.bounds;
+  event.angle = object.angle;
+  event.recommendedBrush = &object.brush;
+  event.recommendedPen = &object.pen;
+  CallSlot<int, AGContext const&, AKDrawEvent const&>(cls, kAKMethodDraw, object.instance.get(), context, event);
+}
+
+}  // namespace
+
+void DrawObjects(Document const& document, AGContext const& context, double scale) {
+  CGContextRef port = context.NativePort();
+  CGContextSaveGState(port);
+  CGContextConcatCTM(port, {scale, 0, 0, scale, 0, 0});
+  for (DocumentObject const& object : document.Objects()) DrawObject(object, context);
+  CGContextRestoreGState(port);
+}
+
+bool RenderPNG(Document const& document, double scale, std::vector<unsigned char>* png, std::string* error) {
+  const AGSize size{document.Page().width * scale, document.Page().height * scale};
+  AGBitmap bitmap(size, AGBitmap::kFlagLittleEndian | AGBitmap::kFlagZeroFill);
+  if (!bitmap.IsOpen()) {
+    char text[128];
+    std::snprintf(text, sizeof(text), "can't make a picture of %.6g by %.6g pixels", size.width, size.height);
+    *error = text;
+    return false;
+  }
+  AGContext context = bitmap.GetContextOfBitmap();
+  context.ClearPixels(document.Background());
+  DrawObjects(document, context, scale);
+
+  std::size_t byteCount = 0;
+  std::unique_ptr<void, decltype(&std::free)> bytes(CGBitmapContextCopyPNG(bitmap.NativeContext(), &byteCount),
+                                                    &std::free);
+  if (!bytes) {
+    *error = "can't encode the picture";
+    return false;
+  }
+  const auto* first = static_cast<const unsigned char*>(bytes.get());
+  png->assign(first, first + byteCount);
+  return true;
+}
+
+}  // namespace host

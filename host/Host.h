@@ -1,0 +1,49 @@
+// The host as bundles meet it: its services behind tables, its class registry, and the bundles that are loaded.
+//
+// There is one host in a process, since the tables' entries are plain functions. Everything runs on the main thread.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "host/ClassRegistry.h"
+#include "kit/AKClassSetup.h"
+#include "kit/files/AKFilePath.h"
+
+namespace host {
+
+class Host {
+ public:
+  static constexpr std::uint32_t kAPIVersion = 0x00030800;
+
+  /// The process's host, made on first use.
+  static Host& Instance();
+
+  Host(Host const&) = delete;
+  Host& operator=(Host const&) = delete;
+
+  ClassRegistry& Classes() { return classes_; }
+  /// What a bundle is given.
+  AKHostServiceRecord ServiceRecord() const;
+
+  /// Log lines go to standard error unless a test collects them here.
+  std::vector<std::string>* collectedLog = nullptr;
+  /// While this is not 0 log lines of host and bundles are dropped; see QuietLog.
+  unsigned int quietCount = 0;
+  /// The localisation domain in force: the one that was set last.
+  std::string localeDomain;
+  /// What the last inspector event or handler call named the change.
+  AKString actionName;
+
+ private:
+  Host();
+
+  ClassRegistry classes_;
+};
+
+/// The host's tables, each made once.
+void* GeneralTable();
+void* ClassTable();
+void* HandlerTable();
+
+}  // namespace host

@@ -1,0 +1,19 @@
+// Calls an object's methods through the slots of its class record.
+#pragma once
+
+#include "kit/AKClass.h"
+#include "kit/AKHostCall.h"
+
+namespace host {
+
+inline bool HasSlot(AKClass const& cls, unsigned int index) { return cls.methods[index].function != 0; }
+
+/// Calls a slot that the class provides; HasSlot tells whether it does.
+template <typename Result, typename... Parameters>
+Result CallSlot(AKClass const& cls, unsigned int index, AKObject const* object, Parameters... arguments) {
+  AKMethodSlot const& slot = cls.methods[index];
+  return AKHostCallMethod<Result, Parameters...>(slot.function, slot.adjustment, const_cast<AKObject*>(object),
+                                                 arguments...);
+}
+
+}  // namespace host

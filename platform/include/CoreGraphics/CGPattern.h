@@ -1,0 +1,33 @@
+// Patterns: a cell that a callback draws, repeated over the plane.
+//
+// The cell lives in the context's base space: the current matrix neither scales nor turns it, only the phase moves it.
+#pragma once
+
+#include "CoreGraphics/CGBase.h"
+#include "CoreGraphics/CGGeometry.h"
+
+struct CGContext;
+struct CGPattern;
+typedef struct CGPattern* CGPatternRef;
+
+enum CGPatternTiling {
+  kCGPatternTilingNoDistortion = 0,
+  kCGPatternTilingConstantSpacingMinimalDistortion = 1,
+  kCGPatternTilingConstantSpacing = 2,
+};
+
+typedef void (*CGPatternDrawPatternCallback)(void* info, struct CGContext* context);
+typedef void (*CGPatternReleaseInfoCallback)(void* info);
+
+struct CGPatternCallbacks {
+  unsigned int version;  ///< 0
+  CGPatternDrawPatternCallback drawPattern;
+  CGPatternReleaseInfoCallback releaseInfo;  ///< may be null; called when the pattern is gone
+};
+
+/// The cell is drawn once, at one pixel a unit. Null unless the pattern is coloured, the bounds begin at (0, 0) and
+/// have whole sides of 1 to 1024 that equal the steps, and the matrix is the identity.
+CG_EXTERN CGPatternRef CGPatternCreate(void* info, CGRect bounds, CGAffineTransform matrix, CGFloat xStep,
+                                       CGFloat yStep, CGPatternTiling tiling, bool isColored,
+                                       const CGPatternCallbacks* callbacks);
+CG_EXTERN void CGPatternRelease(CGPatternRef pattern);
