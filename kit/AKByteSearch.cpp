@@ -2,6 +2,16 @@
 
 #include "kit/AKByteSearch_p.h"
 
+namespace {
+
+/// Whether the rest of `sub` follows where its first byte stands. Its last byte tells most false starts apart.
+bool RestMatches(const char* text, const char* sub, unsigned int sub_length) {
+  const unsigned int last = sub_length - 1;
+  return text[last] == sub[last] && (last < 2 || std::memcmp(text + 1, sub + 1, last - 1) == 0);
+}
+
+}  // namespace
+
 const char* akbytes::Find(const char* text, unsigned int length, const char* sub, unsigned int sub_length) {
   if (sub_length > length) return nullptr;
   if (sub_length == 0) return text;
@@ -14,7 +24,7 @@ const char* akbytes::Find(const char* text, unsigned int length, const char* sub
     if (text > last) return nullptr;
     text = static_cast<const char*>(std::memchr(text, sub[0], static_cast<std::size_t>(last - text) + 1));
     if (text == nullptr) return nullptr;
-    if (std::memcmp(text, sub, sub_length) == 0) return text;
+    if (RestMatches(text, sub, sub_length)) return text;
     ++text;
   }
   return static_cast<const char*>(memmem(text, static_cast<std::size_t>(end - text), sub, sub_length));
@@ -24,7 +34,7 @@ const char* akbytes::FindLast(const char* text, unsigned int latest, const char*
   if (sub_length == 0) return text + latest;
   for (std::size_t room = std::size_t{latest} + 1; room > 0;) {
     const auto* const found = static_cast<const char*>(memrchr(text, sub[0], room));
-    if (found == nullptr || std::memcmp(found, sub, sub_length) == 0) return found;
+    if (found == nullptr || RestMatches(found, sub, sub_length)) return found;
     room = static_cast<std::size_t>(found - text);
   }
   return nullptr;

@@ -55,9 +55,12 @@ void AKSharedBytes::GrowTo(unsigned int length) {
     MakePrivate(length);
     return;
   }
-  constexpr unsigned int kSmallest = 15;
-  const std::uint64_t half = std::uint64_t{Capacity()} + Capacity() / 2;
-  MakePrivate(static_cast<unsigned int>(std::clamp<std::uint64_t>(half, std::max(length, kSmallest), kMaxLength)));
+  // Small texts double; large ones grow by a half, which wastes less and is as linear.
+  constexpr unsigned int kSmallest = 63;
+  constexpr unsigned int kLarge = 1U << 20;
+  const std::uint64_t old = Capacity();
+  const std::uint64_t grown = old < kLarge ? 2 * old + 1 : old + old / 2;
+  MakePrivate(static_cast<unsigned int>(std::clamp<std::uint64_t>(grown, std::max(length, kSmallest), kMaxLength)));
 }
 
 void AKSharedBytes::Assign(const void* data, unsigned int length) {
@@ -88,6 +91,9 @@ void AKSharedBytes::Append(const void* data, unsigned int length) {
   std::memcpy(Bytes() + old_length, source, length);
   SetPrivateLength(old_length + length);
 }
+
+// By value, so that the quick path of AppendByte keeps its byte in a register.
+void AKSharedBytes::GrowAndAppendByte(char byte) { Append(&byte, 1); }
 
 void AKSharedBytes::Resize(unsigned int length) {
   const unsigned int old_length = Length();

@@ -91,13 +91,17 @@ class AKSharedBytes {
 
   /// Adds one byte.
   void AppendByte(char byte) {
-    const unsigned int length = Length();
-    if (length < Capacity() && IsPrivate()) {
-      Bytes()[length] = byte;
-      SetPrivateLength(length + 1);
-    } else {
-      Append(&byte, 1);
+    AKSharedBuffer* const buffer = buffer_;
+    const unsigned int length = buffer->length;
+    // The static buffer has no room, so that a buffer with room and one owner is private.
+    if (length >= buffer->capacity || buffer->owners.load(std::memory_order_acquire) != 1) {
+      GrowAndAppendByte(byte);
+      return;
     }
+    char* const end = reinterpret_cast<char*>(buffer + 1) + length;
+    end[0] = byte;
+    end[1] = '\0';
+    buffer->length = length + 1;
   }
 
  private:
@@ -125,6 +129,7 @@ class AKSharedBytes {
   bool Owns(const char* data) const;
   void MakePrivate(unsigned int capacity);
   void GrowTo(unsigned int length);
+  void GrowAndAppendByte(char byte);
 
   AKSharedBuffer* buffer_;
 };

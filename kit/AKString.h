@@ -179,7 +179,8 @@ class AKString {
   static int SkipFromFile(const AKFile& file);
 
  private:
-  explicit AKString(AKSharedBytes bytes) noexcept : bytes_(std::move(bytes)) {}
+  /// For texts of equal lengths, which are held by value: they may be this string itself.
+  unsigned int ReplaceAllInPlace(AKString find, AKString with, unsigned int start);
 
   AKSharedBytes bytes_;
 };

@@ -39,6 +39,7 @@ bool AKString::ReplaceFirst(const AKString& find, const AKString& with, unsigned
 
 unsigned int AKString::ReplaceAll(const AKString& find, const AKString& with, unsigned int start) {
   if (!MayReplace(*this, find, with, start)) return 0;
+  if (find.Length() == with.Length()) return ReplaceAllInPlace(find, with, start);
   AKString result;
   unsigned int count = 0;
   const char* copied = begin();
@@ -53,6 +54,22 @@ unsigned int AKString::ReplaceAll(const AKString& find, const AKString& with, un
   if (count == 0) return 0;
   result.Append(copied, static_cast<unsigned int>(end() - copied));
   Swap(&result);
+  return count;
+}
+
+unsigned int AKString::ReplaceAllInPlace(AKString find, AKString with, unsigned int start) {
+  const unsigned int length = find.Length();
+  unsigned int pos = 0;
+  if (!Find(find, start, &pos)) return 0;
+  char* const last = MutableData() + Length();
+  char* at = last - Length() + pos;
+  unsigned int count = 0;
+  while (at != nullptr) {
+    std::memcpy(at, with.CStr(), length);
+    at += length;
+    ++count;
+    at = const_cast<char*>(akbytes::Find(at, static_cast<unsigned int>(last - at), find.CStr(), length));
+  }
   return count;
 }
 
