@@ -61,10 +61,10 @@ def include_findings(root, source):
 
 
 def compile_finding(root, compiler, header):
-    command = [compiler, "-std=c++20", "-fsyntax-only", "-x", "c++", "-Wall", "-Werror", "-Wno-pragma-once-outside-header",
-               "-I", str(root), "-I", str(root / "platform/include"), str(root / header)]
-    flags = os.environ.get("HEADER_FLAGS", "").split()
-    result = subprocess.run(command + flags, capture_output=True, text=True, check=False)
+    command = [compiler, "-std=c++20", "-fsyntax-only", "-x", "c++", "-Wall", "-Werror", "-I", str(root),
+               "-I", str(root / "platform/include"), "-"] + os.environ.get("HEADER_FLAGS", "").split()
+    source = f'#include "{root / header}"\n'
+    result = subprocess.run(command, input=source, capture_output=True, text=True, check=False)
     return None if result.returncode == 0 else f"{header}: does not compile alone\n{result.stderr[:2000]}"
 
 
