@@ -3,3 +3,9 @@ add_executable(locale_tests locale/DecimalCommaTest.cpp)
 target_link_libraries(locale_tests PRIVATE ak_kit GTest::gtest)
 file(MAKE_DIRECTORY ${CMAKE_CURRENT_BINARY_DIR}/locales)
 add_test(NAME locale.DecimalComma COMMAND locale_tests ${CMAKE_CURRENT_BINARY_DIR}/locales)
+
+# The table of the character sets is made from the code; the document must be what the code gives.
+add_executable(character_set_table ${PROJECT_SOURCE_DIR}/docs/CharacterSetTable.cpp)
+target_link_libraries(character_set_table PRIVATE ak_kit)
+add_test(NAME docs.CharacterSets
+         COMMAND sh -c "$<TARGET_FILE:character_set_table> | diff - ${PROJECT_SOURCE_DIR}/docs/character-sets.md")
