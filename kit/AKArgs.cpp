@@ -51,9 +51,9 @@ AKString AKArgs::GetParam(const AKString& key) const {
 }
 
 bool AKArgs::GetParam(const AKString& key, AKString* value) const {
-  const AKString sought(key);  // `value` may be the key itself
-  for (const AKString& argument : arguments_) {
-    if (argument.StartsWith(sought, value)) return true;
-  }
-  return false;
+  AKString rest;  // not `value` itself, which may be the key
+  bool found = false;
+  for (unsigned int i = 0; i < Count() && !found; ++i) found = arguments_[i].StartsWith(key, &rest);
+  if (value != nullptr && !arguments_.IsEmpty()) value->Swap(&rest);
+  return found;
 }

@@ -45,9 +45,8 @@ class AKSharedBytes {
   ~AKSharedBytes() { Release(buffer_); }
 
   AKSharedBytes& operator=(const AKSharedBytes& other) noexcept {
-    AKSharedBuffer* const old = buffer_;
-    buffer_ = Retained(other.buffer_);  // before the release: `other` may be this handle or die with the old buffer
-    Release(old);
+    AKSharedBytes copy(other);  // before the old buffer goes, which `other` may die with
+    Swap(&copy);
     return *this;
   }
   AKSharedBytes& operator=(AKSharedBytes&& other) noexcept {

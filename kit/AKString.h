@@ -179,8 +179,8 @@ class AKString {
   static int SkipFromFile(const AKFile& file);
 
  private:
-  /// For texts of equal lengths, which are held by value: they may be this string itself.
-  unsigned int ReplaceAllInPlace(AKString find, AKString with, unsigned int start);
+  /// For different texts of equal lengths.
+  unsigned int ReplaceAllInPlace(const AKString& find, const AKString& with, unsigned int start);
 
   AKSharedBytes bytes_;
 };

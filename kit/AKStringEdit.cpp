@@ -57,9 +57,10 @@ unsigned int AKString::ReplaceAll(const AKString& find, const AKString& with, un
   return count;
 }
 
-unsigned int AKString::ReplaceAllInPlace(AKString find, AKString with, unsigned int start) {
+unsigned int AKString::ReplaceAllInPlace(const AKString& find, const AKString& with, unsigned int start) {
   const unsigned int length = find.Length();
   unsigned int pos = 0;
+  // Either argument may be this string itself: then there is one match, the whole text, or none.
   if (!Find(find, start, &pos)) return 0;
   char* const last = MutableData() + Length();
   char* at = last - Length() + pos;

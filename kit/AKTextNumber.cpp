@@ -18,7 +18,7 @@ char* LocalizeSeparator(char* begin, char* end) {
   if (dot == end) return end;
   const std::size_t length = std::min<std::size_t>(std::strlen(separator), 8);
   std::memmove(dot + length, dot + 1, static_cast<std::size_t>(end - dot - 1));
-  std::memcpy(dot, separator, length);
+  std::copy_n(separator, length, dot);
   return end + length - 1;
 }
 

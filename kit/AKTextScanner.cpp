@@ -134,6 +134,7 @@ const char* Scanner::PlainDecimalEnd(const char* p) const {
 template <typename T>
 bool Scanner::FloatOf(T* value) {
   SkipSpace();
+  if (position_ == end_) return false;
   const char* start = position_;
   if (end_ - start >= 2 && start[0] == '+' && start[1] != '-') ++start;
   const char* const stop = PlainDecimalEnd(start);
