@@ -28,10 +28,8 @@ void AGAffineTransformFactorize(const AGAffineTransform& t, AGPoint* shear, AGPo
   double sy = std::hypot(orthogonal.x, orthogonal.y);
   if (t.Determinant() < 0) sy = -sy;
 
-  if (shear) {
-    const AGPoint v = sy == 0 ? AGPoint{0, 0} : AGPoint{orthogonal.x / sy, orthogonal.y / sy};
-    *shear = {sx == 0 ? 0 : (t.c * v.y - t.d * v.x) / sx, 0};
-  }
+  // The orthogonal unit vector turns u by a quarter, so that its cross product with (c, d) is the part along u.
+  if (shear) *shear = {sx == 0 || sy == 0 ? 0 : along / sx, 0};
   if (scale) *scale = {sx, sy};
   if (rotation) *rotation = AngleOf(u);
 }

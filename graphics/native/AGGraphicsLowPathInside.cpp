@@ -114,8 +114,10 @@ class CrossingCounter {
 }  // namespace
 
 bool AGGraphicsLow::AGPathIsPointInPath(AGPath const& path, AGPoint const& point, AGBrushFillMode mode) {
-  if (path.IsEmpty()) return false;
-  CrossingCounter counter(point - path.Origin());
+  const AGPoint p = point - path.Origin();
+  // No comparison would ever stop the halving of a curve around a point that is no number.
+  if (path.IsEmpty() || std::isnan(p.x) || std::isnan(p.y)) return false;
+  CrossingCounter counter(p);
   CGPathApply(path.NativePath(), &counter, &CrossingCounter::Visit);
   const int winding = counter.Winding();
   return mode == kAGBrushFillWinding ? winding != 0 : (winding & 1) != 0;

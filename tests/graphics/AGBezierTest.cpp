@@ -136,7 +136,8 @@ TEST(AGBezier, ResampledAdaptive_RandomCurves_StayWithinThePrecisionOfTheCurve) 
     const double precision = 0.25 * (1 << round % 7);
     const AGPointArray line = Adaptive(c, precision, true);
     ASSERT_EQ(line, Adaptive(c, precision > 16 ? 100 : precision, true));
-    // Neighbouring middles skip the split point between them, so the line may leave the curve by two pieces' deviation.
+    // Neighbouring middles skip the split point between them, and pieces of unlike
+    // length may meet there: the line may leave the curve by the deviation of three pieces, not by more.
     for (int k = 0; k <= 500; ++k) {
       const LongPoint p = DeCasteljau(c, k / 500.0L);
       double least = 1e30;
@@ -147,7 +148,7 @@ TEST(AGBezier, ResampledAdaptive_RandomCurves_StayWithinThePrecisionOfTheCurve) 
         const double u = length2 > 0 ? std::clamp((px * d.x + py * d.y) / length2, 0.0, 1.0) : 0;
         least = std::min(least, std::hypot(px - u * d.x, py - u * d.y));
       }
-      ASSERT_LT(least, 2 * 0.5 / precision) << "seed " << kSeed << " round " << round;
+      ASSERT_LT(least, 3 * 0.5 / precision) << "seed " << kSeed << " round " << round;
     }
   }
 }
