@@ -7,12 +7,15 @@ bool IsBlank(char c) { return c == ' ' || c == '\t'; }
 /// Reads the token at `*position` and moves there to the character that ends it.
 AKString ReadToken(const char** position, bool stripQuotes) {
   const char* p = *position;
-  AKString token;
   bool quoted = false;
+  bool has_quotes = false;
   for (; *p != '\0' && (quoted || !IsBlank(*p)); ++p) {
-    if (*p == '"') quoted = !quoted;
-    if (*p != '"' || !stripQuotes) token.Append(*p);
+    if (*p != '"') continue;
+    quoted = !quoted;
+    has_quotes = true;
   }
+  AKString token(*position, static_cast<unsigned int>(p - *position));
+  if (stripQuotes && has_quotes) token.RemoveAll("\"", 0);
   *position = p;
   return token;
 }
