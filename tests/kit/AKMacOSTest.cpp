@@ -15,13 +15,10 @@ struct NativeText {
 };
 
 TEST(AKMacOS, EncodingNumbers_MapBothWays) {
-  struct Case {
-    AKStringEncoding kit;
-    CFStringEncoding native;
-  };
-  for (const Case& c : {Case{1, 0}, {2, 0x0500}, {3, 0x08000100}, {0, 0xFFFFFFFF}}) {
-    EXPECT_EQ(AKMacOS::CFStringEncodingConvert(c.kit), c.native);
-    EXPECT_EQ(AKMacOS::AKStringEncodingConvert(c.native), c.kit);
+  const std::pair<AKStringEncoding, CFStringEncoding> cases[] = {{1, 0}, {2, 0x0500}, {3, 0x08000100}, {0, 0xFFFFFFFF}};
+  for (const auto& [kit, native] : cases) {
+    EXPECT_EQ(AKMacOS::CFStringEncodingConvert(kit), native);
+    EXPECT_EQ(AKMacOS::AKStringEncodingConvert(native), kit);
   }
   EXPECT_EQ(AKMacOS::CFStringEncodingConvert(4), 0xFFFFFFFFU);
   EXPECT_EQ(AKMacOS::AKStringEncodingConvert(1), 0U);

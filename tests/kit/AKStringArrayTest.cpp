@@ -3,39 +3,40 @@
 #include <random>
 #include <sstream>
 #include <string>
+#include <tuple>
 
 #include "kit/AKStringArray.h"
 
 namespace {
 
-using Strings = std::initializer_list<AKString>;
+using Strings = AKStringArray;
 
 TEST(AKStringArray, SplitToArray_KeepsEmptyPiecesAndTrims) {
-  struct Case {
-    const char *text, *separators, *trim;
-    AKStringArray expected;
-  };
-  for (const Case& c : {Case{" a ; b ,,", nullptr, nullptr, Strings{"a", "b", "", ""}},
-                        {"a,", nullptr, nullptr, Strings{"a", ""}},
-                        {"", nullptr, nullptr, AKStringArray()},
-                        {" \t ", nullptr, nullptr, Strings{""}},
-                        {" a,b ", "", nullptr, Strings{"a,b"}},
-                        {" a|b ", "|", "", Strings{" a", "b "}},
-                        {"\xFF"
-                         "a\xFF,",
-                         "\xFF", ",", Strings{"", "a", ""}}}) {
-    EXPECT_EQ(AKString(c.text).SplitToArray(c.separators, c.trim), c.expected) << c.text;
+  const std::tuple<const char*, const char*, const char*, Strings> cases[] = {
+      {" a ; b ,,", nullptr, nullptr, {"a", "b", "", ""}},
+      {"a,", nullptr, nullptr, {"a", ""}},
+      {"", nullptr, nullptr, {}},
+      {" \t ", nullptr, nullptr, {""}},
+      {" a,b ", "", nullptr, {"a,b"}},
+      {" a|b ", "|", "", {" a", "b "}},
+      {"\xFF"
+       "a\xFF,",
+       "\xFF",
+       ",",
+       {"", "a", ""}}};
+  for (const auto& [text, separators, trim, expected] : cases) {
+    EXPECT_EQ(AKString(text).SplitToArray(separators, trim), expected) << text;
   }
 }
 
 TEST(AKStringArray, BuildFromArray_LosesLeadingEmptyElementsOnly) {
   AKString text("old");
-  EXPECT_EQ(text.BuildFromArray(AKStringArray(Strings{"", "", "x", "", "y"}), "-"), "x--y");
-  EXPECT_EQ(AKStringArray(Strings{"", "a"}).ConcatToString(","), "a");
-  EXPECT_EQ(AKStringArray(Strings{"a", ""}).ConcatToString(", "), "a, ");
+  EXPECT_EQ(text.BuildFromArray((Strings{"", "", "x", "", "y"}), "-"), "x--y");
+  EXPECT_EQ((Strings{"", "a"}).ConcatToString(","), "a");
+  EXPECT_EQ((Strings{"a", ""}).ConcatToString(", "), "a, ");
   EXPECT_EQ(AKStringArray().ConcatToString(","), "");
   // An element, and the separator, that is the string being built.
-  const AKStringArray both(Strings{text, text});
+  const Strings both{text, text};
   EXPECT_EQ(text.BuildFromArray(both, text), "x--yx--yx--y");
 }
 
@@ -57,9 +58,9 @@ TEST(AKStringArray, SplitAndConcat_OfTextsWithoutBlanks_AreInverse) {
 
 TEST(AKStringArray, AssignWithCStrings_EndsAtNullOrTakesTheCount) {
   const char* const list[] = {"a", "", nullptr, "b", nullptr};
-  AKStringArray array(Strings{"old"});
-  EXPECT_EQ(array.AssignWithCStrings(list), AKStringArray(Strings{"a", ""}));
-  EXPECT_EQ(array.AssignWithCStrings(list, 4), AKStringArray(Strings{"a", "", "", "b"}));
+  Strings array{"old"};
+  EXPECT_EQ(array.AssignWithCStrings(list), (Strings{"a", ""}));
+  EXPECT_EQ(array.AssignWithCStrings(list, 4), (Strings{"a", "", "", "b"}));
   const AKStringArray copy(array);
   EXPECT_EQ(array.ToUpperCase()[3], "B");
   EXPECT_EQ(copy[3], "b");

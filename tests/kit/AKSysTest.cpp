@@ -3,6 +3,7 @@
 #include <cstdlib>
 #include <ctime>
 #include <thread>
+#include <tuple>
 
 #include "kit/AKSys.h"
 
@@ -28,21 +29,16 @@ TEST(AKSys, IsMainThread_IsFalseOnAnother) {
 }
 
 TEST(AKSys, LanguageAndRegion_FollowTheEnvironment) {
-  struct Case {
-    const char *all, *messages, *lang, *language, *region;
-  };
-  for (const Case& c : {Case{"", "", "de_AT.UTF-8@euro", "de", "AT"},
-                        {"fr_fr", "de_DE", "", "fr", "FR"},
-                        {"", "PT_BR", "en_GB", "pt", "BR"},
-                        {"C.UTF-8", "de_DE", "", "en", "US"},
-                        {"", "", "eo", "eo", "US"},
-                        {"", "", "", "en", "US"},
-                        {"POSIX", "", "", "en", "US"}}) {
-    setenv("LC_ALL", c.all, 1);
-    setenv("LC_MESSAGES", c.messages, 1);
-    setenv("LANG", c.lang, 1);
-    EXPECT_EQ(AKSys::GetUserLanguage(), c.language);
-    EXPECT_EQ(AKSys::GetUserRegion(), c.region);
+  using Text = const char*;
+  const std::tuple<Text, Text, Text, Text, Text> cases[] = {
+      {"", "", "de_AT.UTF-8@euro", "de", "AT"}, {"fr_fr", "de_DE", "", "fr", "FR"}, {"", "PT_BR", "en_GB", "pt", "BR"},
+      {"C.UTF-8", "de_DE", "", "en", "US"},     {"", "", "eo", "eo", "US"},         {"", "", "", "en", "US"}};
+  for (const auto& [all, messages, lang, language, region] : cases) {
+    setenv("LC_ALL", all, 1);
+    setenv("LC_MESSAGES", messages, 1);
+    setenv("LANG", lang, 1);
+    EXPECT_EQ(AKSys::GetUserLanguage(), language);
+    EXPECT_EQ(AKSys::GetUserRegion(), region);
   }
 }
 
@@ -52,27 +48,21 @@ TEST(AKRandom, LowRandom_StaysInItsReachAndFillsIt) {
   AKRandom::randomInit(42);
   EXPECT_EQ(AKRandom::_lowRandom(0, 0, 1, 1), first);
   EXPECT_LE(std::abs(static_cast<long long>(AKRandom::randomInit(0)) - static_cast<long long>(std::time(nullptr))), 1);
-  struct Case {
-    double value, min, max, amount, low, high;
-  };
-  for (const Case& c : {Case{5, 0, 10, 0.1, 4, 6},
-                        {20, 0, 10, 0.1, 0, 10},
-                        {5, 0, 10, 1, 0, 10},
-                        {0.5, 0, 10, 0.1, 0, 1.5},
-                        {9.5, 0, 10, 0.1, 8.5, 10},
-                        {5, 0, 10, -0.5, 0, 10},
-                        {5, 0, 10, 0, 5, 5},
-                        {3, 3, 3, 0.5, 3, 3}}) {
+  const std::tuple<double, double, double, double, double, double> cases[] = {
+      // value, min, max, amount, reach
+      {5, 0, 10, 0.1, 4, 6},      {20, 0, 10, 0.1, 0, 10}, {5, 0, 10, 1, 0, 10}, {0.5, 0, 10, 0.1, 0, 1.5},
+      {9.5, 0, 10, 0.1, 8.5, 10}, {5, 0, 10, -0.5, 0, 10}, {5, 0, 10, 0, 5, 5},  {3, 3, 3, 0.5, 3, 3}};
+  for (const auto& [value, min, max, amount, low, high] : cases) {
     double smallest = 1e9;
     double largest = -1e9;
     for (int i = 0; i < 4000; ++i) {
-      const double number = AKRandom::_lowRandom(c.value, c.min, c.max, c.amount);
+      const double number = AKRandom::_lowRandom(value, min, max, amount);
       smallest = std::min(smallest, number);
       largest = std::max(largest, number);
     }
-    const double slack = (c.high - c.low) * 0.01;  // 4000 draws miss the last percent once in 10^17 times
-    EXPECT_TRUE(smallest >= c.low && smallest <= c.low + slack) << c.value << " " << c.amount;
-    EXPECT_TRUE(largest <= c.high && largest >= c.high - slack) << c.value << " " << c.amount;
+    const double slack = (high - low) * 0.01;  // 4000 draws miss the last percent once in 10^17 times
+    EXPECT_TRUE(smallest >= low && smallest <= low + slack) << value << " " << amount;
+    EXPECT_TRUE(largest <= high && largest >= high - slack) << value << " " << amount;
   }
 }
 
