@@ -9,3 +9,6 @@ add_executable(character_set_table ${PROJECT_SOURCE_DIR}/docs/CharacterSetTable.
 target_link_libraries(character_set_table PRIVATE ak_kit)
 add_test(NAME docs.CharacterSets
          COMMAND sh -c "$<TARGET_FILE:character_set_table> | diff - ${PROJECT_SOURCE_DIR}/docs/character-sets.md")
+
+# The test of the file formats reads its examples out of the page that describes them.
+target_compile_definitions(host_tests PRIVATE AK_SOURCE_DIR="${PROJECT_SOURCE_DIR}")
