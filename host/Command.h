@@ -34,5 +34,7 @@ extern const Command kInspectCommand;
 extern const Command kInfoCommand;
 extern const Command kDemoCommand;
 extern const Command kVerifyCommand;
+extern const Command kDumpCommand;
+extern const Command kCheckCommand;
 
 }  // namespace host

@@ -16,12 +16,15 @@ namespace {
 
 constexpr int kMaxNameAttempts = 100;
 
-// The file that a link leads to; any other path as it is.
-AKFilePath WithLinksFollowed(const AKFilePath& path) {
+// Replaces a path by that of the file it leads to through links; one that leads nowhere stays. False when the system
+// cannot tell.
+bool FollowLinks(AKFilePath* path) {
   const std::unique_ptr<char, decltype(&std::free)> resolved(
-      ::realpath(AKFileUtils::GetAsSystemPath(path).CStr(), nullptr), &std::free);
+      ::realpath(AKFileUtils::GetAsSystemPath(*path).CStr(), nullptr), &std::free);
+  if (resolved == nullptr) return errno == ENOENT;
   AKFilePath result;
-  return resolved != nullptr && AKFileUtils::GetFromSystemPath(resolved.get(), &result) ? result : path;
+  if (AKFileUtils::GetFromSystemPath(resolved.get(), &result)) *path = result;
+  return true;
 }
 
 AKFilePath TemporaryBeside(const AKFilePath& target) {
@@ -58,10 +61,11 @@ AKFileReplacer::~AKFileReplacer() {
 int AKFileReplacer::Open() {
   if (file_.has_value()) return AKFileLogFailure(*file_, kAKFileStatusAlreadyOpened);
   errno = 0;
-  target_ = WithLinksFollowed(target_);
+  if (!FollowLinks(&target_)) return AKFileLogPathFailure(target_.Text(), kAKFileStatusOpenFailed);
   const AKString systemPath = AKFileUtils::GetAsSystemPath(target_);
   struct stat status;
   const bool exists = ::stat(systemPath.CStr(), &status) == 0;
+  if (!exists && errno != ENOENT) return AKFileLogPathFailure(target_.Text(), kAKFileStatusOpenFailed);
   if (exists && !S_ISREG(status.st_mode)) {
     file_.emplace(target_);
     return file_->CreateForReadWrite();
