@@ -4,7 +4,27 @@
 #include <algorithm>
 #include <utility>
 
+#include "platform/CGColorSpaceValue.h"
 #include "platform/CGContextState.h"
+
+namespace {
+
+void SetColor(platform::Paint* paint, double red, double green, double blue, double alpha) {
+  *paint = {red, green, blue, alpha, {}, false};
+}
+
+void SetSpace(platform::Paint* paint, CGColorSpaceRef space) {
+  SetColor(paint, 0, 0, 0, 1);
+  paint->takesPattern = space != nullptr && space->kind == CGColorSpace::Kind::kPattern;
+}
+
+void SetPattern(platform::Paint* paint, CGPatternRef pattern, const CGFloat* components) {
+  if (!paint->takesPattern || pattern == nullptr || components == nullptr) return;
+  paint->pattern = platform::NativeRef<CGPattern>(pattern);
+  paint->alpha = components[0];
+}
+
+}  // namespace
 
 CGContext::CGContext(platform::CairoContext cairoContext, std::unique_ptr<platform::DrawingTarget> drawingTarget,
                      CGAffineTransform toDevice)
@@ -57,11 +77,31 @@ void CGContextSetAlpha(CGContextRef context, CGFloat alpha) {
 }
 
 void CGContextSetRGBFillColor(CGContextRef context, CGFloat red, CGFloat green, CGFloat blue, CGFloat alpha) {
-  if (context != nullptr) context->state.fill = {red, green, blue, alpha};
+  if (context != nullptr) SetColor(&context->state.fill, red, green, blue, alpha);
 }
 
 void CGContextSetRGBStrokeColor(CGContextRef context, CGFloat red, CGFloat green, CGFloat blue, CGFloat alpha) {
-  if (context != nullptr) context->state.stroke = {red, green, blue, alpha};
+  if (context != nullptr) SetColor(&context->state.stroke, red, green, blue, alpha);
+}
+
+void CGContextSetFillColorSpace(CGContextRef context, CGColorSpaceRef space) {
+  if (context != nullptr) SetSpace(&context->state.fill, space);
+}
+
+void CGContextSetFillPattern(CGContextRef context, CGPatternRef pattern, const CGFloat* components) {
+  if (context != nullptr) SetPattern(&context->state.fill, pattern, components);
+}
+
+void CGContextSetStrokeColorSpace(CGContextRef context, CGColorSpaceRef space) {
+  if (context != nullptr) SetSpace(&context->state.stroke, space);
+}
+
+void CGContextSetStrokePattern(CGContextRef context, CGPatternRef pattern, const CGFloat* components) {
+  if (context != nullptr) SetPattern(&context->state.stroke, pattern, components);
+}
+
+void CGContextSetPatternPhase(CGContextRef context, CGSize phase) {
+  if (context != nullptr) context->state.patternPhase = phase;
 }
 
 void CGContextSetLineWidth(CGContextRef context, CGFloat width) {

@@ -129,6 +129,11 @@ void ApplyClip(CGContext* context) {
   context->appliedClip = wanted;
 }
 
+bool IsInvertible(const CGAffineTransform& m) {
+  const double determinant = m.a * m.d - m.b * m.c;
+  return std::isfinite(determinant) && std::isfinite(1 / determinant) && std::isfinite(m.tx) && std::isfinite(m.ty);
+}
+
 PixelBox WidenBox(const PixelBox& box, double margin, const PixelBox& bounds) {
   // One pixel more than the geometry: antialiasing may round an edge outwards.
   const double width = std::min(std::ceil(margin) + 1, 2 * kCoordinateLimit);

@@ -5,16 +5,20 @@
 
 namespace {
 
-using platform::PaintColor;
 using platform::PixelBox;
 
-bool IsInvertible(const CGAffineTransform& m) {
-  const double determinant = m.a * m.d - m.b * m.c;
-  return std::isfinite(determinant) && determinant != 0 && std::isfinite(m.tx) && std::isfinite(m.ty);
-}
-
-void SetSource(CGContext* context, const PaintColor& color) {
-  cairo_set_source_rgba(context->cairo.get(), color.red, color.green, color.blue, color.alpha * context->state.alpha);
+// Sets cairo's source, for device space; false when there is none.
+bool SetSource(CGContext* context, const platform::Paint& paint) {
+  const double alpha = paint.alpha * context->state.alpha;
+  if (paint.pattern.Get() == nullptr) {
+    cairo_set_source_rgba(context->cairo.get(), paint.red, paint.green, paint.blue, alpha);
+    return true;
+  }
+  const platform::CairoPattern source =
+      platform::MakePatternSource(paint.pattern.Get(), context->state.patternPhase, alpha, context->baseToDevice);
+  if (source == nullptr) return false;
+  cairo_set_source(context->cairo.get(), source.get());
+  return true;
 }
 
 void EmptyPath(CGContext* context) {
@@ -39,7 +43,7 @@ void FillCurrentPath(CGContext* context, cairo_fill_rule_t rule) {
   if (!Prepare(context, 0, &box)) return;
   cairo_t* cairo = context->cairo.get();
   cairo_set_fill_rule(cairo, rule);
-  SetSource(context, context->state.fill);
+  if (!SetSource(context, context->state.fill)) return;
   context->target->WillDraw(box);
   cairo_fill(cairo);
   context->target->DidDraw(box);
@@ -55,11 +59,11 @@ double StrokeReach(const CGContext* context, const CGAffineTransform& m) {
 void StrokeCurrentPath(CGContext* context) {
   const CGAffineTransform m = context->UserToDevice();
   const platform::GraphicsState& state = context->state;
-  if (!(state.lineWidth > 0) || !std::isfinite(state.lineWidth) || !IsInvertible(m)) return;
+  if (!(state.lineWidth > 0) || !std::isfinite(state.lineWidth) || !platform::IsInvertible(m)) return;
   PixelBox box;
   if (!Prepare(context, StrokeReach(context, m), &box)) return;
   cairo_t* cairo = context->cairo.get();
-  SetSource(context, state.stroke);
+  if (!SetSource(context, state.stroke)) return;  // before the matrix, which would map a pattern too
   cairo_set_line_width(cairo, state.lineWidth);
   cairo_set_line_cap(cairo, static_cast<cairo_line_cap_t>(state.lineCap));
   cairo_set_line_join(cairo, static_cast<cairo_line_join_t>(state.lineJoin));

@@ -13,8 +13,10 @@
 #include "CoreGraphics/CGBitmapContext.h"
 #include "CoreGraphics/CGContext.h"
 #include "platform/CGPathValue.h"
+#include "platform/CGPatternValue.h"
 #include "platform/CairoHandles.h"
 #include "platform/NativeObject.h"
+#include "platform/NativeRef.h"
 
 namespace platform {
 
@@ -39,11 +41,14 @@ class DrawingTarget {
   virtual PixelBox Bounds() const = 0;
 };
 
-struct PaintColor {
+/// A colour, or a pattern with the opacity `alpha`.
+struct Paint {
   double red = 0;
   double green = 0;
   double blue = 0;
   double alpha = 1;
+  NativeRef<CGPattern> pattern;
+  bool takesPattern = false;  ///< the colour space is one of patterns
 };
 
 /// One path of a chain of clips; the clip is the inside of all of them.
@@ -57,8 +62,9 @@ using Clip = std::shared_ptr<const ClipNode>;
 struct GraphicsState {
   CGAffineTransform matrix = CGAffineTransformIdentity;
   double alpha = 1;
-  PaintColor fill;
-  PaintColor stroke;
+  Paint fill;
+  Paint stroke;
+  CGSize patternPhase{0, 0};
   double lineWidth = 1;
   CGLineCap lineCap = kCGLineCapButt;
   CGLineJoin lineJoin = kCGLineJoinMiter;
@@ -80,8 +86,9 @@ struct CGContext final : platform::NativeObject {
   CGAffineTransform baseToDevice;
   platform::GraphicsState state;
   std::vector<platform::GraphicsState> savedStates;
-  CGMutablePathRef path;         ///< the current path, in device space
-  platform::Clip appliedClip;    ///< what cairo's clip holds now
+  CGMutablePathRef path;                      ///< the current path, in device space
+  platform::CairoSurface scratch;             ///< where shadings are prepared; grows as needed
+  platform::Clip appliedClip;                 ///< what cairo's clip holds now
   const struct BitmapInfo* bitmap = nullptr;  ///< of a bitmap context; owned by the target
 };
 
@@ -102,6 +109,9 @@ bool EmitPath(cairo_t* cairo, const CGPath& path, PixelBox* box);
 
 /// Makes cairo's clip that of the context's state.
 void ApplyClip(CGContext* context);
+
+/// True when the matrix and its inverse are made of finite numbers.
+bool IsInvertible(const CGAffineTransform& m);
 
 /// An axis-aligned extent widened by `margin` and cut to `bounds`.
 PixelBox WidenBox(const PixelBox& box, double margin, const PixelBox& bounds);

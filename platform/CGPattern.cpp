@@ -30,6 +30,15 @@ bool DrawCell(CGPattern* pattern) {
   return true;
 }
 
+// The source of a fill has no opacity of its own, so it goes into the cell.
+platform::CairoSurface FaintCopy(const CGPattern& pattern, double alpha) {
+  platform::CairoSurface copy(cairo_image_surface_create(CAIRO_FORMAT_ARGB32, pattern.width, pattern.height));
+  const platform::CairoContext cairo(cairo_create(copy.get()));
+  cairo_set_source_surface(cairo.get(), pattern.cell.get(), 0, 0);
+  cairo_paint_with_alpha(cairo.get(), alpha);
+  return copy;
+}
+
 }  // namespace
 
 CGPatternRef CGPatternCreate(void* info, CGRect bounds, CGAffineTransform matrix, CGFloat xStep, CGFloat yStep,
@@ -47,9 +56,10 @@ void CGPatternRelease(CGPatternRef pattern) {
 
 namespace platform {
 
-CairoPattern MakePatternSource(CGPattern* pattern, CGSize phase, const CGAffineTransform& baseToDevice) {
+CairoPattern MakePatternSource(CGPattern* pattern, CGSize phase, double alpha, const CGAffineTransform& baseToDevice) {
   if (pattern->cell == nullptr && !DrawCell(pattern)) return nullptr;
-  CairoPattern source(cairo_pattern_create_for_surface(pattern->cell.get()));
+  const CairoSurface faint = alpha < 1 ? FaintCopy(*pattern, alpha) : nullptr;
+  CairoPattern source(cairo_pattern_create_for_surface(faint != nullptr ? faint.get() : pattern->cell.get()));
   cairo_pattern_set_extend(source.get(), CAIRO_EXTEND_REPEAT);
   cairo_pattern_set_filter(source.get(), CAIRO_FILTER_NEAREST);  // the cell's pixels stay squares
   // The cell's image has its rows from the top down, base space has y up: from the image to base space, then to device

@@ -23,8 +23,8 @@ struct CGPattern final : platform::NativeObject {
 
 namespace platform {
 
-/// The pattern as cairo's source for device space, the cell's origin at `phase` of base space. Null when the cell can't
-/// be drawn.
-CairoPattern MakePatternSource(CGPattern* pattern, CGSize phase, const CGAffineTransform& baseToDevice);
+/// The pattern, made fainter by `alpha`, as cairo's source for device space, the cell's origin at `phase` of base
+/// space. Null when the cell can't be drawn.
+CairoPattern MakePatternSource(CGPattern* pattern, CGSize phase, double alpha, const CGAffineTransform& baseToDevice);
 
 }  // namespace platform

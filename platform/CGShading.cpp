@@ -1,6 +1,5 @@
 #include "CoreGraphics/CGShading.h"
 
-#include <algorithm>
 #include <cmath>
 
 #include "platform/CGColorSpaceValue.h"
@@ -20,17 +19,6 @@ void CGFunctionRelease(CGFunctionRef function) {
 
 namespace {
 
-double Unit(double value) { return value > 0 ? std::min(value, 1.0) : 0; }
-
-void FillTable(CGShading* shading, CGFunctionRef function) {
-  for (int i = 0; i < CGShading::kTableSize; ++i) {
-    const CGFloat input = i / static_cast<double>(CGShading::kTableSize - 1);
-    CGFloat out[4] = {0, 0, 0, 0};
-    function->callbacks.evaluate(function->info, &input, out);
-    shading->table[static_cast<std::size_t>(i)] = {Unit(out[0]), Unit(out[1]), Unit(out[2]), Unit(out[3])};
-  }
-}
-
 bool IsDeviceRGB(CGColorSpaceRef space) { return space != nullptr && space->kind == CGColorSpace::Kind::kDeviceRGB; }
 
 bool IsFinite(CGPoint p) { return std::isfinite(p.x) && std::isfinite(p.y); }
@@ -41,12 +29,11 @@ CGShadingRef CGShadingCreateAxial(CGColorSpaceRef space, CGPoint start, CGPoint 
                                   bool extendStart, bool extendEnd) {
   const bool apart = start.x != end.x || start.y != end.y;
   if (!IsDeviceRGB(space) || function == nullptr || !apart || !IsFinite(start) || !IsFinite(end)) return nullptr;
-  auto* shading = new CGShading;
+  auto* shading = new CGShading(function);
   shading->start = start;
   shading->end = end;
   shading->extendStart = extendStart;
   shading->extendEnd = extendEnd;
-  FillTable(shading, function);
   return shading;
 }
 
@@ -58,7 +45,7 @@ CGShadingRef CGShadingCreateRadial(CGColorSpaceRef space, CGPoint start, CGFloat
       !std::isfinite(startRadius) || !std::isfinite(endRadius)) {
     return nullptr;
   }
-  auto* shading = new CGShading;
+  auto* shading = new CGShading(function);
   shading->radial = true;
   shading->start = start;
   shading->end = end;
@@ -66,7 +53,6 @@ CGShadingRef CGShadingCreateRadial(CGColorSpaceRef space, CGPoint start, CGFloat
   shading->endRadius = endRadius;
   shading->extendStart = extendStart;
   shading->extendEnd = extendEnd;
-  FillTable(shading, function);
   return shading;
 }
 

@@ -1,11 +1,9 @@
 // What a shading is made of. Private to the native layer.
 #pragma once
 
-#include <array>
-#include <cstdint>
-
 #include "CoreGraphics/CGShading.h"
 #include "platform/NativeObject.h"
+#include "platform/NativeRef.h"
 
 struct CGFunction final : platform::NativeObject {
   CGFunction(void* functionInfo, const CGFunctionCallbacks& functionCallbacks)
@@ -19,12 +17,9 @@ struct CGFunction final : platform::NativeObject {
 };
 
 struct CGShading final : platform::NativeObject {
-  /// Colours at the inputs i / (kTableSize - 1), components 0 to 1, not premultiplied.
-  static constexpr int kTableSize = 1025;
-  struct Color {
-    double red, green, blue, alpha;
-  };
+  explicit CGShading(CGFunction* shadingFunction) : function(shadingFunction) {}
 
+  const platform::NativeRef<CGFunction> function;
   bool radial = false;
   CGPoint start{0, 0};  ///< of a radial shading: the centre
   CGPoint end{0, 0};
@@ -32,5 +27,4 @@ struct CGShading final : platform::NativeObject {
   double endRadius = 0;
   bool extendStart = false;
   bool extendEnd = false;
-  std::array<Color, kTableSize> table;
 };

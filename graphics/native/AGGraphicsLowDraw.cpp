@@ -1,9 +1,11 @@
 // Filling and stroking paths, and clearing.
 #include <algorithm>
 #include <cmath>
+#include <optional>
 
 #include "graphics/AGAffineTransformFactorize.h"
 #include "graphics/native/AGGraphicsLow.h"
+#include "graphics/native/AGGraphicsLowPaint.h"
 #include "graphics/native/AGGraphicsLowSupport.h"
 
 namespace AGGraphicsLow {
@@ -16,19 +18,112 @@ CGPathDrawingMode FillRule(AGBrush const& brush) {
   return brush.FillMode() == kAGBrushFillWinding ? kCGPathFill : kCGPathEOFill;
 }
 
-void FillSolid(AGContext const& context, AGPath const& path) {
+void FillPath(AGContext const& context, AGPath const& path) {
   CGContextRef port = context.NativePort();
-  SetFillColor(port, ApplyColorFactor(context.brush.Color(), context.colorFactor));
   CGContextBeginPath(port);
   CGContextAddPath(port, path.NativePath());
   CGContextDrawPath(port, FillRule(context.brush));
+}
+
+void FillSolid(AGContext const& context, AGPath const& path) {
+  SetFillColor(context.NativePort(), ApplyColorFactor(context.brush.Color(), context.colorFactor));
+  FillPath(context, path);
+}
+
+double Round(double value) { return std::floor(value + 0.5); }
+
+CGSize PatternPhase(AGContext const& context) {
+  return {Round(context.patternOrigin.x), Round(context.patternOrigin.y)};
+}
+
+// A pattern made native for the time of a call.
+class PatternScope {
+ public:
+  PatternScope(AGBrush const& brush, double colorFactor)
+      : record_(MakePatternRecord(brush, colorFactor)),
+        pattern_(NewPattern(&record_)),
+        space_(CGColorSpaceCreatePattern(nullptr)) {}
+  PatternScope(PatternScope const&) = delete;
+  PatternScope& operator=(PatternScope const&) = delete;
+  ~PatternScope() {
+    CGColorSpaceRelease(space_);
+    CGPatternRelease(pattern_);
+  }
+
+  CGPatternRef Pattern() const { return pattern_; }
+  CGColorSpaceRef Space() const { return space_; }
+
+ private:
+  PatternRecord record_;
+  CGPatternRef pattern_;
+  CGColorSpaceRef space_;
+};
+
+void FillPattern(AGContext const& context, AGPath const& path) {
+  CGContextRef port = context.NativePort();
+  const PatternScope scope(context.brush, context.colorFactor);
+  if (scope.Pattern() == nullptr) return;
+  const CGFloat opaque = 1.0;
+  CGContextSetFillColorSpace(port, scope.Space());
+  CGContextSetFillPattern(port, scope.Pattern(), &opaque);
+  CGContextSetPatternPhase(port, PatternPhase(context));
+  FillPath(context, path);
+}
+
+// What a gradient spans, relative to the path's origin.
+AGRect GradientRect(AGBrush const& brush, AGPath const& path) {
+  ATBrushCustomGradient<double> const* custom = brush.CustomGradient();
+  const bool ownBounds = custom != nullptr && !(custom->Bounds() == kAGNullRect);
+  const AGRect rect = ownBounds ? custom->Bounds() : path.GetBoundingBox();
+  const AGPoint origin = path.Origin();
+  return {rect.x0 - origin.x, rect.y0 - origin.y, rect.x1 - origin.x, rect.y1 - origin.y};
+}
+
+AGRect MapRect(AGRect const& rect, AGAffineTransform const& scaling) {
+  const AGPoint p0 = scaling.Apply({rect.x0, rect.y0});
+  const AGPoint p1 = scaling.Apply({rect.x1, rect.y1});
+  return {p0.x, p0.y, p1.x, p1.y};
+}
+
+void FillGradient(AGContext const& context, AGPath const& path) {
+  CGContextRef port = context.NativePort();
+  AGBrush const& brush = context.brush;
+  AGRect rect = GradientRect(brush, path);
+  AGAffineTransform toSquare = kAGAffineTransformIdentity;
+  if (brush.Style() == kAGBrushStyleRadialGradient) {
+    if (rect.IsEmpty()) return;
+    // A circle in the largest centred square becomes an ellipse that fills the rectangle.
+    const AGRect square = MapRect({0, 0, 1, 1}, FitBox({0, 0, 1, 1}, rect, true));
+    CGContextConcatCTM(port, NativeTransform(FitBox(square, rect, false)));
+    toSquare = FitBox(rect, square, false);
+    rect = square;
+  }
+  const _LowCGShadingRobot robot = MakeShadingRobot(brush, context.colorFactor);
+  CGShadingRef shading = NewGradientShading(brush, rect, &robot);
+  if (shading == nullptr) return;
+  const MappedPath mapped(path.NativePath(), toSquare);
+  CGContextBeginPath(port);
+  CGContextAddPath(port, mapped.Get());
+  CGContextClip(port);
+  CGContextDrawShading(port, shading);
+  CGShadingRelease(shading);
 }
 
 void Fill(AGContext const& context, AGPath const& path, AGAffineTransform const& transform) {
   const PortScope scope(context);
   const AGAffineTransform matrix = PathToPort(context, path, transform);
   if (!matrix.IsIdentity()) CGContextConcatCTM(context.NativePort(), NativeTransform(matrix));
-  FillSolid(context, path);
+  switch (context.brush.Style()) {
+    case kAGBrushStyleSolid:
+      FillSolid(context, path);
+      break;
+    case kAGBrushStylePattern:
+      FillPattern(context, path);
+      break;
+    default:
+      FillGradient(context, path);
+      break;
+  }
 }
 
 double StrokeWidth(AGContext const& context) {
@@ -77,10 +172,22 @@ AGAffineTransform InverseOfNib(AGAffineTransform const& nib) {
   return {nib.d / determinant, -nib.b / determinant, -nib.c / determinant, nib.a / determinant, 0, 0};
 }
 
+// Gradient pens stroke in their first colour.
 void StrokeMapped(AGContext const& context, AGPath const& path, AGAffineTransform const& matrix) {
   CGContextRef port = context.NativePort();
+  AGBrush const& brush = context.pen.Brush();
   const MappedPath mapped(path.NativePath(), matrix);
-  SetStrokeColor(port, ApplyColorFactor(context.pen.Brush().Color(), context.colorFactor));
+  std::optional<PatternScope> scope;
+  if (brush.Style() == kAGBrushStylePattern) {
+    scope.emplace(brush, context.colorFactor);
+    if (scope->Pattern() == nullptr) return;
+    const CGFloat opaque = 1.0;
+    CGContextSetStrokeColorSpace(port, scope->Space());
+    CGContextSetStrokePattern(port, scope->Pattern(), &opaque);
+    CGContextSetPatternPhase(port, PatternPhase(context));
+  } else {
+    SetStrokeColor(port, ApplyColorFactor(brush.Color(), context.colorFactor));
+  }
   CGContextBeginPath(port);
   CGContextAddPath(port, mapped.Get());
   CGContextDrawPath(port, kCGPathStroke);
@@ -102,8 +209,6 @@ void Stroke(AGContext const& context, AGPath const& path, AGAffineTransform cons
     StrokeMapped(context, path, matrix);
   }
 }
-
-double Round(double value) { return std::floor(value + 0.5); }
 
 // The part of `rect` on the surface, in whole units; false when there is none.
 bool TakeSurfaceRect(AGContext const& context, AGRect const& rect, CGRect* out) {

@@ -8,8 +8,11 @@
 #include <stddef.h>
 
 #include "CoreGraphics/CGBase.h"
+#include "CoreGraphics/CGColorSpace.h"
 #include "CoreGraphics/CGGeometry.h"
 #include "CoreGraphics/CGPath.h"
+#include "CoreGraphics/CGPattern.h"
+#include "CoreGraphics/CGShading.h"
 
 struct CGContext;
 typedef struct CGContext* CGContextRef;
@@ -44,6 +47,15 @@ CG_EXTERN void CGContextSetAlpha(CGContextRef context, CGFloat alpha);
 CG_EXTERN void CGContextSetRGBFillColor(CGContextRef context, CGFloat red, CGFloat green, CGFloat blue, CGFloat alpha);
 CG_EXTERN void CGContextSetRGBStrokeColor(CGContextRef context, CGFloat red, CGFloat green, CGFloat blue,
                                           CGFloat alpha);
+/// A pattern takes the place of the fill or stroke colour until a colour is set again; the colour space has to be set
+/// to a pattern space first. `components` is one number, the pattern's opacity.
+CG_EXTERN void CGContextSetFillColorSpace(CGContextRef context, CGColorSpaceRef space);
+CG_EXTERN void CGContextSetFillPattern(CGContextRef context, CGPatternRef pattern, const CGFloat* components);
+CG_EXTERN void CGContextSetStrokeColorSpace(CGContextRef context, CGColorSpaceRef space);
+CG_EXTERN void CGContextSetStrokePattern(CGContextRef context, CGPatternRef pattern, const CGFloat* components);
+/// Where in base space the origin of a cell lies.
+CG_EXTERN void CGContextSetPatternPhase(CGContextRef context, CGSize phase);
+
 /// In user space units at the time of the stroke, matrix included.
 CG_EXTERN void CGContextSetLineWidth(CGContextRef context, CGFloat width);
 CG_EXTERN void CGContextSetLineCap(CGContextRef context, enum CGLineCap cap);
@@ -58,5 +70,7 @@ CG_EXTERN void CGContextClip(CGContextRef context);
 CG_EXTERN void CGContextDrawPath(CGContextRef context, enum CGPathDrawingMode mode);
 /// Fills a rectangle with the fill colour; the current path is then empty.
 CG_EXTERN void CGContextFillRect(CGContextRef context, CGRect rect);
+/// Paints the shading, which lies in user space, over all that the clip lets through.
+CG_EXTERN void CGContextDrawShading(CGContextRef context, CGShadingRef shading);
 /// Sets a rectangle to transparent black, whatever the alpha.
 CG_EXTERN void CGContextClearRect(CGContextRef context, CGRect rect);

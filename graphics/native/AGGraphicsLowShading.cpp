@@ -1,0 +1,148 @@
+// Gradients as native shadings.
+#include <algorithm>
+#include <cmath>
+
+#include "graphics/AGClamp.h"
+#include "graphics/native/AGGraphicsLow.h"
+#include "graphics/native/AGGraphicsLowPaint.h"
+#include "graphics/values/AGConstants.h"
+
+namespace AGGraphicsLow {
+namespace {
+
+constexpr double kChannelToUnit = 0.00392156862745098;  // 1/255
+constexpr double kRadiusFactor = 0.7070000171661377;    // 0.707 in single precision
+constexpr double kHorizontalNudge = 0.001;              // keeps an axis away from the exactly horizontal case
+constexpr int kLastEntry = _LowCGShadingRobot::kTableSize - 1;
+
+int EntryAt(double position) {
+  const double entry = std::floor(position * kLastEntry + 0.5);
+  if (!(entry > 0)) return 0;
+  return entry < kLastEntry ? static_cast<int>(entry) : kLastEntry;
+}
+
+template <typename T>
+void FillBlend(double* table, T const* factors, T const* positions, int count) {
+  std::fill_n(table, _LowCGShadingRobot::kTableSize, 0.0);
+  if (factors == nullptr || positions == nullptr) return;
+  for (int k = 1; k < count; ++k) {
+    const int first = EntryAt(positions[k - 1]);
+    const int last = EntryAt(positions[k]);
+    if (last <= first) continue;
+    const double from = AGClamp<double>(factors[k - 1], 0, 1);
+    const double to = AGClamp<double>(factors[k], 0, 1);
+    const double step = (to - from) / (last - first);
+    for (int i = first; i <= last; ++i) table[i] = from + step * (i - first);
+  }
+}
+
+// The default stops put the halfway colour at `middle`.
+void SetDefaultBlend(_LowCGShadingRobot* robot, double middle) {
+  const double factors[] = {0, 0.5, 1};
+  const double positions[] = {0, middle, 1};
+  robot->SetBlend(factors, positions, 3);
+}
+
+CGShadingRef NewAxialShading(AGBrush const& brush, AGRect const& rect, CGColorSpaceRef space, CGFunctionRef function) {
+  double angle = brush.GradientAngle();
+  if (AGNormalizeAngle(angle, kPi) == 0) angle += kHorizontalNudge;
+  const AGPoint start = _LowCGShadingPointOnRectAtAngle(rect, kPi - angle);
+  const AGPoint end = _LowCGShadingPointOnRectAtAngle(rect, -angle);
+  return CGShadingCreateAxial(space, {start.x, start.y}, {end.x, end.y}, function, true, true);
+}
+
+CGShadingRef NewRadialShading(AGBrush const& brush, AGRect const& rect, CGColorSpaceRef space, CGFunctionRef function) {
+  if (rect.IsEmpty()) return nullptr;
+  // The y fraction counts from the top.
+  const CGPoint center{rect.x0 + brush.GradientCenterX() * rect.Width(),
+                       rect.y0 + (1 - brush.GradientCenterY()) * rect.Height()};
+  const double radius = std::min(rect.Width(), rect.Height()) * kRadiusFactor;
+  return CGShadingCreateRadial(space, center, 0, center, radius, function, true, true);
+}
+
+}  // namespace
+
+void _LowCGShadingRobot::SetBlend(double const* factors, double const* positions, int count) {
+  FillBlend(table, factors, positions, count);
+}
+
+void _LowCGShadingRobot::SetBlend(float const* factors, float const* positions, int count) {
+  FillBlend(table, factors, positions, count);
+}
+
+void _LowCGShadingCallback(void* info, CGFloat const* in, CGFloat* out) {
+  auto const& robot = *static_cast<_LowCGShadingRobot const*>(info);
+  // 512 steps here against 511 where the table is filled.
+  const double entry = std::floor(*in * _LowCGShadingRobot::kTableSize + 0.5);
+  const double f = robot.table[entry > 0 ? std::min(static_cast<int>(entry), kLastEntry) : 0];
+  const auto mix = [f](double from, double to) { return (from + (to - from) * f) * kChannelToUnit; };
+  out[0] = mix(robot.color.Red(), robot.color2.Red());
+  out[1] = mix(robot.color.Green(), robot.color2.Green());
+  out[2] = mix(robot.color.Blue(), robot.color2.Blue());
+  out[3] = mix(robot.color.Alpha(), robot.color2.Alpha());
+}
+
+AGPoint _LowCGShadingPointOnRectAtAngle(AGRect rect, double angle) {
+  rect.Normalize();
+  const double hw = rect.Width() * 0.5;
+  const double hh = rect.Height() * 0.5;
+  const double u = std::cos(angle) * hh;
+  const double v = std::sin(angle) * hw;
+  const double length = std::sqrt(u * u + v * v);
+  const double cosine = length > 0 ? std::clamp(u / length, -1.0, 1.0) : 1.0;
+  const double phi = v >= 0 ? std::acos(cosine) : std::acos(-cosine) + kPi;
+
+  const double quarter = kPi / 2;
+  const int quadrant = static_cast<int>(phi / quarter);
+  const double psi = AGNormalizeAngle(phi, quarter);
+  const bool low = psi < kPi / 4;
+  const double near = std::tan(psi);
+  const double far = std::tan(quarter - psi);
+  AGPoint unit;
+  switch (quadrant) {
+    case 0:
+      unit = low ? AGPoint{1, near} : AGPoint{far, 1};
+      break;
+    case 1:
+      unit = low ? AGPoint{-near, 1} : AGPoint{-1, far};
+      break;
+    case 2:
+      unit = low ? AGPoint{-1, -near} : AGPoint{-far, -1};
+      break;
+    default:
+      unit = low ? AGPoint{near, -1} : AGPoint{1, -far};
+      break;
+  }
+  const AGPoint center = rect.Center();
+  return {center.x + hw * unit.x, center.y + hh * unit.y};
+}
+
+_LowCGShadingRobot MakeShadingRobot(AGBrush const& brush, double colorFactor) {
+  _LowCGShadingRobot robot;
+  robot.color = ApplyColorFactor(brush.Color(), colorFactor);
+  robot.color2 = ApplyColorFactor(brush.Color2(), colorFactor);
+  ATBrushCustomGradient<double> const* custom = brush.CustomGradient();
+  if (custom != nullptr && custom->FactorCount() >= 2) {
+    const unsigned int count = std::min(custom->FactorCount(), custom->PositionCount());
+    robot.SetBlend(custom->Factors(), custom->Positions(), static_cast<int>(count));
+    return robot;
+  }
+  // A radial blend is measured from the rim, a linear one from the start.
+  const double blend = brush.GradientBlend();
+  SetDefaultBlend(&robot, brush.Style() == kAGBrushStyleRadialGradient ? 1 - blend : blend);
+  return robot;
+}
+
+CGShadingRef NewGradientShading(AGBrush const& brush, AGRect const& rect, _LowCGShadingRobot const* robot) {
+  const CGFunctionCallbacks callbacks{0, &_LowCGShadingCallback, nullptr};
+  const CGFloat unit[] = {0, 1, 0, 1, 0, 1, 0, 1};
+  CGFunctionRef function = CGFunctionCreate(const_cast<_LowCGShadingRobot*>(robot), 1, unit, 4, unit, &callbacks);
+  CGColorSpaceRef space = CGColorSpaceCreateDeviceRGB();
+  CGShadingRef shading = brush.Style() == kAGBrushStyleLinearGradient ? NewAxialShading(brush, rect, space, function)
+                                                                      : NewRadialShading(brush, rect, space, function);
+  CGColorSpaceRelease(space);
+  CGFunctionRelease(function);
+  return shading;
+}
+
+}  // namespace AGGraphicsLow

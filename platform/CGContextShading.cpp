@@ -1,0 +1,160 @@
+// Drawing shadings.
+//
+// The usual call is "clip to a path, draw the shading". It is drawn as one fill of that path: the innermost clip
+// becomes the path, the shading the source, and only the clips around it stay clips. The source is a scratch image of
+// the pixels that the path touches, filled from a table of premultiplied colours; that is several times faster than
+// cairo's own gradients of many stops.
+#include <algorithm>
+#include <array>
+#include <cmath>
+
+#include "CoreGraphics/CGContext.h"
+#include "platform/CGContextState.h"
+#include "platform/CGShadingValue.h"
+
+namespace {
+
+using platform::PixelBox;
+
+constexpr int kMaxSteps = 1024;
+constexpr int kStepsPerPixel = 4;
+
+double Unit(double value) { return value > 0 ? std::min(value, 1.0) : 0; }
+
+// A shading's colours at equal steps from its start to its end as pixels, and what lies beyond its ends.
+class PixelTable {
+ public:
+  /// `reach` is how many pixels the shading is drawn over.
+  PixelTable(const CGShading& shading, double alpha, int reach)
+      : last_(std::clamp(reach, 1, kMaxSteps / kStepsPerPixel) * kStepsPerPixel) {
+    const CGFunction& function = *shading.function.Get();
+    for (int i = 0; i <= last_; ++i) {
+      const CGFloat input = static_cast<double>(i) / last_;
+      CGFloat color[4] = {0, 0, 0, 0};
+      function.callbacks.evaluate(function.info, &input, color);
+      pixels_[static_cast<std::size_t>(i)] = Premultiplied(color, alpha);
+    }
+    before_ = shading.extendStart ? pixels_[0] : 0;
+    behind_ = shading.extendEnd ? pixels_[static_cast<std::size_t>(last_)] : 0;
+  }
+
+  /// The position of the shading's end; its start is at 0.
+  int Last() const { return last_; }
+
+  std::uint32_t At(double position) const {
+    if (position < 0) return before_;
+    if (!(position <= last_)) return behind_;
+    return pixels_[static_cast<std::size_t>(position + 0.5)];
+  }
+
+ private:
+  static std::uint32_t Premultiplied(const CGFloat* color, double contextAlpha) {
+    const double alpha = Unit(color[3]) * contextAlpha * 255;
+    const auto channel = [alpha](double value) { return static_cast<std::uint32_t>(Unit(value) * alpha + 0.5); };
+    return static_cast<std::uint32_t>(alpha + 0.5) << 24 | channel(color[0]) << 16 | channel(color[1]) << 8 |
+           channel(color[2]);
+  }
+
+  int last_;
+  std::array<std::uint32_t, kMaxSteps + 1> pixels_;
+  std::uint32_t before_;
+  std::uint32_t behind_;
+};
+
+CGAffineTransform Inverse(const CGAffineTransform& m) {
+  const double k = 1 / (m.a * m.d - m.b * m.c);
+  return {m.d * k, -m.b * k, -m.c * k, m.a * k, (m.c * m.ty - m.d * m.tx) * k, (m.b * m.tx - m.a * m.ty) * k};
+}
+
+// Writes the pixels of `box` to rows of `stride` pixels. Positions are taken at the pixels' centres.
+void FillAxial(const CGShading& shading, const PixelTable& table, const CGAffineTransform& deviceToUser,
+               const PixelBox& box, std::uint32_t* pixels, std::size_t stride) {
+  const double dx = shading.end.x - shading.start.x;
+  const double dy = shading.end.y - shading.start.y;
+  const double factor = table.Last() / (dx * dx + dy * dy);
+  // The position is linear in device space: its steps along x and y, and its value at the origin.
+  const double stepX = (deviceToUser.a * dx + deviceToUser.b * dy) * factor;
+  const double stepY = (deviceToUser.c * dx + deviceToUser.d * dy) * factor;
+  const double origin = ((deviceToUser.tx - shading.start.x) * dx + (deviceToUser.ty - shading.start.y) * dy) * factor;
+  for (int y = box.y0; y < box.y1; ++y, pixels += stride) {
+    const double row = origin + stepY * (y + 0.5) + stepX * (box.x0 + 0.5);
+    for (int x = 0; x < box.x1 - box.x0; ++x) pixels[x] = table.At(row + stepX * x);
+  }
+}
+
+void FillRadial(const CGShading& shading, const PixelTable& table, const CGAffineTransform& deviceToUser,
+                const PixelBox& box, std::uint32_t* pixels, std::size_t stride) {
+  const double factor = table.Last() / (shading.endRadius - shading.startRadius);
+  const double offset = -shading.startRadius * factor;
+  for (int y = box.y0; y < box.y1; ++y, pixels += stride) {
+    const CGPoint first = CGPointApplyAffineTransform({box.x0 + 0.5, y + 0.5}, deviceToUser);
+    const double px = first.x - shading.start.x;
+    const double py = first.y - shading.start.y;
+    for (int x = 0; x < box.x1 - box.x0; ++x) {
+      const double ux = px + deviceToUser.a * x;
+      const double uy = py + deviceToUser.b * x;
+      pixels[x] = table.At(std::sqrt(ux * ux + uy * uy) * factor + offset);
+    }
+  }
+}
+
+// The context's scratch image with room for a width and a height; null when there is none.
+cairo_surface_t* TakeScratch(CGContext* context, int width, int height) {
+  platform::CairoSurface& scratch = context->scratch;
+  if (scratch == nullptr || cairo_image_surface_get_width(scratch.get()) < width ||
+      cairo_image_surface_get_height(scratch.get()) < height) {
+    scratch.reset(cairo_image_surface_create(CAIRO_FORMAT_ARGB32, width, height));
+  }
+  return cairo_surface_status(scratch.get()) == CAIRO_STATUS_SUCCESS ? scratch.get() : nullptr;
+}
+
+bool SetShadingSource(CGContext* context, const CGShading& shading, const PixelBox& box) {
+  const CGAffineTransform userToDevice = context->UserToDevice();
+  cairo_surface_t* scratch = TakeScratch(context, box.x1 - box.x0, box.y1 - box.y0);
+  if (scratch == nullptr || !platform::IsInvertible(userToDevice)) return false;
+  const CGAffineTransform deviceToUser = Inverse(userToDevice);
+  const int width = box.x1 - box.x0;
+  const int height = box.y1 - box.y0;
+  const PixelTable table(shading, context->state.alpha, width + height);
+  cairo_surface_flush(scratch);
+  auto* pixels = reinterpret_cast<std::uint32_t*>(cairo_image_surface_get_data(scratch));
+  const auto stride = static_cast<std::size_t>(cairo_image_surface_get_stride(scratch)) / sizeof(std::uint32_t);
+  (shading.radial ? FillRadial : FillAxial)(shading, table, deviceToUser, box, pixels, stride);
+  cairo_surface_mark_dirty(scratch);
+  cairo_set_source_surface(context->cairo.get(), scratch, box.x0, box.y0);
+  cairo_pattern_set_filter(cairo_get_source(context->cairo.get()), CAIRO_FILTER_NEAREST);
+  return true;
+}
+
+// Puts what the shading covers into cairo: the path of the innermost clip, or the whole target.
+bool PrepareArea(CGContext* context, const platform::ClipNode* innermost, PixelBox* box) {
+  cairo_t* cairo = context->cairo.get();
+  const PixelBox bounds = context->target->Bounds();
+  cairo_new_path(cairo);
+  cairo_set_fill_rule(cairo, CAIRO_FILL_RULE_WINDING);
+  if (innermost == nullptr) {
+    cairo_rectangle(cairo, bounds.x0, bounds.y0, bounds.x1 - bounds.x0, bounds.y1 - bounds.y0);
+    *box = bounds;
+    return true;
+  }
+  cairo_set_antialias(cairo, innermost->antialias ? CAIRO_ANTIALIAS_DEFAULT : CAIRO_ANTIALIAS_NONE);
+  if (!platform::EmitPath(cairo, *innermost->path, box)) return false;
+  *box = platform::WidenBox(*box, 0, bounds);
+  return !box->IsEmpty();
+}
+
+}  // namespace
+
+void CGContextDrawShading(CGContextRef context, CGShadingRef shading) {
+  if (context == nullptr || shading == nullptr) return;
+  const platform::Clip whole = context->state.clip;
+  context->state.clip = whole != nullptr ? whole->parent : nullptr;
+  platform::ApplyClip(context);
+  PixelBox box;
+  if (PrepareArea(context, whole.get(), &box) && SetShadingSource(context, *shading, box)) {
+    context->target->WillDraw(box);
+    cairo_fill(context->cairo.get());
+    context->target->DidDraw(box);
+  }
+  context->state.clip = whole;
+}
