@@ -48,9 +48,9 @@ const bool kCopy = ratio::Pair(
       }
     });
 
-void AddFind(const std::string& name, const std::string& sought) {
+void AddFind(const std::string& name, double target, const std::string& sought) {
   ratio::Pair(
-      "Find in 64 KiB, " + name, 1.0,
+      "Find in 64 KiB, " + name, target,
       [sought](benchmark::State& state) {
         const AKString text(Text());
         const AKString sub(sought);
@@ -63,9 +63,11 @@ void AddFind(const std::string& name, const std::string& sought) {
 }
 
 const bool kFind = [] {
-  AddFind("rare first byte", "!missing");
-  AddFind("common first byte", "energize");
-  AddFind("one byte", "!");
+  // Without a candidate both are one call of memchr: they differ by the noise of the measurement.
+  constexpr double kEqual = 1.05;
+  AddFind("rare first byte", kEqual, "!missing");
+  AddFind("common first byte", 1.0, "energize");
+  AddFind("one byte", kEqual, "!");
   return true;
 }();
 
@@ -177,7 +179,7 @@ const bool kConversion = [] {
   std::string mixed = ascii;  // French has an accent every eight or nine letters
   for (std::size_t i = 0; i < mixed.size(); i += 5 + i % 8) mixed[i] = static_cast<char>(0x88 + i % 24);
   AddConversion("ASCII", 0.1, ascii);
-  AddConversion("mixed", 0.33, mixed);
+  AddConversion("mixed", 1.0 / 3, mixed);
   return true;
 }();
 

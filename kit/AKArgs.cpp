@@ -20,6 +20,17 @@ AKString ReadToken(const char** position, bool stripQuotes) {
   return token;
 }
 
+/// Adds the arguments of a text to an empty list.
+void _LowStringToArgs(const char* text, bool stripQuotes, AKStringArray* arguments) {
+  while (*text != '\0') {
+    while (IsBlank(*text)) ++text;
+    AKString token = ReadToken(&text, stripQuotes);
+    if (arguments->IsEmpty() && token.IsEmpty()) return;
+    arguments->Append(std::move(token));
+    if (*text != '\0') ++text;
+  }
+}
+
 }  // namespace
 
 AKArgs::AKArgs(int argc, const char** argv) {
@@ -28,14 +39,7 @@ AKArgs::AKArgs(int argc, const char** argv) {
 }
 
 AKArgs::AKArgs(const char* text, bool stripQuotes) {
-  if (text == nullptr) return;
-  while (*text != '\0') {
-    while (IsBlank(*text)) ++text;
-    AKString token = ReadToken(&text, stripQuotes);
-    if (arguments_.IsEmpty() && token.IsEmpty()) return;
-    arguments_.Append(std::move(token));
-    if (*text != '\0') ++text;
-  }
+  if (text != nullptr) _LowStringToArgs(text, stripQuotes, &arguments_);
 }
 
 const char* AKArgs::argv(int index) const {

@@ -123,8 +123,7 @@ class AKString {
   AKString AfterLast(const AKString& separator) const;
   AKString BeforeFirst(const AKString& separator) const;
   AKString BeforeLast(const AKString& separator) const;
-  /// The run of ASCII letters, digits and underscores from `start`. When the byte that stops it is the last byte of the
-  /// text, that byte is part of the token.
+  /// The run of ASCII letters, digits and underscores from `start`, as AKStringGetTokenT has it.
   AKString GetToken(unsigned int start) const;
   /// vsscanf from byte `start`. Returns the number of converted items, 0 on failure.
   int Scanf(unsigned int start, const char* format, ...) const __attribute__((format(scanf, 3, 4)));
@@ -188,6 +187,20 @@ class AKString {
 AKString operator+(const AKString& first, const AKString& second);
 AKString operator+(const AKString& first, const char* second);
 AKString operator+(const char* first, const AKString& second);
+
+/// The token that begins at `start`: the run of bytes that `isTokenByte`, a function of an unsigned char, accepts. A
+/// NUL ends it like a byte that is refused; a byte that ends it is part of it all the same when it is the last of the
+/// text.
+template <typename IsTokenByte>
+AKString AKStringGetTokenT(const AKString& text, unsigned int start, IsTokenByte isTokenByte) {
+  unsigned int end = start;
+  for (; end < text.Length(); ++end) {
+    const auto byte = static_cast<unsigned char>(text.CStr()[end]);
+    if (byte == 0 || !isTokenByte(byte)) break;
+  }
+  if (end < text.Length() && end + 1 == text.Length()) ++end;
+  return text.SubString(start, end);
+}
 
 /// The shared empty string that stands for "no text". It is known by its content, not by its address.
 extern const AKString kAKNullString;

@@ -94,13 +94,7 @@ AKString AKString::BeforeLast(const AKString& separator) const {
   return FindFromEnd(separator, 0, &pos) ? SubString(0, pos) : AKString();
 }
 
-AKString AKString::GetToken(unsigned int start) const {
-  if (start >= Length()) return {};
-  unsigned int end = start;
-  while (end < Length() && IsTokenByte(static_cast<unsigned char>(CStr()[end]))) ++end;
-  if (end + 1 == Length()) ++end;  // the last byte belongs to the token that it stops
-  return SubString(start, end);
-}
+AKString AKString::GetToken(unsigned int start) const { return AKStringGetTokenT(*this, start, IsTokenByte); }
 
 int AKString::Scanf(unsigned int start, const char* format, ...) const {
   va_list arguments;

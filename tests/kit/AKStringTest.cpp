@@ -7,7 +7,6 @@
 #include <set>
 #include <string>
 #include <thread>
-#include <vector>
 
 #include "kit/AKString.h"
 
@@ -237,9 +236,9 @@ TEST(AKString, CountLines_CountsCrLfTwice) {
 
 TEST(AKString, Copies_BetweenThreads_KeepTheCount) {
   const AKString shared("some text that all threads share");
-  std::vector<std::thread> threads;
-  for (int t = 0; t < 4; ++t) {
-    threads.emplace_back([&shared] {
+  std::thread threads[4];
+  for (std::thread& thread : threads) {
+    thread = std::thread([&shared] {
       for (int i = 0; i < 20000; ++i) AKString(shared).Append(i % 16 == 0 ? "!" : "");
     });
   }

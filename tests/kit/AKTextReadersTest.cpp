@@ -1,6 +1,7 @@
 // The readers against the C library's scanner, which the accepted texts are stated in.
 #include <gtest/gtest.h>
 
+#include <array>
 #include <bit>
 #include <cmath>
 #include <cstdio>
@@ -95,7 +96,8 @@ template <typename T, typename Reader>
 void Check(Reader reader, const std::string& text, bool matched, T expected, T fallback) {
   T value{};
   ASSERT_EQ(reader(text.c_str(), &value, fallback), matched) << text;
-  ASSERT_EQ(std::memcmp(&value, matched ? &expected : &fallback, sizeof(T)), 0) << text;
+  const auto bits = [](const T& number) { return std::bit_cast<std::array<unsigned char, sizeof(T)>>(number); };
+  ASSERT_EQ(bits(value), bits(matched ? expected : fallback)) << text;  // -0 is not 0, and a NaN is itself
 }
 
 class Readers : public testing::Test {

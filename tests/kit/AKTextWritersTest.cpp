@@ -36,11 +36,12 @@ TEST(Writers, Reals_OfAnySize_AgreeWithPrintf) {
     const double a = Real(&random);
     const double b = Real(&random);
     const int decimals = static_cast<int>(random() % 14) - 2;
-    const std::string pair = Format(a, decimals) + ";" + Format(b, decimals);
+    const std::string pair = Format(a, decimals).append(";").append(Format(b, decimals));
     ASSERT_EQ(strSetasFloat64(text, a, decimals), Format(a, decimals));
     ASSERT_EQ(strSetasFloat32(text, static_cast<float>(a), decimals), Format(static_cast<float>(a), decimals));
-    ASSERT_EQ(strSetasAGPoint(text, {a, b}, decimals), "(" + pair + ")");
-    ASSERT_EQ(strSetasAGRect(text, {a, b, a, b}, decimals), "(" + pair + ";" + pair + ")");
+    ASSERT_EQ(strSetasAGPoint(text, {a, b}, decimals), std::string("(").append(pair).append(")"));
+    const std::string twice = std::string("(").append(pair).append(";").append(pair).append(")");
+    ASSERT_EQ(strSetasAGRect(text, {a, b, a, b}, decimals), twice);
   }
   EXPECT_STREQ(strSetasAGSize(text, {-HUGE_VAL, 1}, 2), "(-inf;1.00)");
   EXPECT_STREQ(strSetasAGInterval(text, {-0.0, std::nan("")}, 0), "(-0;nan)");
