@@ -56,12 +56,19 @@ int RunSelf(std::vector<std::string> const& words) {
   return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
 }
 
+bool SavePicture(Document const& document, std::string const& path, std::string* error) {
+  PictureKind kind{};
+  std::vector<unsigned char> picture;
+  return PictureKindOf(path, &kind) && RenderPicture(document, kind, 1, &picture, error) &&
+         ReplaceFile(path, picture.data(), picture.size(), error);
+}
+
 bool SaveScene(Document const& document, std::string const& base, std::string* error) {
-  std::vector<unsigned char> png;
   const std::string listing = FullListing(document);
   return WriteDocument(document, base + ".akd", error) &&
-         ReplaceFile(base + ".txt", listing.data(), listing.size(), error) && RenderPNG(document, 1, &png, error) &&
-         ReplaceFile(base + ".png", png.data(), png.size(), error);
+         ReplaceFile(base + ".txt", listing.data(), listing.size(), error) &&
+         SavePicture(document, base + ".png", error) && SavePicture(document, base + ".pdf", error) &&
+         SavePicture(document, base + ".svg", error);
 }
 
 int RunDemo(std::vector<std::string> const& words) {
@@ -78,7 +85,8 @@ int RunDemo(std::vector<std::string> const& words) {
     const auto document = MakeDemoScene(&error);
     if (!document) return Fail(error);
     if (!SaveScene(*document, base, &error)) return Fail(error);
-    std::printf("Drew the scene into %s.png, saved it as %s.akd, and closed it.\n", base.c_str(), base.c_str());
+    std::printf("Drew the scene into %s.png (.pdf, .svg), saved it as %s.akd, and closed it.\n", base.c_str(),
+                base.c_str());
   }
   std::printf("Opening it again in a new process:\n");
   const int code = RunSelf({"verify", base + ".akd", "--listing", base + ".txt", "--picture", base + ".png"});
@@ -120,7 +128,7 @@ const Command kDemoCommand = {
     "usage: objecthost demo [FOLDER]\n\n"
     "Makes a scene of rounded rectangles, uses the inspector panel, draws the scene, saves it, opens it\n"
     "again in a new process, and checks that every property and every pixel came back. Leaves scene.png,\n"
-    "scene.akd and scene.txt in FOLDER (out). Exits with 1 when anything differs.\n",
+    "scene.pdf, scene.svg, scene.akd and scene.txt in FOLDER (out). Exits with 1 when anything differs.\n",
     &RunDemo};
 
 const Command kVerifyCommand = {

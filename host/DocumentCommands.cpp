@@ -146,11 +146,14 @@ int RunDraw(std::vector<std::string> const& words) {
   std::string error;
   double scale = 1;
   if (!line.Parse(words, 2, 2, &error) || !ParseScale(line, &scale, &error)) return Fail(error);
+  std::string const& target = line.Positional()[1];
+  PictureKind kind{};
+  if (!PictureKindOf(target, &kind)) return Fail("\"" + target + "\" is no name of a .png, .pdf or .svg file");
   const auto document = ReadDocument(line.Positional()[0], &error);
   if (!document) return Fail(error);
-  std::vector<unsigned char> png;
-  if (!RenderPNG(*document, scale, &png, &error)) return Fail(error);
-  return ReplaceFile(line.Positional()[1], png.data(), png.size(), &error) ? 0 : Fail(error);
+  std::vector<unsigned char> picture;
+  if (!RenderPicture(*document, kind, scale, &picture, &error)) return Fail(error);
+  return ReplaceFile(target, picture.data(), picture.size(), &error) ? 0 : Fail(error);
 }
 
 }  // namespace
@@ -196,9 +199,10 @@ const Command kSetCommand = {
     "changed unless every value can be taken.\n",
     &RunSet};
 
-const Command kDrawCommand = {"draw", "draw a document into a PNG file",
-                              "usage: objecthost draw FILE PICTURE.png [--scale S]\n\n"
-                              "Draws the page with its background, S pixels a unit (1).\n",
+const Command kDrawCommand = {"draw", "draw a document into a PNG, PDF or SVG file",
+                              "usage: objecthost draw FILE PICTURE [--scale S]\n\n"
+                              "Draws the page with its background into a file whose name ends in .png, .pdf or .svg,\n"
+                              "S pixels or points a unit (1).\n",
                               &RunDraw};
 
 }  // namespace host

@@ -17,4 +17,12 @@ void DrawObjects(Document const& document, AGContext const& context, double scal
 /// bitmap.
 bool RenderPNG(Document const& document, double scale, std::vector<unsigned char>* png, std::string* error);
 
+/// The kinds of picture file, told by the extension of a name; false for an unknown one.
+enum class PictureKind { kPNG, kPDF, kSVG };
+bool PictureKindOf(std::string const& path, PictureKind* kind);
+
+/// The page as a picture file in memory. On a PDF or SVG page a unit is `scale` points.
+bool RenderPicture(Document const& document, PictureKind kind, double scale, std::vector<unsigned char>* file,
+                   std::string* error);
+
 }  // namespace host

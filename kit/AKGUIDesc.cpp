@@ -27,9 +27,7 @@ ConstructorEntry Constructor() {
 void* AKGUIDesc::sWrapper = nullptr;
 
 AKGUIDesc::AKGUIDesc() {
-  if (sWrapper == nullptr) return;
-  va_list none{};
-  Constructor()(this, nullptr, none);
+  if (sWrapper != nullptr) Constructor()(this, nullptr, nullptr);
 }
 
 AKGUIDesc::AKGUIDesc(char const* format, ...) {
@@ -72,7 +70,9 @@ AKGUICtrl* AKGUIDesc::NewController(char const* format, ...) {
   return control;
 }
 
-AKGUICtrl* AKGUIDesc::GetController(unsigned int id) const { return Call<AKGUICtrl*, unsigned int>(kGetController, id); }
+AKGUICtrl* AKGUIDesc::GetController(unsigned int id) const {
+  return Call<AKGUICtrl*, unsigned int>(kGetController, id);
+}
 unsigned int AKGUIDesc::GetControllerCount() const { return Call<unsigned int>(kGetControllerCount); }
 
 int AKGUIDesc::OpenModalDialog(ModalProc proc, AKObject* object, int* result) {

@@ -39,6 +39,8 @@ class DrawingTarget {
   virtual void DidDraw(const PixelBox& box) = 0;
   /// The whole target; a box that is never too small.
   virtual PixelBox Bounds() const = 0;
+  /// True for a page of vectors, where a gradient has to stay one.
+  virtual bool IsVector() const { return false; }
 };
 
 /// A colour, or a pattern with the opacity `alpha`.

@@ -39,6 +39,11 @@ expect 0 'control 2 = 1.7: Change Rectangle Curvature' inspect a.akd 0 --set 2=1
 expect 0 '^1$' get a.akd 0 Rounding
 expect 0 '' draw a.akd a.png --scale 2
 [ "$(head -c 8 a.png | od -An -tx1 | tr -d ' ')" = 89504e470d0a1a0a ] || fault "a.png is no PNG file"
+expect 0 '' draw a.akd a.pdf
+expect 0 '' draw a.akd a.svg
+[ "$(head -c 5 a.pdf)" = %PDF- ] || fault "a.pdf is no PDF file"
+grep -q '</svg>' a.svg || fault "a.svg is no SVG file"
+expect 1 'no name of a' draw a.akd a.bmp
 "$host" list --all a.akd > a.txt || fault "list --all failed"
 "$host" draw a.akd b.png
 expect 0 'every pixel' verify a.akd --listing a.txt --picture b.png
@@ -76,6 +81,7 @@ expect 1 'is not a document' list a.png
 expect 1 'is a folder' list .
 expect 1 "can't open bundle" --bundle missing.so list a.akd
 expect 1 'is no bundle' --bundle a.png list a.akd
+expect 1 "can't make a picture" draw a.akd c.pdf --scale 1e9
 expect 1 "can't write" draw a.akd missing/c.png
 expect 1 "can't write" new /dev/full
 

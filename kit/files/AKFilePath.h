@@ -66,7 +66,7 @@ class AKFilePath {
 
   /// By components, in their order: "a//b" equals "a/b" but "a/" differs from "a".
   std::strong_ordering operator<=>(const AKFilePath& other) const;
-  bool operator==(const AKFilePath& other) const { return (*this <=> other) == 0; }
+  bool operator==(const AKFilePath& other) const { return std::is_eq(*this <=> other); }
 
   /// The value form of a path: a "strg" of its text.
   void WriteToValue(AKValue* value) const;

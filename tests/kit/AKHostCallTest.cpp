@@ -1,6 +1,4 @@
 // Host tables laid out by hand: plain entries, member entries called directly and through a virtual table, adjustments.
-#include "kit/AKHostCall.h"
-
 #include <gtest/gtest.h>
 
 #include <cstring>
@@ -8,6 +6,7 @@
 #include "kit/AKClass.h"
 #include "kit/AKGUIDesc.h"
 #include "kit/AKHandler.h"
+#include "kit/AKHostCall.h"
 #include "kit/AKHostServices.h"
 #include "kit/AKValue.h"
 #include "kit/files/AKFilePath.h"
@@ -36,8 +35,8 @@ struct HostObject {
 // Functions of member entries need an even address, since bit 0 marks virtual ones; those of classes always have one.
 #define AK_MEMBER_FUNCTION __attribute__((aligned(2)))
 
-AK_MEMBER_FUNCTION int Record(Part* part, int value) {
-  part->seen = value;
+AK_MEMBER_FUNCTION int Record(void* part, int value) {
+  static_cast<Part*>(part)->seen = value;
   return value * 2;
 }
 
@@ -79,16 +78,19 @@ class GeneralTableTest : public testing::Test {
 };
 
 TEST_F(GeneralTableTest, Services_GoToTheirEntries_WithTheirArguments) {
-  PutPlain(32, +[](AKString const& key, AKValue* out) {
-    out->SetasAKString(key);
-    return 77;
-  });
-  PutPlain(40, +[](unsigned int kind) -> AKFilePath const& {
-    static const AKFilePath folder("/standard/folder");
-    static const AKFilePath none;
-    return kind == 5 ? folder : none;
-  });
-  PutPlain(56, +[](char const* text) { return text + 1; });
+  PutPlain(
+      32, +[](AKString const& key, AKValue* out) {
+        out->SetasAKString(key);
+        return 77;
+      });
+  PutPlain(
+      40, +[](unsigned int kind) -> AKFilePath const& {
+        static const AKFilePath folder("/standard/folder");
+        static const AKFilePath none;
+        return kind == 5 ? folder : none;
+      });
+  PutPlain(
+      56, +[](char const* text) { return text + 1; });
   AKValue value;
   EXPECT_EQ(NKGetApplicationProperty("key", &value), 77);
   EXPECT_TRUE(*value.GetasAKString() == "key");
@@ -97,10 +99,11 @@ TEST_F(GeneralTableTest, Services_GoToTheirEntries_WithTheirArguments) {
 }
 
 TEST_F(GeneralTableTest, Dialogs_AreOptionalOneByOne) {
-  PutPlain(128, +[](AKFilePath& path, AKString const& a, AKString const& b) {
-    path.SetFileName(a + b);
-    return 1;
-  });
+  PutPlain(
+      128, +[](AKFilePath& path, AKString const& a, AKString const& b) {
+        path.SetFileName(a + b);
+        return 1;
+      });
   AKFilePath path("/folder/");
   EXPECT_EQ(AKGUIDialogSaveFile(path, "a", "b"), 1);
   EXPECT_TRUE(path == AKFilePath("/folder/ab"));
@@ -115,14 +118,15 @@ struct HandlerNotes {
   AKHandlerLinkMode mode = 0;
 };
 
-AK_MEMBER_FUNCTION int NoteAdded(HandlerNotes* self, AKObjectArray const& objects, AKObject*, AKHandlerLinkMode mode) {
+AK_MEMBER_FUNCTION int NoteAdded(void* object, AKObjectArray const& objects, AKObject*, AKHandlerLinkMode mode) {
+  auto* self = static_cast<HandlerNotes*>(object);
   self->added = objects.Count();
   self->mode = mode;
   return 11;
 }
 
-AK_MEMBER_FUNCTION int NoteDeleted(HandlerNotes* self, AKObjectArray const& objects) {
-  self->deleted = objects.Count();
+AK_MEMBER_FUNCTION int NoteDeleted(void* object, AKObjectArray const& objects) {
+  static_cast<HandlerNotes*>(object)->deleted = objects.Count();
   return 12;
 }
 
@@ -131,8 +135,10 @@ TEST(AKHandlerTest, SingleObjects_TravelAsArrays) {
   HandlerNotes notes;
   static HandlerNotes* sNotes;
   sNotes = &notes;
-  PutPlain(32, +[](AKHandler* handler, NKTreeHandler*) { handler->SetHostObject(sNotes); });
-  PutPlain(40, +[](AKHandler*) {});
+  PutPlain(
+      32, +[](AKHandler* handler, NKTreeHandler*) { handler->SetHostObject(sNotes); });
+  PutPlain(
+      40, +[](AKHandler*) {});
   PutPlain(224, &NoteAdded);
   PutPlain(240, &NoteDeleted);
   AKHandler::sWrapper = sTable;
