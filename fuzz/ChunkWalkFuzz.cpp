@@ -1,0 +1,20 @@
+// A walk over chunks, by the kit and by the dumper, which must agree on where the chunks of a sound file are.
+#include "fuzz/RecordFuzz.h"
+#include "host/ChunkDump.h"
+#include "kit/AKFileChunk.h"
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+  const record_fuzz::Input input(data, size);
+  const AKFile& file = input.File();
+  std::string tree;
+  const host::ChunkDamage damage = host::DumpChunks({reinterpret_cast<const char*>(data), size}, &tree);
+  if (damage.found && damage.offset > size) std::abort();
+  AKFileChunk chunk;
+  std::uint64_t end = 0;
+  while (end < size && AKFileReadChunkHeader(file, &chunk) == 0 && AKFileGotoChunkEnd(file, chunk) == 0) {
+    end = chunk.pos + 8 + chunk.size;
+    AKFileIsSignat32(file, chunk.signature, true);
+  }
+  if (!damage.found && end != size) std::abort();
+  return 0;
+}
