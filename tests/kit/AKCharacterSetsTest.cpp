@@ -92,6 +92,26 @@ TEST(AKStringEncoding, EveryCharacter_OfUnicode_ConvertsOrBecomesOneQuestionMark
   }
 }
 
+// The conversions work on blocks of bytes; accents stand at every place of a block, and blocks at every place of a
+// text.
+TEST(AKStringEncoding, MixedTexts_ConvertLikeTheirSingleBytes) {
+  const unsigned int seed = std::random_device()();
+  SCOPED_TRACE(seed);
+  std::mt19937 random(seed);
+  for (int i = 0; i < 20000; ++i) {
+    const Set& set = kSets[i % 2];
+    const unsigned int density = 1 + random() % 40;
+    std::string text(random() % 100, 'a');
+    std::string utf8;
+    for (char& c : text) {
+      if (random() % density == 0) c = static_cast<char>(random());
+      utf8 += Std(AKStringCopyWithEncoding(std::string(1, c), set.code, kAKStringEncodingUTF8));
+    }
+    ASSERT_EQ(Std(AKStringCopyWithEncoding(text, set.code, kAKStringEncodingUTF8)), utf8);
+    ASSERT_EQ(Std(AKStringCopyWithEncoding(utf8, kAKStringEncodingUTF8, set.code)), text);
+  }
+}
+
 TEST(AKStringEncoding, Utf8_ThatGlibcRefuses_EmptiesTheString) {
   const unsigned int seed = std::random_device()();
   SCOPED_TRACE(seed);
