@@ -4,6 +4,7 @@
 #include <cstdlib>
 
 #include "CoreGraphics/CGBitmapContext.h"
+#include "CoreGraphics/CGImage.h"
 
 namespace {
 
@@ -33,6 +34,10 @@ AGBitmap::AGBitmap(unsigned int width, unsigned int height, unsigned int flags) 
   LowCreateBitmapWithSize(width, height, (flags & kFlagZeroFill) != 0, (flags & kFlagLittleEndian) != 0);
 }
 
+AGBitmap::AGBitmap(AGImage const& image, unsigned int flags) {
+  LowCreateBitmapWithImage(image, (flags & kFlagLittleEndian) != 0);
+}
+
 AGBitmap::~AGBitmap() {
   InvalidateBitmapCache();
   CGContextRelease(context_);
@@ -41,6 +46,19 @@ AGBitmap::~AGBitmap() {
 
 AGContext AGBitmap::GetContextOfBitmap() const {
   return {context_, AGSize{static_cast<double>(width_), static_cast<double>(height_)}};
+}
+
+bool AGBitmap::LowCreateBitmapWithImage(AGImage const& image, bool flipped) {
+  CGImageRef native = image.NativeImage();
+  if (native == nullptr) return false;
+  // An image without alpha covers every pixel, so nothing has to be cleared below it.
+  const bool zeroFill = CGImageGetAlphaInfo(native) != kCGImageAlphaNone;
+  if (!LowCreateBitmapWithSize(image.Width(), image.Height(), zeroFill, flipped)) return false;
+  CGContextSaveGState(context_);
+  if (flipped) CGContextConcatCTM(context_, {1, 0, 0, -1, 0, static_cast<double>(height_)});
+  CGContextDrawImage(context_, CGRectMake(0, 0, width_, height_), native);
+  CGContextRestoreGState(context_);
+  return true;
 }
 
 bool AGBitmap::LowCreateBitmapWithSize(unsigned int width, unsigned int height, bool zeroFill, bool littleEndian) {

@@ -17,11 +17,14 @@ class AGBitmap final : public AGBitmapBase {
   /// leaves the bitmap empty.
   AGBitmap(AGSize const& size, unsigned int flags);
   AGBitmap(unsigned int width, unsigned int height, unsigned int flags);
+  /// The image's pixels; upside down with kFlagLittleEndian.
+  AGBitmap(AGImage const& image, unsigned int flags);
   ~AGBitmap() override;
 
   /// A context on the whole bitmap with its state at the defaults; the bitmap must outlive it.
   AGContext GetContextOfBitmap() const;
 
  private:
+  bool LowCreateBitmapWithImage(AGImage const& image, bool flipped);
   bool LowCreateBitmapWithSize(unsigned int width, unsigned int height, bool zeroFill, bool littleEndian);
 };

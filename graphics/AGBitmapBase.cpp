@@ -4,6 +4,8 @@
 #include <cmath>
 #include <cstring>
 
+#include "CoreGraphics/CGImage.h"
+
 namespace {
 
 constexpr unsigned int kColorPixelSize = 4;
@@ -84,8 +86,10 @@ void AGBitmapBase::SetBitmapCacheUsed(bool used) {
   bitmapCacheUsed_ = used;
 }
 
-// Nothing fills the cache yet, so there is nothing to release.
-void AGBitmapBase::InvalidateBitmapCache() { cachedImage_ = nullptr; }
+void AGBitmapBase::InvalidateBitmapCache() {
+  CGImageRelease(cachedImage_);
+  cachedImage_ = nullptr;
+}
 
 void AGBitmapBase::LowResetMembers() {
   context_ = nullptr;

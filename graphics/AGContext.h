@@ -8,6 +8,7 @@
 #include <memory>
 
 #include "graphics/AGBrush.h"
+#include "graphics/AGImage.h"
 #include "graphics/AGPath.h"
 #include "graphics/AGPen.h"
 #include "graphics/values/AGAffineTransform.h"
@@ -69,6 +70,12 @@ class AGContext {
   void DrawPath(AGPath const& path, AGAffineTransform const& transform) const;
   /// Fits the path's bounding box into `rect`. A box of zero width or height draws with the all-zero transform.
   void DrawPath(AGPath const& path, AGRect const& rect, bool keepAspect) const;
+
+  /// Draws the image, one unit a pixel, with its lower left corner at `point`.
+  void DrawImage(AGImage const& image, AGPoint const& point, AGAffineTransform const& transform,
+                 AGImageQuality quality) const;
+  /// Fits the image's pixels into `rect`.
+  void DrawImage(AGImage const& image, AGRect const& rect, bool keepAspect, AGImageQuality quality) const;
 
   /// True when alpha is visible and the brush or the pen appears (the brush is asked first).
   bool WouldFillOrStroke() const;

@@ -1,4 +1,4 @@
-// The shapes of drawing contexts: each is a path that goes to the native bridge.
+// The shapes and images of drawing contexts. A shape is a path that goes to the native bridge.
 #include <cmath>
 
 #include "graphics/AGContext.h"
@@ -83,4 +83,15 @@ void AGContext::DrawPath(AGPath const& path, AGRect const& rect, bool keepAspect
   if (path.IsEmpty()) return;
   const AGAffineTransform fit = AGGraphicsLow::FitBox(path.GetBoundingBox(), rect, keepAspect);
   Draw(*this, path, fit, kAGDrawModeFillAndStroke);
+}
+
+void AGContext::DrawImage(AGImage const& image, AGPoint const& point, AGAffineTransform const& t,
+                          AGImageQuality quality) const {
+  AGGraphicsLow::AGContextDrawImage(*this, image, point, t, quality);
+}
+
+void AGContext::DrawImage(AGImage const& image, AGRect const& rect, bool keepAspect, AGImageQuality quality) const {
+  if (image.IsEmpty()) return;
+  const AGRect box{0, 0, static_cast<double>(image.Width()), static_cast<double>(image.Height())};
+  AGGraphicsLow::AGContextDrawImage(*this, image, kAGNullPoint, AGGraphicsLow::FitBox(box, rect, keepAspect), quality);
 }

@@ -115,3 +115,11 @@ void CGContextSetLineCap(CGContextRef context, CGLineCap cap) {
 void CGContextSetLineJoin(CGContextRef context, CGLineJoin join) {
   if (context != nullptr) context->state.lineJoin = join;
 }
+
+void CGContextSetBlendMode(CGContextRef context, CGBlendMode mode) {
+  if (context != nullptr) context->state.blendMode = mode;
+}
+
+void CGContextSetInterpolationQuality(CGContextRef context, CGInterpolationQuality quality) {
+  if (context != nullptr) context->state.interpolation = quality;
+}

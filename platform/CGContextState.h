@@ -71,6 +71,8 @@ struct GraphicsState {
   CGLineCap lineCap = kCGLineCapButt;
   CGLineJoin lineJoin = kCGLineJoinMiter;
   bool antialias = true;
+  CGBlendMode blendMode = kCGBlendModeNormal;
+  CGInterpolationQuality interpolation = kCGInterpolationDefault;
   Clip clip;
 };
 

@@ -8,6 +8,7 @@
 #include <cstdint>
 
 #include "graphics/AGContext.h"
+#include "graphics/AGImage.h"
 
 /// What of a shape is drawn: bit 1 suppresses the stroke, bit 2 the fill.
 using AGDrawMode = std::uint32_t;
@@ -27,6 +28,11 @@ bool AGContextDrawPath(AGContext const& context, AGPath const& path, AGAffineTra
 void AGContextClearPixels(AGContext const& context, AGColor color, AGRect const& rect);
 /// The same rectangle set to transparent black.
 void AGContextErasePixels(AGContext const& context, AGRect const& rect);
+
+/// Draws the image, one unit a pixel, with its lower left corner at `point`, through `transform` and then the context's
+/// own. A colour factor below 1 mixes by soft light, one above 1 by hard light.
+void AGContextDrawImage(AGContext const& context, AGImage const& image, AGPoint const& point,
+                        AGAffineTransform const& transform, AGImageQuality quality);
 
 /// The scale and translation that map `box` onto `target`, narrowed first, when the aspect is kept, around its centre
 /// to the ratio of the box. All zero when the box has no width or no height.

@@ -27,6 +27,11 @@ enum CGPathDrawingMode {
 enum CGLineCap { kCGLineCapButt = 0, kCGLineCapRound = 1, kCGLineCapSquare = 2 };
 enum CGLineJoin { kCGLineJoinMiter = 0, kCGLineJoinRound = 1, kCGLineJoinBevel = 2 };
 
+/// How what is drawn is mixed with what is there; only images are.
+enum CGBlendMode { kCGBlendModeNormal = 0, kCGBlendModeSoftLight = 8, kCGBlendModeHardLight = 9 };
+
+enum CGInterpolationQuality { kCGInterpolationDefault = 0, kCGInterpolationLow = 2, kCGInterpolationHigh = 3 };
+
 CG_EXTERN CGContextRef CGContextRetain(CGContextRef context);
 CG_EXTERN void CGContextRelease(CGContextRef context);
 
@@ -55,6 +60,9 @@ CG_EXTERN void CGContextSetStrokeColorSpace(CGContextRef context, CGColorSpaceRe
 CG_EXTERN void CGContextSetStrokePattern(CGContextRef context, CGPatternRef pattern, const CGFloat* components);
 /// Where in base space the origin of a cell lies.
 CG_EXTERN void CGContextSetPatternPhase(CGContextRef context, CGSize phase);
+
+CG_EXTERN void CGContextSetBlendMode(CGContextRef context, enum CGBlendMode mode);
+CG_EXTERN void CGContextSetInterpolationQuality(CGContextRef context, enum CGInterpolationQuality quality);
 
 /// In user space units at the time of the stroke, matrix included.
 CG_EXTERN void CGContextSetLineWidth(CGContextRef context, CGFloat width);
