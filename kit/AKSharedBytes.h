@@ -6,9 +6,9 @@
 // threads; one handle is not to be modified from two threads at once.
 //
 // The empty handle leads to a static buffer that is never counted, freed or written. A program and the bundles that it
-// loads each have such a buffer of their own, so it is known by the mark in its header, never by its address. Copying an
-// empty handle takes the copier's own buffer; a handle that a bundle has emptied is to be copied or dropped before that
-// bundle is unloaded.
+// loads each have such a buffer of their own, so it is known by the mark in its header, never by its address. Copying
+// an empty handle takes the copier's own buffer; a handle that a bundle has emptied is to be copied or dropped before
+// that bundle is unloaded.
 //
 // Lengths are 32-bit. A length beyond kMaxLength throws std::bad_alloc, as the allocator does; nothing else throws.
 #pragma once
