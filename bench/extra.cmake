@@ -1,0 +1,11 @@
+# What FilesBench compares dictionaries with; a library that is missing leaves its pairs out.
+find_package(nlohmann_json QUIET)
+if(nlohmann_json_FOUND)
+  target_link_libraries(FilesBench PRIVATE nlohmann_json::nlohmann_json)
+  target_compile_definitions(FilesBench PRIVATE AK_HAS_MESSAGE_PACK=1)
+endif()
+find_package(Qt5Core QUIET)
+if(Qt5Core_FOUND)
+  target_link_libraries(FilesBench PRIVATE Qt5::Core)
+  target_compile_definitions(FilesBench PRIVATE AK_HAS_QT=1)
+endif()
