@@ -1,5 +1,6 @@
 #include "kit/AKDictionary.h"
 
+#include <array>
 #include <string_view>
 #include <utility>
 
@@ -13,15 +14,20 @@ namespace {
 
 std::string_view ViewOf(const AKString& text) { return {text.CStr(), text.Length()}; }
 
-bool IsNameByte(char byte) {
-  return (byte >= 'a' && byte <= 'z') || (byte >= 'A' && byte <= 'Z') || (byte >= '0' && byte <= '9') || byte == '_';
-}
+constexpr std::array<bool, 256> kIsNameByte = [] {
+  std::array<bool, 256> isName{};
+  for (const char byte : std::string_view("ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789_")) {
+    isName[static_cast<unsigned char>(byte)] = true;
+  }
+  return isName;
+}();
 
 bool IsValidPath(std::string_view path) {
   bool inName = false;
   for (const char byte : path) {
-    if (byte == '.' ? !inName : !IsNameByte(byte)) return false;
-    inName = byte != '.';
+    const bool isName = kIsNameByte[static_cast<unsigned char>(byte)];
+    if (!isName && !(byte == '.' && inName)) return false;
+    inName = isName;
   }
   return inName;
 }

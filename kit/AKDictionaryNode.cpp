@@ -63,16 +63,25 @@ AKDictionaryNode* AKDictionaryNode::Grown(AKDictionaryNode* leaf, unsigned int c
 }
 
 bool AKDictionaryNode::SharesPrefix(std::string_view key) const {
-  return key.size() >= prefixLength_ && std::memcmp(key.data(), prefix_, prefixLength_) == 0;
+  if (key.size() < prefixLength_) return false;
+  // The prefix is short: a loop is done before a call of memcmp has begun.
+  for (unsigned int i = 0; i < prefixLength_; ++i) {
+    if (key[i] != prefix_[i]) return false;
+  }
+  return true;
 }
 
 // The 8 bytes behind the shared prefix, padded with NULs. Of two keys with the prefix the one with the smaller head is
 // the smaller.
 std::uint64_t AKDictionaryNode::HeadOf(std::string_view key) const {
-  std::uint64_t head = 0;
   key.remove_prefix(prefixLength_);
-  std::memcpy(&head, key.data(), std::min(key.size(), sizeof(head)));
-  return AKSwapNumber64_EndianHostFromBig(head);
+  std::uint64_t head = 0;
+  if (key.size() >= sizeof(head)) {
+    std::memcpy(&head, key.data(), sizeof(head));
+    return AKSwapNumber64_EndianHostFromBig(head);
+  }
+  for (std::size_t i = 0; i < key.size(); ++i) head = head << 8 | static_cast<unsigned char>(key[i]);
+  return key.empty() ? 0 : head << (8 * (sizeof(head) - key.size()));
 }
 
 unsigned int AKDictionaryNode::LowerBound(std::string_view key, bool* found) const {
@@ -82,7 +91,8 @@ unsigned int AKDictionaryNode::LowerBound(std::string_view key, bool* found) con
   const std::uint64_t head = HeadOf(key);
   const std::uint64_t* const heads = Heads();
   unsigned int index = LowerBoundOf(head, heads, count_);
-  unsigned int end = index;
+  if (index == count_ || heads[index] != head) return index;
+  unsigned int end = index + 1;
   while (end < count_ && heads[end] == head) ++end;
   while (index < end) {
     const unsigned int middle = (index + end) / 2;

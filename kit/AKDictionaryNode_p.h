@@ -17,7 +17,7 @@
 
 class AKDictionaryNode {
  public:
-  static constexpr unsigned int kMaxCount = 32;
+  static constexpr unsigned int kMaxCount = 64;
   static constexpr unsigned int kMaxPrefix = 18;
   static constexpr unsigned int kPrefetchedLines = 10;
 

@@ -8,6 +8,9 @@ namespace {
 // Most dictionaries hold a few entries; the first leaf grows with them.
 constexpr unsigned int kFirstCapacity = 2;
 
+// Up to about this many entries the nodes stay in the processor's caches, and fetching them ahead only costs time.
+constexpr unsigned int kMaxCachedCount = 10000;
+
 std::string_view ViewOf(const AKString& key) { return {key.CStr(), key.Length()}; }
 
 // Where a full node of which entry `index` is to be inserted is split. Keys that arrive in ascending order always go to
@@ -37,12 +40,13 @@ const AKDictionaryNode* AKDictionaryStore::FirstLeaf() const {
 }
 
 AKDictionaryNode* AKDictionaryStore::LeafOf(std::string_view key, Way* way) const {
+  const bool prefetches = count_ > kMaxCachedCount;
   AKDictionaryNode* node = root_;
   while (!node->IsLeaf()) {
     const unsigned int index = node->ChildIndex(key);
     if (way != nullptr) way->steps[way->count++] = {node, index};
     node = node->Inner(index).child;
-    node->Prefetch();
+    if (prefetches) node->Prefetch();
   }
   return node;
 }

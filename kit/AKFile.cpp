@@ -156,7 +156,7 @@ int AKFile::CheckIsOpenedForWrite() const {
 int AKFile::ReadUnbuffered(void* buffer, unsigned long long count) const {
   if (count == 0) return 0;
   if (const int status = CheckIsOpenedForRead(); status != 0) return status;
-  if (IsMemoryStream()) return ReadMemory(buffer, count);
+  if (IsMemoryStream()) return RefuseMemoryRead(count);
   errno = 0;
   switch (buffer_.Read(buffer, count)) {
     case AKFileBuffer::Result::kDone:
@@ -245,7 +245,7 @@ int AKFile::SkipBack(unsigned long long count) const {
 
 bool AKFile::GetSizeSilently(unsigned long long* size) const {
   if (IsMemoryStream()) {
-    *size = memory_.size();
+    *size = memorySize_;
     return memoryOpened_;
   }
   std::uint64_t onDisk = 0;
@@ -284,7 +284,7 @@ int AKFile::SetFileSize(unsigned long long size) {
 
 int AKFile::GetFileInfo(unsigned long long* size, unsigned long long* created, unsigned long long* modified) const {
   if (IsMemoryStream()) {
-    if (size != nullptr) *size = memory_.size();
+    if (size != nullptr) *size = memorySize_;
     if (created != nullptr) *created = 0;
     if (modified != nullptr) *modified = 0;
     return 0;

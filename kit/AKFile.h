@@ -11,6 +11,7 @@
 #pragma once
 
 #include <cstdint>
+#include <cstring>
 #include <memory>
 #include <vector>
 
@@ -77,13 +78,22 @@ class AKFile {
   /// All `count` bytes or an error. A memory stream that holds fewer moves nothing; a disk file stands behind what it
   /// could read.
   int Read(void* buffer, unsigned long long count) const {
-    // The buffer of a closed file and of a memory stream holds nothing, so these take the other way.
-    if (count != 0 && buffer_.TryRead(buffer, count)) return 0;
-    return ReadUnbuffered(buffer, count);
+    // The buffer of a closed file and of a memory stream holds nothing; a disk file has no memory.
+    if (count == 0 || buffer_.TryRead(buffer, count)) return 0;
+    if (count > memorySize_ - memoryPosition_ || (flags_ & kFlagRead) == 0) return ReadUnbuffered(buffer, count);
+    std::memcpy(buffer, memory_.data() + memoryPosition_, count);
+    memoryPosition_ += static_cast<unsigned int>(count);
+    return 0;
   }
   int Write(const void* data, unsigned long long count) {
-    if (count != 0 && buffer_.TryWrite(data, count)) return 0;
-    return WriteUnbuffered(data, count);
+    if (count == 0 || buffer_.TryWrite(data, count)) return 0;
+    if (count > memory_.size() - memoryPosition_ || !memoryOpened_ || (flags_ & kFlagWrite) == 0) {
+      return WriteUnbuffered(data, count);
+    }
+    std::memcpy(memory_.data() + memoryPosition_, data, count);
+    memoryPosition_ += static_cast<unsigned int>(count);
+    if (memoryPosition_ > memorySize_) memorySize_ = memoryPosition_;
+    return 0;
   }
   /// Hands buffered bytes to the system.
   int Flush() const;
@@ -131,10 +141,11 @@ class AKFile {
   void CloseMemory();
   int ReadUnbuffered(void* buffer, unsigned long long count) const;
   int WriteUnbuffered(const void* data, unsigned long long count);
-  int ReadMemory(void* buffer, unsigned long long count) const;
+  int RefuseMemoryRead(unsigned long long count) const;
   int WriteMemory(const void* data, unsigned long long count);
   bool SeekMemory(long long offset, AKFileWhence whence) const;
   bool SeekDisk(long long offset, AKFileWhence whence) const;
+  void ReserveMemory(unsigned long long capacity);
   int SetMemorySize(unsigned long long size);
   bool GetSizeSilently(unsigned long long* size) const;
 
@@ -144,7 +155,8 @@ class AKFile {
   unsigned int flags_ = kEndianLittle;
   bool memoryOpened_ = false;
   mutable unsigned int memoryPosition_ = 0;
-  std::vector<unsigned char> memory_;
+  unsigned int memorySize_ = 0;
+  std::vector<unsigned char> memory_;  // with the room beyond the stream, which ends at memorySize_
   mutable std::unique_ptr<AKFileMmap> map_;
   mutable AKFileBuffer buffer_;
 };

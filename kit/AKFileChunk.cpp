@@ -64,11 +64,15 @@ int AKFileGotoChunkEnd(const AKFile& file, const AKFileChunk& chunk) {
 }
 
 int AKFileWriteSignat32(AKFile& file, std::uint32_t signature) {
-  return AKFileWriteUInt32(file, signature, AKFile::kEndianBig);
+  const std::uint32_t big = AKSwapNumber32_EndianBigFromHost(signature);
+  return file.Write(&big, sizeof(big));
 }
 
 int AKFileReadSignat32(const AKFile& file, std::uint32_t* signature) {
-  return AKFileReadUInt32(file, signature, AKFile::kEndianBig);
+  std::uint32_t big = 0;
+  if (const int status = file.Read(&big, sizeof(big)); status != 0) return status;
+  *signature = AKSwapNumber32_EndianHostFromBig(big);
+  return 0;
 }
 
 bool AKFileIsSignat32(const AKFile& file, std::uint32_t signature, bool rewind) {

@@ -18,6 +18,7 @@ AKFile::AKFile(const void* data, unsigned int size) : flags_(kEndianLittle | kMo
   if (data == nullptr || size == 0) return;
   const auto* bytes = static_cast<const unsigned char*>(data);
   memory_.assign(bytes, bytes + size);
+  memorySize_ = size;
 }
 
 AKFile::AKFile(const AKMemoryBlock& data) : AKFile(data.Data(), data.Size()) {}
@@ -27,7 +28,7 @@ int AKFile::OpenMemory(unsigned int openBits) {
   memoryOpened_ = true;
   memoryPosition_ = 0;
   flags_ |= openBits;
-  if ((openBits & kFlagWrite) != 0) memory_.reserve(kFirstCapacity);
+  if ((openBits & kFlagWrite) != 0) ReserveMemory(kFirstCapacity);
   return 0;
 }
 
@@ -36,32 +37,31 @@ void AKFile::CloseMemory() {
   map_.reset();
   memoryOpened_ = false;
   memoryPosition_ = 0;
+  memorySize_ = 0;
   std::vector<unsigned char>().swap(memory_);
   flags_ &= ~(kFlagRead | kFlagWrite);
 }
 
-int AKFile::ReadMemory(void* buffer, unsigned long long count) const {
-  if (count > kMaxMemorySize - memoryPosition_) return AKFileLogFailure(*this, kAKFileStatusTooBig);
-  if (count > memory_.size() - memoryPosition_) return AKFileLogFailure(*this, kAKFileStatusReadFailed);
-  std::memcpy(buffer, memory_.data() + memoryPosition_, count);
-  memoryPosition_ += static_cast<unsigned int>(count);
-  return 0;
+// Read serves what is there; what comes here is refused.
+int AKFile::RefuseMemoryRead(unsigned long long count) const {
+  const bool tooBig = count > kMaxMemorySize - memoryPosition_;
+  return AKFileLogFailure(*this, tooBig ? kAKFileStatusTooBig : kAKFileStatusReadFailed);
 }
 
 int AKFile::WriteMemory(const void* data, unsigned long long count) {
   if (count > kMaxMemorySize - memoryPosition_) return AKFileLogFailure(*this, kAKFileStatusTooBig);
-  const auto* bytes = static_cast<const unsigned char*>(data);
-  const std::size_t end = memoryPosition_ + count;
-  if (end > memory_.capacity()) memory_.reserve(static_cast<std::size_t>(std::min(2ULL * end, kMaxMemorySize)));
-  const std::size_t inside = std::min<std::size_t>(count, memory_.size() - memoryPosition_);
-  std::memcpy(memory_.data() + memoryPosition_, bytes, inside);
-  memory_.insert(memory_.end(), bytes + inside, bytes + count);
-  memoryPosition_ = static_cast<unsigned int>(end);
-  return 0;
+  const unsigned long long end = memoryPosition_ + count;
+  ReserveMemory(std::min(2 * end, kMaxMemorySize));
+  return Write(data, count);
+}
+
+// The room beyond the stream's end is kept in the vector's size, so that a write needs no call to grow it.
+void AKFile::ReserveMemory(unsigned long long capacity) {
+  if (capacity > memory_.size()) memory_.resize(static_cast<std::size_t>(capacity));
 }
 
 bool AKFile::SeekMemory(long long offset, AKFileWhence whence) const {
-  const auto size = static_cast<long long>(memory_.size());
+  const auto size = static_cast<long long>(memorySize_);
   long long target = offset;
   if (whence == kAKFileWhenceCurrent && __builtin_add_overflow(memoryPosition_, offset, &target)) return false;
   if (whence == kAKFileWhenceEnd && __builtin_sub_overflow(size, offset, &target)) return false;
@@ -72,7 +72,10 @@ bool AKFile::SeekMemory(long long offset, AKFileWhence whence) const {
 
 int AKFile::SetMemorySize(unsigned long long size) {
   if (size > kMaxMemorySize) return AKFileLogFailure(*this, kAKFileStatusTooBig);
-  memory_.resize(size);
+  ReserveMemory(size);
+  // What a smaller size cut off is not to come back.
+  if (size > memorySize_) std::memset(memory_.data() + memorySize_, 0, static_cast<std::size_t>(size) - memorySize_);
+  memorySize_ = static_cast<unsigned int>(size);
   memoryPosition_ = std::min(memoryPosition_, static_cast<unsigned int>(size));
   return 0;
 }
@@ -84,8 +87,8 @@ int AKFile::GetMemoryStreamDataPtr(const void** data, unsigned long long* size) 
     errno = 0;
     return AKFileLogFailure(*this, kAKFileStatusGetSizeFailed);
   }
-  if (!memory_.empty()) *data = memory_.data();
-  *size = memory_.size();
+  if (memorySize_ != 0) *data = memory_.data();
+  *size = memorySize_;
   return 0;
 }
 

@@ -71,7 +71,7 @@ unsigned int AKFileMmap::GetSysPageSize() {
 // The status without a log line, which belongs to the caller.
 int AKFileMmap::GetFileSize(unsigned long long* size) const {
   if (file_->IsMemoryStream()) {
-    *size = file_->memory_.size();
+    *size = file_->memorySize_;
     return 0;
   }
   if (!file_->IsDiskOpen()) return kAKFileStatusNotOpened;
@@ -84,7 +84,7 @@ int AKFileMmap::GetFileSize(unsigned long long* size) const {
 }
 
 int AKFileMmap::FindInMemory(unsigned long long offset, unsigned long long size, const void** address) const {
-  const unsigned long long whole = file_->memory_.size();
+  const unsigned long long whole = file_->memorySize_;
   if (size == 0 || offset > whole || size > whole - offset) return kAKFileStatusMapOutOfBounds;
   *address = file_->memory_.data() + offset;
   return 0;

@@ -54,6 +54,7 @@ struct AKLayout {
   static_assert(offsetof(AKFile, flags_) == 24);
   static_assert(offsetof(AKFile, memoryOpened_) == 28);
   static_assert(offsetof(AKFile, memoryPosition_) == 32);
+  static_assert(offsetof(AKFile, memorySize_) == 36);
   static_assert(offsetof(AKFile, memory_) == 40);
   static_assert(offsetof(AKFile, map_) == 64);
   static_assert(offsetof(AKFile, buffer_) == 72);

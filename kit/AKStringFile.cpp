@@ -3,6 +3,7 @@
 //   offset  size  field
 //        0     4  L: byte count, a multiple of 4, in the file's default order
 //        4     L  UTF-8 text, padded with NULs; none when the length is a multiple of 4 by itself
+#include "kit/AKCharacterSets_p.h"
 #include "kit/AKFile.h"
 #include "kit/AKFileErrors.h"
 #include "kit/AKFileNumbers.h"
@@ -20,15 +21,20 @@ int ReadText(const AKFile& file, AKString* text) {
   return file.Read(text->MutableData(), count);
 }
 
-}  // namespace
-
-int AKString::WriteToFile(AKFile& file) const {
-  const AKString text = AKStringCopyWithEncoding(*this, kAKStringEncodingMacRoman, kAKStringEncodingUTF8);
+int WriteText(AKFile& file, const AKString& text) {
   const std::uint32_t padding = -text.Length() & 3;
   if (text.Length() > 0xFFFFFFFF - padding) return AKFileLogFailure(file, kAKFileStatusTooBig);
   if (const int status = AKFileWriteUInt32(file, text.Length() + padding); status != 0) return status;
   if (const int status = file.Write(text.CStr(), text.Length()); status != 0) return status;
   return AKFileWriteZeros(file, padding);
+}
+
+}  // namespace
+
+int AKString::WriteToFile(AKFile& file) const {
+  // Pure ASCII is its own UTF-8: most texts are, and they go without even sharing the buffer.
+  if (akcharset::AsciiPrefix(CStr(), Length()) == Length()) return WriteText(file, *this);
+  return WriteText(file, AKStringCopyWithEncoding(*this, kAKStringEncodingMacRoman, kAKStringEncodingUTF8));
 }
 
 int AKString::ReadFromFile(const AKFile& file) {

@@ -120,22 +120,31 @@ int AKRecordReader::ReadEntries(AKDictionary* dictionary) {
   return status;
 }
 
+// The header of a value whose size is known beforehand.
+int AKRecordWriter::WriteHeader(unsigned int signature, unsigned int size) {
+  if (const int status = AKFileWriteSignat32(file_, signature); status != 0) return status;
+  return AKFileWriteUInt32(file_, size);
+}
+
 int AKRecordWriter::Write(const AKValue& value) {
   switch (value.Type()) {
     case kAKValueTypeBool: {
       bool content = false;
       value.GetasBool(&content, false);
-      return WriteChunk(value.Type(), [&] { return AKFileWriteUInt32(file_, content ? 1 : 0); });
+      if (const int status = WriteHeader(value.Type(), 4); status != 0) return status;
+      return AKFileWriteUInt32(file_, content ? 1 : 0);
     }
     case kAKValueTypeInteger: {
       long long content = 0;
       value.GetasInteger(&content, false);
-      return WriteChunk(value.Type(), [&] { return AKFileWriteSInt64(file_, content); });
+      if (const int status = WriteHeader(value.Type(), 8); status != 0) return status;
+      return AKFileWriteSInt64(file_, content);
     }
     case kAKValueTypeFloat: {
       double content = 0;
       value.GetasFloat(&content, false);
-      return WriteChunk(value.Type(), [&] { return AKFileWriteFloat64(file_, content); });
+      if (const int status = WriteHeader(value.Type(), 8); status != 0) return status;
+      return AKFileWriteFloat64(file_, content);
     }
     case kAKValueTypeString:
       if (const int status = AKFileWriteSignat32(file_, value.Type()); status != 0) return status;
@@ -146,10 +155,8 @@ int AKRecordWriter::Write(const AKValue& value) {
       return Write(*value.GetasAKValueArray());
     case kAKValueTypeDictionary:
       return Write(*value.GetasAKDictionary());
-    default: {
-      AKFileChunk chunk;
-      return AKFileWriteChunkHeader(file_, chunk);
-    }
+    default:
+      return WriteHeader(kAKValueTypeEmpty, 0);
   }
 }
 

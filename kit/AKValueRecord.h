@@ -50,6 +50,7 @@ class AKRecordWriter {
   int Write(const AKDictionary& dictionary);
 
  private:
+  int WriteHeader(unsigned int signature, unsigned int size);
   int WriteItems(const AKValueArray& array);
   int WriteEntries(const AKDictionary& dictionary);
   template <typename WriteBody>
