@@ -1,0 +1,172 @@
+// Brushes and pens against the same picture drawn by hand with cairo on a bitmap.
+#include <algorithm>
+#include <cmath>
+
+#include "bench/Ratio.h"
+#include "bench/RectangleScene.h"
+#include "graphics/AGBitmap.h"
+#include "graphics/native/AGGraphicsLowPaint.h"
+#include "graphics/values/AGConstants.h"
+
+namespace {
+
+using scene::Shape;
+using Shapes = std::vector<Shape>;
+using KitPaint = void (*)(AGContext* context, Shape const& shape);
+using HandPaint = void (*)(cairo_t* cairo, Shape const& shape);
+
+void DrawWithKit(AGContext* context, Shapes const& shapes, KitPaint paint) {
+  for (Shape const& shape : shapes) {
+    const AGPoint center = shape.bounds.Center();
+    const double c = std::cos(shape.angle);
+    const double s = std::sin(shape.angle);
+    AGPath path;
+    path.AddRoundedRect(shape.bounds, scene::kCurvature, false);
+    paint(context, shape);
+    context->DrawPath(path, {c, s, -s, c, center.x - center.x * c + center.y * s, center.y - center.x * s - center.y * c});
+  }
+}
+
+void SetSource(cairo_t* cairo, AGColor color, double alpha) {
+  cairo_set_source_rgba(cairo, color.Red() / 255.0, color.Green() / 255.0, color.Blue() / 255.0, alpha);
+}
+
+void KitSolid(AGContext* context, Shape const& shape) { context->brush.SetStyleSolid(shape.color); }
+void HandSolid(cairo_t* cairo, Shape const& shape) {
+  SetSource(cairo, shape.color, 1);
+  cairo_fill(cairo);
+}
+
+void KitTranslucent(AGContext* context, Shape const& shape) {
+  context->brush.SetStyleSolid(AGColor(shape.color.Red(), shape.color.Green(), shape.color.Blue(), 128));
+}
+void HandTranslucent(cairo_t* cairo, Shape const& shape) {
+  SetSource(cairo, shape.color, 128 / 255.0);
+  cairo_fill(cairo);
+}
+
+void KitStroked(AGContext* context, Shape const& shape) {
+  context->brush.SetStyleSolid(shape.color);
+  context->pen.SetStyleSolid(kAGColorBlack, 2, kAGPenSizeModeAbsolute);
+}
+void HandStroked(cairo_t* cairo, Shape const& shape) {
+  SetSource(cairo, shape.color, 1);
+  cairo_fill_preserve(cairo);
+  SetSource(cairo, kAGColorBlack, 1);
+  cairo_set_line_width(cairo, 2);
+  cairo_stroke(cairo);
+}
+
+// By hand: cairo's own gradient of three stops from the left edge to the right one.
+void KitLinear(AGContext* context, Shape const& shape) {
+  context->brush.SetStyleLinearGradient(shape.color, kAGColorWhite, 0.4, 0);
+}
+void HandLinear(cairo_t* cairo, Shape const& shape) {
+  const double half = shape.bounds.Width() / 2;
+  cairo_pattern_t* gradient = cairo_pattern_create_linear(-half, 0, half, 0);
+  const double color[] = {shape.color.Red() / 255.0, shape.color.Green() / 255.0, shape.color.Blue() / 255.0};
+  cairo_pattern_add_color_stop_rgb(gradient, 0, color[0], color[1], color[2]);
+  cairo_pattern_add_color_stop_rgb(gradient, 0.4, (color[0] + 1) / 2, (color[1] + 1) / 2, (color[2] + 1) / 2);
+  cairo_pattern_add_color_stop_rgb(gradient, 1, 1, 1, 1);
+  cairo_set_source(cairo, gradient);
+  cairo_fill(cairo);
+  cairo_pattern_destroy(gradient);
+}
+
+void KitRadial(AGContext* context, Shape const& shape) {
+  context->brush.SetStyleRadialGradient(shape.color, kAGColorWhite, 0.6, 0.5, 0.5);
+}
+void HandRadial(cairo_t* cairo, Shape const& shape) {
+  const double w = shape.bounds.Width();
+  const double h = shape.bounds.Height();
+  const double side = std::min(w, h);
+  const double color[] = {shape.color.Red() / 255.0, shape.color.Green() / 255.0, shape.color.Blue() / 255.0};
+  cairo_scale(cairo, w / side, h / side);
+  cairo_pattern_t* gradient = cairo_pattern_create_radial(0, 0, 0, 0, 0, side * 0.707);
+  cairo_pattern_add_color_stop_rgb(gradient, 0, color[0], color[1], color[2]);
+  cairo_pattern_add_color_stop_rgb(gradient, 0.4, (color[0] + 1) / 2, (color[1] + 1) / 2, (color[2] + 1) / 2);
+  cairo_pattern_add_color_stop_rgb(gradient, 1, 1, 1, 1);
+  cairo_set_source(cairo, gradient);
+  cairo_fill(cairo);
+  cairo_pattern_destroy(gradient);
+}
+
+constexpr unsigned int kPattern = 12;
+
+void KitPattern(AGContext* context, Shape const& shape) {
+  context->brush.SetStylePattern(shape.color, kAGColorWhite, kPattern);
+}
+// By hand the cell is filled for each shape too, since each has its own colour.
+void HandPattern(cairo_t* cairo, Shape const& shape) {
+  cairo_surface_t* cell = cairo_image_surface_create(CAIRO_FORMAT_ARGB32, 8, 8);
+  const std::uint32_t color = 0xFF000000U | static_cast<std::uint32_t>(shape.color.Red()) << 16 |
+                              static_cast<std::uint32_t>(shape.color.Green()) << 8 | shape.color.Blue();
+  for (unsigned int y = 0; y < 8; ++y) {
+    auto* row = reinterpret_cast<std::uint32_t*>(cairo_image_surface_get_data(cell) +
+                                                 (7 - y) * static_cast<unsigned int>(cairo_image_surface_get_stride(cell)));
+    for (unsigned int x = 0; x < 8; ++x) {
+      row[x] = (AGGraphicsLow::kAGBrushPatterns[kPattern - 1][y] >> (7 - x) & 1) != 0 ? color : 0xFFFFFFFFU;
+    }
+  }
+  cairo_surface_mark_dirty(cell);
+  cairo_identity_matrix(cairo);
+  cairo_set_source_surface(cairo, cell, 0, 0);
+  cairo_pattern_set_extend(cairo_get_source(cairo), CAIRO_EXTEND_REPEAT);
+  cairo_pattern_set_filter(cairo_get_source(cairo), CAIRO_FILTER_NEAREST);
+  cairo_fill(cairo);
+  cairo_surface_destroy(cell);
+}
+
+constexpr unsigned int kBlueFirst = AGBitmap::kFlagLittleEndian | AGBitmap::kFlagZeroFill;
+
+void RunKit(benchmark::State& state, Shapes const& shapes, KitPaint paint, HandPaint check) {
+  AGBitmap bitmap(scene::kSide, scene::kSide, kBlueFirst);
+  AGContext context = bitmap.GetContextOfBitmap();
+  context.antialias = true;
+  for (auto _ : state) DrawWithKit(&context, shapes, paint);
+
+  AGBitmap fresh(scene::kSide, scene::kSide, kBlueFirst);
+  AGContext once = fresh.GetContextOfBitmap();
+  DrawWithKit(&once, shapes, paint);
+  const scene::Canvas canvas;
+  scene::DrawByHand(canvas.cairo, shapes, check);
+  if (!scene::PicturesAgree(fresh.Pixels(), canvas, 3)) state.SkipWithError("the pictures differ");
+}
+
+void AddPair(const char* name, double target, Shapes const& shapes, KitPaint kit, HandPaint hand) {
+  ratio::Pair(
+      name, target, [&shapes, kit, hand](benchmark::State& state) { RunKit(state, shapes, kit, hand); },
+      [&shapes, hand](benchmark::State& state) {
+        const scene::Canvas canvas;
+        for (auto _ : state) scene::DrawByHand(canvas.cairo, shapes, hand);
+      });
+}
+
+// The same kit drawing on a bitmap with the alpha first, against one with the blue first.
+void AddByteOrderPair(const char* name, Shapes const& shapes, KitPaint paint) {
+  const auto body = [&shapes, paint](unsigned int flags) {
+    return [&shapes, paint, flags](benchmark::State& state) {
+      AGBitmap bitmap(scene::kSide, scene::kSide, flags);
+      AGContext context = bitmap.GetContextOfBitmap();
+      for (auto _ : state) DrawWithKit(&context, shapes, paint);
+    };
+  };
+  ratio::Pair(name, 1.2, body(AGBitmap::kFlagZeroFill), body(kBlueFirst));
+}
+
+const bool kRegistered = [] {
+  static const Shapes large = scene::MakeShapes(10000, 15, 60);
+  static const Shapes tiny = scene::MakeShapes(20000, 2, 5);
+  AddPair("10,000 rectangles, solid", 1.05, large, &KitSolid, &HandSolid);
+  AddPair("10,000 rectangles, translucent", 1.05, large, &KitTranslucent, &HandTranslucent);
+  AddPair("10,000 rectangles, fill and stroke", 1.05, large, &KitStroked, &HandStroked);
+  AddPair("10,000 rectangles, linear gradient", 0.5, large, &KitLinear, &HandLinear);
+  AddPair("10,000 rectangles, radial gradient", 0.5, large, &KitRadial, &HandRadial);
+  AddPair("10,000 rectangles, pattern", 1.05, large, &KitPattern, &HandPattern);
+  AddPair("20,000 tiny rectangles", 1.15, tiny, &KitSolid, &HandSolid);
+  AddByteOrderPair("alpha first against blue first, solid", large, &KitSolid);
+  AddByteOrderPair("alpha first against blue first, tiny", tiny, &KitSolid);
+  return true;
+}();
+
+}  // namespace
