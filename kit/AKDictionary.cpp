@@ -141,6 +141,7 @@ int AKDictionary::SetValue(const AKString& path, const AKValue& value) {
 int AKDictionary::ReplaceValue(const AKString& path, const AKValue& value) { return Store(path, value, kMayReplace); }
 
 int AKDictionary::Store(const AKString& path, const AKValue& value, unsigned int mode) {
+  // NOLINTNEXTLINE(performance-unnecessary-copy-initialization)
   const AKString pathCopy = path;  // path and value may be part of an entry that is replaced below
   AKValue content = value;
   std::string_view rest = ViewOf(pathCopy);
@@ -166,8 +167,7 @@ int AKDictionary::Store(const AKString& path, const AKValue& value, unsigned int
 }
 
 int AKDictionary::RemoveValue(const AKString& path) {
-  const AKString pathCopy = path;
-  std::string_view rest = ViewOf(pathCopy);
+  std::string_view rest = ViewOf(path);
   if (!IsValidPath(rest)) return kAKDictionaryStatusInvalidPath;
   AKDictionary* dictionary = this;
   for (;;) {

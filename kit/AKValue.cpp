@@ -174,21 +174,23 @@ bool AKValue::GetasBool(bool* value, bool convert) const {
     return true;
   }
   if (!convert) return false;
-  long long integer = 0;
-  double number = 0;
   if (type_ == kAKValueTypeInteger) {
     *value = integer_ != 0;
-  } else if (type_ == kAKValueTypeFloat) {
-    *value = float_ != 0;
-  } else if (type_ != kAKValueTypeString) {
-    return false;
-  } else if (strGetasSInt64(string_.CStr(), &integer, 0)) {
-    *value = integer != 0;
-  } else if (strGetasFloat64(string_.CStr(), &number, 0)) {
-    *value = number != 0;
-  } else {
-    return false;
+    return true;
   }
+  if (type_ == kAKValueTypeFloat) {
+    *value = float_ != 0;
+    return true;
+  }
+  if (type_ != kAKValueTypeString) return false;
+  long long integer = 0;
+  if (strGetasSInt64(string_.CStr(), &integer, 0)) {
+    *value = integer != 0;
+    return true;
+  }
+  double number = 0;
+  if (!strGetasFloat64(string_.CStr(), &number, 0)) return false;
+  *value = number != 0;
   return true;
 }
 
@@ -198,21 +200,23 @@ bool AKValue::GetasInteger(long long* value, bool convert) const {
     return true;
   }
   if (!convert) return false;
-  long long integer = 0;
-  double number = 0;
   if (type_ == kAKValueTypeBool) {
     *value = bool_ ? 1 : 0;
-  } else if (type_ == kAKValueTypeFloat) {
-    *value = RoundedToInteger(float_);
-  } else if (type_ != kAKValueTypeString) {
-    return false;
-  } else if (strGetasSInt64(string_.CStr(), &integer, 0)) {
-    *value = integer;
-  } else if (strGetasFloat64(string_.CStr(), &number, 0)) {
-    *value = RoundedToInteger(number);
-  } else {
-    return false;
+    return true;
   }
+  if (type_ == kAKValueTypeFloat) {
+    *value = RoundedToInteger(float_);
+    return true;
+  }
+  if (type_ != kAKValueTypeString) return false;
+  long long integer = 0;
+  if (strGetasSInt64(string_.CStr(), &integer, 0)) {
+    *value = integer;
+    return true;
+  }
+  double number = 0;
+  if (!strGetasFloat64(string_.CStr(), &number, 0)) return false;
+  *value = RoundedToInteger(number);
   return true;
 }
 

@@ -86,11 +86,10 @@ SimplifiedNames SimplifyNames(const std::vector<std::string_view>& components, b
     const std::string_view name = components[i];
     result.endsAsFolder = IsDotOrNothing(name) || IsDotDot(name);
     if (IsDotOrNothing(name)) continue;
-    if (!IsDotDot(name)) {
-      result.names.push_back(name);
-    } else if (!result.names.empty() && !IsDotDot(result.names.back())) {
+    const bool climbs = !result.names.empty() && !IsDotDot(result.names.back());
+    if (IsDotDot(name) && climbs) {
       result.names.pop_back();
-    } else if (!absolute) {
+    } else if (!IsDotDot(name) || !absolute) {
       result.names.push_back(name);
     }
   }
@@ -217,7 +216,9 @@ std::strong_ordering AKFilePath::operator<=>(const AKFilePath& other) const {
     const bool hasFirst = own.Next(&first);
     const bool hasSecond = others.Next(&second);
     if (!hasFirst || !hasSecond) return hasFirst <=> hasSecond;
-    if (const auto order = first.compare(second) <=> 0; order != 0) return order;
+    if (const int order = first.compare(second); order != 0) {
+      return order < 0 ? std::strong_ordering::less : std::strong_ordering::greater;
+    }
   }
 }
 

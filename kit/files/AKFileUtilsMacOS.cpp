@@ -18,7 +18,7 @@ AKFilePath ExecutablePath() {
 
 AKFilePath AKFileUtilsMacOS::GetApplicationBundleResourceFilePath(const AKString& name) {
   const AKFilePath executable = ExecutablePath();
-  const AKFilePath beside = executable.Folder() / AKFilePath("Resources") / AKFilePath(name);
+  AKFilePath beside = executable.Folder() / AKFilePath("Resources") / AKFilePath(name);
   if (AKFileUtils::Exists(beside)) return beside;
   const AKFilePath prefix = executable.Folder().Folder();
   const AKFilePath shared = prefix / AKFilePath("share") / AKFilePath(executable.FileName()) / AKFilePath(name);

@@ -38,14 +38,14 @@ std::string Absolute(const char* path) {
 }
 
 std::string Home() {
-  if (const std::string home = Absolute(std::getenv("HOME")); !home.empty()) return home;
+  if (std::string home = Absolute(std::getenv("HOME")); !home.empty()) return home;
   const passwd* const user = ::getpwuid(::getuid());
   const std::string home = user == nullptr ? "" : Absolute(user->pw_dir);
   return home.empty() ? "/" : home;
 }
 
 std::string BelowHome(const std::string& name) {
-  const std::string home = Home();
+  std::string home = Home();
   if (name.empty()) return home;
   return home == "/" ? home + name : home + "/" + name;
 }
