@@ -5,11 +5,13 @@
 // brought in before it and taken out after it, so that the caller's memory is always up to date.
 #include "CoreGraphics/CGBitmapContext.h"
 
+#include <algorithm>
 #include <cstring>
 #include <new>
 
 #include "platform/CGColorSpaceValue.h"
 #include "platform/CGContextState.h"
+#include "platform/PixelOrder.h"
 
 namespace {
 
@@ -26,9 +28,28 @@ class BitmapTarget : public platform::DrawingTarget {
   void DidDraw(const PixelBox&) override {}
   PixelBox Bounds() const override { return {0, 0, static_cast<int>(info_.width), static_cast<int>(info_.height)}; }
 
+  bool FillOpaque(const PixelBox& box, double red, double green, double blue) override {
+    const std::uint32_t pixel = 0xFF000000U | Channel(red) << 16 | Channel(green) << 8 | Channel(blue);
+    const bool reversed = info_.bitmapInfo == kCGBitmapAlphaFirst;
+    const std::uint32_t stored = reversed ? __builtin_bswap32(pixel) : pixel;
+    for (int y = box.y0; y < box.y1; ++y) {
+      unsigned char* row = static_cast<unsigned char*>(info_.data) + std::size_t(y) * info_.bytesPerRow;
+      for (int x = box.x0; x < box.x1; ++x) std::memcpy(row + std::size_t(x) * kBytesPerPixel, &stored, sizeof(stored));
+    }
+    return true;
+  }
+
   const BitmapInfo& Info() const { return info_; }
 
  private:
+  // As cairo narrows a component: to 16 bits first, of which the upper eight count.
+  static std::uint32_t Channel(double component) {
+    const double inside = component > 0 ? std::min(component, 1.0) : 0;
+    std::uint32_t wide = static_cast<std::uint32_t>(inside * 65536);
+    wide -= wide >> 16;
+    return wide >> 8;
+  }
+
   const BitmapInfo info_;
 };
 
@@ -52,15 +73,9 @@ class ShadowedTarget final : public BitmapTarget {
   unsigned char* CallerRow(int y) const {
     return static_cast<unsigned char*>(Info().data) + std::size_t(y) * Info().bytesPerRow;
   }
-  // One order is the other with the four bytes of each pixel reversed.
   static void CopyReversed(unsigned char* target, const unsigned char* source, const PixelBox& box) {
-    for (std::size_t i = std::size_t(box.x0) * kBytesPerPixel; i < std::size_t(box.x1) * kBytesPerPixel;
-         i += kBytesPerPixel) {
-      std::uint32_t pixel = 0;
-      std::memcpy(&pixel, source + i, sizeof(pixel));
-      pixel = __builtin_bswap32(pixel);
-      std::memcpy(target + i, &pixel, sizeof(pixel));
-    }
+    const std::size_t start = std::size_t(box.x0) * kBytesPerPixel;
+    platform::CopyBytesReversed(target + start, source + start, std::size_t(box.x1 - box.x0));
   }
 
   platform::CairoSurface shadow_;
@@ -77,8 +92,8 @@ const BitmapInfo* InfoOf(CGContextRef context) { return context == nullptr ? nul
 
 }  // namespace
 
-CGContextRef CGBitmapContextCreate(void* data, size_t width, size_t height, size_t bitsPerComponent,
-                                   size_t bytesPerRow, CGColorSpaceRef space, uint32_t bitmapInfo) {
+CGContextRef CGBitmapContextCreate(void* data, size_t width, size_t height, size_t bitsPerComponent, size_t bytesPerRow,
+                                   CGColorSpaceRef space, uint32_t bitmapInfo) {
   const BitmapInfo info{data, width, height, bytesPerRow, bitmapInfo};
   if (bitsPerComponent != 8 || space == nullptr || space->kind != CGColorSpace::Kind::kDeviceRGB ||
       !IsSupported(info)) {
@@ -87,10 +102,10 @@ CGContextRef CGBitmapContextCreate(void* data, size_t width, size_t height, size
   const int w = static_cast<int>(width);
   const int h = static_cast<int>(height);
   const bool shadowed = bitmapInfo == kCGBitmapAlphaFirst;
-  platform::CairoSurface surface(
-      shadowed ? cairo_image_surface_create(CAIRO_FORMAT_ARGB32, w, h)
-               : cairo_image_surface_create_for_data(static_cast<unsigned char*>(data), CAIRO_FORMAT_ARGB32, w, h,
-                                                     static_cast<int>(bytesPerRow)));
+  platform::CairoSurface surface(shadowed ? cairo_image_surface_create(CAIRO_FORMAT_ARGB32, w, h)
+                                          : cairo_image_surface_create_for_data(static_cast<unsigned char*>(data),
+                                                                                CAIRO_FORMAT_ARGB32, w, h,
+                                                                                static_cast<int>(bytesPerRow)));
   if (cairo_surface_status(surface.get()) != CAIRO_STATUS_SUCCESS) return nullptr;
   platform::CairoContext cairo(cairo_create(surface.get()));
   if (cairo_status(cairo.get()) != CAIRO_STATUS_SUCCESS) return nullptr;

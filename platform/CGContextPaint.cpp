@@ -1,4 +1,5 @@
 // The operations of drawing contexts that paint.
+#include <algorithm>
 #include <cmath>
 
 #include "platform/CGContextState.h"
@@ -88,6 +89,30 @@ void SetRectPath(CGContext* context, CGRect rect) {
   CGPathAddRect(context->path, &m, rect);
 }
 
+bool IsWhole(double value) { return std::fabs(value) <= INT16_MAX && value == std::floor(value); }
+
+// Fills an opaque upright rectangle of whole pixels without a path, as cells of patterns are made of. False when it is
+// not one, or when the target has no pixels of its own to fill.
+bool FillWholePixels(CGContext* context, CGRect rect) {
+  const platform::GraphicsState& state = context->state;
+  const CGAffineTransform m = context->UserToDevice();
+  if (state.clip != nullptr || state.fill.pattern.Get() != nullptr || !(state.fill.alpha * state.alpha >= 1) ||
+      m.b != 0 || m.c != 0) {
+    return false;
+  }
+  const CGPoint p = CGPointApplyAffineTransform(rect.origin, m);
+  const CGPoint q{p.x + m.a * rect.size.width, p.y + m.d * rect.size.height};
+  if (!IsWhole(p.x) || !IsWhole(p.y) || !IsWhole(q.x) || !IsWhole(q.y)) return false;
+  const PixelBox bounds = context->target->Bounds();
+  const PixelBox box{std::max(static_cast<int>(std::min(p.x, q.x)), bounds.x0),
+                     std::max(static_cast<int>(std::min(p.y, q.y)), bounds.y0),
+                     std::min(static_cast<int>(std::max(p.x, q.x)), bounds.x1),
+                     std::min(static_cast<int>(std::max(p.y, q.y)), bounds.y1)};
+  if (!context->target->FillOpaque(box, state.fill.red, state.fill.green, state.fill.blue)) return false;
+  EmptyPath(context);
+  return true;
+}
+
 }  // namespace
 
 void CGContextBeginPath(CGContextRef context) {
@@ -119,7 +144,7 @@ void CGContextDrawPath(CGContextRef context, CGPathDrawingMode mode) {
 }
 
 void CGContextFillRect(CGContextRef context, CGRect rect) {
-  if (context == nullptr) return;
+  if (context == nullptr || FillWholePixels(context, rect)) return;
   SetRectPath(context, rect);
   FillCurrentPath(context, CAIRO_FILL_RULE_WINDING);
   EmptyPath(context);

@@ -18,11 +18,12 @@ namespace {
 using platform::PixelBox;
 
 constexpr int kMaxSteps = 1024;
-constexpr int kStepsPerPixel = 4;
+constexpr int kStepsPerPixel = 2;
 
 double Unit(double value) { return value > 0 ? std::min(value, 1.0) : 0; }
 
-// A shading's colours at equal steps from its start to its end as pixels, and what lies beyond its ends.
+// A shading's colours at equal steps from its start to its end as pixels, with one more at either side for what lies
+// beyond.
 class PixelTable {
  public:
   /// `reach` is how many pixels the shading is drawn over.
@@ -33,19 +34,31 @@ class PixelTable {
       const CGFloat input = static_cast<double>(i) / last_;
       CGFloat color[4] = {0, 0, 0, 0};
       function.callbacks.evaluate(function.info, &input, color);
-      pixels_[static_cast<std::size_t>(i)] = Premultiplied(color, alpha);
+      pixels_[static_cast<std::size_t>(i) + 1] = Premultiplied(color, alpha);
     }
-    before_ = shading.extendStart ? pixels_[0] : 0;
-    behind_ = shading.extendEnd ? pixels_[static_cast<std::size_t>(last_)] : 0;
+    pixels_[0] = shading.extendStart ? pixels_[1] : 0;
+    pixels_[static_cast<std::size_t>(last_) + 2] = shading.extendEnd ? pixels_[static_cast<std::size_t>(last_) + 1] : 0;
+    const std::uint32_t* end = pixels_.data() + last_ + 3;
+    isOpaque_ =
+        std::all_of<const std::uint32_t*>(pixels_.data(), end, [](std::uint32_t pixel) { return pixel >> 24 == 255; });
   }
 
   /// The position of the shading's end; its start is at 0.
   int Last() const { return last_; }
 
-  std::uint32_t At(double position) const {
-    if (position < 0) return before_;
-    if (!(position <= last_)) return behind_;
-    return pixels_[static_cast<std::size_t>(position + 0.5)];
+  bool IsOpaque() const { return isOpaque_; }
+
+  /// The pixel for Entry(position).
+  std::uint32_t operator[](int entry) const { return pixels_[static_cast<std::size_t>(entry)]; }
+
+  /// The table's entry for a position anywhere; a position that is no number counts as before the start.
+  template <typename Real>
+  int Entry(Real position) const {
+    const Real top = static_cast<Real>(last_) + Real(2);
+    Real entry = position + Real(1.5);
+    entry = entry > Real(0) ? entry : Real(0);
+    entry = entry < top ? entry : top;
+    return static_cast<int>(entry);
   }
 
  private:
@@ -57,14 +70,27 @@ class PixelTable {
   }
 
   int last_;
-  std::array<std::uint32_t, kMaxSteps + 1> pixels_;
-  std::uint32_t before_;
-  std::uint32_t behind_;
+  bool isOpaque_ = false;
+  std::array<std::uint32_t, kMaxSteps + 3> pixels_;
 };
 
 CGAffineTransform Inverse(const CGAffineTransform& m) {
   const double k = 1 / (m.a * m.d - m.b * m.c);
   return {m.d * k, -m.b * k, -m.c * k, m.a * k, (m.c * m.ty - m.d * m.tx) * k, (m.b * m.tx - m.a * m.ty) * k};
+}
+
+// Pixels are written in stretches: first the table's entries, in a loop that the compiler can vectorise, then the
+// look-ups, which it cannot.
+constexpr int kStretch = 256;
+
+template <typename EntryAt>
+void FillRow(const PixelTable& table, int width, std::uint32_t* pixels, EntryAt entryAt) {
+  int entries[kStretch];
+  for (int start = 0; start < width; start += kStretch) {
+    const int count = std::min(kStretch, width - start);
+    for (int i = 0; i < count; ++i) entries[i] = entryAt(start + i);
+    for (int i = 0; i < count; ++i) pixels[start + i] = table[entries[i]];
+  }
 }
 
 // Writes the pixels of `box` to rows of `stride` pixels. Positions are taken at the pixels' centres.
@@ -79,23 +105,27 @@ void FillAxial(const CGShading& shading, const PixelTable& table, const CGAffine
   const double origin = ((deviceToUser.tx - shading.start.x) * dx + (deviceToUser.ty - shading.start.y) * dy) * factor;
   for (int y = box.y0; y < box.y1; ++y, pixels += stride) {
     const double row = origin + stepY * (y + 0.5) + stepX * (box.x0 + 0.5);
-    for (int x = 0; x < box.x1 - box.x0; ++x) pixels[x] = table.At(row + stepX * x);
+    FillRow(table, box.x1 - box.x0, pixels, [&table, row, stepX](int x) { return table.Entry(row + stepX * x); });
   }
 }
 
+// Single precision holds the distance from the centre to a thousandth of a pixel over the largest bitmap.
 void FillRadial(const CGShading& shading, const PixelTable& table, const CGAffineTransform& deviceToUser,
                 const PixelBox& box, std::uint32_t* pixels, std::size_t stride) {
-  const double factor = table.Last() / (shading.endRadius - shading.startRadius);
-  const double offset = -shading.startRadius * factor;
+  const double scale = table.Last() / (shading.endRadius - shading.startRadius);
+  const auto factor = static_cast<float>(scale);
+  const auto offset = static_cast<float>(-shading.startRadius * scale);
+  const auto stepX = static_cast<float>(deviceToUser.a);
+  const auto stepY = static_cast<float>(deviceToUser.b);
   for (int y = box.y0; y < box.y1; ++y, pixels += stride) {
     const CGPoint first = CGPointApplyAffineTransform({box.x0 + 0.5, y + 0.5}, deviceToUser);
-    const double px = first.x - shading.start.x;
-    const double py = first.y - shading.start.y;
-    for (int x = 0; x < box.x1 - box.x0; ++x) {
-      const double ux = px + deviceToUser.a * x;
-      const double uy = py + deviceToUser.b * x;
-      pixels[x] = table.At(std::sqrt(ux * ux + uy * uy) * factor + offset);
-    }
+    const auto px = static_cast<float>(first.x - shading.start.x);
+    const auto py = static_cast<float>(first.y - shading.start.y);
+    FillRow(table, box.x1 - box.x0, pixels, [=, &table](int x) {
+      const float ux = px + stepX * static_cast<float>(x);
+      const float uy = py + stepY * static_cast<float>(x);
+      return table.Entry(std::sqrt(ux * ux + uy * uy) * factor + offset);
+    });
   }
 }
 
@@ -184,13 +214,17 @@ bool SetShadingSource(CGContext* context, const CGShading& shading, const PixelB
   const CGAffineTransform deviceToUser = Inverse(userToDevice);
   const int width = box.x1 - box.x0;
   const int height = box.y1 - box.y0;
-  const PixelTable table(shading, context->state.alpha, width + height);
+  const PixelTable table(shading, context->state.alpha, static_cast<int>(std::hypot(width, height)));
   cairo_surface_flush(scratch);
   auto* pixels = reinterpret_cast<std::uint32_t*>(cairo_image_surface_get_data(scratch));
   const auto stride = static_cast<std::size_t>(cairo_image_surface_get_stride(scratch)) / sizeof(std::uint32_t);
   (shading.radial ? FillRadial : FillAxial)(shading, table, deviceToUser, box, pixels, stride);
   cairo_surface_mark_dirty(scratch);
-  cairo_set_source_surface(context->cairo.get(), scratch, box.x0, box.y0);
+  // The part that was filled, and whether it is opaque: cairo copies opaque pixels where it would have to mix others.
+  const platform::CairoSurface part(cairo_image_surface_create_for_data(
+      reinterpret_cast<unsigned char*>(pixels), table.IsOpaque() ? CAIRO_FORMAT_RGB24 : CAIRO_FORMAT_ARGB32, width,
+      height, cairo_image_surface_get_stride(scratch)));
+  cairo_set_source_surface(context->cairo.get(), part.get(), box.x0, box.y0);
   cairo_pattern_set_filter(cairo_get_source(context->cairo.get()), CAIRO_FILTER_NEAREST);
   return true;
 }

@@ -39,6 +39,8 @@ class DrawingTarget {
   virtual void DidDraw(const PixelBox& box) = 0;
   /// The whole target; a box that is never too small.
   virtual PixelBox Bounds() const = 0;
+  /// Sets the pixels of a box inside the bounds to an opaque colour of components 0 to 1; false when the target can't.
+  virtual bool FillOpaque(const PixelBox&, double, double, double) { return false; }
   /// True for a page of vectors, where a gradient has to stay one.
   virtual bool IsVector() const { return false; }
 };

@@ -73,8 +73,8 @@ void _LowCGShadingRobot::SetBlend(float const* factors, float const* positions, 
 void _LowCGShadingCallback(void* info, CGFloat const* in, CGFloat* out) {
   auto const& robot = *static_cast<_LowCGShadingRobot const*>(info);
   // 512 steps here against 511 where the table is filled.
-  const double entry = std::floor(*in * _LowCGShadingRobot::kTableSize + 0.5);
-  const double f = robot.table[entry > 0 ? std::min(static_cast<int>(entry), kLastEntry) : 0];
+  const double entry = *in * _LowCGShadingRobot::kTableSize + 0.5;  // positive, so that narrowing rounds down
+  const double f = robot.table[entry > 0 ? static_cast<int>(std::min<double>(entry, kLastEntry)) : 0];
   const auto mix = [f](double from, double to) { return (from + (to - from) * f) * kChannelToUnit; };
   out[0] = mix(robot.color.Red(), robot.color2.Red());
   out[1] = mix(robot.color.Green(), robot.color2.Green());
