@@ -22,9 +22,11 @@ constexpr std::size_t kBytesPerPixel = 4;
 
 class BitmapTarget : public platform::DrawingTarget {
  public:
-  explicit BitmapTarget(const BitmapInfo& info) : info_(info) {}
+  BitmapTarget(const BitmapInfo& info, platform::CairoSurface surface) : info_(info), surface_(std::move(surface)) {}
 
-  void WillDraw(const PixelBox&) override {}
+  // The caller may have written pixels since the last operation. cairo has to be told, or a surface that it cleared
+  // itself stays clear in its books, and what lies below is left out of the next operation.
+  void WillDraw(const PixelBox&) override { cairo_surface_mark_dirty(surface_.get()); }
   void DidDraw(const PixelBox&) override {}
   PixelBox Bounds() const override { return {0, 0, static_cast<int>(info_.width), static_cast<int>(info_.height)}; }
 
@@ -41,6 +43,9 @@ class BitmapTarget : public platform::DrawingTarget {
 
   const BitmapInfo& Info() const { return info_; }
 
+ protected:
+  cairo_surface_t* Surface() const { return surface_.get(); }
+
  private:
   // As cairo narrows a component: to 16 bits first, of which the upper eight count.
   static std::uint32_t Channel(double component) {
@@ -51,15 +56,16 @@ class BitmapTarget : public platform::DrawingTarget {
   }
 
   const BitmapInfo info_;
+  platform::CairoSurface surface_;
 };
 
 class ShadowedTarget final : public BitmapTarget {
  public:
-  ShadowedTarget(const BitmapInfo& info, platform::CairoSurface shadow)
-      : BitmapTarget(info), shadow_(std::move(shadow)) {}
+  using BitmapTarget::BitmapTarget;
 
   void WillDraw(const PixelBox& box) override {
     for (int y = box.y0; y < box.y1; ++y) CopyReversed(ShadowRow(y), CallerRow(y), box);
+    BitmapTarget::WillDraw(box);
   }
   void DidDraw(const PixelBox& box) override {
     for (int y = box.y0; y < box.y1; ++y) CopyReversed(CallerRow(y), ShadowRow(y), box);
@@ -67,8 +73,8 @@ class ShadowedTarget final : public BitmapTarget {
 
  private:
   unsigned char* ShadowRow(int y) const {
-    return cairo_image_surface_get_data(shadow_.get()) +
-           std::size_t(y) * std::size_t(cairo_image_surface_get_stride(shadow_.get()));
+    return cairo_image_surface_get_data(Surface()) +
+           std::size_t(y) * std::size_t(cairo_image_surface_get_stride(Surface()));
   }
   unsigned char* CallerRow(int y) const {
     return static_cast<unsigned char*>(Info().data) + std::size_t(y) * Info().bytesPerRow;
@@ -77,8 +83,6 @@ class ShadowedTarget final : public BitmapTarget {
     const std::size_t start = std::size_t(box.x0) * kBytesPerPixel;
     platform::CopyBytesReversed(target + start, source + start, std::size_t(box.x1 - box.x0));
   }
-
-  platform::CairoSurface shadow_;
 };
 
 bool IsSupported(const BitmapInfo& info) {
@@ -114,7 +118,7 @@ CGContextRef CGBitmapContextCreate(void* data, size_t width, size_t height, size
   if (shadowed) {
     target = std::make_unique<ShadowedTarget>(info, std::move(surface));
   } else {
-    target = std::make_unique<BitmapTarget>(info);
+    target = std::make_unique<BitmapTarget>(info, std::move(surface));
   }
   const BitmapInfo* described = &target->Info();
   const CGAffineTransform flip{1, 0, 0, -1, 0, static_cast<double>(height)};

@@ -61,17 +61,23 @@ TEST(AGBitmapTest, Create_ImpossibleSizes_StayEmpty) {
 }
 
 TEST(AGBitmapTest, DrawingAndPixelAccess_AlternateFreely) {
-  AGBitmap bitmap(10U, 10U, AGBitmap::kFlagZeroFill);
-  AGContext context = bitmap.GetContextOfBitmap();
-  context.brush.SetStyleSolid(kAGColorRed);
-  context.DrawRect({0, 0, 5, 5});
-  EXPECT_TRUE(bitmap.GetPixelColor(4, 4) == kAGColorRed);
-  bitmap.SetPixelColor(2, 2, kAGColorBlue);
-  context.brush.SetStyleSolid(AGColor(0, 255, 0, 128));
-  context.DrawRect({0, 0, 10, 10});
-  EXPECT_NEAR(bitmap.GetPixelColor(2, 2).Blue(), 127, 1);
-  EXPECT_NEAR(bitmap.GetPixelColor(2, 2).Green(), 128, 1);
-  EXPECT_NEAR(bitmap.GetPixelColor(4, 4).Red(), 127, 1);
+  for (const unsigned int flags : {AGBitmap::kFlagZeroFill, AGBitmap::kFlagZeroFill | AGBitmap::kFlagLittleEndian}) {
+    AGBitmap bitmap(10U, 10U, flags);
+    AGContext context = bitmap.GetContextOfBitmap();
+    for (const bool cleared : {false, true}) {
+      // After a clear of the whole surface too, pixels written directly lie below what is drawn next.
+      if (cleared) context.ClearPixels();
+      bitmap.SetPixelColor(2, 2, AGColor(255, 255, 255, 255));
+      EXPECT_TRUE(bitmap.GetPixelColor(2, 2) == kAGColorWhite);
+      context.brush.SetStyleSolid(AGColor(0, 0, 0, 128));
+      context.DrawRect({0, 0, 10, 10});
+      EXPECT_NEAR(bitmap.GetPixelColor(2, 2).Green(), 127, 1) << flags << cleared;
+      context.brush.SetStyleSolid(kAGColorBlack);
+      context.DrawRect({4, 4, 5, 5});
+      bitmap.SetPixelColor(4, 4, kAGColorWhite);
+      EXPECT_TRUE(bitmap.GetPixelColor(4, 4) == kAGColorWhite);
+    }
+  }
 }
 
 }  // namespace
