@@ -31,23 +31,14 @@ AGColor RandomColor(AGColor color, double amount) {
 AGBrush::AGBrush(AGBrushStyle style, AGColor color, AGColor color2)
     : style_(ClampStyle(style)), color_(color), color2_(color2) {}
 
-AGBrush::AGBrush(AGBrush const& other)
-    : style_(other.style_),
-      fillMode_(other.fillMode_),
-      patternIndex_(other.patternIndex_),
-      color_(other.color_),
-      color2_(other.color2_),
-      blend_(other.blend_),
-      angle_(other.angle_),
-      centerX_(other.centerX_),
-      centerY_(other.centerY_) {
-  if (other.customGradient_) {
-    customGradient_ = std::make_unique<ATBrushCustomGradient<double>>(*other.customGradient_);
-  }
-}
+AGBrush::AGBrush(AGBrush const& other) { CopyFrom(other); }
 
 AGBrush& AGBrush::operator=(AGBrush const& other) {
-  if (this == &other) return *this;
+  if (this != &other) CopyFrom(other);
+  return *this;
+}
+
+void AGBrush::CopyFrom(AGBrush const& other) {
   customGradient_.reset();
   style_ = other.style_;
   fillMode_ = other.fillMode_;
@@ -61,7 +52,13 @@ AGBrush& AGBrush::operator=(AGBrush const& other) {
   if (other.customGradient_) {
     customGradient_ = std::make_unique<ATBrushCustomGradient<double>>(*other.customGradient_);
   }
-  return *this;
+}
+
+void AGBrush::SetStyleAndColors(AGBrushStyle style, AGColor color, AGColor color2) {
+  ResetCustomGradient();
+  style_ = style;
+  color_ = color;
+  color2_ = color2;
 }
 
 void AGBrush::SetStyleNone() {
@@ -69,44 +66,31 @@ void AGBrush::SetStyleNone() {
   style_ = kAGBrushStyleNone;
 }
 
-void AGBrush::SetStyleSolid(AGColor color) {
-  ResetCustomGradient();
-  style_ = kAGBrushStyleSolid;
-  color_ = color;
-}
+void AGBrush::SetStyleSolid(AGColor color) { SetStyleAndColors(kAGBrushStyleSolid, color, color2_); }
 
 void AGBrush::SetStylePattern(AGColor color, AGColor color2, unsigned int patternIndex) {
-  ResetCustomGradient();
-  style_ = kAGBrushStylePattern;
-  color_ = color;
-  color2_ = color2;
+  SetStyleAndColors(kAGBrushStylePattern, color, color2);
   SetPatternIndex(patternIndex);
 }
 
 void AGBrush::SetStyleLinearGradient(AGColor color, AGColor color2, double blend, double angle) {
-  ResetCustomGradient();
-  style_ = kAGBrushStyleLinearGradient;
-  color_ = color;
-  color2_ = color2;
+  SetStyleAndColors(kAGBrushStyleLinearGradient, color, color2);
   SetGradientBlend(blend);
   SetGradientAngle(angle);
 }
 
+// A custom gradient is copied before the old one goes: the argument may be the brush's own.
+
 void AGBrush::SetStyleLinearGradient(AGColor color, AGColor color2, ATBrushCustomGradient<double> const& gradient,
                                      double angle) {
-  // Copied first: the argument may be the gradient that this brush is about to drop.
   auto copy = std::make_unique<ATBrushCustomGradient<double>>(gradient);
-  const float blend = blend_;  // kept as stored, a record's value out of range included
-  SetStyleLinearGradient(color, color2, blend_, angle);
-  blend_ = blend;
+  SetStyleAndColors(kAGBrushStyleLinearGradient, color, color2);
+  SetGradientAngle(angle);
   customGradient_ = std::move(copy);
 }
 
 void AGBrush::SetStyleRadialGradient(AGColor color, AGColor color2, double blend, double centerX, double centerY) {
-  ResetCustomGradient();
-  style_ = kAGBrushStyleRadialGradient;
-  color_ = color;
-  color2_ = color2;
+  SetStyleAndColors(kAGBrushStyleRadialGradient, color, color2);
   SetGradientBlend(blend);
   SetGradientCenterX(centerX);
   SetGradientCenterY(centerY);
@@ -115,9 +99,9 @@ void AGBrush::SetStyleRadialGradient(AGColor color, AGColor color2, double blend
 void AGBrush::SetStyleRadialGradient(AGColor color, AGColor color2, ATBrushCustomGradient<double> const& gradient,
                                      double centerX, double centerY) {
   auto copy = std::make_unique<ATBrushCustomGradient<double>>(gradient);
-  const float blend = blend_;  // kept as stored, a record's value out of range included
-  SetStyleRadialGradient(color, color2, blend_, centerX, centerY);
-  blend_ = blend;
+  SetStyleAndColors(kAGBrushStyleRadialGradient, color, color2);
+  SetGradientCenterX(centerX);
+  SetGradientCenterY(centerY);
   customGradient_ = std::move(copy);
 }
 

@@ -88,6 +88,10 @@ class AGBrush {
  private:
   friend struct AGLayout;
 
+  void CopyFrom(AGBrush const& other);
+  /// Drops the custom gradient, too.
+  void SetStyleAndColors(AGBrushStyle style, AGColor color, AGColor color2);
+
   AGBrushStyle style_ = kAGBrushStyleNone;
   AGBrushFillMode fillMode_ = kAGBrushFillEvenOdd;
   std::uint16_t patternIndex_ = 1;
