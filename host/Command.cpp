@@ -6,8 +6,8 @@ namespace host {
 
 std::vector<Command> const& Commands() {
   static const std::vector<Command> commands = {
-      kNewCommand,     kAddCommand,  kListCommand, kGetCommand,    kSetCommand,  kDrawCommand,
-      kInspectCommand, kInfoCommand, kDemoCommand, kVerifyCommand, kDumpCommand, kCheckCommand,
+      kNewCommand,  kAddCommand,  kListCommand,   kGetCommand,  kSetCommand,   kDrawCommand,    kInspectCommand,
+      kInfoCommand, kDemoCommand, kVerifyCommand, kDumpCommand, kCheckCommand, kGalleryCommand,
   };
   return commands;
 }

@@ -36,5 +36,6 @@ extern const Command kDemoCommand;
 extern const Command kVerifyCommand;
 extern const Command kDumpCommand;
 extern const Command kCheckCommand;
+extern const Command kGalleryCommand;
 
 }  // namespace host

@@ -1,14 +1,12 @@
 #include "host/DocumentDrawing.h"
 
 #include <cstdio>
-#include <cstdlib>
-#include <memory>
 
-#include "CoreGraphics/CGBitmapContext.h"
 #include "CoreGraphics/CGContext.h"
 #include "CoreGraphics/CGVectorContext.h"
 #include "graphics/AKDrawEvent.h"
 #include "graphics/native/AGGraphicsLow.h"
+#include "host/BitmapPNG.h"
 #include "host/SlotCall.h"
 
 namespace host {
@@ -111,16 +109,9 @@ bool RenderPNG(Document const& document, double scale, std::vector<unsigned char
   context.ClearPixels(document.Background());
   DrawObjects(document, context, scale);
 
-  std::size_t byteCount = 0;
-  std::unique_ptr<void, decltype(&std::free)> bytes(CGBitmapContextCopyPNG(bitmap.NativeContext(), &byteCount),
-                                                    &std::free);
-  if (!bytes) {
-    *error = "can't encode the picture";
-    return false;
-  }
-  const auto* first = static_cast<const unsigned char*>(bytes.get());
-  png->assign(first, first + byteCount);
-  return true;
+  if (EncodePNG(bitmap, png)) return true;
+  *error = "can't encode the picture";
+  return false;
 }
 
 }  // namespace host

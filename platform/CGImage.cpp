@@ -23,12 +23,16 @@ bool CopyRow(const BitmapInfo& info, std::size_t y, unsigned char* target) {
   return translucent;
 }
 
-cairo_filter_t FilterOf(CGInterpolationQuality quality) {
+// `imageToDevice` maps pixels of the image to those of the surface.
+cairo_filter_t FilterOf(CGInterpolationQuality quality, const CGAffineTransform& imageToDevice) {
   switch (quality) {
     case kCGInterpolationLow:
       return CAIRO_FILTER_BILINEAR;
     case kCGInterpolationHigh:
-      return CAIRO_FILTER_BEST;
+      // Enlarged by more than two, cairo's best filter sharpens the picture into squares instead of smoothing it.
+      return std::fabs(imageToDevice.a * imageToDevice.d - imageToDevice.b * imageToDevice.c) > 1
+                 ? CAIRO_FILTER_BILINEAR
+                 : CAIRO_FILTER_BEST;
     default:
       return CAIRO_FILTER_GOOD;
   }
@@ -47,7 +51,7 @@ cairo_operator_t OperatorOf(CGBlendMode mode) {
 
 // From pixels of the image, rows down, to device space.
 CGAffineTransform ImageToDevice(const CGContext& context, const CGRect& rect, double width, double height) {
-  const CGAffineTransform imageToUser{rect.size.width / width,  0, 0, -rect.size.height / height, rect.origin.x,
+  const CGAffineTransform imageToUser{rect.size.width / width,         0, 0, -rect.size.height / height, rect.origin.x,
                                       rect.origin.y + rect.size.height};
   return CGAffineTransformConcat(imageToUser, context.UserToDevice());
 }
@@ -57,8 +61,8 @@ CGAffineTransform ImageToDevice(const CGContext& context, const CGRect& rect, do
 CGImageRef CGBitmapContextCreateImage(CGContextRef context) {
   if (context == nullptr || context->bitmap == nullptr) return nullptr;
   const BitmapInfo& info = *context->bitmap;
-  platform::CairoSurface copy(cairo_image_surface_create(CAIRO_FORMAT_ARGB32, static_cast<int>(info.width),
-                                                         static_cast<int>(info.height)));
+  platform::CairoSurface copy(
+      cairo_image_surface_create(CAIRO_FORMAT_ARGB32, static_cast<int>(info.width), static_cast<int>(info.height)));
   if (cairo_surface_status(copy.get()) != CAIRO_STATUS_SUCCESS) return nullptr;
   unsigned char* pixels = cairo_image_surface_get_data(copy.get());
   const auto stride = static_cast<std::size_t>(cairo_image_surface_get_stride(copy.get()));
@@ -112,7 +116,7 @@ void CGContextDrawImage(CGContextRef context, CGRect rect, CGImageRef image) {
   cairo_set_source_surface(cairo, image->pixels.get(), 0, 0);
   // The rectangle's edge is that of its outline, not a fading of the last pixels into nothing.
   cairo_pattern_set_extend(cairo_get_source(cairo), CAIRO_EXTEND_PAD);
-  cairo_pattern_set_filter(cairo_get_source(cairo), FilterOf(context->state.interpolation));
+  cairo_pattern_set_filter(cairo_get_source(cairo), FilterOf(context->state.interpolation, m));
   cairo_set_operator(cairo, OperatorOf(context->state.blendMode));
   cairo_set_antialias(cairo, context->state.antialias ? CAIRO_ANTIALIAS_DEFAULT : CAIRO_ANTIALIAS_NONE);
   context->target->WillDraw(box);

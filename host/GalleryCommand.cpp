@@ -1,0 +1,63 @@
+// The gallery as a page or as single pictures.
+#include <sys/stat.h>
+
+#include <cerrno>
+#include <cstdio>
+#include <cstring>
+
+#include "host/BitmapPNG.h"
+#include "host/Command.h"
+#include "host/CommandLine.h"
+#include "host/DocumentFile.h"
+#include "host/Gallery.h"
+
+namespace host {
+namespace {
+
+bool MakeFolder(std::string const& path, std::string* error) {
+  if (path.empty() || mkdir(path.c_str(), 0777) == 0 || errno == EEXIST) return true;
+  *error = "can't make folder \"" + path + "\": " + std::strerror(errno);
+  return false;
+}
+
+bool SavePNG(AGBitmap const& bitmap, std::string const& path, std::string* error) {
+  std::vector<unsigned char> png;
+  if (EncodePNG(bitmap, &png)) return ReplaceFile(path, png.data(), png.size(), error);
+  *error = "can't encode the picture";
+  return false;
+}
+
+bool SaveItems(std::string const& folder, std::string* error) {
+  if (!MakeFolder(folder, error)) return false;
+  for (GalleryItem const& item : GalleryItems()) {
+    if (!SavePNG(*DrawGalleryItem(item, 0), folder + "/" + item.name + ".png", error)) return false;
+  }
+  return true;
+}
+
+int RunGallery(std::vector<std::string> const& words) {
+  CommandLine line({"items"}, {});
+  std::string error;
+  if (!line.Parse(words, 0, 1, &error)) return Fail(error);
+  const bool named = !line.Positional().empty();
+  if (line.Has("items") && !SaveItems(line.Value("items", ""), &error)) return Fail(error);
+  if (line.Has("items") && !named) return 0;
+
+  const std::string path = named ? line.Positional()[0] : "out/gallery.png";
+  if (!named && !MakeFolder("out", &error)) return Fail(error);
+  if (!SavePNG(*DrawGalleryPage(), path, &error)) return Fail(error);
+  std::printf("%s: %zu pictures\n", path.c_str(), GalleryItems().size());
+  return 0;
+}
+
+}  // namespace
+
+const Command kGalleryCommand = {
+    "gallery", "draw a page of everything that can be drawn",
+    "usage: objecthost gallery [PICTURE.png] [--items FOLDER]\n\n"
+    "Draws one small picture for each kind of brush, pen, shape, clip and image, all on one labelled page\n"
+    "(out/gallery.png). With --items each picture goes into FOLDER as a file of its own too, and the page\n"
+    "is left out unless it is named.\n",
+    &RunGallery};
+
+}  // namespace host
