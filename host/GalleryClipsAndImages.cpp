@@ -22,6 +22,15 @@ AGImage SmallImage() {
   return AGImage(bitmap);
 }
 
+// Four times as many pixels as it is drawn on, in stripes of three.
+AGImage Stripes() {
+  AGBitmap bitmap(192U, 144U, AGBitmap::kFlagZeroFill);
+  AGContext context = bitmap.GetContextOfBitmap();
+  context.ClearPixels(kAGColorYellow);
+  for (unsigned int x = 0; x < 192; x += 6) context.ClearPixelsRect(kInk, {1.0 * x, 0, x + 3.0, 144});
+  return AGImage(bitmap);
+}
+
 void Image(AGContext& context, AGRect const& rect, bool keepAspect, AGImageQuality quality) {
   context.DrawImage(SmallImage(), rect, keepAspect, quality);
 }
@@ -106,13 +115,17 @@ std::vector<GalleryItem> ImageItems() {
        [](AGContext& context) {
          Image(context, {60, 4, 4, 44}, false, 1);
        }},
-      {"image-quality-0",
-       [](AGContext& context) {
-         Image(context, {8, 6, 56, 42}, true, 0);
-       }},
-      {"image-quality-3",
+      {"image-enlarged-high",
        [](AGContext& context) {
          Image(context, {8, 6, 56, 42}, true, 3);
+       }},
+      {"image-shrunk-low",
+       [](AGContext& context) {
+         context.DrawImage(Stripes(), AGRect{8, 6, 56, 42}, true, 1);
+       }},
+      {"image-shrunk-high",
+       [](AGContext& context) {
+         context.DrawImage(Stripes(), AGRect{8, 6, 56, 42}, true, 3);
        }},
       {"image-alpha",
        [](AGContext& context) {

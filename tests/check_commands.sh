@@ -49,6 +49,12 @@ expect 1 'no name of a' draw a.akd a.bmp
 expect 0 'every pixel' verify a.akd --listing a.txt --picture b.png
 expect 1 'draws other pixels' verify a.akd --picture a.png
 
+expect 0 'gallery.png: [0-9]+ pictures' --no-bundles gallery gallery.png --items items
+[ "$(head -c 8 gallery.png | od -An -tx1 | tr -d ' ')" = 89504e470d0a1a0a ] || fault "gallery.png is no PNG file"
+[ "$(find items -name '*.png' | wc -l)" -ge 60 ] || fault "fewer than 60 pictures in items"
+expect 1 "can't write" gallery missing/gallery.png
+expect 1 "can't make folder" gallery --items missing/items
+
 # A document keeps objects of a class that nobody knows, byte for byte.
 cp a.akd b.akd
 expect 0 'placeholder' --no-bundles list b.akd
