@@ -3,6 +3,10 @@
 // Nothing is kept in the port between calls: each draw hands the whole context to the native bridge, which saves the
 // port's state, applies the context's, draws and restores. The port is not owned. Coordinates are those of the port
 // with y up, unless the host's own matrix says otherwise. Nothing here fails: what is invisible or empty is not drawn.
+//
+// Filling and stroking a rectangle on a bitmap takes at most 6 blocks from the allocator and a rounded one at most 12,
+// those of the native layer included; patterns and gradients take at most 14 more. Copies of a context without a clip,
+// and of brushes and pens without custom gradients or arrows, take none.
 #pragma once
 
 #include <memory>
