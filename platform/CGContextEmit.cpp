@@ -96,17 +96,6 @@ bool SameClip(const ClipNode* a, const ClipNode* b) {
   return true;
 }
 
-void InstallClip(cairo_t* cairo, const ClipNode* node) {
-  if (node == nullptr) return;
-  InstallClip(cairo, node->parent.get());
-  PixelBox box;
-  cairo_new_path(cairo);
-  cairo_set_antialias(cairo, node->antialias ? CAIRO_ANTIALIAS_DEFAULT : CAIRO_ANTIALIAS_NONE);
-  cairo_set_fill_rule(cairo, CAIRO_FILL_RULE_WINDING);
-  if (!EmitPath(cairo, *node->path, &box)) cairo_new_path(cairo);  // clips everything away
-  cairo_clip(cairo);
-}
-
 }  // namespace
 
 bool EmitPath(cairo_t* cairo, const CGPath& path, PixelBox* box) {
@@ -119,6 +108,17 @@ bool EmitPath(cairo_t* cairo, const CGPath& path, PixelBox* box) {
   if (path.verbs.IsEmpty() || !emitter.IsNumber()) return false;
   *box = emitter.Box();
   return true;
+}
+
+void InstallClip(cairo_t* cairo, const ClipNode* node) {
+  if (node == nullptr) return;
+  InstallClip(cairo, node->parent.get());
+  PixelBox box;
+  cairo_new_path(cairo);
+  cairo_set_antialias(cairo, node->antialias ? CAIRO_ANTIALIAS_DEFAULT : CAIRO_ANTIALIAS_NONE);
+  cairo_set_fill_rule(cairo, CAIRO_FILL_RULE_WINDING);
+  if (!EmitPath(cairo, *node->path, &box)) cairo_new_path(cairo);  // clips everything away
+  cairo_clip(cairo);
 }
 
 void ApplyClip(CGContext* context) {

@@ -94,6 +94,7 @@ struct CGContext final : platform::NativeObject {
   std::vector<platform::GraphicsState> savedStates;
   CGMutablePathRef path;                      ///< the current path, in device space
   platform::CairoSurface scratch;             ///< where shadings are prepared; grows as needed
+  platform::CairoSurface mask;                ///< where their coverage is drawn
   platform::Clip appliedClip;                 ///< what cairo's clip holds now
   const struct BitmapInfo* bitmap = nullptr;  ///< of a bitmap context; owned by the target
 };
@@ -112,6 +113,9 @@ namespace platform {
 /// Puts a path of device space into cairo's current path. Returns false, with nothing to draw, when the path is empty
 /// or a point is not a number. `box` receives the extent of its points.
 bool EmitPath(cairo_t* cairo, const CGPath& path, PixelBox* box);
+
+/// Adds a chain of clips to cairo's clip.
+void InstallClip(cairo_t* cairo, const ClipNode* node);
 
 /// Makes cairo's clip that of the context's state.
 void ApplyClip(CGContext* context);
