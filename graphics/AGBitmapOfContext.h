@@ -3,8 +3,8 @@
 
 #include "graphics/AGBitmapBase.h"
 
-/// Describes the context's pixels and frees neither them nor the context, which must outlive the bitmap. A port that is no
-/// bitmap context, or has other than 8, 16 or 32 bits a pixel, leaves the bitmap empty. No flag has a meaning here.
+/// Describes the context's pixels and frees neither them nor the context, which must outlive the bitmap. A port that is
+/// no bitmap context, or has other than 8, 16 or 32 bits a pixel, leaves the bitmap empty. No flag has a meaning here.
 class AGBitmapOfContext final : public AGBitmapBase {
  public:
   AGBitmapOfContext(AGNativePort* port, unsigned int flags);

@@ -15,6 +15,7 @@
 #include "graphics/AGImage.h"
 #include "graphics/AGPath.h"
 #include "graphics/AGPen.h"
+#include "graphics/AGPicture.h"
 #include "graphics/values/AGAffineTransform.h"
 #include "graphics/values/AGColor.h"
 #include "graphics/values/AGPoint.h"
@@ -80,6 +81,10 @@ class AGContext {
                  AGImageQuality quality) const;
   /// Fits the image's pixels into `rect`.
   void DrawImage(AGImage const& image, AGRect const& rect, bool keepAspect, AGImageQuality quality) const;
+
+  /// The picture's path is drawn as DrawPath does, its image as DrawImage does.
+  void DrawPicture(AGPicture const& picture, AGAffineTransform const& transform, AGImageQuality quality) const;
+  void DrawPicture(AGPicture const& picture, AGRect const& rect, bool keepAspect, AGImageQuality quality) const;
 
   /// True when alpha is visible and the brush or the pen appears (the brush is asked first).
   bool WouldFillOrStroke() const;

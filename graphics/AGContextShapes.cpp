@@ -95,3 +95,20 @@ void AGContext::DrawImage(AGImage const& image, AGRect const& rect, bool keepAsp
   const AGRect box{0, 0, static_cast<double>(image.Width()), static_cast<double>(image.Height())};
   AGGraphicsLow::AGContextDrawImage(*this, image, kAGNullPoint, AGGraphicsLow::FitBox(box, rect, keepAspect), quality);
 }
+
+void AGContext::DrawPicture(AGPicture const& picture, AGAffineTransform const& t, AGImageQuality quality) const {
+  if (picture.Kind() == AGPicture::kKindImage) {
+    AGGraphicsLow::AGContextDrawImage(*this, picture.Image(), kAGNullPoint, t, quality);
+  } else if (picture.Kind() == AGPicture::kKindPath) {
+    Draw(*this, picture.Path(), t, kAGDrawModeFillAndStroke);
+  }
+}
+
+void AGContext::DrawPicture(AGPicture const& picture, AGRect const& rect, bool keepAspect,
+                            AGImageQuality quality) const {
+  if (picture.Kind() == AGPicture::kKindImage) {
+    DrawImage(picture.Image(), rect, keepAspect, quality);
+  } else if (picture.Kind() == AGPicture::kKindPath) {
+    DrawPath(picture.Path(), rect, keepAspect);
+  }
+}

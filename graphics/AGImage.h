@@ -1,7 +1,7 @@
 // A picture that does not change, held as a native image.
 //
-// An image owns its native image: a snapshot of a bitmap, or a copy of another image. Width and height are pixels; row 0
-// is on top.
+// An image owns its native image: a snapshot of a bitmap, or a copy of another image. Width and height are pixels; row
+// 0 is on top.
 #pragma once
 
 #include <cstddef>

@@ -1,4 +1,5 @@
 // What brushes and pens paint, probed where geometry gives the answer.
+#include <cairo.h>
 #include <gtest/gtest.h>
 
 #include <cmath>
@@ -6,11 +7,13 @@
 #include <vector>
 
 #include "CoreGraphics/CGContext.h"
+#include "CoreGraphics/CGVectorContext.h"
 #include "graphics/AGBitmap.h"
 #include "graphics/AKDrawEvent.h"
 #include "graphics/native/AGGraphicsLow.h"
 #include "graphics/native/AGGraphicsLowPaint.h"
 #include "graphics/values/AGConstants.h"
+#include "kit/AKFile.h"
 
 namespace {
 
@@ -192,6 +195,72 @@ TEST_F(AGContextDrawTest, Patterns_EveryBit_WhateverTheTransform) {
       }
     }
   }
+}
+
+// The style, fill mode and pattern index of a record, which no setter has seen.
+TEST_F(AGContextDrawTest, Pattern_IndexOutOfRangeInARecord_DrawsTheNearest) {
+  const struct {
+    unsigned char index;
+    unsigned int drawn;
+  } cases[] = {{60, 53}, {0, 1}, {255, 53}};
+  for (const auto& c : cases) {
+    unsigned char record[40] = {2, 0, 0, 0, c.index, 0, 0, 0, 0, 0, 0, 255, 255, 255, 0, 255};
+    AKFile file(record, sizeof(record));
+    file.OpenForRead();
+    ASSERT_EQ(context_.brush.ReadFromFile(file), 0);
+    EXPECT_EQ(context_.brush.PatternIndex(), c.index) << "records are kept as read";
+    context_.DrawRect({0, 0, 20, 20});
+    for (unsigned int i = 0; i < 64; ++i) {
+      const bool set = (AGGraphicsLow::kAGBrushPatterns[c.drawn - 1][i / 8] >> (7 - i % 8) & 1) != 0;
+      ASSERT_TRUE(At(i % 8, i / 8) == (set ? kAGColorBlack : kAGColorYellow)) << c.drawn << " at " << i;
+    }
+  }
+}
+
+TEST_F(AGContextDrawTest, Picture_OfPathAndImage_FillItsRectangle) {
+  context_.brush.SetStyleSolid(kAGColorBlue);
+  AGPath path;
+  path.AddRect({100, 100, 110, 120}, false);
+  context_.DrawPicture(AGPicture(path), {0, 0, 40, 40}, true, 0);  // 10 by 20 fits as 20 by 40
+  EXPECT_NEAR(Area(), 800, 0.01);
+  EXPECT_TRUE(At(10, 0) == kAGColorBlue);
+  AGBitmap solid(2U, 4U, 0);
+  solid.ClearPixels(kAGColorRed);
+  context_.DrawPicture(AGPicture(AGImage(solid)), {0, 0, 40, 40}, true, 0);
+  EXPECT_NEAR(Area(), 800, 0.01);
+  EXPECT_TRUE(At(29, 39) == kAGColorRed);
+  context_.DrawPicture(AGPicture(), {0, 0, 60, 60}, false, 0);
+  EXPECT_NEAR(Area(), 800, 0.01);
+}
+
+// A window hands over a cairo context with y down and a scale of its own.
+TEST_F(AGContextDrawTest, PortOverCairo_StandsOnItsMatrix_UprightAndCrisp) {
+  cairo_surface_t* surface = cairo_image_surface_create(CAIRO_FORMAT_ARGB32, 100, 100);
+  cairo_t* cairo = cairo_create(surface);
+  cairo_translate(cairo, 10, 20);
+  cairo_scale(cairo, 2, 2);
+  CGContextRef port = CGContextCreateOverCairo(cairo, 40, 30);
+  ASSERT_NE(port, nullptr);
+  {
+    AGContext context(port, {40, 30});
+    context.brush.SetStyleLinearGradient(kAGColorRed, kAGColorRed, 0.5, 1);
+    context.DrawRect({0, 0, 5, 10});  // the lower left corner: pixels (10, 60) to (20, 80)
+  }
+  CGContextRelease(port);
+  cairo_surface_flush(surface);
+  unsigned int ink = 0;
+  for (int y = 0; y < 100; ++y) {
+    const auto* row = cairo_image_surface_get_data(surface) + y * cairo_image_surface_get_stride(surface);
+    for (int x = 0; x < 100; ++x) {
+      const bool inside = x >= 10 && x < 20 && y >= 60 && y < 80;
+      ASSERT_EQ(row[x * 4 + 3], inside ? 255 : 0) << x << ", " << y;
+      ink += inside ? 1 : 0;
+    }
+  }
+  EXPECT_EQ(ink, 200U);
+  EXPECT_EQ(CGContextCreateOverCairo(nullptr, 40, 30), nullptr);
+  cairo_destroy(cairo);
+  cairo_surface_destroy(surface);
 }
 
 TEST_F(AGContextDrawTest, PatternTable_SpotChecks) {
