@@ -23,7 +23,8 @@ void DrawWithKit(AGContext* context, Shapes const& shapes, KitPaint paint) {
     AGPath path;
     path.AddRoundedRect(shape.bounds, scene::kCurvature, false);
     paint(context, shape);
-    context->DrawPath(path, {c, s, -s, c, center.x - center.x * c + center.y * s, center.y - center.x * s - center.y * c});
+    context->DrawPath(path,
+                      {c, s, -s, c, center.x - center.x * c + center.y * s, center.y - center.x * s - center.y * c});
   }
 }
 
@@ -102,8 +103,8 @@ void HandPattern(cairo_t* cairo, Shape const& shape) {
   const std::uint32_t color = 0xFF000000U | static_cast<std::uint32_t>(shape.color.Red()) << 16 |
                               static_cast<std::uint32_t>(shape.color.Green()) << 8 | shape.color.Blue();
   for (unsigned int y = 0; y < 8; ++y) {
-    auto* row = reinterpret_cast<std::uint32_t*>(cairo_image_surface_get_data(cell) +
-                                                 (7 - y) * static_cast<unsigned int>(cairo_image_surface_get_stride(cell)));
+    auto* row = reinterpret_cast<std::uint32_t*>(
+        cairo_image_surface_get_data(cell) + (7 - y) * static_cast<unsigned int>(cairo_image_surface_get_stride(cell)));
     for (unsigned int x = 0; x < 8; ++x) {
       row[x] = (AGGraphicsLow::kAGBrushPatterns[kPattern - 1][y] >> (7 - x) & 1) != 0 ? color : 0xFFFFFFFFU;
     }

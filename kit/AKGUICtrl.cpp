@@ -108,7 +108,9 @@ void AKGUICtrl::GetRange(double* minimum, double* maximum) const {
 void AKGUICtrl::SetXPMIcon(char const** icon) { Call<void, char const**>(kSetXPMIcon, icon); }
 char const** AKGUICtrl::GetXPMIcon() const { return Call<char const**>(kGetXPMIcon); }
 
-void AKGUICtrl::SetMenuItemList(AKStringArray const& items) { Call<void, AKStringArray const&>(kSetMenuItemList, items); }
+void AKGUICtrl::SetMenuItemList(AKStringArray const& items) {
+  Call<void, AKStringArray const&>(kSetMenuItemList, items);
+}
 void AKGUICtrl::SetMenuItemList(AKString const& items) { SetMenuItemList(items.SplitToArray(nullptr, nullptr)); }
 AKString AKGUICtrl::GetMenuItemAtIndex(unsigned int index) const {
   return Call<AKString, unsigned int>(kGetMenuItemAtIndex, index);

@@ -104,8 +104,7 @@ void BuildStatusLine(LineBuilder* line, int status, int errorNumber, char const*
   line->Appendf("# %s %s %d", "AKLib", status < 0 ? "Error" : "Warning", status);
   if (HasText(format) && !(line->Appendf(": ") && line->Append(format, arguments))) return;
   if (line->HasRoom()) line->Appendf(".");
-  if (errorNumber != 0 && line->HasRoom() &&
-      !line->Appendf(" (errno %d: %s).", errorNumber, ErrnoName(errorNumber))) {
+  if (errorNumber != 0 && line->HasRoom() && !line->Appendf(" (errno %d: %s).", errorNumber, ErrnoName(errorNumber))) {
     return;
   }
   if (line->HasRoom()) line->Appendf("\n");

@@ -4,8 +4,7 @@
 // procedure was declared thread-safe. All lines are built in one process-wide buffer of 32768 bytes.
 #pragma once
 
-#define AK_PRINTF_FORMAT(format_index, first_argument) \
-  __attribute__((format(printf, format_index, first_argument)))
+#define AK_PRINTF_FORMAT(format_index, first_argument) __attribute__((format(printf, format_index, first_argument)))
 
 using AKLogMessageProc = void (*)(char const*);
 

@@ -8,8 +8,8 @@
 // The host owns instances: it asks the class constructor for them and gives them to the class destructor.
 #pragma once
 
-#include "kit/ATArray.h"
 #include "kit/AKClassID.h"
+#include "kit/ATArray.h"
 
 class AKClass;
 class AKObject;
@@ -56,9 +56,9 @@ class AKObject {
   AKClassID furtherClassID_;
 };
 
-#define AK_OBJECT_MEMORY                                                                  \
-  static void* operator new(std::size_t, void* memory) noexcept { return memory; }        \
-  static void operator delete(void*, void*) noexcept {}                                   \
+#define AK_OBJECT_MEMORY                                                           \
+  static void* operator new(std::size_t, void* memory) noexcept { return memory; } \
+  static void operator delete(void*, void*) noexcept {}                            \
   static void operator delete(void* memory) noexcept { _AKClassObjectDealloc(memory); }
 
 /// The host's class chain of drawn objects. Their fields belong to the host; a plug-in's class only keeps their place.

@@ -1,12 +1,11 @@
 // Images made from bitmaps and drawn again.
-#include "graphics/AGImage.h"
-
 #include <gtest/gtest.h>
 
 #include <cstdlib>
 
 #include "graphics/AGBitmap.h"
 #include "graphics/AGBitmapOfContext.h"
+#include "graphics/AGImage.h"
 
 namespace {
 
@@ -34,9 +33,9 @@ TEST_F(AGImageTest, Draw_AtAPoint_PixelForPixel_Upright) {
   context_.DrawImage(image, AGPoint{5, 7}, kAGAffineTransformIdentity, 4);
   for (unsigned int y = 0; y < 2; ++y) {
     for (unsigned int x = 0; x < 3; ++x) {
-      const AGColor expected = x == 2 && y == 1 ? kAGNullColor
-                                                : AGColor(static_cast<unsigned char>(80 * x),
-                                                          static_cast<unsigned char>(200 * y), 50);
+      const AGColor expected =
+          x == 2 && y == 1 ? kAGNullColor
+                           : AGColor(static_cast<unsigned char>(80 * x), static_cast<unsigned char>(200 * y), 50);
       EXPECT_TRUE(bitmap_.GetPixelColor(5 + x, 7 + y) == expected) << x << ", " << y;
     }
   }
@@ -65,7 +64,9 @@ TEST_F(AGImageTest, Draw_AlphaAndColorFactor) {
     double alpha;
     double factor;
     int red;  // over a red channel of 100
-  } cases[] = {{0.003, 1, 100}, {0.5, 1, 150}, {1, 1.003, 200},
+  } cases[] = {{0.003, 1, 100},
+               {0.5, 1, 150},
+               {1, 1.003, 200},
                // Hard light of a source s above a half: 1 - 2 (1 - s) (1 - b).
                {1, 1.5, 189},
                // Soft light above a half and b above a quarter: b + (2 s - 1) (√b - b).

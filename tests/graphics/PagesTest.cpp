@@ -79,8 +79,8 @@ std::string DrawOnPage(decltype(&CGVectorContextCreatePDF) create) {
   return file;
 }
 
-// Rasterisers differ at edges: a pixel that an edge crosses may differ by much, one in an area by a rounding step of the
-// gradient. So nearly all channels must agree closely, and the mean must.
+// Rasterisers differ at edges: a pixel that an edge crosses may differ by much, one in an area by a rounding step of
+// the gradient. So nearly all channels must agree closely, and the mean must.
 void ExpectAlike(const Pixels& expected, const Pixels& actual) {
   ASSERT_EQ(expected.size(), actual.size());
   double sum = 0;

@@ -1,10 +1,9 @@
-#include "kit/AKClass.h"
-
 #include <gtest/gtest.h>
 
 #include <cstring>
 #include <vector>
 
+#include "kit/AKClass.h"
 #include "kit/AKClassSetup.h"
 
 namespace {
@@ -42,9 +41,9 @@ TEST(AKClassTest, APIVersion_MaskRule) {
   const struct {
     std::uint32_t version;
     bool accepted;
-  } cases[] = {{0x00030800, true},  {0x000307FF, false}, {0x0003F800, true},  {0x0003FFFF, true}, {0x00031000, true},
-               {0x000317FF, true},  {0x00040800, false}, {0x00020800, false}, {0x0003, false},    {0x80030800, false},
-               {0x00038000, true}};
+  } cases[] = {{0x00030800, true}, {0x000307FF, false}, {0x0003F800, true},  {0x0003FFFF, true},
+               {0x00031000, true}, {0x000317FF, true},  {0x00040800, false}, {0x00020800, false},
+               {0x0003, false},    {0x80030800, false}, {0x00038000, true}};
   for (const auto& c : cases) EXPECT_EQ(AKIsAPIVersionAccepted(c.version), c.accepted) << std::hex << c.version;
 }
 

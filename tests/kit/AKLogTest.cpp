@@ -1,11 +1,11 @@
-#include "kit/AKLog.h"
-
 #include <gtest/gtest.h>
 
 #include <cerrno>
 #include <string>
 #include <thread>
 #include <vector>
+
+#include "kit/AKLog.h"
 
 namespace {
 

@@ -1,6 +1,4 @@
 // Native drawing, probed where geometry gives the answer.
-#include "CoreGraphics/CGContext.h"
-
 #include <gtest/gtest.h>
 #include <png.h>
 
@@ -13,6 +11,7 @@
 #include <vector>
 
 #include "CoreGraphics/CGBitmapContext.h"
+#include "CoreGraphics/CGContext.h"
 
 namespace {
 
