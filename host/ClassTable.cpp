@@ -90,7 +90,7 @@ AKObject* NewObjectWithArgs(AKContextObject const*, AKClassID id, char const* fo
   return Finish(std::move(object), status);
 }
 
-// What WriteObjectToFile wrote: the class ID and the object's own record.
+// What WriteObjectToFile wrote: the class ID and the object's own record, which a class without state need not have.
 AKObject* NewObjectFromFile(AKContextObject const*, AKFile const& file, unsigned int version) {
   AKClassID id;
   const int readStatus = AKFileRead(file, id.chars, sizeof(id.chars));
@@ -98,7 +98,7 @@ AKObject* NewObjectFromFile(AKContextObject const*, AKFile const& file, unsigned
   Instance object = NewInstance(id);
   if (!object) return nullptr;
   AKClass const& cls = *object->Class();
-  if (!HasSlot(cls, kAKMethodInitFromFile)) return Fail(kStatusNoMethod);
+  if (!HasSlot(cls, kAKMethodInitFromFile)) return object.release();
   const int status =
       CallSlot<int, AKFile const&, unsigned int>(cls, kAKMethodInitFromFile, object.get(), file, version);
   return Finish(std::move(object), status);
@@ -107,9 +107,9 @@ AKObject* NewObjectFromFile(AKContextObject const*, AKFile const& file, unsigned
 int WriteObjectToFile(AKObject const* object, AKFile& file) {
   if (object == nullptr) return kStatusNoInstance;
   AKClass const& cls = *object->Class();
-  if (!HasSlot(cls, kAKMethodWriteToFile)) return kStatusNoMethod;
   const int status = AKFileWrite(file, cls.classID.chars, sizeof(cls.classID.chars));
-  return status != 0 ? status : CallSlot<int, AKFile&>(cls, kAKMethodWriteToFile, object, file);
+  if (status != 0 || !HasSlot(cls, kAKMethodWriteToFile)) return status;
+  return CallSlot<int, AKFile&>(cls, kAKMethodWriteToFile, object, file);
 }
 
 int WriteObjectToDictionary(AKObject const* object, AKDictionary& dictionary) {
@@ -144,9 +144,8 @@ AKObject* NewObjectFromOriginal(AKContextObject const* context, AKObject const* 
 int ReinitObjectFromFile(AKObject* object, AKFile const& file) {
   if (object == nullptr) return kStatusNoInstance;
   AKClass const& cls = *object->Class();
-  if (!HasSlot(cls, kAKMethodInitFromFile)) return kStatusNoMethod;
   const int status = AKFileSkip(file, sizeof(AKClassID));
-  if (status != 0) return status;
+  if (status != 0 || !HasSlot(cls, kAKMethodInitFromFile)) return status;
   return CallSlot<int, AKFile const&, unsigned int>(cls, kAKMethodInitFromFile, object, file, 0U);
 }
 
