@@ -44,6 +44,7 @@ int RunSelf(std::vector<std::string> const& words) {
   }
   all.insert(all.end(), words.begin(), words.end());
   std::vector<char*> arguments;
+  arguments.reserve(all.size() + 1);
   for (std::string& word : all) arguments.push_back(word.data());
   arguments.push_back(nullptr);
   std::fflush(stdout);
