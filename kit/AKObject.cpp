@@ -7,7 +7,7 @@
 #include "kit/AKClass.h"
 
 namespace {
-constexpr unsigned long kHiddenPointerSize = sizeof(const AKClass*);
+constexpr unsigned long kHiddenPointerSize = sizeof(void*);
 }
 
 void* _AKClassObjectAlloc(const AKClass* cls, unsigned long size) {
