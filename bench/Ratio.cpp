@@ -11,6 +11,7 @@ namespace {
 struct PairRecord {
   std::string name;
   double target;
+  double bytes;
 };
 
 std::vector<PairRecord>& Pairs() {
@@ -50,10 +51,12 @@ class TimeCollector : public benchmark::BenchmarkReporter {
       const double value = kit / reference;
       std::printf("%-52s %14.0f %14.0f %8.3f ", pair.name.c_str(), kit, reference, value);
       if (pair.target > 0) {
-        std::printf("%8.2f%s\n", pair.target, value > pair.target ? "  MISSED" : "");
+        std::printf("%8.2f%s", pair.target, value > pair.target ? "  MISSED" : "");
       } else {
-        std::printf("%8s\n", "-");
+        std::printf("%8s", "-");
       }
+      if (pair.bytes > 0) std::printf("  %.1f against %.1f GB/s", pair.bytes / kit, pair.bytes / reference);
+      std::printf("\n");
     }
     return !failed_;
   }
@@ -70,8 +73,8 @@ class TimeCollector : public benchmark::BenchmarkReporter {
 
 }  // namespace
 
-bool Pair(const std::string& name, double target, Body kit, Body reference) {
-  Pairs().push_back({name, target});
+bool Pair(const std::string& name, double target, Body kit, Body reference, double bytes) {
+  Pairs().push_back({name, target, bytes});
   for (auto* registered : {benchmark::RegisterBenchmark((name + "|kit").c_str(), kit),
                            benchmark::RegisterBenchmark((name + "|reference").c_str(), reference)}) {
     registered->Repetitions(5)->MinTime(0.05)->Unit(benchmark::kNanosecond);

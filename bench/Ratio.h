@@ -12,7 +12,8 @@ namespace ratio {
 using Body = std::function<void(benchmark::State&)>;
 
 /// Registers a pair. `target` is the largest ratio of times, kit / reference, that the project aims at; 0 states none.
+/// `bytes`, when not 0, is what one iteration of either side reads; the table then shows both rates in GB/s.
 /// Returns true so that a pair can be registered by initialising a constant.
-bool Pair(const std::string& name, double target, Body kit, Body reference);
+bool Pair(const std::string& name, double target, Body kit, Body reference, double bytes = 0);
 
 }  // namespace ratio

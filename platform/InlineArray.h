@@ -3,7 +3,9 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <cstdlib>
 #include <cstring>
+#include <new>
 #include <type_traits>
 
 namespace platform {
@@ -18,7 +20,7 @@ class InlineArray {
   InlineArray(const InlineArray&) = delete;
   InlineArray& operator=(const InlineArray&) = delete;
   ~InlineArray() {
-    if (data_ != inline_) delete[] data_;
+    if (data_ != inline_) std::free(data_);
   }
 
   std::size_t Count() const { return count_; }
@@ -41,10 +43,11 @@ class InlineArray {
 
  private:
   void Reserve(std::size_t capacity) {
-    T* grown = new T[capacity];
-    std::memcpy(grown, data_, count_ * sizeof(T));
-    if (data_ != inline_) delete[] data_;
-    data_ = grown;
+    const bool is_inline = data_ == inline_;
+    void* grown = std::realloc(is_inline ? nullptr : data_, capacity * sizeof(T));
+    if (grown == nullptr) throw std::bad_alloc();
+    if (is_inline) std::memcpy(grown, inline_, count_ * sizeof(T));
+    data_ = static_cast<T*>(grown);
     capacity_ = capacity;
   }
 

@@ -25,6 +25,9 @@ struct Minimax {
     if (high.x > max.x) max.x = high.x;
     if (high.y > max.y) max.y = high.y;
   }
+
+  // A curve lies within the hull of its points: one whose points are all in the range cannot widen it.
+  bool Holds(const CGPoint& p) const { return p.x >= min.x && p.x <= max.x && p.y >= min.y && p.y <= max.y; }
 };
 
 void _LowCGPathMinimaxCallback(void* info, const CGPathElement* element) {
@@ -41,13 +44,17 @@ void _LowCGPathMinimaxCallback(void* info, const CGPathElement* element) {
       state.current = p[0];
       break;
     case kCGPathElementAddQuadCurveToPoint:
-      ATBezierQuadGetMinimax(state.current, p[0], p[1], &low, &high);
-      state.Include(low, high);
+      if (!state.Holds(p[0]) || !state.Holds(p[1])) {
+        ATBezierQuadGetMinimax(state.current, p[0], p[1], &low, &high);
+        state.Include(low, high);
+      }
       state.current = p[1];
       break;
     case kCGPathElementAddCurveToPoint:
-      ATBezierCubicGetMinimax(state.current, p[0], p[1], p[2], &low, &high);
-      state.Include(low, high);
+      if (!state.Holds(p[0]) || !state.Holds(p[1]) || !state.Holds(p[2])) {
+        ATBezierCubicGetMinimax(state.current, p[0], p[1], p[2], &low, &high);
+        state.Include(low, high);
+      }
       state.current = p[2];
       break;
     default:
