@@ -22,13 +22,16 @@ PatternRecord MakePatternRecord(AGBrush const& brush, double colorFactor) {
   return record;
 }
 
+// The squares of a row that follow each other in one colour are filled at once.
 void _LowCGPatternCallback(void* info, CGContext* context) {
   auto const& record = *static_cast<PatternRecord const*>(info);
   for (int y = 0; y < 8; ++y) {
-    unsigned int bits = record.rows[y];
-    for (int x = 7; x >= 0; --x, bits >>= 1) {
-      SetFillColor(context, (bits & 1) != 0 ? record.color : record.color2);
-      CGContextFillRect(context, CGRectMake(x, y, 1, 1));
+    const unsigned int bits = record.rows[y];
+    const auto isSet = [bits](int x) { return (bits >> (7 - x) & 1) != 0; };
+    for (int x = 0, end = 0; x < 8; x = end) {
+      while (end < 8 && isSet(end) == isSet(x)) ++end;
+      SetFillColor(context, isSet(x) ? record.color : record.color2);
+      CGContextFillRect(context, CGRectMake(x, y, end - x, 1));
     }
   }
 }
