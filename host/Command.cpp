@@ -7,7 +7,7 @@ namespace host {
 std::vector<Command> const& Commands() {
   static const std::vector<Command> commands = {
       kNewCommand,  kAddCommand,  kListCommand,   kGetCommand,  kSetCommand,   kDrawCommand,    kInspectCommand,
-      kInfoCommand, kDemoCommand, kVerifyCommand, kDumpCommand, kCheckCommand, kGalleryCommand,
+      kInfoCommand, kDemoCommand, kVerifyCommand, kDumpCommand, kCheckCommand, kGalleryCommand, kShapesCommand,
   };
   return commands;
 }

@@ -37,5 +37,6 @@ extern const Command kVerifyCommand;
 extern const Command kDumpCommand;
 extern const Command kCheckCommand;
 extern const Command kGalleryCommand;
+extern const Command kShapesCommand;
 
 }  // namespace host

@@ -1,31 +1,13 @@
 // The gallery as a page or as single pictures.
-#include <sys/stat.h>
-
-#include <cerrno>
 #include <cstdio>
-#include <cstring>
 
-#include "host/BitmapPNG.h"
 #include "host/Command.h"
 #include "host/CommandLine.h"
-#include "host/DocumentFile.h"
 #include "host/Gallery.h"
+#include "host/PictureFile.h"
 
 namespace host {
 namespace {
-
-bool MakeFolder(std::string const& path, std::string* error) {
-  if (path.empty() || mkdir(path.c_str(), 0777) == 0 || errno == EEXIST) return true;
-  *error = "can't make folder \"" + path + "\": " + std::strerror(errno);
-  return false;
-}
-
-bool SavePNG(AGBitmap const& bitmap, std::string const& path, std::string* error) {
-  std::vector<unsigned char> png;
-  if (EncodePNG(bitmap, &png)) return ReplaceFile(path, png.data(), png.size(), error);
-  *error = "can't encode the picture";
-  return false;
-}
 
 bool SaveItems(std::string const& folder, std::string* error) {
   if (!MakeFolder(folder, error)) return false;

@@ -6,6 +6,7 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <functional>
 #include <memory>
 #include <random>
 
@@ -31,44 +32,30 @@ class Twins {
   AGPath path;
   cairo_t* Cairo() const { return cairo_.get(); }
   AGPoint Point() { return {value_(random_), value_(random_)}; }
-  unsigned int Below(unsigned int n) { return static_cast<unsigned int>(random_() % n); }
+  unsigned int Below(std::size_t n) { return static_cast<unsigned int>(random_() % n); }
 
   // Shapes of lines and polynomial curves, on which the two agree to rounding.
   void AddPolynomial() {
     const AGPoint a = Point(), b = Point(), c = Point();
-    switch (Below(8)) {
-      case 0:
-        Move(a), Line(b);
-        break;
-      case 1:
-        path.AddLine(a), cairo_line_to(Cairo(), a.x, a.y);
-        break;
-      case 2:
-        path.AddCubicBezier(a, b, c), Cubic(a, b, c);
-        break;
-      case 3: {
-        AGPoint from;
-        cairo_get_current_point(Cairo(), &from.x, &from.y);
-        path.AddQuadBezier(a, b);
-        Cubic(from + (a - from) * (2.0 / 3), b + (a - b) * (2.0 / 3), b);
-        break;
-      }
-      case 4:
-        path.AddRect({a.x, a.y, b.x, b.y}, false);
-        cairo_rectangle(Cairo(), a.x, a.y, b.x - a.x, b.y - a.y);
-        break;
-      case 5:
-        Spline({a, b, c, Point()}, 0.2 + 0.2 * Below(5), Below(2) == 1);
-        break;
-      case 6:
-        path.AddLines({a, b, c}, true);
-        cairo_line_to(Cairo(), a.x, a.y), cairo_move_to(Cairo(), a.x, a.y), cairo_line_to(Cairo(), b.x, b.y);
-        cairo_line_to(Cairo(), c.x, c.y), cairo_close_path(Cairo());
-        break;
-      default:
-        Transform();
-        break;
-    }
+    AGPoint from;
+    cairo_get_current_point(Cairo(), &from.x, &from.y);
+    const std::function<void()> shapes[] = {
+        [&] { Move(a), Line(b); },
+        [&] { Line(a); },
+        [&] { path.AddCubicBezier(a, b, c), Cubic(a, b, c); },
+        [&] { path.AddQuadBezier(a, b), Cubic(from + (a - from) * (2.0 / 3), b + (a - b) * (2.0 / 3), b); },
+        [&] {
+          path.AddRect({a.x, a.y, b.x, b.y}, false), cairo_rectangle(Cairo(), a.x, a.y, b.x - a.x, b.y - a.y);
+        },
+        [&] {
+          Spline({a, b, c, Point()}, 0.2 + 0.2 * Below(5), Below(2) == 1);
+        },
+        [&] {
+          ClosedLines({a, b, c});
+        },
+        [&] { Transform(); },
+    };
+    shapes[Below(std::size(shapes))]();
   }
 
   // Shapes with arcs, which each library approaches in its own way.
@@ -76,21 +63,13 @@ class Twins {
     const AGPoint a = Point(), b = Point();
     const double angle = 6 * value_(random_) / kSize, sweep = 12 * value_(random_) / kSize;
     const AGRect r = {std::min(a.x, b.x), std::min(a.y, b.y), std::max(a.x, b.x), std::max(a.y, b.y)};
-    switch (Below(4)) {
-      case 0:
-        path.AddArc(r, angle, sweep), EllipticArc(r, angle, sweep);
-        break;
-      case 1:
-        path.AddEllipseInRect(r, true);
-        cairo_new_sub_path(Cairo()), EllipticArc(r, 0, k2Pi), cairo_close_path(Cairo());
-        break;
-      case 2:
-        TangentArc(a, b, 0.2 * kSize * (1 + Below(2)));
-        break;
-      default:
-        RoundedRect(r, 0.25 * (1 + Below(4)));
-        break;
-    }
+    const std::function<void()> shapes[] = {
+        [&] { path.AddArc(r, angle, sweep), EllipticArc(r, angle, sweep); },
+        [&] { Ellipse(r); },
+        [&] { TangentArc(a, b, 0.2 * kSize * (1 + Below(2))); },
+        [&] { RoundedRect(r, 0.25 * (1 + Below(4))); },
+    };
+    shapes[Below(std::size(shapes))]();
   }
 
   void Move(const AGPoint& p) { path.StartSubPath(p), cairo_move_to(Cairo(), p.x, p.y); }
@@ -99,6 +78,13 @@ class Twins {
  private:
   void Cubic(const AGPoint& a, const AGPoint& b, const AGPoint& c) {
     cairo_curve_to(Cairo(), a.x, a.y, b.x, b.y, c.x, c.y);
+  }
+
+  void ClosedLines(const AGPointArray& p) {
+    path.AddLines(p, true);
+    cairo_line_to(Cairo(), p[0].x, p[0].y), cairo_move_to(Cairo(), p[0].x, p[0].y);
+    for (unsigned int i = 1; i < p.Count(); ++i) cairo_line_to(Cairo(), p[i].x, p[i].y);
+    cairo_close_path(Cairo());
   }
 
   // The cardinal spline from its textbook form: the Hermite tangents are tension · (next - previous).
@@ -140,6 +126,11 @@ class Twins {
     cairo_scale(Cairo(), r.Width() / 2, r.Height() / 2);
     (sweep < 0 ? cairo_arc_negative : cairo_arc)(Cairo(), 0, 0, 1, angle, angle + sweep);
     cairo_restore(Cairo());
+  }
+
+  void Ellipse(const AGRect& r) {
+    path.AddEllipseInRect(r, true);
+    cairo_new_sub_path(Cairo()), EllipticArc(r, 0, k2Pi), cairo_close_path(Cairo());
   }
 
   // The circle lies on the bisector of the corner, at `reach` from it.

@@ -347,44 +347,28 @@ TEST(AGPath, AnyOperation_ArbitraryBits_EndsWithoutAFault) {
   const auto map = [&] { return AGAffineTransform{value(), value(), value(), value(), value(), value()}; };
   for (int round = 0; round < 4000; ++round) {
     AGPath path;
+    AGPointArray points(4);
+    bool odd = false;
+    const std::function<void()> operations[] = {
+        [&] { path.AddLines(points, odd); },
+        [&] { path.AddCubicBeziers(points, odd); },
+        [&] { path.AddQuadBeziers(points, odd); },
+        [&] { path.AddSplineCurves(points, value(), odd); },
+        [&] {
+          path.AddArc(point(), AGSize{value(), value()}, value(), value());
+        },
+        [&] { path.AddArc(point(), point(), value()); },
+        [&] { path.AddRoundedRect(rect(), value(), odd); },
+        [&] { path.AddEllipseInRect(rect(), odd); },
+        [&] { path.AddPath(path, map()); },
+        [&] { path.ApplyTransform(map()); },
+        [&] { path.PutInBounds(rect(), odd); },
+    };
     if (round % 2) path.StartSubPath(point());
     for (int step = 0; step < 6; ++step) {
-      const AGPointArray points = {point(), point(), point(), point()};
-      switch (random() % 11) {
-        case 0:
-          path.AddLines(points, true);
-          break;
-        case 1:
-          path.AddCubicBeziers(points, step % 2);
-          break;
-        case 2:
-          path.AddQuadBeziers(points, step % 2);
-          break;
-        case 3:
-          path.AddSplineCurves(points, value(), step % 2);
-          break;
-        case 4:
-          path.AddArc(point(), AGSize{value(), value()}, value(), value());
-          break;
-        case 5:
-          path.AddArc(point(), point(), value());
-          break;
-        case 6:
-          path.AddRoundedRect(rect(), value(), step % 2);
-          break;
-        case 7:
-          path.AddEllipseInRect(rect(), step % 2);
-          break;
-        case 8:
-          path.AddPath(path, map());
-          break;
-        case 9:
-          path.ApplyTransform(map());
-          break;
-        default:
-          path.PutInBounds(rect(), step % 2);
-          break;
-      }
+      odd = step % 2;
+      for (AGPoint& p : points) p = point();
+      operations[random() % std::size(operations)]();
     }
     const AGAffineTransform t = map();
     static_cast<void>(path.GetFlattenedBoundingBox());

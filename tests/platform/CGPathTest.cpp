@@ -3,7 +3,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <functional>
 #include <string>
 #include <vector>
 
@@ -148,49 +147,6 @@ TEST(CGPathAddArcToPoint, NoCircleFits_IsALineToTheCorner) {
     const CGPoint at = c.m ? CGPointApplyAffineTransform(c.corner, *c.m) : c.corner;
     EXPECT_EQ(path.Elements().back().points[0].x, at.x);
     EXPECT_EQ(path.Elements().back().points[0].y, at.y);
-  }
-}
-
-TEST(CGPath, CurrentPoint_AfterEveryShape_IsWhereTheNextArcStarts) {
-  const struct {
-    const char* name;
-    std::function<void(CGMutablePathRef)> add;
-    CGPoint current;
-  } cases[] = {
-      {"close",
-       [](auto p) {
-         CGPathMoveToPoint(p, nullptr, 1, 2), CGPathAddLineToPoint(p, nullptr, 5, 2), CGPathCloseSubpath(p);
-       },
-       {1, 2}},
-      {"rectangle",
-       [](auto p) {
-         CGPathAddRect(p, nullptr, {{7, 8}, {-3, -4}});
-       },
-       {7, 8}},
-      {"ellipse",
-       [](auto p) {
-         CGPathAddEllipseInRect(p, nullptr, {{0, 0}, {8, 4}});
-       },
-       {8, 2}},
-      {"quadratic",
-       [](auto p) { CGPathMoveToPoint(p, nullptr, 0, 0), CGPathAddQuadCurveToPoint(p, nullptr, 9, 9, 3, 1); },
-       {3, 1}},
-      {"itself",
-       [](auto p) {
-         CGAffineTransform m = {1, 0, 0, 1, 5, 0};
-         CGPathMoveToPoint(p, nullptr, 0, 1), CGPathAddPath(p, &m, p);
-       },
-       {5, 1}},
-  };
-  for (const auto& c : cases) {
-    Path path;
-    c.add(path.native);
-    // The contact with the line towards x = 100 lies where the current point says.
-    CGPathAddArcToPoint(path.native, nullptr, 100, c.current.y, 100, c.current.y + 50, 10);
-    const std::vector<Element> elements = path.Elements();
-    ASSERT_EQ(elements.back().type, kCGPathElementAddCurveToPoint) << c.name;
-    EXPECT_NEAR(elements[elements.size() - 2].points[0].x, 90, 1e-12) << c.name;
-    EXPECT_NEAR(elements[elements.size() - 2].points[0].y, c.current.y, 1e-12) << c.name;
   }
 }
 
