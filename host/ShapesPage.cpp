@@ -185,8 +185,9 @@ std::unique_ptr<AGBitmap> DrawShapesPage() {
   AGContext context = page->GetContextOfBitmap();
   context.ClearPixels(kAGColorWhite);
   for (unsigned int i = 0; i < items.size(); ++i) {
-    const double bottom = page->Height() - (i / kColumns + 1.0) * kCellHeight + kMargin + kLabelHeight;
-    DrawItem(context, items[i], i % kColumns * kCellWidth + kMargin, bottom);
+    const unsigned int column = i % kColumns, row = i / kColumns;
+    const double bottom = page->Height() - (row + 1.0) * kCellHeight + kMargin + kLabelHeight;
+    DrawItem(context, items[i], column * kCellWidth + kMargin, bottom);
   }
   return page;
 }
