@@ -157,6 +157,10 @@ TEST(AGBezier, ResampledAdaptive_Extremes_EndAndAreBounded) {
   // 10^9 units across never gets flat: the deepest pieces are dropped, and only the ends remain.
   const AGPointArray wild = Adaptive({{0, 0}, {1e9, 3e9}, {-2e9, 3e9}, {1e9, 0}}, 16, true);
   EXPECT_EQ(wild, (AGPointArray{{0, 0}, {1e9, 0}}));
+  // A flat hump's height falls to a quarter with each halving: 2000 units are below 0.5 / 16 after 8 halvings, 4000
+  // not.
+  EXPECT_EQ(Adaptive({{0, 0}, {1e7, 2000}, {2e7, 0}}, 16, true).Count(), 256u + 2);
+  EXPECT_EQ(Adaptive({{0, 0}, {1e7, 4000}, {2e7, 0}}, 16, true).Count(), 2u);
   EXPECT_EQ(Adaptive({{0, 0}, {50, 90}, {100, 0}}, 0, true), Adaptive({{0, 0}, {50, 90}, {100, 0}}, 0.25, true));
   EXPECT_EQ(Adaptive({{0, 0}, {50, 90}, {100, 0}}, std::nan(""), true),
             Adaptive({{0, 0}, {50, 90}, {100, 0}}, 0, true));

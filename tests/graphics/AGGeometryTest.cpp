@@ -66,10 +66,10 @@ TEST(AGGeometry, GetIntersectionOfSegments_Table_MatchesTheDrawing) {
 }
 
 TEST(AGGeometry, ResamplePoints_ZigZag_KeepsByTheSquareAndAlwaysTheEnds) {
-  // Steps of 0.7 and 0.72 against a limit of 0.707: the first is dropped, the second kept.
-  AGPointArray points = {{0, 0}, {0.7, 0.7}, {0.72, 0}, {0.8, 0.75}, {0.9, 0.8}};
+  // Steps of 0.7065 and 0.7075 against a limit of 0.707: the first is dropped, the second kept.
+  AGPointArray points = {{0, 0}, {0.7065, -0.7065}, {0.7075, 0}, {0.8, 0.75}, {0.9, 0.8}};
   ASSERT_TRUE(AGGeometry::ResamplePoints(&points, 1, nullptr));
-  EXPECT_EQ(points, (AGPointArray{{0, 0}, {0.72, 0}, {0.8, 0.75}, {0.9, 0.8}}));
+  EXPECT_EQ(points, (AGPointArray{{0, 0}, {0.7075, 0}, {0.8, 0.75}, {0.9, 0.8}}));
   // A map that enlarges keeps more; its translation plays no role.
   AGPointArray close = {{0, 0}, {0.1, 0}, {0.2, 0}};
   const AGAffineTransform tenfold = {10, 0, 0, 10, 500, 500};
@@ -125,6 +125,16 @@ TEST(AGGeometry, FindNearestSegment_RandomLines_FindsWhatTryingAllFinds) {
         EXPECT_EQ(distance, 1e30);
       }
     }
+  }
+}
+
+TEST(AGGeometry, FindNearestSegment_OneLongSegmentBetweenFarPoints_IsFound) {
+  for (unsigned int jump = 1; jump < 600; ++jump) {  // wherever the points are divided for the search
+    AGPointArray points;
+    for (unsigned int i = 0; i < 600; ++i) points.Append({double(i), i < jump / 2 ? 50.0 : i < jump ? 100.0 : -100.0});
+    unsigned int index = 0;
+    AGGeometry::FindNearestSegment(points, false, {jump - 0.5, 0}, 0, nullptr, &index, nullptr);
+    EXPECT_EQ(index, jump - 1);
   }
 }
 
