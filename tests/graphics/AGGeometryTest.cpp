@@ -131,9 +131,9 @@ TEST(AGGeometry, FindNearestSegment_RandomLines_FindsWhatTryingAllFinds) {
 TEST(AGGeometry, FindNearestSegment_OneLongSegmentBetweenFarPoints_IsFound) {
   for (unsigned int jump = 1; jump < 600; ++jump) {  // wherever the points are divided for the search
     AGPointArray points;
-    for (unsigned int i = 0; i < 600; ++i) points.Append({double(i), i < jump / 2 ? 50.0 : i < jump ? 100.0 : -100.0});
+    for (unsigned int i = 0; i < 600; ++i) points.Append({0.01 * i, i < jump / 2 ? 50.0 : i < jump ? 100.0 : -100.0});
     unsigned int index = 0;
-    AGGeometry::FindNearestSegment(points, false, {jump - 0.5, 0}, 0, nullptr, &index, nullptr);
+    AGGeometry::FindNearestSegment(points, false, {0.01 * (jump - 0.5), 0}, 0, nullptr, &index, nullptr);
     EXPECT_EQ(index, jump - 1);
   }
 }
