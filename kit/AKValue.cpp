@@ -23,6 +23,22 @@ long long RoundedToInteger(double value) {
   return static_cast<long long>(rounded);
 }
 
+bool IsNotZero(double value) { return value != 0; }
+
+// A text as an integer where it reads as one, else as a double that is narrowed; false when it is neither.
+template <typename Result>
+bool ReadText(const AKString& text, Result* value, Result (*narrowed)(double)) {
+  long long integer = 0;
+  if (strGetasSInt64(text.CStr(), &integer, 0)) {
+    *value = static_cast<Result>(integer);
+    return true;
+  }
+  double number = 0;
+  if (!strGetasFloat64(text.CStr(), &number, 0)) return false;
+  *value = narrowed(number);
+  return true;
+}
+
 }  // namespace
 
 AKValue::AKValue(const AKValue& other) : integer_(0) {
@@ -182,16 +198,7 @@ bool AKValue::GetasBool(bool* value, bool convert) const {
     *value = float_ != 0;
     return true;
   }
-  if (type_ != kAKValueTypeString) return false;
-  long long integer = 0;
-  if (strGetasSInt64(string_.CStr(), &integer, 0)) {
-    *value = integer != 0;
-    return true;
-  }
-  double number = 0;
-  if (!strGetasFloat64(string_.CStr(), &number, 0)) return false;
-  *value = number != 0;
-  return true;
+  return type_ == kAKValueTypeString && ReadText(string_, value, &IsNotZero);
 }
 
 bool AKValue::GetasInteger(long long* value, bool convert) const {
@@ -208,16 +215,7 @@ bool AKValue::GetasInteger(long long* value, bool convert) const {
     *value = RoundedToInteger(float_);
     return true;
   }
-  if (type_ != kAKValueTypeString) return false;
-  long long integer = 0;
-  if (strGetasSInt64(string_.CStr(), &integer, 0)) {
-    *value = integer;
-    return true;
-  }
-  double number = 0;
-  if (!strGetasFloat64(string_.CStr(), &number, 0)) return false;
-  *value = RoundedToInteger(number);
-  return true;
+  return type_ == kAKValueTypeString && ReadText(string_, value, &RoundedToInteger);
 }
 
 bool AKValue::GetasFloat(double* value, bool convert) const {
