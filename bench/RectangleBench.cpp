@@ -9,9 +9,9 @@
 #include "bench/RectangleScene.h"
 #include "graphics/AGBitmap.h"
 #include "graphics/AKDrawEvent.h"
-#include "host/Bundle.h"
-#include "host/Document.h"
-#include "host/SlotCall.h"
+#include "host/bundles/Bundle.h"
+#include "host/document/Document.h"
+#include "host/tables/SlotCall.h"
 
 namespace {
 

@@ -1,6 +1,6 @@
 // A walk over chunks, by the kit and by the dumper, which must agree on where the chunks of a sound file are.
 #include "fuzz/RecordFuzz.h"
-#include "host/ChunkDump.h"
+#include "host/document/ChunkDump.h"
 #include "kit/AKFileChunk.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {

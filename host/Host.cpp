@@ -1,8 +1,8 @@
 #include "host/Host.h"
 
 #include "CoreGraphics/CGContext.h"
-#include "host/HostControl.h"
-#include "host/HostPanel.h"
+#include "host/panels/HostControl.h"
+#include "host/panels/HostPanel.h"
 
 namespace host {
 

@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "host/ClassRegistry.h"
+#include "host/bundles/ClassRegistry.h"
 #include "kit/AKClassSetup.h"
 #include "kit/files/AKFilePath.h"
 

@@ -6,8 +6,8 @@
 #include <memory>
 #include <system_error>
 
-#include "host/Bundle.h"
-#include "host/Command.h"
+#include "host/bundles/Bundle.h"
+#include "host/commands/Command.h"
 
 namespace host {
 namespace {

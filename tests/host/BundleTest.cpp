@@ -6,7 +6,7 @@
 #include <fstream>
 #include <sstream>
 
-#include "host/Bundle.h"
+#include "host/bundles/Bundle.h"
 
 namespace host {
 namespace {

@@ -1,7 +1,7 @@
 #include <gtest/gtest.h>
 
-#include "host/ChunkDump.h"
 #include "host/Utf8Check.h"
+#include "host/document/ChunkDump.h"
 #include "tests/kit/FileTestSupport.h"
 
 namespace {

@@ -10,10 +10,10 @@
 #include <iterator>
 #include <random>
 
-#include "host/Bundle.h"
-#include "host/DocumentFile.h"
-#include "host/DocumentListing.h"
-#include "host/ObjectProperties.h"
+#include "host/bundles/Bundle.h"
+#include "host/document/DocumentFile.h"
+#include "host/document/DocumentListing.h"
+#include "host/document/ObjectProperties.h"
 
 namespace host {
 namespace {

@@ -6,7 +6,7 @@
 #include <map>
 #include <sstream>
 
-#include "host/ChunkDump.h"
+#include "host/document/ChunkDump.h"
 #include "kit/AKFileGeometry.h"
 #include "kit/AKFileRecords.h"
 #include "kit/AKStringEncoding.h"

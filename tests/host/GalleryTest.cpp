@@ -8,8 +8,8 @@
 #include <set>
 #include <string>
 
-#include "host/BitmapPNG.h"
-#include "host/Gallery.h"
+#include "host/document/BitmapPNG.h"
+#include "host/gallery/Gallery.h"
 
 namespace {
 

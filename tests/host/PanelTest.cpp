@@ -2,7 +2,7 @@
 #include <gtest/gtest.h>
 
 #include "host/Host.h"
-#include "host/HostPanel.h"
+#include "host/panels/HostPanel.h"
 #include "kit/AKGUIDesc.h"
 
 namespace host {

@@ -1,0 +1,62 @@
+#include "host/bundles/Bundle.h"
+
+#include <dlfcn.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <cstring>
+
+namespace host {
+namespace {
+
+using PluginMain = int (*)(void*);
+
+// dlopen looks along its search path for a name without a slash; a bundle is always the file that was named.
+std::string FileToOpen(std::string const& path) { return path.find('/') == std::string::npos ? "./" + path : path; }
+
+}  // namespace
+
+Bundle::Bundle(std::string path, void* library)
+    : path_(std::move(path)), library_(library), firstClass_(Host::Instance().Classes().Classes().size()) {}
+
+Bundle::~Bundle() {
+  Host::Instance().Classes().RemoveAfter(firstClass_);
+  dlclose(library_);
+}
+
+std::unique_ptr<Bundle> Bundle::Load(std::string const& path, std::string* error) {
+  const std::string file = FileToOpen(path);
+  if (access(file.c_str(), R_OK) != 0) {
+    *error = "can't open bundle \"" + path + "\": " + std::strerror(errno);
+    return nullptr;
+  }
+  void* library = dlopen(file.c_str(), RTLD_NOW | RTLD_LOCAL);
+  if (library == nullptr) {
+    const char* reason = dlerror();
+    *error = "\"" + path + "\" is no bundle: " + (reason != nullptr ? reason : "it can't be loaded");
+    return nullptr;
+  }
+  // From here on the bundle unloads itself.
+  std::unique_ptr<Bundle> bundle(new Bundle(path, library));
+  const auto entry = reinterpret_cast<PluginMain>(dlsym(library, "pluginMain"));
+  if (entry == nullptr) {
+    *error = "\"" + path + "\" is no bundle: it has no pluginMain";
+    return nullptr;
+  }
+  AKHostServiceRecord record = Host::Instance().ServiceRecord();
+  const int status = entry(&record);
+  if (status != 0) {
+    *error = "bundle \"" + path + "\" refused to start: its pluginMain returned status " + std::to_string(status);
+    return nullptr;
+  }
+  return bundle;
+}
+
+std::vector<RegisteredClass const*> Bundle::Classes() const {
+  std::vector<RegisteredClass const*> classes;
+  auto const& all = Host::Instance().Classes().Classes();
+  for (std::size_t i = firstClass_; i < all.size(); ++i) classes.push_back(&all[i]);
+  return classes;
+}
+
+}  // namespace host

@@ -1,0 +1,68 @@
+#include "host/bundles/ClassRegistry.h"
+
+#include "kit/AKLog.h"
+
+namespace host {
+
+ClassRegistry::ClassRegistry() {
+  AddOwn("_object", "", "AKObject");
+  AddOwn("_shape", "_object", "AKObjectShape");
+  AddOwn("_symbol", "_shape", "AKObjectSymbol");
+  AddOwn("_syVect", "_symbol", "AKObjectSymbolVect");
+}
+
+void ClassRegistry::AddOwn(const char* id, const char* parent, const char* name) {
+  AKClassInfo info;
+  info.classID = AKClassID(id);
+  info.parentClassID = AKClassID(parent);
+  info.className = name;
+  auto record = std::make_unique<AKClass>(info, false, kAKNullClassQCast);
+  record->parentLink = Find(info.parentClassID);
+  classes_.push_back({std::move(record), nullptr, false});
+}
+
+int ClassRegistry::Register(AKClassInfo const& info, AKClass** out) {
+  const bool complete = !(info.classID == kAKNullClassID) && info.className != nullptr && info.className[0] != '\0' &&
+                        info.constructor != nullptr && info.destructor != nullptr && info.instanceSize != 0;
+  if (out == nullptr || !complete) return AKLogError(kStatusBadInfo, "The description of a class is not complete");
+  if (Find(info.classID) != nullptr) {
+    return AKLogError(kStatusDuplicate, "A class of ID \"%.8s\" is registered already", info.classID.chars);
+  }
+  AKClass* parent = Find(info.parentClassID);
+  if (parent == nullptr) {
+    return AKLogError(kStatusNoParent, "Class \"%s\" has an unknown parent \"%.8s\"", info.className,
+                      info.parentClassID.chars);
+  }
+  auto record = std::make_unique<AKClass>(info, false, kAKNullClassQCast);
+  record->parentLink = parent;
+  *out = record.get();
+  classes_.push_back({std::move(record), nullptr, true});
+  return 0;
+}
+
+void ClassRegistry::AttachPanel(AKClass* cls, AKGUIDesc* panel) {
+  std::unique_ptr<AKGUIDesc> owned(panel);
+  for (RegisteredClass& entry : classes_) {
+    if (entry.record.get() == cls) entry.panel = std::move(owned);
+  }
+}
+
+RegisteredClass const* ClassRegistry::FindEntry(AKClassID id) const {
+  for (RegisteredClass const& entry : classes_) {
+    if (entry.record->classID == id) return &entry;
+  }
+  return nullptr;
+}
+
+AKClass* ClassRegistry::Find(AKClassID id) const {
+  RegisteredClass const* entry = FindEntry(id);
+  return entry == nullptr ? nullptr : entry->record.get();
+}
+
+void ClassRegistry::RemoveAfter(std::size_t count) {
+  while (classes_.size() > count) classes_.pop_back();
+}
+
+AKString const& DisplayName(AKClass const& cls) { return cls.names[1]; }
+
+}  // namespace host

@@ -1,0 +1,90 @@
+#include "host/commands/CommandLine.h"
+
+#include <algorithm>
+
+#include "host/ParseNumber.h"
+
+namespace host {
+namespace {
+
+bool IsOption(std::string const& word) {
+  double number = 0;
+  return word.size() > 1 && word[0] == '-' && !ParseFinite(word, &number);
+}
+
+bool Contains(std::vector<std::string> const& list, std::string const& item) {
+  return std::find(list.begin(), list.end(), item) != list.end();
+}
+
+}  // namespace
+
+CommandLine::CommandLine(std::vector<std::string> withValue, std::vector<std::string> withoutValue)
+    : withValue_(std::move(withValue)), withoutValue_(std::move(withoutValue)) {}
+
+bool CommandLine::Parse(std::vector<std::string> const& words, std::size_t least, std::size_t most,
+                        std::string* error) {
+  for (std::size_t i = 0; i < words.size(); ++i) {
+    std::string const& word = words[i];
+    if (!IsOption(word)) {
+      positional_.push_back(word);
+      continue;
+    }
+    const std::string name =
+        word.substr(word.find_first_not_of('-') == std::string::npos ? word.size() : word.find_first_not_of('-'));
+    if (Contains(withoutValue_, name)) {
+      values_[name];
+    } else if (!Contains(withValue_, name)) {
+      *error = "unknown option \"" + word + "\"";
+      return false;
+    } else if (i + 1 == words.size()) {
+      *error = "option \"" + word + "\" needs a value";
+      return false;
+    } else {
+      values_[name].push_back(words[++i]);
+    }
+  }
+  if (positional_.size() < least) {
+    *error = "too few arguments; --help tells what is needed";
+    return false;
+  }
+  if (positional_.size() > most) {
+    *error = "unexpected argument \"" + positional_[most] + "\"";
+    return false;
+  }
+  return true;
+}
+
+std::vector<std::string> CommandLine::Values(std::string const& option) const {
+  const auto found = values_.find(option);
+  return found == values_.end() ? std::vector<std::string>() : found->second;
+}
+
+std::string CommandLine::Value(std::string const& option, std::string const& fallback) const {
+  const auto found = values_.find(option);
+  return found == values_.end() || found->second.empty() ? fallback : found->second.back();
+}
+
+bool SplitAssignment(std::string const& text, std::string* name, std::string* value) {
+  const std::size_t middle = text.find('=');
+  if (middle == std::string::npos || middle == 0) return false;
+  *name = text.substr(0, middle);
+  *value = text.substr(middle + 1);
+  return true;
+}
+
+bool ParseIndex(std::string const& text, std::size_t* value) { return ParseWhole(text, value); }
+
+bool ParseNumbers(std::string const& text, std::size_t count, std::vector<double>* values) {
+  values->clear();
+  std::size_t start = 0;
+  while (start <= text.size()) {
+    const std::size_t end = std::min(text.find(',', start), text.size());
+    double number = 0;
+    if (!ParseFinite(text.substr(start, end - start), &number)) return false;
+    values->push_back(number);
+    start = end + 1;
+  }
+  return values->size() == count;
+}
+
+}  // namespace host

@@ -1,0 +1,142 @@
+// The demo: the whole road from a new document to one that came back from the disk in another process.
+#include <spawn.h>
+#include <sys/stat.h>
+#include <sys/wait.h>
+
+#include <cerrno>
+#include <cstdio>
+#include <cstring>
+
+#include "host/Program.h"
+#include "host/commands/Command.h"
+#include "host/commands/CommandLine.h"
+#include "host/document/DemoScene.h"
+#include "host/document/DocumentDrawing.h"
+#include "host/document/DocumentFile.h"
+#include "host/document/DocumentListing.h"
+
+extern char** environ;
+
+namespace host {
+namespace {
+
+bool ReadWhole(std::string const& path, std::string* bytes, std::string* error) {
+  std::FILE* file = std::fopen(path.c_str(), "rb");
+  if (file == nullptr) {
+    *error = "can't open \"" + path + "\": " + std::strerror(errno);
+    return false;
+  }
+  char buffer[65536];
+  std::size_t count = 0;
+  while ((count = std::fread(buffer, 1, sizeof(buffer), file)) != 0) bytes->append(buffer, count);
+  const bool ok = std::ferror(file) == 0;
+  std::fclose(file);
+  if (!ok) *error = "can't read \"" + path + "\"";
+  return ok;
+}
+
+// Runs this program again and returns its exit code, or -1 when it could not be run.
+int RunSelf(std::vector<std::string> const& words) {
+  std::vector<std::string> all = {Program::ExecutablePath()};
+  for (std::string const& bundle : Program::BundlePaths()) {
+    all.emplace_back("--bundle");
+    all.push_back(bundle);
+  }
+  all.insert(all.end(), words.begin(), words.end());
+  std::vector<char*> arguments;
+  arguments.reserve(all.size() + 1);
+  for (std::string& word : all) arguments.push_back(word.data());
+  arguments.push_back(nullptr);
+  std::fflush(stdout);
+  pid_t child = 0;
+  if (posix_spawn(&child, arguments[0], nullptr, nullptr, arguments.data(), environ) != 0) return -1;
+  int status = 0;
+  while (waitpid(child, &status, 0) < 0) {
+    if (errno != EINTR) return -1;
+  }
+  return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+}
+
+bool SavePicture(Document const& document, std::string const& path, std::string* error) {
+  PictureKind kind{};
+  std::vector<unsigned char> picture;
+  return PictureKindOf(path, &kind) && RenderPicture(document, kind, 1, &picture, error) &&
+         ReplaceFile(path, picture.data(), picture.size(), error);
+}
+
+bool SaveScene(Document const& document, std::string const& base, std::string* error) {
+  const std::string listing = FullListing(document);
+  return WriteDocument(document, base + ".akd", error) &&
+         ReplaceFile(base + ".txt", listing.data(), listing.size(), error) &&
+         SavePicture(document, base + ".png", error) && SavePicture(document, base + ".pdf", error) &&
+         SavePicture(document, base + ".svg", error);
+}
+
+int RunDemo(std::vector<std::string> const& words) {
+  CommandLine line({}, {});
+  std::string error;
+  if (!line.Parse(words, 0, 1, &error)) return Fail(error);
+  const std::string folder = line.Positional().empty() ? "out" : line.Positional()[0];
+  if (mkdir(folder.c_str(), 0777) != 0 && errno != EEXIST) {
+    return Fail("can't make the folder \"" + folder + "\": " + std::strerror(errno));
+  }
+  const std::string base = folder + "/scene";
+  for (std::string const& bundle : Program::BundlePaths()) std::printf("Loaded the bundle %s\n", bundle.c_str());
+  {
+    const auto document = MakeDemoScene(&error);
+    if (!document) return Fail(error);
+    if (!SaveScene(*document, base, &error)) return Fail(error);
+    std::printf("Drew the scene into %s.png (.pdf, .svg), saved it as %s.akd, and closed it.\n", base.c_str(),
+                base.c_str());
+  }
+  std::printf("Opening it again in a new process:\n");
+  const int code = RunSelf({"verify", base + ".akd", "--listing", base + ".txt", "--picture", base + ".png"});
+  if (code != 0) return Fail("the document did not come back as it was saved");
+  std::printf("Done. The picture is %s.png\n", base.c_str());
+  return 0;
+}
+
+int RunVerify(std::vector<std::string> const& words) {
+  CommandLine line({"listing", "picture", "scale"}, {});
+  std::string error;
+  if (!line.Parse(words, 1, 1, &error)) return Fail(error);
+  std::string const& path = line.Positional()[0];
+  const auto document = ReadDocument(path, &error);
+  if (!document) return Fail(error);
+  std::string report = "  " + path + " opened: " + std::to_string(document->Objects().size()) + " objects\n";
+  if (line.Has("listing")) {
+    std::string expected;
+    if (!ReadWhole(line.Value("listing", ""), &expected, &error)) return Fail(error);
+    if (expected != FullListing(*document)) return Fail("\"" + path + "\" has other properties than its listing");
+    report += "  every property is as it was\n";
+  }
+  if (line.Has("picture")) {
+    std::string expected;
+    std::vector<unsigned char> png;
+    if (!ReadWhole(line.Value("picture", ""), &expected, &error)) return Fail(error);
+    if (!RenderPNG(*document, 1, &png, &error)) return Fail(error);
+    if (expected != std::string(png.begin(), png.end())) return Fail("\"" + path + "\" draws other pixels");
+    report += "  every pixel is as it was\n";
+  }
+  std::fputs(report.c_str(), stdout);
+  return 0;
+}
+
+}  // namespace
+
+const Command kDemoCommand = {
+    "demo", "make, draw, save and reopen a scene",
+    "usage: objecthost demo [FOLDER]\n\n"
+    "Makes a scene of rounded rectangles, uses the inspector panel, draws the scene, saves it, opens it\n"
+    "again in a new process, and checks that every property and every pixel came back. Leaves scene.png,\n"
+    "scene.pdf, scene.svg, scene.akd and scene.txt in FOLDER (out). Exits with 1 when anything differs.\n",
+    &RunDemo};
+
+const Command kVerifyCommand = {
+    "verify", "compare a document with an earlier listing and picture",
+    "usage: objecthost verify FILE [--listing TEXT] [--picture PICTURE.png]\n\n"
+    "Opens a document and compares it with what \"list --all\" printed and what \"draw\" drew of it at\n"
+    "scale 1. Exits with 1 when anything differs.\n",
+    &RunVerify};
+
+}  // namespace host

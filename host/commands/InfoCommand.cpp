@@ -1,0 +1,92 @@
+// What a bundle registers: its class records, method slots and panels.
+#include <cstdio>
+
+#include "host/bundles/Bundle.h"
+#include "host/commands/Command.h"
+#include "host/commands/CommandLine.h"
+#include "host/panels/PanelListing.h"
+
+namespace host {
+namespace {
+
+const char* MethodName(unsigned int slot) {
+  switch (slot) {
+    case kAKMethodInitWithArgs:
+      return "akmInitWithArgs";
+    case kAKMethodInitFromFile:
+      return "akmInitFromFile";
+    case kAKMethodWriteToFile:
+      return "akmWriteToFile";
+    case kAKMethodDelete:
+      return "akmDelete";
+    case kAKMethodSetObjectProperties:
+      return "akmSetObjectProperties";
+    case kAKMethodGetObjectProperties:
+      return "akmGetObjectProperties";
+    case kAKMethodDraw:
+      return "akmDraw";
+    case kAKMethodGetNaturalBounds:
+      return "akmGetNaturalBounds";
+    case kAKMethodInspector:
+      return "akmInspector";
+    default:
+      return "(the host's)";
+  }
+}
+
+void PrintRecord(AKClass const& cls) {
+  std::printf("class \"%s\", ID \"%s\", parent \"%s\", %u bytes an instance\n", DisplayName(cls).CStr(),
+              cls.classID.chars, cls.parentClassID.chars, cls.instanceSize);
+  std::printf("record of %zu bytes\n", sizeof(AKClass));
+  std::printf("  %4u  class ID              \"%s\"\n", 0U, cls.classID.chars);
+  std::printf("  %4u  parent class ID       \"%s\"\n", 8U, cls.parentClassID.chars);
+  std::printf("  %4u  parent record         %s\n", 16U, cls.parentLink != nullptr ? "set" : "none");
+  std::printf("  %4u  constructor           %s\n", 24U, cls.constructor != nullptr ? "set" : "none");
+  std::printf("  %4u  destructor            %s\n", 32U, cls.destructor != nullptr ? "set" : "none");
+  std::printf("  %4u  quick cast            %s\n", 40U, cls.quickCast != nullptr ? "set" : "none");
+  std::printf("  %4u  quick cast, instances %s\n", 48U, cls.instanceQCast != nullptr ? "set" : "none");
+  std::printf("  %4u  flags                 0x%02X\n", 56U, cls.flags);
+  for (unsigned int i = 0; i < 4; ++i) {
+    std::printf("  %4u  name %u                \"%s\"\n", 64 + 8 * i, i + 1, cls.names[i].CStr());
+  }
+  std::printf("  %4u  comments              \"%s\"\n", 96U, cls.comments.CStr());
+  std::printf("  %4u  instance size         %u\n", 104U, cls.instanceSize);
+  std::printf("  %4u  further class ID      \"%s\"\n", 112U, cls.furtherClassID.chars);
+}
+
+// Addresses differ from run to run; what is said is whether a slot is filled, and in which form.
+void PrintSlots(AKClass const& cls) {
+  std::printf("method slots\n");
+  for (unsigned int i = 0; i < kAKMethodCount; ++i) {
+    AKMethodSlot const& slot = cls.methods[i];
+    if (slot.function == 0) continue;
+    std::printf("  %2u  at %4zu  %-23s %s, adjustment %td\n", i, 144 + sizeof(AKMethodSlot) * i, MethodName(i),
+                (slot.function & 1) != 0 ? "virtual" : "plain", slot.adjustment);
+  }
+}
+
+int RunInfo(std::vector<std::string> const& words) {
+  CommandLine line({}, {});
+  std::string error;
+  if (!line.Parse(words, 1, 1, &error)) return Fail(error);
+  const auto bundle = Bundle::Load(line.Positional()[0], &error);
+  if (!bundle) return Fail(error);
+  std::printf("bundle %s\n", bundle->Path().c_str());
+  for (RegisteredClass const* entry : bundle->Classes()) {
+    PrintRecord(*entry->record);
+    PrintSlots(*entry->record);
+    if (HostPanel const* panel = HostPanel::Of(entry->panel.get())) std::fputs(PanelListing(*panel).c_str(), stdout);
+  }
+  return 0;
+}
+
+}  // namespace
+
+const Command kInfoCommand = {
+    "info", "load a bundle and print what it registers",
+    "usage: objecthost info BUNDLE\n\n"
+    "Prints the class records, filled method slots and panels of a bundle. No other bundle is\n"
+    "loaded.\n",
+    &RunInfo};
+
+}  // namespace host

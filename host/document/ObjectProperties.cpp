@@ -1,0 +1,203 @@
+#include "host/document/ObjectProperties.h"
+
+#include <charconv>
+#include <cmath>
+
+#include "graphics/values/AGConstants.h"
+#include "host/ParseNumber.h"
+#include "host/tables/SlotCall.h"
+#include "kit/AKTextConversions.h"
+#include "kit/AKValue.h"
+#include "kit/AKValueHelpers.h"
+
+namespace host {
+namespace {
+
+const AKString kKey_Bounds("Bounds");
+const AKString kKey_Angle("Angle");
+const AKString kKey_Brush("Brush");
+const AKString kKey_Pen("Pen");
+
+bool IsHostKey(AKString const& name) {
+  return name == kKey_Bounds || name == kKey_Angle || name == kKey_Brush || name == kKey_Pen;
+}
+
+AKString FirstName(AKString const& path) {
+  const AKString name = path.BeforeFirst(".");
+  return name.IsEmpty() ? path : name;
+}
+
+AKDictionary ClassProperties(DocumentObject const& object) {
+  AKDictionary properties;
+  if (object.IsPlaceholder()) return properties;
+  AKClass const& cls = *object.instance->Class();
+  if (HasSlot(cls, kAKMethodGetObjectProperties)) {
+    CallSlot<int, AKDictionary*>(cls, kAKMethodGetObjectProperties, object.instance.get(), &properties);
+  }
+  return properties;
+}
+
+// Four numbers in parentheses, the whole text.
+bool ParseRect(std::string const& text, AGRect* rect) {
+  if (text.size() < 2 || text.front() != '(' || text.back() != ')') return false;
+  double* const parts[] = {&rect->x0, &rect->y0, &rect->x1, &rect->y1};
+  std::size_t start = 1;
+  for (int i = 0; i < 4; ++i) {
+    const std::size_t end = i < 3 ? text.find(';', start) : text.size() - 1;
+    if (end == std::string::npos || !ParseFinite(text.substr(start, end - start), parts[i])) return false;
+    start = end + 1;
+  }
+  return true;
+}
+
+// A value of the same kind as `old` from text.
+bool ParseLike(AKValue const& old, std::string const& text, AKValue* value) {
+  double number = 0;
+  AGRect rect;
+  switch (old.Type()) {
+    case kAKValueTypeBool:
+      if (text != "0" && text != "1") return false;
+      value->SetasBool(text == "1");
+      return true;
+    case kAKValueTypeInteger:
+      if (!ParseFinite(text, &number) || number != std::floor(number) || std::fabs(number) > 9e15) return false;
+      value->SetasInteger(static_cast<long long>(number));
+      return true;
+    case kAKValueTypeFloat:
+      if (!ParseFinite(text, &number)) return false;
+      value->SetasFloat(number);
+      return true;
+    case kAKValueTypeString:
+      value->SetasAKString(AKString(text));
+      return true;
+    case kAKValueTypeDictionary:
+      if (!ParseRect(text, &rect)) return false;
+      AKValueSetasAGRect(value, rect);
+      return true;
+    default:
+      return false;
+  }
+}
+
+const char* KindName(AKValue const& value) {
+  switch (value.Type()) {
+    case kAKValueTypeBool:
+      return "0 or 1";
+    case kAKValueTypeInteger:
+      return "a whole number";
+    case kAKValueTypeFloat:
+      return "a number";
+    case kAKValueTypeDictionary:
+      return "four numbers as (x0;y0;x1;y1)";
+    default:
+      return "a value that can be given as text";
+  }
+}
+
+void TakeProperty(DocumentObject* object, AKString const& name, AKDictionary const& all) {
+  AKValue const& value = all.GetValue(name);
+  double degrees = 0;
+  if (name == kKey_Bounds) {
+    AKValueGetasAGRect(value, &object->bounds, false);
+  } else if (name == kKey_Angle) {
+    if (AKValueGetasFloat64(value, &degrees, true)) object->angle = degrees * kDegToRad;
+  } else if (name == kKey_Brush) {
+    object->brush.ReadFromValue(value, true);
+  } else if (name == kKey_Pen) {
+    object->pen.ReadFromValue(value, true);
+  } else {
+    AKDictionary properties;
+    properties.SetValue(name, value);
+    AKClass const& cls = *object->instance->Class();
+    CallSlot<int, AKDictionary const&>(cls, kAKMethodSetObjectProperties, object->instance.get(), properties);
+  }
+}
+
+}  // namespace
+
+AKDictionary PropertiesOf(DocumentObject const& object) {
+  AKDictionary all = ClassProperties(object);
+  AKValue value;
+  all.SetValue(kKey_Bounds, AKValueSetasAGRect(object.bounds));
+  all.SetValue(kKey_Angle, AKValueSetasFloat64(object.angle * kRadToDeg));
+  object.brush.WriteToValue(&value);
+  all.SetValue(kKey_Brush, value);
+  object.pen.WriteToValue(&value);
+  all.SetValue(kKey_Pen, value);
+  return all;
+}
+
+bool SetProperty(DocumentObject* object, std::string const& path, std::string const& text, std::string* error) {
+  if (object->IsPlaceholder()) {
+    *error = std::string("the object can't be changed: no bundle has its class \"") + object->classID.chars + "\"";
+    return false;
+  }
+  AKDictionary all = PropertiesOf(*object);
+  const AKString key(path);
+  const AKString name = FirstName(key);
+  const bool settable = IsHostKey(name) || HasSlot(*object->instance->Class(), kAKMethodSetObjectProperties);
+  if (!all.ContainsKey(key) || !settable) {
+    *error = "there is no property \"" + path + "\"";
+    return false;
+  }
+  const AKValue old = all.GetValue(key);
+  AKValue value;
+  if (!ParseLike(old, text, &value)) {
+    *error = "property \"" + path + "\" takes " + KindName(old) + ", not \"" + text + "\"";
+    return false;
+  }
+  all.SetValue(key, value);
+  TakeProperty(object, name, all);
+
+  // Words and colours are texts too; what the object did not take is still its old text.
+  const bool isText = value.Type() == kAKValueTypeString;
+  AKValue now;
+  PropertiesOf(*object).GetValueCopy(key, &now);
+  if (isText && !now.IsEqual(value) && now.IsEqual(old)) {
+    AGColor color;
+    const bool sameColor =
+        strGetasAGColor(text.c_str(), &color, kAGNullColor) && AKValueGetasAGColor(now, false) == color;
+    if (!sameColor) {
+      *error = "property \"" + path + "\" does not take \"" + text + "\"";
+      return false;
+    }
+  }
+  return true;
+}
+
+std::string TextOf(AKValue const& value) {
+  char buffer[32];
+  switch (value.Type()) {
+    case kAKValueTypeBool: {
+      bool flag = false;
+      value.GetasBool(&flag, false);
+      return flag ? "1" : "0";
+    }
+    case kAKValueTypeInteger: {
+      long long number = 0;
+      value.GetasInteger(&number, false);
+      return std::to_string(number);
+    }
+    case kAKValueTypeFloat: {
+      double number = 0;
+      value.GetasFloat(&number, false);
+      const auto end = std::to_chars(buffer, buffer + sizeof(buffer), number).ptr;
+      return {buffer, end};
+    }
+    case kAKValueTypeString:
+      return value.GetasAKString()->CStr();
+    case kAKValueTypeDictionary: {
+      std::string text = "{";
+      value.GetasAKDictionary()->ForEach([&text](AKString const& key, AKValue const& entry) {
+        text += (text.size() > 1 ? " " : "") + std::string(key.CStr()) + "=" + TextOf(entry);
+      });
+      return text + "}";
+    }
+    case kAKValueTypeEmpty:
+      return "";
+    default:
+      return "(data)";
+  }
+}
+
+}  // namespace host

@@ -1,0 +1,72 @@
+// The host's side of an inspector panel: the controls that a plug-in added, and their events.
+//
+// Plug-ins reach it through the panel service table, whose entries are virtual functions behind an adjustment, as those
+// of controls. A panel owns the control wrappers that were added to it.
+#pragma once
+
+#include <memory>
+#include <vector>
+
+#include "host/panels/HostControl.h"
+#include "host/panels/PanelItem.h"
+#include "kit/AKGUIDesc.h"
+
+namespace host {
+
+class PanelOperations {
+ public:
+  virtual ~PanelOperations() = default;
+
+  virtual void SetProperty(unsigned int selector, unsigned int value) = 0;
+  virtual unsigned int GetProperty(unsigned int selector) const = 0;
+  virtual void SetPanelSize(int width, int height) = 0;
+  virtual void GetPanelSize(int* width, int* height) const = 0;
+  virtual void SetPanelTitle(AKString const& title) = 0;
+  virtual AKString GetPanelTitle() const = 0;
+  virtual void AddControl(AKGUICtrl* control) = 0;
+  virtual AKGUICtrl* GetController(unsigned int id) const = 0;
+  virtual unsigned int GetControllerCount() const = 0;
+  virtual int OpenModalDialog(AKGUIDesc::ModalProc proc, AKObject* object, int* result) = 0;
+  virtual void CloseDialog(int result) = 0;
+};
+
+class HostPanel final : public PanelItem, public PanelOperations {
+ public:
+  /// Takes what a formatted description string says; what it does not understand is logged in one line.
+  explicit HostPanel(AKString const& description);
+
+  /// The panel behind a kit wrapper; null when the wrapper is null or has none.
+  static HostPanel* Of(AKGUIDesc const* wrapper);
+  /// The panel service table, made once.
+  static void* Table();
+
+  /// True when the panel may be shown for several selected objects.
+  bool AllowsMultipleSelection() const { return multipleSelection_; }
+  /// The control of an index below GetControllerCount(), in the order of their making.
+  HostControl const& ControlAt(unsigned int index) const;
+
+  void SetProperty(unsigned int selector, unsigned int value) override;
+  unsigned int GetProperty(unsigned int selector) const override;
+  /// A width of 0 means: as wide as the host's panels are.
+  void SetPanelSize(int width, int height) override;
+  void GetPanelSize(int* width, int* height) const override;
+  void SetPanelTitle(AKString const& title) override { title_ = title; }
+  AKString GetPanelTitle() const override { return title_; }
+  void AddControl(AKGUICtrl* control) override;
+  AKGUICtrl* GetController(unsigned int controlID) const override;
+  unsigned int GetControllerCount() const override { return static_cast<unsigned int>(controls_.size()); }
+  /// This host has no dialogs of plug-ins: it returns -1 and leaves `*result`.
+  int OpenModalDialog(AKGUIDesc::ModalProc proc, AKObject* object, int* result) override;
+  void CloseDialog(int) override {}
+
+ private:
+  bool TakeItem(AKString const& item);
+
+  bool multipleSelection_ = false;
+  int width_ = 0;
+  int height_ = 0;
+  AKString title_;
+  std::vector<std::unique_ptr<AKGUICtrl>> controls_;
+};
+
+}  // namespace host

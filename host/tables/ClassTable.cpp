@@ -1,0 +1,190 @@
+// The class service table.
+#include <cstdarg>
+
+#include "host/Host.h"
+#include "host/bundles/Instance.h"
+#include "host/tables/SlotCall.h"
+#include "host/tables/TableBuilder.h"
+#include "kit/AKArgs.h"
+#include "kit/AKDictionary.h"
+#include "kit/AKFile.h"
+#include "kit/AKFileNumbers.h"
+#include "kit/AKLog.h"
+#include "kit/AKValueHelpers.h"
+
+namespace host {
+namespace {
+
+constexpr int kStatusNoClass = -721;
+constexpr int kStatusNoInstance = -722;
+constexpr int kStatusNoMethod = -723;
+
+int sErrorNew = 0;
+
+AKObject* Fail(int status) {
+  sErrorNew = status;
+  return nullptr;
+}
+
+// A bare instance of a registered class.
+Instance NewInstance(AKClassID id) {
+  sErrorNew = 0;
+  AKClass const* cls = Host::Instance().Classes().Find(id);
+  if (cls == nullptr || cls->constructor == nullptr) {
+    sErrorNew = AKLogError(kStatusNoClass, "There is no class of ID \"%.8s\"", id.chars);
+    return nullptr;
+  }
+  Instance object(cls->constructor());
+  if (!object) sErrorNew = AKLogError(kStatusNoInstance, "Can't make an instance of class \"%.8s\"", id.chars);
+  return object;
+}
+
+// An instance for which a method slot returned `status`.
+AKObject* Finish(Instance object, int status) { return status == 0 ? object.release() : Fail(status); }
+
+int ClassSetup(AKClassInfo const& info, unsigned int, AKClass** out) {
+  return Host::Instance().Classes().Register(info, out);
+}
+
+// Of the four name strings the second is what users see; the bundle's second text is kept beside it when it is given.
+void SetClassName(AKClass* cls, AKString const& name, AKString const& second) {
+  if (cls == nullptr) return;
+  cls->names[1] = name;
+  if (!second.IsEmpty()) cls->names[2] = second;
+}
+
+void SetClassComments(AKClass* cls, AKString const& comments) {
+  if (cls != nullptr) cls->comments = comments;
+}
+
+void AddInspectorGUIDesc(AKClass* cls, AKGUIDesc* panel) { Host::Instance().Classes().AttachPanel(cls, panel); }
+
+AKClass* GetTopClass() { return Host::Instance().Classes().Top(); }
+AKClass* GetClassOfID(AKClassID id) { return Host::Instance().Classes().Find(id); }
+
+bool IsBelow(AKClass const* cls, AKClass const* ancestor) {
+  for (; cls != nullptr; cls = static_cast<AKClass const*>(cls->parentLink)) {
+    if (cls == ancestor) return true;
+  }
+  return false;
+}
+
+// All classes from `cls` down (all there are for null), in the order of registration; no selection is made.
+void GetClassCollection(AKClassArray* out, AKClass const* cls, unsigned int) {
+  if (out == nullptr) return;
+  out->Clear();
+  for (RegisteredClass const& entry : Host::Instance().Classes().Classes()) {
+    if (cls == nullptr || IsBelow(entry.record.get(), cls)) out->Append(entry.record.get());
+  }
+}
+
+AKObject* NewObjectWithArgs(AKContextObject const*, AKClassID id, char const* format, va_list list) {
+  Instance object = NewInstance(id);
+  if (!object) return nullptr;
+  AKString text;
+  if (format != nullptr) text.Assignv(format, list);
+  AKClass const& cls = *object->Class();
+  if (!HasSlot(cls, kAKMethodInitWithArgs)) return object.release();
+  const AKArgs args(text, true);
+  const int status = CallSlot<int, AKArgs const&>(cls, kAKMethodInitWithArgs, object.get(), args);
+  return Finish(std::move(object), status);
+}
+
+// What WriteObjectToFile wrote: the class ID and the object's own record, which a class without state need not have.
+AKObject* NewObjectFromFile(AKContextObject const*, AKFile const& file, unsigned int version) {
+  AKClassID id;
+  const int readStatus = AKFileRead(file, id.chars, sizeof(id.chars));
+  if (readStatus != 0) return Fail(readStatus);
+  Instance object = NewInstance(id);
+  if (!object) return nullptr;
+  AKClass const& cls = *object->Class();
+  if (!HasSlot(cls, kAKMethodInitFromFile)) return object.release();
+  const int status =
+      CallSlot<int, AKFile const&, unsigned int>(cls, kAKMethodInitFromFile, object.get(), file, version);
+  return Finish(std::move(object), status);
+}
+
+int WriteObjectToFile(AKObject const* object, AKFile& file) {
+  if (object == nullptr) return kStatusNoInstance;
+  AKClass const& cls = *object->Class();
+  const int status = AKFileWrite(file, cls.classID.chars, sizeof(cls.classID.chars));
+  if (status != 0 || !HasSlot(cls, kAKMethodWriteToFile)) return status;
+  return CallSlot<int, AKFile&>(cls, kAKMethodWriteToFile, object, file);
+}
+
+int WriteObjectToDictionary(AKObject const* object, AKDictionary& dictionary) {
+  if (object == nullptr) return kStatusNoInstance;
+  AKClass const& cls = *object->Class();
+  if (!HasSlot(cls, kAKMethodGetObjectProperties)) return kStatusNoMethod;
+  const int status = CallSlot<int, AKDictionary*>(cls, kAKMethodGetObjectProperties, object, &dictionary);
+  if (status != 0) return status;
+  AKValue value;
+  AKValueSetasAKClassID(&value, cls.classID);
+  return dictionary.SetValue("ClassID", value);
+}
+
+AKObject* NewObjectFromDictionary(AKContextObject const*, AKDictionary const& dictionary) {
+  Instance object = NewInstance(AKValueGetasAKClassID(dictionary.GetValue("ClassID")));
+  if (!object) return nullptr;
+  AKClass const& cls = *object->Class();
+  if (!HasSlot(cls, kAKMethodSetObjectProperties)) return object.release();
+  const int status = CallSlot<int, AKDictionary const&>(cls, kAKMethodSetObjectProperties, object.get(), dictionary);
+  return Finish(std::move(object), status);
+}
+
+// A copy goes through the object's own record, so that it carries all that a document would.
+AKObject* NewObjectFromOriginal(AKContextObject const* context, AKObject const* original) {
+  AKFile stream(AKFile::kModeMemory);
+  int status = stream.CreateForReadWrite();
+  if (status == 0) status = WriteObjectToFile(original, stream);
+  if (status == 0) status = stream.SetPos(0);
+  return status == 0 ? NewObjectFromFile(context, stream, 0) : Fail(status);
+}
+
+int ReinitObjectFromFile(AKObject* object, AKFile const& file) {
+  if (object == nullptr) return kStatusNoInstance;
+  AKClass const& cls = *object->Class();
+  const int status = AKFileSkip(file, sizeof(AKClassID));
+  if (status != 0 || !HasSlot(cls, kAKMethodInitFromFile)) return status;
+  return CallSlot<int, AKFile const&, unsigned int>(cls, kAKMethodInitFromFile, object, file, 0U);
+}
+
+void DeleteObject(AKObject* object) {
+  if (object == nullptr) return;
+  AKClass const& cls = *object->Class();
+  if (HasSlot(cls, kAKMethodDelete)) CallSlot<int>(cls, kAKMethodDelete, object);
+  cls.destructor(object);
+}
+
+int GetErrorNew() { return sErrorNew; }
+
+TableBuilder MakeTable() {
+  TableBuilder table;
+  const auto entry = [&table](unsigned int index, auto* function) { table.Plain(std::size_t{index} * 8, function); };
+  entry(4, &ClassSetup);
+  entry(5, &SetClassName);
+  entry(6, &SetClassComments);
+  entry(7, &AddInspectorGUIDesc);
+  entry(12, &GetTopClass);
+  entry(13, &GetClassOfID);
+  entry(14, &GetClassCollection);
+  entry(20, &NewObjectWithArgs);
+  entry(21, &NewObjectFromFile);
+  entry(22, &NewObjectFromDictionary);
+  entry(23, &NewObjectFromOriginal);
+  entry(24, &WriteObjectToFile);
+  entry(25, &WriteObjectToDictionary);
+  entry(26, &ReinitObjectFromFile);
+  entry(27, &DeleteObject);
+  entry(28, &GetErrorNew);
+  return table;
+}
+
+}  // namespace
+
+void* ClassTable() {
+  static TableBuilder table = MakeTable();
+  return table.Table();
+}
+
+}  // namespace host
