@@ -12,6 +12,8 @@
 
 namespace host {
 
+class UserInterface;
+
 class Host {
  public:
   static constexpr std::uint32_t kAPIVersion = 0x00030800;
@@ -30,8 +32,8 @@ class Host {
   std::vector<std::string>* collectedLog = nullptr;
   /// While this is not 0 log lines of host and bundles are dropped; see QuietLog.
   unsigned int quietCount = 0;
-  /// The localisation domain in force: the one that was set last.
-  std::string localeDomain;
+  /// The person to ask on behalf of a bundle; null when there is none. Not owned.
+  UserInterface* userInterface = nullptr;
   /// What the last inspector event or handler call named the change.
   AKString actionName;
 

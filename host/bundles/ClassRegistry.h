@@ -1,10 +1,11 @@
 // The host's registry of object classes: the host's own chain of base classes, and what bundles registered.
 //
-// The registry owns the class records and the panels that bundles attached to them. Class IDs are unique.
+// The registry owns the class records and the panels that bundles attached to them. Class IDs are unique. An entry
+// stays where it is until it is removed.
 #pragma once
 
+#include <deque>
 #include <memory>
-#include <vector>
 
 #include "kit/AKClass.h"
 #include "kit/AKGUIDesc.h"
@@ -35,7 +36,7 @@ class ClassRegistry {
   AKClass* Find(AKClassID id) const;
   RegisteredClass const* FindEntry(AKClassID id) const;
   AKClass* Top() const { return classes_.front().record.get(); }
-  std::vector<RegisteredClass> const& Classes() const { return classes_; }
+  std::deque<RegisteredClass> const& Classes() const { return classes_; }
 
   /// Forgets the classes registered after the first `count`, the last first; their instances must be gone.
   void RemoveAfter(std::size_t count);
@@ -43,7 +44,7 @@ class ClassRegistry {
  private:
   void AddOwn(const char* id, const char* parent, const char* name);
 
-  std::vector<RegisteredClass> classes_;
+  std::deque<RegisteredClass> classes_;
 };
 
 /// The name that users see: what the bundle set, or the class name.

@@ -31,6 +31,8 @@ bool ParseDescription(AKString const& description, std::function<bool(AKString c
 bool ParseInteger(AKString const& text, int* value) { return ParseWhole(ViewOf(text), value); }
 bool ParseUnsigned(AKString const& text, unsigned int* value) { return ParseWhole(ViewOf(text), value); }
 
+bool ParseNumber(AKString const& text, double* value) { return ParseFinite(ViewOf(text), value); }
+
 bool ParsePair(AKString const& text, AGPoint* pair) {
   const std::string_view whole = ViewOf(text);
   const std::size_t middle = whole.find(';');

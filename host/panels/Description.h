@@ -15,6 +15,8 @@ bool ParseDescription(AKString const& description, std::function<bool(AKString c
 /// These accept the whole text or nothing. Leading zeros are decimal.
 bool ParseInteger(AKString const& text, int* value);
 bool ParseUnsigned(AKString const& text, unsigned int* value);
+/// A finite number.
+bool ParseNumber(AKString const& text, double* value);
 /// "(a;b)", two finite numbers.
 bool ParsePair(AKString const& text, AGPoint* pair);
 

@@ -1,22 +1,14 @@
 #include "host/panels/HostControl.h"
 
+#include <algorithm>
 #include <cmath>
 
 #include "host/panels/Description.h"
+#include "kit/AKLog.h"
 #include "kit/AKTextConversions.h"
 
 namespace host {
 namespace {
-
-struct TypeName {
-  ControlType type;
-  const char* name;
-};
-constexpr TypeName kTypeNames[] = {
-    {ControlType::kStaticText, "StaticText"},
-    {ControlType::kEditNum, "EditNum"},
-    {ControlType::kSlider, "Slider"},
-};
 
 // Nearest whole number, at most the type's limits; 0 for a NaN.
 template <typename Integer>
@@ -25,57 +17,57 @@ Integer RoundInto(double value, double lowest, double highest) {
   return static_cast<Integer>(std::fmin(std::fmax(std::floor(value + 0.5), lowest), highest));
 }
 
-}  // namespace
+constexpr struct {
+  const char* word;
+  bool state;
+} kSwitchWords[] = {{"on", true},   {"off", false},   {"1", true},   {"0", false},
+                    {"true", true}, {"false", false}, {"yes", true}, {"no", false}};
 
-const char* ControlTypeName(ControlType type) {
-  for (const TypeName& entry : kTypeNames) {
-    if (entry.type == type) return entry.name;
-  }
-  return "Unknown";
-}
+}  // namespace
 
 HostControl::HostControl(AKString const& description) {
   ParseDescription(description, [this](AKString const& item) { return TakeItem(item); });
+  if (hasFirstValue_ && !Enter(firstValue_)) {
+    AKLog("description of a control: \"%s\" is no value of type %s", firstValue_.CStr(), InfoOf(type_).name);
+  }
 }
 
 HostControl* HostControl::Of(AKGUICtrl const* wrapper) {
   return wrapper == nullptr ? nullptr : static_cast<HostControl*>(wrapper->HostObject());
 }
 
-bool HostControl::TakeType(AKString const& name) {
-  for (const TypeName& entry : kTypeNames) {
-    if (name == entry.name) {
-      type_ = entry.type;
-      return true;
-    }
-  }
-  return false;
-}
-
 bool HostControl::TakeItem(AKString const& item) {
   AKString value;
   AGPoint pair;
+  double number = 0;
   if (item.StartsWith("-id:", &value)) return ParseUnsigned(value, &id);
-  if (item.StartsWith("-type:", &value)) return TakeType(value);
-  if (item.StartsWith("-title:", &value)) {
-    title_ = value;
+  if (item.StartsWith("-flags:", &value)) return ParseUnsigned(value, &flags);
+  if (item.StartsWith("-prec:", &value)) return ParseInteger(value, &precision_);
+  if (item.StartsWith("-visible:", &value)) return TakeSwitch(value, &visible_);
+  if (item.StartsWith("-enable:", &value)) return TakeSwitch(value, &enabled_);
+  if (item.StartsWith("-title:", &title_) || item.StartsWith("-tip:", &tip_)) return true;
+  if (item.StartsWith("-value:", &firstValue_)) return hasFirstValue_ = true;
+  if (item.StartsWith("-type:", &value)) {
+    type_ = ControlTypeNamed({value.CStr(), value.Length()});
+    return type_ != ControlType::kUnknown;
+  }
+  if (item.StartsWith("-items:", &value)) {
+    items_ = value.SplitToArray();
     return true;
   }
-  if (item.StartsWith("-prec:", &value)) return ParseInteger(value, &precision_);
+  if (item.StartsWith("-step:", &value)) {
+    if (!ParseNumber(value, &number) || !(number > 0)) return false;
+    step_ = number;
+    return true;
+  }
   if (item.StartsWith("-pos:", &value)) {
     if (!ParsePair(value, &pair)) return false;
-    const int width = bounds_[2] - bounds_[0];
-    const int height = bounds_[3] - bounds_[1];
-    bounds_[0] = RoundInto<int>(pair.x, INT16_MIN, INT16_MAX);
-    bounds_[1] = RoundInto<int>(pair.y, INT16_MIN, INT16_MAX);
-    bounds_[2] = bounds_[0] + width;
-    bounds_[3] = bounds_[1] + height;
+    MoveTo(pair);
     return true;
   }
   if (item.StartsWith("-dim:", &value)) {
     if (!ParsePair(value, &pair)) return false;
-    bounds_[2] = bounds_[0] + RoundInto<int>(pair.x, 0, INT16_MAX);
-    bounds_[3] = bounds_[1] + RoundInto<int>(pair.y, 0, INT16_MAX);
+    Resize(pair);
     return true;
   }
   if (item.StartsWith("-range:", &value)) {
@@ -86,10 +78,110 @@ bool HostControl::TakeItem(AKString const& item) {
   return false;
 }
 
+bool HostControl::TakeSwitch(AKString const& text, bool* state) const {
+  for (auto const& entry : kSwitchWords) {
+    if (!(text == entry.word)) continue;
+    *state = entry.state;
+    return true;
+  }
+  return false;
+}
+
+void HostControl::MoveTo(AGPoint const& position) {
+  const int width = bounds_[2] - bounds_[0];
+  const int height = bounds_[3] - bounds_[1];
+  bounds_[0] = RoundInto<int>(position.x, INT16_MIN, INT16_MAX);
+  bounds_[1] = RoundInto<int>(position.y, INT16_MIN, INT16_MAX);
+  bounds_[2] = bounds_[0] + width;
+  bounds_[3] = bounds_[1] + height;
+}
+
+void HostControl::Resize(AGPoint const& size) {
+  bounds_[2] = bounds_[0] + RoundInto<int>(size.x, 0, INT16_MAX);
+  bounds_[3] = bounds_[1] + RoundInto<int>(size.y, 0, INT16_MAX);
+}
+
+double HostControl::Step() const { return step_ > 0 ? step_ : std::pow(10.0, -std::clamp(precision_, 0, 9)); }
+
 AKString HostControl::DisplayedValue() const {
-  if (type_ == ControlType::kStaticText) return title_;
   char buffer[512];
-  return strSetasFloat64(buffer, number_, type_ == ControlType::kEditNum ? precision_ : -1);
+  switch (type_) {
+    case ControlType::kStaticText:
+    case ControlType::kButton:
+      return title_;
+    case ControlType::kCheckBox:
+      return number_ != 0 ? "on" : "off";
+    case ControlType::kPopUp:
+      return GetMenuItem();
+    case ControlType::kColor:
+      return strSetasAGColor(buffer, color_, true);
+    case ControlType::kEditText:
+      return text_;
+    case ControlType::kEditNum:
+      if (showsTime_) return strSetasTimeHMS(buffer, number_, precision_, false);
+      return strSetasFloat64(buffer, number_, precision_);
+    default:
+      return strSetasFloat64(buffer, number_, -1);
+  }
+}
+
+bool HostControl::Enter(AKString const& text) {
+  bool state = false;
+  switch (type_) {
+    case ControlType::kEditNum:
+    case ControlType::kSlider:
+      return EnterNumber(text);
+    case ControlType::kCheckBox:
+      if (!TakeSwitch(text, &state)) return false;
+      SetValueAsBool(state);
+      return true;
+    case ControlType::kPopUp:
+      return EnterMenuItem(text);
+    case ControlType::kColor:
+      return EnterColor(text);
+    case ControlType::kEditText:
+      text_ = text;
+      return true;
+    case ControlType::kButton:
+      return text.IsEmpty();
+    default:
+      return false;
+  }
+}
+
+bool HostControl::EnterNumber(AKString const& text) {
+  double number = 0;
+  if (!ParseNumber(text, &number) && !(showsTime_ && strGetasTimeHMS(text.CStr(), &number, 0))) return false;
+  if (GetProperty(kAKGUIPropertyHasRange) != 0) {
+    number = std::fmin(std::fmax(number, std::fmin(minimum_, maximum_)), std::fmax(minimum_, maximum_));
+  }
+  SetValueAsFloat64(number);
+  return true;
+}
+
+bool HostControl::EnterMenuItem(AKString const& text) {
+  std::optional<unsigned int> index = IndexOf(text);
+  unsigned int number = 0;
+  if (!index && ParseUnsigned(text, &number) && number < items_.Count()) index = number;
+  if (!index) return false;
+  SetMenuIndex(*index);
+  return true;
+}
+
+bool HostControl::EnterColor(AKString const& text) {
+  AGColor color;
+  const bool listed = !text.IsEmpty() && text[0] == '(';
+  const bool parsed = listed ? strGetasAGColor(text.CStr(), &color, kAGColorBlack)
+                             : strGetasAGColorHex(text.CStr(), &color, kAGColorBlack);
+  if (parsed) color_ = color;
+  return parsed;
+}
+
+std::optional<unsigned int> HostControl::IndexOf(AKString const& item) const {
+  for (unsigned int i = 0; i < items_.Count(); ++i) {
+    if (items_[i] == item) return i;
+  }
+  return std::nullopt;
 }
 
 void HostControl::SetProperty(unsigned int selector, unsigned int value) {
@@ -109,6 +201,7 @@ void HostControl::SetProperty(unsigned int selector, unsigned int value) {
 }
 
 unsigned int HostControl::GetProperty(unsigned int selector) const {
+  ControlTypeInfo const& info = InfoOf(type_);
   switch (selector) {
     case kAKGUIPropertyType:
       return static_cast<unsigned int>(type_);
@@ -121,13 +214,17 @@ unsigned int HostControl::GetProperty(unsigned int selector) const {
     case kAKGUIPropertyEnabled:
       return enabled_ ? 1 : 0;
     case kAKGUIPropertyHasValue:
-      return type_ == ControlType::kEditNum || type_ == ControlType::kSlider ? 1 : 0;
+      return info.hasValue ? 1 : 0;
     case kAKGUIPropertyHasRange:
-      return hasRange_ ? 1 : 0;
+      return hasRange_ || info.hasRange ? 1 : 0;
     case kAKGUIPropertyHasTitle:
-      return type_ == ControlType::kStaticText ? 1 : 0;
+      return info.hasTitle ? 1 : 0;
+    case kAKGUIPropertyHasItems:
+      return info.hasItems ? 1 : 0;
+    case kAKGUIPropertyHasIcon:
+      return info.hasIcon ? 1 : 0;
     default:
-      return 0;  // no control of this host has menu items or an icon
+      return 0;
   }
 }
 
@@ -158,7 +255,7 @@ void HostControl::GetRange(double* minimum, double* maximum) const {
 
 void HostControl::SetMenuItemList(AKStringArray const& items) {
   items_ = items;
-  menuIndex_ = 0;
+  SetMenuIndex(0);
 }
 
 AKString HostControl::GetMenuItemAtIndex(unsigned int index) const {
@@ -166,9 +263,7 @@ AKString HostControl::GetMenuItemAtIndex(unsigned int index) const {
 }
 
 void HostControl::SetMenuItem(AKString const& item) {
-  for (unsigned int i = 0; i < items_.Count(); ++i) {
-    if (items_[i] == item) menuIndex_ = i;
-  }
+  if (const auto index = IndexOf(item)) SetMenuIndex(*index);
 }
 
 AKString HostControl::GetValueAsString() const { return text_.IsEmpty() ? DisplayedValue() : text_; }
@@ -177,13 +272,22 @@ int HostControl::GetValueAsSInt() const { return RoundInto<int>(number_, INT32_M
 unsigned int HostControl::GetValueAsUInt() const { return RoundInto<unsigned int>(number_, 0, UINT32_MAX); }
 
 void HostControl::SetValueAsString(AKString const& value) {
+  if (type_ == ControlType::kPopUp) return SetMenuItem(value);
+  if (type_ == ControlType::kColor) return static_cast<void>(EnterColor(value));
   text_ = value;
   strGetasFloat64(value.CStr(), &number_, 0);
 }
 
 void HostControl::SetValueAsFloat64(double value) {
   number_ = value;
-  text_.Clear();
+  // A line of text shows the number that it was set to.
+  char buffer[512];
+  text_ = type_ == ControlType::kEditText ? AKString(strSetasFloat64(buffer, value, precision_)) : AKString();
+}
+
+void HostControl::SetValueAsTimeHMS(double seconds) {
+  SetValueAsFloat64(seconds);
+  showsTime_ = true;
 }
 
 }  // namespace host

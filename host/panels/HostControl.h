@@ -1,24 +1,37 @@
 // The host's side of a panel's control: what a plug-in described, and the value that it holds now.
 //
+// A description is a list of items, all optional but the type:
+//
+//   -type:T         a name of ControlType.cpp
+//   -id:N           the number by which the plug-in addresses the control, 0 without one
+//   -pos:(X;Y)      place and size in panel units: pixels of an unscaled panel, y down
+//   -dim:(W;H)
+//   -title:"TEXT"   label of a static text, check box or button
+//   -prec:N         decimals of a numeric field, 2 without it
+//   -range:(A;B)    lowest and highest value; a slider has 0 to 1 without it
+//   -step:S         what a step of a numeric field adds; without it 1 of the last decimal shown
+//   -items:"A;B"    items of a pop-up menu
+//   -value:"TEXT"   the value to begin with, as a user would enter it
+//   -tip:"TEXT"     what the host shows of the control when asked for help
+//   -flags:N        the flags word
+//   -visible:0      hidden, or with 1 not
+//   -enable:0       disabled, or with 1 not
+//
 // Plug-ins reach it through the control service table. The table's entries are virtual functions of ControlOperations,
 // which is not the first base of HostControl, so a call goes through an adjusted object and a virtual table.
 #pragma once
 
-#include <cstdint>
+#include <optional>
 
 #include "graphics/values/AGColor.h"
+#include "graphics/values/AGPoint.h"
+#include "host/panels/ControlType.h"
 #include "host/panels/PanelItem.h"
 #include "host/tables/TableBuilder.h"
 #include "kit/AKGUICtrl.h"
 #include "kit/AKStringArray.h"
 
 namespace host {
-
-/// The controls that the host offers; their numbers are what CtrlType() returns.
-enum class ControlType : std::uint32_t { kUnknown = 0, kStaticText = 1, kEditNum = 2, kSlider = 3 };
-
-/// The name in description strings; "Unknown" for a type that is none of them.
-const char* ControlTypeName(ControlType type);
 
 class ControlOperations {
  public:
@@ -64,7 +77,8 @@ class ControlOperations {
 
 class HostControl final : public PanelItem, public ControlOperations {
  public:
-  /// Takes what a formatted description string says; what it does not understand is logged in one line.
+  /// Takes what a formatted description string says, the last of repeated items; what it does not understand is logged
+  /// in one line.
   explicit HostControl(AKString const& description);
 
   /// The control behind a kit wrapper; null when the wrapper is null or has none.
@@ -73,8 +87,20 @@ class HostControl final : public PanelItem, public ControlOperations {
   static void* Table();
 
   ControlType Type() const { return type_; }
-  /// The value as a user reads it: a number field to its precision.
+  bool IsVisible() const { return visible_; }
+  bool IsEnabled() const { return enabled_; }
+  AKString const& Tip() const { return tip_; }
+  /// What a step of a numeric field adds.
+  double Step() const;
+  /// True when the number is to be read and shown as hours, minutes and seconds.
+  bool ShowsTime() const { return showsTime_; }
+  /// The value as a user reads it: a number field to its precision, a pop-up menu as its item.
   AKString DisplayedValue() const;
+  /// Takes a value as a user enters it, and keeps it within the range if there is one. False, and nothing changed, when
+  /// the text does not suit: no number, no item of the menu, no colour. A check box takes on and off (also yes and no,
+  /// true and false, 1 and 0), a menu an item or its index, a colour "(r;g;b;a)" or hexadecimal digits, a button the
+  /// empty text.
+  bool Enter(AKString const& text);
 
   void SetProperty(unsigned int selector, unsigned int value) override;
   unsigned int GetProperty(unsigned int selector) const override;
@@ -89,10 +115,11 @@ class HostControl final : public PanelItem, public ControlOperations {
   void SetMenuItemList(AKStringArray const& items) override;
   AKString GetMenuItemAtIndex(unsigned int index) const override;
   unsigned int GetMenuItemCount() const override { return items_.Count(); }
-  void SetMenuIndex(unsigned int index) override { menuIndex_ = index; }
-  unsigned int GetMenuIndex() const override { return menuIndex_; }
+  /// The index is the control's number; one behind the last item shows none.
+  void SetMenuIndex(unsigned int index) override { SetValueAsFloat64(index); }
+  unsigned int GetMenuIndex() const override { return GetValueAsUInt(); }
   void SetMenuItem(AKString const& item) override;
-  AKString GetMenuItem() const override { return GetMenuItemAtIndex(menuIndex_); }
+  AKString GetMenuItem() const override { return GetMenuItemAtIndex(GetMenuIndex()); }
   int GetValuePrecision() const override { return precision_; }
   AKString GetValueAsString() const override;
   bool GetValueAsBool() const override { return number_ != 0; }
@@ -109,29 +136,42 @@ class HostControl final : public PanelItem, public ControlOperations {
   void SetValueAsUInt(unsigned int value) override { SetValueAsFloat64(value); }
   void SetValueAsFloat32(float value) override { SetValueAsFloat64(static_cast<double>(value)); }
   void SetValueAsFloat64(double value) override;
-  void SetValueAsTimeHMS(double seconds) override { SetValueAsFloat64(seconds); }
+  /// From then on the number is shown as a time.
+  void SetValueAsTimeHMS(double seconds) override;
   void SetValueAsAGColor(AGColor value) override { color_ = value; }
   void Refresh() const override {}
 
  private:
   bool TakeItem(AKString const& item);
-  bool TakeType(AKString const& name);
+  bool TakeSwitch(AKString const& text, bool* state) const;
+  void MoveTo(AGPoint const& position);
+  void Resize(AGPoint const& size);
+  bool EnterNumber(AKString const& text);
+  bool EnterMenuItem(AKString const& text);
+  bool EnterColor(AKString const& text);
+  /// The index of an item of the menu.
+  std::optional<unsigned int> IndexOf(AKString const& item) const;
 
   ControlType type_ = ControlType::kUnknown;
   bool visible_ = true;
   bool enabled_ = true;
   int bounds_[4] = {0, 0, 0, 0};  // x0, y0, x1, y1 in panel units
   AKString title_;
+  AKString tip_;
   double minimum_ = 0;
   double maximum_ = 1;
   bool hasRange_ = false;
   char const** icon_ = nullptr;
   AKStringArray items_;
-  unsigned int menuIndex_ = 0;
   int precision_ = 2;
+  double step_ = 0;  // 0: by the precision
   double number_ = 0;
+  bool showsTime_ = false;
   AKString text_;
   AGColor color_ = kAGColorBlack;
+  // A value to begin with is entered when the whole description is known.
+  AKString firstValue_;
+  bool hasFirstValue_ = false;
 };
 
 }  // namespace host

@@ -2,7 +2,10 @@
 
 #include <cstdarg>
 
+#include "host/Host.h"
+#include "host/UserInterface.h"
 #include "host/panels/Description.h"
+#include "kit/AKObject.h"
 
 namespace host {
 namespace {
@@ -11,7 +14,7 @@ namespace {
 void Construct(AKGUIDesc* wrapper, char const* format, va_list list) {
   AKString description;
   if (format != nullptr) description.Assignv(format, list);
-  wrapper->SetHostObject(new HostPanel(description));
+  wrapper->SetHostObject(new HostPanel(wrapper, description));
 }
 
 void Destruct(AKGUIDesc* wrapper) {
@@ -45,7 +48,7 @@ TableBuilder MakeTable() {
 
 }  // namespace
 
-HostPanel::HostPanel(AKString const& description) {
+HostPanel::HostPanel(AKGUIDesc* wrapper, AKString const& description) : wrapper_(wrapper) {
   ParseDescription(description, [this](AKString const& item) { return TakeItem(item); });
 }
 
@@ -66,6 +69,7 @@ bool HostPanel::TakeItem(AKString const& item) {
     return true;
   }
   if (item.StartsWith("-id:", &value)) return ParseUnsigned(value, &id);
+  if (item.StartsWith("-flags:", &value)) return ParseUnsigned(value, &flags);
   if (item.StartsWith("-title:", &value)) {
     title_ = value;
     return true;
@@ -74,6 +78,9 @@ bool HostPanel::TakeItem(AKString const& item) {
 }
 
 HostControl const& HostPanel::ControlAt(unsigned int index) const { return *HostControl::Of(controls_[index].get()); }
+HostControl& HostPanel::ControlAt(unsigned int index) { return *HostControl::Of(controls_[index].get()); }
+
+HostControl* HostPanel::FindControl(unsigned int controlID) const { return HostControl::Of(GetController(controlID)); }
 
 void HostPanel::SetProperty(unsigned int selector, unsigned int value) {
   if (selector == kAKGUIPropertyFlags) flags = value;
@@ -105,6 +112,20 @@ AKGUICtrl* HostPanel::GetController(unsigned int controlID) const {
   return nullptr;
 }
 
-int HostPanel::OpenModalDialog(AKGUIDesc::ModalProc, AKObject*, int*) { return -1; }
+int HostPanel::OpenModalDialog(AKGUIDesc::ModalProc proc, AKObject* object, int* result) {
+  UserInterface* const interface = Host::Instance().userInterface;
+  if (interface == nullptr || proc == nullptr || object == nullptr || wrapper_ == nullptr) return -1;
+  const auto send = [&](AKGUIEvent& event) { return (object->*proc)(*wrapper_, event); };
+  AKGUIEvent fill;
+  fill.kind = AKGUIEvent::kFillControls;
+  send(fill);
+  const int answer = interface->RunDialog(*this, send);
+  if (result != nullptr) *result = answer;
+  return 0;
+}
+
+void HostPanel::CloseDialog(int result) {
+  if (UserInterface* const interface = Host::Instance().userInterface) interface->CloseDialog(*this, result);
+}
 
 }  // namespace host

@@ -2,6 +2,10 @@
 //
 // Plug-ins reach it through the panel service table, whose entries are virtual functions behind an adjustment, as those
 // of controls. A panel owns the control wrappers that were added to it.
+//
+// A description is a list of items, all optional: -id:N, -title:"TEXT", -flags:N, and -multisel:1 when the panel may be
+// shown for several selected objects at once. An event of a kind other than those that AKGUIEvent names is kEventIdle,
+// which a panel that asked for it (SetIdling) is sent now and then while it is shown.
 #pragma once
 
 #include <memory>
@@ -32,8 +36,11 @@ class PanelOperations {
 
 class HostPanel final : public PanelItem, public PanelOperations {
  public:
+  static constexpr unsigned int kEventIdle = 2;
+
   /// Takes what a formatted description string says; what it does not understand is logged in one line.
-  explicit HostPanel(AKString const& description);
+  /// `wrapper` is the kit's side, which owns this one.
+  HostPanel(AKGUIDesc* wrapper, AKString const& description);
 
   /// The panel behind a kit wrapper; null when the wrapper is null or has none.
   static HostPanel* Of(AKGUIDesc const* wrapper);
@@ -44,6 +51,9 @@ class HostPanel final : public PanelItem, public PanelOperations {
   bool AllowsMultipleSelection() const { return multipleSelection_; }
   /// The control of an index below GetControllerCount(), in the order of their making.
   HostControl const& ControlAt(unsigned int index) const;
+  HostControl& ControlAt(unsigned int index);
+  /// The control of an ID, or null.
+  HostControl* FindControl(unsigned int controlID) const;
 
   void SetProperty(unsigned int selector, unsigned int value) override;
   unsigned int GetProperty(unsigned int selector) const override;
@@ -55,13 +65,16 @@ class HostPanel final : public PanelItem, public PanelOperations {
   void AddControl(AKGUICtrl* control) override;
   AKGUICtrl* GetController(unsigned int controlID) const override;
   unsigned int GetControllerCount() const override { return static_cast<unsigned int>(controls_.size()); }
-  /// This host has no dialogs of plug-ins: it returns -1 and leaves `*result`.
+  /// Shows the panel until CloseDialog. The object is sent an event to fill the controls, then one for each change.
+  /// Returns 0 with what CloseDialog was given in `*result`, which may be null; -1, with `*result` untouched, when
+  /// there is nobody to show it to (Host::userInterface), or no procedure or object.
   int OpenModalDialog(AKGUIDesc::ModalProc proc, AKObject* object, int* result) override;
-  void CloseDialog(int) override {}
+  void CloseDialog(int result) override;
 
  private:
   bool TakeItem(AKString const& item);
 
+  AKGUIDesc* wrapper_;
   bool multipleSelection_ = false;
   int width_ = 0;
   int height_ = 0;

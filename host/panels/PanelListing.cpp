@@ -2,6 +2,8 @@
 
 #include <cstdio>
 
+#include "host/text/DisplayText.h"
+
 namespace host {
 namespace {
 
@@ -12,8 +14,8 @@ std::string ControlLine(HostControl const& control) {
   int y1 = 0;
   control.GetBounds(&x0, &y0, &x1, &y1);
   char text[160];
-  std::snprintf(text, sizeof(text), "  %u  %-10s at (%d, %d), %d by %d", control.id, ControlTypeName(control.Type()),
-                x0, y0, x1 - x0, y1 - y0);
+  std::snprintf(text, sizeof(text), "  %u  %-10s at (%d, %d), %d by %d", control.id, InfoOf(control.Type()).name, x0,
+                y0, x1 - x0, y1 - y0);
   std::string line = text;
   if (control.GetProperty(kAKGUIPropertyHasRange) != 0) {
     double minimum = 0;
@@ -22,7 +24,7 @@ std::string ControlLine(HostControl const& control) {
     std::snprintf(text, sizeof(text), ", %g to %g", minimum, maximum);
     line += text;
   }
-  return line + ": " + control.DisplayedValue().CStr() + "\n";
+  return line + ": " + DisplayText(control.DisplayedValue()) + "\n";
 }
 
 }  // namespace

@@ -1,9 +1,13 @@
 // The general service table.
+#include <algorithm>
 #include <cstdio>
 #include <string_view>
 
 #include "host/Host.h"
+#include "host/UserInterface.h"
 #include "host/tables/TableBuilder.h"
+#include "host/text/DisplayText.h"
+#include "host/text/Localisation.h"
 #include "kit/AKHostServices.h"
 #include "kit/AKValue.h"
 #include "kit/files/AKFileUtils.h"
@@ -26,10 +30,25 @@ AKFilePath const& GetStandardPath(unsigned int kind) {
   return kind == 0 ? temporary : none;
 }
 
-void LocaleSetDomain(char const* domain) { Host::Instance().localeDomain = domain != nullptr ? domain : ""; }
+void LocaleSetDomain(char const* domain) { Localisation::Instance().SetDomain(domain != nullptr ? domain : ""); }
+char const* LocaleGetString(char const* text) { return Localisation::Instance().ForBundle(text); }
 
-// This host has no catalogues: a text stands for itself.
-char const* LocaleGetString(char const* text) { return text; }
+// The texts of the file dialogs are a title and a list of extensions such as "akd;png". Their result is 1 when the user
+// chose, else 0.
+template <bool (UserInterface::*choose)(AKFilePath*, std::string const&, std::string const&)>
+int ChooseFile(AKFilePath& path, AKString const& title, AKString const& extensions) {
+  UserInterface* const interface = Host::Instance().userInterface;
+  return interface != nullptr && (interface->*choose)(&path, DisplayText(title), DisplayText(extensions)) ? 1 : 0;
+}
+
+// Of the progress window the command is 0 to show it and 1 to close it; the fraction runs from 0 to 1. The result is 1
+// when the user wants the work to stop, else 0.
+int ShowProgress(unsigned int command, double fraction, AKString const& text) {
+  constexpr double kClose = 2;  // beyond the end
+  UserInterface* const interface = Host::Instance().userInterface;
+  if (interface == nullptr) return 0;
+  return interface->ShowProgress(command == 0 ? std::clamp(fraction, 0.0, 1.0) : kClose, DisplayText(text)) ? 1 : 0;
+}
 
 void LogMessage(char const* line) {
   Host& host = Host::Instance();
@@ -49,7 +68,9 @@ TableBuilder MakeTable() {
   table.Plain(kAKServiceLocaleSetDomain, &LocaleSetDomain);
   table.Plain(kAKServiceLocaleGetString, &LocaleGetString);
   table.Plain(kAKServiceLogMessage, &LogMessage);
-  // The three dialogs need a window; without one their entries stay null.
+  table.Plain(kAKServiceDialogSaveFile, &ChooseFile<&UserInterface::ChooseFileToSave>);
+  table.Plain(kAKServiceDialogOpenFile, &ChooseFile<&UserInterface::ChooseFileToOpen>);
+  table.Plain(kAKServiceWindowProgress, &ShowProgress);
   return table;
 }
 

@@ -2,8 +2,11 @@
 #include <gtest/gtest.h>
 
 #include "host/Host.h"
+#include "host/UserInterface.h"
 #include "host/panels/HostPanel.h"
 #include "kit/AKGUIDesc.h"
+#include "kit/AKHostServices.h"
+#include "kit/AKObject.h"
 
 namespace host {
 namespace {
@@ -68,6 +71,141 @@ TEST_F(PanelTest, Values_ThroughTheTables_AreWhatWasSet) {
   panel.SetMenuItem(1, "two");
   EXPECT_EQ(panel.GetMenuIndex(1), 1U);
   EXPECT_EQ(panel.DescID(), 5U);
+}
+
+TEST_F(PanelTest, EveryType_SaysWhatItOffers) {
+  const struct {
+    const char* type;
+    unsigned int number;
+    const char* features;  // value, range, title, items, icon
+  } cases[] = {{"StaticText", 1, "t"}, {"EditNum", 2, "v"}, {"Slider", 3, "vr"}, {"CheckBox", 4, "vt"},
+               {"PopUp", 5, "vi"},     {"Button", 6, "tx"}, {"Color", 7, "v"},   {"EditText", 8, "v"}};
+  for (auto const& c : cases) {
+    AKGUIDesc panel;
+    panel.NewController("-id:1 -type:%s", c.type);
+    std::string features;
+    if (panel.HasFeatureValue(1)) features += 'v';
+    if (panel.HasFeatureRange(1)) features += 'r';
+    if (panel.HasFeatureTitle(1)) features += 't';
+    if (panel.HasFeatureItems(1)) features += 'i';
+    if (panel.HasFeatureIcon(1)) features += 'x';
+    EXPECT_EQ(features, c.features) << c.type;
+    EXPECT_EQ(panel.CtrlType(1), c.number);
+  }
+  EXPECT_TRUE(log_.empty());
+}
+
+TEST_F(PanelTest, Enter_TakesWhatAUserMayType) {
+  const struct {
+    const char* description;
+    const char* text;
+    bool taken;
+    const char* shown;
+  } cases[] = {
+      {"-type:EditNum -prec:2", "0.125", true, "0.13|0.12"},
+      {"-type:EditNum -prec:1 -value:3", "three", false, "3.0"},
+      {"-type:EditNum -prec:0 -range:(-5;5)", "-17", true, "-5"},
+      {"-type:EditNum -value:1", "inf", false, "1.00"},
+      {"-type:Slider -range:(10;20) -value:12", "90", true, "20.000000"},
+      {"-type:Slider", "1.7", true, "1.000000"},
+      {"-type:CheckBox", "on", true, "on"},
+      {"-type:CheckBox -value:yes", "0", true, "off"},
+      {"-type:CheckBox", "maybe", false, "off"},
+      {"-type:PopUp -items:\"red;light blue;2\"", "light blue", true, "light blue"},
+      {"-type:PopUp -items:\"red;light blue;2\"", "2", true, "2"},
+      {"-type:PopUp -items:\"red;blue\"", "1", true, "blue"},
+      {"-type:PopUp -items:\"red;blue\" -value:blue", "2", false, "blue"},
+      {"-type:Color", "(1;2;3;4)", true, "(001;002;003;004)"},
+      {"-type:Color", "FF8000", true, "(255;128;000;255)"},
+      {"-type:Color -value:\"(1;2;3)\"", "pink", false, "(001;002;003;255)"},
+      {"-type:EditText", "two words", true, "two words"},
+      {"-type:Button -title:\"Press me\"", "", true, "Press me"},
+      {"-type:StaticText -title:fixed", "other", false, "fixed"},
+  };
+  for (auto const& c : cases) {
+    HostControl control{AKString(c.description)};
+    EXPECT_EQ(control.Enter(c.text), c.taken) << c.description << " " << c.text;
+    const std::string shown = control.DisplayedValue().CStr();
+    EXPECT_NE(("|" + std::string(c.shown) + "|").find("|" + shown + "|"), std::string::npos) << shown;
+  }
+  EXPECT_TRUE(log_.empty()) << log_[0];
+}
+
+TEST_F(PanelTest, ValueSetAsTime_IsShownAndEnteredAsTime) {
+  HostControl control{AKString("-type:EditNum -prec:0")};
+  control.SetValueAsTimeHMS(3725);
+  EXPECT_TRUE(control.DisplayedValue() == "1:02:05");
+  EXPECT_TRUE(control.Enter("2:30"));
+  EXPECT_EQ(control.GetValueAsFloat64(), 150);
+}
+
+// Answers a dialog by pressing control 1, and closing with 7 from the object's own hand.
+struct Answering final : UserInterface {
+  bool ChooseFileToSave(AKFilePath* path, std::string const&, std::string const&) override {
+    path->SetFileName("chosen.akd");
+    return true;
+  }
+  bool ChooseFileToOpen(AKFilePath*, std::string const&, std::string const&) override { return false; }
+  bool ShowProgress(double fraction, std::string const& text) override {
+    progress.push_back(fraction);
+    return text == "enough";
+  }
+  int RunDialog(HostPanel&, std::function<int(AKGUIEvent&)> const& send) override {
+    AKGUIEvent event;
+    event.kind = AKGUIEvent::kControlChanged;
+    event.ctrlID = 1;
+    send(event);
+    return closedWith;
+  }
+  void CloseDialog(HostPanel&, int result) override { closedWith = result; }
+
+  int closedWith = 0;
+  std::vector<double> progress;
+};
+
+// No object of a class is needed to be sent events; the sizes of its member pointers are those of any other.
+struct DialogObject : AKObject {
+  void _PureVirtualMethod() const override {}
+  int TakeEvent(AKGUIDesc& panel, AKGUIEvent& event) {
+    kinds.push_back(event.kind);
+    if (event.kind == AKGUIEvent::kControlChanged) panel.CloseDialog(7);
+    return 0;
+  }
+  std::vector<unsigned int> kinds;
+};
+
+TEST_F(PanelTest, ModalDialog_SendsEventsUntilItIsClosed) {
+  alignas(DialogObject) static unsigned char memory[sizeof(DialogObject)];
+  auto* object = new (memory) DialogObject;  // a plain object is never destroyed
+  AKGUIDesc panel;
+  panel.NewController("-id:1 -type:Button -title:OK");
+  int result = -5;
+  const auto proc = static_cast<AKGUIDesc::ModalProc>(&DialogObject::TakeEvent);
+  EXPECT_EQ(panel.OpenModalDialog(proc, object, &result), -1) << "nobody is there";
+  EXPECT_EQ(result, -5);
+  Answering user;
+  Host::Instance().userInterface = &user;
+  EXPECT_EQ(panel.OpenModalDialog(proc, object, &result), 0);
+  Host::Instance().userInterface = nullptr;
+  EXPECT_EQ(result, 7);
+  EXPECT_EQ(object->kinds, (std::vector<unsigned int>{1, 3}));
+  object->kinds = {};
+}
+
+TEST_F(PanelTest, FilesAndProgress_AreTheUsers) {
+  AKFilePath path("/tmp/first.akd");
+  EXPECT_EQ(AKGUIDialogSaveFile(path, "Save", "akd"), 0);
+  EXPECT_EQ(AKGUIWindowProgress(0, 0.5, "enough"), 0);
+  Answering user;
+  Host::Instance().userInterface = &user;
+  EXPECT_EQ(AKGUIDialogSaveFile(path, "Save", "akd"), 1);
+  EXPECT_TRUE(path.Text() == "/tmp/chosen.akd");
+  EXPECT_EQ(AKGUIDialogOpenFile(path, "Open", ""), 0);
+  EXPECT_EQ(AKGUIWindowProgress(0, 0.5, "more"), 0);
+  EXPECT_EQ(AKGUIWindowProgress(0, 7, "enough"), 1);
+  EXPECT_EQ(AKGUIWindowProgress(1, 0, ""), 0);
+  Host::Instance().userInterface = nullptr;
+  EXPECT_EQ(user.progress, (std::vector<double>{0.5, 1, 2}));
 }
 
 TEST_F(PanelTest, Flags_AreReadModifiedWritten) {

@@ -1,0 +1,94 @@
+#include "host/text/Localisation.h"
+
+#include <libintl.h>
+
+#include <algorithm>
+#include <clocale>
+#include <cstdlib>
+#include <filesystem>
+
+#include "host/text/DisplayText.h"
+
+namespace host {
+namespace {
+
+constexpr char kHostDomain[] = "objecthost";
+
+// The language that the environment asks for, as LANGUAGE takes it: "de_DE" of "de_DE.UTF-8@euro". Empty for none.
+std::string RequestedLanguage() {
+  for (const char* variable : {"LC_ALL", "LC_MESSAGES", "LANG"}) {
+    const char* value = std::getenv(variable);
+    if (value == nullptr || value[0] == '\0') continue;
+    const std::string locale(value);
+    const std::string name = locale.substr(0, locale.find_first_of(".@"));
+    return name == "C" || name == "POSIX" ? std::string() : name;
+  }
+  return {};
+}
+
+// gettext translates nothing in the locale "C", which is also where a language ends up whose locale the machine has not
+// got. C.UTF-8 is always there, and LANGUAGE then says the rest.
+void ChooseLocale() {
+  if (std::setlocale(LC_CTYPE, "") == nullptr) std::setlocale(LC_CTYPE, "C.UTF-8");
+  if (std::setlocale(LC_MESSAGES, "") != nullptr && std::string(std::setlocale(LC_MESSAGES, nullptr)) != "C") return;
+  const std::string language = RequestedLanguage();
+  const char* preferred = std::getenv("LANGUAGE");
+  const bool prefers = preferred != nullptr && preferred[0] != '\0';
+  if (language.empty() && !prefers) return;
+  std::setlocale(LC_MESSAGES, "C.UTF-8");
+  if (!prefers) setenv("LANGUAGE", language.c_str(), 1);
+}
+
+bool HasCatalogue(std::string const& folder, std::string const& domain) {
+  std::error_code error;
+  for (auto const& language : std::filesystem::directory_iterator(folder, error)) {
+    if (std::filesystem::exists(language.path() / "LC_MESSAGES" / (domain + ".mo"), error)) return true;
+  }
+  return false;
+}
+
+}  // namespace
+
+Localisation& Localisation::Instance() {
+  static Localisation localisation;
+  return localisation;
+}
+
+Localisation::Localisation() { ChooseLocale(); }
+
+void Localisation::AddFolder(std::string const& folder) {
+  folders_.push_back(folder);
+  bound_.clear();
+}
+
+void Localisation::Bind(std::string const& domain) {
+  if (std::find(bound_.begin(), bound_.end(), domain) != bound_.end()) return;
+  for (auto folder = folders_.rbegin(); folder != folders_.rend(); ++folder) {
+    if (!HasCatalogue(*folder, domain)) continue;
+    bindtextdomain(domain.c_str(), folder->c_str());
+    bind_textdomain_codeset(domain.c_str(), "UTF-8");
+    break;
+  }
+  bound_.push_back(domain);
+}
+
+void Localisation::SetDomain(std::string const& domain) { domain_ = domain; }
+
+char const* Localisation::ForBundle(char const* text) {
+  // The empty text is gettext's key of a catalogue's header.
+  if (text == nullptr || text[0] == '\0' || domain_.empty()) return text;
+  Bind(domain_);
+  char const* translation = dgettext(domain_.c_str(), text);
+  if (translation == text) return text;
+  std::string& given = given_[domain_ + '\0' + text];
+  if (given.empty()) given = TextForBundles(translation).CStr();
+  return given.c_str();
+}
+
+char const* Localisation::ForHost(char const* text) {
+  if (text[0] == '\0') return text;
+  Bind(kHostDomain);
+  return dgettext(kHostDomain, text);
+}
+
+}  // namespace host
