@@ -3,11 +3,12 @@
 #include <algorithm>
 #include <cstdio>
 #include <filesystem>
-#include <memory>
 #include <system_error>
 
-#include "host/bundles/Bundle.h"
+#include "host/bundles/BundleProbe.h"
+#include "host/bundles/BundleSet.h"
 #include "host/commands/Command.h"
+#include "host/text/Localisation.h"
 
 namespace host {
 namespace {
@@ -15,8 +16,9 @@ namespace {
 void PrintUsage() {
   std::printf(
       "usage: objecthost [--bundle FILE]... [--no-bundles] COMMAND [ARGUMENTS]\n\n"
-      "A host for plug-in bundles. Bundles are loaded from the plugins folder beside the program, or\n"
-      "those named by --bundle alone, or none with --no-bundles.\n\ncommands\n");
+      "A host for plug-in bundles. Bundles are loaded from the folders of OBJECTHOST_PLUGINS, the user's\n"
+      "objecthost/plugins, and the plugins folder beside the program; or those named by --bundle alone,\n"
+      "or none with --no-bundles.\n\ncommands\n");
   for (Command const& command : Commands()) std::printf("  %-10s %s\n", command.name, command.summary);
   std::printf(
       "\n\"objecthost COMMAND --help\" tells more. Exit code 0 is success; 1 is failure, with a line on\n"
@@ -24,14 +26,16 @@ void PrintUsage() {
 }
 
 struct Invocation {
+  bool searches = true;  // the search path, instead of the named bundles
   std::vector<std::string> bundles;
   std::vector<std::string> words;  // of the command, its name first
   bool help = false;
 };
 
+BundleSet* sBundles = nullptr;
+
 // Takes the options in front of the command. False, with one line in `*error`, when they make no sense.
 bool TakeGlobalOptions(std::vector<std::string> const& words, Invocation* invocation, std::string* error) {
-  bool ownBundles = true;
   std::size_t i = 0;
   for (; i < words.size() && words[i].starts_with("-"); ++i) {
     if (words[i] == "--help" || words[i] == "-h") {
@@ -39,9 +43,9 @@ bool TakeGlobalOptions(std::vector<std::string> const& words, Invocation* invoca
       return true;
     }
     if (words[i] == "--no-bundles") {
-      ownBundles = false;
+      invocation->searches = false;
     } else if (words[i] == "--bundle" && i + 1 < words.size()) {
-      ownBundles = false;
+      invocation->searches = false;
       invocation->bundles.push_back(words[++i]);
     } else {
       *error = "unknown option or missing value: \"" + words[i] + "\"; --help tells what there is";
@@ -49,8 +53,25 @@ bool TakeGlobalOptions(std::vector<std::string> const& words, Invocation* invoca
     }
   }
   invocation->words.assign(words.begin() + static_cast<std::ptrdiff_t>(i), words.end());
-  if (ownBundles) invocation->bundles = Program::DefaultBundles();
   return true;
+}
+
+// A bundle that was named has to load; one that was found is skipped with a line on standard error.
+bool LoadBundles(Invocation const& invocation, BundleSet* bundles, std::string* error) {
+  for (std::string const& path : invocation.bundles) {
+    if (!bundles->Load(path, error)) return false;
+  }
+  if (invocation.searches) bundles->LoadFound();
+  for (BundleSet::Skipped const& skipped : bundles->NotLoaded()) {
+    std::fprintf(stderr, "objecthost: skipped: %s\n", skipped.reason.c_str());
+  }
+  return true;
+}
+
+// The catalogues of the host and of the bundles that come with it.
+void AddCatalogues() {
+  const std::filesystem::path prefix = std::filesystem::path(Program::ExecutablePath()).parent_path().parent_path();
+  Localisation::Instance().AddFolder((prefix / "share" / "locale").string());
 }
 
 bool AsksForHelp(std::vector<std::string> const& words) {
@@ -64,25 +85,11 @@ std::string Program::ExecutablePath() {
   return std::filesystem::read_symlink("/proc/self/exe", error).string();
 }
 
-std::vector<std::string> Program::DefaultBundles() {
-  const std::filesystem::path folder = std::filesystem::path(ExecutablePath()).parent_path().parent_path();
-  std::vector<std::string> bundles;
-  for (const char* place : {"plugins", "lib/objecthost/plugins"}) {
-    std::error_code error;
-    for (auto const& entry : std::filesystem::directory_iterator(folder / place, error)) {
-      if (entry.path().extension() == ".so") bundles.push_back(entry.path().string());
-    }
-  }
-  std::sort(bundles.begin(), bundles.end());
-  return bundles;
-}
-
-std::vector<std::string>& Program::BundlePaths() {
-  static std::vector<std::string> paths;
-  return paths;
-}
+BundleSet& Program::Bundles() { return *sBundles; }
 
 int RunProgram(std::vector<std::string> const& words) {
+  AddCatalogues();
+  if (words.size() == 2 && words[0] == "--probe") return RunProbe(words[1]);
   Invocation invocation;
   std::string error;
   if (!TakeGlobalOptions(words, &invocation, &error)) return Fail(error);
@@ -101,15 +108,11 @@ int RunProgram(std::vector<std::string> const& words) {
   // "info" looks at one bundle by itself.
   if (command->run == kInfoCommand.run) return command->run(arguments);
 
-  std::vector<std::unique_ptr<Bundle>> loaded;
-  for (std::string const& path : invocation.bundles) {
-    auto bundle = Bundle::Load(path, &error);
-    if (!bundle) return Fail(error);
-    Program::BundlePaths().push_back(path);
-    loaded.push_back(std::move(bundle));
-  }
+  BundleSet bundles(Program::ExecutablePath());
+  sBundles = &bundles;
+  if (!LoadBundles(invocation, &bundles, &error)) return Fail(error);
   const int code = command->run(arguments);
-  while (!loaded.empty()) loaded.pop_back();  // the last first, as the registry wants it
+  sBundles = nullptr;
   return code;
 }
 

@@ -6,17 +6,15 @@
 
 namespace host {
 
+class BundleSet;
+
 class Program {
  public:
   /// The file of the running program; empty when the system does not tell.
   static std::string ExecutablePath();
 
-  /// Bundles found where the program was built or installed: ../plugins and ../lib/objecthost/plugins beside the folder
-  /// of the executable, every file ending in ".so", by name.
-  static std::vector<std::string> DefaultBundles();
-
-  /// The bundles that are loaded.
-  static std::vector<std::string>& BundlePaths();
+  /// The bundles that are loaded; there while a command runs.
+  static BundleSet& Bundles();
 };
 
 /// Runs objecthost with the words of its command line; returns the exit code.

@@ -8,6 +8,7 @@
 #include <cstring>
 
 #include "host/Program.h"
+#include "host/bundles/BundleSet.h"
 #include "host/commands/Command.h"
 #include "host/commands/CommandLine.h"
 #include "host/document/DemoScene.h"
@@ -38,9 +39,9 @@ bool ReadWhole(std::string const& path, std::string* bytes, std::string* error) 
 // Runs this program again and returns its exit code, or -1 when it could not be run.
 int RunSelf(std::vector<std::string> const& words) {
   std::vector<std::string> all = {Program::ExecutablePath()};
-  for (std::string const& bundle : Program::BundlePaths()) {
+  for (auto const& bundle : Program::Bundles().Loaded()) {
     all.emplace_back("--bundle");
-    all.push_back(bundle);
+    all.push_back(bundle->Path());
   }
   all.insert(all.end(), words.begin(), words.end());
   std::vector<char*> arguments;
@@ -81,7 +82,7 @@ int RunDemo(std::vector<std::string> const& words) {
     return Fail("can't make the folder \"" + folder + "\": " + std::strerror(errno));
   }
   const std::string base = folder + "/scene";
-  for (std::string const& bundle : Program::BundlePaths()) std::printf("Loaded the bundle %s\n", bundle.c_str());
+  for (auto const& bundle : Program::Bundles().Loaded()) std::printf("Loaded the bundle %s\n", bundle->Path().c_str());
   {
     const auto document = MakeDemoScene(&error);
     if (!document) return Fail(error);

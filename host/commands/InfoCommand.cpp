@@ -5,6 +5,7 @@
 #include "host/commands/Command.h"
 #include "host/commands/CommandLine.h"
 #include "host/panels/PanelListing.h"
+#include "host/text/DisplayText.h"
 
 namespace host {
 namespace {
@@ -35,7 +36,7 @@ const char* MethodName(unsigned int slot) {
 }
 
 void PrintRecord(AKClass const& cls) {
-  std::printf("class \"%s\", ID \"%s\", parent \"%s\", %u bytes an instance\n", DisplayName(cls).CStr(),
+  std::printf("class \"%s\", ID \"%s\", parent \"%s\", %u bytes an instance\n", DisplayText(DisplayName(cls)).c_str(),
               cls.classID.chars, cls.parentClassID.chars, cls.instanceSize);
   std::printf("record of %zu bytes\n", sizeof(AKClass));
   std::printf("  %4u  class ID              \"%s\"\n", 0U, cls.classID.chars);
@@ -47,7 +48,7 @@ void PrintRecord(AKClass const& cls) {
   std::printf("  %4u  quick cast, instances %s\n", 48U, cls.instanceQCast != nullptr ? "set" : "none");
   std::printf("  %4u  flags                 0x%02X\n", 56U, cls.flags);
   for (unsigned int i = 0; i < 4; ++i) {
-    std::printf("  %4u  name %u                \"%s\"\n", 64 + 8 * i, i + 1, cls.names[i].CStr());
+    std::printf("  %4u  name %u                \"%s\"\n", 64 + 8 * i, i + 1, DisplayText(cls.names[i]).c_str());
   }
   std::printf("  %4u  comments              \"%s\"\n", 96U, cls.comments.CStr());
   std::printf("  %4u  instance size         %u\n", 104U, cls.instanceSize);

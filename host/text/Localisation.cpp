@@ -34,7 +34,7 @@ void ChooseLocale() {
   const std::string language = RequestedLanguage();
   const char* preferred = std::getenv("LANGUAGE");
   const bool prefers = preferred != nullptr && preferred[0] != '\0';
-  if (language.empty() && !prefers) return;
+  if (language.empty()) return;
   std::setlocale(LC_MESSAGES, "C.UTF-8");
   if (!prefers) setenv("LANGUAGE", language.c_str(), 1);
 }

@@ -1,9 +1,9 @@
 // Translations, through gettext.
 //
 // A text is looked up in a domain; the text itself is the key, and what is shown when there is no translation. The host
-// has a domain of its own, "objecthost"; a bundle has the one that it sets right before its lookups. The catalogues of a
-// domain are searched in the folders that were added, the last first:
-// FOLDER/LANGUAGE/LC_MESSAGES/DOMAIN.mo. The language follows LANGUAGE, LC_ALL, LC_MESSAGES and LANG.
+// has a domain of its own, "objecthost"; a bundle has the one that it sets right before its lookups. The catalogues of
+// a domain are searched in the folders that were added, the last first: FOLDER/LANGUAGE/LC_MESSAGES/DOMAIN.mo. The
+// language follows LANGUAGE, LC_ALL, LC_MESSAGES and LANG.
 #pragma once
 
 #include <string>

@@ -1,12 +1,15 @@
 // Bundles that load, bundles that don't, and what unloading leaves behind.
 #include <gtest/gtest.h>
 #include <malloc.h>
+#include <unistd.h>
 
-#include <cstdio>
+#include <cstdlib>
+#include <filesystem>
 #include <fstream>
 #include <sstream>
 
-#include "host/bundles/Bundle.h"
+#include "host/bundles/BundleProbe.h"
+#include "host/bundles/BundleSet.h"
 
 namespace host {
 namespace {
@@ -49,6 +52,60 @@ TEST(BundleTest, Load_WhatIsNoBundle_SaysWhy) {
     EXPECT_NE(error.find(c.reason), std::string::npos) << error;
     EXPECT_EQ(error.find('\n'), std::string::npos) << error;
   }
+}
+
+TEST(BundleProbeTest, Probe_TellsWhatABundleDoes) {
+  const std::string folder = AK_TEST_BUNDLES;
+  const struct {
+    std::string path;
+    const char* reason;  // null for a bundle that can be used
+  } cases[] = {
+    {AK_BUNDLE, nullptr},
+    {folder + "/missing.so", "No such file"},
+    {folder + "/Refuses.so", "returned status -4321"},
+#if !defined(AK_SANITIZED)  // a sanitizer turns the crash into an exit
+    {folder + "/Crashes.so", "crashes: Segmentation fault"},
+#endif
+    {folder + "/Crashes.so", "Crashes.so"}
+  };
+  for (const auto& c : cases) {
+    std::string error;
+    EXPECT_EQ(ProbeBundle(AK_OBJECTHOST, c.path, kProbeLimit, &error), c.reason == nullptr) << c.path << error;
+    if (c.reason != nullptr) {
+      EXPECT_NE(error.find(c.reason), std::string::npos) << error;
+    }
+    EXPECT_EQ(error.find('\n'), std::string::npos) << error;
+  }
+  std::string error;
+  EXPECT_FALSE(ProbeBundle(AK_OBJECTHOST, folder + "/Hangs.so", std::chrono::milliseconds(400), &error));
+  EXPECT_NE(error.find("hangs: it was not done after 0.40 seconds"), std::string::npos) << error;
+  EXPECT_FALSE(ProbeBundle("/no/such/host", AK_BUNDLE, kProbeLimit, &error));
+}
+
+TEST(BundleSetTest, SearchPath_SkipsWhatIsBroken) {
+  // The folders of the variable come first, and a name that was found hides the same name behind it.
+  const std::string folder = testing::TempDir() + "bundles" + std::to_string(getpid());
+  std::filesystem::create_directories(folder);
+  std::filesystem::copy(AK_BUNDLE, folder + "/StdRectangle.so");
+  std::filesystem::copy(std::string(AK_TEST_BUNDLES) + "/Refuses.so", folder + "/ARefuses.so");
+  std::ofstream(folder + "/text.so") << "no library";
+  std::ofstream(folder + "/readme.txt") << "not looked at";
+  setenv("OBJECTHOST_PLUGINS", ("/no/such/folder::" + folder).c_str(), 1);
+  {
+    BundleSet bundles(AK_OBJECTHOST);
+    bundles.LoadFound();
+    ASSERT_EQ(bundles.Loaded().size(), 1U);
+    EXPECT_EQ(bundles.Loaded()[0]->Path(), folder + "/StdRectangle.so");
+    ASSERT_EQ(bundles.NotLoaded().size(), 2U);
+    EXPECT_EQ(bundles.NotLoaded()[0].path, folder + "/ARefuses.so");
+    EXPECT_EQ(bundles.NotLoaded()[1].path, folder + "/text.so");
+    std::string error;
+    EXPECT_FALSE(bundles.Load(AK_BUNDLE, &error)) << "the class is there already";
+    EXPECT_NE(Host::Instance().Classes().Find(AKClassID("stdRect")), nullptr);
+  }
+  EXPECT_EQ(Host::Instance().Classes().Find(AKClassID("stdRect")), nullptr);
+  unsetenv("OBJECTHOST_PLUGINS");
+  std::filesystem::remove_all(folder);
 }
 
 TEST(BundleTest, LoadAndUnload_HundredTimes_LeavesNothing) {

@@ -1,0 +1,20 @@
+// Tries a bundle in a process of its own, so that one that crashes or hangs does not take the host with it.
+#pragma once
+
+#include <chrono>
+#include <string>
+
+namespace host {
+
+inline constexpr std::chrono::seconds kProbeLimit{30};
+
+/// Starts `program`, an objecthost, to load the bundle, make an object of each of its classes, draw it, write and read
+/// it, and fill its panel. False, with one line in `*error` that says why, when the bundle can't be used: it crashed,
+/// took longer than `limit`, or would not load. The bundle's own output is dropped.
+bool ProbeBundle(std::string const& program, std::string const& bundle, std::chrono::milliseconds limit,
+                 std::string* error);
+
+/// What the process does. Returns its exit code, 0 for a bundle that can be used, and prints the reason otherwise.
+int RunProbe(std::string const& bundle);
+
+}  // namespace host

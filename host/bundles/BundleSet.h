@@ -1,0 +1,53 @@
+// The bundles of a running host.
+//
+// Each is tried in a process of its own before it is loaded (BundleProbe.h). Bundles are searched in these folders, in
+// this order; a file of a name that an earlier folder has is left out:
+//
+//   the folders of the environment variable OBJECTHOST_PLUGINS, separated by ":"
+//   objecthost/plugins in the user's data folder
+//   ../plugins and ../lib/objecthost/plugins beside the folder of the program
+//
+// The set unloads the last first; documents with objects of the bundles' classes must be gone before.
+#pragma once
+
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "host/bundles/Bundle.h"
+
+namespace host {
+
+class BundleSet {
+ public:
+  struct Skipped {
+    std::string path;
+    std::string reason;  ///< one line
+  };
+
+  /// `program` is the objecthost that tries bundles; empty to load them untried.
+  explicit BundleSet(std::string program) : program_(std::move(program)) {}
+  BundleSet(BundleSet const&) = delete;
+  BundleSet& operator=(BundleSet const&) = delete;
+  ~BundleSet();
+
+  /// False, with one line in `*error`, when the bundle can't be used.
+  bool Load(std::string const& path, std::string* error);
+  /// Loads every bundle of the search path; those that can't be used are skipped.
+  void LoadFound();
+
+  std::vector<std::unique_ptr<Bundle>> const& Loaded() const { return loaded_; }
+  std::vector<Skipped> const& NotLoaded() const { return skipped_; }
+
+  /// The search path; folders need not exist.
+  std::vector<std::string> Folders() const;
+  /// The files ending in ".so" along the search path, those of a folder by name.
+  std::vector<std::string> Find() const;
+
+ private:
+  std::string program_;
+  std::vector<std::unique_ptr<Bundle>> loaded_;
+  std::vector<Skipped> skipped_;
+};
+
+}  // namespace host
