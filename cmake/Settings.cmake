@@ -5,25 +5,35 @@ find_package(PNG REQUIRED)
 pkg_check_modules(CAIRO REQUIRED IMPORTED_TARGET cairo)
 
 add_library(ak_settings INTERFACE)
-target_include_directories(ak_settings INTERFACE ${PROJECT_SOURCE_DIR} ${PROJECT_SOURCE_DIR}/platform/include)
-target_compile_options(ak_settings INTERFACE -Wall -Wextra -Wpedantic -Wshadow -Wnon-virtual-dtor -Woverloaded-virtual)
+target_include_directories(ak_settings INTERFACE
+  $<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}> $<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}/platform/include>
+  $<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}/akkit>
+  $<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}/akkit/platform>)
+target_compile_features(ak_settings INTERFACE cxx_std_20)
 target_link_libraries(ak_settings INTERFACE Threads::Threads)
+
+# Adds options for the project's own sources; what is installed does not carry them.
+function(ak_compile_options)
+  foreach(option ${ARGN})
+    target_compile_options(ak_settings INTERFACE $<BUILD_INTERFACE:${option}>)
+  endforeach()
+endfunction()
+ak_compile_options(-Wall -Wextra -Wpedantic -Wshadow -Wnon-virtual-dtor -Woverloaded-virtual)
 
 # A unique symbol pins the library that defines it for the life of the process; a bundle has to unload.
 if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
   # g++ 12 warns of copies that overlap inside its own std::string (its bug 105329) and of comparisons of half the
   # address space inside its own std::vector.
-  target_compile_options(ak_settings INTERFACE -fno-gnu-unique -Wno-restrict -Wno-stringop-overread)
+  ak_compile_options(-fno-gnu-unique -Wno-restrict -Wno-stringop-overread)
 endif()
 if(AK_WERROR)
-  target_compile_options(ak_settings INTERFACE -Werror)
+  ak_compile_options(-Werror)
 endif()
 if(AK_SANITIZE)
-  target_compile_options(ak_settings INTERFACE -fsanitize=${AK_SANITIZE} -fno-omit-frame-pointer
-                                               -fno-sanitize-recover=all)
+  ak_compile_options(-fsanitize=${AK_SANITIZE} -fno-omit-frame-pointer -fno-sanitize-recover=all)
   target_link_options(ak_settings INTERFACE -fsanitize=${AK_SANITIZE})
   target_compile_definitions(ak_settings INTERFACE AK_SANITIZED)
 endif()
 if(AK_FUZZ)
-  target_compile_options(ak_settings INTERFACE -fsanitize=fuzzer-no-link)
+  ak_compile_options(-fsanitize=fuzzer-no-link)
 endif()

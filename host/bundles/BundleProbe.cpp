@@ -115,7 +115,8 @@ bool ProbeBundle(std::string const& program, std::string const& bundle, std::chr
     return false;
   }
   if (WEXITSTATUS(status) == 0) return true;
-  *error = said.empty() ? name + " ended the process with code " + std::to_string(WEXITSTATUS(status)) : FirstLine(said);
+  *error =
+      said.empty() ? name + " ended the process with code " + std::to_string(WEXITSTATUS(status)) : FirstLine(said);
   return false;
 }
 

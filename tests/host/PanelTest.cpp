@@ -4,9 +4,9 @@
 #include "host/Host.h"
 #include "host/UserInterface.h"
 #include "host/panels/HostPanel.h"
+#include "kit/AKClass.h"
 #include "kit/AKGUIDesc.h"
 #include "kit/AKHostServices.h"
-#include "kit/AKObject.h"
 
 namespace host {
 namespace {
@@ -163,8 +163,8 @@ struct Answering final : UserInterface {
   std::vector<double> progress;
 };
 
-// No object of a class is needed to be sent events; the sizes of its member pointers are those of any other.
 struct DialogObject : AKObject {
+  AK_OBJECT_MEMORY
   void _PureVirtualMethod() const override {}
   int TakeEvent(AKGUIDesc& panel, AKGUIEvent& event) {
     kinds.push_back(event.kind);
@@ -175,21 +175,23 @@ struct DialogObject : AKObject {
 };
 
 TEST_F(PanelTest, ModalDialog_SendsEventsUntilItIsClosed) {
-  alignas(DialogObject) static unsigned char memory[sizeof(DialogObject)];
-  auto* object = new (memory) DialogObject;  // a plain object is never destroyed
+  AKClassInfo info;
+  info.classID = AKClassID("dialog");
+  info.className = "Dialog";
+  const AKClass record(info, false, kAKNullClassQCast);
+  const std::unique_ptr<DialogObject> object(new (_AKClassObjectAlloc(&record, sizeof(DialogObject))) DialogObject);
   AKGUIDesc panel;
   panel.NewController("-id:1 -type:Button -title:OK");
   int result = -5;
   const auto proc = static_cast<AKGUIDesc::ModalProc>(&DialogObject::TakeEvent);
-  EXPECT_EQ(panel.OpenModalDialog(proc, object, &result), -1) << "nobody is there";
+  EXPECT_EQ(panel.OpenModalDialog(proc, object.get(), &result), -1) << "nobody is there";
   EXPECT_EQ(result, -5);
   Answering user;
   Host::Instance().userInterface = &user;
-  EXPECT_EQ(panel.OpenModalDialog(proc, object, &result), 0);
+  EXPECT_EQ(panel.OpenModalDialog(proc, object.get(), &result), 0);
   Host::Instance().userInterface = nullptr;
   EXPECT_EQ(result, 7);
   EXPECT_EQ(object->kinds, (std::vector<unsigned int>{1, 3}));
-  object->kinds = {};
 }
 
 TEST_F(PanelTest, FilesAndProgress_AreTheUsers) {

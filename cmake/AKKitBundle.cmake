@@ -1,0 +1,16 @@
+# akkit_add_bundle(NAME SOURCE...): a plug-in bundle NAME.so.
+#
+# A bundle exports pluginMain and nothing else, and has no unique symbols, which would keep it from being unloaded. It
+# is linked with its own copy of the kit.
+function(akkit_add_bundle name)
+  add_library(${name} MODULE ${ARGN})
+  target_link_libraries(${name} PRIVATE AKKit::Graphics)
+  set_target_properties(${name} PROPERTIES
+    PREFIX ""
+    CXX_VISIBILITY_PRESET hidden
+    VISIBILITY_INLINES_HIDDEN ON
+    LINK_DEPENDS ${AKKit_EXPORTS})
+  target_compile_options(${name} PRIVATE $<$<CXX_COMPILER_ID:GNU>:-fno-gnu-unique>)
+  target_link_options(${name} PRIVATE
+    -Wl,--version-script=${AKKit_EXPORTS} -Wl,--exclude-libs,ALL -Wl,--gc-sections -Wl,-z,defs)
+endfunction()

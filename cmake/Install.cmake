@@ -1,0 +1,42 @@
+# What plug-in authors get: the kit's libraries and headers, a CMake package "AKKit" with the targets AKKit::Platform,
+# AKKit::Kit and AKKit::Graphics and the function akkit_add_bundle, a pkg-config file "akkit"; and the host with its
+# bundle.
+include(CMakePackageConfigHelpers)
+
+set(include_folder ${CMAKE_INSTALL_INCLUDEDIR}/akkit)
+set(package_folder ${CMAKE_INSTALL_LIBDIR}/cmake/AKKit)
+
+set_target_properties(ak_platform PROPERTIES EXPORT_NAME Platform)
+set_target_properties(ak_kit PROPERTIES EXPORT_NAME Kit OUTPUT_NAME AKKit)
+set_target_properties(ak_graphics PROPERTIES EXPORT_NAME Graphics OUTPUT_NAME AKGraphics)
+set_target_properties(ak_settings PROPERTIES EXPORT_NAME Settings)
+
+install(TARGETS ak_settings ak_platform ak_kit ak_graphics EXPORT AKKitTargets
+  LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR}
+  ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR})
+install(EXPORT AKKitTargets NAMESPACE AKKit:: DESTINATION ${package_folder})
+
+# A header of the name *_p.h is the project's own.
+install(DIRECTORY kit graphics DESTINATION ${include_folder}
+  FILES_MATCHING PATTERN "*.h" PATTERN "*_p.h" EXCLUDE)
+install(DIRECTORY platform/include/ DESTINATION ${include_folder}/platform FILES_MATCHING PATTERN "*.h")
+install(FILES cmake/exports.map DESTINATION ${CMAKE_INSTALL_DATADIR}/akkit)
+
+configure_package_config_file(cmake/AKKitConfig.cmake.in ${CMAKE_BINARY_DIR}/AKKitConfig.cmake
+  INSTALL_DESTINATION ${package_folder}
+  PATH_VARS CMAKE_INSTALL_DATADIR)
+write_basic_package_version_file(${CMAKE_BINARY_DIR}/AKKitConfigVersion.cmake COMPATIBILITY SameMajorVersion)
+install(FILES ${CMAKE_BINARY_DIR}/AKKitConfig.cmake ${CMAKE_BINARY_DIR}/AKKitConfigVersion.cmake cmake/AKKitBundle.cmake
+  DESTINATION ${package_folder})
+
+configure_file(cmake/akkit.pc.in ${CMAKE_BINARY_DIR}/akkit.pc @ONLY)
+install(FILES ${CMAKE_BINARY_DIR}/akkit.pc DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
+
+# The program and the bundle find the native layer by where they lie themselves, so the whole tree may be moved.
+set(plugin_folder lib/objecthost/plugins)
+file(RELATIVE_PATH from_program /${CMAKE_INSTALL_BINDIR} /${CMAKE_INSTALL_LIBDIR})
+file(RELATIVE_PATH from_plugins /${plugin_folder} /${CMAKE_INSTALL_LIBDIR})
+set_target_properties(objecthost PROPERTIES INSTALL_RPATH "$ORIGIN/${from_program}")
+set_target_properties(StdRectangle PROPERTIES INSTALL_RPATH "$ORIGIN/${from_plugins}")
+install(TARGETS objecthost RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
+install(TARGETS StdRectangle LIBRARY DESTINATION ${plugin_folder})
