@@ -111,9 +111,7 @@ CGContextRef CGBitmapContextCreate(void* data, size_t width, size_t height, size
                                                                                 CAIRO_FORMAT_ARGB32, w, h,
                                                                                 static_cast<int>(bytesPerRow)));
   if (cairo_surface_status(surface.get()) != CAIRO_STATUS_SUCCESS) return nullptr;
-  platform::CairoContext cairo(cairo_create(surface.get()));
-  if (cairo_status(cairo.get()) != CAIRO_STATUS_SUCCESS) return nullptr;
-
+  platform::LazyCairo cairo(surface.get());
   std::unique_ptr<BitmapTarget> target;
   if (shadowed) {
     target = std::make_unique<ShadowedTarget>(info, std::move(surface));

@@ -26,18 +26,12 @@ void SetPattern(platform::Paint* paint, CGPatternRef pattern, const CGFloat* com
 
 }  // namespace
 
-CGContext::CGContext(platform::CairoContext cairoContext, std::unique_ptr<platform::DrawingTarget> drawingTarget,
+CGContext::CGContext(platform::LazyCairo cairoContext, std::unique_ptr<platform::DrawingTarget> drawingTarget,
                      CGAffineTransform toDevice)
     : cairo(std::move(cairoContext)),
       target(std::move(drawingTarget)),
       baseToDevice(toDevice),
-      path(CGPathCreateMutable()) {
-  // cairo's own defaults happen to be these, or not to matter; they are stated so that no release can change them.
-  cairo_set_miter_limit(cairo.get(), 10.0);
-  cairo_set_tolerance(cairo.get(), 0.1);
-  cairo_set_operator(cairo.get(), CAIRO_OPERATOR_OVER);
-  cairo_identity_matrix(cairo.get());
-}
+      path(CGPathCreateMutable()) {}
 
 CGContext::~CGContext() { CGPathRelease(path); }
 

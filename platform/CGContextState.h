@@ -15,6 +15,7 @@
 #include "platform/CGPathValue.h"
 #include "platform/CGPatternValue.h"
 #include "platform/CairoHandles.h"
+#include "platform/LazyCairo.h"
 #include "platform/NativeObject.h"
 #include "platform/NativeRef.h"
 
@@ -81,13 +82,13 @@ struct GraphicsState {
 }  // namespace platform
 
 struct CGContext final : platform::NativeObject {
-  CGContext(platform::CairoContext cairoContext, std::unique_ptr<platform::DrawingTarget> drawingTarget,
+  CGContext(platform::LazyCairo cairoContext, std::unique_ptr<platform::DrawingTarget> drawingTarget,
             CGAffineTransform toDevice);
   ~CGContext() override;
 
   CGAffineTransform UserToDevice() const { return CGAffineTransformConcat(state.matrix, baseToDevice); }
 
-  platform::CairoContext cairo;
+  platform::LazyCairo cairo;
   std::unique_ptr<platform::DrawingTarget> target;
   CGAffineTransform baseToDevice;
   platform::GraphicsState state;

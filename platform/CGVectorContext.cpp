@@ -54,7 +54,8 @@ CGContextRef CreatePage(CreateSurface create, double width, double height, CGVec
   cairo_surface_set_user_data(surface.get(), &kWriterKey, writer.release(), &DeleteWriter);
   platform::CairoContext cairo(cairo_create(surface.get()));
   const PixelBox bounds{0, 0, static_cast<int>(std::ceil(width)), static_cast<int>(std::ceil(height))};
-  return new CGContext(std::move(cairo), std::make_unique<PlainTarget>(bounds, true), {1, 0, 0, -1, 0, height});
+  return new CGContext(platform::LazyCairo(std::move(cairo)), std::make_unique<PlainTarget>(bounds, true),
+                       {1, 0, 0, -1, 0, height});
 }
 
 }  // namespace
@@ -90,7 +91,7 @@ CGContextRef CGContextCreateOverCairo(struct _cairo* cairo, CGFloat width, CGFlo
   cairo_clip_extents(cairo, &x0, &y0, &x1, &y1);
   const PixelBox bounds{static_cast<int>(std::floor(x0)), static_cast<int>(std::floor(y0)),
                         static_cast<int>(std::ceil(x1)), static_cast<int>(std::ceil(y1))};
-  auto* context = new CGContext(platform::CairoContext(cairo_reference(cairo)),
+  auto* context = new CGContext(platform::LazyCairo(platform::CairoContext(cairo_reference(cairo))),
                                 std::make_unique<PlainTarget>(bounds, false), toDevice);
   return context;
 }

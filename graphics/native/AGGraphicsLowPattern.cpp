@@ -10,7 +10,21 @@
 namespace AGGraphicsLow {
 namespace {
 
-constexpr double kCellSide = 8;
+constexpr int kCellSide = 8;
+
+// Fills the squares of one colour; those of a row that follow each other are filled at once.
+void FillSquares(CGContextRef context, PatternRecord const& record, bool ofColor1) {
+  for (int y = 0; y < kCellSide; ++y) {
+    const unsigned int bits = ofColor1 ? record.rows[y] : ~record.rows[y] & 0xFFU;
+    const auto isSet = [bits](int x) { return (bits >> (7 - x) & 1) != 0; };
+    for (int x = 0; x < kCellSide; ++x) {
+      if (!isSet(x)) continue;
+      const int first = x;
+      while (x + 1 < kCellSide && isSet(x + 1)) ++x;
+      CGContextFillRect(context, CGRectMake(first, y, x + 1 - first, 1));
+    }
+  }
+}
 
 }  // namespace
 
@@ -22,18 +36,16 @@ PatternRecord MakePatternRecord(AGBrush const& brush, double colorFactor) {
   return record;
 }
 
-// The squares of a row that follow each other in one colour are filled at once.
 void _LowCGPatternCallback(void* info, CGContext* context) {
   auto const& record = *static_cast<PatternRecord const*>(info);
-  for (int y = 0; y < 8; ++y) {
-    const unsigned int bits = record.rows[y];
-    const auto isSet = [bits](int x) { return (bits >> (7 - x) & 1) != 0; };
-    for (int x = 0, end = 0; x < 8; x = end) {
-      while (end < 8 && isSet(end) == isSet(x)) ++end;
-      SetFillColor(context, isSet(x) ? record.color : record.color2);
-      CGContextFillRect(context, CGRectMake(x, y, end - x, 1));
-    }
+  SetFillColor(context, record.color2);
+  if (record.color.Alpha() == 255) {
+    CGContextFillRect(context, CGRectMake(0, 0, kCellSide, kCellSide));  // colour 1 covers its squares wholly
+  } else {
+    FillSquares(context, record, false);
   }
+  SetFillColor(context, record.color);
+  FillSquares(context, record, true);
 }
 
 CGPatternRef NewPattern(PatternRecord* record) {
