@@ -34,8 +34,6 @@ class Host {
   unsigned int quietCount = 0;
   /// The person to ask on behalf of a bundle; null when there is none. Not owned.
   UserInterface* userInterface = nullptr;
-  /// What the last inspector event or handler call named the change.
-  AKString actionName;
 
  private:
   Host();

@@ -9,6 +9,7 @@ ClassRegistry::ClassRegistry() {
   AddOwn("_shape", "_object", "AKObjectShape");
   AddOwn("_symbol", "_shape", "AKObjectSymbol");
   AddOwn("_syVect", "_symbol", "AKObjectSymbolVect");
+  AddOwn("_layer", "_object", "AKObjectLayer");
 }
 
 void ClassRegistry::AddOwn(const char* id, const char* parent, const char* name) {

@@ -84,9 +84,9 @@ int RunDemo(std::vector<std::string> const& words) {
   const std::string base = folder + "/scene";
   for (auto const& bundle : Program::Bundles().Loaded()) std::printf("Loaded the bundle %s\n", bundle->Path().c_str());
   {
-    const auto document = MakeDemoScene(&error);
-    if (!document) return Fail(error);
-    if (!SaveScene(*document, base, &error)) return Fail(error);
+    const auto session = MakeDemoScene(&error);
+    if (!session) return Fail(error);
+    if (!SaveScene(session->Doc(), base, &error)) return Fail(error);
     std::printf("Drew the scene into %s.png (.pdf, .svg), saved it as %s.akd, and closed it.\n", base.c_str(),
                 base.c_str());
   }
@@ -104,7 +104,7 @@ int RunVerify(std::vector<std::string> const& words) {
   std::string const& path = line.Positional()[0];
   const auto document = ReadDocument(path, &error);
   if (!document) return Fail(error);
-  std::string report = "  " + path + " opened: " + std::to_string(document->Objects().size()) + " objects\n";
+  std::string report = "  " + path + " opened: " + std::to_string(document->ObjectCount()) + " objects\n";
   if (line.Has("listing")) {
     std::string expected;
     if (!ReadWhole(line.Value("listing", ""), &expected, &error)) return Fail(error);

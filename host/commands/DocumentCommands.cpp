@@ -8,35 +8,39 @@
 #include "host/document/DocumentDrawing.h"
 #include "host/document/DocumentFile.h"
 #include "host/document/DocumentListing.h"
+#include "host/document/DocumentSession.h"
 #include "host/document/ObjectProperties.h"
 
 namespace host {
 namespace {
 
-// A document and one object of it, named by an index.
-struct Selection {
-  std::unique_ptr<Document> document;
-  DocumentObject* object = nullptr;
+// A document and one object of it, named by a number.
+struct Target {
+  std::unique_ptr<DocumentSession> session;
+  ObjectID id = kNoObjectID;
+
+  DocumentObject const& Object() const { return *session->Doc().Find(id); }
 };
 
-bool Select(std::string const& path, std::string const& indexText, Selection* selection, std::string* error) {
-  std::size_t index = 0;
-  if (!ParseIndex(indexText, &index)) {
-    *error = "\"" + indexText + "\" is no object number";
+bool Find(std::string const& path, std::string const& numberText, Target* target, std::string* error) {
+  std::size_t number = 0;
+  if (!ParseIndex(numberText, &number)) {
+    *error = "\"" + numberText + "\" is no object number";
     return false;
   }
-  selection->document = ReadDocument(path, error);
-  if (!selection->document) return false;
-  auto& objects = selection->document->Objects();
-  if (index >= objects.size()) {
-    *error = "\"" + path + "\" has no object " + indexText + "; it has " + std::to_string(objects.size());
+  target->session = DocumentSession::Open(path, error);
+  if (!target->session) return false;
+  Document const& document = target->session->Doc();
+  if (number >= document.ObjectCount()) {
+    *error = "\"" + path + "\" has no object " + numberText + "; it has " + std::to_string(document.ObjectCount());
     return false;
   }
-  selection->object = &objects[index];
+  target->id = document.ObjectAt(number).id;
   return true;
 }
 
-bool SetAll(DocumentObject* object, std::vector<std::string> const& assignments, std::string* error) {
+bool SetAll(DocumentSession* session, ObjectID id, std::vector<std::string> const& assignments, std::string* error) {
+  std::vector<std::pair<std::string, std::string>> pairs;
   for (std::string const& assignment : assignments) {
     std::string name;
     std::string value;
@@ -44,9 +48,9 @@ bool SetAll(DocumentObject* object, std::vector<std::string> const& assignments,
       *error = "\"" + assignment + "\" is not of the form NAME=VALUE";
       return false;
     }
-    if (!SetProperty(object, name, value, error)) return false;
+    pairs.emplace_back(name, value);
   }
-  return true;
+  return pairs.empty() || session->SetProperties({id}, pairs, error);
 }
 
 bool ParseScale(CommandLine const& line, double* scale, std::string* error) {
@@ -74,7 +78,7 @@ int RunNew(std::vector<std::string> const& words) {
     channels[i] = static_cast<unsigned char>(background[i]);
   }
   Document document({size[0], size[1]});
-  document.SetBackground({channels[0], channels[1], channels[2]});
+  document.SetPage(document.Page(), {channels[0], channels[1], channels[2]});
   return WriteDocument(document, line.Positional()[0], &error) ? 0 : Fail(error);
 }
 
@@ -82,23 +86,19 @@ int RunAdd(std::vector<std::string> const& words) {
   CommandLine line({"args", "bounds", "angle", "set"}, {});
   std::string error;
   if (!line.Parse(words, 2, 2, &error)) return Fail(error);
-  auto document = ReadDocument(line.Positional()[0], &error);
-  if (!document) return Fail(error);
-  DocumentObject* object =
-      document->Add(AKClassID(line.Positional()[1].c_str()), line.Value("args", "-default"), &error);
-  if (object == nullptr) return Fail(error);
-
-  std::vector<double> bounds;
+  const auto session = DocumentSession::Open(line.Positional()[0], &error);
+  if (!session) return Fail(error);
+  std::vector<double> bounds = {0, 0, 100, 100};
   double degrees = 0;
   if (line.Has("bounds") && !ParseNumbers(line.Value("bounds", ""), 4, &bounds)) {
     return Fail("--bounds takes four numbers as X0,Y0,X1,Y1");
   }
   if (!ParseFinite(line.Value("angle", "0"), &degrees)) return Fail("--angle takes a number of degrees");
-  if (!bounds.empty()) object->bounds = {bounds[0], bounds[1], bounds[2], bounds[3]};
-  object->angle = degrees * kDegToRad;
-  if (!SetAll(object, line.Values("set"), &error)) return Fail(error);
-  if (!WriteDocument(*document, line.Positional()[0], &error)) return Fail(error);
-  std::printf("%zu\n", document->Objects().size() - 1);
+  const ObjectID id = session->Add(AKClassID(line.Positional()[1].c_str()), line.Value("args", "-default"),
+                                   {{bounds[0], bounds[1], bounds[2], bounds[3]}, degrees * kDegToRad}, &error);
+  if (id == kNoObjectID || !SetAll(session.get(), id, line.Values("set"), &error)) return Fail(error);
+  if (!session->Save(false, &error)) return Fail(error);
+  std::printf("%zu\n", session->Doc().NumberOf(id));
   return 0;
 }
 
@@ -115,10 +115,10 @@ int RunList(std::vector<std::string> const& words) {
 int RunGet(std::vector<std::string> const& words) {
   CommandLine line({}, {});
   std::string error;
-  Selection selection;
+  Target target;
   if (!line.Parse(words, 2, 3, &error)) return Fail(error);
-  if (!Select(line.Positional()[0], line.Positional()[1], &selection, &error)) return Fail(error);
-  const AKDictionary properties = PropertiesOf(*selection.object);
+  if (!Find(line.Positional()[0], line.Positional()[1], &target, &error)) return Fail(error);
+  const AKDictionary properties = PropertiesOf(target.Object());
   if (line.Positional().size() == 2) {
     properties.ForEach(
         [](AKString const& key, AKValue const& value) { std::printf("%s=%s\n", key.CStr(), TextOf(value).c_str()); });
@@ -133,12 +133,12 @@ int RunGet(std::vector<std::string> const& words) {
 int RunSet(std::vector<std::string> const& words) {
   CommandLine line({}, {});
   std::string error;
-  Selection selection;
+  Target target;
   if (!line.Parse(words, 3, 1000, &error)) return Fail(error);
   std::vector<std::string> const& all = line.Positional();
-  if (!Select(all[0], all[1], &selection, &error)) return Fail(error);
-  if (!SetAll(selection.object, {all.begin() + 2, all.end()}, &error)) return Fail(error);
-  return WriteDocument(*selection.document, all[0], &error) ? 0 : Fail(error);
+  if (!Find(all[0], all[1], &target, &error)) return Fail(error);
+  if (!SetAll(target.session.get(), target.id, {all.begin() + 2, all.end()}, &error)) return Fail(error);
+  return target.session->Save(false, &error) ? 0 : Fail(error);
 }
 
 int RunDraw(std::vector<std::string> const& words) {

@@ -4,7 +4,6 @@
 #include "host/ParseNumber.h"
 #include "host/commands/Command.h"
 #include "host/commands/CommandLine.h"
-#include "host/document/DocumentFile.h"
 #include "host/panels/Inspector.h"
 #include "host/panels/PanelListing.h"
 
@@ -45,13 +44,12 @@ int RunInspect(std::vector<std::string> const& words) {
   if (!line.Parse(words, 2, 2, &error)) return Fail(error);
   std::string const& path = line.Positional()[0];
   if (!ParseIndex(line.Positional()[1], &index)) return Fail("\"" + line.Positional()[1] + "\" is no object number");
-  const auto document = ReadDocument(path, &error);
-  if (!document) return Fail(error);
-  if (index >= document->Objects().size()) return Fail("\"" + path + "\" has no object " + line.Positional()[1]);
-  document->MakeCurrent();
+  const auto session = DocumentSession::Open(path, &error);
+  if (!session) return Fail(error);
+  if (index >= session->Doc().ObjectCount()) return Fail("\"" + path + "\" has no object " + line.Positional()[1]);
 
   Inspector inspector;
-  if (!inspector.Open(&document->Objects()[index], &error)) return Fail(error);
+  if (!inspector.Open(session.get(), {session->Doc().ObjectAt(index).id}, &error)) return Fail(error);
   const int status = inspector.Fill();
   if (status != 0) return Fail("the object returned status " + std::to_string(status));
   for (std::string const& assignment : line.Values("set")) {
@@ -59,7 +57,7 @@ int RunInspect(std::vector<std::string> const& words) {
   }
   std::fputs(PanelListing(inspector.Panel()).c_str(), stdout);
   if (!line.Has("set")) return 0;
-  return WriteDocument(*document, path, &error) ? 0 : Fail(error);
+  return session->Save(false, &error) ? 0 : Fail(error);
 }
 
 }  // namespace

@@ -23,7 +23,7 @@ struct KnownChunk {
   const char* signature;
   const char* fields;  // one letter a field: u UInt32, d Float64, c colour, i class identifier; :N: N bytes
 };
-constexpr KnownChunk kKnownChunks[] = {{"HDoc", "uddcu"}, {"HObj", "iddddd:40::80:"}};
+constexpr KnownChunk kKnownChunks[] = {{"HDoc", "uddcu"}, {"HLay", "uu"}, {"HObj", "iddddd:40::80:"}};
 
 std::string Formatted(const char* format, unsigned long long number) {
   char text[32];

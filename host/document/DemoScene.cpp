@@ -47,27 +47,30 @@ constexpr SceneItem kInspected = {{60, 20, 220, 90}, 5, "0", 0, {240, 240, 210},
 constexpr unsigned int kNumberField = 1;
 constexpr unsigned int kSlider = 2;
 
-double RoundingOf(DocumentObject const& object) {
-  return AKValueGetasFloat64(PropertiesOf(object).GetValue("Rounding"), false);
+double RoundingOf(DocumentSession const& session, ObjectID id) {
+  return AKValueGetasFloat64(PropertiesOf(*session.Doc().Find(id)).GetValue("Rounding"), false);
 }
 
-DocumentObject* AddItem(Document* document, SceneItem const& item, std::string* error) {
-  DocumentObject* object = document->Add(kRectangle, "", error);
-  if (object == nullptr) return nullptr;
-  object->bounds = item.bounds;
-  object->angle = item.degrees * kDegToRad;
-  object->brush.SetStyleSolid(item.fill);
-  object->pen.SetStyleSolid(item.stroke, item.penSize, kAGPenSizeModeAbsolute);
-  if (!SetProperty(object, "Rounding", item.rounding, error)) return nullptr;
-  if (RoundingOf(*object) == item.expected) return object;
-  *error = std::string("a Rounding of ") + item.rounding + " became " + std::to_string(RoundingOf(*object));
-  return nullptr;
+ObjectID AddItem(DocumentSession* session, SceneItem const& item, std::string* error) {
+  const ObjectID id = session->Add(kRectangle, "", {item.bounds, item.degrees * kDegToRad}, error);
+  if (id == kNoObjectID) return id;
+  AGBrush brush;
+  AGPen pen;
+  brush.SetStyleSolid(item.fill);
+  pen.SetStyleSolid(item.stroke, item.penSize, kAGPenSizeModeAbsolute);
+  if (!session->SetBrush({id}, brush, error) || !session->SetPen({id}, pen, error) ||
+      !session->SetProperties({id}, {{"Rounding", item.rounding}}, error)) {
+    return kNoObjectID;
+  }
+  if (RoundingOf(*session, id) == item.expected) return id;
+  *error = std::string("a Rounding of ") + item.rounding + " became " + std::to_string(RoundingOf(*session, id));
+  return kNoObjectID;
 }
 
 // Moves the slider, out of range at first, and checks that object, field and slider agree.
-bool UseInspector(DocumentObject* object, std::string* error) {
+bool UseInspector(DocumentSession* session, ObjectID id, std::string* error) {
   Inspector inspector;
-  if (!inspector.Open(object, error)) return false;
+  if (!inspector.Open(session, {id}, error)) return false;
   inspector.Fill();
   const struct {
     unsigned int control;
@@ -79,10 +82,11 @@ bool UseInspector(DocumentObject* object, std::string* error) {
     inspector.Change(step.control, step.value, &actionName);
     const double field = inspector.Wrapper().GetValueAsFloat64(kNumberField);
     const double slider = inspector.Wrapper().GetValueAsFloat64(kSlider);
-    std::printf("  control %u set to %g: the rectangle's curvature is %g, \"%s\"\n", step.control, step.value,
-                RoundingOf(*object), actionName.c_str());
-    if (RoundingOf(*object) != step.expected || field != step.expected || slider != step.expected ||
-        actionName != "Change Rectangle Curvature") {
+    const double rounding = RoundingOf(*session, id);
+    std::printf("  control %u set to %g: the rectangle's curvature is %g, \"%s\"\n", step.control, step.value, rounding,
+                actionName.c_str());
+    if (rounding != step.expected || field != step.expected || slider != step.expected || actionName.empty() ||
+        session->UndoTitle() != "Undo " + actionName) {
       *error = "the inspector panel and the rectangle do not agree";
       return false;
     }
@@ -92,18 +96,18 @@ bool UseInspector(DocumentObject* object, std::string* error) {
 
 }  // namespace
 
-std::unique_ptr<Document> MakeDemoScene(std::string* error) {
+std::unique_ptr<DocumentSession> MakeDemoScene(std::string* error) {
   auto document = std::make_unique<Document>(AGSize{640, 480});
-  document->SetBackground(AGColor(250, 250, 246));
-  document->MakeCurrent();
+  document->SetPage(document->Page(), AGColor(250, 250, 246));
+  auto session = std::make_unique<DocumentSession>(std::move(document));
   for (SceneItem const& item : kItems) {
-    if (AddItem(document.get(), item, error) == nullptr) return nullptr;
+    if (AddItem(session.get(), item, error) == kNoObjectID) return nullptr;
   }
-  DocumentObject* inspected = AddItem(document.get(), kInspected, error);
-  if (inspected == nullptr) return nullptr;
+  const ObjectID inspected = AddItem(session.get(), kInspected, error);
+  if (inspected == kNoObjectID) return nullptr;
   std::printf("Made %zu rectangles. The last one is rounded through its inspector panel:\n",
-              document->Objects().size());
-  return UseInspector(inspected, error) ? std::move(document) : nullptr;
+              session->Doc().ObjectCount());
+  return UseInspector(session.get(), inspected, error) ? std::move(session) : nullptr;
 }
 
 }  // namespace host

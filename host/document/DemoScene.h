@@ -5,12 +5,12 @@
 #include <memory>
 #include <string>
 
-#include "host/document/Document.h"
+#include "host/document/DocumentSession.h"
 
 namespace host {
 
 /// The scene, partly set through properties and partly through the inspector panel, as the two say on standard output.
 /// Null, with one line in `*error`, when the rectangle class is missing or does not behave.
-std::unique_ptr<Document> MakeDemoScene(std::string* error);
+std::unique_ptr<DocumentSession> MakeDemoScene(std::string* error);
 
 }  // namespace host

@@ -7,6 +7,7 @@
 #include "graphics/AKDrawEvent.h"
 #include "graphics/native/AGGraphicsLow.h"
 #include "host/document/BitmapPNG.h"
+#include "host/document/InstanceCall.h"
 #include "host/tables/SlotCall.h"
 
 namespace host {
@@ -17,25 +18,20 @@ void DrawPlaceholder(DocumentObject const& object, AGContext const& context) {
   AGContext copy(context);
   copy.brush.SetStyleNone();
   copy.pen.SetStyleSolid(AGColor(128, 128, 128), 1.0, kAGPenSizeModeAbsolute);
-  const AGRect& b = object.bounds;
-  copy.DrawRect(b);
-  copy.DrawSegment({b.x0, b.y0}, {b.x1, b.y1});
-  copy.DrawSegment({b.x0, b.y1}, {b.x1, b.y0});
+  AGPoint corners[4];
+  GetTurnedCorners(object.Placement(), corners);
+  copy.DrawLines(ATNumberArray<AGPoint, double, 0>(corners, 4), true);
+  copy.DrawSegment(corners[0], corners[2]);
+  copy.DrawSegment(corners[1], corners[3]);
 }
 
-void DrawObject(DocumentObject const& object, AGContext const& context) {
-  if (object.IsPlaceholder()) {
-    DrawPlaceholder(object, context);
-    return;
-  }
-  AKClass const& cls = *object.instance->Class();
-  if (!HasSlot(cls, kAKMethodDraw)) return;
-  AKDrawEvent event;
-  event.bounds = object.bounds;
-  event.angle = object.angle;
-  event.recommendedBrush = &object.brush;
-  event.recommendedPen = &object.pen;
-  CallSlot<int, AGContext const&, AKDrawEvent const&>(cls, kAKMethodDraw, object.instance.get(), context, event);
+template <typename Draw>
+void DrawScaled(AGContext const& context, double scale, Draw draw) {
+  CGContextRef port = context.NativePort();
+  CGContextSaveGState(port);
+  CGContextConcatCTM(port, {scale, 0, 0, scale, 0, 0});
+  draw();
+  CGContextRestoreGState(port);
 }
 
 std::string NoPicture(AGSize const& size) {
@@ -71,12 +67,40 @@ bool RenderPage(Document const& document, PictureKind kind, double scale, std::v
 
 }  // namespace
 
+void DrawObject(DocumentObject const& object, AGContext const& context, AGBrush const& brush, AGPen const& pen) {
+  const InstanceCall call(InstanceCall::Kind::kDraw);
+  if (object.IsPlaceholder()) {
+    DrawPlaceholder(object, context);
+    return;
+  }
+  AKClass const& cls = *object.instance->Class();
+  if (!HasSlot(cls, kAKMethodDraw)) return;
+  AKDrawEvent event;
+  event.bounds = object.bounds;
+  event.angle = object.angle;
+  event.recommendedBrush = &brush;
+  event.recommendedPen = &pen;
+  CallSlot<int, AGContext const&, AKDrawEvent const&>(cls, kAKMethodDraw, object.instance.get(), context, event);
+}
+
 void DrawObjects(Document const& document, AGContext const& context, double scale) {
-  CGContextRef port = context.NativePort();
-  CGContextSaveGState(port);
-  CGContextConcatCTM(port, {scale, 0, 0, scale, 0, 0});
-  for (DocumentObject const& object : document.Objects()) DrawObject(object, context);
-  CGContextRestoreGState(port);
+  DrawScaled(context, scale, [&] {
+    for (auto const& layer : document.Layers()) {
+      if (!layer->settings.visible) continue;
+      layer->objects.ForEach(
+          [&context](DocumentObject const& object) { DrawObject(object, context, object.brush, object.pen); });
+    }
+  });
+}
+
+void DrawObjects(Document const& document, AGContext const& context, double scale, AGRect const& area) {
+  DrawScaled(context, scale, [&] {
+    for (auto const& layer : document.Layers()) {
+      if (!layer->settings.visible) continue;
+      layer->objects.ForEachIn(
+          area, [&context](DocumentObject const& object) { DrawObject(object, context, object.brush, object.pen); });
+    }
+  });
 }
 
 bool PictureKindOf(std::string const& path, PictureKind* kind) {

@@ -9,9 +9,16 @@
 
 namespace host {
 
-/// Draws the objects in order through the context, each as its class draws itself with the object's brush and pen;
-/// placeholders as outlined boxes. `scale` multiplies page units.
+/// Draws one object as its class draws itself with a brush and a pen; a placeholder as an outlined box.
+void DrawObject(DocumentObject const& object, AGContext const& context, AGBrush const& brush, AGPen const& pen);
+
+/// Draws the objects of the visible layers in order through the context, each with its own brush and pen. `scale`
+/// multiplies map units.
 void DrawObjects(Document const& document, AGContext const& context, double scale);
+
+/// The same for those objects alone that may paint within `area`, in map units. The caller clips: what is drawn may
+/// reach beyond the area.
+void DrawObjects(Document const& document, AGContext const& context, double scale, AGRect const& area);
 
 /// The page with its background as a PNG file in memory. False, with one line in `*error`, when there is no such
 /// bitmap.

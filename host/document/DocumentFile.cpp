@@ -1,16 +1,13 @@
 #include "host/document/DocumentFile.h"
 
-#include <climits>
+#include <cerrno>
 #include <cstring>
 
-#include "host/Host.h"
 #include "host/QuietLog.h"
-#include "host/tables/SlotCall.h"
-#include "kit/AKFile.h"
-#include "kit/AKFileChunk.h"
+#include "host/Utf8Check.h"
+#include "host/document/ObjectRecord.h"
 #include "kit/AKFileGeometry.h"
 #include "kit/AKFileNumbers.h"
-#include "kit/AKFileRecords.h"
 #include "kit/files/AKFileReplacer.h"
 #include "kit/files/AKFileUtils.h"
 
@@ -18,14 +15,17 @@ namespace host {
 namespace {
 
 constexpr std::uint32_t kDocumentSignature = 0x48446F63;  // "HDoc"
-constexpr std::uint32_t kObjectSignature = 0x484F626A;    // "HObj"
-constexpr std::uint32_t kRecordSignature = 0x48526563;    // "HRec"
-constexpr unsigned int kFormatVersion = 1;
+constexpr std::uint32_t kLayerSignature = 0x484C6179;     // "HLay"
+constexpr std::uint32_t kTextSignature = 0x73747267;      // "strg"
+constexpr unsigned int kFlatVersion = 1;                  // objects without layers
+constexpr unsigned int kFormatVersion = 2;
+constexpr unsigned int kLayerVisible = 1;
+constexpr unsigned int kLayerLocked = 2;
 
 // Reads one document from a stream that holds the whole file. The first problem is kept as a text.
 class DocumentReader {
  public:
-  explicit DocumentReader(AKFile const& file) : file_(file) {}
+  explicit DocumentReader(AKFile const& file) : file_(file), objects_(file) {}
 
   std::unique_ptr<Document> Read() {
     AKFileChunk chunk;
@@ -42,20 +42,18 @@ class DocumentReader {
     AGColor background;
     unsigned int count = 0;
     if (!Ok(AKFileReadUInt32(file_, &version))) return nullptr;
-    if (version != kFormatVersion) return Fail("has the unknown format version " + std::to_string(version));
+    if (version != kFlatVersion && version != kFormatVersion) {
+      return Fail("has the unknown format version " + std::to_string(version));
+    }
     if (!Ok(AKFileReadAGSize(file_, &page)) || !Ok(AKFileReadAGColor(file_, &background)) ||
         !Ok(AKFileReadUInt32(file_, &count))) {
       return nullptr;
     }
-    auto document = std::make_unique<Document>(page);
-    document->SetBackground(background);
-    for (unsigned int i = 0; i < count; ++i) {
-      if (!ReadObject(chunk, document.get())) {
-        problem_ = "is damaged at object " + std::to_string(i) + ": " + problem_;
-        return nullptr;
-      }
-    }
-    return document;
+    document_ = std::make_unique<Document>(page);
+    document_->SetPage(page, background);
+    const LayerID first = document_->FirstLayer().id;
+    const bool sound = version == kFlatVersion ? ReadObjects(chunk, count, first) : ReadLayers(chunk, count, first);
+    return sound ? std::move(document_) : nullptr;
   }
 
   std::string const& Problem() const { return problem_; }
@@ -67,114 +65,109 @@ class DocumentReader {
   }
 
   bool Ok(int status) {
-    if (status != 0) problem_ = "it ends too early (status " + std::to_string(status) + ")";
+    if (!objects_.Ok(status)) problem_ = objects_.Problem();
     return status == 0;
   }
 
-  // A chunk of a signature that ends no later than the one around it.
-  bool ReadChunkWithin(AKFileChunk const& outer, std::uint32_t signature, AKFileChunk* chunk) {
-    if (!Ok(AKFileReadChunkHeader(file_, chunk))) return false;
-    if (chunk->signature != signature) {
-      problem_ = "unexpected bytes at position " + std::to_string(chunk->pos);
+  bool ReadLayers(AKFileChunk const& outer, unsigned int count, LayerID first) {
+    if (count == 0) {
+      problem_ = "is damaged: it has no layer";
       return false;
     }
-    if (chunk->pos + 8 + chunk->size > outer.pos + 8 + outer.size) {
-      problem_ = "the chunk at position " + std::to_string(chunk->pos) + " is longer than what holds it";
+    for (unsigned int i = 0; i < count; ++i) {
+      const LayerID layer = i == 0 ? first : document_->InsertLayer({}, i);
+      if (ReadLayer(outer, layer)) continue;
+      if (!problem_.starts_with("is damaged")) {
+        problem_ = "is damaged at layer " + std::to_string(i) + ": " + objects_.Problem();
+      }
       return false;
     }
     return true;
   }
 
-  bool ReadObject(AKFileChunk const& outer, Document* document) {
+  bool ReadLayer(AKFileChunk const& outer, LayerID layer) {
     AKFileChunk chunk;
-    if (!ReadChunkWithin(outer, kObjectSignature, &chunk)) return false;
-    DocumentObject object;
-    if (!Ok(AKFileReadAKClassID(file_, &object.classID)) || !Ok(AKFileReadAGRect(file_, &object.bounds)) ||
-        !Ok(AKFileReadAGCoord(file_, &object.angle)) || !Ok(object.brush.ReadFromFile(file_)) ||
-        !Ok(object.pen.ReadFromFile(file_))) {
+    unsigned int flags = 0;
+    unsigned int count = 0;
+    LayerSettings settings;
+    if (!objects_.ReadHeader(outer, kLayerSignature, &chunk) || !objects_.Ok(AKFileReadUInt32(file_, &flags)) ||
+        !objects_.Ok(AKFileReadUInt32(file_, &count)) || !ReadName(chunk, &settings.name)) {
       return false;
     }
-    object.classID.chars[7] = '\0';
-    AKFileChunk record;
-    if (!ReadChunkWithin(chunk, kRecordSignature, &record)) return false;
-
-    AKClass const* cls = Host::Instance().Classes().Find(object.classID);
-    const bool known = cls != nullptr && cls->constructor != nullptr;
-    if (!(known ? ReadInstance(record, &object) : KeepBody(chunk, &object))) return false;
-    document->Objects().push_back(std::move(object));
-    return Ok(AKFileGotoChunkEnd(file_, chunk));
+    settings.visible = (flags & kLayerVisible) != 0;
+    settings.locked = (flags & kLayerLocked) != 0;
+    document_->SetLayerSettings(layer, std::move(settings));
+    return ReadObjects(chunk, count, layer) && objects_.Ok(AKFileGotoChunkEnd(file_, chunk));
   }
 
-  // The instance reads from a stream of its own record alone, so that it cannot run into what follows.
-  bool ReadInstance(AKFileChunk const& record, DocumentObject* object) {
+  bool ReadName(AKFileChunk const& outer, std::string* name) {
+    AKFileChunk chunk;
     AKMemoryBlock bytes;
-    if (!ReadBytes(record.pos + 8, record.size, &bytes)) return false;
-    AKFile stream(AKFile::kModeMemory);
-    stream.CreateForReadWrite();
-    stream.Write(object->classID.chars, sizeof(object->classID.chars));
-    if (!bytes.IsEmpty()) stream.Write(bytes.Data(), bytes.Size());
-    stream.SetPos(0);
-    object->instance.reset(AKClass::NewObjectFromFile(nullptr, stream, kFormatVersion));
-    if (object->instance) return true;
-    problem_ = std::string("class \"") + object->classID.chars + "\" can't read its record (status " +
-               std::to_string(AKClass::GetErrorNew()) + ")";
+    if (!objects_.ReadHeader(outer, kTextSignature, &chunk) || !objects_.ReadBytes(chunk.size, &bytes)) return false;
+    name->assign(reinterpret_cast<const char*>(bytes.Data()), bytes.Size());
+    name->erase(name->find_last_not_of('\0') + 1);
+    if (FindInvalidUtf8(*name) == name->size()) return true;
+    problem_ = "is damaged: the name at position " + std::to_string(chunk.pos) + " is no UTF-8";
     return false;
   }
 
-  bool KeepBody(AKFileChunk const& chunk, DocumentObject* object) {
-    return ReadBytes(chunk.pos + 8, chunk.size, &object->unknownBody);
-  }
-
-  bool ReadBytes(std::uint64_t position, std::uint32_t size, AKMemoryBlock* bytes) {
-    bytes->Allocate(size, false);
-    if (!Ok(file_.SetPos(position))) return false;
-    return size == 0 || Ok(AKFileRead(file_, bytes->MutableData(), size));
+  bool ReadObjects(AKFileChunk const& outer, unsigned int count, LayerID layer) {
+    for (unsigned int i = 0; i < count; ++i) {
+      auto object = objects_.Read(outer);
+      if (!object) {
+        const std::size_t number = document_->ObjectCount();
+        problem_ = "is damaged at object " + std::to_string(number) + ": " + objects_.Problem();
+        return false;
+      }
+      document_->InsertObject(std::move(object), {layer, i});
+    }
+    return true;
   }
 
   AKFile const& file_;
+  ObjectChunkReader objects_;
+  std::unique_ptr<Document> document_;
   std::string problem_;
 };
 
-int WriteKnownBody(AKFile& file, DocumentObject const& object) {
-  int status = AKFileWriteAKClassID(file, object.classID);
-  if (status == 0) status = AKFileWriteAGRect(file, object.bounds);
-  if (status == 0) status = AKFileWriteAGCoord(file, object.angle);
-  if (status == 0) status = object.brush.WriteToFile(file);
-  if (status == 0) status = object.pen.WriteToFile(file);
-  if (status != 0) return status;
-  AKFileChunk record{kRecordSignature};
-  status = AKFileWriteChunkHeader(file, record);
-  AKClass const& cls = *object.instance->Class();
-  if (status == 0 && HasSlot(cls, kAKMethodWriteToFile)) {
-    status = CallSlot<int, AKFile&>(cls, kAKMethodWriteToFile, object.instance.get(), file);
-  }
-  return status == 0 ? AKFileWriteChunkComplete(file, record) : status;
-}
-
-int WriteObject(AKFile& file, DocumentObject const& object) {
-  AKFileChunk chunk{kObjectSignature};
+int WriteName(AKFile& file, std::string const& name) {
+  AKFileChunk chunk{kTextSignature};
   int status = AKFileWriteChunkHeader(file, chunk);
-  if (status != 0) return status;
-  if (object.IsPlaceholder()) {
-    status = AKFileWrite(file, object.unknownBody.Data(), object.unknownBody.Size());
-  } else {
-    status = WriteKnownBody(file, object);
-  }
+  if (status == 0) status = AKFileWrite(file, name.data(), name.size());
+  if (status == 0) status = AKFileWriteZeros(file, (4 - name.size() % 4) % 4);
   return status == 0 ? AKFileWriteChunkComplete(file, chunk) : status;
 }
 
-int WriteContent(AKFile& file, Document const& document) {
+int WriteLayer(AKFile& file, Layer const& layer) {
+  LayerSettings const& settings = layer.settings;
+  AKFileChunk chunk{kLayerSignature};
+  int status = AKFileWriteChunkHeader(file, chunk);
+  const unsigned int flags = (settings.visible ? kLayerVisible : 0) | (settings.locked ? kLayerLocked : 0);
+  if (status == 0) status = AKFileWriteUInt32(file, flags);
+  if (status == 0) status = AKFileWriteUInt32(file, static_cast<unsigned int>(layer.objects.Count()));
+  if (status == 0) status = WriteName(file, settings.name);
+  layer.objects.ForEach([&](DocumentObject const& object) {
+    if (status == 0) status = WriteObjectChunk(file, object);
+  });
+  return status == 0 ? AKFileWriteChunkComplete(file, chunk) : status;
+}
+
+}  // namespace
+
+int WriteDocument(Document const& document, AKFile& file) {
   AKFileChunk chunk{kDocumentSignature};
   int status = AKFileWriteChunkHeader(file, chunk);
   if (status == 0) status = AKFileWriteUInt32(file, kFormatVersion);
   if (status == 0) status = AKFileWriteAGSize(file, document.Page());
   if (status == 0) status = AKFileWriteAGColor(file, document.Background());
-  if (status == 0) status = AKFileWriteUInt32(file, static_cast<unsigned int>(document.Objects().size()));
-  for (DocumentObject const& object : document.Objects()) {
-    if (status == 0) status = WriteObject(file, object);
+  if (status == 0) status = AKFileWriteUInt32(file, static_cast<unsigned int>(document.Layers().size()));
+  for (auto const& layer : document.Layers()) {
+    if (status == 0) status = WriteLayer(file, *layer);
   }
   return status == 0 ? AKFileWriteChunkComplete(file, chunk) : status;
 }
+
+namespace {
 
 // Writes a file by `write`, a function of an AKFile& that returns a status: whole, or not at all.
 template <typename Write>
@@ -224,7 +217,7 @@ std::unique_ptr<Document> ReadDocument(std::string const& path, std::string* err
 
 bool WriteDocument(Document const& document, std::string const& path, std::string* error) {
   return Replace(
-      path, [&document](AKFile& file) { return WriteContent(file, document); }, error);
+      path, [&document](AKFile& file) { return WriteDocument(document, file); }, error);
 }
 
 bool ReplaceFile(std::string const& path, void const* data, std::size_t size, std::string* error) {

@@ -1,27 +1,15 @@
 // Documents on disk.
 //
-// One chunk "HDoc" that fills the file, numbers little-endian:
-//
-//   UInt32       format version, 1
-//   AGSize       page width and height (2 x Float64)
-//   AGColor      background (4 bytes: red, green, blue, alpha)
-//   UInt32       object count
-//   count times a chunk "HObj":
-//     AKClassID  8 bytes
-//     AGRect     bounds (4 x Float64: x0, y0, x1, y1)
-//     Float64    angle in radians
-//     brush      40 bytes
-//     pen        80 bytes
-//     chunk "HRec": the object's own record, as its class writes it
-//
-// A reader skips what follows the parts that it knows within a chunk. An object of a class that no bundle has keeps its
-// chunk's bytes.
+// The format is described byte by byte in docs/document-format.md: chunks "HDoc" around "HLay" around "HObj". Files of
+// its first version, which had no layers, are still read. A reader skips what follows the parts that it knows within a
+// chunk. An object of a class that no bundle has keeps its chunk's bytes.
 #pragma once
 
 #include <memory>
 #include <string>
 
 #include "host/document/Document.h"
+#include "kit/AKFile.h"
 
 namespace host {
 
@@ -30,6 +18,9 @@ std::unique_ptr<Document> ReadDocument(std::string const& path, std::string* err
 
 /// Replaces the file whole or leaves it as it was, with one line in `*error`.
 bool WriteDocument(Document const& document, std::string const& path, std::string* error);
+
+/// The same into a stream. Returns its status, or that of an object that can't be written.
+int WriteDocument(Document const& document, AKFile& file);
 
 /// Puts bytes into a file: whole, or not at all.
 bool ReplaceFile(std::string const& path, void const* data, std::size_t size, std::string* error);

@@ -47,26 +47,27 @@ std::string Header(DocumentObject const& object, std::size_t index) {
 
 std::string ShortListing(Document const& document) {
   std::string text;
-  for (std::size_t i = 0; i < document.Objects().size(); ++i) {
-    DocumentObject const& object = document.Objects()[i];
-    text += Header(object, i) + "  " + RectText(object.bounds) + "  " + Number(object.angle * kRadToDeg);
+  std::size_t number = 0;
+  document.ForEachObject([&](DocumentObject const& object) {
+    text += Header(object, number++) + "  " + RectText(object.bounds) + "  " + Number(object.angle * kRadToDeg);
     PropertiesOf(object).ForEach([&text](AKString const& key, AKValue const& value) {
       if (IsClassProperty(key)) text += "  " + std::string(key.CStr()) + "=" + RoundedText(value);
     });
     text += "\n";
-  }
+  });
   return text;
 }
 
 std::string FullListing(Document const& document) {
   std::string text = "page " + Number(document.Page().width) + " by " + Number(document.Page().height) + "\n";
-  for (std::size_t i = 0; i < document.Objects().size(); ++i) {
-    text += Header(document.Objects()[i], i);
-    PropertiesOf(document.Objects()[i]).ForEach([&text](AKString const& key, AKValue const& value) {
+  std::size_t number = 0;
+  document.ForEachObject([&](DocumentObject const& object) {
+    text += Header(object, number++);
+    PropertiesOf(object).ForEach([&text](AKString const& key, AKValue const& value) {
       text += "  " + std::string(key.CStr()) + "=" + RoundedText(value);
     });
     text += "\n";
-  }
+  });
   return text;
 }
 

@@ -4,7 +4,9 @@
 #include <cmath>
 
 #include "graphics/values/AGConstants.h"
+#include "host/Host.h"
 #include "host/ParseNumber.h"
+#include "host/document/InstanceCall.h"
 #include "host/tables/SlotCall.h"
 #include "kit/AKTextConversions.h"
 #include "kit/AKValue.h"
@@ -32,6 +34,7 @@ AKDictionary ClassProperties(DocumentObject const& object) {
   if (object.IsPlaceholder()) return properties;
   AKClass const& cls = *object.instance->Class();
   if (HasSlot(cls, kAKMethodGetObjectProperties)) {
+    const InstanceCall call(InstanceCall::Kind::kEdit);
     CallSlot<int, AKDictionary*>(cls, kAKMethodGetObjectProperties, object.instance.get(), &properties);
   }
   return properties;
@@ -94,48 +97,66 @@ const char* KindName(AKValue const& value) {
   }
 }
 
-void TakeProperty(DocumentObject* object, AKString const& name, AKDictionary const& all) {
+void TakeProperty(DocumentObject const& object, HostFields* fields, AKString const& name, AKDictionary const& all) {
   AKValue const& value = all.GetValue(name);
   double degrees = 0;
   if (name == kKey_Bounds) {
-    AKValueGetasAGRect(value, &object->bounds, false);
+    AKValueGetasAGRect(value, &fields->placement.bounds, false);
   } else if (name == kKey_Angle) {
-    if (AKValueGetasFloat64(value, &degrees, true)) object->angle = degrees * kDegToRad;
+    if (AKValueGetasFloat64(value, &degrees, true)) fields->placement.angle = degrees * kDegToRad;
   } else if (name == kKey_Brush) {
-    object->brush.ReadFromValue(value, true);
+    fields->brush.ReadFromValue(value, true);
   } else if (name == kKey_Pen) {
-    object->pen.ReadFromValue(value, true);
+    fields->pen.ReadFromValue(value, true);
   } else {
     AKDictionary properties;
     properties.SetValue(name, value);
-    AKClass const& cls = *object->instance->Class();
-    CallSlot<int, AKDictionary const&>(cls, kAKMethodSetObjectProperties, object->instance.get(), properties);
+    AKClass const& cls = *object.instance->Class();
+    const InstanceCall call(InstanceCall::Kind::kEdit);
+    CallSlot<int, AKDictionary const&>(cls, kAKMethodSetObjectProperties, object.instance.get(), properties);
   }
 }
 
-}  // namespace
-
-AKDictionary PropertiesOf(DocumentObject const& object) {
+AKDictionary AllProperties(DocumentObject const& object, HostFields const& fields) {
   AKDictionary all = ClassProperties(object);
   AKValue value;
-  all.SetValue(kKey_Bounds, AKValueSetasAGRect(object.bounds));
-  all.SetValue(kKey_Angle, AKValueSetasFloat64(object.angle * kRadToDeg));
-  object.brush.WriteToValue(&value);
+  all.SetValue(kKey_Bounds, AKValueSetasAGRect(fields.placement.bounds));
+  all.SetValue(kKey_Angle, AKValueSetasFloat64(fields.placement.angle * kRadToDeg));
+  fields.brush.WriteToValue(&value);
   all.SetValue(kKey_Brush, value);
-  object.pen.WriteToValue(&value);
+  fields.pen.WriteToValue(&value);
   all.SetValue(kKey_Pen, value);
   return all;
 }
 
-bool SetProperty(DocumentObject* object, std::string const& path, std::string const& text, std::string* error) {
-  if (object->IsPlaceholder()) {
-    *error = std::string("the object can't be changed: no bundle has its class \"") + object->classID.chars + "\"";
+// Words and colours are texts too; what the object did not take is still its old text.
+bool WasTaken(AKValue const& value, AKValue const& old, AKValue const& now, std::string const& text) {
+  if (value.Type() != kAKValueTypeString || now.IsEqual(value) || !now.IsEqual(old)) return true;
+  AGColor color;
+  return strGetasAGColor(text.c_str(), &color, kAGNullColor) && AKValueGetasAGColor(now, false) == color;
+}
+
+}  // namespace
+
+std::string ClassName(AKClassID classID) {
+  AKClass const* cls = Host::Instance().Classes().Find(classID);
+  return cls == nullptr ? classID.chars : DisplayName(*cls).CStr();
+}
+
+AKDictionary PropertiesOf(DocumentObject const& object) {
+  return AllProperties(object, {object.Placement(), object.brush, object.pen});
+}
+
+bool SetProperty(DocumentObject const& object, HostFields* fields, std::string const& path, std::string const& text,
+                 std::string* error) {
+  if (object.IsPlaceholder()) {
+    *error = std::string("the object can't be changed: no bundle has its class \"") + object.classID.chars + "\"";
     return false;
   }
-  AKDictionary all = PropertiesOf(*object);
+  AKDictionary all = AllProperties(object, *fields);
   const AKString key(path);
   const AKString name = FirstName(key);
-  const bool settable = IsHostKey(name) || HasSlot(*object->instance->Class(), kAKMethodSetObjectProperties);
+  const bool settable = IsHostKey(name) || HasSlot(*object.instance->Class(), kAKMethodSetObjectProperties);
   if (!all.ContainsKey(key) || !settable) {
     *error = "there is no property \"" + path + "\"";
     return false;
@@ -147,22 +168,13 @@ bool SetProperty(DocumentObject* object, std::string const& path, std::string co
     return false;
   }
   all.SetValue(key, value);
-  TakeProperty(object, name, all);
+  TakeProperty(object, fields, name, all);
 
-  // Words and colours are texts too; what the object did not take is still its old text.
-  const bool isText = value.Type() == kAKValueTypeString;
   AKValue now;
-  PropertiesOf(*object).GetValueCopy(key, &now);
-  if (isText && !now.IsEqual(value) && now.IsEqual(old)) {
-    AGColor color;
-    const bool sameColor =
-        strGetasAGColor(text.c_str(), &color, kAGNullColor) && AKValueGetasAGColor(now, false) == color;
-    if (!sameColor) {
-      *error = "property \"" + path + "\" does not take \"" + text + "\"";
-      return false;
-    }
-  }
-  return true;
+  AllProperties(object, *fields).GetValueCopy(key, &now);
+  if (WasTaken(value, old, now, text)) return true;
+  *error = "property \"" + path + "\" does not take \"" + text + "\"";
+  return false;
 }
 
 std::string TextOf(AKValue const& value) {

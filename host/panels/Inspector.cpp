@@ -1,43 +1,127 @@
 #include "host/panels/Inspector.h"
 
 #include "host/Host.h"
+#include "host/document/InstanceCall.h"
 #include "host/tables/SlotCall.h"
 
 namespace host {
+namespace {
 
-bool Inspector::Open(DocumentObject* object, std::string* error) {
-  RegisteredClass const* entry = Host::Instance().Classes().FindEntry(object->classID);
-  const bool usable = !object->IsPlaceholder() && entry != nullptr && entry->panel != nullptr &&
-                      HostPanel::Of(entry->panel.get()) != nullptr && HasSlot(*entry->record, kAKMethodInspector);
-  if (!usable) {
-    *error = std::string("class \"") + object->classID.chars + "\" has no inspector panel";
+RegisteredClass const* ClassWithPanel(DocumentObject const& object) {
+  RegisteredClass const* entry = Host::Instance().Classes().FindEntry(object.classID);
+  const bool usable = object.instance != nullptr && entry != nullptr && HostPanel::Of(entry->panel.get()) != nullptr &&
+                      HasSlot(*entry->record, kAKMethodInspector);
+  return usable ? entry : nullptr;
+}
+
+}  // namespace
+
+bool Inspector::Open(DocumentSession* session, ObjectIDs const& ids, std::string* error) {
+  RegisteredClass const* entry = nullptr;
+  for (const ObjectID id : ids) {
+    DocumentObject const* object = session->Doc().Find(id);
+    if (object == nullptr || !session->IsEditable(id)) {
+      *error = "the object can't be inspected: its layer is hidden or locked";
+      return false;
+    }
+    RegisteredClass const* own = ClassWithPanel(*object);
+    if (own == nullptr) {
+      *error = std::string("class \"") + object->classID.chars + "\" has no inspector panel";
+      return false;
+    }
+    if (entry != nullptr && own != entry) {
+      *error = "objects of several classes have no panel in common";
+      return false;
+    }
+    entry = own;
+  }
+  if (entry == nullptr || (ids.size() > 1 && !HostPanel::Of(entry->panel.get())->AllowsMultipleSelection())) {
+    *error = ids.empty() ? "there is no object to inspect" : "the inspector panel is for one object at a time";
     return false;
   }
-  object_ = object;
+  session_ = session;
+  ids_ = ids;
   panel_ = entry->panel.get();
   return true;
 }
 
-int Inspector::Send(AKGUIEvent* event) {
-  return CallSlot<int, AKGUIDesc&, AKGUIEvent&>(*object_->instance->Class(), kAKMethodInspector,
-                                                object_->instance.get(), *panel_, *event);
+// An object that is gone meanwhile, perhaps by its own wish, is passed over.
+int Inspector::SendTo(ObjectID id, AKGUIEvent* event) {
+  DocumentObject const* object = session_->Doc().Find(id);
+  if (object == nullptr || !object->instance) return 0;
+  AKObject* instance = object->instance.get();
+  session_->MakeCurrent();
+  const InstanceCall call(InstanceCall::Kind::kEdit);
+  return CallSlot<int, AKGUIDesc&, AKGUIEvent&>(*instance->Class(), kAKMethodInspector, instance, *panel_, *event);
 }
 
+int Inspector::SendToAll(unsigned int kind, unsigned int controlID, Prepare const& prepare, std::string* actionName) {
+  session_->SetActionName("");
+  session_->BeginStep("");
+  int status = 0;
+  std::string name;
+  for (const ObjectID id : ids_) {
+    AKGUIEvent event;
+    event.kind = kind;
+    event.ctrlID = controlID;
+    prepare();
+    const int own = SendTo(id, &event);
+    if (status == 0) status = own;
+    if (!event.actionName.IsEmpty()) name = event.actionName.CStr();
+  }
+  if (name.empty()) name = session_->ActionName();  // through a handler
+  session_->SetActionName(name);
+  session_->NoticeChanges(ids_);
+  session_->EndStep();
+  session_->SetActionName("");
+  if (actionName != nullptr) *actionName = std::move(name);
+  return status;
+}
+
+std::vector<AKString> Inspector::ShownValues() const {
+  std::vector<AKString> values;
+  for (unsigned int i = 0; i < Panel().GetControllerCount(); ++i) {
+    values.push_back(Panel().ControlAt(i).DisplayedValue());
+  }
+  return values;
+}
+
+// The first object is asked last, so that the panel shows it.
 int Inspector::Fill() {
-  AKGUIEvent event;
-  event.kind = AKGUIEvent::kFillControls;
-  return Send(&event);
+  mixed_.clear();
+  std::vector<AKString> first;
+  int status = 0;
+  for (std::size_t i = ids_.size() + 1; i > 0; --i) {
+    const bool isAgain = i > ids_.size();
+    AKGUIEvent event;
+    event.kind = AKGUIEvent::kFillControls;
+    if (isAgain && ids_.size() == 1) continue;
+    const int own = SendTo(ids_[isAgain ? 0 : i - 1], &event);
+    if (status == 0) status = own;
+    const std::vector<AKString> shown = ShownValues();
+    if (first.empty()) first = shown;
+    for (unsigned int c = 0; c < shown.size(); ++c) {
+      if (!(shown[c] == first[c])) mixed_.insert(Panel().ControlAt(c).id);
+    }
+  }
+  return status;
+}
+
+int Inspector::Send(unsigned int kind, unsigned int controlID, std::string* actionName) {
+  return SendToAll(
+      kind, controlID, [] {}, actionName);
+}
+
+int Inspector::Change(unsigned int controlID, std::function<void(AKGUIDesc&, unsigned int)> const& set,
+                      std::string* actionName) {
+  mixed_.clear();
+  return SendToAll(
+      AKGUIEvent::kControlChanged, controlID, [&] { set(*panel_, controlID); }, actionName);
 }
 
 int Inspector::Change(unsigned int controlID, double value, std::string* actionName) {
-  panel_->SetValueAsFloat64(controlID, value);
-  AKGUIEvent event;
-  event.kind = AKGUIEvent::kControlChanged;
-  event.ctrlID = controlID;
-  const int status = Send(&event);
-  Host::Instance().actionName = event.actionName;
-  *actionName = event.actionName.CStr();
-  return status;
+  const auto set = [value](AKGUIDesc& panel, unsigned int id) { panel.SetValueAsFloat64(id, value); };
+  return Change(controlID, set, actionName);
 }
 
 }  // namespace host

@@ -1,33 +1,54 @@
-// One class's inspector panel, applied to an object: fill the controls, change one, read what they hold.
+// A class's inspector panel, applied to selected objects: fill the controls, change one, read what they hold.
+//
+// The panel belongs to the class and is shared: whoever opens it fills it. It is filled from the first object; where
+// the others differ a control counts as mixed. A change goes to every object and is one undo step, also when the first
+// object refuses a value or corrects it. Slides are enclosed by the session's BeginStep and EndStep, as drags are.
 #pragma once
 
+#include <functional>
+#include <set>
 #include <string>
 
-#include "host/document/Document.h"
+#include "host/document/DocumentSession.h"
 #include "host/panels/HostPanel.h"
 
 namespace host {
 
 class Inspector {
  public:
-  /// False, with one line in `*error`, when the object's class has no panel.
-  bool Open(DocumentObject* object, std::string* error);
+  /// False, with one line in `*error`, when there is no panel for all of the objects: they are of several classes, the
+  /// class has none, or it is for one object at a time. The session outlives the inspector.
+  bool Open(DocumentSession* session, ObjectIDs const& ids, std::string* error);
 
   /// The host's side of the open panel.
   HostPanel const& Panel() const { return *HostPanel::Of(panel_); }
   AKGUIDesc& Wrapper() { return *panel_; }
 
-  /// Asks the object to fill the controls. Returns the object's status.
+  /// Asks the objects to fill the controls. Returns the first status that is not 0.
   int Fill();
-  /// Gives the control a value, as a user would, and tells the object. `*actionName` receives what the object named the
-  /// change, empty when it changed nothing.
+  /// True when the objects showed different values in the control when they last filled it.
+  bool IsMixed(unsigned int controlID) const { return mixed_.count(controlID) != 0; }
+
+  /// Gives the control a value, as a user would, and tells the objects. `*actionName` receives what they named the
+  /// change, empty when they named none. Returns the first status that is not 0.
   int Change(unsigned int controlID, double value, std::string* actionName);
-  /// Sends any event.
-  int Send(AKGUIEvent* event);
+  /// The same with any kind of value: `set` gives it to the control of the panel, once for each object.
+  int Change(unsigned int controlID, std::function<void(AKGUIDesc& panel, unsigned int controlID)> const& set,
+             std::string* actionName);
+  /// Sends an event of any kind to all objects.
+  int Send(unsigned int kind, unsigned int controlID, std::string* actionName);
 
  private:
-  DocumentObject* object_ = nullptr;
+  using Prepare = std::function<void()>;
+
+  int SendToAll(unsigned int kind, unsigned int controlID, Prepare const& prepare, std::string* actionName);
+  int SendTo(ObjectID id, AKGUIEvent* event);
+  std::vector<AKString> ShownValues() const;
+
+  DocumentSession* session_ = nullptr;
+  ObjectIDs ids_;
   AKGUIDesc* panel_ = nullptr;
+  std::set<unsigned int> mixed_;
 };
 
 }  // namespace host

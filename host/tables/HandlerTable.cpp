@@ -1,56 +1,135 @@
 // The handler service table: what a plug-in may do to the open document.
+//
+// A handler acts on the session that was current when it was made, as long as that lives. What it does can be undone:
+// within an inspector event it becomes part of the event's step, otherwise each call is a step, named by the action
+// name. A plug-in acts for the program, not for the user: it reaches hidden and locked layers too. While objects are
+// drawn nothing can be added, deleted or revised.
 #include "host/Host.h"
-#include "host/document/Document.h"
+#include "host/document/DocumentSession.h"
+#include "host/document/InstanceCall.h"
 #include "host/tables/TableBuilder.h"
 #include "kit/AKHandler.h"
+#include "kit/AKLog.h"
 
 namespace host {
 namespace {
 
-/// The host object behind an AKHandler: the document that was current when the handler was made.
+constexpr int kStatusNoDocument = -731;
+constexpr int kStatusNotInDocument = -732;
+constexpr int kStatusDrawing = -733;
+constexpr int kStatusBadObject = -734;
+
+/// How objects are linked: at the end of the parent layer's order or in front of the parent object; at the beginning,
+/// or behind the parent object. Other numbers count as the first.
+enum LinkMode : AKHandlerLinkMode { kLinkInFront = 0, kLinkBehind = 1 };
+
+/// The host object behind an AKHandler.
 class HostHandler {
  public:
-  explicit HostHandler(Document* document) : document_(document) {}
+  HostHandler() : serial_(DocumentSession::Current() == nullptr ? 0 : DocumentSession::Current()->Serial()) {}
 
-  bool IsActive() const { return document_ != nullptr; }
-  void SetActionName(AKString const& name) { Host::Instance().actionName = name; }
-  AKString ActionName() const { return Host::Instance().actionName; }
-  // Documents of this host have no master layer.
-  AKObject* GetMasterLayer() const { return nullptr; }
+  bool IsActive() const { return Session() != nullptr; }
 
-  // Objects of this host have no parents among each other, and one way to be linked: at the end of the order.
-  int AddObjects(AKObjectArray const& objects, AKObject*, AKHandlerLinkMode) {
-    if (document_ == nullptr) return kStatusNoDocument;
-    for (AKObject* object : objects) document_->Adopt(object);
+  void SetActionName(AKString const& name) {
+    if (DocumentSession* session = Session()) session->SetActionName(name.CStr());
+  }
+
+  AKString ActionName() const {
+    DocumentSession const* session = Session();
+    return session == nullptr ? AKString() : AKString(session->ActionName());
+  }
+
+  /// The document's first layer.
+  AKObject* GetMasterLayer() const {
+    DocumentSession* session = Session();
+    return session == nullptr ? nullptr : session->StandInOf(session->Doc().FirstLayer().id);
+  }
+
+  // The objects go over to the document unless the call fails; then the caller keeps them all.
+  int AddObjects(AKObjectArray const& objects, AKObject* parent, AKHandlerLinkMode mode) {
+    ObjectPlace place;
+    int status = Check();
+    if (status == 0) status = CheckNew(objects);
+    if (status == 0) status = FindPlace(parent, mode, &place);
+    if (status != 0) return AKLogError(status, "Can't add objects to the document");
+    DocumentSession* session = Session();
+    session->BeginStep(session->ActionName());
+    for (AKObject* object : objects) {
+      session->Adopt(object, place);
+      ++place.index;
+    }
+    session->EndStep();
     return 0;
   }
 
   int DeleteObjects(AKObjectArray const& objects) {
-    if (document_ == nullptr) return kStatusNoDocument;
-    int status = 0;
-    for (AKObject const* object : objects) {
-      if (!document_->Remove(object)) status = kStatusNotInDocument;
-    }
-    return status;
+    ObjectIDs ids;
+    const int status = Find(objects, &ids);
+    if (status == 0) Session()->DeleteAny(ids);
+    return status == 0 ? 0 : AKLogError(status, "Can't delete objects of the document");
   }
 
-  // Nothing is kept that would have to follow a change: the document is drawn anew each time.
   int ReviseObjects(AKObjectArray const& objects) {
-    if (document_ == nullptr) return kStatusNoDocument;
+    ObjectIDs ids;
+    const int status = Find(objects, &ids);
+    if (status == 0) Session()->NoticeChanges(ids);
+    return status == 0 ? 0 : AKLogError(status, "Can't revise objects of the document");
+  }
+
+ private:
+  DocumentSession* Session() const { return DocumentSession::FindBySerial(serial_); }
+
+  int Check() const {
+    if (Session() == nullptr) return kStatusNoDocument;
+    return InstanceCall::IsDrawing() ? kStatusDrawing : 0;
+  }
+
+  // All of them or none.
+  int Find(AKObjectArray const& objects, ObjectIDs* ids) const {
+    const int status = Check();
+    if (status != 0) return status;
     for (AKObject const* object : objects) {
-      if (!document_->Contains(object)) return kStatusNotInDocument;
+      DocumentObject const* found = Session()->Doc().FindByInstance(object);
+      if (found == nullptr) return kStatusNotInDocument;
+      ids->push_back(found->id);
     }
     return 0;
   }
 
- private:
-  static constexpr int kStatusNoDocument = -731;
-  static constexpr int kStatusNotInDocument = -732;
+  // Objects of registered classes that are in no document yet, each named once.
+  int CheckNew(AKObjectArray const& objects) const {
+    for (unsigned int i = 0; i < objects.Count(); ++i) {
+      AKObject const* object = objects[i];
+      if (object == nullptr || object->Class() == nullptr || object->Class()->constructor == nullptr ||
+          Session()->Doc().FindByInstance(object) != nullptr) {
+        return kStatusBadObject;
+      }
+      for (unsigned int other = 0; other < i; ++other) {
+        if (objects[other] == object) return kStatusBadObject;
+      }
+    }
+    return 0;
+  }
 
-  Document* document_;
+  // No parent means the active layer.
+  int FindPlace(AKObject const* parent, AKHandlerLinkMode mode, ObjectPlace* place) const {
+    Document const& document = Session()->Doc();
+    if (DocumentObject const* sibling = document.FindByInstance(parent)) {
+      *place = document.PlaceOf(sibling->id);
+      if (mode != kLinkBehind) ++place->index;
+      return 0;
+    }
+    place->layer = parent == nullptr ? Session()->ActiveLayer() : LayerObject::LayerOf(parent);
+    Layer const* layer = document.FindLayer(place->layer);
+    if (layer == nullptr) return kStatusNotInDocument;
+    place->index = mode == kLinkBehind ? 0 : layer->objects.Count();
+    return 0;
+  }
+
+  std::uint64_t serial_;
 };
 
-void Construct(AKHandler* wrapper, NKTreeHandler*) { wrapper->SetHostObject(new HostHandler(Document::Current())); }
+void Construct(AKHandler* wrapper, NKTreeHandler*) { wrapper->SetHostObject(new HostHandler); }
 
 void Destruct(AKHandler* wrapper) {
   delete static_cast<HostHandler*>(wrapper->HostObject());

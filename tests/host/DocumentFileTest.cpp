@@ -13,7 +13,6 @@
 #include "host/bundles/Bundle.h"
 #include "host/document/DocumentFile.h"
 #include "host/document/DocumentListing.h"
-#include "host/document/ObjectProperties.h"
 
 namespace host {
 namespace {
@@ -43,13 +42,14 @@ class DocumentFileTest : public testing::Test {
   std::unique_ptr<Document> MakeDocument() {
     auto document = std::make_unique<Document>(AGSize{300, 200});
     for (int i = 0; i < 3; ++i) {
-      DocumentObject* object = document->Add(AKClassID("stdRect"), "-default", &error_);
-      if (object == nullptr) return nullptr;
+      auto object = Document::NewObject(AKClassID("stdRect"), i == 1 ? "" : "-default", &error_);
+      if (!object) return nullptr;
       object->bounds = {10.0 * i, 1, 50.0 + i, 99.25};
       object->angle = 0.1 * i;
       object->pen.SetSize(1.5 + i);
+      if (i == 2) document->InsertLayer({"Über", false, true}, 1);
+      document->AppendObject(std::move(object));
     }
-    EXPECT_TRUE(SetProperty(&document->Objects()[1], "Rounding", "0.1", &error_)) << error_;
     return document;
   }
 
@@ -61,20 +61,33 @@ class DocumentFileTest : public testing::Test {
 // Laid out by hand from the format's description.
 TEST_F(DocumentFileTest, Bytes_OneObject_AreAsDescribed) {
   Document document({2, 1});
-  document.SetBackground({1, 2, 3, 4});
-  DocumentObject* object = document.Add(AKClassID("stdRect"), "-default", &error_);
+  document.SetPage({2, 1}, {1, 2, 3, 4});
+  document.SetLayerSettings(document.FirstLayer().id, {"Zeile", true, true});
+  auto object = Document::NewObject(AKClassID("stdRect"), "-default", &error_);
   ASSERT_NE(object, nullptr) << error_;
   object->bounds = {0, 0, 1, 2};
   object->brush.SetStyleNone();
+  document.AppendObject(std::move(object));
   ASSERT_TRUE(WriteDocument(document, Path("a"), &error_)) << error_;
   const Bytes bytes = Read(Path("a"));
-  ASSERT_EQ(bytes.size(), 8 + 4 + 16 + 4 + 4 + 8 + 8 + 32 + 8 + 40 + 80 + 8 + 16U);
+  const std::size_t objectSize = 8 + 8 + 32 + 8 + 40 + 80 + 8 + 16;
+  ASSERT_EQ(bytes.size(), 36 + 16 + 16 + objectSize);
   const auto at = [&bytes](std::size_t offset, std::size_t size) { return bytes.substr(offset, size); };
-  EXPECT_EQ(at(0, 8), Bytes("HDoc\xe4\0\0\0", 8));
-  EXPECT_EQ(at(8, 20), Bytes("\1\0\0\0\0\0\0\0\0\0\0\x40\0\0\0\0\0\0\xf0\x3f", 20));
+  EXPECT_EQ(at(0, 8), Bytes("HDoc\x04\x01\0\0", 8));
+  EXPECT_EQ(at(8, 20), Bytes("\2\0\0\0\0\0\0\0\0\0\0\x40\0\0\0\0\0\0\xf0\x3f", 20));
   EXPECT_EQ(at(28, 8), Bytes("\1\2\3\4\1\0\0\0", 8));
-  EXPECT_EQ(at(36, 16), Bytes("HObj\xc0\0\0\0stdRect\0", 16));
-  EXPECT_EQ(at(212, 24), Bytes("HRec\x10\0\0\0\0\0\0\x3f\0\0\0\0\0\0\0\0\0\0\0\0", 24));
+  EXPECT_EQ(at(36, 16), Bytes("HLay\xe0\0\0\0\3\0\0\0\1\0\0\0", 16));
+  EXPECT_EQ(at(52, 16), Bytes("strg\x08\0\0\0Zeile\0\0\0", 16));
+  EXPECT_EQ(at(68, 16), Bytes("HObj\xc0\0\0\0stdRect\0", 16));
+  EXPECT_EQ(at(244, 24), Bytes("HRec\x10\0\0\0\0\0\0\x3f\0\0\0\0\0\0\0\0\0\0\0\0", 24));
+
+  // The same in the first version, without the layer.
+  const Bytes flat = Bytes("HDoc\xe4\0\0\0\1\0\0\0", 12) + at(12, 24) + at(68, objectSize);
+  Write(Path("flat"), flat);
+  const auto old = ReadDocument(Path("flat"), &error_);
+  ASSERT_NE(old, nullptr) << error_;
+  EXPECT_EQ(FullListing(*old), FullListing(document));
+  EXPECT_TRUE(old->FirstLayer().IsEditable());
 }
 
 TEST_F(DocumentFileTest, RoundTrip_KeepsEveryProperty_AndIsStable) {
@@ -125,9 +138,8 @@ TEST_F(DocumentFileTest, UnknownClass_KeepsPlaceAndBytes) {
   Write(Path("b"), bytes);
   const auto document = ReadDocument(Path("b"), &error_);
   ASSERT_NE(document, nullptr) << error_;
-  EXPECT_TRUE(document->Objects()[1].IsPlaceholder());
-  EXPECT_FALSE(document->Objects()[2].IsPlaceholder());
-  EXPECT_FALSE(SetProperty(&document->Objects()[1], "Angle", "3", &error_));
+  EXPECT_TRUE(document->ObjectAt(1).IsPlaceholder());
+  EXPECT_FALSE(document->ObjectAt(2).IsPlaceholder());
   ASSERT_TRUE(WriteDocument(*document, Path("c"), &error_)) << error_;
   EXPECT_EQ(Read(Path("c")), bytes);
 }

@@ -1,0 +1,146 @@
+#include "host/document/ObjectRecord.h"
+
+#include "host/Host.h"
+#include "host/document/InstanceCall.h"
+#include "host/tables/SlotCall.h"
+#include "kit/AKFileGeometry.h"
+#include "kit/AKFileNumbers.h"
+#include "kit/AKFileRecords.h"
+
+namespace host {
+namespace {
+
+constexpr std::uint32_t kObjectSignature = 0x484F626A;  // "HObj"
+constexpr std::uint32_t kRecordSignature = 0x48526563;  // "HRec"
+
+int BlockOf(AKFile const& stream, AKMemoryBlock* block) {
+  const void* data = nullptr;
+  unsigned long long size = 0;
+  const int status = stream.GetMemoryStreamDataPtr(&data, &size);
+  block->Assign(data, static_cast<unsigned int>(size));
+  return status;
+}
+
+int WriteInstance(AKFile& file, AKObject const& instance) {
+  AKClass const& cls = *instance.Class();
+  if (!HasSlot(cls, kAKMethodWriteToFile)) return 0;
+  const InstanceCall call(InstanceCall::Kind::kEdit);
+  return CallSlot<int, AKFile&>(cls, kAKMethodWriteToFile, &instance, file);
+}
+
+}  // namespace
+
+int WriteRecord(AKObject const& instance, AKMemoryBlock* record) {
+  AKFile stream(AKFile::kModeMemory);
+  int status = stream.CreateForReadWrite();
+  if (status == 0) status = WriteInstance(stream, instance);
+  return status == 0 ? BlockOf(stream, record) : status;
+}
+
+Instance MakeInstance(AKClassID classID, AKMemoryBlock const& record, int* status) {
+  AKFile stream(AKFile::kModeMemory);
+  stream.CreateForReadWrite();
+  stream.Write(classID.chars, sizeof(classID.chars));
+  if (!record.IsEmpty()) stream.Write(record.Data(), record.Size());
+  stream.SetPos(0);
+  const InstanceCall call(InstanceCall::Kind::kEdit);
+  Instance instance(AKClass::NewObjectFromFile(nullptr, stream, kRecordVersion));
+  *status = instance ? 0 : AKClass::GetErrorNew();
+  return instance;
+}
+
+int WriteBody(AKFile& file, DocumentObject const& object) {
+  if (object.IsPlaceholder()) return AKFileWrite(file, object.unknownBody.Data(), object.unknownBody.Size());
+  int status = AKFileWriteAKClassID(file, object.classID);
+  if (status == 0) status = AKFileWriteAGRect(file, object.bounds);
+  if (status == 0) status = AKFileWriteAGCoord(file, object.angle);
+  if (status == 0) status = object.brush.WriteToFile(file);
+  if (status == 0) status = object.pen.WriteToFile(file);
+  if (status != 0) return status;
+  AKFileChunk record{kRecordSignature};
+  status = AKFileWriteChunkHeader(file, record);
+  if (status != 0) return status;
+  if (object.instance) {
+    status = WriteInstance(file, *object.instance);
+  } else if (!object.record.IsEmpty()) {
+    status = AKFileWrite(file, object.record.Data(), object.record.Size());
+  }
+  return status == 0 ? AKFileWriteChunkComplete(file, record) : status;
+}
+
+AKMemoryBlock BodyOf(DocumentObject const& object) {
+  AKMemoryBlock body;
+  AKFile stream(AKFile::kModeMemory);
+  if (stream.CreateForReadWrite() == 0 && WriteBody(stream, object) == 0) BlockOf(stream, &body);
+  return body;
+}
+
+int WriteObjectChunk(AKFile& file, DocumentObject const& object) {
+  AKFileChunk chunk{kObjectSignature};
+  int status = AKFileWriteChunkHeader(file, chunk);
+  if (status == 0) status = WriteBody(file, object);
+  return status == 0 ? AKFileWriteChunkComplete(file, chunk) : status;
+}
+
+bool ObjectChunkReader::Ok(int status) {
+  if (status != 0) problem_ = "it ends too early (status " + std::to_string(status) + ")";
+  return status == 0;
+}
+
+bool ObjectChunkReader::ReadHeader(AKFileChunk const& outer, std::uint32_t signature, AKFileChunk* chunk) {
+  if (!Ok(AKFileReadChunkHeader(file_, chunk))) return false;
+  if (chunk->signature != signature) {
+    problem_ = "unexpected bytes at position " + std::to_string(chunk->pos);
+    return false;
+  }
+  if (chunk->pos + kAKFileChunkHeaderSize + chunk->size > outer.pos + kAKFileChunkHeaderSize + outer.size) {
+    problem_ = "the chunk at position " + std::to_string(chunk->pos) + " is longer than what holds it";
+    return false;
+  }
+  return true;
+}
+
+bool ObjectChunkReader::ReadBytes(std::uint32_t size, AKMemoryBlock* bytes) {
+  if (!file_.HasBytes(size)) return Ok(-1);
+  bytes->Allocate(size, false);
+  return size == 0 || Ok(AKFileRead(file_, bytes->MutableData(), size));
+}
+
+bool ObjectChunkReader::ReadHostFields(DocumentObject* object) {
+  if (!Ok(AKFileReadAKClassID(file_, &object->classID)) || !Ok(AKFileReadAGRect(file_, &object->bounds)) ||
+      !Ok(AKFileReadAGCoord(file_, &object->angle)) || !Ok(object->brush.ReadFromFile(file_)) ||
+      !Ok(object->pen.ReadFromFile(file_))) {
+    return false;
+  }
+  object->classID.chars[7] = '\0';
+  return true;
+}
+
+bool ObjectChunkReader::ReadInstance(AKFileChunk const& record, DocumentObject* object) {
+  if (!ReadBytes(record.size, &object->record)) return false;
+  int status = 0;
+  object->instance = MakeInstance(object->classID, object->record, &status);
+  if (object->instance) return true;
+  problem_ = std::string("class \"") + object->classID.chars + "\" can't read its record (status " +
+             std::to_string(status) + ")";
+  return false;
+}
+
+std::unique_ptr<DocumentObject> ObjectChunkReader::Read(AKFileChunk const& outer) {
+  AKFileChunk chunk;
+  AKFileChunk record;
+  auto object = std::make_unique<DocumentObject>();
+  if (!ReadHeader(outer, kObjectSignature, &chunk) || !ReadHostFields(object.get()) ||
+      !ReadHeader(chunk, kRecordSignature, &record)) {
+    return nullptr;
+  }
+  AKClass const* cls = Host::Instance().Classes().Find(object->classID);
+  if (cls != nullptr && cls->constructor != nullptr) {
+    if (!ReadInstance(record, object.get())) return nullptr;
+  } else if (!Ok(file_.SetPos(chunk.pos + kAKFileChunkHeaderSize)) || !ReadBytes(chunk.size, &object->unknownBody)) {
+    return nullptr;
+  }
+  return Ok(AKFileGotoChunkEnd(file_, chunk)) ? std::move(object) : nullptr;
+}
+
+}  // namespace host
