@@ -23,8 +23,7 @@ std::vector<scene::Shape> const& Shapes() {
 // The bundle and one of its rectangles, which draws itself into any bounds.
 struct Plugin {
   std::unique_ptr<host::Bundle> bundle;
-  std::unique_ptr<host::Document> document;
-  host::DocumentObject* object = nullptr;
+  std::unique_ptr<host::DocumentObject> object;
 };
 
 Plugin& ThePlugin() {
@@ -36,8 +35,7 @@ Plugin& ThePlugin() {
       std::fprintf(stderr, "%s\n", error.c_str());
       std::exit(1);
     }
-    made.document = std::make_unique<host::Document>(AGSize{1, 1});
-    made.object = made.document->Add(AKClassID("stdRect"), "-default", &error);
+    made.object = host::Document::NewObject(AKClassID("stdRect"), "-default", &error);
     return made;
   }();
   return plugin;
