@@ -33,6 +33,9 @@ class InlineArray {
   /// Count becomes 0; the storage is kept.
   void Clear() { count_ = 0; }
 
+  /// Drops the last `count` items, of which there are at least as many.
+  void RemoveLast(std::size_t count) { count_ -= count; }
+
   /// Adds `count` uninitialised items and returns the first of them; the pointer holds until the next growth.
   T* Grow(std::size_t count) {
     if (count > capacity_ - count_) Reserve(std::max(count_ + count, 2 * capacity_));

@@ -30,4 +30,12 @@ class NativeRef {
   T* object_ = nullptr;
 };
 
+/// Takes over the reference that the creator of `object` owns; null gives null.
+template <typename T>
+NativeRef<T> TakeRef(T* object) {
+  NativeRef<T> ref(object);
+  if (object != nullptr) object->Release();
+  return ref;
+}
+
 }  // namespace platform

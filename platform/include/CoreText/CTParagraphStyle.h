@@ -1,0 +1,24 @@
+// How the lines of a paragraph are set.
+#pragma once
+
+#include <stddef.h>
+#include <stdint.h>
+
+#include "CoreGraphics/CGBase.h"
+
+typedef const struct CTParagraphStyle* CTParagraphStyleRef;
+
+typedef uint8_t CTTextAlignment;
+enum { kCTTextAlignmentLeft = 0, kCTTextAlignmentRight = 1, kCTTextAlignmentCenter = 2 };
+
+enum CTParagraphStyleSpecifier { kCTParagraphStyleSpecifierAlignment = 0 };
+
+struct CTParagraphStyleSetting {
+  CTParagraphStyleSpecifier spec;
+  size_t valueSize;
+  const void* value;  ///< a CTTextAlignment
+};
+
+/// Settings of another kind or size are skipped; without one lines are set from the left, in whatever direction they
+/// are read. The caller releases the style.
+CG_EXTERN CTParagraphStyleRef CTParagraphStyleCreate(const CTParagraphStyleSetting* settings, size_t count);
