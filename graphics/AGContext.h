@@ -12,15 +12,18 @@
 #include <memory>
 
 #include "graphics/AGBrush.h"
+#include "graphics/AGFont.h"
 #include "graphics/AGImage.h"
 #include "graphics/AGPath.h"
 #include "graphics/AGPen.h"
 #include "graphics/AGPicture.h"
+#include "graphics/AGTextAlignment.h"
 #include "graphics/values/AGAffineTransform.h"
 #include "graphics/values/AGColor.h"
 #include "graphics/values/AGPoint.h"
 #include "graphics/values/AGRect.h"
 #include "graphics/values/AGSize.h"
+#include "kit/AKStringArray.h"
 #include "kit/ATNumberArray.h"
 
 struct CGContext;
@@ -85,6 +88,19 @@ class AGContext {
   /// The picture's path is drawn as DrawPath does, its image as DrawImage does.
   void DrawPicture(AGPicture const& picture, AGAffineTransform const& transform, AGImageQuality quality) const;
   void DrawPicture(AGPicture const& picture, AGRect const& rect, bool keepAspect, AGImageQuality quality) const;
+
+  /// Draws a text at a point of its first baseline, through `transform` and then the context's own: filled with the
+  /// brush's first colour, outlined with that of the pen's brush. Lines are separated by CR, LF or both.
+  void DrawText(AKString const& text, AGFont const& font, AGPoint const& point, AGAffineTransform const& transform,
+                AGTextAlignment alignment) const;
+  void DrawUText(AKUniChars const& text, AGFont const& font, AGPoint const& point, AGAffineTransform const& transform,
+                 AGTextAlignment alignment) const;
+  /// Draws a text aligned in a rectangle, as AGFont::GetTextPosInBounds has it.
+  void DrawText(AKString const& text, AGFont const& font, AGRect const& rect, int hAlign, int vAlign) const;
+  void DrawUText(AKUniChars const& text, AGFont const& font, AGRect const& rect, int hAlign, int vAlign) const;
+  /// Draws each string as a single line at the point of the same index.
+  void DrawStrings(AKStringArray const& strings, AGFont const& font, ATNumberArray<AGPoint, double, 0> const& points,
+                   AGAffineTransform const& transform, AGTextAlignment alignment) const;
 
   /// True when alpha is visible and the brush or the pen appears (the brush is asked first).
   bool WouldFillOrStroke() const;

@@ -8,6 +8,7 @@
 #include "graphics/AGBitmap.h"
 #include "graphics/AGBrushAndPen.h"
 #include "graphics/AGContext.h"
+#include "graphics/AGFont.h"
 #include "graphics/AGPath.h"
 #include "graphics/AKDrawEvent.h"
 #include "graphics/values/AGAffineTransform.h"
@@ -45,7 +46,7 @@ struct AGPathLayout {
 #pragma GCC diagnostic push
 #pragma GCC diagnostic ignored "-Winvalid-offsetof"
 
-/// Sees the private fields of brushes, pens, contexts and bitmaps.
+/// Sees the private fields of brushes, pens, fonts, contexts and bitmaps.
 struct AGLayout {
   static_assert(sizeof(AGBrush) == 40);
   static_assert(offsetof(AGBrush, style_) == 0 && offsetof(AGBrush, fillMode_) == 2 &&
@@ -59,6 +60,10 @@ struct AGLayout {
   static_assert(offsetof(AGPen, sizeMode_) == 0 && offsetof(AGPen, lineCap_) == 2 && offsetof(AGPen, lineJoin_) == 4);
   static_assert(offsetof(AGPen, size_) == 8 && offsetof(AGPen, ratio_) == 12 && offsetof(AGPen, angle_) == 16);
   static_assert(offsetof(AGPen, brush_) == 24 && offsetof(AGPen, customArrow_) == 64);
+
+  static_assert(sizeof(AGFont) == 48);
+  static_assert(offsetof(AGFont, native_) == 0 && offsetof(AGFont, computed_) == 8 && offsetof(AGFont, name_) == 16);
+  static_assert(offsetof(AGFont, size_) == 24 && offsetof(AGFont, style_) == 32 && offsetof(AGFont, lineHeight_) == 40);
 
   static_assert(sizeof(AGContext) == 232);
   static_assert(offsetof(AGContext, port_) == 0 && offsetof(AGContext, antialias) == 8);

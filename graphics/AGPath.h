@@ -13,6 +13,8 @@
 
 #include "graphics/AGArrays.h"
 #include "graphics/AGBrushFillMode.h"
+#include "graphics/AGFont.h"
+#include "graphics/AGTextAlignment.h"
 #include "graphics/values/AGAffineTransform.h"
 #include "graphics/values/AGPoint.h"
 #include "graphics/values/AGRect.h"
@@ -98,6 +100,11 @@ class AGPath {
   /// gives the plain rectangle. It starts in the middle of the right edge and goes to the corner (x1, y1) first.
   void AddRoundedRect(const AGRect& rect, double curvature, bool normalize);
   void AddEllipseInRect(const AGRect& rect, bool normalize);
+
+  /// The outlines of a text, placed as AGContext::DrawText places it; nothing for an empty text and a font that is not
+  /// valid. Origin: the position.
+  void AddText(const AKString& text, const AGFont& font, const AGPoint& position, AGTextAlignment alignment);
+  void AddUText(const AKUniChars& text, const AGFont& font, const AGPoint& position, AGTextAlignment alignment);
 
   /// Appends another path, which may be this one. Origin: the other's, mapped.
   void AddPath(const AGPath& other);

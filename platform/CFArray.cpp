@@ -2,9 +2,7 @@
 
 #include "platform/CFArrayValue.h"
 
-CFIndex CFArrayGetCount(CFArrayRef array) {
-  return array == nullptr ? 0 : static_cast<CFIndex>(array->items.size());
-}
+CFIndex CFArrayGetCount(CFArrayRef array) { return array == nullptr ? 0 : static_cast<CFIndex>(array->items.size()); }
 
 const void* CFArrayGetValueAtIndex(CFArrayRef array, CFIndex index) {
   if (index < 0 || index >= CFArrayGetCount(array)) return nullptr;

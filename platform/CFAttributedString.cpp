@@ -25,6 +25,15 @@ void CFAttributedString::Set(CFStringRef name, const platform::NativeObject* val
   if (i == attributeCount) ++attributeCount;
 }
 
+CFAttributedStringRef CFAttributedStringCreate(CFAllocatorRef, CFStringRef text, CFDictionaryRef attributes) {
+  if (text == nullptr) return nullptr;
+  auto* attributed = new CFAttributedString(text);
+  if (attributes != nullptr) {
+    for (const CFDictionary::Entry& entry : attributes->entries) attributed->Set(entry.key.Get(), entry.value.Get());
+  }
+  return attributed;
+}
+
 CFMutableAttributedStringRef CFAttributedStringCreateMutableCopy(CFAllocatorRef, CFIndex maxLength,
                                                                  CFAttributedStringRef text) {
   if (text == nullptr || (maxLength != 0 && maxLength < CFAttributedStringGetLength(text))) return nullptr;

@@ -122,6 +122,7 @@ void InstallClip(cairo_t* cairo, const ClipNode* node) {
 }
 
 void ApplyClip(CGContext* context) {
+  if (context->state.textClip != nullptr) SettleTextClip(context);
   const Clip& wanted = context->state.clip;
   if (SameClip(wanted.get(), context->appliedClip.get())) return;
   cairo_reset_clip(context->cairo.get());

@@ -96,8 +96,8 @@ bool IsWhole(double value) { return std::fabs(value) <= INT16_MAX && value == st
 bool FillWholePixels(CGContext* context, CGRect rect) {
   const platform::GraphicsState& state = context->state;
   const CGAffineTransform m = context->UserToDevice();
-  if (state.clip != nullptr || state.fill.pattern.Get() != nullptr || !(state.fill.alpha * state.alpha >= 1) ||
-      m.b != 0 || m.c != 0) {
+  if (state.clip != nullptr || state.textClip != nullptr || state.fill.pattern.Get() != nullptr ||
+      !(state.fill.alpha * state.alpha >= 1) || m.b != 0 || m.c != 0) {
     return false;
   }
   const CGPoint p = CGPointApplyAffineTransform(rect.origin, m);

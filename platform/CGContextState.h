@@ -19,6 +19,8 @@
 #include "platform/NativeObject.h"
 #include "platform/NativeRef.h"
 
+struct CTLine;
+
 namespace platform {
 
 /// A stretch of device pixels: x0 <= x < x1, y0 <= y < y1.
@@ -64,6 +66,12 @@ struct ClipNode {
 };
 using Clip = std::shared_ptr<const ClipNode>;
 
+/// Text whose outlines are part of a clip.
+struct ClippingText {
+  NativeRef<const CTLine> line;
+  CGAffineTransform toDevice;
+};
+
 struct GraphicsState {
   CGAffineTransform matrix = CGAffineTransformIdentity;
   double alpha = 1;
@@ -76,6 +84,10 @@ struct GraphicsState {
   bool antialias = true;
   CGBlendMode blendMode = kCGBlendModeNormal;
   CGInterpolationQuality interpolation = kCGInterpolationDefault;
+  CGTextDrawingMode textMode = kCGTextFill;
+  bool allowsFontSmoothing = true;
+  bool shouldSmoothFonts = true;
+  std::shared_ptr<std::vector<ClippingText>> textClip;  ///< a union of outlines that is not yet part of `clip`
   Clip clip;
 };
 
@@ -93,6 +105,7 @@ struct CGContext final : platform::NativeObject {
   CGAffineTransform baseToDevice;
   platform::GraphicsState state;
   std::vector<platform::GraphicsState> savedStates;
+  CGAffineTransform textMatrix = CGAffineTransformIdentity;
   CGMutablePathRef path;                      ///< the current path, in device space
   platform::CairoSurface scratch;             ///< where shadings are prepared; grows as needed
   platform::CairoSurface mask;                ///< where their coverage is drawn
@@ -120,6 +133,9 @@ void InstallClip(cairo_t* cairo, const ClipNode* node);
 
 /// Makes cairo's clip that of the context's state.
 void ApplyClip(CGContext* context);
+
+/// Makes the text clip part of the state's clip; text that follows begins another one.
+void SettleTextClip(CGContext* context);
 
 /// True when the matrix and its inverse are made of finite numbers.
 bool IsInvertible(const CGAffineTransform& m);

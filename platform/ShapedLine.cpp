@@ -1,5 +1,7 @@
 #include "platform/ShapedLine.h"
 
+#include <fribidi.h>
+
 #include <algorithm>
 #include <cmath>
 
@@ -51,8 +53,8 @@ class LineBuilder {
         advance = face.GlyphAdvance(0);
       }
       if (glyph != PANGO_GLYPH_EMPTY) {
-        line_->glyphs.push_back({glyph, line_->width + info.geometry.x_offset * kPerPangoUnit,
-                                 -info.geometry.y_offset * kPerPangoUnit});
+        line_->glyphs.push_back(
+            {glyph, line_->width + info.geometry.x_offset * kPerPangoUnit, -info.geometry.y_offset * kPerPangoUnit});
         line_->textIndexes.push_back(static_cast<std::uint32_t>(index));
       }
       if (advances_ != nullptr) advances_->push_back({index, advance});
@@ -93,8 +95,12 @@ const InkBox& ShapedLine::Ink() const {
 }
 
 PangoDirection ParagraphDirection(std::string_view text) {
-  const PangoDirection found = pango_find_base_dir(text.data(), static_cast<int>(text.size()));
-  return found == PANGO_DIRECTION_RTL ? PANGO_DIRECTION_RTL : PANGO_DIRECTION_LTR;
+  const char* const end = text.data() + text.size();
+  for (const char* at = text.data(); at < end; at = g_utf8_next_char(at)) {
+    const FriBidiCharType type = fribidi_get_bidi_type(g_utf8_get_char(at));
+    if (FRIBIDI_IS_LETTER(type)) return FRIBIDI_IS_RTL(type) ? PANGO_DIRECTION_RTL : PANGO_DIRECTION_LTR;
+  }
+  return PANGO_DIRECTION_LTR;
 }
 
 NativeRef<const ShapedLine> ShapeLine(const TypeFace& face, std::string text, PangoDirection direction,

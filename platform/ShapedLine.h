@@ -46,9 +46,9 @@ struct ShapedLine final : NativeObject {
   /// What the glyphs paint; worked out on first use.
   const InkBox& Ink() const;
 
-  std::string text;  ///< UTF-8
-  std::vector<ShapedRun> runs;  ///< from left to right
-  std::vector<cairo_glyph_t> glyphs;  ///< those of all runs that are to be drawn
+  std::string text;                        ///< UTF-8
+  std::vector<ShapedRun> runs;             ///< from left to right
+  std::vector<cairo_glyph_t> glyphs;       ///< those of all runs that are to be drawn
   std::vector<std::uint32_t> textIndexes;  ///< of each glyph: where its cluster begins, in UTF-8 bytes
   double width = 0;
   FontMetrics metrics;  ///< of the tallest of the fonts; the underline is that of the face
@@ -61,7 +61,8 @@ struct ShapedLine final : NativeObject {
 /// The direction of the first letter that has one; left to right without any.
 PangoDirection ParagraphDirection(std::string_view text);
 
-/// Lays out `text`, which is DisplayText of UnicodeText.h. `advances` may be null; it receives the room of each cluster, in no order.
+/// Lays out `text`, which is DisplayText of UnicodeText.h. `advances` may be null; it receives the room of each
+/// cluster, in no order.
 NativeRef<const ShapedLine> ShapeLine(const TypeFace& face, std::string text, PangoDirection direction,
                                       std::vector<ClusterAdvance>* advances);
 

@@ -126,13 +126,6 @@ void Fill(AGContext const& context, AGPath const& path, AGAffineTransform const&
   }
 }
 
-double StrokeWidth(AGContext const& context) {
-  const AGAffineTransform& t = context.transform;
-  const double size = context.pen.Size();
-  if (context.pen.SizeMode() != kAGPenSizeModeRelative) return size;
-  return size * std::sqrt((t.a * t.a + t.b * t.b + t.c * t.c + t.d * t.d) * 0.5);
-}
-
 // The pen counts square before round, the native layer round before square.
 CGLineCap NativeCap(AGPenLineCap cap) {
   switch (cap) {
@@ -196,7 +189,7 @@ void StrokeMapped(AGContext const& context, AGPath const& path, AGAffineTransfor
 void Stroke(AGContext const& context, AGPath const& path, AGAffineTransform const& transform) {
   const PortScope scope(context);
   CGContextRef port = context.NativePort();
-  CGContextSetLineWidth(port, StrokeWidth(context));
+  CGContextSetLineWidth(port, PenWidth(context));
   CGContextSetLineCap(port, NativeCap(context.pen.LineCap()));
   CGContextSetLineJoin(port, NativeJoin(context.pen.LineJoin()));
 

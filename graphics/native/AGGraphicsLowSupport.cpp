@@ -63,6 +63,13 @@ void SetStrokeColor(CGContextRef port, AGColor color) {
                              color.Blue() * kChannelToUnit, color.Alpha() * kChannelToUnit);
 }
 
+double PenWidth(AGContext const& context) {
+  const AGAffineTransform& t = context.transform;
+  const double size = context.pen.Size();
+  if (context.pen.SizeMode() != kAGPenSizeModeRelative) return size;
+  return size * std::sqrt((t.a * t.a + t.b * t.b + t.c * t.c + t.d * t.d) * 0.5);
+}
+
 AGColor ApplyColorFactor(AGColor color, double factor) {
   if (!(std::fabs(1 - factor) > 0.004)) return color;
   return {ScaleChannel(color.Red(), factor), ScaleChannel(color.Green(), factor), ScaleChannel(color.Blue(), factor),

@@ -41,6 +41,9 @@ class MappedPath {
   CGPathRef copy_;
 };
 
+/// The line width that the context's pen strokes with: a relative one grows with the context's transform.
+double PenWidth(AGContext const& context);
+
 void SetFillColor(CGContextRef port, AGColor color);
 void SetStrokeColor(CGContextRef port, AGColor color);
 

@@ -32,6 +32,19 @@ enum CGBlendMode { kCGBlendModeNormal = 0, kCGBlendModeSoftLight = 8, kCGBlendMo
 
 enum CGInterpolationQuality { kCGInterpolationDefault = 0, kCGInterpolationLow = 2, kCGInterpolationHigh = 3 };
 
+/// What drawing text does with its outlines: fill, stroke, both or neither, and add them to the text clip. The union of
+/// the outlines in that clip narrows what is painted afterwards other than text; text goes on beside text.
+enum CGTextDrawingMode {
+  kCGTextFill = 0,
+  kCGTextStroke = 1,
+  kCGTextFillStroke = 2,
+  kCGTextInvisible = 3,
+  kCGTextFillClip = 4,
+  kCGTextStrokeClip = 5,
+  kCGTextFillStrokeClip = 6,
+  kCGTextClip = 7,
+};
+
 CG_EXTERN CGContextRef CGContextRetain(CGContextRef context);
 CG_EXTERN void CGContextRelease(CGContextRef context);
 
@@ -68,6 +81,17 @@ CG_EXTERN void CGContextSetInterpolationQuality(CGContextRef context, enum CGInt
 CG_EXTERN void CGContextSetLineWidth(CGContextRef context, CGFloat width);
 CG_EXTERN void CGContextSetLineCap(CGContextRef context, enum CGLineCap cap);
 CG_EXTERN void CGContextSetLineJoin(CGContextRef context, enum CGLineJoin join);
+
+/// From the space of text, where a baseline starts at the origin, to user space. No part of the state.
+CG_EXTERN void CGContextSetTextMatrix(CGContextRef context, CGAffineTransform matrix);
+/// The translation of the text matrix.
+CG_EXTERN void CGContextSetTextPosition(CGContextRef context, CGFloat x, CGFloat y);
+CG_EXTERN CGPoint CGContextGetTextPosition(CGContextRef context);
+CG_EXTERN void CGContextSetTextDrawingMode(CGContextRef context, enum CGTextDrawingMode mode);
+/// Smoothing along the stripes of a display's pixels, if both allowed and wanted, which they are at first. Bitmaps have
+/// no stripes: there it makes the edges of text soft, as antialiasing does, and without it they are hard.
+CG_EXTERN void CGContextSetAllowsFontSmoothing(CGContextRef context, bool allows);
+CG_EXTERN void CGContextSetShouldSmoothFonts(CGContextRef context, bool should);
 
 /// The current path. Points go through the matrix when they are added.
 CG_EXTERN void CGContextBeginPath(CGContextRef context);

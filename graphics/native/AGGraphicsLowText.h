@@ -1,0 +1,49 @@
+// The text half of the bridge: drawing, outlining and measuring text in a font.
+//
+// A text is an AKString or an array of UTF-16 code units; the array counts when the string is empty. A text with a line
+// break (CR or LF) is set as a frame of lines, any other as a single line. Everything here uses the same attributed
+// text, so that what is measured and outlined is what is drawn. Missing pieces end a call without drawing.
+#pragma once
+
+#include "CoreFoundation/CFAttributedString.h"
+#include "graphics/AGContext.h"
+#include "graphics/AGFont.h"
+#include "graphics/AGTextAlignment.h"
+#include "kit/AKStringArray.h"
+
+namespace AGGraphicsLow {
+
+/// Draws a text whose first baseline begins, has its middle, or ends at the point, through `transform` and then the
+/// context's own: filled with the brush's first colour, outlined with that of the pen's brush. The width of a single
+/// line is that of what it paints. Returns whether it drew.
+bool AGContextDrawUText(AGContext const& context, AGFont const& font, AKString const& string, AKUniChars const& text,
+                        AGPoint const& point, AGAffineTransform const& transform, AGTextAlignment alignment);
+
+/// Draws each string as a single line at the point of the same index; what has no counterpart is left out. Returns
+/// whether it drew any.
+bool AGContextDrawStrings(AGContext const& context, AGFont const& font, AKStringArray const& strings,
+                          ATNumberArray<AGPoint, double, 0> const& points, AGAffineTransform const& transform,
+                          AGTextAlignment alignment);
+
+/// Appends the outlines of the text, placed as AGContextDrawUText places it. The path takes its origin from the point,
+/// if it has none. Returns whether there was anything to add.
+bool AGPathAddUText(AGPath* path, AGFont const& font, AKString const& string, AKUniChars const& text,
+                    AGPoint const& point, AGTextAlignment alignment);
+
+/// The width of what the longest line paints, and the heights of the lines; zero when there is no text or the font is
+/// not valid.
+AGSize AGFontGetUTextExtent(AGFont const& font, AKString const& string, AKUniChars const& text);
+
+/// Ascent, descent and leading of a line of the font.
+double AGFontGetLineHeight(AGFont const& font);
+
+/// The text with its attributes, null when it is empty; the caller releases it. Colours with an alpha of 0 are left
+/// out. `*hasLineBreak`, which may be null, receives whether there is one.
+CFAttributedStringRef _LowCFAttributedStringCreate(AKString const& string, AKUniChars const& text, AGFont const& font,
+                                                   AGTextAlignment alignment, AGColor fill, AGColor stroke,
+                                                   bool* hasLineBreak);
+
+/// True when a code unit is 10 or 13.
+bool IsOneAtLeastCharCR(AKUniChars const& text);
+
+}  // namespace AGGraphicsLow

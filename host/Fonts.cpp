@@ -1,0 +1,13 @@
+#include "host/Fonts.h"
+
+#include "graphics/AGFont.h"
+
+namespace host {
+
+Fonts::Fonts() {
+  AGFont::LowInitialize(AGFont::kOptionShare | AGFont::kOptionFallBack | AGFont::kOptionAcceptSubstitute);
+}
+
+Fonts::~Fonts() { AGFont::LowTerminate(); }
+
+}  // namespace host
