@@ -11,13 +11,13 @@ AGTextAlignment AlignmentOf(int hAlign) {
 
 }  // namespace
 
-void AGContext::DrawText(AKString const& text, AGFont const& font, AGPoint const& point,
-                         AGAffineTransform const& t, AGTextAlignment alignment) const {
+void AGContext::DrawText(AKString const& text, AGFont const& font, AGPoint const& point, AGAffineTransform const& t,
+                         AGTextAlignment alignment) const {
   AGGraphicsLow::AGContextDrawUText(*this, font, text, AKUniChars(), point, t, alignment);
 }
 
-void AGContext::DrawUText(AKUniChars const& text, AGFont const& font, AGPoint const& point,
-                          AGAffineTransform const& t, AGTextAlignment alignment) const {
+void AGContext::DrawUText(AKUniChars const& text, AGFont const& font, AGPoint const& point, AGAffineTransform const& t,
+                          AGTextAlignment alignment) const {
   AGGraphicsLow::AGContextDrawUText(*this, font, AKString(), text, point, t, alignment);
 }
 
@@ -27,8 +27,7 @@ void AGContext::DrawText(AKString const& text, AGFont const& font, AGRect const&
 
 void AGContext::DrawUText(AKUniChars const& text, AGFont const& font, AGRect const& rect, int hAlign,
                           int vAlign) const {
-  DrawUText(text, font, font.GetTextPosInBounds(rect, hAlign, vAlign), kAGAffineTransformIdentity,
-            AlignmentOf(hAlign));
+  DrawUText(text, font, font.GetTextPosInBounds(rect, hAlign, vAlign), kAGAffineTransformIdentity, AlignmentOf(hAlign));
 }
 
 void AGContext::DrawStrings(AKStringArray const& strings, AGFont const& font,

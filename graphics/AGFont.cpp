@@ -177,8 +177,7 @@ void AGFont::LowComputeNative() const {
       return;
     }
   }
-  TakeNative(
-      AGGraphicsLow::NewNativeFont(name_, size_, style_, (sFontOptions & kOptionAcceptSubstitute) != 0));
+  TakeNative(AGGraphicsLow::NewNativeFont(name_, size_, style_, (sFontOptions & kOptionAcceptSubstitute) != 0));
   // Another description of the default font would only fail the same way.
   if (native_ == nullptr && (sFontOptions & kOptionFallBack) != 0 && !IsEqual(kAGFontDefault)) {
     TakeNative(AGGraphicsLow::NewNativeFontOfSize(kAGFontDefault.NativeFont(), size_));

@@ -5,6 +5,7 @@
 #include <filesystem>
 #include <system_error>
 
+#include "host/Fonts.h"
 #include "host/bundles/BundleProbe.h"
 #include "host/bundles/BundleSet.h"
 #include "host/commands/Command.h"
@@ -108,6 +109,7 @@ int RunProgram(std::vector<std::string> const& words) {
   // "info" looks at one bundle by itself.
   if (command->run == kInfoCommand.run) return command->run(arguments);
 
+  const Fonts fonts;
   BundleSet bundles(Program::ExecutablePath());
   sBundles = &bundles;
   if (!LoadBundles(invocation, &bundles, &error)) return Fail(error);

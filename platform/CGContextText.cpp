@@ -109,8 +109,8 @@ void SettleTextClip(CGContext* context) {
   const auto text = std::exchange(context->state.textClip, nullptr);
   CGMutablePathRef path = CGPathCreateMutable();
   for (const ClippingText& item : *text) AppendOutlines(*item.line.Get(), item.toDevice, false, path);
-  context->state.clip = std::make_shared<ClipNode>(
-      ClipNode{context->state.clip, {path, &ReleasePath}, context->state.antialias});
+  context->state.clip =
+      std::make_shared<ClipNode>(ClipNode{context->state.clip, {path, &ReleasePath}, context->state.antialias});
 }
 
 }  // namespace platform

@@ -60,8 +60,7 @@ CGRect CTLineGetImageBounds(CTLineRef line, CGContextRef context) {
   const platform::InkBox& ink = line->shape.Get()->Ink();
   const double scale = line->style.Scale();
   const CGPoint start = context == nullptr ? CGPoint{0, 0} : CGContextGetTextPosition(context);
-  return {{start.x + ink.x0 * scale, start.y + ink.y0 * scale},
-          {(ink.x1 - ink.x0) * scale, (ink.y1 - ink.y0) * scale}};
+  return {{start.x + ink.x0 * scale, start.y + ink.y0 * scale}, {(ink.x1 - ink.x0) * scale, (ink.y1 - ink.y0) * scale}};
 }
 
 double CTLineGetTypographicBounds(CTLineRef line, CGFloat* ascent, CGFloat* descent, CGFloat* leading) {

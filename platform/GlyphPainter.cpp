@@ -88,8 +88,9 @@ void ShowRuns(CGContext* context, const ShapedLine& line, const CGAffineTransfor
     std::size_t count = run.glyphCount;
     if (isFar) KeepNear(m, context->target->Bounds(), &first, &count, line.glyphs.data());
     cairo_scaled_font_t* font =
-        count == 0 ? nullptr
-                   : FontFace::Of(run.font.Get()).ScaledFont(matrix, isSoft ? CAIRO_ANTIALIAS_GRAY : CAIRO_ANTIALIAS_NONE);
+        count == 0
+            ? nullptr
+            : FontFace::Of(run.font.Get()).ScaledFont(matrix, isSoft ? CAIRO_ANTIALIAS_GRAY : CAIRO_ANTIALIAS_NONE);
     if (font == nullptr) continue;
     cairo_set_scaled_font(cairo, font);
     if (context->target->IsVector() && !isFar) {
