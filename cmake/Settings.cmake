@@ -2,6 +2,8 @@
 find_package(PkgConfig REQUIRED)
 find_package(Threads REQUIRED)
 find_package(PNG REQUIRED)
+find_package(JPEG REQUIRED)
+find_package(TIFF 4.5 REQUIRED)
 pkg_check_modules(CAIRO REQUIRED IMPORTED_TARGET cairo)
 pkg_check_modules(PANGO REQUIRED IMPORTED_TARGET pangocairo pangoft2 fontconfig harfbuzz fribidi)
 

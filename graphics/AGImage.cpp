@@ -2,53 +2,104 @@
 
 #include "CoreGraphics/CGImage.h"
 #include "graphics/AGBitmapBase.h"
+#include "graphics/AGSharedImages.h"
+#include "graphics/native/AGGraphicsLowImageFile.h"
+#include "kit/files/AKFilePath.h"
+
+using AGGraphicsLow::CountedImage;
+using AGGraphicsLow::DeleteCountedImage;
 
 namespace {
 
-unsigned int sCount = 0;
-unsigned long long sBytes = 0;
+constexpr unsigned int kOptionsMask = 0xFF00;
 
-unsigned long long BytesOf(CGImageRef image) { return 4ULL * CGImageGetWidth(image) * CGImageGetHeight(image); }
+unsigned int sImageOptions = 0;
 
 }  // namespace
 
-AGImage::AGImage(AGImage const& other) { Assign(other); }
-
-AGImage::AGImage(AGBitmapBase const& bitmap) { SetupFromBitmap(bitmap); }
-
 void AGImage::Assign(AGImage const& other) {
   if (this == &other) return;
-  Clear();
-  Take(CGImageCreateCopy(other.native_));
+  switch (other.kind_) {
+    case kKindShared:
+      SetupFromResources(other.name_);
+      break;
+    case kKindOwned:
+      Clear();
+      Own(CountedImage(CGImageCreateCopy(other.native_)));
+      break;
+    default:
+      Clear();
+  }
 }
 
 bool AGImage::SetupFromBitmap(AGBitmapBase const& bitmap) {
   Clear();
-  return Take(CGBitmapContextCreateImage(bitmap.NativeContext()));
+  return Own(CountedImage(CGBitmapContextCreateImage(bitmap.NativeContext())));
 }
 
-void AGImage::Clear() {
-  if (native_ != nullptr) {
-    --sCount;
-    sBytes -= BytesOf(native_);
-    CGImageRelease(native_);
+bool AGImage::SetupFromFile(AKFilePath const& path) {
+  const AKFilePath copy = path;
+  Clear();
+  return Own(AGGraphicsLow::LoadImageFile(copy));
+}
+
+bool AGImage::SetupFromResources(AKString const& name) {
+  if (kind_ == kKindOwned) Clear();
+  if (name.IsEmpty()) {
+    Clear();
+    return false;
   }
-  native_ = nullptr;
-  kind_ = kKindEmpty;
-  width_ = 0;
-  height_ = 0;
-}
-
-bool AGImage::Take(CGImage* native) {
+  if (kind_ == kKindShared && name_ == name) return true;
+  // The new one first: an image shared under both names stays loaded.
+  const AKString newName = name;
+  CGImage* const native = AGSharedImages::Shared().RegisterImage(newName);
+  Clear();
   if (native == nullptr) return false;
   native_ = native;
-  kind_ = kKindOwned;
-  width_ = static_cast<std::uint32_t>(CGImageGetWidth(native));
-  height_ = static_cast<std::uint32_t>(CGImageGetHeight(native));
-  ++sCount;
-  sBytes += BytesOf(native);
+  kind_ = kKindShared;
+  name_ = newName;
+  ReadSize();
   return true;
 }
 
-unsigned int AGImage::GetImageGlobalCount() { return sCount; }
-unsigned long long AGImage::GetImageGlobalBytes() { return sBytes; }
+bool AGImage::SaveToFile(AKFilePath const& path, AGImageFileFormat format, double quality, bool highResolution) const {
+  return AGGraphicsLow::SaveImageFile(native_, path, format, quality, highResolution);
+}
+
+void AGImage::Clear() {
+  if (kind_ == kKindShared) AGSharedImages::Shared().UnregisterImage(name_);
+  if (kind_ == kKindOwned) DeleteCountedImage(native_);
+  native_ = nullptr;
+  kind_ = kKindEmpty;
+  name_.Free();
+  ReadSize();
+}
+
+bool AGImage::Own(CGImage* native) {
+  if (native == nullptr) return false;
+  native_ = native;
+  kind_ = kKindOwned;
+  ReadSize();
+  return true;
+}
+
+void AGImage::ReadSize() {
+  width_ = static_cast<std::uint32_t>(CGImageGetWidth(native_));
+  height_ = static_cast<std::uint32_t>(CGImageGetHeight(native_));
+}
+
+unsigned int AGImage::GetImageGlobalCount() { return AGGraphicsLow::CountedImages(); }
+unsigned long long AGImage::GetImageGlobalBytes() { return AGGraphicsLow::CountedImageBytes(); }
+unsigned int AGImage::GetImageGlobalSharedCount() { return AGSharedImages::Shared().Count(); }
+
+void AGImage::SetOption(unsigned int option, bool on) {
+  sImageOptions = on ? sImageOptions | option : sImageOptions & ~option;
+}
+
+unsigned int AGImage::Options() { return sImageOptions; }
+void AGImage::LowInitialize(unsigned int options) { sImageOptions = options & kOptionsMask; }
+
+void AGImage::LowTerminate() {
+  AGSharedImages::Shared().DeleteAllImages();
+  sImageOptions = 0;
+}

@@ -9,6 +9,7 @@
 #include "graphics/AGBrushAndPen.h"
 #include "graphics/AGContext.h"
 #include "graphics/AGFont.h"
+#include "graphics/AGImage.h"
 #include "graphics/AGPath.h"
 #include "graphics/AKDrawEvent.h"
 #include "graphics/values/AGAffineTransform.h"
@@ -46,7 +47,7 @@ struct AGPathLayout {
 #pragma GCC diagnostic push
 #pragma GCC diagnostic ignored "-Winvalid-offsetof"
 
-/// Sees the private fields of brushes, pens, fonts, contexts and bitmaps.
+/// Sees the private fields of brushes, pens, fonts, contexts, images and bitmaps.
 struct AGLayout {
   static_assert(sizeof(AGBrush) == 40);
   static_assert(offsetof(AGBrush, style_) == 0 && offsetof(AGBrush, fillMode_) == 2 &&
@@ -71,6 +72,10 @@ struct AGLayout {
   static_assert(offsetof(AGContext, size_) == 32 && offsetof(AGContext, transform) == 48);
   static_assert(offsetof(AGContext, brush) == 96 && offsetof(AGContext, pen) == 136);
   static_assert(offsetof(AGContext, patternOrigin) == 208 && offsetof(AGContext, clipPath_) == 224);
+
+  static_assert(sizeof(AGImage) == 32);
+  static_assert(offsetof(AGImage, native_) == 0 && offsetof(AGImage, kind_) == 8);
+  static_assert(offsetof(AGImage, width_) == 12 && offsetof(AGImage, height_) == 16 && offsetof(AGImage, name_) == 24);
 
   static_assert(sizeof(AGBitmap) == 56);
   static_assert(offsetof(AGBitmapBase, context_) == 8 && offsetof(AGBitmapBase, pixels_) == 16);

@@ -44,3 +44,20 @@ CFStringRef AKMacOS::CFStringConvert(const AKString& text, CFStringEncoding enco
   if (!akcharset::ToUtf16(text.CStr(), text.Length(), from, &units)) return nullptr;
   return CFStringCreateWithCharacters(kCFAllocatorDefault, units.Data(), units.Count());
 }
+
+AKFilePath AKMacOS::AKFilePathConvert(CFURLRef url, bool asFolder) {
+  if (url == nullptr) return {};
+  CFStringRef native = CFURLCopyFileSystemPath(url, kCFURLPOSIXPathStyle);
+  AKString text = AKStringConvert(native, kCFStringEncodingMacRoman);
+  CFRelease(native);
+  if (asFolder && text[text.Length() - 1] != '/') text += '/';
+  return AKFilePath(text);
+}
+
+CFURLRef AKMacOS::CFURLConvert(const AKFilePath& path, bool isFolder) {
+  CFStringRef native = CFStringConvert(path.Text(), kCFStringEncodingMacRoman);
+  if (native == nullptr) return nullptr;
+  CFURLRef url = CFURLCreateWithFileSystemPath(kCFAllocatorDefault, native, kCFURLPOSIXPathStyle, isFolder);
+  CFRelease(native);
+  return url;
+}

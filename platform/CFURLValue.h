@@ -4,6 +4,7 @@
 #include <string>
 
 #include "CoreFoundation/CFURL.h"
+#include "platform/CFStringValue.h"
 #include "platform/NativeObject.h"
 #include "platform/NativeRef.h"
 
@@ -11,7 +12,7 @@ struct CFURL final : platform::NativeObject {
   CFURL(CFStringRef locationPath, std::string locationSystemPath, bool locationIsDirectory)
       : path(locationPath), systemPath(std::move(locationSystemPath)), isDirectory(locationIsDirectory) {}
 
-  const platform::NativeRef<const struct CFString> path;
+  const platform::NativeRef<const CFString> path;
   const std::string systemPath;  ///< UTF-8, as system calls take it
   const bool isDirectory;
 };

@@ -24,7 +24,7 @@ LAYERS = {
 }
 # Within the kit only the bridge to the native layer may see it.
 PLATFORM_BRIDGE = re.compile(r"kit/AKMacOS\w*\.(h|cpp)$")
-NATIVE_LIBRARY = re.compile(r"^(cairo|pango|png|jpeglib|tiff|fontconfig|fribidi|glib|hb)")
+NATIVE_LIBRARY = re.compile(r"^(cairo|pango|png|jpeglib|jerror|tiff|fontconfig|fribidi|glib|hb)")
 INCLUDE = re.compile(r'^\s*#\s*include\s+(["<])([^">]+)[">]', re.MULTILINE)
 
 

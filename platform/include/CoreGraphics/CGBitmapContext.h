@@ -28,5 +28,5 @@ CG_EXTERN size_t CGBitmapContextGetBitsPerPixel(CGContextRef context);
 CG_EXTERN size_t CGBitmapContextGetBytesPerRow(CGContextRef context);
 
 /// The pixels as a PNG file in memory, allocated with malloc and freed by the caller; `*size` receives its length.
-/// Null on failure. The alpha is kept, and the colours are stored not premultiplied, as the format wants them.
+/// Null on failure. Alpha is kept unless all pixels are opaque, and colours are stored not premultiplied.
 CG_EXTERN void* CGBitmapContextCopyPNG(CGContextRef context, size_t* size);

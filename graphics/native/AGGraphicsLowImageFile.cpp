@@ -1,0 +1,108 @@
+#include "graphics/native/AGGraphicsLowImageFile.h"
+
+#include "CoreFoundation/CFNumber.h"
+#include "CoreGraphics/CGImage.h"
+#include "ImageIO/CGImageDestination.h"
+#include "ImageIO/CGImageProperties.h"
+#include "ImageIO/CGImageSource.h"
+#include "ImageIO/UTCoreTypes.h"
+#include "kit/AKMacOS.h"
+#include "kit/files/AKFilePath.h"
+
+namespace AGGraphicsLow {
+namespace {
+
+constexpr std::int32_t kHighResolution = 144;  // dots an inch
+
+unsigned int sCount = 0;
+unsigned long long sBytes = 0;
+
+unsigned long long BytesOf(CGImage* image) { return 4ULL * CGImageGetWidth(image) * CGImageGetHeight(image); }
+
+CFStringRef TypeOf(AGImageFileFormat format) {
+  switch (format) {
+    case AGImageFileFormat::kJPEG:
+      return kUTTypeJPEG;
+    case AGImageFileFormat::kPNG:
+      return kUTTypePNG;
+    case AGImageFileFormat::kTIFF:
+      return kUTTypeTIFF;
+    default:
+      return nullptr;
+  }
+}
+
+// The caller releases it.
+CFDictionaryRef NewProperties(AGImageFileFormat format, double quality, bool highResolution) {
+  const void* keys[4];
+  const void* values[4];
+  CFIndex count = 0;
+  const auto add = [&](CFStringRef key, CFTypeRef value) {
+    keys[count] = key;
+    values[count++] = value;
+  };
+  const float fraction = quality > 0 ? static_cast<float>(quality < 1 ? quality : 1) : 0;
+  CFNumberRef lossyQuality = CFNumberCreate(kCFAllocatorDefault, kCFNumberFloat32Type, &fraction);
+  CFNumberRef resolution = CFNumberCreate(kCFAllocatorDefault, kCFNumberSInt32Type, &kHighResolution);
+  add(kCGImagePropertyHasAlpha, kCFBooleanFalse);
+  if (format == AGImageFileFormat::kJPEG) add(kCGImageDestinationLossyCompressionQuality, lossyQuality);
+  if (highResolution) {
+    add(kCGImagePropertyDPIWidth, resolution);
+    add(kCGImagePropertyDPIHeight, resolution);
+  }
+  CFDictionaryRef properties = CFDictionaryCreate(kCFAllocatorDefault, keys, values, count,
+                                                  &kCFTypeDictionaryKeyCallBacks, &kCFTypeDictionaryValueCallBacks);
+  CFRelease(lossyQuality);
+  CFRelease(resolution);
+  return properties;
+}
+
+}  // namespace
+
+CGImage* CountedImage(CGImage* image) {
+  if (image == nullptr) return nullptr;
+  ++sCount;
+  sBytes += BytesOf(image);
+  return image;
+}
+
+void DeleteCountedImage(CGImage* image) {
+  if (image == nullptr) return;
+  --sCount;
+  sBytes -= BytesOf(image);
+  CGImageRelease(image);
+}
+
+unsigned int CountedImages() { return sCount; }
+unsigned long long CountedImageBytes() { return sBytes; }
+
+CGImage* LoadImageFile(AKFilePath const& path) {
+  CFURLRef url = AKMacOS::CFURLConvert(path, false);
+  if (url == nullptr) return nullptr;
+  CGImageSourceRef source = CGImageSourceCreateWithURL(url, nullptr);
+  CFRelease(url);
+  if (source == nullptr) return nullptr;
+  CGImageRef image = nullptr;
+  if (CGImageSourceGetCount(source) > 0) image = CGImageSourceCreateImageAtIndex(source, 0, nullptr);
+  CFRelease(source);
+  return CountedImage(image);
+}
+
+bool SaveImageFile(CGImage* image, AKFilePath const& path, AGImageFileFormat format, double quality,
+                   bool highResolution) {
+  CFStringRef type = TypeOf(format);
+  if (image == nullptr || type == nullptr) return false;
+  CFURLRef url = AKMacOS::CFURLConvert(path, false);
+  if (url == nullptr) return false;
+  CGImageDestinationRef destination = CGImageDestinationCreateWithURL(url, type, 1, nullptr);
+  CFRelease(url);
+  if (destination == nullptr) return false;
+  CFDictionaryRef properties = NewProperties(format, quality, highResolution);
+  CGImageDestinationAddImage(destination, image, properties);
+  const bool done = CGImageDestinationFinalize(destination);
+  CFRelease(properties);
+  CFRelease(destination);
+  return done;
+}
+
+}  // namespace AGGraphicsLow

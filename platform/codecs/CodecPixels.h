@@ -1,0 +1,54 @@
+// The pixels between a codec and a native image.
+//
+// A native pixel is a 32-bit word: alpha, red, green, blue from the highest byte down, premultiplied. In memory that is
+// blue first.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+
+#include "CoreGraphics/CGImage.h"
+#include "platform/CairoHandles.h"
+
+namespace platform {
+
+/// Pixels for a codec to write, which then become an image.
+class NewPixels {
+ public:
+  /// Transparent black. Not IsValid when a side is 0 or above 32767, when there are more than `maxPixels`, or when
+  /// memory lacks.
+  NewPixels(std::uint64_t width, std::uint64_t height, std::uint64_t maxPixels);
+
+  bool IsValid() const { return surface_ != nullptr; }
+  std::uint32_t* Row(std::size_t y) { return words_ + y * width_; }
+  std::size_t Width() const { return width_; }
+  std::size_t Height() const { return height_; }
+
+  /// An image that takes the pixels over.
+  CGImageRef MakeImage(bool hasAlpha);
+
+ private:
+  CairoSurface surface_;
+  std::uint32_t* words_ = nullptr;
+  std::size_t width_ = 0;
+  std::size_t height_ = 0;
+};
+
+/// Row `y` of an image.
+const std::uint32_t* ImageRow(const CGImage& image, std::size_t y);
+
+/// Multiplies colours by alpha, each rounded to the nearest. Returns whether a pixel is not opaque.
+bool PremultiplyRow(std::uint32_t* row, std::size_t count);
+/// Whether a pixel of the row is not opaque.
+bool HasTranslucent(const std::uint32_t* row, std::size_t count);
+/// Exchanges red and blue.
+void SwapRedAndBlue(std::uint32_t* row, std::size_t count);
+
+/// Bytes red, green, blue, alpha; divided by alpha to the nearest, so that multiplying gives the pixels again.
+void StoreStraightRGBA(const std::uint32_t* row, std::size_t count, unsigned char* out);
+/// Bytes red, green, blue, alpha, premultiplied as they are.
+void StorePremultipliedRGBA(const std::uint32_t* row, std::size_t count, unsigned char* out);
+/// Bytes red, green, blue, mixed with white.
+void StoreRGBOverWhite(const std::uint32_t* row, std::size_t count, unsigned char* out);
+
+}  // namespace platform
