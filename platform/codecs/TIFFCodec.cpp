@@ -27,14 +27,29 @@ struct TiffDeleter {
 using TiffHandle = std::unique_ptr<TIFF, TiffDeleter>;
 using TiffOptions = std::unique_ptr<TIFFOpenOptions, TiffDeleter>;
 
-int Silence(TIFF*, void*, const char*, const char*, va_list) { return 1; }
+// What libtiff says. It goes on after damage with what it can guess; here damage is the end of it.
+struct Messages {
+  bool tellOfDamage = false;
+};
 
-// Says nothing, and takes no block above `maxBlock` bytes.
-TiffOptions Options(std::uint64_t maxBlock) {
+int OnError(TIFF*, void* data, const char*, const char*, va_list) {
+  static_cast<Messages*>(data)->tellOfDamage = true;
+  return 1;
+}
+
+// Warnings are of odd files that can be read all the same, but for one: a tag whose value lies beyond the file's end.
+int OnWarning(TIFF*, void* data, const char*, const char* format, va_list) {
+  constexpr char kTagCutOff[] = "IO error";
+  if (std::strncmp(format, kTagCutOff, sizeof(kTagCutOff) - 1) == 0) static_cast<Messages*>(data)->tellOfDamage = true;
+  return 1;
+}
+
+// Prints nothing, and takes no block above `maxBlock` bytes.
+TiffOptions Options(std::uint64_t maxBlock, Messages* messages) {
   TiffOptions options(TIFFOpenOptionsAlloc());
   if (options == nullptr) return options;
-  TIFFOpenOptionsSetErrorHandlerExtR(options.get(), &Silence, nullptr);
-  TIFFOpenOptionsSetWarningHandlerExtR(options.get(), &Silence, nullptr);
+  TIFFOpenOptionsSetErrorHandlerExtR(options.get(), &OnError, messages);
+  TIFFOpenOptionsSetWarningHandlerExtR(options.get(), &OnWarning, messages);
   TIFFOpenOptionsSetMaxSingleMemAlloc(options.get(), static_cast<tmsize_t>(std::min(maxBlock, kMaxBlock)));
   return options;
 }
@@ -150,7 +165,8 @@ bool Sniff(ByteSpan head) {
 
 CGImageRef Decode(ByteSpan file) {
   // A strip or a tile is decoded in one block, which needs no more than the image's own bound of up to 64 bits a pixel.
-  const TiffOptions options = Options((1 << 20) + std::uint64_t{file.size()} * kMaxPixelsPerByte / 8);
+  Messages messages;
+  const TiffOptions options = Options((1 << 20) + std::uint64_t{file.size()} * kMaxPixelsPerByte / 8, &messages);
   MemoryFile memory{file};
   const TiffHandle tiff = options == nullptr ? nullptr : Open(&memory, "r", options.get());
   std::uint32_t width = 0;
@@ -162,7 +178,7 @@ CGImageRef Decode(ByteSpan file) {
   NewPixels pixels(width, height, MaxPixels(tiff.get(), file.size()));
   if (!pixels.IsValid()) return nullptr;
   Converter converter(tiff.get());
-  if (!converter.IsValid() || !converter.Convert(&pixels)) return nullptr;
+  if (!converter.IsValid() || !converter.Convert(&pixels) || messages.tellOfDamage) return nullptr;
   bool translucent = false;
   for (std::size_t y = 0; y < pixels.Height(); ++y) {
     SwapRedAndBlue(pixels.Row(y), pixels.Width());
@@ -201,7 +217,8 @@ bool Encode(const CGImage& image, const EncodeOptions& options, ByteSink* sink) 
   const auto width = static_cast<std::uint32_t>(cairo_image_surface_get_width(image.pixels.get()));
   const auto height = static_cast<std::uint32_t>(cairo_image_surface_get_height(image.pixels.get()));
   const bool withAlpha = image.hasAlpha && options.keepsAlpha;
-  const TiffOptions openOptions = Options(kMaxBlock);
+  Messages messages;
+  const TiffOptions openOptions = Options(kMaxBlock, &messages);
   MemoryFile memory{{}, sink};
   TiffHandle tiff = openOptions == nullptr ? nullptr : Open(&memory, "w", openOptions.get());
   if (tiff == nullptr) return false;

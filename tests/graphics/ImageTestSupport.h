@@ -63,7 +63,8 @@ inline int Difference(const std::vector<unsigned char>& a, const std::vector<uns
 
 inline AGImage ImageOfFile(const std::string& path) {
   AGImage image;
-  EXPECT_EQ(image.SetupFromFile(AKFilePath(path.c_str())), !image.IsEmpty());
+  const bool done = image.SetupFromFile(AKFilePath(path.c_str()));
+  EXPECT_EQ(done, !image.IsEmpty());
   return image;
 }
 
