@@ -38,5 +38,6 @@ extern const Command kDumpCommand;
 extern const Command kCheckCommand;
 extern const Command kGalleryCommand;
 extern const Command kShapesCommand;
+extern const Command kTextCommand;
 
 }  // namespace host

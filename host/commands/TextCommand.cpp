@@ -1,0 +1,65 @@
+// The page of text.
+#include <cmath>
+#include <cstdio>
+#include <vector>
+
+#include "CoreGraphics/CGVectorContext.h"
+#include "host/commands/Command.h"
+#include "host/commands/CommandLine.h"
+#include "host/document/DocumentDrawing.h"
+#include "host/document/DocumentFile.h"
+#include "host/document/PictureFile.h"
+#include "host/gallery/TextPage.h"
+
+namespace host {
+namespace {
+
+bool SaveBitmap(std::string const& path, std::string* error) {
+  const AGBitmap bitmap(TextPageSize(), 0);
+  DrawTextPage(bitmap.GetContextOfBitmap());
+  return SavePNG(bitmap, path, error);
+}
+
+bool TakeBytes(void* info, void const* bytes, std::size_t count) {
+  static_cast<std::string*>(info)->append(static_cast<char const*>(bytes), count);
+  return true;
+}
+
+bool SavePage(PictureKind kind, std::string const& path, std::string* error) {
+  const AGSize size = TextPageSize();
+  std::string file;
+  CGContextRef page = (kind == PictureKind::kPDF ? &CGVectorContextCreatePDF : &CGVectorContextCreateSVG)(
+      size.width, size.height, &TakeBytes, &file);
+  DrawTextPage(AGContext(page, size));
+  const bool finished = CGVectorContextFinish(page);
+  CGContextRelease(page);
+  if (finished) return ReplaceFile(path, file.data(), file.size(), error);
+  *error = "can't encode the page";
+  return false;
+}
+
+int RunText(std::vector<std::string> const& words) {
+  CommandLine line({}, {});
+  std::string error;
+  if (!line.Parse(words, 0, 1, &error)) return Fail(error);
+  const bool named = !line.Positional().empty();
+  const std::string path = named ? line.Positional()[0] : "out/text.png";
+  PictureKind kind = PictureKind::kPNG;
+  if (!PictureKindOf(path, &kind)) return Fail("unknown kind of picture: \"" + path + "\"");
+  if (!named && !MakeFolder("out", &error)) return Fail(error);
+  const bool saved = kind == PictureKind::kPNG ? SaveBitmap(path, &error) : SavePage(kind, path, &error);
+  if (!saved) return Fail(error);
+  std::printf("%s: %zu texts\n", path.c_str(), TextItems().size());
+  return 0;
+}
+
+}  // namespace
+
+const Command kTextCommand = {
+    "text", "draw a page of what can be done with text",
+    "usage: objecthost text [PICTURE.png|PAGE.pdf|PAGE.svg]\n\n"
+    "Draws alignments, scripts, paints, clips and directions of text in a labelled grid (out/text.png).\n"
+    "On a PDF page text stays text.\n",
+    &RunText};
+
+}  // namespace host
