@@ -83,8 +83,10 @@ std::vector<TextItem> ScriptItems() {
       {"8-bit Roman text",
        [](AGContext& c) {
          c.brush.SetStyleSolid(kInk);
-         c.DrawText("\x8E" "clair \xA9 \xDB 5 \xB1 1", Font(20), kMiddle, kAGAffineTransformIdentity,
-                    kAGTextAlignmentCenter);
+         c.DrawText(
+             "\x8E"
+             "clair \xA9 \xDB 5 \xB1 1",
+             Font(20), kMiddle, kAGAffineTransformIdentity, kAGTextAlignmentCenter);
        }},
   };
 }
@@ -206,7 +208,8 @@ void DrawTextPage(AGContext context) {
     cell.brush.SetStyleSolid(AGColor(242, 242, 242));
     cell.DrawRect({0, 0, kTextItemWidth, kTextItemHeight});
     cell.brush.SetStyleSolid(AGColor(110, 110, 110));
-    cell.DrawText(items[i].name, Font(9), AGPoint{4, kTextItemHeight - kLabelHeight + 4}, kAGAffineTransformIdentity, 1);
+    cell.DrawText(items[i].name, Font(9), AGPoint{4, kTextItemHeight - kLabelHeight + 4}, kAGAffineTransformIdentity,
+                  1);
     cell.brush.SetStyleNone();
     items[i].draw(cell);
   }

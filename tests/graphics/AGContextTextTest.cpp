@@ -28,8 +28,9 @@ constexpr double kPixel = 1.01;
 
 TEST_F(AGContextTextTest, DrawText_EachScript_LeavesItsInkInsideItsExtent) {
   const std::u16string_view texts[] = {
-      u"Hamburgefonstiv", u"AVAVA Wo", u"office fluffy", u"e\u0301 a\u030A x\u0323\u0302", u"שלום עולם", u"مرحبا بالعالم",
-      u"mixed שלום 12 text", u"𝔸𝕓𝕔", u"  blanks around  ", u"tab\tand\ttab", u"\U0001F600", u"\xD800 lone",
+      u"Hamburgefonstiv",   u"AVAVA Wo",      u"office fluffy",      u"e\u0301 a\u030A x\u0323\u0302",
+      u"שלום עולם",         u"مرحبا بالعالم", u"mixed שלום 12 text", u"𝔸𝕓𝕔",
+      u"  blanks around  ", u"tab\tand\ttab", u"\U0001F600",         u"\xD800 lone",
   };
   for (const std::u16string_view text : texts) {
     const AKUniChars units = Utf16(text);
@@ -58,10 +59,14 @@ TEST_F(AGContextTextTest, DrawText_EachAlignment_PutsSingleLinesByTheirInkAndFra
     AGTextAlignment alignment;
     double share;  // of the width that lies left of the point
   } cases[] = {
-      {"Hill", kAGTextAlignmentLeft, 0},       {"Hill", kAGTextAlignmentCenter, 0.5},
-      {"Hill", kAGTextAlignmentRight, 1},      {"Hill\nHi", kAGTextAlignmentLeft, 0},
-      {"Hill\rHi", kAGTextAlignmentCenter, 0.5}, {"Hill\r\nHi", kAGTextAlignmentRight, 1},
-      {"Hill", 0, 0},                          {"Hill", 4, 0},
+      {"Hill", kAGTextAlignmentLeft, 0},
+      {"Hill", kAGTextAlignmentCenter, 0.5},
+      {"Hill", kAGTextAlignmentRight, 1},
+      {"Hill\nHi", kAGTextAlignmentLeft, 0},
+      {"Hill\rHi", kAGTextAlignmentCenter, 0.5},
+      {"Hill\r\nHi", kAGTextAlignmentRight, 1},
+      {"Hill", 0, 0},
+      {"Hill", 4, 0},
   };
   for (const auto& c : cases) {
     Page page;
@@ -130,8 +135,12 @@ TEST_F(AGContextTextTest, DrawText_WithoutPaintOrText_DrawsNothingAndSaysSo) {
       {"alpha below", [](AGContext& c) { c.alpha = 0.0039; }, "a", false},
       {"alpha NaN", [](AGContext& c) { c.alpha = std::nan(""); }, "a", false},
       {"no text", [](AGContext&) {}, "", false},
-      {"no port", [](AGContext& c) { c = AGContext(nullptr, {10, 10}); c.brush.SetStyleSolid(kAGColorBlack); }, "a",
-       false},
+      {"no port",
+       [](AGContext& c) {
+         c = AGContext(nullptr, {10, 10});
+         c.brush.SetStyleSolid(kAGColorBlack);
+       },
+       "a", false},
   };
   for (const auto& c : cases) {
     Page page(64, 64);
@@ -146,7 +155,10 @@ TEST_F(AGContextTextTest, DrawText_WithoutPaintOrText_DrawsNothingAndSaysSo) {
 
 TEST_F(AGContextTextTest, DrawText_RomanBytes_DrawsTheirCharacters) {
   Page bytes;
-  bytes.context.DrawText("\x8E" "clair \xA9", font_, AGPoint{20, 60}, kHere, kAGTextAlignmentLeft);
+  bytes.context.DrawText(
+      "\x8E"
+      "clair \xA9",
+      font_, AGPoint{20, 60}, kHere, kAGTextAlignmentLeft);
   Page units;
   units.context.DrawUText(Utf16(u"éclair ©"), font_, AGPoint{20, 60}, kHere, kAGTextAlignmentLeft);
   EXPECT_EQ(0, std::memcmp(bytes.bitmap.Pixels(), units.bitmap.Pixels(), units.bitmap.ByteCount()));
@@ -329,8 +341,12 @@ TEST_F(AGContextTextTest, PDF_TextOfEachScript_CanBeTakenOutAgain) {
     const char16_t* text;
     const char* expected;
   } cases[] = {
-      {u"Hamburgefonstiv", "Hamburgefonstiv"}, {u"office fluffy", "office fluffy"}, {u"שלום", "שלום"},
-      {u"𝔸𝕓𝕔", "𝔸𝕓𝕔"}, {u"first\nsecond", "first\nsecond"}, {u"naïve Ω", "naïve Ω"},
+      {u"Hamburgefonstiv", "Hamburgefonstiv"},
+      {u"office fluffy", "office fluffy"},
+      {u"שלום", "שלום"},
+      {u"𝔸𝕓𝕔", "𝔸𝕓𝕔"},
+      {u"first\nsecond", "first\nsecond"},
+      {u"naïve Ω", "naïve Ω"},
   };
   for (const bool outlined : {false, true}) {
     for (const auto& c : cases) {

@@ -1,6 +1,4 @@
 // Fonts: binding under the options, sharing, the registry, measures against the font files themselves.
-#include "graphics/AGFont.h"
-
 #include <gtest/gtest.h>
 #include <hb.h>
 
@@ -11,6 +9,7 @@
 #include <string>
 
 #include "CoreText/CTFont.h"
+#include "graphics/AGFont.h"
 #include "tests/graphics/TextTestSupport.h"
 
 namespace {
@@ -54,7 +53,7 @@ TEST_F(AGFontTest, FallBack_DefaultFontIsBound_LendsItsFaceAndIsSharedUnderTheUn
   EXPECT_DOUBLE_EQ(borrowed.GetAscent(), AGFont(kFamily, 17, 0).GetAscent());
   AGFont::SetOption(AGFont::kOptionFallBack, false);
   EXPECT_TRUE(AGFont("No Such Font", 5, kAGFontStyleRegular).IsValid());  // from the cache
-  EXPECT_FALSE(AGFont("No Such Font", 5, kAGFontStyleBold).IsValid());          // has a key of its own
+  EXPECT_FALSE(AGFont("No Such Font", 5, kAGFontStyleBold).IsValid());    // has a key of its own
   EXPECT_FALSE(AGFont("No Such Font too", 5, kAGFontStyleRegular).IsValid());
 }
 
