@@ -25,7 +25,8 @@ void CopyEnlarged(AGBitmap const& from, AGBitmap* to, unsigned int left, unsigne
 
 std::vector<GalleryItem> GalleryItems() {
   std::vector<GalleryItem> items;
-  for (auto part : {&GalleryFills, &GalleryGradients, &GalleryStrokes, &GalleryShapes, &GalleryClipsAndImages}) {
+  for (auto part :
+       {&GalleryFills, &GalleryGradients, &GalleryStrokes, &GalleryShapes, &GalleryClipsAndImages, &GalleryText}) {
     const std::vector<GalleryItem> more = part();
     items.insert(items.end(), more.begin(), more.end());
   }

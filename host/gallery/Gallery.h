@@ -35,5 +35,6 @@ std::vector<GalleryItem> GalleryGradients();
 std::vector<GalleryItem> GalleryStrokes();
 std::vector<GalleryItem> GalleryShapes();
 std::vector<GalleryItem> GalleryClipsAndImages();
+std::vector<GalleryItem> GalleryText();
 
 }  // namespace host

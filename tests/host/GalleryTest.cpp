@@ -8,6 +8,7 @@
 #include <set>
 #include <string>
 
+#include "host/Fonts.h"
 #include "host/document/BitmapPNG.h"
 #include "host/gallery/Gallery.h"
 
@@ -59,6 +60,7 @@ constexpr int kTolerance = 6;
 constexpr double kMeanTolerance = 0.5;
 
 TEST(GalleryTest, EveryPicture_IsAsItWas_InBothByteOrders) {
+  const host::Fonts fonts;
   for (const host::GalleryItem& item : host::GalleryItems()) {
     const Pixels reference = Reference(item.name);
     for (const unsigned int flags : {0U, AGBitmap::kFlagLittleEndian}) {
@@ -74,6 +76,7 @@ TEST(GalleryTest, EveryPicture_IsAsItWas_InBothByteOrders) {
 
 // A picture that looks like another one shows nothing of its own.
 TEST(GalleryTest, EveryPicture_ShowsSomethingOfItsOwn) {
+  const host::Fonts fonts;
   // A single stop must look like no stops; the flat path draws nothing, as do the invisible things.
   const std::map<std::string, std::string> alike = {{"custom-one-stop", "linear-0"},
                                                     {"invisible", "fit-of-a-flat-path"}};
