@@ -17,7 +17,8 @@
 
 class AKDictionaryNode {
  public:
-  static constexpr unsigned int kMaxCount = 64;
+  static constexpr unsigned int kMaxCount = 64;      ///< entries of a leaf
+  static constexpr unsigned int kMaxChildren = 256;  ///< of an inner node: with a million entries two levels of them do
   static constexpr unsigned int kMaxPrefix = 18;
   static constexpr unsigned int kPrefetchedLines = 34;
 

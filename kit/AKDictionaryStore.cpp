@@ -15,8 +15,8 @@ std::string_view ViewOf(const AKString& key) { return {key.CStr(), key.Length()}
 
 // Where a full node of which entry `index` is to be inserted is split. Keys that arrive in ascending order always go to
 // the end: leaving the node full keeps the tree dense.
-unsigned int SplitIndex(unsigned int index) {
-  return index == AKDictionaryNode::kMaxCount ? AKDictionaryNode::kMaxCount - 1 : AKDictionaryNode::kMaxCount / 2;
+unsigned int SplitIndex(unsigned int index, unsigned int capacity) {
+  return index == capacity ? capacity - 1 : capacity / 2;
 }
 
 }  // namespace
@@ -79,7 +79,7 @@ AKDictionaryNode* AKDictionaryStore::MakeRoom(AKDictionaryNode* leaf, Way* way, 
     root_ = AKDictionaryNode::Grown(leaf, std::min(2 * leaf->Capacity(), AKDictionaryNode::kMaxCount));
     return root_;
   }
-  const unsigned int split = SplitIndex(*index);
+  const unsigned int split = SplitIndex(*index, AKDictionaryNode::kMaxCount);
   AKDictionaryNode* const right = leaf->Split(split);
   right->LinkAfter(leaf);
   AddToParent(way, leaf, right);
@@ -98,7 +98,7 @@ void AKDictionaryStore::AddToParent(Way* way, AKDictionaryNode* left, AKDictiona
       step.node->InsertInner(index, AKString(right->Key(0)), right);
       return;
     }
-    const unsigned int split = SplitIndex(index);
+    const unsigned int split = SplitIndex(index, AKDictionaryNode::kMaxChildren);
     AKDictionaryNode* const sibling = step.node->Split(split);
     if (index < split) {
       step.node->InsertInner(index, AKString(right->Key(0)), right);
@@ -108,7 +108,7 @@ void AKDictionaryStore::AddToParent(Way* way, AKDictionaryNode* left, AKDictiona
     left = step.node;
     right = sibling;
   }
-  root_ = AKDictionaryNode::New(left->Level() + 1, AKDictionaryNode::kMaxCount);
+  root_ = AKDictionaryNode::New(left->Level() + 1, AKDictionaryNode::kMaxChildren);
   root_->InsertInner(0, AKString(left->Key(0)), left);
   root_->InsertInner(1, AKString(right->Key(0)), right);
 }
