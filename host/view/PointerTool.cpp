@@ -1,0 +1,303 @@
+#include "host/view/PointerTool.h"
+
+#include <algorithm>
+#include <charconv>
+#include <cmath>
+#include <numbers>
+
+namespace host {
+namespace {
+
+constexpr double kUnsteady = 3;      // pixels of the view that are no drag yet
+constexpr double kHitTolerance = 3;  // pixels of the view beside an outline
+constexpr double kNewSide = 100;     // map units of an object that was made by a click
+constexpr double kLeastSide = 1;     // map units: a stretch goes no further
+constexpr double kTurnStep = std::numbers::pi / 12;
+
+AGPoint Center(AGRect const& rect) { return {(rect.x0 + rect.x1) / 2, (rect.y0 + rect.y1) / 2}; }
+
+AGPoint Turned(AGPoint const& v, double angle) {
+  const double c = std::cos(angle);
+  const double s = std::sin(angle);
+  return {c * v.x - s * v.y, s * v.x + c * v.y};
+}
+
+std::string TextOf(double number) {
+  char text[32];
+  return {text, std::to_chars(text, text + sizeof(text), number).ptr};
+}
+
+// One side of a frame moved to `value`, or both about the centre; never thinner than kLeastSide.
+void MoveSide(int side, double value, bool aboutCenter, double* low, double* high) {
+  if (side == 0) return;
+  const double center = (*low + *high) / 2;
+  if (side > 0) {
+    *high = std::max(value, (aboutCenter ? center + kLeastSide / 2 : *low + kLeastSide));
+    if (aboutCenter) *low = 2 * center - *high;
+  } else {
+    *low = std::min(value, (aboutCenter ? center - kLeastSide / 2 : *high - kLeastSide));
+    if (aboutCenter) *high = 2 * center - *low;
+  }
+}
+
+// `low` and `high` get the extent `size`, kept at the side that does not move.
+void SetExtent(int side, double size, bool aboutCenter, double* low, double* high) {
+  if (side == 0 || aboutCenter) {
+    const double center = (*low + *high) / 2;
+    *low = center - size / 2;
+    *high = center + size / 2;
+  } else if (side > 0) {
+    *high = *low + size;
+  } else {
+    *low = *high - size;
+  }
+}
+
+AGRect KeepProportions(AGRect const& from, AGRect box, HandleSides sides, bool aboutCenter) {
+  const double width = from.x1 - from.x0;
+  const double height = from.y1 - from.y0;
+  if (!(width > 0) || !(height > 0)) return box;
+  const double byWidth = sides.x == 0 ? 0 : (box.x1 - box.x0) / width;
+  const double byHeight = sides.y == 0 ? 0 : (box.y1 - box.y0) / height;
+  const double factor = std::max(byWidth, byHeight);
+  SetExtent(sides.x, width * factor, aboutCenter, &box.x0, &box.x1);
+  SetExtent(sides.y, height * factor, aboutCenter, &box.y0, &box.y1);
+  return box;
+}
+
+}  // namespace
+
+void PointerTool::SetSession(DocumentSession* session) {
+  Cancel();
+  session_ = session;
+}
+
+void PointerTool::SetNewClass(std::optional<AKClassID> classID) {
+  Cancel();
+  newClass_ = classID;
+}
+
+void PointerTool::Press(AGPoint const& point, PointerModifiers modifiers) {
+  if (session_ == nullptr || mode_ != Mode::kIdle) return;
+  start_ = point;
+  startMap_ = lastMap_ = view_->ToMap(point);
+  lastModifiers_ = modifiers;
+  moved_ = false;
+  refused_.clear();
+  if (newClass_) {
+    mode_ = Mode::kMake;
+    return;
+  }
+  frame_ = SelectionFrame::Of(*session_);
+  handle_ = frame_.HandleAt(point, *view_);
+  if (handle_ == Handle::kNone) {
+    StartOn(session_->ObjectAt(startMap_, kHitTolerance / view_->Zoom()), modifiers);
+  } else if (handle_ == Handle::kRotate) {
+    mode_ = Mode::kTurn;
+  } else if (handle_ == Handle::kRounding) {
+    mode_ = Mode::kRound;
+  } else {
+    mode_ = Mode::kStretch;
+  }
+}
+
+// A press on one of several selected objects may begin to move them all, so that what a click does waits for the
+// release.
+void PointerTool::StartOn(ObjectID object, PointerModifiers modifiers) {
+  if (object == kNoObjectID) {
+    mode_ = Mode::kBand;
+    return;
+  }
+  mode_ = Mode::kMove;
+  const bool selected = session_->Selected().Contains(object);
+  if (modifiers.shift) {
+    if (selected) {
+      toToggle_ = object;
+    } else {
+      session_->AddToSelection({object});
+    }
+  } else if (selected) {
+    toSelectAlone_ = object;
+  } else {
+    session_->Select({object});
+  }
+  frame_ = SelectionFrame::Of(*session_);
+}
+
+void PointerTool::Motion(AGPoint const& point, PointerModifiers modifiers) {
+  if (mode_ == Mode::kIdle) return;
+  lastMap_ = view_->ToMap(point);
+  lastModifiers_ = modifiers;
+  if (!moved_) {
+    if (std::hypot(point.x - start_.x, point.y - start_.y) < kUnsteady) return;
+    moved_ = true;
+    if (mode_ != Mode::kBand && mode_ != Mode::kMake) session_->BeginStep("");
+  }
+  Drag(point, modifiers);
+}
+
+void PointerTool::Drag(AGPoint const& point, PointerModifiers modifiers) {
+  if (mode_ == Mode::kBand || mode_ == Mode::kMake) return;
+  session_->RewindStep();
+  refused_.clear();
+  switch (mode_) {
+    case Mode::kMove:
+      return Move(lastMap_, modifiers);
+    case Mode::kStretch:
+      return Stretch(lastMap_, modifiers);
+    case Mode::kTurn:
+      return Turn(lastMap_, modifiers);
+    default:
+      return Round(point);
+  }
+}
+
+// The lower left corner of the box lies on the grid.
+void PointerTool::Move(AGPoint const& map, PointerModifiers modifiers) {
+  double dx = map.x - startMap_.x;
+  double dy = map.y - startMap_.y;
+  if (modifiers.shift) (std::fabs(dx) < std::fabs(dy) ? dx : dy) = 0;
+  AGRect box;
+  if (!session_->GetBox(session_->Selected().IDs(), &box)) return;
+  if (dx != 0) dx = Snapped(box.x0 + dx, modifiers) - box.x0;
+  if (dy != 0) dy = Snapped(box.y0 + dy, modifiers) - box.y0;
+  session_->Move(session_->Selected().IDs(), dx, dy, &refused_);
+}
+
+void PointerTool::Stretch(AGPoint const& map, PointerModifiers modifiers) {
+  const HandleSides sides = SidesOf(handle_);
+  ObjectPlacement placement = frame_.Placement();
+  const AGPoint center = Center(placement.bounds);
+  AGPoint place = placement.angle == 0 ? Snapped(map, modifiers) : map;
+  // In the frame's own directions.
+  const AGPoint turned = Turned({place.x - center.x, place.y - center.y}, -placement.angle);
+  place = {center.x + turned.x, center.y + turned.y};
+  AGRect box = placement.bounds;
+  MoveSide(sides.x, place.x, modifiers.control, &box.x0, &box.x1);
+  MoveSide(sides.y, place.y, modifiers.control, &box.y0, &box.y1);
+  if (modifiers.shift) box = KeepProportions(placement.bounds, box, sides, modifiers.control);
+  if (!frame_.IsSingle()) {
+    session_->Resize(session_->Selected().IDs(), placement.bounds, box, &refused_);
+    return;
+  }
+  // The object turns about its centre, which moves: what stays is the opposite side where it is seen.
+  const AGPoint newCenter = Center(box);
+  const AGPoint shift = Turned({newCenter.x - center.x, newCenter.y - center.y}, placement.angle);
+  const AGPoint move{center.x + shift.x - newCenter.x, center.y + shift.y - newCenter.y};
+  placement.bounds = {box.x0 + move.x, box.y0 + move.y, box.x1 + move.x, box.y1 + move.y};
+  session_->SetPlacement(session_->Selected().IDs()[0], placement, &refused_);
+}
+
+void PointerTool::Turn(AGPoint const& map, PointerModifiers modifiers) {
+  const AGPoint center = Center(frame_.Placement().bounds);
+  const double before = frame_.Placement().angle;
+  double angle = std::atan2(map.y - center.y, map.x - center.x) - std::numbers::pi / 2;
+  if (modifiers.shift) angle = std::floor(angle / kTurnStep + 0.5) * kTurnStep;
+  if (frame_.IsSingle()) {
+    session_->SetAngle(session_->Selected().IDs(), angle, &refused_);
+  } else {
+    session_->Rotate(session_->Selected().IDs(), angle - before, center, &refused_);
+  }
+}
+
+void PointerTool::Round(AGPoint const& point) {
+  session_->SetProperties(session_->Selected().IDs(), {{"Rounding", TextOf(frame_.RoundingAt(point, *view_))}},
+                          &refused_);
+}
+
+std::string PointerTool::Release(AGPoint const& point, PointerModifiers modifiers) {
+  if (mode_ == Mode::kIdle) return {};
+  Motion(point, modifiers);
+  lastMap_ = view_->ToMap(point);
+  const Mode mode = mode_;
+  mode_ = Mode::kIdle;
+  if (mode == Mode::kMake) {
+    FinishMaking(modifiers);
+  } else if (mode == Mode::kBand) {
+    FinishBand(modifiers);
+  } else if (moved_) {
+    session_->EndStep();
+  } else if (toToggle_ != kNoObjectID) {
+    session_->ToggleInSelection(toToggle_);
+  } else if (toSelectAlone_ != kNoObjectID) {
+    session_->Select({toSelectAlone_});
+  }
+  toToggle_ = toSelectAlone_ = kNoObjectID;
+  moved_ = false;
+  return refused_;
+}
+
+bool PointerTool::Cancel() {
+  if (mode_ == Mode::kIdle) return false;
+  if (moved_ && mode_ != Mode::kBand && mode_ != Mode::kMake) session_->CancelStep();
+  mode_ = Mode::kIdle;
+  moved_ = false;
+  toToggle_ = toSelectAlone_ = kNoObjectID;
+  return true;
+}
+
+void PointerTool::FinishBand(PointerModifiers modifiers) {
+  const AGRect band{std::min(startMap_.x, lastMap_.x), std::min(startMap_.y, lastMap_.y),
+                    std::max(startMap_.x, lastMap_.x), std::max(startMap_.y, lastMap_.y)};
+  const ObjectIDs taken = moved_ ? session_->ObjectsIn(band, Band::kTouched) : ObjectIDs();
+  if (modifiers.shift) {
+    session_->AddToSelection(taken);
+  } else {
+    session_->Select(taken);
+  }
+}
+
+AGRect PointerTool::NewBounds(PointerModifiers modifiers) const {
+  const AGPoint from = Snapped(startMap_, modifiers);
+  if (!moved_) return {from.x, from.y - kNewSide, from.x + kNewSide, from.y};
+  AGPoint to = Snapped(lastMap_, modifiers);
+  if (modifiers.shift) {
+    const double side = std::max(std::fabs(to.x - from.x), std::fabs(to.y - from.y));
+    to = {from.x + std::copysign(side, to.x - from.x), from.y + std::copysign(side, to.y - from.y)};
+  }
+  return {std::min(from.x, to.x), std::min(from.y, to.y), std::max(from.x, to.x), std::max(from.y, to.y)};
+}
+
+void PointerTool::FinishMaking(PointerModifiers modifiers) {
+  const AGRect bounds = NewBounds(modifiers);
+  if (!(bounds.x1 > bounds.x0) || !(bounds.y1 > bounds.y0)) return;
+  session_->Add(*newClass_, "-default", {bounds, 0}, &refused_);
+}
+
+std::optional<AGRect> PointerTool::Band() const {
+  if (!moved_ || (mode_ != Mode::kBand && mode_ != Mode::kMake)) return std::nullopt;
+  if (mode_ == Mode::kMake) return NewBounds(lastModifiers_);
+  return AGRect{std::min(startMap_.x, lastMap_.x), std::min(startMap_.y, lastMap_.y),
+                std::max(startMap_.x, lastMap_.x), std::max(startMap_.y, lastMap_.y)};
+}
+
+PointerTool::Cursor PointerTool::CursorAt(AGPoint const& point) const {
+  if (session_ == nullptr) return Cursor::kArrow;
+  if (newClass_) return Cursor::kCross;
+  const SelectionFrame frame = SelectionFrame::Of(*session_);
+  const Handle handle = mode_ == Mode::kIdle ? frame.HandleAt(point, *view_) : handle_;
+  if (handle == Handle::kRotate) return Cursor::kRotate;
+  if (handle == Handle::kRounding) return Cursor::kRounding;
+  if (handle == Handle::kNone) {
+    const bool over = mode_ == Mode::kMove || session_->ObjectAt(view_->ToMap(point), kHitTolerance / view_->Zoom()) !=
+                                                  kNoObjectID;
+    return over ? Cursor::kMove : Cursor::kArrow;
+  }
+  // The nearest of the four directions of arrow, on the screen, where y points down.
+  const HandleSides sides = SidesOf(handle);
+  const double direction = std::atan2(sides.y, sides.x) + frame.Placement().angle;
+  constexpr Cursor kCursors[] = {Cursor::kEastWest, Cursor::kRising, Cursor::kNorthSouth, Cursor::kFalling};
+  const long eighth = std::lround(direction / (std::numbers::pi / 4));
+  return kCursors[static_cast<std::size_t>((eighth % 4 + 4) % 4)];
+}
+
+double PointerTool::Snapped(double value, PointerModifiers modifiers) const {
+  if (!(snap_.spacing > 0) || modifiers.alt) return value;
+  return std::floor(value / snap_.spacing + 0.5) * snap_.spacing;
+}
+
+AGPoint PointerTool::Snapped(AGPoint const& map, PointerModifiers modifiers) const {
+  return {Snapped(map.x, modifiers), Snapped(map.y, modifiers)};
+}
+
+}  // namespace host

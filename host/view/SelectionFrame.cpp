@@ -1,0 +1,144 @@
+#include "host/view/SelectionFrame.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include "host/document/ObjectProperties.h"
+#include "kit/AKValueHelpers.h"
+
+namespace host {
+namespace {
+
+// In pixels of the view.
+constexpr double kRotateDistance = 26;
+constexpr double kRoundingInset = 14;
+constexpr double kLeastSide = 24;  // of a frame that has handles on its sides
+constexpr double kRoundingSide = 48;
+
+constexpr Handle kEight[] = {Handle::kLowerLeft, Handle::kBottom, Handle::kLowerRight, Handle::kRight,
+                             Handle::kUpperRight, Handle::kTop,   Handle::kUpperLeft,  Handle::kLeft};
+
+std::optional<double> RoundingOf(DocumentObject const& object) {
+  if (object.IsPlaceholder()) return std::nullopt;
+  double rounding = 0;
+  if (!AKValueGetasFloat64(PropertiesOf(object).GetValue("Rounding"), &rounding, false)) return std::nullopt;
+  return std::clamp(rounding, 0.0, 1.0);
+}
+
+AGPoint Center(AGRect const& rect) { return {(rect.x0 + rect.x1) / 2, (rect.y0 + rect.y1) / 2}; }
+
+AGPoint Turned(AGPoint const& point, AGPoint const& center, double angle) {
+  const double c = std::cos(angle);
+  const double s = std::sin(angle);
+  const AGPoint d{point.x - center.x, point.y - center.y};
+  return {center.x + c * d.x - s * d.y, center.y + s * d.x + c * d.y};
+}
+
+}  // namespace
+
+HandleSides SidesOf(Handle handle) {
+  switch (handle) {
+    case Handle::kLowerLeft:
+      return {-1, -1};
+    case Handle::kBottom:
+      return {0, -1};
+    case Handle::kLowerRight:
+      return {1, -1};
+    case Handle::kRight:
+      return {1, 0};
+    case Handle::kUpperRight:
+      return {1, 1};
+    case Handle::kTop:
+      return {0, 1};
+    case Handle::kUpperLeft:
+      return {-1, 1};
+    case Handle::kLeft:
+      return {-1, 0};
+    default:
+      return {};
+  }
+}
+
+SelectionFrame SelectionFrame::Of(DocumentSession const& session) {
+  SelectionFrame frame;
+  ObjectIDs const& ids = session.Selected().IDs();
+  if (ids.empty()) return frame;
+  frame.empty_ = false;
+  frame.single_ = ids.size() == 1;
+  if (frame.single_) {
+    DocumentObject const& object = *session.Doc().Find(ids[0]);
+    frame.placement_ = object.Placement();
+    frame.rounding_ = RoundingOf(object);
+  } else {
+    frame.placement_.angle = 0;
+    session.GetBox(ids, &frame.placement_.bounds);
+  }
+  return frame;
+}
+
+AGPoint SelectionFrame::OnFrame(double x, double y) const {
+  return Turned({x, y}, Center(placement_.bounds), placement_.angle);
+}
+
+std::vector<Handle> SelectionFrame::Handles(ViewTransform const& view) const {
+  std::vector<Handle> handles;
+  if (empty_) return handles;
+  AGRect const& b = placement_.bounds;
+  const double width = std::fabs(b.x1 - b.x0) * view.Zoom();
+  const double height = std::fabs(b.y1 - b.y0) * view.Zoom();
+  handles.push_back(Handle::kRotate);
+  for (Handle handle : kEight) {
+    const HandleSides sides = SidesOf(handle);
+    if ((sides.x == 0 && width < kLeastSide) || (sides.y == 0 && height < kLeastSide)) continue;
+    handles.push_back(handle);
+  }
+  if (rounding_ && std::min(width, height) >= kRoundingSide) handles.push_back(Handle::kRounding);
+  return handles;
+}
+
+double SelectionFrame::LeastInset(ViewTransform const& view) const { return kRoundingInset / view.Zoom(); }
+
+double SelectionFrame::MostInset() const {
+  AGRect const& b = placement_.bounds;
+  return std::min(std::fabs(b.x1 - b.x0), std::fabs(b.y1 - b.y0)) / 2;
+}
+
+AGPoint SelectionFrame::PositionOf(Handle handle, ViewTransform const& view) const {
+  AGRect const& b = placement_.bounds;
+  if (handle == Handle::kRotate) {
+    return view.ToView(OnFrame((b.x0 + b.x1) / 2, b.y1 + kRotateDistance / view.Zoom()));
+  }
+  if (handle == Handle::kRounding) {
+    const double least = LeastInset(view);
+    const double inset = least + (MostInset() - least) * rounding_.value_or(0);
+    return view.ToView(OnFrame(b.x1 - inset, b.y1 - inset));
+  }
+  const HandleSides sides = SidesOf(handle);
+  return view.ToView(OnFrame((b.x0 + b.x1) / 2 + sides.x * (b.x1 - b.x0) / 2,
+                             (b.y0 + b.y1) / 2 + sides.y * (b.y1 - b.y0) / 2));
+}
+
+Handle SelectionFrame::HandleAt(AGPoint const& point, ViewTransform const& view) const {
+  Handle nearest = Handle::kNone;
+  double best = kReach;
+  for (Handle handle : Handles(view)) {
+    const AGPoint place = PositionOf(handle, view);
+    const double distance = std::hypot(place.x - point.x, place.y - point.y);
+    if (distance > best) continue;
+    best = distance;
+    nearest = handle;
+  }
+  return nearest;
+}
+
+double SelectionFrame::RoundingAt(AGPoint const& point, ViewTransform const& view) const {
+  AGRect const& b = placement_.bounds;
+  const AGPoint map = Turned(view.ToMap(point), Center(b), -placement_.angle);
+  const double least = LeastInset(view);
+  const double range = MostInset() - least;
+  if (!(range > 0)) return 0;
+  const double inset = (b.x1 - map.x + b.y1 - map.y) / 2;
+  return std::clamp((inset - least) / range, 0.0, 1.0);
+}
+
+}  // namespace host

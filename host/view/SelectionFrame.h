@@ -1,0 +1,73 @@
+// The frame around the selected objects, with the handles that change them.
+//
+// One object has a frame that is turned with it; several have the upright box of them all. Besides the eight handles of
+// the sides and corners there is one to turn the frame, above the middle of its top, and, for one object that has the
+// property "Rounding", one to round its corners, on the diagonal from its upper right corner inwards.
+#pragma once
+
+#include <optional>
+#include <vector>
+
+#include "host/document/DocumentSession.h"
+#include "host/view/ViewTransform.h"
+
+namespace host {
+
+enum class Handle {
+  kNone,
+  kLowerLeft,
+  kBottom,
+  kLowerRight,
+  kRight,
+  kUpperRight,
+  kTop,
+  kUpperLeft,
+  kLeft,
+  kRotate,
+  kRounding,
+};
+
+/// Which sides of the frame a handle moves: -1 the left or lower one, 1 the right or upper one, 0 neither.
+struct HandleSides {
+  int x = 0;
+  int y = 0;
+};
+/// {0, 0} for a handle that is none of the eight.
+HandleSides SidesOf(Handle handle);
+
+class SelectionFrame {
+ public:
+  /// Half the side of a handle, in pixels of the view, and how far from it the pointer still takes it.
+  static constexpr double kHalfHandle = 4;
+  static constexpr double kReach = 7;
+
+  /// Of the session's selection; empty when nothing is selected.
+  static SelectionFrame Of(DocumentSession const& session);
+
+  bool IsEmpty() const { return empty_; }
+  bool IsSingle() const { return single_; }
+  ObjectPlacement const& Placement() const { return placement_; }
+  /// The rounding of the one object; none where there is no such property.
+  std::optional<double> Rounding() const { return rounding_; }
+
+  /// The handles that there is room for, in the order in which they are drawn.
+  std::vector<Handle> Handles(ViewTransform const& view) const;
+  /// Where a handle is in the view.
+  AGPoint PositionOf(Handle handle, ViewTransform const& view) const;
+  /// The handle that the pointer takes.
+  Handle HandleAt(AGPoint const& point, ViewTransform const& view) const;
+  /// The rounding that puts its handle nearest to a point of the view, 0 to 1.
+  double RoundingAt(AGPoint const& point, ViewTransform const& view) const;
+
+ private:
+  AGPoint OnFrame(double x, double y) const;  // of map units within the unturned bounds
+  double LeastInset(ViewTransform const& view) const;
+  double MostInset() const;
+
+  bool empty_ = true;
+  bool single_ = false;
+  ObjectPlacement placement_;
+  std::optional<double> rounding_;
+};
+
+}  // namespace host

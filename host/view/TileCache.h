@@ -1,0 +1,82 @@
+// The drawn document in tiles: squares of device pixels, drawn when they are first looked at and again where something
+// changed.
+//
+// Tiles lie on a grid that is fixed to the map at one zoom, so scrolling draws only what comes into sight, and a change
+// draws only the changed part of the tiles that it touches. When the zoom changes the tiles of the last zoom are kept to
+// be shown stretched until the new ones are drawn. Pixels are blue, green, red, alpha, premultiplied, the upper row
+// first; beside the page they are clear.
+#pragma once
+
+#include <cstdint>
+#include <map>
+#include <memory>
+#include <utility>
+#include <vector>
+
+#include "graphics/AGBitmap.h"
+#include "host/document/Document.h"
+#include "host/view/ViewTransform.h"
+
+namespace host {
+
+class TileCache {
+ public:
+  static constexpr int kSide = 256;
+  /// Tiles out of sight are dropped beyond this count.
+  static constexpr std::size_t kMostTiles = 400;
+
+  struct Tile {
+    int column = 0;  ///< it covers the device pixels from column * kSide and row * kSide on
+    int row = 0;
+    std::unique_ptr<AGBitmap> bitmap;
+    AGRect dirty{0, 0, 0, 0};     ///< in map units, to be drawn again; all of it when it was never drawn
+    bool drawn = false;           ///< false until it was drawn once
+    std::uint64_t version = 0;    ///< changes with the pixels
+    std::uint64_t lastLooked = 0;
+    bool IsUpToDate() const { return drawn && !(dirty.x1 > dirty.x0); }
+  };
+
+  struct Grid {
+    double spacing = 0;  ///< map units between lines; 0 draws none
+  };
+
+  explicit TileCache(Document const* document) : document_(document) {}
+
+  /// Another document, or none: everything is drawn anew.
+  void SetDocument(Document const* document);
+  void SetGrid(Grid const& grid);
+  /// The zoom of the tiles; a new one sets the tiles there are aside.
+  void SetPixelsPerUnit(double pixelsPerUnit);
+  double PixelsPerUnit() const { return pixelsPerUnit_; }
+
+  /// What was drawn within the area, in map units, is out of date.
+  void Invalidate(AGRect const& area);
+  void InvalidateAll();
+
+  /// The tiles that a view needs, the middle first, made if they are not there; not yet drawn.
+  std::vector<Tile*> Look(ViewTransform const& view, AGSize const& size);
+  /// Brings a tile up to date.
+  void Draw(Tile* tile);
+
+  /// The tiles of the zoom before, for as long as the new ones are not all drawn.
+  std::map<std::pair<int, int>, Tile> const& Former() const { return former_; }
+  double FormerPixelsPerUnit() const { return formerPixelsPerUnit_; }
+  void DropFormer() { former_.clear(); }
+
+ private:
+  AGRect AreaOf(Tile const& tile) const;
+  void DrawArea(Tile* tile, AGRect const& area) const;
+  void DrawGrid(AGContext const& context, AGRect const& area) const;
+  void DropUnseen();
+
+  Document const* document_;
+  Grid grid_;
+  double pixelsPerUnit_ = 1;
+  std::map<std::pair<int, int>, Tile> tiles_;
+  std::map<std::pair<int, int>, Tile> former_;
+  double formerPixelsPerUnit_ = 1;
+  std::uint64_t look_ = 0;
+  std::uint64_t versions_ = 0;
+};
+
+}  // namespace host

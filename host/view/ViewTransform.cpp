@@ -1,0 +1,72 @@
+#include "host/view/ViewTransform.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace host {
+namespace {
+
+// Beyond this a device pixel's number would be no exact coordinate.
+constexpr double kFarthest = 1e12;
+
+std::int64_t WholePixel(double value) {
+  return static_cast<std::int64_t>(std::floor(std::clamp(value, -kFarthest, kFarthest) + 0.5));
+}
+
+}  // namespace
+
+void ViewTransform::SetDeviceScale(double scale) {
+  if (!(scale > 0) || scale == deviceScale_) return;
+  const double factor = scale / deviceScale_;
+  deviceScale_ = scale;
+  SetOffset(WholePixel(static_cast<double>(offsetX_) * factor), WholePixel(static_cast<double>(offsetY_) * factor));
+}
+
+void ViewTransform::SetOffset(std::int64_t x, std::int64_t y) {
+  offsetX_ = x;
+  offsetY_ = y;
+}
+
+void ViewTransform::Scroll(double dx, double dy) {
+  offsetX_ += WholePixel(dx * deviceScale_);
+  offsetY_ += WholePixel(dy * deviceScale_);
+}
+
+void ViewTransform::SetZoom(double zoom, AGPoint const& fixed) {
+  if (std::isnan(zoom)) return;
+  const AGPoint map = ToMap(fixed);
+  zoom_ = std::clamp(zoom, kMinZoom, kMaxZoom);
+  offsetX_ = WholePixel(map.x * PixelsPerUnit() - fixed.x * deviceScale_);
+  offsetY_ = WholePixel(-map.y * PixelsPerUnit() - fixed.y * deviceScale_);
+}
+
+void ViewTransform::Fit(AGRect const& area, AGSize const& view, double margin) {
+  const double width = area.x1 - area.x0;
+  const double height = area.y1 - area.y0;
+  if (!(width > 0) || !(height > 0) || !(view.width > 0) || !(view.height > 0)) return;
+  const double room = std::min((view.width - 2 * margin) / width, (view.height - 2 * margin) / height);
+  zoom_ = std::clamp(room, kMinZoom, kMaxZoom);
+  const double scale = PixelsPerUnit();
+  offsetX_ = WholePixel((area.x0 + area.x1) / 2 * scale - view.width / 2 * deviceScale_);
+  offsetY_ = WholePixel(-(area.y0 + area.y1) / 2 * scale - view.height / 2 * deviceScale_);
+}
+
+AGPoint ViewTransform::ToView(AGPoint const& map) const {
+  const double scale = PixelsPerUnit();
+  return {(map.x * scale - static_cast<double>(offsetX_)) / deviceScale_,
+          (-map.y * scale - static_cast<double>(offsetY_)) / deviceScale_};
+}
+
+AGPoint ViewTransform::ToMap(AGPoint const& view) const {
+  const double scale = PixelsPerUnit();
+  return {(view.x * deviceScale_ + static_cast<double>(offsetX_)) / scale,
+          -(view.y * deviceScale_ + static_cast<double>(offsetY_)) / scale};
+}
+
+AGRect ViewTransform::Shown(AGSize const& view) const {
+  const AGPoint upperLeft = ToMap({0, 0});
+  const AGPoint lowerRight = ToMap({view.width, view.height});
+  return {upperLeft.x, lowerRight.y, lowerRight.x, upperLeft.y};
+}
+
+}  // namespace host

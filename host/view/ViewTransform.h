@@ -1,0 +1,51 @@
+// Where a view shows a document: map units (y up) to pixels of the view (y down, from its upper left corner).
+//
+// Zoom is pixels a map unit at scale 1; `deviceScale` is the device's pixels a pixel of the view, 1 or 2 as a rule. The
+// position is kept in whole device pixels, so that scrolling moves what is drawn without drawing it anew, and lines stay
+// crisp.
+#pragma once
+
+#include <cstdint>
+
+#include "graphics/values/AGPoint.h"
+#include "graphics/values/AGRect.h"
+#include "graphics/values/AGSize.h"
+
+namespace host {
+
+class ViewTransform {
+ public:
+  static constexpr double kMinZoom = 0.02;
+  static constexpr double kMaxZoom = 64;
+
+  double Zoom() const { return zoom_; }
+  double DeviceScale() const { return deviceScale_; }
+  /// Device pixels a map unit.
+  double PixelsPerUnit() const { return zoom_ * deviceScale_; }
+  /// The device pixel at the view's upper left corner; (0, 0) of the map is device pixel (0, 0), x right and y down.
+  std::int64_t OffsetX() const { return offsetX_; }
+  std::int64_t OffsetY() const { return offsetY_; }
+
+  void SetDeviceScale(double scale);
+  void SetOffset(std::int64_t x, std::int64_t y);
+  /// By pixels of the view; what is shown moves the other way.
+  void Scroll(double dx, double dy);
+  /// Clamped to the limits; the point of the view that is given keeps its place on the map.
+  void SetZoom(double zoom, AGPoint const& fixed);
+  /// Shows an area of the map as large as the view allows, with a margin in pixels of the view. An empty area or view
+  /// changes nothing.
+  void Fit(AGRect const& area, AGSize const& view, double margin);
+
+  AGPoint ToView(AGPoint const& map) const;
+  AGPoint ToMap(AGPoint const& view) const;
+  /// The area of the map that a view of this size shows.
+  AGRect Shown(AGSize const& view) const;
+
+ private:
+  double zoom_ = 1;
+  double deviceScale_ = 1;
+  std::int64_t offsetX_ = 0;
+  std::int64_t offsetY_ = 0;
+};
+
+}  // namespace host
