@@ -6,6 +6,9 @@ find_package(JPEG REQUIRED)
 find_package(TIFF 4.5 REQUIRED)
 pkg_check_modules(CAIRO REQUIRED IMPORTED_TARGET cairo)
 pkg_check_modules(PANGO REQUIRED IMPORTED_TARGET pangocairo pangoft2 fontconfig harfbuzz fribidi)
+if(AK_WINDOW)
+  pkg_check_modules(GTKMM REQUIRED IMPORTED_TARGET gtkmm-4.0)
+endif()
 
 add_library(ak_settings INTERFACE)
 target_include_directories(ak_settings INTERFACE

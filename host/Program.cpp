@@ -34,6 +34,7 @@ struct Invocation {
 };
 
 BundleSet* sBundles = nullptr;
+std::vector<std::string> sBundleOptions;
 
 // Takes the options in front of the command. False, with one line in `*error`, when they make no sense.
 bool TakeGlobalOptions(std::vector<std::string> const& words, Invocation* invocation, std::string* error) {
@@ -53,7 +54,9 @@ bool TakeGlobalOptions(std::vector<std::string> const& words, Invocation* invoca
       return false;
     }
   }
-  invocation->words.assign(words.begin() + static_cast<std::ptrdiff_t>(i), words.end());
+  const auto command = words.begin() + static_cast<std::ptrdiff_t>(i);
+  sBundleOptions.assign(words.begin(), command);
+  invocation->words.assign(command, words.end());
   return true;
 }
 
@@ -69,12 +72,6 @@ bool LoadBundles(Invocation const& invocation, BundleSet* bundles, std::string* 
   return true;
 }
 
-// The catalogues of the host and of the bundles that come with it.
-void AddCatalogues() {
-  const std::filesystem::path prefix = std::filesystem::path(Program::ExecutablePath()).parent_path().parent_path();
-  Localisation::Instance().AddFolder((prefix / "share" / "locale").string());
-}
-
 bool AsksForHelp(std::vector<std::string> const& words) {
   return std::find(words.begin(), words.end(), "--help") != words.end();
 }
@@ -85,6 +82,13 @@ std::string Program::ExecutablePath() {
   std::error_code error;
   return std::filesystem::read_symlink("/proc/self/exe", error).string();
 }
+
+void AddCatalogues() {
+  const std::filesystem::path prefix = std::filesystem::path(Program::ExecutablePath()).parent_path().parent_path();
+  Localisation::Instance().AddFolder((prefix / "share" / "locale").string());
+}
+
+std::vector<std::string> const& Program::BundleOptions() { return sBundleOptions; }
 
 BundleSet& Program::Bundles() { return *sBundles; }
 
@@ -106,8 +110,8 @@ int RunProgram(std::vector<std::string> const& words) {
     std::fputs(command->help, stdout);
     return 0;
   }
-  // "info" looks at one bundle by itself.
-  if (command->run == kInfoCommand.run) return command->run(arguments);
+  // "info" looks at one bundle by itself, and the window loads its own.
+  if (command->run == kInfoCommand.run || command->run == kWindowCommand.run) return command->run(arguments);
 
   const Fonts fonts;
   BundleSet bundles(Program::ExecutablePath());

@@ -13,9 +13,15 @@ class Program {
   /// The file of the running program; empty when the system does not tell.
   static std::string ExecutablePath();
 
+  /// The options about bundles that stood in front of the command.
+  static std::vector<std::string> const& BundleOptions();
+
   /// The bundles that are loaded; there while a command runs.
   static BundleSet& Bundles();
 };
+
+/// The translations of the host and of the bundles that come with it.
+void AddCatalogues();
 
 /// Runs objecthost with the words of its command line; returns the exit code.
 int RunProgram(std::vector<std::string> const& words);

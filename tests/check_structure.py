@@ -24,7 +24,8 @@ LAYERS = {
 }
 # Within the kit only the bridge to the native layer may see it.
 PLATFORM_BRIDGE = re.compile(r"kit/AKMacOS\w*\.(h|cpp)$")
-NATIVE_LIBRARY = re.compile(r"^(cairo|pango|png|jpeglib|jerror|tiff|fontconfig|fribidi|glib|hb)")
+NATIVE_LIBRARY = re.compile(r"^(cairo|pango|png|jpeglib|jerror|tiff|fontconfig|fribidi|glib(?!mm)|hb)")
+TOOLKIT = re.compile(r"^(gtk|gdk|glibmm|gio|sigc)")
 INCLUDE = re.compile(r'^\s*#\s*include\s+(["<])([^">]+)[">]', re.MULTILINE)
 
 
@@ -50,6 +51,8 @@ def may_include(source, layer, target):
 def include_findings(root, source):
     layer = layer_of(source)
     for bracket, name in INCLUDE.findall((root / source).read_text()):
+        if TOOLKIT.match(name) and not source.startswith("host/window/"):
+            yield f"{source}: includes <{name}>, which only host/window/ may"
         if NATIVE_LIBRARY.match(name) and layer != "platform":
             yield f"{source}: includes <{name}>, which only platform/ may"
         target = target_of(root, name)

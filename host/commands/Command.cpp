@@ -6,9 +6,9 @@ namespace host {
 
 std::vector<Command> const& Commands() {
   static const std::vector<Command> commands = {
-      kNewCommand,  kAddCommand,     kListCommand,    kGetCommand,    kSetCommand,
-      kDrawCommand, kInspectCommand, kInfoCommand,    kDemoCommand,   kVerifyCommand,
-      kDumpCommand, kCheckCommand,   kGalleryCommand, kShapesCommand, kTextCommand,
+      kNewCommand,     kAddCommand,   kListCommand,    kGetCommand,    kSetCommand,  kDrawCommand,
+      kInspectCommand, kInfoCommand,  kBundlesCommand, kWindowCommand, kDemoCommand, kVerifyCommand,
+      kDumpCommand,    kCheckCommand, kGalleryCommand, kShapesCommand, kTextCommand,
   };
   return commands;
 }

@@ -32,6 +32,8 @@ extern const Command kSetCommand;
 extern const Command kDrawCommand;
 extern const Command kInspectCommand;
 extern const Command kInfoCommand;
+extern const Command kBundlesCommand;
+extern const Command kWindowCommand;
 extern const Command kDemoCommand;
 extern const Command kVerifyCommand;
 extern const Command kDumpCommand;

@@ -267,8 +267,8 @@ void PointerTool::FinishMaking(PointerModifiers modifiers) {
 std::optional<AGRect> PointerTool::Band() const {
   if (!moved_ || (mode_ != Mode::kBand && mode_ != Mode::kMake)) return std::nullopt;
   if (mode_ == Mode::kMake) return NewBounds(lastModifiers_);
-  return AGRect{std::min(startMap_.x, lastMap_.x), std::min(startMap_.y, lastMap_.y),
-                std::max(startMap_.x, lastMap_.x), std::max(startMap_.y, lastMap_.y)};
+  return AGRect{std::min(startMap_.x, lastMap_.x), std::min(startMap_.y, lastMap_.y), std::max(startMap_.x, lastMap_.x),
+                std::max(startMap_.y, lastMap_.y)};
 }
 
 PointerTool::Cursor PointerTool::CursorAt(AGPoint const& point) const {
@@ -279,8 +279,8 @@ PointerTool::Cursor PointerTool::CursorAt(AGPoint const& point) const {
   if (handle == Handle::kRotate) return Cursor::kRotate;
   if (handle == Handle::kRounding) return Cursor::kRounding;
   if (handle == Handle::kNone) {
-    const bool over = mode_ == Mode::kMove || session_->ObjectAt(view_->ToMap(point), kHitTolerance / view_->Zoom()) !=
-                                                  kNoObjectID;
+    const bool over =
+        mode_ == Mode::kMove || session_->ObjectAt(view_->ToMap(point), kHitTolerance / view_->Zoom()) != kNoObjectID;
     return over ? Cursor::kMove : Cursor::kArrow;
   }
   // The nearest of the four directions of arrow, on the screen, where y points down.

@@ -76,15 +76,15 @@ class PointerTool {
   SnapGrid snap_;
   std::optional<AKClassID> newClass_;
   Mode mode_ = Mode::kIdle;
-  bool moved_ = false;                 // beyond the few pixels of an unsteady hand
-  ObjectID toToggle_ = kNoObjectID;    // a shift-click that did not become a drag
+  bool moved_ = false;               // beyond the few pixels of an unsteady hand
+  ObjectID toToggle_ = kNoObjectID;  // a shift-click that did not become a drag
   ObjectID toSelectAlone_ = kNoObjectID;
-  AGPoint start_;                      // in the view
+  AGPoint start_;  // in the view
   AGPoint startMap_;
   AGPoint lastMap_;
   PointerModifiers lastModifiers_;
   Handle handle_ = Handle::kNone;
-  SelectionFrame frame_;               // as the drag began
+  SelectionFrame frame_;  // as the drag began
   std::string refused_;
 };
 

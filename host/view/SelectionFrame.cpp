@@ -15,8 +15,8 @@ constexpr double kRoundingInset = 14;
 constexpr double kLeastSide = 24;  // of a frame that has handles on its sides
 constexpr double kRoundingSide = 48;
 
-constexpr Handle kEight[] = {Handle::kLowerLeft, Handle::kBottom, Handle::kLowerRight, Handle::kRight,
-                             Handle::kUpperRight, Handle::kTop,   Handle::kUpperLeft,  Handle::kLeft};
+constexpr Handle kEight[] = {Handle::kLowerLeft,  Handle::kBottom, Handle::kLowerRight, Handle::kRight,
+                             Handle::kUpperRight, Handle::kTop,    Handle::kUpperLeft,  Handle::kLeft};
 
 std::optional<double> RoundingOf(DocumentObject const& object) {
   if (object.IsPlaceholder()) return std::nullopt;
@@ -114,8 +114,8 @@ AGPoint SelectionFrame::PositionOf(Handle handle, ViewTransform const& view) con
     return view.ToView(OnFrame(b.x1 - inset, b.y1 - inset));
   }
   const HandleSides sides = SidesOf(handle);
-  return view.ToView(OnFrame((b.x0 + b.x1) / 2 + sides.x * (b.x1 - b.x0) / 2,
-                             (b.y0 + b.y1) / 2 + sides.y * (b.y1 - b.y0) / 2));
+  return view.ToView(
+      OnFrame((b.x0 + b.x1) / 2 + sides.x * (b.x1 - b.x0) / 2, (b.y0 + b.y1) / 2 + sides.y * (b.y1 - b.y0) / 2));
 }
 
 Handle SelectionFrame::HandleAt(AGPoint const& point, ViewTransform const& view) const {

@@ -2,8 +2,8 @@
 // changed.
 //
 // Tiles lie on a grid that is fixed to the map at one zoom, so scrolling draws only what comes into sight, and a change
-// draws only the changed part of the tiles that it touches. When the zoom changes the tiles of the last zoom are kept to
-// be shown stretched until the new ones are drawn. Pixels are blue, green, red, alpha, premultiplied, the upper row
+// draws only the changed part of the tiles that it touches. When the zoom changes the tiles of the last zoom are kept
+// to be shown stretched until the new ones are drawn. Pixels are blue, green, red, alpha, premultiplied, the upper row
 // first; beside the page they are clear.
 #pragma once
 
@@ -29,9 +29,9 @@ class TileCache {
     int column = 0;  ///< it covers the device pixels from column * kSide and row * kSide on
     int row = 0;
     std::unique_ptr<AGBitmap> bitmap;
-    AGRect dirty{0, 0, 0, 0};     ///< in map units, to be drawn again; all of it when it was never drawn
-    bool drawn = false;           ///< false until it was drawn once
-    std::uint64_t version = 0;    ///< changes with the pixels
+    AGRect dirty{0, 0, 0, 0};   ///< in map units, to be drawn again; all of it when it was never drawn
+    bool drawn = false;         ///< false until it was drawn once
+    std::uint64_t version = 0;  ///< changes with the pixels
     std::uint64_t lastLooked = 0;
     bool IsUpToDate() const { return drawn && !(dirty.x1 > dirty.x0); }
   };

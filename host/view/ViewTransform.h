@@ -1,8 +1,8 @@
 // Where a view shows a document: map units (y up) to pixels of the view (y down, from its upper left corner).
 //
 // Zoom is pixels a map unit at scale 1; `deviceScale` is the device's pixels a pixel of the view, 1 or 2 as a rule. The
-// position is kept in whole device pixels, so that scrolling moves what is drawn without drawing it anew, and lines stay
-// crisp.
+// position is kept in whole device pixels, so that scrolling moves what is drawn without drawing it anew, and lines
+// stay crisp.
 #pragma once
 
 #include <cstdint>

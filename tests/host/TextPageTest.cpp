@@ -1,6 +1,4 @@
 // The page of text as a PDF file, read by a program of its own.
-#include "host/gallery/TextPage.h"
-
 #include <gtest/gtest.h>
 
 #include <cstdio>
@@ -12,6 +10,7 @@
 
 #include "CoreGraphics/CGVectorContext.h"
 #include "host/Fonts.h"
+#include "host/gallery/TextPage.h"
 
 namespace {
 
@@ -40,7 +39,7 @@ TEST(TextPageTest, PDF_HoldsItsTextsAsTextAndEmbedsItsFonts) {
   const std::string folder = mkdtemp(pattern);
   std::ofstream(folder + "/page.pdf", std::ios::binary) << file;
   const std::string text = OutputOf(folder, "pdftotext -enc UTF-8 page.pdf -");
-  const char* const expected[] = {"One line", "second",   "three",      "office",  "fluffy",  "𝔸𝕓𝕔",   "éclair",
+  const char* const expected[] = {"One line", "second",   "three",      "office",  "fluffy",  "𝔸𝕓𝕔", "éclair",
                                   "Paint",    "outlined", "underlined", "Upright", "a point", "عالم"};
   for (const char* words : expected) EXPECT_NE(text.find(words), std::string::npos) << words << " in " << text;
   EXPECT_EQ(text.find("Path"), std::string::npos);  // outlines are no text

@@ -1,0 +1,178 @@
+// The actions of the window's menus.
+#include <giomm/simpleaction.h>
+#include <gtkmm/text.h>
+
+#include "host/text/Localisation.h"
+#include "host/window/EditorApplication.h"
+#include "host/window/EditorWindow.h"
+#include "host/window/GalleryWindow.h"
+#include "host/window/HelpWindows.h"
+
+namespace host {
+namespace {
+
+constexpr double kZoomStep = 1.25;
+constexpr double kPasteOffset = 10;
+
+// A field that is being typed in takes what is meant for text. False when none is.
+bool GiveToText(Gtk::Window& window, char const* action) {
+  auto* const text = dynamic_cast<Gtk::Text*>(window.get_focus());
+  if (text == nullptr) return false;
+  gtk_widget_activate_action(GTK_WIDGET(text->gobj()), action, nullptr);
+  return true;
+}
+
+}  // namespace
+
+void EditorWindow::AddActions() {
+  AddFileActions();
+  AddEditActions();
+  AddViewActions();
+}
+
+void EditorWindow::AddFileActions() {
+  add_action("open", [this] { ChooseDocument(); });
+  add_action("save", [this] { Save([] {}); });
+  add_action("save-as", [this] { SaveAs([] {}); });
+  add_action("export", [this] { Export(); });
+  add_action("close", [this] { close(); });
+  add_action("load-bundle", [this] {
+    ChooseFile(Tr("Load Bundle"), {{Tr("Bundles"), "*.so"}}, [this](std::string const& path) { OpenDropped(path); });
+  });
+}
+
+void EditorWindow::Do(bool done, std::string const& error) {
+  if (!done && !error.empty()) ShowMessage(error, Gtk::MessageType::WARNING);
+}
+
+void EditorWindow::AddEdit(char const* name, Edit edit) {
+  add_action(name, [this, edit = std::move(edit)] {
+    std::string error;
+    Do(edit(session_->Selected().IDs(), &error), error);
+  });
+}
+
+void EditorWindow::AddEditActions() {
+  add_action("undo", [this] {
+    if (!GiveToText(*this, "text.undo")) session_->Undo();
+  });
+  add_action("redo", [this] {
+    if (!GiveToText(*this, "text.redo")) session_->Redo();
+  });
+  add_action("cut", [this] {
+    if (!GiveToText(*this, "clipboard.cut")) CopySelection(true);
+  });
+  add_action("copy", [this] {
+    if (!GiveToText(*this, "clipboard.copy")) CopySelection(false);
+  });
+  add_action("paste", [this] {
+    if (!GiveToText(*this, "clipboard.paste")) PasteClipboard();
+  });
+  add_action("select-all", [this] {
+    if (!GiveToText(*this, "selection.select-all")) session_->SelectAll();
+  });
+  add_action("select-none", [this] { session_->SelectNone(); });
+  AddEdit("delete", [this](ObjectIDs const& ids, std::string* error) { return session_->Delete(ids, error); });
+  AddEdit("duplicate", [this](ObjectIDs const& ids, std::string* error) {
+    return session_->Duplicate(ids, kPasteOffset, -kPasteOffset, error);
+  });
+  const std::pair<char const*, OrderChange> orders[] = {{"to-front", OrderChange::kToFront},
+                                                        {"forward", OrderChange::kForward},
+                                                        {"backward", OrderChange::kBackward},
+                                                        {"to-back", OrderChange::kToBack}};
+  for (auto const& [name, change] : orders) {
+    AddEdit(name, [this, change = change](ObjectIDs const& ids, std::string* error) {
+      return session_->ChangeOrder(ids, change, error);
+    });
+  }
+  const std::pair<char const*, Alignment> alignments[] = {
+      {"align-left", Alignment::kLeft}, {"align-center", Alignment::kCenter}, {"align-right", Alignment::kRight},
+      {"align-top", Alignment::kTop},   {"align-middle", Alignment::kMiddle}, {"align-bottom", Alignment::kBottom}};
+  for (auto const& [name, alignment] : alignments) {
+    AddEdit(name, [this, alignment = alignment](ObjectIDs const& ids, std::string* error) {
+      return session_->Align(ids, alignment, ids.size() > 1 ? AlignTo::kObjects : AlignTo::kPage, error);
+    });
+  }
+  AddEdit("distribute-horizontally", [this](ObjectIDs const& ids, std::string* error) {
+    return session_->Distribute(ids, Axis::kHorizontal, error);
+  });
+  AddEdit("distribute-vertically", [this](ObjectIDs const& ids, std::string* error) {
+    return session_->Distribute(ids, Axis::kVertical, error);
+  });
+  add_action("add-layer", [this] { session_->AddLayer(""); });
+}
+
+void EditorWindow::AddViewActions() {
+  add_action("zoom-in", [this] { canvas_.ZoomBy(kZoomStep); });
+  add_action("zoom-out", [this] { canvas_.ZoomBy(1 / kZoomStep); });
+  add_action("zoom-100", [this] { canvas_.ZoomTo(1); });
+  add_action("zoom-fit", [this] { canvas_.ZoomToFit(); });
+  add_action("zoom-selection", [this] { canvas_.ZoomToSelection(); });
+  add_action("gallery", [this] { ShowGallery(*this); });
+  add_action("shortcuts", [this] { ShowShortcuts(*this); });
+  const auto toggle = [this](char const* name, bool on, std::function<void(bool)> const& apply) {
+    auto action = Gio::SimpleAction::create_bool(name, on);
+    Gio::SimpleAction* const raw = action.get();
+    action->signal_activate().connect([raw, apply](Glib::VariantBase const&) {
+      bool state = false;
+      raw->get_state(state);
+      raw->set_state(Glib::Variant<bool>::create(!state));
+      apply(!state);
+    });
+    add_action(action);
+    return action;
+  };
+  const auto applyGrid = [this](bool) {
+    bool shown = false;
+    bool snaps = false;
+    gridAction_->get_state(shown);
+    snapAction_->get_state(snaps);
+    canvas_.SetGrid(shown, snaps, gridSpacing_);
+  };
+  gridAction_ = toggle("grid", false, applyGrid);
+  snapAction_ = toggle("snap", false, applyGrid);
+  toggle("rulers", true, [this](bool on) {
+    horizontalRuler_.set_visible(on);
+    verticalRuler_.set_visible(on);
+  });
+}
+
+void EditorWindow::SetEnabled(char const* action, bool enabled) {
+  if (auto simple = std::dynamic_pointer_cast<Gio::SimpleAction>(lookup_action(action))) simple->set_enabled(enabled);
+}
+
+// Cut, copy, paste and undo stay enabled: a text field may want them.
+void EditorWindow::UpdateActions() {
+  UpdateTitle();
+  const std::size_t count = session_->Selected().Count();
+  for (char const* action :
+       {"delete", "duplicate", "to-front", "forward", "backward", "to-back", "align-left", "align-center",
+        "align-right", "align-top", "align-middle", "align-bottom", "select-none", "zoom-selection"}) {
+    SetEnabled(action, count > 0);
+  }
+  SetEnabled("distribute-horizontally", count > 2);
+  SetEnabled("distribute-vertically", count > 2);
+  if (const auto application = std::dynamic_pointer_cast<EditorApplication>(get_application())) {
+    application->ShowUndoTitles(session_->UndoTitle(), session_->RedoTitle());
+  }
+}
+
+void EditorWindow::CopySelection(bool cut) {
+  std::string clipboard;
+  std::string error;
+  if (cut) {
+    Do(session_->Cut(session_->Selected().IDs(), &clipboard, &error), error);
+  } else {
+    clipboard = session_->Copy(session_->Selected().IDs());
+  }
+  if (!clipboard.empty()) EditorApplication::Clipboard() = clipboard;
+}
+
+void EditorWindow::PasteClipboard() {
+  std::string const& clipboard = EditorApplication::Clipboard();
+  if (clipboard.empty()) return;
+  std::string error;
+  Do(session_->Paste(clipboard, kPasteOffset, -kPasteOffset, &error), error);
+}
+
+}  // namespace host

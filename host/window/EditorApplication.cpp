@@ -1,0 +1,147 @@
+#include "host/window/EditorApplication.h"
+
+#include <giomm/menu.h>
+#include <gtkmm/aboutdialog.h>
+#include <gtkmm/cssprovider.h>
+#include <gtkmm/settings.h>
+
+#include "host/text/DisplayText.h"
+#include "host/text/Localisation.h"
+#include "host/window/Menus.h"
+
+namespace host {
+namespace {
+
+constexpr AGSize kNewPage{600, 400};
+
+constexpr char kStyle[] = R"(
+.canvas { background-color: mix(@theme_bg_color, @theme_fg_color, 0.12); }
+.ruler { background-color: @theme_bg_color; }
+.tools { padding: 6px; }
+.panel { padding: 6px 10px 12px 10px; }
+.panel-frame > title { font-weight: bold; padding: 4px 6px; }
+.status { padding: 3px 10px; font-size: smaller; }
+spinbutton { min-height: 0; }
+)";
+
+void AddStyle() {
+  auto provider = Gtk::CssProvider::create();
+  provider->load_from_data(kStyle);
+  Gtk::StyleContext::add_provider_for_display(Gdk::Display::get_default(), provider,
+                                              GTK_STYLE_PROVIDER_PRIORITY_APPLICATION);
+}
+
+}  // namespace
+
+// Not unique: windows of several programs may stand side by side, and no message bus is needed.
+EditorApplication::EditorApplication(BundleSet* bundles)
+    : Gtk::Application("org.objecthost.Window",
+                       Gio::Application::Flags::HANDLES_OPEN | Gio::Application::Flags::NON_UNIQUE),
+      bundles_(bundles) {}
+
+Glib::RefPtr<EditorApplication> EditorApplication::Create(BundleSet* bundles) {
+  return Glib::make_refptr_for_instance(new EditorApplication(bundles));
+}
+
+std::string& EditorApplication::Clipboard() {
+  static std::string clipboard;
+  return clipboard;
+}
+
+void EditorApplication::on_startup() {
+  Gtk::Application::on_startup();
+  AddStyle();
+  AddActions();
+  menus_ = MakeMenus();
+  set_menubar(menus_.bar);
+  SetKeys(*this);
+}
+
+void EditorApplication::AddActions() {
+  add_action("new", [this] { NewWindow(std::make_unique<DocumentSession>(std::make_unique<Document>(kNewPage))); });
+  add_action("quit", [this] { Quit(); });
+  add_action("about", [this] { ShowAbout(); });
+  auto dark = Gio::SimpleAction::create_bool("dark", false);
+  Gio::SimpleAction* const raw = dark.get();
+  dark->signal_activate().connect([raw](Glib::VariantBase const&) {
+    bool on = false;
+    raw->get_state(on);
+    raw->set_state(Glib::Variant<bool>::create(!on));
+    Gtk::Settings::get_default()->property_gtk_application_prefer_dark_theme() = !on;
+  });
+  add_action(dark);
+}
+
+EditorWindow* EditorApplication::NewWindow(std::unique_ptr<DocumentSession> session) {
+  auto* const window = new EditorWindow(std::move(session));
+  add_window(*window);
+  window->signal_hide().connect([window] { delete window; });
+  window->property_is_active().signal_changed().connect([window] {
+    if (!window->is_active()) return;
+    window->Session().MakeCurrent();
+    window->OnHistoryChanged();
+  });
+  window->present();
+  return window;
+}
+
+void EditorApplication::on_activate() {
+  EditorWindow* const window = NewWindow(std::make_unique<DocumentSession>(std::make_unique<Document>(kNewPage)));
+  for (BundleSet::Skipped const& skipped : bundles_->NotLoaded()) {
+    window->ShowMessage(skipped.reason, Gtk::MessageType::WARNING);
+  }
+  OfferRecovery(window);
+}
+
+void EditorApplication::on_open(type_vec_files const& files, Glib::ustring const&) {
+  on_activate();
+  auto* const window = dynamic_cast<EditorWindow*>(get_windows().back());
+  for (auto const& file : files) OpenDocument(file->get_path(), window);
+}
+
+void EditorApplication::OpenDocument(std::string const& path, EditorWindow* window) {
+  std::string error;
+  auto session = DocumentSession::Open(path, &error);
+  if (session == nullptr) {
+    window->ShowMessage(error, Gtk::MessageType::ERROR);
+  } else if (window->IsUntouched()) {
+    window->SetSession(std::move(session));
+  } else {
+    NewWindow(std::move(session));
+  }
+}
+
+void EditorApplication::LoadBundle(std::string const& path, EditorWindow* window) {
+  std::string error;
+  if (!bundles_->Load(path, &error)) return window->ShowMessage(error, Gtk::MessageType::ERROR);
+  for (Gtk::Window* other : get_windows()) {
+    if (auto* const editor = dynamic_cast<EditorWindow*>(other)) editor->UpdateClasses();
+  }
+  window->ShowMessage(Glib::ustring::compose(Tr("Loaded the bundle %1."), path));
+}
+
+void EditorApplication::ShowUndoTitles(std::string const& undo, std::string const& redo) {
+  if (menus_.undo == nullptr) return;
+  menus_.undo->remove_all();
+  menus_.undo->append(undo, "win.undo");
+  menus_.undo->append(redo, "win.redo");
+}
+
+// Windows ask one after the other; the first that stays keeps the program running.
+void EditorApplication::Quit() {
+  const std::vector<Gtk::Window*> windows = get_windows();
+  for (Gtk::Window* window : windows) window->close();
+}
+
+void EditorApplication::OfferRecovery(EditorWindow*) {}
+
+void EditorApplication::ShowAbout() {
+  auto* const dialog = new Gtk::AboutDialog;
+  dialog->set_program_name("objecthost");
+  dialog->set_comments(Tr("A host for plug-in bundles: draws, edits and keeps the objects that they bring."));
+  if (Gtk::Window* const parent = get_active_window()) dialog->set_transient_for(*parent);
+  dialog->signal_hide().connect([dialog] { delete dialog; });
+  dialog->show();
+}
+
+}  // namespace host

@@ -1,0 +1,44 @@
+// The program with its windows.
+#pragma once
+
+#include <gtkmm/application.h>
+
+#include "host/bundles/BundleSet.h"
+#include "host/window/EditorWindow.h"
+#include "host/window/Menus.h"
+
+namespace host {
+
+class EditorApplication : public Gtk::Application {
+ public:
+  /// The bundles outlive the application.
+  static Glib::RefPtr<EditorApplication> Create(BundleSet* bundles);
+
+  /// Opens a document, in the window if that is untouched, else in a new one. Says in `window` what went wrong.
+  void OpenDocument(std::string const& path, EditorWindow* window);
+  /// What the menus say of undoing: "Undo Move". The active window's.
+  void ShowUndoTitles(std::string const& undo, std::string const& redo);
+  /// The objects that were copied last, for all windows.
+  static std::string& Clipboard();
+  /// Loads a bundle and tells `window` what became of it.
+  void LoadBundle(std::string const& path, EditorWindow* window);
+
+ protected:
+  explicit EditorApplication(BundleSet* bundles);
+
+  void on_startup() override;
+  void on_activate() override;
+  void on_open(type_vec_files const& files, Glib::ustring const& hint) override;
+
+ private:
+  EditorWindow* NewWindow(std::unique_ptr<DocumentSession> session);
+  void AddActions();
+  void Quit();
+  void OfferRecovery(EditorWindow* window);
+  void ShowAbout();
+
+  BundleSet* bundles_;
+  Menus menus_;
+};
+
+}  // namespace host

@@ -1,0 +1,123 @@
+// Opening, saving and exporting, and the questions around them.
+#include <gtkmm/filefilter.h>
+#include <gtkmm/messagedialog.h>
+#include <gtkmm/recentmanager.h>
+
+#include "host/text/Localisation.h"
+#include "host/window/EditorApplication.h"
+#include "host/window/EditorWindow.h"
+#include "host/window/ExportDialog.h"
+
+namespace host {
+namespace {
+
+constexpr char kExtension[] = ".akd";
+
+enum Answer : int { kSave = 1, kDiscard = 2, kOverwrite = 3 };
+
+// A question in front of the window; the answer comes later.
+void Ask(Gtk::Window& window, std::string const& question, std::string const& details,
+         std::vector<std::pair<std::string, int>> const& answers, std::function<void(int)> const& then) {
+  auto* const dialog =
+      new Gtk::MessageDialog(window, question, false, Gtk::MessageType::QUESTION, Gtk::ButtonsType::NONE, true);
+  dialog->set_secondary_text(details);
+  dialog->add_button(Tr("_Cancel"), Gtk::ResponseType::CANCEL);
+  for (auto const& [text, answer] : answers) dialog->add_button(text, answer);
+  dialog->set_default_response(answers.back().second);
+  dialog->signal_response().connect([dialog, then](int answer) {
+    dialog->hide();
+    then(answer);
+    delete dialog;
+  });
+  dialog->show();
+}
+
+std::string FileName(std::string const& path) { return path.substr(path.rfind('/') + 1); }
+
+}  // namespace
+
+void EditorWindow::ChooseFile(std::string const& title, std::vector<std::pair<std::string, std::string>> const& kinds,
+                              std::function<void(std::string const&)> const& then) {
+  chooser_ = Gtk::FileChooserNative::create(title, *this, Gtk::FileChooser::Action::OPEN, Tr("_Open"), Tr("_Cancel"));
+  for (auto const& [name, pattern] : kinds) {
+    auto filter = Gtk::FileFilter::create();
+    filter->set_name(name);
+    filter->add_pattern(pattern);
+    chooser_->add_filter(filter);
+  }
+  chooser_->signal_response().connect([this, then](int answer) {
+    const auto file = chooser_->get_file();
+    chooser_.reset();
+    if (answer == Gtk::ResponseType::ACCEPT && file) then(file->get_path());
+  });
+  chooser_->show();
+}
+
+void EditorWindow::ChooseDocument() {
+  ChooseFile(Tr("Open Document"), {{Tr("Documents"), "*.akd"}, {Tr("All Files"), "*"}},
+             [this](std::string const& path) {
+               if (const auto application = std::dynamic_pointer_cast<EditorApplication>(get_application())) {
+                 application->OpenDocument(path, this);
+               }
+             });
+}
+
+void EditorWindow::Save(std::function<void()> const& then) {
+  if (session_->Path().empty()) return SaveAs(then);
+  if (session_->IsFileChangedOutside()) return AskToOverwrite(then);
+  std::string error;
+  if (!session_->Save(false, &error)) return ShowMessage(error, Gtk::MessageType::ERROR);
+  message_.set_revealed(false);
+  then();
+}
+
+void EditorWindow::AskToOverwrite(std::function<void()> const& then) {
+  Ask(*this, Tr("The file was changed by another program."),
+      Tr("Saving replaces it by this document; Save As keeps both."),
+      {{Tr("Save _As…"), kSave}, {Tr("_Replace"), kOverwrite}}, [this, then](int answer) {
+        if (answer == kSave) SaveAs(then);
+        if (answer != kOverwrite) return;
+        std::string error;
+        if (!session_->Save(true, &error)) return ShowMessage(error, Gtk::MessageType::ERROR);
+        then();
+      });
+}
+
+void EditorWindow::SaveAs(std::function<void()> const& then) {
+  chooser_ = Gtk::FileChooserNative::create(Tr("Save Document"), *this, Gtk::FileChooser::Action::SAVE, Tr("_Save"),
+                                            Tr("_Cancel"));
+  chooser_->set_current_name(session_->Path().empty() ? std::string(Tr("Untitled")) + kExtension
+                                                      : FileName(session_->Path()));
+  chooser_->signal_response().connect([this, then](int answer) {
+    const auto file = chooser_->get_file();
+    chooser_.reset();
+    if (answer == Gtk::ResponseType::ACCEPT && file) SaveTo(file->get_path(), then);
+  });
+  chooser_->show();
+}
+
+void EditorWindow::SaveTo(std::string const& path, std::function<void()> const& then) {
+  const bool named = FileName(path).find('.') != std::string::npos;
+  std::string error;
+  if (!session_->SaveAs(named ? path : path + kExtension, &error)) {
+    return ShowMessage(error, Gtk::MessageType::ERROR);
+  }
+  Gtk::RecentManager::get_default()->add_item(Gio::File::create_for_path(session_->Path())->get_uri());
+  message_.set_revealed(false);
+  then();
+}
+
+void EditorWindow::AskToKeepChanges(std::function<void()> const& then) {
+  if (!session_->HasUnsavedChanges()) return then();
+  const std::string name = session_->Path().empty() ? Tr("Untitled") : FileName(session_->Path());
+  Ask(*this, Glib::ustring::compose(Tr("Save the changes of “%1” before closing?"), name),
+      Tr("Changes that are not saved are lost."), {{Tr("_Discard"), kDiscard}, {Tr("_Save"), kSave}},
+      [this, then](int answer) {
+        if (answer == kDiscard) then();
+        if (answer == kSave) Save(then);
+      });
+}
+
+void EditorWindow::Export() { ShowExportDialog(*this); }
+
+}  // namespace host

@@ -1,0 +1,210 @@
+#include "host/window/EditorWindow.h"
+
+#include <gtkmm/droptarget.h>
+#include <gtkmm/expander.h>
+#include <gtkmm/grid.h>
+#include <gtkmm/paned.h>
+#include <gtkmm/scrollbar.h>
+#include <gtkmm/scrolledwindow.h>
+#include <gtkmm/separator.h>
+#include <gtkmm/togglebutton.h>
+
+#include <cstdio>
+
+#include "host/Host.h"
+#include "host/bundles/ClassRegistry.h"
+#include "host/text/DisplayText.h"
+#include "host/text/Localisation.h"
+#include "host/window/EditorApplication.h"
+#include "host/window/Panels.h"
+
+namespace host {
+namespace {
+
+constexpr int kPanelWidth = 260;
+
+std::string FileName(std::string const& path) {
+  const std::size_t slash = path.rfind('/');
+  return slash == std::string::npos ? path : path.substr(slash + 1);
+}
+
+bool CanBeMade(RegisteredClass const& entry) { return entry.fromBundle && entry.record->constructor != nullptr; }
+
+}  // namespace
+
+EditorWindow::EditorWindow(std::unique_ptr<DocumentSession> session) {
+  set_default_size(1180, 760);
+  set_show_menubar(true);
+  auto* const everything = Gtk::make_managed<Gtk::Box>(Gtk::Orientation::VERTICAL);
+  message_.add_child(messageText_);
+  messageText_.set_wrap(true);
+  messageText_.set_selectable(true);
+  message_.set_show_close_button(true);
+  message_.set_revealed(false);
+  message_.signal_response().connect([this](int) { message_.set_revealed(false); });
+  everything->append(message_);
+
+  auto* const middle = Gtk::make_managed<Gtk::Box>(Gtk::Orientation::HORIZONTAL);
+  tools_.add_css_class("tools");
+  middle->append(tools_);
+  auto* const paned = Gtk::make_managed<Gtk::Paned>(Gtk::Orientation::HORIZONTAL);
+  paned->set_start_child(*MakeCanvasArea());
+  paned->set_resize_start_child(true);
+  paned->set_shrink_start_child(false);
+  auto* const side = Gtk::make_managed<Gtk::Box>(Gtk::Orientation::VERTICAL, 0);
+  AddPanels(side);
+  auto* const scrolled = Gtk::make_managed<Gtk::ScrolledWindow>();
+  scrolled->set_policy(Gtk::PolicyType::NEVER, Gtk::PolicyType::AUTOMATIC);
+  scrolled->set_child(*side);
+  scrolled->set_size_request(kPanelWidth, -1);
+  paned->set_end_child(*scrolled);
+  paned->set_resize_end_child(false);
+  paned->set_shrink_end_child(false);
+  middle->append(*paned);
+  everything->append(*middle);
+  everything->append(*MakeStatusLine());
+  set_child(*everything);
+
+  AddActions();
+  AddDropTarget();
+  UpdateClasses();
+  SetSession(std::move(session));
+  canvas_.grab_focus();
+}
+
+EditorWindow::~EditorWindow() { SetSession(nullptr); }
+
+void EditorWindow::SetSession(std::unique_ptr<DocumentSession> session) {
+  canvas_.SetSession(nullptr);
+  for (auto const& panel : panels_) panel->SetSession(nullptr);
+  if (session_ != nullptr) session_->RemoveObserver(this);
+  session_ = std::move(session);
+  if (session_ == nullptr) return;
+  session_->AddObserver(this);
+  session_->MakeCurrent();
+  canvas_.SetSession(session_.get());
+  for (auto const& panel : panels_) panel->SetSession(session_.get());
+  UpdateTitle();
+  UpdateActions();
+}
+
+bool EditorWindow::IsUntouched() const { return session_->Path().empty() && session_->Steps().Count() == 0; }
+
+void EditorWindow::ShowMessage(std::string const& text, Gtk::MessageType type) {
+  messageText_.set_text(text);
+  message_.set_message_type(type);
+  message_.set_revealed(true);
+}
+
+Gtk::Widget* EditorWindow::MakeCanvasArea() {
+  auto* const grid = Gtk::make_managed<Gtk::Grid>();
+  auto* const horizontal = Gtk::make_managed<Gtk::Scrollbar>(canvas_.Horizontal(), Gtk::Orientation::HORIZONTAL);
+  auto* const vertical = Gtk::make_managed<Gtk::Scrollbar>(canvas_.Vertical(), Gtk::Orientation::VERTICAL);
+  grid->attach(horizontalRuler_, 1, 0);
+  grid->attach(verticalRuler_, 0, 1);
+  grid->attach(canvas_, 1, 1);
+  grid->attach(*vertical, 2, 1);
+  grid->attach(*horizontal, 1, 2);
+  canvas_.SignalViewChanged().connect([this] { UpdateZoom(); });
+  canvas_.SignalMessage().connect([this](std::string const& text) { ShowMessage(text, Gtk::MessageType::WARNING); });
+  canvas_.SignalPointer().connect([this](AGPoint const& map) {
+    horizontalRuler_.SetPointer(map);
+    verticalRuler_.SetPointer(map);
+    char text[64];
+    std::snprintf(text, sizeof(text), "%.1f, %.1f", map.x, map.y);
+    position_.set_text(text);
+  });
+  canvas_.SignalToolChanged().connect([this] { UpdateClasses(); });
+  return grid;
+}
+
+Gtk::Widget* EditorWindow::MakeStatusLine() {
+  auto* const line = Gtk::make_managed<Gtk::Box>(Gtk::Orientation::HORIZONTAL, 12);
+  line->add_css_class("status");
+  position_.set_xalign(0);
+  position_.set_hexpand(true);
+  line->append(position_);
+  line->append(zoom_);
+  return line;
+}
+
+void EditorWindow::AddPanels(Gtk::Box* side) {
+  for (NamedPanel& named : MakePanels()) {
+    auto* const expander = Gtk::make_managed<Gtk::Expander>(named.title);
+    expander->set_expanded(true);
+    expander->add_css_class("panel-frame");
+    expander->set_child(*named.panel);
+    side->append(*expander);
+    named.panel->SignalMessage().connect(
+        [this](std::string const& text) { ShowMessage(text, Gtk::MessageType::WARNING); });
+    panels_.push_back(std::move(named.panel));
+  }
+}
+
+// One button to select, and one for each class that a bundle registered.
+void EditorWindow::UpdateClasses() {
+  while (Gtk::Widget* child = tools_.get_first_child()) tools_.remove(*child);
+  const auto chosen = canvas_.NewClass();
+  const auto add = [this](std::string const& name, bool active, std::optional<AKClassID> classID) {
+    auto* const button = Gtk::make_managed<Gtk::ToggleButton>(name);
+    button->set_active(active);
+    button->set_focus_on_click(false);
+    button->signal_clicked().connect([this, classID] { canvas_.SetNewClass(classID); });
+    tools_.append(*button);
+  };
+  add(Tr("Select"), !chosen, std::nullopt);
+  for (RegisteredClass const& entry : Host::Instance().Classes().Classes()) {
+    if (!CanBeMade(entry)) continue;
+    add(DisplayText(DisplayName(*entry.record)), chosen && *chosen == entry.record->classID, entry.record->classID);
+  }
+}
+
+void EditorWindow::UpdateTitle() {
+  const std::string name = session_->Path().empty() ? Tr("Untitled") : FileName(session_->Path());
+  set_title((session_->HasUnsavedChanges() ? "• " : "") + name + " – objecthost");
+}
+
+void EditorWindow::UpdateZoom() {
+  char text[32];
+  std::snprintf(text, sizeof(text), "%.0f %%", canvas_.View().Zoom() * 100);
+  zoom_.set_text(text);
+  horizontalRuler_.SetView(canvas_.View());
+  verticalRuler_.SetView(canvas_.View());
+}
+
+void EditorWindow::AddDropTarget() {
+  auto target = Gtk::DropTarget::create(GDK_TYPE_FILE_LIST, Gdk::DragAction::COPY);
+  target->signal_drop().connect(
+      [this](Glib::ValueBase const& value, double, double) {
+        auto* list = static_cast<GSList*>(g_value_get_boxed(value.gobj()));
+        for (; list != nullptr; list = list->next) {
+          char* path = g_file_get_path(static_cast<GFile*>(list->data));
+          if (path != nullptr) OpenDropped(path);
+          g_free(path);
+        }
+        return true;
+      },
+      false);
+  add_controller(target);
+}
+
+void EditorWindow::OpenDropped(std::string const& path) {
+  const auto application = std::dynamic_pointer_cast<EditorApplication>(get_application());
+  if (application == nullptr) return;
+  if (path.ends_with(".so")) {
+    application->LoadBundle(path, this);
+  } else {
+    application->OpenDocument(path, this);
+  }
+}
+
+bool EditorWindow::on_close_request() {
+  if (closing_) return false;
+  AskToKeepChanges([this] {
+    closing_ = true;
+    close();
+  });
+  return true;
+}
+
+}  // namespace host

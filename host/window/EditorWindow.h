@@ -1,0 +1,94 @@
+// A window with one document: canvas, rulers, panels, menus and messages.
+#pragma once
+
+#include <gtkmm/applicationwindow.h>
+#include <gtkmm/filechoosernative.h>
+#include <gtkmm/infobar.h>
+#include <gtkmm/label.h>
+
+#include <memory>
+#include <vector>
+
+#include "host/window/CanvasView.h"
+#include "host/window/EditorPanel.h"
+#include "host/window/Ruler.h"
+
+namespace host {
+
+class EditorWindow : public Gtk::ApplicationWindow, public SessionObserver {
+ public:
+  explicit EditorWindow(std::unique_ptr<DocumentSession> session);
+  EditorWindow(EditorWindow const&) = delete;
+  EditorWindow& operator=(EditorWindow const&) = delete;
+  ~EditorWindow() override;
+
+  DocumentSession& Session() { return *session_; }
+  /// Another document takes the place of this one's.
+  void SetSession(std::unique_ptr<DocumentSession> session);
+  /// True when the window shows a new document that was never changed.
+  bool IsUntouched() const;
+  /// Says something that needs no answer, above the canvas.
+  void ShowMessage(std::string const& text, Gtk::MessageType type = Gtk::MessageType::INFO);
+  /// Calls `then` when the document may go: it has no unsaved changes, was saved, or the user gives them up.
+  void AskToKeepChanges(std::function<void()> const& then);
+  /// The classes that can be made are others now.
+  void UpdateClasses();
+
+  // SessionObserver
+  void OnHistoryChanged() override { UpdateActions(); }
+  void OnSelectionChanged() override { UpdateActions(); }
+  void OnPathChanged() override { UpdateTitle(); }
+  void OnLayersChanged() override { UpdateActions(); }
+
+ protected:
+  bool on_close_request() override;
+
+ private:
+  using Edit = std::function<bool(ObjectIDs const&, std::string*)>;
+
+  void AddActions();
+  void AddFileActions();
+  void AddEditActions();
+  void AddViewActions();
+  void AddEdit(char const* name, Edit edit);
+  void AddPanels(Gtk::Box* side);
+  Gtk::Widget* MakeCanvasArea();
+  Gtk::Widget* MakeStatusLine();
+  void AddDropTarget();
+  void UpdateActions();
+  void UpdateTitle();
+  void UpdateZoom();
+  void SetEnabled(char const* action, bool enabled);
+  void Do(bool done, std::string const& error);
+
+  /// `kinds` are names and patterns of files.
+  void ChooseFile(std::string const& title, std::vector<std::pair<std::string, std::string>> const& kinds,
+                  std::function<void(std::string const&)> const& then);
+  void Save(std::function<void()> const& then);
+  void SaveAs(std::function<void()> const& then);
+  void SaveTo(std::string const& path, std::function<void()> const& then);
+  void AskToOverwrite(std::function<void()> const& then);
+  void Export();
+  void ChooseDocument();
+  void CopySelection(bool cut);
+  void PasteClipboard();
+  void OpenDropped(std::string const& path);
+
+  std::unique_ptr<DocumentSession> session_;
+  CanvasView canvas_;
+  Ruler horizontalRuler_{Gtk::Orientation::HORIZONTAL};
+  Ruler verticalRuler_{Gtk::Orientation::VERTICAL};
+  std::vector<std::unique_ptr<EditorPanel>> panels_;
+  Gtk::Box tools_{Gtk::Orientation::VERTICAL, 4};
+  Gtk::InfoBar message_;
+  Gtk::Label messageText_;
+  Gtk::Label position_;
+  Gtk::Label zoom_;
+  Glib::RefPtr<Gtk::FileChooserNative> chooser_;
+  Glib::RefPtr<Gio::SimpleAction> gridAction_;
+  Glib::RefPtr<Gio::SimpleAction> snapAction_;
+  double gridSpacing_ = 10;
+  bool closing_ = false;
+};
+
+}  // namespace host

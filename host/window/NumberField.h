@@ -1,0 +1,32 @@
+// A field for a number: typing, stepping by arrow keys and buttons, the wheel.
+//
+// It follows the display's decimal separator and shows the value to its precision. Changes of a burst of steps are sent
+// one by one; typing is sent when it is finished by Enter or by leaving the field, unless it is live.
+#pragma once
+
+#include <gtkmm/adjustment.h>
+#include <gtkmm/spinbutton.h>
+
+namespace host {
+
+class NumberField : public Gtk::SpinButton {
+ public:
+  NumberField(double least, double most, double step, int decimals, Glib::ustring const& accessibleName);
+
+  /// Leaves the arrow keys and the wheel to step with.
+  void HideButtons();
+  /// Shows a value without telling anybody.
+  void Show(double value);
+  /// Shows that several values differ.
+  void ShowMixed();
+  /// The user chose a value.
+  sigc::signal<void(double)>& SignalChosen() { return chosen_; }
+
+ private:
+  bool showing_ = false;
+  double shown_ = 0;
+  bool mixed_ = false;
+  sigc::signal<void(double)> chosen_;
+};
+
+}  // namespace host

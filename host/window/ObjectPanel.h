@@ -1,0 +1,33 @@
+// Position, size and angle of the selected objects.
+#pragma once
+
+#include <gtkmm/grid.h>
+
+#include "host/window/EditorPanel.h"
+#include "host/window/NumberField.h"
+
+namespace host {
+
+class ObjectPanel : public EditorPanel {
+ public:
+  ObjectPanel();
+
+ protected:
+  void Refresh() override;
+
+ private:
+  void Attach(int row, char const* label, NumberField* field);
+  /// The box of one object is its unturned bounds; of several, the box around them.
+  bool GetFrame(AGRect* box) const;
+  void PlaceFrame(AGRect const& box);
+  void SetAngle(double degrees);
+
+  Gtk::Grid grid_;
+  NumberField x_;
+  NumberField y_;
+  NumberField width_;
+  NumberField height_;
+  NumberField angle_;
+};
+
+}  // namespace host

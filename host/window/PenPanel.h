@@ -1,0 +1,31 @@
+// The pen of the selected objects; that of the first one is shown.
+#pragma once
+
+#include "host/window/BrushEditor.h"
+#include "host/window/EditorPanel.h"
+
+namespace host {
+
+class PenPanel : public EditorPanel {
+ public:
+  PenPanel();
+
+ protected:
+  void Refresh() override;
+
+ private:
+  void Row(int row, char const* label, Gtk::Widget* widget);
+  void Changed(std::string const& burst);
+
+  AGPen pen_;
+  BrushEditor brush_{false};
+  Gtk::Grid grid_;
+  NumberField size_;
+  Gtk::DropDown sizeMode_;
+  Gtk::DropDown cap_;
+  Gtk::DropDown join_;
+  NumberField ratio_;
+  NumberField angle_;
+};
+
+}  // namespace host

@@ -1,0 +1,45 @@
+// The program of the window: objecthost-window [--bundle FILE]... [DOCUMENT]...
+#include <clocale>
+#include <cstdio>
+#include <string>
+#include <vector>
+
+#include "host/Program.h"
+#include "host/bundles/BundleSet.h"
+#include "host/window/EditorApplication.h"
+
+namespace {
+
+// The program that tries bundles stands beside this one.
+std::string HostProgram() {
+  const std::string own = host::Program::ExecutablePath();
+  return own.substr(0, own.rfind('/') + 1) + "objecthost";
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  host::AddCatalogues();
+  std::setlocale(LC_NUMERIC, "");
+  host::BundleSet bundles(HostProgram());
+  std::vector<char*> words{argv[0]};
+  bool named = false;
+  for (int i = 1; i < argc; ++i) {
+    const std::string word = argv[i];
+    if (word == "--no-bundles") {
+      named = true;
+    } else if (word == "--bundle" && i + 1 < argc) {
+      std::string error;
+      named = true;
+      if (!bundles.Load(argv[++i], &error)) {
+        std::fprintf(stderr, "objecthost: %s\n", error.c_str());
+        return 1;
+      }
+    } else {
+      words.push_back(argv[i]);
+    }
+  }
+  if (!named) bundles.LoadFound();
+  const auto application = host::EditorApplication::Create(&bundles);
+  return application->run(static_cast<int>(words.size()), words.data());
+}
