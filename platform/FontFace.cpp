@@ -125,6 +125,17 @@ const CGPath& FontFace::Outline(std::uint32_t glyph) {
   return *kept->second;
 }
 
+GlyphMasks& FontFace::MasksFor(const cairo_matrix_t& m) {
+  constexpr std::size_t kMaxScales = 8;
+  auto found = std::find_if(masks_.begin(), masks_.end(), [&](const auto& masks) { return masks->IsFor(m); });
+  if (found == masks_.end()) {
+    if (masks_.size() == kMaxScales) masks_.pop_back();
+    found = masks_.insert(masks_.end(), std::make_unique<GlyphMasks>(m));
+  }
+  std::rotate(masks_.begin(), found, found + 1);
+  return *masks_.front();
+}
+
 cairo_scaled_font_t* FontFace::ScaledFont(const cairo_matrix_t& m, cairo_antialias_t antialias) {
   const auto sameScale = [](const cairo_matrix_t& a, const cairo_matrix_t& b) {
     return a.xx == b.xx && a.yx == b.yx && a.xy == b.xy && a.yy == b.yy;

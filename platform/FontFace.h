@@ -2,10 +2,13 @@
 #pragma once
 
 #include <cstdint>
+#include <memory>
 #include <unordered_map>
+#include <vector>
 
 #include "platform/CGPathValue.h"
 #include "platform/CairoHandles.h"
+#include "platform/GlyphMasks.h"
 #include "platform/NativeRef.h"
 #include "platform/PangoHandles.h"
 
@@ -51,6 +54,10 @@ class FontFace {
   /// space and has an inverse. The face owns it until the next call. Null on failure.
   cairo_scaled_font_t* ScaledFont(const cairo_matrix_t& m, cairo_antialias_t antialias);
 
+  /// The pictures of glyphs at the scale of `m`, which leads to device space; those of the scales used last are kept.
+  /// Holds until the next call.
+  GlyphMasks& MasksFor(const cairo_matrix_t& m);
+
  private:
   explicit FontFace(PangoFont* font);
 
@@ -62,6 +69,7 @@ class FontFace {
   std::unique_ptr<cairo_scaled_font_t, ReleaseScaledFont> scaled_;
   cairo_matrix_t scaledMatrix_{};
   cairo_antialias_t scaledAntialias_ = CAIRO_ANTIALIAS_DEFAULT;
+  std::vector<std::unique_ptr<GlyphMasks>> masks_;  // those used last first
   CairoContext pathMaker_;
   struct ReleasePath {
     void operator()(CGPath* path) const { path->Release(); }

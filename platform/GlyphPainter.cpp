@@ -3,13 +3,14 @@
 #include <algorithm>
 #include <cmath>
 
+#include "platform/LineMask.h"
 #include "platform/TextEngine.h"
 
 namespace platform {
 namespace {
 
 // Beyond this height, in pixels, pictures of glyphs would take more memory than they save time.
-constexpr double kMaxGlyphPixels = 256;
+constexpr double kMaxGlyphPixels = 128;
 // An em that covers less of a pixel leaves no trace, and has no font that could be made.
 constexpr double kMinEmArea = 1e-4;
 // Far from here cairo's numbers overflow; only what is near the target is drawn then.
@@ -50,6 +51,10 @@ void KeepNear(const CGAffineTransform& m, const PixelBox& bounds, std::size_t* f
   *count = end - *first;
 }
 
+bool IsSoft(const GraphicsState& state) {
+  return state.antialias && state.allowsFontSmoothing && state.shouldSmoothFonts;
+}
+
 // Which bytes of the run's text each cluster of glyphs stands for, in the order of the text.
 std::vector<cairo_text_cluster_t> ClustersOf(const ShapedLine& line, const ShapedRun& run) {
   std::vector<cairo_text_cluster_t> clusters;
@@ -79,8 +84,7 @@ void ShowAsText(cairo_t* cairo, const ShapedLine& line, const ShapedRun& run) {
 
 void ShowRuns(CGContext* context, const ShapedLine& line, const CGAffineTransform& m, bool isFar) {
   cairo_t* cairo = context->cairo.get();
-  const GraphicsState& state = context->state;
-  const bool isSoft = state.antialias && state.allowsFontSmoothing && state.shouldSmoothFonts;
+  const bool isSoft = IsSoft(context->state);
   const cairo_matrix_t matrix{m.a, m.b, m.c, m.d, m.tx, m.ty};
   cairo_set_matrix(cairo, &matrix);
   for (const ShapedRun& run : line.runs) {
@@ -102,6 +106,27 @@ void ShowRuns(CGContext* context, const ShapedLine& line, const CGAffineTransfor
   cairo_identity_matrix(cairo);
 }
 
+void SetSource(CGContext* context, const Paint& paint) {
+  ApplyClip(context);
+  cairo_set_source_rgba(context->cairo.get(), paint.red, paint.green, paint.blue, paint.alpha * context->state.alpha);
+}
+
+// Paints soft text of outlines on a bitmap; false, with nothing drawn, for any other.
+bool ShowAsMask(CGContext* context, const ShapedLine& line, const CGAffineTransform& m, const Paint& paint) {
+  if (context->target->IsVector() || !IsSoft(context->state)) return false;
+  const LineMask mask(line, m);
+  if (!mask.IsComplete()) return false;
+  const PixelBox bounds = context->target->Bounds();
+  const PixelBox box{std::max(mask.Box().x0, bounds.x0), std::max(mask.Box().y0, bounds.y0),
+                     std::min(mask.Box().x1, bounds.x1), std::min(mask.Box().y1, bounds.y1)};
+  if (box.IsEmpty()) return true;
+  SetSource(context, paint);
+  context->target->WillDraw(box);
+  mask.Paint(context->cairo.get(), box);
+  context->target->DidDraw(box);
+  return true;
+}
+
 }  // namespace
 
 bool PaintGlyphs(CGContext* context, const CTLine& line, const CGAffineTransform& textToDevice, const Paint& paint) {
@@ -109,14 +134,12 @@ bool PaintGlyphs(CGContext* context, const CTLine& line, const CGAffineTransform
   const CGAffineTransform m = CGAffineTransformScale(textToDevice, line.style.Scale(), line.style.Scale());
   const double height = std::max(std::hypot(m.a, m.b), std::hypot(m.c, m.d)) * kReferenceSize;
   if (height > kMaxGlyphPixels && !context->target->IsVector()) return false;
-  if (std::fabs(m.a * m.d - m.b * m.c) * kReferenceSize * kReferenceSize < kMinEmArea || shape.Ink().IsEmpty()) {
-    return true;
-  }
+  if (std::fabs(m.a * m.d - m.b * m.c) * kReferenceSize * kReferenceSize < kMinEmArea) return true;
+  if (ShowAsMask(context, shape, m, paint) || shape.Ink().IsEmpty()) return true;
   bool isFar = false;
   const PixelBox box = BoxOf(shape.Ink(), m, context->target->Bounds(), &isFar);
   if (box.IsEmpty()) return true;
-  ApplyClip(context);
-  cairo_set_source_rgba(context->cairo.get(), paint.red, paint.green, paint.blue, paint.alpha * context->state.alpha);
+  SetSource(context, paint);
   context->target->WillDraw(box);
   ShowRuns(context, shape, m, isFar);
   context->target->DidDraw(box);

@@ -207,6 +207,31 @@ TEST_F(AGContextTextTest, DrawText_ThroughTransforms_GoesFromThePointThroughTheC
   EXPECT_NEAR(ink.y1, box.y1, kPixel);
 }
 
+// Where the ink lies on average, in units.
+double MiddleOfInk(const AGBitmap& bitmap) {
+  double sum = 0;
+  double weight = 0;
+  for (unsigned int y = 0; y < bitmap.Height(); ++y) {
+    for (unsigned int x = 0; x < bitmap.Width(); ++x) {
+      const double darkness = 255 - bitmap.GetPixelColor(x, y).Green();
+      sum += darkness * (x + 0.5);
+      weight += darkness;
+    }
+  }
+  return sum / weight;
+}
+
+TEST_F(AGContextTextTest, DrawText_BetweenPixels_MovesInQuarters) {
+  const auto middle = [this](double x, double y) {
+    Page page(64, 64);
+    page.context.DrawText("l", font_, AGPoint{x, y}, kHere, kAGTextAlignmentLeft);
+    return MiddleOfInk(page.bitmap);
+  };
+  const double start = middle(20, 20);
+  for (const double step : {0.25, 0.5, 0.75, 1.0, -0.25}) EXPECT_NEAR(middle(20 + step, 20) - start, step, 0.02);
+  EXPECT_NEAR(middle(20.1, 20.4), start, 1e-9);
+}
+
 TEST_F(AGContextTextTest, DrawText_WithAClip_StaysInsideAndLeavesNoClipBehind) {
   for (const bool strokes : {false, true}) {
     Page page;
