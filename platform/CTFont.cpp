@@ -46,7 +46,7 @@ NativeRef<const TypeFace> FindFace(CFStringRef name, unsigned int traits) {
   pango_font_description_set_family(description.get(), family.c_str());
 
   auto* face = new TypeFace;
-  const NativeRef<const TypeFace> result = platform::TakeRef<const TypeFace>(face);
+  NativeRef<const TypeFace> result = platform::TakeRef<const TypeFace>(face);
   face->font = std::move(font);
   face->description = std::move(description);
   face->family = platform::TakeRef(platform::NewString(family));

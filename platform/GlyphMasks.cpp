@@ -9,6 +9,7 @@ namespace platform {
 namespace {
 
 constexpr int kSteps = 4;  // in a pixel
+constexpr double kStep = 1.0 / kSteps;
 constexpr std::size_t kMaxBytes = 1 << 20;
 
 // The coordinates of glyphs that are drawn are far below the limits of an int.
@@ -79,12 +80,9 @@ GlyphMask GlyphMasks::Render(FontFace& face, std::uint32_t glyph, unsigned int s
     mask.isPicture = !face.GlyphInk(glyph).IsEmpty();
     return mask;
   }
-  const CGAffineTransform toPixels{scale_.xx,
-                                   scale_.yx,
-                                   scale_.xy,
-                                   scale_.yy,
-                                   static_cast<double>(step % kSteps) / kSteps,
-                                   static_cast<double>(step / kSteps) / kSteps};
+  const unsigned int stepX = step % kSteps;
+  const unsigned int stepY = step / kSteps;
+  const CGAffineTransform toPixels{scale_.xx, scale_.yx, scale_.xy, scale_.yy, stepX * kStep, stepY * kStep};
   const CGPath* path = CGPathCreateCopyAndTransform(&outline, &toPixels);
   const CGRect box = CGPathGetBoundingBox(path);
   mask.left = static_cast<int>(std::floor(box.origin.x));

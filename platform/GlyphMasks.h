@@ -22,8 +22,8 @@ struct GlyphMask {
   int top = 0;
   int width = 0;
   int height = 0;
-  bool isPicture = false;  ///< the glyph is no outline and has to be drawn by cairo
-  int stride = 0;          ///< of a row: a multiple of kGroup, zeros behind the width
+  bool isPicture = false;               ///< the glyph is no outline and has to be drawn by cairo
+  int stride = 0;                       ///< of a row: a multiple of kGroup, zeros behind the width
   std::vector<unsigned char> coverage;  ///< from the top down
 
   static constexpr int kGroup = 8;  ///< bytes that are added at once

@@ -107,7 +107,7 @@ NativeRef<const ShapedLine> ShapeLine(const TypeFace& face, std::string text, Pa
                                       std::vector<ClusterAdvance>* advances) {
   static const PangoAttributes noAttributes(pango_attr_list_new());
   auto* line = new ShapedLine;
-  const NativeRef<const ShapedLine> result = TakeRef<const ShapedLine>(line);
+  NativeRef<const ShapedLine> result = TakeRef<const ShapedLine>(line);
   line->text = std::move(text);
   line->metrics = FontFace::Of(face.font.Get()).Metrics();
   PangoContext* context = TextContext();

@@ -202,8 +202,10 @@ void DrawTextPage(AGContext context) {
   context.DrawRect({0, 0, size.width, size.height});
   for (unsigned int i = 0; i < items.size(); ++i) {
     AGContext cell(context);
-    const double left = kMargin + i % kColumns * (kTextItemWidth + kMargin);
-    const double bottom = size.height - (i / kColumns + 1) * (kTextItemHeight + kMargin);
+    const unsigned int column = i % kColumns;
+    const unsigned int row = i / kColumns;
+    const double left = kMargin + column * (kTextItemWidth + kMargin);
+    const double bottom = size.height - (row + 1) * (kTextItemHeight + kMargin);
     cell.transform = AGAffineTransformConcat(AGAffineTransformTranslation(left, bottom), context.transform);
     cell.brush.SetStyleSolid(AGColor(242, 242, 242));
     cell.DrawRect({0, 0, kTextItemWidth, kTextItemHeight});
