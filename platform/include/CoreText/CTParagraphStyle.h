@@ -14,7 +14,7 @@ enum { kCTTextAlignmentLeft = 0, kCTTextAlignmentRight = 1, kCTTextAlignmentCent
 enum CTParagraphStyleSpecifier { kCTParagraphStyleSpecifierAlignment = 0 };
 
 struct CTParagraphStyleSetting {
-  CTParagraphStyleSpecifier spec;
+  CTParagraphStyleSpecifier specifier;
   size_t valueSize;
   const void* value;  ///< a CTTextAlignment
 };
