@@ -5,6 +5,7 @@
 
 #include "platform/CGContextState.h"
 #include "platform/CGImageValue.h"
+#include "platform/ImageResample.h"
 
 namespace {
 
@@ -110,13 +111,24 @@ void CGContextDrawImage(CGContextRef context, CGRect rect, CGImageRef image) {
   box = platform::WidenBox(box, 0, context->target->Bounds());
   if (!drawable || box.IsEmpty()) return;
 
-  const cairo_matrix_t matrix{m.a, m.b, m.c, m.d, m.tx, m.ty};
+  platform::CairoSurface resampled;
+  // A page keeps all pixels: nobody knows how it will be looked at.
+  if (context->state.interpolation == kCGInterpolationHigh && !context->target->IsVector()) {
+    resampled = platform::ResampleForDrawing(image->pixels.get(), m, box);
+  }
   cairo_save(cairo);
-  cairo_set_matrix(cairo, &matrix);
-  cairo_set_source_surface(cairo, image->pixels.get(), 0, 0);
+  if (resampled) {
+    cairo_identity_matrix(cairo);
+    cairo_set_source_surface(cairo, resampled.get(), box.x0, box.y0);
+  } else {
+    const cairo_matrix_t matrix{m.a, m.b, m.c, m.d, m.tx, m.ty};
+    cairo_set_matrix(cairo, &matrix);
+    cairo_set_source_surface(cairo, image->pixels.get(), 0, 0);
+  }
   // The rectangle's edge is that of its outline, not a fading of the last pixels into nothing.
   cairo_pattern_set_extend(cairo_get_source(cairo), CAIRO_EXTEND_PAD);
-  cairo_pattern_set_filter(cairo_get_source(cairo), FilterOf(context->state.interpolation, m));
+  cairo_pattern_set_filter(cairo_get_source(cairo),
+                           resampled ? CAIRO_FILTER_NEAREST : FilterOf(context->state.interpolation, m));
   cairo_set_operator(cairo, OperatorOf(context->state.blendMode));
   cairo_set_antialias(cairo, context->state.antialias ? CAIRO_ANTIALIAS_DEFAULT : CAIRO_ANTIALIAS_NONE);
   context->target->WillDraw(box);

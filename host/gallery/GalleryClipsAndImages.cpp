@@ -1,7 +1,10 @@
 // Clips and images of the gallery.
+#include <unistd.h>
+
 #include "graphics/AGImage.h"
 #include "graphics/AGPath.h"
 #include "host/gallery/Gallery.h"
+#include "kit/files/AKFileUtils.h"
 
 namespace host {
 namespace {
@@ -29,6 +32,18 @@ AGImage Stripes() {
   context.ClearPixels(kAGColorYellow);
   for (unsigned int x = 0; x < 192; x += 6) context.ClearPixelsRect(kInk, {1.0 * x, 0, x + 3.0, 144});
   return AGImage(bitmap);
+}
+
+// The image after a way through a file of the format.
+AGImage ThroughFile(AGImage const& image, AGImageFileFormat format) {
+  AGImage read;
+  AKFilePath path;
+  const int descriptor = AKFileUtils::CreateUnusedFileInTemporaryDir(&path);
+  if (descriptor < 0) return read;
+  close(descriptor);
+  if (image.SaveToFile(path, format, 0.2, true)) read.SetupFromFile(path);
+  AKFileUtils::RemoveFile(path);
+  return read;
 }
 
 void Image(AGContext& context, AGRect const& rect, bool keepAspect, AGImageQuality quality) {
@@ -144,6 +159,13 @@ std::vector<GalleryItem> ImageItems() {
          DrawWedge(context);
          context.colorFactor = 1.5;
          Image(context, {8, 6, 56, 42}, true, 1);
+       }},
+      {"image-files",
+       [](AGContext& context) {
+         // Left to right: without loss, and what little quality makes of edges.
+         context.DrawImage(ThroughFile(Stripes(), AGImageFileFormat::kTIFF), AGRect{2, 4, 30, 44}, false, 3);
+         context.DrawImage(ThroughFile(SmallImage(), AGImageFileFormat::kPNG), AGRect{32, 26, 62, 46}, true, 1);
+         context.DrawImage(ThroughFile(SmallImage(), AGImageFileFormat::kJPEG), AGRect{32, 2, 62, 22}, true, 1);
        }},
       {"image-turned",
        [](AGContext& context) {

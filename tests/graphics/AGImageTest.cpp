@@ -80,6 +80,53 @@ TEST_F(AGImageTest, Draw_AlphaAndColorFactor) {
   }
 }
 
+// Stripes too fine for the target: what is left of them would be a false pattern.
+TEST(AGImageScaleTest, Shrink_AtHighQuality_MakesFineStripesGrey_AndKeepsTheMean) {
+  AGBitmap stripes(600U, 450U, 0);
+  for (unsigned int y = 0; y < 450; ++y) {
+    for (unsigned int x = 0; x < 600; ++x) {
+      const auto level = [](unsigned int at) { return static_cast<unsigned char>(at * 2 % 5 < 3 ? 200 : 50); };
+      stripes.SetPixelColor(x, y, AGColor(level(x), level(y), level(x + y)));
+    }
+  }
+  const AGImage image(stripes);
+  for (const double width : {37.3, 60.0, 100.0, 133.4, 150.0, 170.0}) {
+    AGBitmap bitmap(200U, 200U, AGBitmap::kFlagZeroFill);
+    bitmap.GetContextOfBitmap().DrawImage(image, AGRect{0, 0, width, width * 0.75}, false, 3);
+    for (unsigned int y = 3; y < width * 0.75 - 3; ++y) {
+      for (unsigned int x = 3; x < width - 3; ++x) {
+        const AGColor color = bitmap.GetPixelColor(x, y);
+        // Of the 90 levels around the mean of 140 next to nothing.
+        for (const int channel : {color.Red(), color.Green(), color.Blue()}) ASSERT_NEAR(channel, 140, 5) << width;
+      }
+    }
+  }
+}
+
+TEST(AGImageScaleTest, Shrink_PartlyOutside_DrawsThePixelsOfTheWhole) {
+  AGBitmap source(203U, 151U, 0);
+  for (unsigned int y = 0; y < 151; ++y) {
+    for (unsigned int x = 0; x < 203; ++x) {
+      source.SetPixelColor(x, y, AGColor(static_cast<unsigned char>(x), static_cast<unsigned char>(y), 100));
+    }
+  }
+  const AGImage image(source);
+  const AGRect turned[] = {{0, 0, 70, 50}, {70, 0, 0, 50}, {0, 50, 70, 0}};
+  for (const AGRect& rect : turned) {
+    AGBitmap whole(70U, 50U, AGBitmap::kFlagZeroFill);
+    whole.GetContextOfBitmap().DrawImage(image, rect, false, 3);
+    AGBitmap part(20U, 15U, AGBitmap::kFlagZeroFill);
+    AGContext context = part.GetContextOfBitmap();
+    context.transform = {1, 0, 0, 1, -31, -22};
+    context.DrawImage(image, rect, false, 3);
+    for (unsigned int y = 0; y < 15; ++y) {
+      for (unsigned int x = 0; x < 20; ++x) {
+        EXPECT_TRUE(part.GetPixelColor(x, y) == whole.GetPixelColor(x + 31, y + 22)) << x << ", " << y;
+      }
+    }
+  }
+}
+
 TEST(AGImageCountTest, CopiesShareNothing_AndAreCounted) {
   const unsigned int count = AGImage::GetImageGlobalCount();
   {

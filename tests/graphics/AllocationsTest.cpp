@@ -2,16 +2,19 @@
 // whole program, the native layer and its libraries included; operator new goes through them too.
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cstddef>
 #include <memory>
 
 #include "graphics/AGBitmap.h"
+#include "tests/graphics/ImageTestSupport.h"
 
 #if !defined(AK_SANITIZED)  // a sanitizer brings its own allocator
 
 namespace {
 
 std::size_t sBlocks = 0;  // the tests have one thread
+std::size_t sLargest = 0;
 
 }  // namespace
 
@@ -22,14 +25,17 @@ void* __libc_realloc(void* block, std::size_t size);
 
 void* malloc(std::size_t size) {
   ++sBlocks;
+  sLargest = std::max(sLargest, size);
   return __libc_malloc(size);
 }
 void* calloc(std::size_t count, std::size_t size) {
   ++sBlocks;
+  sLargest = std::max(sLargest, count * size);
   return __libc_calloc(count, size);
 }
 void* realloc(void* block, std::size_t size) {
   ++sBlocks;
+  sLargest = std::max(sLargest, size);
   return __libc_realloc(block, size);
 }
 }
@@ -85,6 +91,53 @@ TEST(AllocationsTest, Draws_StayWithinTheirHandful) {
         EXPECT_LE(BlocksOf(rect), kForRect + forPaint) << brush->Style() << " " << transform.b;
         EXPECT_LE(BlocksOf(rounded), kForRoundedRect + forPaint) << brush->Style() << " " << transform.b;
       }
+    }
+  }
+}
+
+std::string BigEndian(std::uint32_t value, int size) {
+  std::string bytes;
+  for (int i = size - 1; i >= 0; --i) bytes += static_cast<char>(value >> (8 * i));
+  return bytes;
+}
+
+// The check sum of PNG chunks, as its format describes it.
+std::uint32_t Crc32(const std::string& bytes) {
+  std::uint32_t crc = 0xFFFFFFFF;
+  for (const char byte : bytes) {
+    crc ^= static_cast<unsigned char>(byte);
+    for (int bit = 0; bit < 8; ++bit) crc = (crc & 1) != 0 ? crc >> 1 ^ 0xEDB88320 : crc >> 1;
+  }
+  return ~crc;
+}
+
+// A sample that says it has `side` by `side` pixels.
+std::string WithSides(std::string bytes, std::uint32_t side) {
+  if (bytes[1] == 'P') {
+    bytes.replace(16, 8, BigEndian(side, 4) + BigEndian(side, 4));
+    bytes.replace(29, 4, BigEndian(Crc32(bytes.substr(12, 17)), 4));
+  } else if (bytes[0] == '\xFF') {
+    const std::size_t frame = std::min(bytes.find("\xFF\xC0"), bytes.find("\xFF\xC2"));
+    bytes.replace(frame + 5, 4, BigEndian(side, 2) + BigEndian(side, 2));
+  } else {
+    for (const char tag : {'\0', '\1'}) {
+      const std::size_t entry = bytes.find(std::string{tag, 1, 3, 0, 1, 0, 0, 0});
+      bytes.replace(entry + 8, 2, {static_cast<char>(side), static_cast<char>(side >> 8)});
+    }
+  }
+  return bytes;
+}
+
+TEST(AllocationsTest, ImagesLargerThanTheirFilesCanBe_AreRefusedBeforeMemoryIsTaken) {
+  const file_test::TempFolder folder;
+  for (const char* name : {"rgba8.png", "rgba8-interlaced.png", "grey1.png", "baseline.jpg", "progressive.jpg",
+                           "cmyk.jpg", "rgb8.tif", "fax.tif", "palette.tif", "strips.tif", "tiled.tif"}) {
+    const std::string bytes = file_test::ReadBytes(image_test::Sample(name));
+    for (const std::uint32_t side : {32000U, 60000U}) {
+      file_test::WriteBytes(folder.Path(name), WithSides(bytes, side));
+      sLargest = 0;
+      EXPECT_TRUE(image_test::ImageOfFile(folder.Path(name)).IsEmpty()) << name;
+      EXPECT_LT(sLargest, std::size_t{4} << 20) << name << " of " << side;
     }
   }
 }
