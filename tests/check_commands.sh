@@ -74,7 +74,7 @@ expect 1 'four numbers' add a.akd stdRect --bounds 1,2,three,4
 expect 1 'number of degrees' add a.akd stdRect --angle north
 expect 1 'no object of class|class "nobody"' add a.akd nobody
 expect 1 'no control 9' inspect a.akd 0 --set 9=1
-expect 1 'is no number' inspect a.akd 0 --set 2=much
+expect 1 'does not take "much"' inspect a.akd 0 --set 2=much
 expect 1 'is no scale' draw a.akd c.png --scale 0
 expect 1 "can't make a picture" draw a.akd c.png --scale 1e9
 expect 1 'unknown command' paint

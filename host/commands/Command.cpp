@@ -2,13 +2,47 @@
 
 #include <cstdio>
 
+#include "host/commands/EditCommand.h"
+
 namespace host {
 
 std::vector<Command> const& Commands() {
+  static const Command newOnFile = {kNewEdit.name, kNewEdit.summary, kNewEdit.help, &RunNewOnFile};
   static const std::vector<Command> commands = {
-      kNewCommand,     kAddCommand,   kListCommand,    kGetCommand,    kSetCommand,  kDrawCommand,
-      kInspectCommand, kInfoCommand,  kBundlesCommand, kWindowCommand, kDemoCommand, kVerifyCommand,
-      kDumpCommand,    kCheckCommand, kGalleryCommand, kShapesCommand, kTextCommand,
+      newOnFile,
+      Alone<kAddEdit>(),
+      Alone<kListEdit>(),
+      Alone<kGetEdit>(),
+      Alone<kSetEdit>(),
+      Alone<kDeleteEdit>(),
+      Alone<kMoveEdit>(),
+      Alone<kResizeEdit>(),
+      Alone<kRotateEdit>(),
+      Alone<kAlignEdit>(),
+      Alone<kDistributeEdit>(),
+      Alone<kOrderEdit>(),
+      Alone<kDuplicateEdit>(),
+      Alone<kCopyEdit>(),
+      Alone<kCutEdit>(),
+      Alone<kPasteEdit>(),
+      Alone<kSelectEdit>(),
+      Alone<kLayersEdit>(),
+      Alone<kLayerEdit>(),
+      Alone<kPageEdit>(),
+      Alone<kInspectEdit>(),
+      Alone<kDrawEdit>(),
+      Alone<kExportEdit>(),
+      kScriptCommand,
+      kRecoverCommand,
+      kInfoCommand,
+      kDemoCommand,
+      kVerifyCommand,
+      kDumpCommand,
+      kCheckCommand,
+      kGalleryCommand,
+      kShapesCommand,
+      kTextCommand,
+      kWindowCommand,
   };
   return commands;
 }

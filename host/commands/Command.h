@@ -23,14 +23,9 @@ Command const* FindCommand(std::string const& name);
 /// Prints "objecthost: message" on standard error and returns 1.
 int Fail(std::string const& message);
 
-// The commands, one file an area.
-extern const Command kNewCommand;
-extern const Command kAddCommand;
-extern const Command kListCommand;
-extern const Command kGetCommand;
-extern const Command kSetCommand;
-extern const Command kDrawCommand;
-extern const Command kInspectCommand;
+// The commands that do not work on one open document (those that do: EditCommand.h), one file an area.
+extern const Command kScriptCommand;
+extern const Command kRecoverCommand;
 extern const Command kInfoCommand;
 extern const Command kBundlesCommand;
 extern const Command kWindowCommand;

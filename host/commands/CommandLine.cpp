@@ -7,9 +7,9 @@
 namespace host {
 namespace {
 
+// A dash before a digit or a point belongs to a number, or to several: "-20,5".
 bool IsOption(std::string const& word) {
-  double number = 0;
-  return word.size() > 1 && word[0] == '-' && !ParseFinite(word, &number);
+  return word.size() > 1 && word[0] == '-' && word[1] != '.' && (word[1] < '0' || word[1] > '9');
 }
 
 bool Contains(std::vector<std::string> const& list, std::string const& item) {

@@ -12,7 +12,7 @@ class CommandLine {
   /// Options that take a value, and options that do not; both without their dashes.
   CommandLine(std::vector<std::string> withValue, std::vector<std::string> withoutValue);
 
-  /// Sorts the words. An argument that begins with a dash but is a number counts as positional. False, with one line in
+  /// Sorts the words. An argument that begins with a dash and a digit counts as positional. False, with one line in
   /// `*error`, for an unknown option, a missing value, or a count of positional arguments out of range.
   bool Parse(std::vector<std::string> const& words, std::size_t least, std::size_t most, std::string* error);
 

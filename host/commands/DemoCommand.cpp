@@ -8,33 +8,19 @@
 #include <cstring>
 
 #include "host/Program.h"
+#include "host/ReadFile.h"
 #include "host/bundles/BundleSet.h"
 #include "host/commands/Command.h"
 #include "host/commands/CommandLine.h"
 #include "host/document/DemoScene.h"
-#include "host/document/DocumentDrawing.h"
 #include "host/document/DocumentFile.h"
 #include "host/document/DocumentListing.h"
+#include "host/document/DocumentPicture.h"
 
 extern char** environ;
 
 namespace host {
 namespace {
-
-bool ReadWhole(std::string const& path, std::string* bytes, std::string* error) {
-  std::FILE* file = std::fopen(path.c_str(), "rb");
-  if (file == nullptr) {
-    *error = "can't open \"" + path + "\": " + std::strerror(errno);
-    return false;
-  }
-  char buffer[65536];
-  std::size_t count = 0;
-  while ((count = std::fread(buffer, 1, sizeof(buffer), file)) != 0) bytes->append(buffer, count);
-  const bool ok = std::ferror(file) == 0;
-  std::fclose(file);
-  if (!ok) *error = "can't read \"" + path + "\"";
-  return ok;
-}
 
 // Runs this program again and returns its exit code, or -1 when it could not be run.
 int RunSelf(std::vector<std::string> const& words) {
@@ -58,19 +44,13 @@ int RunSelf(std::vector<std::string> const& words) {
   return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
 }
 
-bool SavePicture(Document const& document, std::string const& path, std::string* error) {
-  PictureKind kind{};
-  std::vector<unsigned char> picture;
-  return PictureKindOf(path, &kind) && RenderPicture(document, kind, 1, &picture, error) &&
-         ReplaceFile(path, picture.data(), picture.size(), error);
-}
-
 bool SaveScene(Document const& document, std::string const& base, std::string* error) {
   const std::string listing = FullListing(document);
   return WriteDocument(document, base + ".akd", error) &&
          ReplaceFile(base + ".txt", listing.data(), listing.size(), error) &&
-         SavePicture(document, base + ".png", error) && SavePicture(document, base + ".pdf", error) &&
-         SavePicture(document, base + ".svg", error);
+         ExportPicture(document, base + ".png", {}, nullptr, error) &&
+         ExportPicture(document, base + ".pdf", {}, nullptr, error) &&
+         ExportPicture(document, base + ".svg", {}, nullptr, error);
 }
 
 int RunDemo(std::vector<std::string> const& words) {
@@ -107,15 +87,15 @@ int RunVerify(std::vector<std::string> const& words) {
   std::string report = "  " + path + " opened: " + std::to_string(document->ObjectCount()) + " objects\n";
   if (line.Has("listing")) {
     std::string expected;
-    if (!ReadWhole(line.Value("listing", ""), &expected, &error)) return Fail(error);
+    if (!ReadWholeFile(line.Value("listing", ""), &expected, &error)) return Fail(error);
     if (expected != FullListing(*document)) return Fail("\"" + path + "\" has other properties than its listing");
     report += "  every property is as it was\n";
   }
   if (line.Has("picture")) {
     std::string expected;
     std::vector<unsigned char> png;
-    if (!ReadWhole(line.Value("picture", ""), &expected, &error)) return Fail(error);
-    if (!RenderPNG(*document, 1, &png, &error)) return Fail(error);
+    if (!ReadWholeFile(line.Value("picture", ""), &expected, &error)) return Fail(error);
+    if (!RenderPicture(*document, PictureKind::kPNG, {}, nullptr, &png, &error)) return Fail(error);
     if (expected != std::string(png.begin(), png.end())) return Fail("\"" + path + "\" draws other pixels");
     report += "  every pixel is as it was\n";
   }

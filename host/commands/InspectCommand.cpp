@@ -1,73 +1,101 @@
-// The inspector panel of an object, printed and used.
-#include <cstdio>
-
+// The inspector panel of objects, printed and used.
 #include "host/ParseNumber.h"
-#include "host/commands/Command.h"
-#include "host/commands/CommandLine.h"
+#include "host/commands/EditCommand.h"
+#include "host/commands/JsonListing.h"
 #include "host/panels/Inspector.h"
 #include "host/panels/PanelListing.h"
 
 namespace host {
 namespace {
 
-bool ApplyChange(Inspector* inspector, std::string const& assignment, std::string* error) {
+std::string NameOrNothing(std::string const& actionName) { return actionName.empty() ? "no change" : actionName; }
+
+bool CheckControl(Inspector const& inspector, std::string const& text, unsigned int* id, std::string* error) {
+  if (!ParseWhole(text, id)) {
+    *error = "\"" + text + "\" is no number of a control";
+    return false;
+  }
+  if (inspector.Panel().GetController(*id) != nullptr) return true;
+  *error = "the panel has no control " + text;
+  return false;
+}
+
+bool ApplyChange(Inspector* inspector, std::string const& assignment, std::string* output, std::string* error) {
   std::string idText;
   std::string valueText;
+  std::string actionName;
   unsigned int id = 0;
-  double value = 0;
-  if (!SplitAssignment(assignment, &idText, &valueText) || !ParseWhole(idText, &id)) {
+  if (!SplitAssignment(assignment, &idText, &valueText)) {
     *error = "\"" + assignment + "\" is not of the form CONTROL=VALUE";
     return false;
   }
-  if (inspector->Panel().GetController(id) == nullptr) {
-    *error = "the panel has no control " + idText;
+  if (!CheckControl(*inspector, idText, &id, error) || !inspector->Enter(id, valueText, &actionName, error)) {
     return false;
   }
-  if (!ParseFinite(valueText, &value)) {
-    *error = "\"" + valueText + "\" is no number";
+  *output += "control " + std::to_string(id) + " = " + valueText + ": " + NameOrNothing(actionName) + "\n";
+  return true;
+}
+
+// "KIND" or "KIND,CONTROL".
+bool SendEvent(Inspector* inspector, std::string const& text, std::string* output, std::string* error) {
+  const std::size_t comma = text.find(',');
+  unsigned int kind = 0;
+  unsigned int control = 0;
+  if (!ParseWhole(std::string_view(text).substr(0, comma), &kind) ||
+      (comma != std::string::npos && !ParseWhole(std::string_view(text).substr(comma + 1), &control))) {
+    *error = "\"" + text + "\" is not of the form KIND or KIND,CONTROL";
     return false;
   }
   std::string actionName;
-  const int status = inspector->Change(id, value, &actionName);
+  const int status = inspector->Send(kind, control, &actionName);
   if (status != 0) {
     *error = "the object returned status " + std::to_string(status);
     return false;
   }
-  std::printf("control %u = %s: %s\n", id, valueText.c_str(), actionName.empty() ? "no change" : actionName.c_str());
+  *output += "event " + text + ": " + NameOrNothing(actionName) + "\n";
   return true;
 }
 
-int RunInspect(std::vector<std::string> const& words) {
-  CommandLine line({"set"}, {});
-  std::string error;
-  std::size_t index = 0;
-  if (!line.Parse(words, 2, 2, &error)) return Fail(error);
-  std::string const& path = line.Positional()[0];
-  if (!ParseIndex(line.Positional()[1], &index)) return Fail("\"" + line.Positional()[1] + "\" is no object number");
-  const auto session = DocumentSession::Open(path, &error);
-  if (!session) return Fail(error);
-  if (index >= session->Doc().ObjectCount()) return Fail("\"" + path + "\" has no object " + line.Positional()[1]);
-
+bool RunInspect(EditContext& context, EditArguments const& arguments, std::string* error) {
+  ObjectIDs ids;
   Inspector inspector;
-  if (!inspector.Open(session.get(), {session->Doc().ObjectAt(index).id}, &error)) return Fail(error);
-  const int status = inspector.Fill();
-  if (status != 0) return Fail("the object returned status " + std::to_string(status));
-  for (std::string const& assignment : line.Values("set")) {
-    if (!ApplyChange(&inspector, assignment, &error)) return Fail(error);
+  if (!ParseObjects(context, arguments.words[0], &ids, error) || !inspector.Open(context.session.get(), ids, error)) {
+    return false;
   }
-  std::fputs(PanelListing(inspector.Panel()).c_str(), stdout);
-  if (!line.Has("set")) return 0;
-  return session->Save(false, &error) ? 0 : Fail(error);
+  int status = inspector.Fill();
+  EditStep step(*context.session, "");
+  std::string changes;
+  for (std::string const& assignment : arguments.line.Values("set")) {
+    if (!ApplyChange(&inspector, assignment, &changes, error)) return false;
+  }
+  for (std::string const& event : arguments.line.Values("event")) {
+    if (!SendEvent(&inspector, event, &changes, error)) return false;
+  }
+  step.End();
+  if (ids.size() > 1) status = inspector.Fill();  // what differs now
+  if (status != 0) {
+    *error = "the object returned status " + std::to_string(status);
+    return false;
+  }
+  context.output = arguments.IsJson() ? JsonOfPanel(inspector) : changes + PanelListing(inspector.Panel());
+  return true;
 }
 
 }  // namespace
 
-const Command kInspectCommand = {
-    "inspect", "show an object's inspector panel, and use it",
-    "usage: objecthost inspect FILE NUMBER [--set CONTROL=VALUE]...\n\n"
-    "Fills the panel of the object's class from the object and prints it. Each --set gives a control,\n"
-    "named by its ID, a value as a user would, tells the object, prints the name of the change, and\n"
-    "saves the document.\n",
+const EditCommand kInspectEdit = {
+    "inspect",
+    EditUse::kEverywhere,
+    "show objects' inspector panel, and use it",
+    "usage: objecthost inspect FILE OBJECTS [--set CONTROL=VALUE]... [--event KIND[,CONTROL]]... [--json]\n\n"
+    "Fills the panel of the objects' class from the first object and prints it. Each --set gives a\n"
+    "control, named by its ID, a value as a user would, tells the objects, and prints the name of the\n"
+    "change; a button takes the empty value. Each --event sends the objects an event of any kind. All of\n"
+    "it is one step of the undo history. OBJECTS is a number, several as in 0,2-4, or all.\n",
+    "set event",
+    "json",
+    1,
+    1,
     &RunInspect};
 
 }  // namespace host

@@ -1,17 +1,14 @@
 #include "host/document/DocumentDrawing.h"
 
-#include <cstdio>
-
 #include "CoreGraphics/CGContext.h"
-#include "CoreGraphics/CGVectorContext.h"
 #include "graphics/AKDrawEvent.h"
-#include "graphics/native/AGGraphicsLow.h"
-#include "host/document/BitmapPNG.h"
 #include "host/document/InstanceCall.h"
 #include "host/tables/SlotCall.h"
 
 namespace host {
 namespace {
+
+constexpr std::size_t kProgressStep = 256;  // objects
 
 // A box with its diagonals, so that nobody takes it for a drawn rectangle.
 void DrawPlaceholder(DocumentObject const& object, AGContext const& context) {
@@ -34,37 +31,6 @@ void DrawScaled(AGContext const& context, double scale, Draw draw) {
   CGContextRestoreGState(port);
 }
 
-std::string NoPicture(AGSize const& size) {
-  char text[128];
-  std::snprintf(text, sizeof(text), "can't make a picture of %.6g by %.6g", size.width, size.height);
-  return text;
-}
-
-bool AppendBytes(void* info, void const* bytes, std::size_t count) {
-  auto* file = static_cast<std::vector<unsigned char>*>(info);
-  auto const* first = static_cast<unsigned char const*>(bytes);
-  file->insert(file->end(), first, first + count);
-  return true;
-}
-
-bool RenderPage(Document const& document, PictureKind kind, double scale, std::vector<unsigned char>* file,
-                std::string* error) {
-  const AGSize size{document.Page().width * scale, document.Page().height * scale};
-  const auto create = kind == PictureKind::kPDF ? &CGVectorContextCreatePDF : &CGVectorContextCreateSVG;
-  CGContextRef page = create(size.width, size.height, &AppendBytes, file);
-  if (page == nullptr) {
-    *error = NoPicture(size);
-    return false;
-  }
-  const AGContext context(page, size);
-  AGGraphicsLow::AGContextClearPixels(context, document.Background(), {0, 0, size.width, size.height});
-  DrawObjects(document, context, scale);
-  const bool finished = CGVectorContextFinish(page);
-  CGContextRelease(page);
-  if (!finished) *error = "can't encode the picture";
-  return finished;
-}
-
 }  // namespace
 
 void DrawObject(DocumentObject const& object, AGContext const& context, AGBrush const& brush, AGPen const& pen) {
@@ -83,14 +49,21 @@ void DrawObject(DocumentObject const& object, AGContext const& context, AGBrush 
   CallSlot<int, AGContext const&, AKDrawEvent const&>(cls, kAKMethodDraw, object.instance.get(), context, event);
 }
 
-void DrawObjects(Document const& document, AGContext const& context, double scale) {
+bool DrawObjects(Document const& document, AGContext const& context, double scale, Progress* progress) {
+  std::size_t count = 0;
+  bool goesOn = true;
   DrawScaled(context, scale, [&] {
     for (auto const& layer : document.Layers()) {
       if (!layer->settings.visible) continue;
-      layer->objects.ForEach(
-          [&context](DocumentObject const& object) { DrawObject(object, context, object.brush, object.pen); });
+      layer->objects.ForEach([&](DocumentObject const& object) {
+        if (!goesOn) return;
+        DrawObject(object, context, object.brush, object.pen);
+        if (progress == nullptr || ++count % kProgressStep != 0) return;
+        goesOn = progress->Step(static_cast<double>(count) / static_cast<double>(document.ObjectCount()));
+      });
     }
   });
+  return goesOn;
 }
 
 void DrawObjects(Document const& document, AGContext const& context, double scale, AGRect const& area) {
@@ -101,41 +74,6 @@ void DrawObjects(Document const& document, AGContext const& context, double scal
           area, [&context](DocumentObject const& object) { DrawObject(object, context, object.brush, object.pen); });
     }
   });
-}
-
-bool PictureKindOf(std::string const& path, PictureKind* kind) {
-  const struct {
-    const char* extension;
-    PictureKind kind;
-  } kinds[] = {{".png", PictureKind::kPNG}, {".pdf", PictureKind::kPDF}, {".svg", PictureKind::kSVG}};
-  for (auto const& entry : kinds) {
-    if (!path.ends_with(entry.extension)) continue;
-    *kind = entry.kind;
-    return true;
-  }
-  return false;
-}
-
-bool RenderPicture(Document const& document, PictureKind kind, double scale, std::vector<unsigned char>* file,
-                   std::string* error) {
-  return kind == PictureKind::kPNG ? RenderPNG(document, scale, file, error)
-                                   : RenderPage(document, kind, scale, file, error);
-}
-
-bool RenderPNG(Document const& document, double scale, std::vector<unsigned char>* png, std::string* error) {
-  const AGSize size{document.Page().width * scale, document.Page().height * scale};
-  AGBitmap bitmap(size, AGBitmap::kFlagLittleEndian | AGBitmap::kFlagZeroFill);
-  if (!bitmap.IsOpen()) {
-    *error = NoPicture(size);
-    return false;
-  }
-  AGContext context = bitmap.GetContextOfBitmap();
-  context.ClearPixels(document.Background());
-  DrawObjects(document, context, scale);
-
-  if (EncodePNG(bitmap, png)) return true;
-  *error = "can't encode the picture";
-  return false;
 }
 
 }  // namespace host

@@ -22,6 +22,13 @@ constexpr unsigned int kFormatVersion = 2;
 constexpr unsigned int kLayerVisible = 1;
 constexpr unsigned int kLayerLocked = 2;
 
+// Text without its padding; false when it is no UTF-8.
+bool TakeText(AKMemoryBlock const& bytes, std::string* text) {
+  text->assign(reinterpret_cast<const char*>(bytes.Data()), bytes.Size());
+  text->erase(text->find_last_not_of('\0') + 1);
+  return FindInvalidUtf8(*text) == text->size();
+}
+
 // Reads one document from a stream that holds the whole file. The first problem is kept as a text.
 class DocumentReader {
  public:
@@ -104,9 +111,7 @@ class DocumentReader {
     AKFileChunk chunk;
     AKMemoryBlock bytes;
     if (!objects_.ReadHeader(outer, kTextSignature, &chunk) || !objects_.ReadBytes(chunk.size, &bytes)) return false;
-    name->assign(reinterpret_cast<const char*>(bytes.Data()), bytes.Size());
-    name->erase(name->find_last_not_of('\0') + 1);
-    if (FindInvalidUtf8(*name) == name->size()) return true;
+    if (TakeText(bytes, name)) return true;
     problem_ = "is damaged: the name at position " + std::to_string(chunk.pos) + " is no UTF-8";
     return false;
   }
@@ -130,14 +135,6 @@ class DocumentReader {
   std::string problem_;
 };
 
-int WriteName(AKFile& file, std::string const& name) {
-  AKFileChunk chunk{kTextSignature};
-  int status = AKFileWriteChunkHeader(file, chunk);
-  if (status == 0) status = AKFileWrite(file, name.data(), name.size());
-  if (status == 0) status = AKFileWriteZeros(file, (4 - name.size() % 4) % 4);
-  return status == 0 ? AKFileWriteChunkComplete(file, chunk) : status;
-}
-
 int WriteLayer(AKFile& file, Layer const& layer) {
   LayerSettings const& settings = layer.settings;
   AKFileChunk chunk{kLayerSignature};
@@ -145,7 +142,7 @@ int WriteLayer(AKFile& file, Layer const& layer) {
   const unsigned int flags = (settings.visible ? kLayerVisible : 0) | (settings.locked ? kLayerLocked : 0);
   if (status == 0) status = AKFileWriteUInt32(file, flags);
   if (status == 0) status = AKFileWriteUInt32(file, static_cast<unsigned int>(layer.objects.Count()));
-  if (status == 0) status = WriteName(file, settings.name);
+  if (status == 0) status = WriteTextChunk(file, settings.name);
   layer.objects.ForEach([&](DocumentObject const& object) {
     if (status == 0) status = WriteObjectChunk(file, object);
   });
@@ -153,6 +150,25 @@ int WriteLayer(AKFile& file, Layer const& layer) {
 }
 
 }  // namespace
+
+int WriteTextChunk(AKFile& file, std::string const& utf8) {
+  AKFileChunk chunk{kTextSignature};
+  int status = AKFileWriteChunkHeader(file, chunk);
+  if (status == 0) status = AKFileWrite(file, utf8.data(), utf8.size());
+  if (status == 0) status = AKFileWriteZeros(file, (4 - utf8.size() % 4) % 4);
+  return status == 0 ? AKFileWriteChunkComplete(file, chunk) : status;
+}
+
+bool ReadTextChunk(AKFile const& file, std::string* utf8) {
+  AKFileChunk chunk;
+  AKMemoryBlock bytes;
+  if (AKFileReadChunkHeader(file, &chunk) != 0 || chunk.signature != kTextSignature || !file.HasBytes(chunk.size)) {
+    return false;
+  }
+  bytes.Allocate(chunk.size, false);
+  if (chunk.size != 0 && AKFileRead(file, bytes.MutableData(), chunk.size) != 0) return false;
+  return TakeText(bytes, utf8);
+}
 
 int WriteDocument(Document const& document, AKFile& file) {
   AKFileChunk chunk{kDocumentSignature};
@@ -167,11 +183,7 @@ int WriteDocument(Document const& document, AKFile& file) {
   return status == 0 ? AKFileWriteChunkComplete(file, chunk) : status;
 }
 
-namespace {
-
-// Writes a file by `write`, a function of an AKFile& that returns a status: whole, or not at all.
-template <typename Write>
-bool Replace(std::string const& path, Write write, std::string* error) {
+bool ReplaceFileBy(std::string const& path, std::function<int(AKFile&)> const& write, std::string* error) {
   const QuietLog quiet;
   AKFilePath target;
   int status = -1;
@@ -190,8 +202,6 @@ bool Replace(std::string const& path, Write write, std::string* error) {
   return false;
 }
 
-}  // namespace
-
 std::unique_ptr<Document> ReadDocument(std::string const& path, std::string* error) {
   const QuietLog quiet;
   AKFilePath source;
@@ -209,19 +219,26 @@ std::unique_ptr<Document> ReadDocument(std::string const& path, std::string* err
     *error = "can't open \"" + path + "\": " + std::strerror(errno);
     return nullptr;
   }
+  std::string problem;
+  auto document = ReadDocument(file, &problem);
+  if (!document) *error = "\"" + path + "\" " + problem;
+  return document;
+}
+
+std::unique_ptr<Document> ReadDocument(AKFile const& file, std::string* problem) {
   DocumentReader reader(file);
   auto document = reader.Read();
-  if (!document) *error = "\"" + path + "\" " + reader.Problem();
+  if (!document) *problem = reader.Problem();
   return document;
 }
 
 bool WriteDocument(Document const& document, std::string const& path, std::string* error) {
-  return Replace(
+  return ReplaceFileBy(
       path, [&document](AKFile& file) { return WriteDocument(document, file); }, error);
 }
 
 bool ReplaceFile(std::string const& path, void const* data, std::size_t size, std::string* error) {
-  return Replace(
+  return ReplaceFileBy(
       path, [data, size](AKFile& file) { return AKFileWrite(file, data, size); }, error);
 }
 

@@ -17,6 +17,16 @@ std::vector<DocumentSession*>& Sessions() {
   return sessions;
 }
 
+// A name is for a menu. It is cut between characters of UTF-8.
+std::string Shortened(std::string name) {
+  constexpr std::size_t kLongestName = 200;  // bytes
+  if (name.size() <= kLongestName) return name;
+  std::size_t length = kLongestName;
+  while (length > 0 && (static_cast<unsigned char>(name[length]) & 0xC0) == 0x80) --length;
+  name.resize(length);
+  return name + "\xE2\x80\xA6";  // an ellipsis
+}
+
 std::string Title(const char* verb, std::string const& name) { return name.empty() ? verb : verb + (" " + name); }
 
 }  // namespace
@@ -61,6 +71,14 @@ std::unique_ptr<DocumentSession> DocumentSession::Open(std::string const& path, 
   return session;
 }
 
+std::unique_ptr<DocumentSession> DocumentSession::Restore(std::unique_ptr<Document> document, std::string const& path) {
+  auto session = std::make_unique<DocumentSession>(std::move(document));
+  session->path_ = path;
+  session->stamp_ = FileStamp::Of(path);
+  session->history_.MarkNeverClean();
+  return session;
+}
+
 bool DocumentSession::IsFileChangedOutside() const { return !path_.empty() && !(FileStamp::Of(path_) == stamp_); }
 
 bool DocumentSession::Save(bool overwrite, std::string* error) {
@@ -88,11 +106,11 @@ bool DocumentSession::SaveAs(std::string const& path, std::string* error) {
 
 void DocumentSession::BeginStep(std::string name) {
   open_.push_back(std::make_unique<UndoStep>());
-  open_.back()->name = std::move(name);
+  open_.back()->name = Shortened(std::move(name));
 }
 
 void DocumentSession::SetActionName(std::string name) {
-  actionName_ = std::move(name);
+  actionName_ = Shortened(std::move(name));
   if (!open_.empty() && !actionName_.empty()) open_.front()->name = actionName_;
 }
 
@@ -109,6 +127,7 @@ bool DocumentSession::EndStep() {
   if (!step->Seal(*document_)) return false;
   if (step->name.empty()) step->name = "Change";
   history_.Push(std::move(step));
+  ++changes_;
   Notify([](SessionObserver& observer) { observer.OnHistoryChanged(); });
   return true;
 }
@@ -122,20 +141,25 @@ void DocumentSession::CancelStep() {
 void DocumentSession::RewindStep() {
   if (open_.empty()) return;
   open_.back()->Rewind(*document_);
-  PruneSelection();
+  AfterRemoval();
 }
 
 std::string DocumentSession::UndoTitle() const { return Title("Undo", history_.UndoName()); }
 std::string DocumentSession::RedoTitle() const { return Title("Redo", history_.RedoName()); }
 
+void DocumentSession::AfterRemoval() {
+  PruneSelection();
+  if (document_->FindLayer(activeLayer_) == nullptr) SetActiveLayer(document_->Layers().back()->id);
+}
+
 // Objects that the step brought back or changed become selected, so that it is seen what happened.
 void DocumentSession::AfterChange(ObjectIDs const& toSelect) {
-  PruneSelection();
+  ++changes_;
+  AfterRemoval();
   const auto known = [this](ObjectID id) { return document_->Find(id) != nullptr && IsEditable(id); };
   ObjectIDs present;
   std::copy_if(toSelect.begin(), toSelect.end(), std::back_inserter(present), known);
   if (!present.empty()) Select(present);
-  if (document_->FindLayer(activeLayer_) == nullptr) SetActiveLayer(document_->Layers().back()->id);
   Notify([](SessionObserver& observer) { observer.OnHistoryChanged(); });
 }
 

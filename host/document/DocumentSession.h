@@ -52,9 +52,13 @@ class DocumentSession {
 
   /// Null, with one line in `*error`, when the file can't be read.
   static std::unique_ptr<DocumentSession> Open(std::string const& path, std::string* error);
+  /// A document that a crash left unsaved, to be saved at `path`.
+  static std::unique_ptr<DocumentSession> Restore(std::unique_ptr<Document> document, std::string const& path);
   /// Empty for a document that was never saved.
   std::string const& Path() const { return path_; }
   bool HasUnsavedChanges() const { return !history_.IsClean(); }
+  /// Counts steps made, undone and redone: it differs whenever the document does.
+  std::uint64_t ChangeCount() const { return changes_; }
   /// True when the file was changed or removed by somebody else since it was opened or saved.
   bool IsFileChangedOutside() const;
   /// Writes to Path(). Refused when the file was changed outside, unless `overwrite` is set.
@@ -193,8 +197,8 @@ class DocumentSession {
   ObjectID InsertOne(std::unique_ptr<DocumentObject> object, ObjectPlace const& place);
   bool NoticeChange(ObjectID id);
   void AfterChange(ObjectIDs const& toSelect);
+  void AfterRemoval();
   void PruneSelection();
-  void FinishStep();
 
   std::unique_ptr<Document> document_;
   Selection selection_;
@@ -205,6 +209,7 @@ class DocumentSession {
   FileStamp stamp_;
   LayerID activeLayer_ = kNoLayerID;
   std::uint64_t serial_;
+  std::uint64_t changes_ = 0;
   std::vector<SessionObserver*> observers_;
 };
 

@@ -6,7 +6,9 @@
 namespace host {
 namespace {
 
-constexpr unsigned int kSide = 5;          // pixels
+constexpr unsigned int kSide = 5;      // pixels
+constexpr std::size_t kPixelSize = 4;  // blue, green, red, alpha
+constexpr std::size_t kAlphaByte = 3;
 constexpr double kLeastTolerance = 1e-6;   // map units
 constexpr unsigned char kLeastAlpha = 26;  // a tenth of a pixel covered
 constexpr double kRadiusSquared = 2.5 * 2.5;
@@ -33,7 +35,8 @@ bool HitTest::HasInk() const {
       const double dx = x - (kSide - 1) / 2.0;
       const double dy = y - (kSide - 1) / 2.0;
       if (dx * dx + dy * dy > kRadiusSquared) continue;
-      if (bitmap_.GetPixelColor(x, y).Alpha() >= kLeastAlpha) return true;
+      const std::size_t pixel = std::size_t{y} * bitmap_.RowStride() + x;
+      if (bitmap_.Pixels()[pixel * kPixelSize + kAlphaByte] >= kLeastAlpha) return true;
     }
   }
   return false;

@@ -8,6 +8,7 @@
 #include "host/ParseNumber.h"
 #include "host/document/InstanceCall.h"
 #include "host/tables/SlotCall.h"
+#include "host/text/DisplayText.h"
 #include "kit/AKTextConversions.h"
 #include "kit/AKValue.h"
 #include "kit/AKValueHelpers.h"
@@ -71,7 +72,7 @@ bool ParseLike(AKValue const& old, std::string const& text, AKValue* value) {
       value->SetasFloat(number);
       return true;
     case kAKValueTypeString:
-      value->SetasAKString(AKString(text));
+      value->SetasAKString(TextForBundles(text));
       return true;
     case kAKValueTypeDictionary:
       if (!ParseRect(text, &rect)) return false;
@@ -140,7 +141,7 @@ bool WasTaken(AKValue const& value, AKValue const& old, AKValue const& now, std:
 
 std::string ClassName(AKClassID classID) {
   AKClass const* cls = Host::Instance().Classes().Find(classID);
-  return cls == nullptr ? classID.chars : DisplayName(*cls).CStr();
+  return cls == nullptr ? classID.chars : DisplayText(DisplayName(*cls));
 }
 
 AKDictionary PropertiesOf(DocumentObject const& object) {
@@ -154,7 +155,7 @@ bool SetProperty(DocumentObject const& object, HostFields* fields, std::string c
     return false;
   }
   AKDictionary all = AllProperties(object, *fields);
-  const AKString key(path);
+  const AKString key = TextForBundles(path);
   const AKString name = FirstName(key);
   const bool settable = IsHostKey(name) || HasSlot(*object.instance->Class(), kAKMethodSetObjectProperties);
   if (!all.ContainsKey(key) || !settable) {
@@ -197,11 +198,11 @@ std::string TextOf(AKValue const& value) {
       return {buffer, end};
     }
     case kAKValueTypeString:
-      return value.GetasAKString()->CStr();
+      return DisplayText(*value.GetasAKString());
     case kAKValueTypeDictionary: {
       std::string text = "{";
       value.GetasAKDictionary()->ForEach([&text](AKString const& key, AKValue const& entry) {
-        text += (text.size() > 1 ? " " : "") + std::string(key.CStr()) + "=" + TextOf(entry);
+        text += (text.size() > 1 ? " " : "") + DisplayText(key) + "=" + TextOf(entry);
       });
       return text + "}";
     }

@@ -3,6 +3,7 @@
 #include "host/Host.h"
 #include "host/document/InstanceCall.h"
 #include "host/tables/SlotCall.h"
+#include "host/text/DisplayText.h"
 
 namespace host {
 namespace {
@@ -67,7 +68,7 @@ int Inspector::SendToAll(unsigned int kind, unsigned int controlID, Prepare cons
     prepare();
     const int own = SendTo(id, &event);
     if (status == 0) status = own;
-    if (!event.actionName.IsEmpty()) name = event.actionName.CStr();
+    if (!event.actionName.IsEmpty()) name = DisplayText(event.actionName);
   }
   if (name.empty()) name = session_->ActionName();  // through a handler
   session_->SetActionName(name);
@@ -117,6 +118,20 @@ int Inspector::Change(unsigned int controlID, std::function<void(AKGUIDesc&, uns
   mixed_.clear();
   return SendToAll(
       AKGUIEvent::kControlChanged, controlID, [&] { set(*panel_, controlID); }, actionName);
+}
+
+bool Inspector::Enter(unsigned int controlID, std::string const& text, std::string* actionName, std::string* error) {
+  HostControl* control = HostControl::Of(panel_->GetController(controlID));
+  const AKString value = TextForBundles(text);
+  if (control == nullptr || !control->Enter(value)) {
+    *error = control == nullptr ? "the panel has no control " + std::to_string(controlID)
+                                : "control " + std::to_string(controlID) + " does not take \"" + text + "\"";
+    return false;
+  }
+  const int status = Change(
+      controlID, [&](AKGUIDesc&, unsigned int) { control->Enter(value); }, actionName);
+  if (status != 0) *error = "the object returned status " + std::to_string(status);
+  return status == 0;
 }
 
 int Inspector::Change(unsigned int controlID, double value, std::string* actionName) {

@@ -35,6 +35,9 @@ class Inspector {
   /// The same with any kind of value: `set` gives it to the control of the panel, once for each object.
   int Change(unsigned int controlID, std::function<void(AKGUIDesc& panel, unsigned int controlID)> const& set,
              std::string* actionName);
+  /// The same from a text that suits the control (HostControl::Enter), UTF-8. False, with one line in `*error`, when it
+  /// does not or an object returns a status.
+  bool Enter(unsigned int controlID, std::string const& text, std::string* actionName, std::string* error);
   /// Sends an event of any kind to all objects.
   int Send(unsigned int kind, unsigned int controlID, std::string* actionName);
 

@@ -8,6 +8,7 @@
 #include "host/document/DocumentSession.h"
 #include "host/document/InstanceCall.h"
 #include "host/tables/TableBuilder.h"
+#include "host/text/DisplayText.h"
 #include "kit/AKHandler.h"
 #include "kit/AKLog.h"
 
@@ -31,12 +32,12 @@ class HostHandler {
   bool IsActive() const { return Session() != nullptr; }
 
   void SetActionName(AKString const& name) {
-    if (DocumentSession* session = Session()) session->SetActionName(name.CStr());
+    if (DocumentSession* session = Session()) session->SetActionName(DisplayText(name));
   }
 
   AKString ActionName() const {
     DocumentSession const* session = Session();
-    return session == nullptr ? AKString() : AKString(session->ActionName());
+    return session == nullptr ? AKString() : TextForBundles(session->ActionName());
   }
 
   /// The document's first layer.

@@ -1,0 +1,177 @@
+// Commands that move, stretch, turn, align and order objects.
+#include "graphics/values/AGConstants.h"
+#include "host/ParseNumber.h"
+#include "host/commands/EditCommand.h"
+
+namespace host {
+namespace {
+
+template <typename Value>
+struct Word {
+  const char* word;
+  Value value;
+};
+
+// One of a list of words.
+template <typename Value, std::size_t kCount>
+bool ParseWord(std::string const& text, Word<Value> const (&words)[kCount], Value* value, std::string* error) {
+  std::string known;
+  for (Word<Value> const& entry : words) {
+    if (text == entry.word) {
+      *value = entry.value;
+      return true;
+    }
+    known += (known.empty() ? "" : ", ") + std::string(entry.word);
+  }
+  *error = "\"" + text + "\" is none of " + known;
+  return false;
+}
+
+constexpr Word<Alignment> kAlignments[] = {{"left", Alignment::kLeft},     {"center", Alignment::kCenter},
+                                           {"right", Alignment::kRight},   {"top", Alignment::kTop},
+                                           {"middle", Alignment::kMiddle}, {"bottom", Alignment::kBottom}};
+constexpr Word<Axis> kAxes[] = {{"horizontal", Axis::kHorizontal}, {"vertical", Axis::kVertical}};
+constexpr Word<OrderChange> kOrders[] = {{"front", OrderChange::kToFront},
+                                         {"back", OrderChange::kToBack},
+                                         {"forward", OrderChange::kForward},
+                                         {"backward", OrderChange::kBackward}};
+
+bool ParseOffset(std::string const& text, std::vector<double>* offset, std::string* error) {
+  return ParseList(text, 2, "an offset is two numbers as DX,DY", offset, error);
+}
+
+bool RunMove(EditContext& context, EditArguments const& arguments, std::string* error) {
+  ObjectIDs ids;
+  std::vector<double> offset;
+  return ParseObjects(context, arguments.words[0], &ids, error) && ParseOffset(arguments.words[1], &offset, error) &&
+         context.session->Move(ids, offset[0], offset[1], error);
+}
+
+bool RunResize(EditContext& context, EditArguments const& arguments, std::string* error) {
+  ObjectIDs ids;
+  std::vector<double> b;
+  AGRect box;
+  if (!ParseObjects(context, arguments.words[0], &ids, error) ||
+      !ParseList(arguments.words[1], 4, "a box is four numbers as X0,Y0,X1,Y1", &b, error)) {
+    return false;
+  }
+  const AGRect to{b[0], b[1], b[2], b[3]};
+  if (ids.size() == 1) return context.session->SetPlacement(ids[0], {to, context.Doc().Find(ids[0])->angle}, error);
+  context.session->GetBox(ids, &box);
+  return context.session->Resize(ids, box, to, error);
+}
+
+bool RunRotate(EditContext& context, EditArguments const& arguments, std::string* error) {
+  ObjectIDs ids;
+  double degrees = 0;
+  std::vector<double> about;
+  if (!ParseObjects(context, arguments.words[0], &ids, error)) return false;
+  if (!ParseFinite(arguments.words[1], &degrees)) {
+    *error = "\"" + arguments.words[1] + "\" is no number of degrees";
+    return false;
+  }
+  if (!arguments.Has("about")) return context.session->Rotate(ids, degrees * kDegToRad, error);
+  return ParseList(arguments.Value("about", ""), 2, "--about takes two numbers as X,Y", &about, error) &&
+         context.session->Rotate(ids, degrees * kDegToRad, {about[0], about[1]}, error);
+}
+
+bool RunAlign(EditContext& context, EditArguments const& arguments, std::string* error) {
+  ObjectIDs ids;
+  Alignment alignment{};
+  return ParseObjects(context, arguments.words[0], &ids, error) &&
+         ParseWord(arguments.words[1], kAlignments, &alignment, error) &&
+         context.session->Align(ids, alignment, arguments.Has("page") ? AlignTo::kPage : AlignTo::kObjects, error);
+}
+
+bool RunDistribute(EditContext& context, EditArguments const& arguments, std::string* error) {
+  ObjectIDs ids;
+  Axis axis{};
+  return ParseObjects(context, arguments.words[0], &ids, error) && ParseWord(arguments.words[1], kAxes, &axis, error) &&
+         context.session->Distribute(ids, axis, error);
+}
+
+bool RunOrder(EditContext& context, EditArguments const& arguments, std::string* error) {
+  ObjectIDs ids;
+  OrderChange change{};
+  return ParseObjects(context, arguments.words[0], &ids, error) &&
+         ParseWord(arguments.words[1], kOrders, &change, error) && context.session->ChangeOrder(ids, change, error);
+}
+
+}  // namespace
+
+const EditCommand kMoveEdit = {"move",
+                               EditUse::kEverywhere,
+                               "move objects",
+                               "usage: objecthost move FILE OBJECTS DX,DY\n\n"
+                               "Moves objects (a number, several as in 0,2-4, or all) by DX to the right and DY up.\n",
+                               "",
+                               "",
+                               2,
+                               2,
+                               &RunMove};
+
+const EditCommand kResizeEdit = {
+    "resize",
+    EditUse::kEverywhere,
+    "stretch objects",
+    "usage: objecthost resize FILE OBJECTS X0,Y0,X1,Y1\n\n"
+    "Gives one object these bounds, or stretches several as their common box is stretched to\n"
+    "this one. OBJECTS is a number, several as in 0,2-4, or all.\n",
+    "",
+    "",
+    2,
+    2,
+    &RunResize};
+
+const EditCommand kRotateEdit = {
+    "rotate",
+    EditUse::kEverywhere,
+    "turn objects",
+    "usage: objecthost rotate FILE OBJECTS DEGREES [--about X,Y]\n\n"
+    "Turns objects together, counter-clockwise, about the centre of their common box or about\n"
+    "a point. OBJECTS is a number, several as in 0,2-4, or all.\n",
+    "about",
+    "",
+    2,
+    2,
+    &RunRotate};
+
+const EditCommand kAlignEdit = {
+    "align",
+    EditUse::kEverywhere,
+    "align objects with each other or the page",
+    "usage: objecthost align FILE OBJECTS left|center|right|top|middle|bottom [--page]\n\n"
+    "Moves objects so that their boxes meet an edge or middle line of their common box, or of\n"
+    "the page. OBJECTS is a number, several as in 0,2-4, or all.\n",
+    "",
+    "page",
+    2,
+    2,
+    &RunAlign};
+
+const EditCommand kDistributeEdit = {"distribute",
+                                     EditUse::kEverywhere,
+                                     "make the gaps between objects equal",
+                                     "usage: objecthost distribute FILE OBJECTS horizontal|vertical\n\n"
+                                     "Moves three or more objects so that the gaps between their boxes are equal; the\n"
+                                     "outermost two stay. OBJECTS is several numbers as in 0,2-4, or all.\n",
+                                     "",
+                                     "",
+                                     2,
+                                     2,
+                                     &RunDistribute};
+
+const EditCommand kOrderEdit = {
+    "order",
+    EditUse::kEverywhere,
+    "bring objects to the front or send them back",
+    "usage: objecthost order FILE OBJECTS front|back|forward|backward\n\n"
+    "Changes the drawing order within the layer; \"forward\" and \"backward\" by one place.\n"
+    "The numbers of objects follow the drawing order.\n",
+    "",
+    "",
+    2,
+    2,
+    &RunOrder};
+
+}  // namespace host

@@ -1,0 +1,113 @@
+// Commands that work on an open document: each is a line of a script and, with the document's file in front of its
+// arguments, a command of its own. Both run the same code: a command of its own opens the file, runs, and saves when
+// something changed.
+#pragma once
+
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "host/commands/Command.h"
+#include "host/commands/CommandLine.h"
+#include "host/document/DocumentSession.h"
+#include "host/document/Recovery.h"
+
+namespace host {
+
+/// What a command works on, and what it leaves for the next one of a script.
+struct EditContext {
+  std::unique_ptr<DocumentSession> session;  ///< null in a script that has not opened a document
+  std::unique_ptr<Recovery> recovery;        ///< of the session, in scripts
+  bool inScript = false;
+  double autosaveSeconds = 0;
+  std::string clipboard;
+  std::string output;  ///< what is printed when the command has succeeded
+
+  /// Leaves the document that was open for another one, or for null.
+  void SetSession(std::unique_ptr<DocumentSession> next);
+
+  Document const& Doc() const { return session->Doc(); }
+  /// The document's file in messages.
+  std::string Name() const { return session->Path().empty() ? "the document" : "\"" + session->Path() + "\""; }
+};
+
+/// The words of a call, sorted.
+struct EditArguments {
+  CommandLine const& line;         ///< for the options
+  std::vector<std::string> words;  ///< without the file
+
+  bool Has(const char* option) const { return line.Has(option); }
+  std::string Value(const char* option, const char* fallback) const { return line.Value(option, fallback); }
+  bool IsJson() const { return line.Has("json"); }
+};
+
+enum class EditUse {
+  kEverywhere,
+  kScriptOnly,
+  kWithoutDocument,  ///< in scripts, also before a document is open
+};
+
+struct EditCommand {
+  const char* name;
+  EditUse use;
+  const char* summary;
+  const char* help;
+  const char* valueOptions;  ///< separated by blanks
+  const char* flagOptions;
+  std::size_t least;  ///< count of words, without the file
+  std::size_t most;
+  /// False, with one line in `*error` and the document as it was.
+  bool (*run)(EditContext& context, EditArguments const& arguments, std::string* error);
+};
+
+inline constexpr std::size_t kManyWords = 100000;
+
+/// Runs a command on the words of a script line, its name taken off. False with one line in `*error`.
+bool RunInContext(EditCommand const& command, EditContext& context, std::vector<std::string> const& words,
+                  std::string* error);
+
+/// Runs a command on the file that the first word names, and saves what it changed.
+int RunOnFile(EditCommand const& command, std::vector<std::string> const& words);
+
+template <EditCommand const& kEdit>
+int RunAlone(std::vector<std::string> const& words) {
+  return RunOnFile(kEdit, words);
+}
+/// The edit as a command of the program.
+template <EditCommand const& kEdit>
+Command Alone() {
+  return {kEdit.name, kEdit.summary, kEdit.help, &RunAlone<kEdit>};
+}
+
+/// All of them, in the order in which they are listed.
+std::vector<EditCommand const*> const& EditCommands();
+EditCommand const* FindEditCommand(std::string const& name);  ///< null for an unknown name
+
+// Words as things of the document. Each returns false with one line in `*error`.
+
+/// "3", "0,2-4", "all" (that can be edited) or "selected", as IDs.
+bool ParseObjects(EditContext const& context, std::string const& text, ObjectIDs* ids, std::string* error);
+/// One object number.
+bool ParseObject(EditContext const& context, std::string const& text, ObjectID* id, std::string* error);
+/// A layer by its number or its name.
+bool ParseLayer(EditContext const& context, std::string const& text, LayerID* id, std::string* error);
+/// "NAME=VALUE" words as pairs.
+bool ParseAssignments(std::vector<std::string> const& words, std::vector<std::pair<std::string, std::string>>* pairs,
+                      std::string* error);
+/// Numbers separated by commas; `what` says what is taken, as in "--bounds takes four numbers as X0,Y0,X1,Y1".
+bool ParseList(std::string const& text, std::size_t count, const char* what, std::vector<double>* numbers,
+               std::string* error);
+
+// The commands, one file an area.
+extern const EditCommand kAddEdit, kListEdit, kGetEdit, kSetEdit, kDeleteEdit;
+extern const EditCommand kMoveEdit, kResizeEdit, kRotateEdit, kAlignEdit, kDistributeEdit, kOrderEdit;
+extern const EditCommand kDuplicateEdit, kCopyEdit, kCutEdit, kPasteEdit, kSelectEdit;
+extern const EditCommand kLayersEdit, kLayerEdit, kPageEdit;
+extern const EditCommand kInspectEdit, kDrawEdit, kExportEdit;
+extern const EditCommand kUndoEdit, kRedoEdit, kHistoryEdit, kBeginEdit, kEndEdit, kCancelEdit;
+extern const EditCommand kNewEdit, kOpenEdit, kSaveEdit, kCloseEdit;
+
+/// `new` with the name of the file, as a command of its own.
+int RunNewOnFile(std::vector<std::string> const& words);
+
+}  // namespace host

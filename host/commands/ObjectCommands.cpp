@@ -1,0 +1,166 @@
+// Commands that make, show, change and delete objects.
+#include "graphics/values/AGConstants.h"
+#include "host/ParseNumber.h"
+#include "host/commands/EditCommand.h"
+#include "host/commands/JsonListing.h"
+#include "host/document/DocumentListing.h"
+#include "host/document/ObjectProperties.h"
+#include "host/text/DisplayText.h"
+
+namespace host {
+namespace {
+
+bool ParsePlacement(EditArguments const& arguments, ObjectPlacement* placement, std::string* error) {
+  std::vector<double> b;
+  double degrees = 0;
+  if (!ParseList(arguments.Value("bounds", "0,0,100,100"), 4, "--bounds takes four numbers as X0,Y0,X1,Y1", &b,
+                 error)) {
+    return false;
+  }
+  if (!ParseFinite(arguments.Value("angle", "0"), &degrees)) {
+    *error = "--angle takes a number of degrees";
+    return false;
+  }
+  *placement = {{b[0], b[1], b[2], b[3]}, degrees * kDegToRad};
+  return true;
+}
+
+bool RunAdd(EditContext& context, EditArguments const& arguments, std::string* error) {
+  DocumentSession& session = *context.session;
+  ObjectPlacement placement;
+  std::vector<std::pair<std::string, std::string>> pairs;
+  LayerID layer = session.ActiveLayer();
+  if (!ParsePlacement(arguments, &placement, error) || !ParseAssignments(arguments.line.Values("set"), &pairs, error)) {
+    return false;
+  }
+  if (arguments.Has("layer") && !ParseLayer(context, arguments.Value("layer", ""), &layer, error)) return false;
+  session.SetActiveLayer(layer);
+  EditStep step(session, "");
+  const ObjectID id =
+      session.Add(AKClassID(arguments.words[0].c_str()), arguments.Value("args", "-default"), placement, error);
+  if (id == kNoObjectID || (!pairs.empty() && !session.SetProperties({id}, pairs, error))) return false;
+  context.output = std::to_string(context.Doc().NumberOf(id)) + "\n";
+  return step.End();
+}
+
+bool RunList(EditContext& context, EditArguments const& arguments, std::string*) {
+  if (arguments.IsJson()) {
+    context.output = JsonOfDocument(*context.session);
+  } else {
+    context.output = arguments.Has("all") ? FullListing(context.Doc()) : ShortListing(context.Doc());
+  }
+  return true;
+}
+
+bool RunGet(EditContext& context, EditArguments const& arguments, std::string* error) {
+  ObjectID id = kNoObjectID;
+  if (!ParseObject(context, arguments.words[0], &id, error)) return false;
+  const AKDictionary properties = PropertiesOf(*context.Doc().Find(id));
+  if (arguments.words.size() == 1) {
+    if (arguments.IsJson()) {
+      context.output = JsonOfProperties(properties);
+      return true;
+    }
+    properties.ForEach([&context](AKString const& key, AKValue const& value) {
+      context.output += DisplayText(key) + "=" + TextOf(value) + "\n";
+    });
+    return true;
+  }
+  const AKString path = TextForBundles(arguments.words[1]);
+  if (!properties.ContainsKey(path)) {
+    *error = "there is no property \"" + arguments.words[1] + "\"";
+    return false;
+  }
+  AKValue const& value = properties.GetValue(path);
+  context.output = arguments.IsJson() ? JsonOfValue(value) : TextOf(value) + "\n";
+  return true;
+}
+
+bool RunSet(EditContext& context, EditArguments const& arguments, std::string* error) {
+  ObjectIDs ids;
+  std::vector<std::pair<std::string, std::string>> pairs;
+  return ParseObjects(context, arguments.words[0], &ids, error) &&
+         ParseAssignments({arguments.words.begin() + 1, arguments.words.end()}, &pairs, error) &&
+         context.session->SetProperties(ids, pairs, error);
+}
+
+bool RunDelete(EditContext& context, EditArguments const& arguments, std::string* error) {
+  ObjectIDs ids;
+  return ParseObjects(context, arguments.words[0], &ids, error) && context.session->Delete(ids, error);
+}
+
+}  // namespace
+
+const EditCommand kAddEdit = {
+    "add",
+    EditUse::kEverywhere,
+    "add an object to a document",
+    "usage: objecthost add FILE CLASS [--args TEXT] [--bounds X0,Y0,X1,Y1] [--angle DEGREES]\n"
+    "                  [--layer LAYER] [--set NAME=VALUE]...\n\n"
+    "Adds an object of a class (\"stdRect\" is the rectangle) in front of the others of the layer (the\n"
+    "topmost one) and prints its number. TEXT (\"-default\") is what the class is initialised with. Bounds\n"
+    "are 0,0,100,100 unless given; --set is what \"set\" takes.\n",
+    "args bounds angle layer set",
+    "",
+    1,
+    1,
+    &RunAdd};
+
+const EditCommand kListEdit = {
+    "list",
+    EditUse::kEverywhere,
+    "list the objects of a document",
+    "usage: objecthost list FILE [--all] [--json]\n\n"
+    "One line an object: number, class, bounds, angle in degrees, and the properties of its\n"
+    "class. With --all every property, to seven digits. With --json the page, the layers and every\n"
+    "property of every object.\n",
+    "",
+    "all json",
+    0,
+    0,
+    &RunList};
+
+const EditCommand kGetEdit = {
+    "get",
+    EditUse::kEverywhere,
+    "print properties of an object",
+    "usage: objecthost get FILE NUMBER [NAME] [--json]\n\n"
+    "Prints all properties as NAME=VALUE, or the value of one. NAME may lead into a property:\n"
+    "Pen.Brush.Color.\n",
+    "",
+    "json",
+    1,
+    2,
+    &RunGet};
+
+const EditCommand kSetEdit = {
+    "set",
+    EditUse::kEverywhere,
+    "change properties of objects",
+    "usage: objecthost set FILE OBJECTS NAME=VALUE...\n\n"
+    "  Rounding=0.4                    a property of the rectangle's class, taken as 0 to 1\n"
+    "  Bounds=\"(10;10;110;60)\"         corners x0, y0, x1, y1; y points up\n"
+    "  Angle=30                        degrees about the centre\n"
+    "  Brush.Style=Solid               None, Solid, Pattern, LinearGradient, RadialGradient\n"
+    "  Brush.Color=\"(255;0;0;128)\"     red, green, blue, alpha\n"
+    "  Pen.Size=3  Pen.SizeMode=Relative  Pen.Brush.Color=\"(0;0;0;255)\"\n\n"
+    "OBJECTS is a number, several as in 0,2-4, or all. A pen or brush of style None has no other\n"
+    "properties until it has another style. Nothing is changed unless every value can be taken.\n",
+    "",
+    "",
+    2,
+    kManyWords,
+    &RunSet};
+
+const EditCommand kDeleteEdit = {"delete",
+                                 EditUse::kEverywhere,
+                                 "delete objects",
+                                 "usage: objecthost delete FILE OBJECTS\n\n"
+                                 "Deletes objects: a number, several as in 0,2-4, or all.\n",
+                                 "",
+                                 "",
+                                 1,
+                                 1,
+                                 &RunDelete};
+
+}  // namespace host

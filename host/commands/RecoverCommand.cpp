@@ -1,0 +1,80 @@
+// What crashes left unsaved.
+#include <cstdio>
+#include <ctime>
+
+#include "host/commands/Command.h"
+#include "host/commands/CommandLine.h"
+#include "host/commands/JsonWriter.h"
+#include "host/document/DocumentFile.h"
+#include "host/document/Recovery.h"
+
+namespace host {
+namespace {
+
+std::string TimeText(std::int64_t time) {
+  const std::time_t seconds = time;
+  std::tm parts{};
+  char text[40] = "";
+  if (localtime_r(&seconds, &parts) != nullptr) std::strftime(text, sizeof(text), "%Y-%m-%d %H:%M:%S", &parts);
+  return text;
+}
+
+void PrintList(std::vector<RecoveryFile> const& found) {
+  if (found.empty()) std::printf("nothing is to be recovered\n");
+  for (std::size_t i = 0; i < found.size(); ++i) {
+    std::string const& original = found[i].original;
+    std::printf("%zu  %s  %s\n", i, TimeText(found[i].time).c_str(),
+                original.empty() ? "(never saved)" : original.c_str());
+  }
+}
+
+void PrintJson(std::vector<RecoveryFile> const& found) {
+  JsonWriter json;
+  json.BeginArray();
+  for (RecoveryFile const& recovery : found) {
+    json.BeginObject();
+    json.String("original", recovery.original);
+    json.String("file", recovery.file);
+    json.Integer("time", recovery.time);
+    json.EndObject();
+  }
+  json.EndArray();
+  std::fputs(json.Line().c_str(), stdout);
+}
+
+int RecoverInto(RecoveryFile const& recovery, std::string const& path) {
+  std::string error;
+  const auto session = OpenRecovery(recovery, &error);
+  const bool done = session && session->SaveAs(path, &error) && DiscardRecovery(recovery, &error);
+  return done ? 0 : Fail(error);
+}
+
+int RunRecover(std::vector<std::string> const& words) {
+  CommandLine line({"to"}, {"discard", "json"});
+  std::string error;
+  if (!line.Parse(words, 0, 1, &error)) return Fail(error);
+  const std::vector<RecoveryFile> found = FindRecoveries();
+  if (line.Positional().empty()) {
+    line.Has("json") ? PrintJson(found) : PrintList(found);
+    return 0;
+  }
+  std::size_t number = 0;
+  std::string const& text = line.Positional()[0];
+  if (!ParseIndex(text, &number) || number >= found.size()) return Fail("there is no recovery file " + text);
+  if (line.Has("to")) return RecoverInto(found[number], line.Value("to", ""));
+  if (!line.Has("discard")) return Fail("--to has to name the file to recover into, or --discard be given");
+  return DiscardRecovery(found[number], &error) ? 0 : Fail(error);
+}
+
+}  // namespace
+
+const Command kRecoverCommand = {
+    "recover", "get back what a crash left unsaved",
+    "usage: objecthost recover [--json]\n"
+    "       objecthost recover NUMBER --to FILE\n"
+    "       objecthost recover NUMBER --discard\n\n"
+    "Lists the documents with unsaved changes that programs left which ended without closing them, the\n"
+    "newest first; saves one of them into a file, or forgets it.\n",
+    &RunRecover};
+
+}  // namespace host

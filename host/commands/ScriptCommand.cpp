@@ -1,0 +1,91 @@
+// Scripts: many commands on one open document.
+#include <algorithm>
+#include <cerrno>
+#include <cstdio>
+#include <cstring>
+#include <fstream>
+#include <iostream>
+
+#include "host/ParseNumber.h"
+#include "host/commands/EditCommand.h"
+#include "host/commands/ScriptLine.h"
+
+namespace host {
+namespace {
+
+std::string Help() {
+  std::string text =
+      "usage: objecthost script [FILE] [--document DOCUMENT] [--autosave SECONDS]\n\n"
+      "Runs the lines of a file, or of standard input, on one open document: --document opens it, or the\n"
+      "script does. A line is a command with its arguments as below, without the document's file in front\n"
+      "of them. Words are separated by blanks; quotes and backslashes work as in a shell, \"#\" begins a\n"
+      "comment. The first line that fails ends the script with its number and exit code 1. Nothing is\n"
+      "saved but by \"save\". What is unsaved is kept for \"recover\" every SECONDS (10; 0 after each line)\n"
+      "until the script has ended.\n\n";
+  for (EditCommand const* command : EditCommands()) {
+    std::string name = command->name;
+    name.resize(std::max<std::size_t>(name.size() + 1, 11), ' ');
+    text += "  " + name + command->summary + "\n";
+  }
+  return text + "\n\"objecthost COMMAND --help\" tells more of those that are commands of their own.\n";
+}
+
+bool RunLine(std::string const& text, EditContext& context, std::string* error) {
+  std::vector<std::string> words;
+  if (!SplitScriptLine(text, &words, error)) return false;
+  if (words.empty()) return true;
+  EditCommand const* command = FindEditCommand(words[0]);
+  if (command == nullptr) {
+    *error = "unknown command \"" + words[0] + "\"";
+    return false;
+  }
+  return RunInContext(*command, context, {words.begin() + 1, words.end()}, error);
+}
+
+int RunLines(std::istream& lines, std::string const& name, EditContext& context) {
+  std::string error;
+  std::size_t number = 0;
+  for (std::string text; std::getline(lines, text);) {
+    ++number;
+    if (!RunLine(text, context, &error)) return Fail(name + ":" + std::to_string(number) + ": " + error);
+    std::fputs(context.output.c_str(), stdout);
+    std::fflush(stdout);
+    context.output.clear();
+    if (context.recovery) context.recovery->Update();
+  }
+  if (lines.bad()) return Fail("can't read \"" + name + "\"");
+  if (context.session && context.session->HasUnsavedChanges()) {
+    std::fprintf(stderr, "objecthost: the script has ended; changes of %s were not saved\n", context.Name().c_str());
+  }
+  return 0;
+}
+
+int RunScript(std::vector<std::string> const& words) {
+  CommandLine line({"document", "autosave"}, {});
+  EditContext context;
+  context.inScript = true;
+  std::string error;
+  if (!line.Parse(words, 0, 1, &error)) return Fail(error);
+  if (!ParseFinite(line.Value("autosave", "10"), &context.autosaveSeconds) || context.autosaveSeconds < 0) {
+    return Fail("--autosave takes a number of seconds");
+  }
+  if (line.Has("document")) {
+    auto session = DocumentSession::Open(line.Value("document", ""), &error);
+    if (!session) return Fail(error);
+    context.SetSession(std::move(session));
+  }
+  if (line.Positional().empty() || line.Positional()[0] == "-") {
+    return RunLines(std::cin, "standard input", context);
+  }
+  std::ifstream file(line.Positional()[0]);
+  if (!file) return Fail("can't open \"" + line.Positional()[0] + "\": " + std::strerror(errno));
+  return RunLines(file, line.Positional()[0], context);
+}
+
+const std::string kHelp = Help();
+
+}  // namespace
+
+const Command kScriptCommand = {"script", "run many commands on one open document", kHelp.c_str(), &RunScript};
+
+}  // namespace host

@@ -1,0 +1,127 @@
+#include "host/document/DocumentPicture.h"
+
+#include <algorithm>
+#include <cctype>
+#include <cstdio>
+
+#include "CoreGraphics/CGContext.h"
+#include "CoreGraphics/CGVectorContext.h"
+#include "graphics/native/AGGraphicsLow.h"
+#include "host/document/BitmapPNG.h"
+#include "host/document/DocumentDrawing.h"
+#include "host/document/DocumentFile.h"
+
+namespace host {
+namespace {
+
+using Bytes = std::vector<unsigned char>;
+
+/// A kind is drawn into a bitmap and encoded, or onto a page of its own.
+struct KindInfo {
+  PictureKind kind;
+  const char* extension;
+  bool (*encode)(AGBitmap const& bitmap, Bytes* file);
+  CGContextRef (*createPage)(CGFloat width, CGFloat height, CGVectorWriteCallback write, void* info);
+};
+
+constexpr KindInfo kKinds[] = {
+    {PictureKind::kPNG, ".png", &EncodePNG, nullptr},
+    {PictureKind::kPDF, ".pdf", nullptr, &CGVectorContextCreatePDF},
+    {PictureKind::kSVG, ".svg", nullptr, &CGVectorContextCreateSVG},
+};
+
+KindInfo const& InfoOf(PictureKind kind) {
+  return *std::find_if(std::begin(kKinds), std::end(kKinds), [kind](KindInfo const& row) { return row.kind == kind; });
+}
+
+bool NoPicture(AGSize const& size, std::string* error) {
+  char text[128];
+  std::snprintf(text, sizeof(text), "can't make a picture of %.6g by %.6g", size.width, size.height);
+  *error = text;
+  return false;
+}
+
+bool AppendBytes(void* info, void const* bytes, std::size_t count) {
+  auto* file = static_cast<Bytes*>(info);
+  auto const* first = static_cast<unsigned char const*>(bytes);
+  file->insert(file->end(), first, first + count);
+  return true;
+}
+
+bool DrawAll(Document const& document, AGContext const& context, double scale, Progress* progress, std::string* error) {
+  if (DrawObjects(document, context, scale, progress)) return true;
+  *error = "the picture was given up";
+  return false;
+}
+
+bool RenderPage(Document const& document, KindInfo const& info, PictureOptions const& options, Progress* progress,
+                Bytes* file, std::string* error) {
+  const AGSize size{document.Page().width * options.scale, document.Page().height * options.scale};
+  CGContextRef page = info.createPage(size.width, size.height, &AppendBytes, file);
+  if (page == nullptr) return NoPicture(size, error);
+  const AGContext context(page, size);
+  if (!options.transparent) {
+    AGGraphicsLow::AGContextClearPixels(context, document.Background(), {0, 0, size.width, size.height});
+  }
+  const bool drawn = DrawAll(document, context, options.scale, progress, error);
+  const bool finished = CGVectorContextFinish(page);
+  CGContextRelease(page);
+  if (drawn && !finished) *error = "can't encode the picture";
+  return drawn && finished;
+}
+
+bool RenderBitmap(Document const& document, KindInfo const& info, PictureOptions const& options, Progress* progress,
+                  Bytes* file, std::string* error) {
+  const AGSize size{document.Page().width * options.scale, document.Page().height * options.scale};
+  const AGBitmap bitmap(size, AGBitmap::kFlagLittleEndian | AGBitmap::kFlagZeroFill);
+  if (!bitmap.IsOpen()) return NoPicture(size, error);
+  AGContext context = bitmap.GetContextOfBitmap();
+  if (!options.transparent) context.ClearPixels(document.Background());
+  if (!DrawAll(document, context, options.scale, progress, error)) return false;
+  if (info.encode(bitmap, file)) return true;
+  *error = "can't encode the picture";
+  return false;
+}
+
+}  // namespace
+
+bool PictureKindOf(std::string const& path, PictureKind* kind) {
+  std::string lower(path);
+  for (char& letter : lower) letter = static_cast<char>(std::tolower(static_cast<unsigned char>(letter)));
+  for (KindInfo const& row : kKinds) {
+    if (!lower.ends_with(row.extension)) continue;
+    *kind = row.kind;
+    return true;
+  }
+  return false;
+}
+
+std::string PictureExtensions() {
+  std::string text;
+  for (KindInfo const& row : kKinds) {
+    if (!text.empty()) text += &row == std::end(kKinds) - 1 ? " or " : ", ";
+    text += row.extension;
+  }
+  return text;
+}
+
+bool RenderPicture(Document const& document, PictureKind kind, PictureOptions const& options, Progress* progress,
+                   std::vector<unsigned char>* file, std::string* error) {
+  KindInfo const& info = InfoOf(kind);
+  const auto render = info.encode != nullptr ? &RenderBitmap : &RenderPage;
+  return render(document, info, options, progress, file, error);
+}
+
+bool ExportPicture(Document const& document, std::string const& path, PictureOptions const& options, Progress* progress,
+                   std::string* error) {
+  PictureKind kind{};
+  Bytes file;
+  if (!PictureKindOf(path, &kind)) {
+    *error = "\"" + path + "\" is no name of a " + PictureExtensions() + " file";
+    return false;
+  }
+  return RenderPicture(document, kind, options, progress, &file, error) &&
+         ReplaceFile(path, file.data(), file.size(), error);
+}
+
+}  // namespace host
