@@ -4,10 +4,11 @@
 #include <vector>
 
 #include "CoreGraphics/CGVectorContext.h"
+#include "graphics/AGBitmap.h"
 #include "host/commands/Command.h"
 #include "host/commands/CommandLine.h"
-#include "host/document/DocumentDrawing.h"
 #include "host/document/DocumentFile.h"
+#include "host/document/DocumentPicture.h"
 #include "host/document/PictureFile.h"
 #include "host/gallery/TextPage.h"
 
