@@ -35,6 +35,8 @@ std::vector<Command> const& Commands() {
       kScriptCommand,
       kRecoverCommand,
       kInfoCommand,
+      kBundlesCommand,
+      kWindowCommand,
       kDemoCommand,
       kVerifyCommand,
       kDumpCommand,
@@ -42,7 +44,6 @@ std::vector<Command> const& Commands() {
       kGalleryCommand,
       kShapesCommand,
       kTextCommand,
-      kWindowCommand,
   };
   return commands;
 }
