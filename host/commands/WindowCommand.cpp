@@ -28,10 +28,9 @@ int RunWindow(std::vector<std::string> const& words) {
 
 }  // namespace
 
-const Command kWindowCommand = {
-    "window", "open documents in the window",
-    "usage: objecthost window [DOCUMENT]...\n\n"
-    "Opens the editor with the documents, or with a new one.\n",
-    &RunWindow};
+const Command kWindowCommand = {"window", "open documents in the window",
+                                "usage: objecthost window [DOCUMENT]...\n\n"
+                                "Opens the editor with the documents, or with a new one.\n",
+                                &RunWindow};
 
 }  // namespace host

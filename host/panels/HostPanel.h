@@ -47,6 +47,7 @@ class HostPanel final : public PanelItem, public PanelOperations {
   /// The panel service table, made once.
   static void* Table();
 
+  AKGUIDesc& Wrapper() const { return *wrapper_; }
   /// True when the panel may be shown for several selected objects.
   bool AllowsMultipleSelection() const { return multipleSelection_; }
   /// The control of an index below GetControllerCount(), in the order of their making.

@@ -5,7 +5,7 @@
 #include <gtkmm/cssprovider.h>
 #include <gtkmm/settings.h>
 
-#include "host/text/DisplayText.h"
+#include "host/Host.h"
 #include "host/text/Localisation.h"
 #include "host/window/Menus.h"
 
@@ -37,7 +37,11 @@ void AddStyle() {
 EditorApplication::EditorApplication(BundleSet* bundles)
     : Gtk::Application("org.objecthost.Window",
                        Gio::Application::Flags::HANDLES_OPEN | Gio::Application::Flags::NON_UNIQUE),
-      bundles_(bundles) {}
+      bundles_(bundles) {
+  Host::Instance().userInterface = &interface_;
+}
+
+EditorApplication::~EditorApplication() { Host::Instance().userInterface = nullptr; }
 
 Glib::RefPtr<EditorApplication> EditorApplication::Create(BundleSet* bundles) {
   return Glib::make_refptr_for_instance(new EditorApplication(bundles));
@@ -75,10 +79,14 @@ void EditorApplication::AddActions() {
 EditorWindow* EditorApplication::NewWindow(std::unique_ptr<DocumentSession> session) {
   auto* const window = new EditorWindow(std::move(session));
   add_window(*window);
-  window->signal_hide().connect([window] { delete window; });
-  window->property_is_active().signal_changed().connect([window] {
+  window->signal_hide().connect([this, window] {
+    interface_.SetParent(nullptr);
+    delete window;
+  });
+  window->property_is_active().signal_changed().connect([this, window] {
     if (!window->is_active()) return;
     window->Session().MakeCurrent();
+    interface_.SetParent(window);
     window->OnHistoryChanged();
   });
   window->present();

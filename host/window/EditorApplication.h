@@ -6,12 +6,15 @@
 #include "host/bundles/BundleSet.h"
 #include "host/window/EditorWindow.h"
 #include "host/window/Menus.h"
+#include "host/window/WindowInterface.h"
 
 namespace host {
 
 class EditorApplication : public Gtk::Application {
  public:
   /// The bundles outlive the application.
+  EditorApplication(EditorApplication const&) = delete;
+  EditorApplication& operator=(EditorApplication const&) = delete;
   static Glib::RefPtr<EditorApplication> Create(BundleSet* bundles);
 
   /// Opens a document, in the window if that is untouched, else in a new one. Says in `window` what went wrong.
@@ -22,6 +25,8 @@ class EditorApplication : public Gtk::Application {
   static std::string& Clipboard();
   /// Loads a bundle and tells `window` what became of it.
   void LoadBundle(std::string const& path, EditorWindow* window);
+
+  ~EditorApplication() override;
 
  protected:
   explicit EditorApplication(BundleSet* bundles);
@@ -39,6 +44,7 @@ class EditorApplication : public Gtk::Application {
 
   BundleSet* bundles_;
   Menus menus_;
+  WindowInterface interface_;
 };
 
 }  // namespace host

@@ -2,18 +2,12 @@
 
 #include <glibmm/main.h>
 
-#include <algorithm>
-
-#include "host/text/DisplayText.h"
 #include "host/text/Localisation.h"
 #include "host/window/SlideStep.h"
 
 namespace host {
 namespace {
 
-// A panel unit is a pixel; toolkit controls need more room than the panels are described for.
-constexpr double kStretchX = 1.02;
-constexpr double kStretchY = 1.35;
 constexpr unsigned int kIdlePeriod = 100;  // milliseconds
 
 }  // namespace
@@ -23,14 +17,13 @@ InspectorPanel::InspectorPanel() {
   none_.set_wrap(true);
   none_.add_css_class("dim-label");
   append(none_);
-  append(fixed_);
 }
 
 void InspectorPanel::Refresh() {
   std::string error = Tr("Nothing is selected");
   const bool open = Session() != nullptr && !Session()->Selected().IsEmpty() &&
                     inspector_.Open(Session(), Session()->Selected().IDs(), &error);
-  fixed_.set_visible(open);
+  if (widget_ != nullptr) widget_->set_visible(open);
   none_.set_visible(!open);
   none_.set_text(error);
   if (!open) {
@@ -38,41 +31,21 @@ void InspectorPanel::Refresh() {
     return;
   }
   inspector_.Fill();
-  if (built_ != &inspector_.Panel() || widgets_.size() != inspector_.Panel().GetControllerCount()) Build();
-  FillWidgets();
+  if (widget_ == nullptr || &widget_->Panel() != &inspector_.Panel()) Build();
+  ShowControls();
   UpdateIdling();
 }
 
 void InspectorPanel::Build() {
-  for (auto const& widget : widgets_) fixed_.remove(widget->Widget());
-  widgets_.clear();
-  HostPanel const& panel = inspector_.Panel();
-  built_ = &panel;
-  std::string label;  // a control is named by the text in front of it
-  for (unsigned int i = 0; i < panel.GetControllerCount(); ++i) {
-    HostControl const& control = panel.ControlAt(i);
-    auto widget = ControlWidget::Make(
-        control, [this](unsigned int id, ControlWidget::SetValue const& set, bool more) { Changed(id, set, more); });
-    if (control.Type() == ControlType::kStaticText) label = DisplayText(control.GetTitle());
-    gtk_accessible_update_property(GTK_ACCESSIBLE(widget->Widget().gobj()), GTK_ACCESSIBLE_PROPERTY_LABEL,
-                                   label.c_str(), -1);
-    int x0 = 0;
-    int y0 = 0;
-    int x1 = 0;
-    int y1 = 0;
-    control.GetBounds(&x0, &y0, &x1, &y1);
-    widget->Widget().set_size_request(static_cast<int>((x1 - x0) * kStretchX), static_cast<int>((y1 - y0) * kStretchY));
-    fixed_.put(widget->Widget(), x0 * kStretchX, y0 * kStretchY);
-    widgets_.push_back(std::move(widget));
-  }
+  if (widget_ != nullptr) remove(*widget_);
+  widget_ = std::make_unique<PanelWidget>(
+      inspector_.Panel(),
+      [this](unsigned int controlID, ControlWidget::SetValue const& set, bool more) { Changed(controlID, set, more); });
+  append(*widget_);
 }
 
-void InspectorPanel::FillWidgets() {
-  HostPanel const& panel = inspector_.Panel();
-  for (unsigned int i = 0; i < widgets_.size(); ++i) {
-    HostControl const& control = panel.ControlAt(i);
-    widgets_[i]->Show(control, inspector_.IsMixed(control.id));
-  }
+void InspectorPanel::ShowControls() {
+  widget_->ShowControls([this](unsigned int controlID) { return inspector_.IsMixed(controlID); });
 }
 
 void InspectorPanel::Changed(unsigned int controlID, ControlWidget::SetValue const& set, bool more) {
@@ -84,7 +57,7 @@ void InspectorPanel::Changed(unsigned int controlID, ControlWidget::SetValue con
   }
   std::string actionName;
   inspector_.Change(controlID, set, &actionName);
-  FillWidgets();
+  ShowControls();
 }
 
 // A panel may ask to be told now and then that nothing happens.
@@ -97,7 +70,7 @@ void InspectorPanel::UpdateIdling() {
       [this] {
         std::string actionName;
         inspector_.Send(HostPanel::kEventIdle, 0, &actionName);
-        FillWidgets();
+        ShowControls();
         return true;
       },
       kIdlePeriod);

@@ -5,14 +5,13 @@
 // selected and filled anew when the objects change by other hands, such as a handle on the canvas.
 #pragma once
 
-#include <gtkmm/fixed.h>
 #include <gtkmm/label.h>
 
 #include <memory>
 
 #include "host/panels/Inspector.h"
-#include "host/window/ControlWidget.h"
 #include "host/window/EditorPanel.h"
+#include "host/window/PanelWidget.h"
 
 namespace host {
 
@@ -26,14 +25,12 @@ class InspectorPanel : public EditorPanel {
  private:
   void Build();
   void Changed(unsigned int controlID, ControlWidget::SetValue const& set, bool more);
-  void FillWidgets();
+  void ShowControls();
   void UpdateIdling();
 
   Inspector inspector_;
-  HostPanel const* built_ = nullptr;
-  Gtk::Fixed fixed_;
+  std::unique_ptr<PanelWidget> widget_;  ///< of the panel that was shown last
   Gtk::Label none_;
-  std::vector<std::unique_ptr<ControlWidget>> widgets_;
   sigc::connection idling_;
 };
 

@@ -1,0 +1,40 @@
+#include "host/window/PanelWidget.h"
+
+#include "host/text/DisplayText.h"
+
+namespace host {
+namespace {
+
+// A panel unit is a pixel; the toolkit's controls are higher than panels are described for.
+constexpr double kStretchX = 1.02;
+constexpr double kStretchY = 1.35;
+
+}  // namespace
+
+PanelWidget::PanelWidget(HostPanel const& panel, ControlWidget::Changed const& changed) : panel_(panel) {
+  std::string label;  // a control is named by the text in front of it
+  for (unsigned int i = 0; i < panel.GetControllerCount(); ++i) {
+    HostControl const& control = panel.ControlAt(i);
+    auto widget = ControlWidget::Make(control, changed);
+    if (control.Type() == ControlType::kStaticText) label = DisplayText(control.GetTitle());
+    gtk_accessible_update_property(GTK_ACCESSIBLE(widget->Widget().gobj()), GTK_ACCESSIBLE_PROPERTY_LABEL,
+                                   label.c_str(), -1);
+    int x0 = 0;
+    int y0 = 0;
+    int x1 = 0;
+    int y1 = 0;
+    control.GetBounds(&x0, &y0, &x1, &y1);
+    widget->Widget().set_size_request(static_cast<int>((x1 - x0) * kStretchX), static_cast<int>((y1 - y0) * kStretchY));
+    put(widget->Widget(), x0 * kStretchX, y0 * kStretchY);
+    widgets_.push_back(std::move(widget));
+  }
+}
+
+void PanelWidget::ShowControls(std::function<bool(unsigned int controlID)> const& isMixed) {
+  for (unsigned int i = 0; i < widgets_.size(); ++i) {
+    HostControl const& control = panel_.ControlAt(i);
+    widgets_[i]->Show(control, isMixed(control.id));
+  }
+}
+
+}  // namespace host
