@@ -43,6 +43,11 @@ expect 0 '' draw a.akd a.pdf
 expect 0 '' draw a.akd a.svg
 [ "$(head -c 5 a.pdf)" = %PDF- ] || fault "a.pdf is no PDF file"
 grep -q '</svg>' a.svg || fault "a.svg is no SVG file"
+expect 0 '' export a.akd a.jpg
+expect 0 '' export a.akd a.tiff --scale 2
+[ "$(head -c 3 a.jpg | od -An -tx1 | tr -d ' ')" = ffd8ff ] || fault "a.jpg is no JPEG file"
+[ "$(head -c 3 a.tiff)" = II\* ] || fault "a.tiff is no TIFF file"
+expect 1 "can't write" export a.akd missing/a.jpg
 expect 1 'no name of a' draw a.akd a.bmp
 "$host" list --all a.akd > a.txt || fault "list --all failed"
 "$host" draw a.akd b.png

@@ -100,7 +100,7 @@ const EditCommand kCloseEdit = {"close",  EditUse::kScriptOnly, "close it: close
 const EditCommand kDrawEdit = {
     "draw",
     EditUse::kEverywhere,
-    "draw a document into a PNG, PDF or SVG file",
+    "draw a document into a picture file",
     "usage: objecthost draw FILE PICTURE [--scale S] [--transparent]\n\n"
     "Draws the page into a file whose name ends in .png, .pdf or .svg, S pixels or points a\n"
     "unit (1), with its background unless --transparent is given.\n",

@@ -2,33 +2,45 @@
 
 #include <algorithm>
 #include <cctype>
+#include <cerrno>
 #include <cstdio>
+#include <cstring>
 
 #include "CoreGraphics/CGContext.h"
 #include "CoreGraphics/CGVectorContext.h"
+#include "graphics/AGBitmap.h"
+#include "graphics/AGImage.h"
 #include "graphics/native/AGGraphicsLow.h"
+#include "host/QuietLog.h"
 #include "host/document/BitmapPNG.h"
 #include "host/document/DocumentDrawing.h"
 #include "host/document/DocumentFile.h"
+#include "kit/files/AKFileUtils.h"
 
 namespace host {
 namespace {
 
 using Bytes = std::vector<unsigned char>;
 
-/// A kind is drawn into a bitmap and encoded, or onto a page of its own.
+/// A kind is drawn into a bitmap and encoded, or written as an image file, or it is drawn onto a page of its own.
 struct KindInfo {
   PictureKind kind;
   const char* extension;
+  AGImageFileFormat format;
   bool (*encode)(AGBitmap const& bitmap, Bytes* file);
   CGContextRef (*createPage)(CGFloat width, CGFloat height, CGVectorWriteCallback write, void* info);
 };
 
 constexpr KindInfo kKinds[] = {
-    {PictureKind::kPNG, ".png", &EncodePNG, nullptr},
-    {PictureKind::kPDF, ".pdf", nullptr, &CGVectorContextCreatePDF},
-    {PictureKind::kSVG, ".svg", nullptr, &CGVectorContextCreateSVG},
+    {PictureKind::kPNG, ".png", AGImageFileFormat::kNone, &EncodePNG, nullptr},
+    {PictureKind::kJPEG, ".jpg", AGImageFileFormat::kJPEG, nullptr, nullptr},
+    {PictureKind::kJPEG, ".jpeg", AGImageFileFormat::kJPEG, nullptr, nullptr},
+    {PictureKind::kTIFF, ".tif", AGImageFileFormat::kTIFF, nullptr, nullptr},
+    {PictureKind::kTIFF, ".tiff", AGImageFileFormat::kTIFF, nullptr, nullptr},
+    {PictureKind::kPDF, ".pdf", AGImageFileFormat::kNone, nullptr, &CGVectorContextCreatePDF},
+    {PictureKind::kSVG, ".svg", AGImageFileFormat::kNone, nullptr, &CGVectorContextCreateSVG},
 };
+constexpr double kJPEGQuality = 0.9;
 
 KindInfo const& InfoOf(PictureKind kind) {
   return *std::find_if(std::begin(kKinds), std::end(kKinds), [kind](KindInfo const& row) { return row.kind == kind; });
@@ -70,16 +82,41 @@ bool RenderPage(Document const& document, KindInfo const& info, PictureOptions c
   return drawn && finished;
 }
 
+// The page in a bitmap; null with one line in `*error`.
+std::unique_ptr<AGBitmap> DrawBitmap(Document const& document, PictureOptions const& options, Progress* progress,
+                                     std::string* error) {
+  const AGSize size{document.Page().width * options.scale, document.Page().height * options.scale};
+  auto bitmap = std::make_unique<AGBitmap>(size, AGBitmap::kFlagLittleEndian | AGBitmap::kFlagZeroFill);
+  if (!bitmap->IsOpen()) {
+    NoPicture(size, error);
+    return nullptr;
+  }
+  AGContext context = bitmap->GetContextOfBitmap();
+  if (!options.transparent) context.ClearPixels(document.Background());
+  return DrawAll(document, context, options.scale, progress, error) ? std::move(bitmap) : nullptr;
+}
+
 bool RenderBitmap(Document const& document, KindInfo const& info, PictureOptions const& options, Progress* progress,
                   Bytes* file, std::string* error) {
-  const AGSize size{document.Page().width * options.scale, document.Page().height * options.scale};
-  const AGBitmap bitmap(size, AGBitmap::kFlagLittleEndian | AGBitmap::kFlagZeroFill);
-  if (!bitmap.IsOpen()) return NoPicture(size, error);
-  AGContext context = bitmap.GetContextOfBitmap();
-  if (!options.transparent) context.ClearPixels(document.Background());
-  if (!DrawAll(document, context, options.scale, progress, error)) return false;
-  if (info.encode(bitmap, file)) return true;
+  const auto bitmap = DrawBitmap(document, options, progress, error);
+  if (!bitmap) return false;
+  if (info.encode(*bitmap, file)) return true;
   *error = "can't encode the picture";
+  return false;
+}
+
+bool SaveImage(Document const& document, KindInfo const& info, std::string const& path, PictureOptions const& options,
+               Progress* progress, std::string* error) {
+  const auto bitmap = DrawBitmap(document, options, progress, error);
+  if (!bitmap) return false;
+  const QuietLog quiet;
+  AKFilePath target;
+  errno = 0;
+  if (AKFileUtils::GetFromSystemPath(path.c_str(), &target) &&
+      AGImage(*bitmap).SaveToFile(target, info.format, kJPEGQuality, options.scale >= 2)) {
+    return true;
+  }
+  *error = "can't write \"" + path + "\"" + (errno != 0 ? std::string(": ") + std::strerror(errno) : "");
   return false;
 }
 
@@ -108,6 +145,10 @@ std::string PictureExtensions() {
 bool RenderPicture(Document const& document, PictureKind kind, PictureOptions const& options, Progress* progress,
                    std::vector<unsigned char>* file, std::string* error) {
   KindInfo const& info = InfoOf(kind);
+  if (info.format != AGImageFileFormat::kNone) {
+    *error = std::string("a ") + info.extension + " picture is made in a file only";
+    return false;
+  }
   const auto render = info.encode != nullptr ? &RenderBitmap : &RenderPage;
   return render(document, info, options, progress, file, error);
 }
@@ -119,6 +160,9 @@ bool ExportPicture(Document const& document, std::string const& path, PictureOpt
   if (!PictureKindOf(path, &kind)) {
     *error = "\"" + path + "\" is no name of a " + PictureExtensions() + " file";
     return false;
+  }
+  if (InfoOf(kind).format != AGImageFileFormat::kNone) {
+    return SaveImage(document, InfoOf(kind), path, options, progress, error);
   }
   return RenderPicture(document, kind, options, progress, &file, error) &&
          ReplaceFile(path, file.data(), file.size(), error);

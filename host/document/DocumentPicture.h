@@ -10,20 +10,20 @@
 namespace host {
 
 /// The kinds of picture file, told by the extension of a name, in either case.
-enum class PictureKind { kPNG, kPDF, kSVG };
+enum class PictureKind { kPNG, kJPEG, kTIFF, kPDF, kSVG };
 
 /// False for an unknown one.
 bool PictureKindOf(std::string const& path, PictureKind* kind);
-/// The extensions for messages: ".png, .pdf or .svg".
+/// The extensions for messages: ".png, ... or .svg".
 std::string PictureExtensions();
 
 struct PictureOptions {
   double scale = 1;          ///< pixels of a bitmap, or points of a page, a map unit
-  bool transparent = false;  ///< without the document's background
+  bool transparent = false;  ///< without the document's background; on white in JPEG and TIFF files
 };
 
-/// The page as a picture file in memory. False, with one line in `*error`, when there is no such picture, or when
-/// `progress`, which may be null, stopped the work.
+/// The page as a picture file in memory: PNG, PDF or SVG. False, with one line in `*error`, when there is no such
+/// picture, or when `progress`, which may be null, stopped the work.
 bool RenderPicture(Document const& document, PictureKind kind, PictureOptions const& options, Progress* progress,
                    std::vector<unsigned char>* file, std::string* error);
 
