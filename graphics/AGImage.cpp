@@ -38,9 +38,8 @@ bool AGImage::SetupFromBitmap(AGBitmapBase const& bitmap) {
 }
 
 bool AGImage::SetupFromFile(AKFilePath const& path) {
-  const AKFilePath copy = path;
   Clear();
-  return Own(AGGraphicsLow::LoadImageFile(copy));
+  return Own(AGGraphicsLow::LoadImageFile(path));
 }
 
 bool AGImage::SetupFromResources(AKString const& name) {
@@ -50,14 +49,13 @@ bool AGImage::SetupFromResources(AKString const& name) {
     return false;
   }
   if (kind_ == kKindShared && name_ == name) return true;
-  // The new one first: an image shared under both names stays loaded.
-  const AKString newName = name;
-  CGImage* const native = AGSharedImages::Shared().RegisterImage(newName);
+  // The new one first: an image shared under both names stays loaded. From here on `name` is not this image's own.
+  CGImage* const native = AGSharedImages::Shared().RegisterImage(name);
   Clear();
   if (native == nullptr) return false;
   native_ = native;
   kind_ = kKindShared;
-  name_ = newName;
+  name_ = name;
   ReadSize();
   return true;
 }
