@@ -163,7 +163,7 @@ std::vector<TextItem> PlaceItems() {
          c.brush.SetStyleSolid(kInk);
          for (const double angle : {-0.3, 0.0, 0.3}) {
            const AGAffineTransform turn{std::cos(angle), std::sin(angle), -std::sin(angle), std::cos(angle), 20, 40};
-           c.DrawText("turned about a point", Font(13), AGPoint{40, -4}, turn, kAGTextAlignmentLeft);
+           c.DrawText("turned about a point", Font(11), AGPoint{40, -4}, turn, kAGTextAlignmentLeft);
          }
        }},
       {"sizes",
