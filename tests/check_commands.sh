@@ -48,6 +48,11 @@ expect 0 '' export a.akd a.tiff --scale 2
 [ "$(head -c 3 a.jpg | od -An -tx1 | tr -d ' ')" = ffd8ff ] || fault "a.jpg is no JPEG file"
 [ "$(head -c 3 a.tiff)" = II\* ] || fault "a.tiff is no TIFF file"
 expect 1 "can't write" export a.akd missing/a.jpg
+expect 0 '' draw a.akd small.JPEG --quality 0.1
+expect 0 '' draw a.akd large.jpg --quality 0.9
+[ "$(stat -c %s small.JPEG)" -lt "$(stat -c %s large.jpg)" ] || fault "a lower quality makes no smaller file"
+expect 1 'no quality' draw a.akd large.jpg --quality 2
+expect 1 'unknown kind' text text.jpg
 expect 1 'no name of a' draw a.akd a.bmp
 "$host" list --all a.akd > a.txt || fault "list --all failed"
 "$host" draw a.akd b.png

@@ -62,6 +62,11 @@ bool RunExport(EditContext& context, EditArguments const& arguments, std::string
     *error = "\"" + scale + "\" is no scale: a number above 0 is needed";
     return false;
   }
+  const std::string quality = arguments.Value("quality", "0.9");
+  if (!ParseFinite(quality, &options.quality) || options.quality < 0 || options.quality > 1) {
+    *error = "\"" + quality + "\" is no quality: a number from 0 to 1 is needed";
+    return false;
+  }
   options.transparent = arguments.Has("transparent");
   ProgressBar progress("drawing");
   return ExportPicture(context.Doc(), arguments.words[0], options, &progress, error);
@@ -101,10 +106,11 @@ const EditCommand kDrawEdit = {
     "draw",
     EditUse::kEverywhere,
     "draw a document into a picture file",
-    "usage: objecthost draw FILE PICTURE [--scale S] [--transparent]\n\n"
-    "Draws the page into a file whose name ends in .png, .pdf or .svg, S pixels or points a\n"
-    "unit (1), with its background unless --transparent is given.\n",
-    "scale",
+    "usage: objecthost draw FILE PICTURE [--scale S] [--quality Q] [--transparent]\n\n"
+    "Draws the page into a file whose name ends in .png, .jpg, .tif, .pdf or .svg, S pixels or\n"
+    "points a unit (1), with its background unless --transparent is given. Q, for .jpg, is from 0,\n"
+    "the smallest file, to 1, the best picture (0.9).\n",
+    "scale quality",
     "transparent",
     1,
     1,
@@ -113,9 +119,9 @@ const EditCommand kDrawEdit = {
 const EditCommand kExportEdit = {"export",
                                  EditUse::kEverywhere,
                                  "the same as \"draw\"",
-                                 "usage: objecthost export FILE PICTURE [--scale S] [--transparent]\n\n"
+                                 "usage: objecthost export FILE PICTURE [--scale S] [--quality Q] [--transparent]\n\n"
                                  "What \"draw\" does.\n",
-                                 "scale",
+                                 "scale quality",
                                  "transparent",
                                  1,
                                  1,

@@ -46,7 +46,8 @@ int RunText(std::vector<std::string> const& words) {
   const bool named = !line.Positional().empty();
   const std::string path = named ? line.Positional()[0] : "out/text.png";
   PictureKind kind = PictureKind::kPNG;
-  if (!PictureKindOf(path, &kind)) return Fail("unknown kind of picture: \"" + path + "\"");
+  const bool isKnown = PictureKindOf(path, &kind) && kind != PictureKind::kJPEG && kind != PictureKind::kTIFF;
+  if (!isKnown) return Fail("unknown kind of picture: \"" + path + "\"");
   if (!named && !MakeFolder("out", &error)) return Fail(error);
   const bool saved = kind == PictureKind::kPNG ? SaveBitmap(path, &error) : SavePage(kind, path, &error);
   if (!saved) return Fail(error);

@@ -40,7 +40,6 @@ constexpr KindInfo kKinds[] = {
     {PictureKind::kPDF, ".pdf", AGImageFileFormat::kNone, nullptr, &CGVectorContextCreatePDF},
     {PictureKind::kSVG, ".svg", AGImageFileFormat::kNone, nullptr, &CGVectorContextCreateSVG},
 };
-constexpr double kJPEGQuality = 0.9;
 
 KindInfo const& InfoOf(PictureKind kind) {
   return *std::find_if(std::begin(kKinds), std::end(kKinds), [kind](KindInfo const& row) { return row.kind == kind; });
@@ -113,7 +112,7 @@ bool SaveImage(Document const& document, KindInfo const& info, std::string const
   AKFilePath target;
   errno = 0;
   if (AKFileUtils::GetFromSystemPath(path.c_str(), &target) &&
-      AGImage(*bitmap).SaveToFile(target, info.format, kJPEGQuality, options.scale >= 2)) {
+      AGImage(*bitmap).SaveToFile(target, info.format, options.quality, options.scale >= 2)) {
     return true;
   }
   *error = "can't write \"" + path + "\"" + (errno != 0 ? std::string(": ") + std::strerror(errno) : "");

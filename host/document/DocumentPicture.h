@@ -20,6 +20,7 @@ std::string PictureExtensions();
 struct PictureOptions {
   double scale = 1;          ///< pixels of a bitmap, or points of a page, a map unit
   bool transparent = false;  ///< without the document's background; on white in JPEG and TIFF files
+  double quality = 0.9;      ///< of JPEG, 0 (smallest file) to 1 (best picture)
 };
 
 /// The page as a picture file in memory: PNG, PDF or SVG. False, with one line in `*error`, when there is no such
