@@ -5,6 +5,7 @@ host=$(realpath "$1")
 folder=$(mktemp -d)
 trap 'chmod -R u+w "$folder"; rm -rf "$folder"' EXIT
 cd "$folder" || exit 1
+export XDG_DATA_HOME=$folder/data
 failures=0
 
 fault() { printf 'FAULT: %s\n' "$1"; failures=$((failures + 1)); }
@@ -100,6 +101,120 @@ expect 1 'is no bundle' --bundle a.png list a.akd
 expect 1 "can't make a picture" draw a.akd c.pdf --scale 1e9
 expect 1 "can't write" draw a.akd missing/c.png
 expect 1 "can't write" new /dev/full
+
+# Every edit as a command of its own.
+expect 0 '' new e.akd --size 200,100
+for x in 0 30 80; do "$host" add e.akd stdRect --bounds $x,0,$((x + 20)),20 > /dev/null || fault "add at $x"; done
+expect 0 '' move e.akd 0-1 -5,7.5
+expect 0 '^0  stdRect  \(-5;7.5;15;27.5\)' list e.akd
+expect 0 '' resize e.akd 2 80,0,100,40
+expect 0 '' rotate e.akd 2 90
+expect 0 '' align e.akd all left --page
+expect 0 '^2  stdRect  \(10;0;30;40\)  90 ' list e.akd
+expect 0 '' order e.akd 2 back
+expect 0 '^0  stdRect .* 90 ' list e.akd
+expect 0 '' distribute e.akd all vertical
+expect 0 '' duplicate e.akd 1,2
+expect 0 '^0 1 2 3 4$' select e.akd all
+expect 0 '^4$' select e.akd --at 15,10
+expect 0 '' copy e.akd 0 --to clip
+expect 0 '' paste a.akd --from clip --offset 5,5
+expect 1 'nothing on the clipboard' paste a.akd --from a.png
+expect 0 '^1$' layer e.akd add 'Über "uns"'
+expect 0 '' layer e.akd take 'Über "uns"' 0,1
+expect 0 '' layer e.akd lock 1
+expect 1 'is locked' delete e.akd 3
+expect 0 '' layer e.akd hide 0
+expect 0 '^$' select e.akd all
+expect 1 'only layer' layer a.akd remove 0
+expect 0 '300 by 50' page e.akd --size 300,50
+cp e.akd f.akd
+expect 1 'runs backwards' delete f.akd 3-1
+expect 1 'none of left' align f.akd 0 up
+expect 1 'least three' distribute a.akd 0 vertical
+cmp -s e.akd f.akd || fault "a refused edit changed the document"
+
+# Scripts: quotes, comments, undo and redo, steps, and the place of the first error.
+cat > quote.txt <<'LINES'
+# edits with undo
+new --size 100,80
+
+add stdRect --bounds '0,0,20,20'   # number 0
+add stdRect --bounds "30,0,50,20"
+layer add "Quotes \" and \\ # in
+"
+LINES
+"$host" script quote.txt 2>&1 > /dev/null | grep -qx 'objecthost: quote.txt:6: a quote without an end' || fault "quote.txt"
+cat > good.txt <<'LINES'
+new --size 100,80
+add stdRect --bounds '0,0,20,20'   # number 0
+add stdRect --bounds "30,0,50,20"
+layer add "Quotes \" and \\ and 'Ä'	tab"
+layer activate 0
+save s.akd
+begin "Place it"
+move 0 1,1
+inspect 0-1 --set 2=0.25
+inspect 0-1 --set 2=0.75
+end
+history --json
+undo
+history
+redo
+select --touching 25,5,60,10
+set selected Angle=45
+cut selected
+paste
+list --json
+inspect all --json
+save
+export s.png --scale 2
+LINES
+"$host" script good.txt > good.out 2>&1 || fault "the script failed: $(cat good.out)"
+python3 - good.out <<'CHECK' || fault "the JSON of the script is not as expected"
+import json, sys
+lines = open(sys.argv[1], encoding="utf-8").read().splitlines()
+history, document, panel = (json.loads(line) for line in lines if line.startswith("{"))
+assert history["undo"] == "Undo Change Rectangle Curvature" and history["position"] == 4, history
+assert "Undo Change Rectangle Curvature" in lines and "undone  Change Rectangle Curvature" in lines
+assert document["layers"][1]["name"] == "Quotes \" and \\ and 'Ä'\ttab", document["layers"][1]
+first, second = document["layers"][0]["objects"]
+assert first["bounds"] == [1, 1, 21, 21] and first["properties"]["Rounding"] == 0.75, first
+assert abs(second["angle"] - 45) < 1e-9 and second["selected"] and not first["selected"], second
+controls = {control["id"]: control for control in panel["controls"]}
+assert panel["multiple"] and not controls[2]["mixed"] and controls[2]["value"] == 0.75, controls
+CHECK
+expect 0 '^0  stdRect  \(1;1;21;21\)  0  Rounding=0.75$' list s.akd
+cp s.akd before.akd
+printf 'open s.akd\nmove 0 5,5\nmove 9 1,1\nsave\n' > bad.txt
+expect 1 '^objecthost: bad.txt:3: "s.akd" has no object 9; it has 2$' script bad.txt
+cmp -s s.akd before.akd || fault "a script that failed saved"
+for line in 'undo:nothing to undo' 'paint:unknown command' 'move 0 "1,1:quote without' 'end:no step' 'open x\:backslash'; do
+  printf 'open s.akd\n%s\n' "${line%%:*}" | "$host" script > out.txt 2>&1 && fault "${line%%:*} did not fail"
+  grep -q "standard input:2: .*${line#*:}" out.txt || fault "${line%%:*}: $(cat out.txt)"
+done
+printf 'open s.akd\nmove 0 1,1\n' | "$host" script 2>&1 | grep -q 'were not saved' || fault "unsaved changes are not told"
+printf 'list\n' | "$host" script 2>&1 | grep -q 'no document is open' || fault "list without a document"
+
+# A process that is killed leaves its unsaved work to be recovered; one that ends does not.
+mkfifo pipe
+"$host" script pipe --autosave 0 > killed.out 2>&1 &
+child=$!
+exec 3> pipe
+printf 'open s.akd\nmove 0 100,0\nlist\n' >&3
+for _ in $(seq 100); do [ -s killed.out ] && break; sleep 0.1; done
+expect 0 'nothing is to be recovered' recover
+printf 'move 0 100,0\nlist\n' >&3
+for _ in $(seq 100); do [ "$(wc -l < killed.out)" -ge 4 ] && break; sleep 0.1; done
+kill -KILL $child
+wait $child 2> /dev/null
+exec 3>&-
+expect 0 "^0  .*  $folder/s.akd$" recover
+expect 1 'no recovery file 1' recover 1 --discard
+"$host" recover --json | python3 -c 'import json, sys; assert len(json.load(sys.stdin)) == 1' || fault "recover --json"
+expect 0 '' recover 0 --to r.akd
+expect 0 '^0  stdRect  \([12]01;1;' list r.akd
+expect 0 'nothing is to be recovered' recover
 
 [ $failures -eq 0 ] && echo "all commands behave"
 exit $failures
