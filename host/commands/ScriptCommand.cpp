@@ -47,7 +47,7 @@ int RunLines(std::istream& lines, std::string const& name, EditContext& context)
   std::size_t number = 0;
   for (std::string text; std::getline(lines, text);) {
     ++number;
-    if (!RunLine(text, context, &error)) return Fail(name + ":" + std::to_string(number) + ": " + error);
+    if (!RunLine(text, context, &error)) return Fail(name + ":" + std::to_string(number).append(": ").append(error));
     std::fputs(context.output.c_str(), stdout);
     std::fflush(stdout);
     context.output.clear();

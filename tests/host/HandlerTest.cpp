@@ -101,13 +101,14 @@ TEST_F(HandlerTest, BadCalls_AreRefusedWhole_AndLogged) {
 struct Suicidal {
   static inline int status = 1;
 
-  static int Run(AKObject* self) {
+  static int Run(void* instance) {
+    auto* self = static_cast<AKObject*>(instance);
     AKHandler handler(nullptr);
     status = handler.DeleteObject(self);
     return self->ClassID() == AKClassID("stdRect") ? 0 : -1;  // the instance is still there
   }
-  static int Draw(AKObject* self, AGContext const&, AKDrawEvent const&) { return Run(self); }
-  static int Inspect(AKObject* self, AKGUIDesc&, AKGUIEvent& event) {
+  static int Draw(void* self, AGContext const&, AKDrawEvent const&) { return Run(self); }
+  static int Inspect(void* self, AKGUIDesc&, AKGUIEvent& event) {
     event.actionName = AKString(std::string(1 << 20, 'x'));
     return Run(self);
   }
