@@ -96,6 +96,8 @@ void PointerTool::Press(AGPoint const& point, PointerModifiers modifiers) {
     mode_ = Mode::kTurn;
   } else if (handle_ == Handle::kRounding) {
     mode_ = Mode::kRound;
+  } else if (handle_ == Handle::kGradient) {
+    mode_ = Mode::kGradient;
   } else {
     mode_ = Mode::kStretch;
   }
@@ -147,6 +149,8 @@ void PointerTool::Drag(AGPoint const& point, PointerModifiers modifiers) {
       return Stretch(lastMap_, modifiers);
     case Mode::kTurn:
       return Turn(lastMap_, modifiers);
+    case Mode::kGradient:
+      return DragGradient(point);
     default:
       return Round(point);
   }
@@ -203,6 +207,10 @@ void PointerTool::Turn(AGPoint const& map, PointerModifiers modifiers) {
 void PointerTool::Round(AGPoint const& point) {
   session_->SetProperties(session_->Selected().IDs(), {{"Rounding", TextOf(frame_.RoundingAt(point, *view_))}},
                           &refused_);
+}
+
+void PointerTool::DragGradient(AGPoint const& point) {
+  session_->SetBrush(session_->Selected().IDs(), frame_.GradientAt(point, *view_), &refused_);
 }
 
 std::string PointerTool::Release(AGPoint const& point, PointerModifiers modifiers) {
@@ -277,7 +285,7 @@ PointerTool::Cursor PointerTool::CursorAt(AGPoint const& point) const {
   const SelectionFrame frame = SelectionFrame::Of(*session_);
   const Handle handle = mode_ == Mode::kIdle ? frame.HandleAt(point, *view_) : handle_;
   if (handle == Handle::kRotate) return Cursor::kRotate;
-  if (handle == Handle::kRounding) return Cursor::kRounding;
+  if (handle == Handle::kRounding || handle == Handle::kGradient) return Cursor::kRounding;
   if (handle == Handle::kNone) {
     const bool over =
         mode_ == Mode::kMove || session_->ObjectAt(view_->ToMap(point), kHitTolerance / view_->Zoom()) != kNoObjectID;

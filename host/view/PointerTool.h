@@ -4,7 +4,7 @@
 // no toolkit. A whole drag is one undo step; Cancel takes it back.
 //
 //   on a handle            stretch (shift keeps the proportions, control keeps the centre), turn (shift: steps of 15
-//                          degrees), round
+//                          degrees), round, turn or move a gradient
 //   on an object           select, drag to move (shift: only along one axis); shift-click adds or takes away
 //   on nothing             a rubber band, which takes what it touches; with shift it adds
 //   with a class chosen    drag out a new object (shift: a square); a click makes one of 100 by 100
@@ -57,7 +57,7 @@ class PointerTool {
   Cursor CursorAt(AGPoint const& point) const;
 
  private:
-  enum class Mode { kIdle, kMove, kStretch, kTurn, kRound, kBand, kMake };
+  enum class Mode { kIdle, kMove, kStretch, kTurn, kRound, kGradient, kBand, kMake };
 
   void StartOn(ObjectID object, PointerModifiers modifiers);
   void Drag(AGPoint const& point, PointerModifiers modifiers);
@@ -65,6 +65,7 @@ class PointerTool {
   void Stretch(AGPoint const& map, PointerModifiers modifiers);
   void Turn(AGPoint const& map, PointerModifiers modifiers);
   void Round(AGPoint const& point);
+  void DragGradient(AGPoint const& point);
   void FinishBand(PointerModifiers modifiers);
   void FinishMaking(PointerModifiers modifiers);
   AGRect NewBounds(PointerModifiers modifiers) const;

@@ -15,6 +15,8 @@ constexpr double kRoundingInset = 14;
 constexpr double kLeastSide = 24;  // of a frame that has handles on its sides
 constexpr double kRoundingSide = 48;
 
+constexpr double kAxisPart = 0.35;  // where the handle of a linear gradient is, as a part of the shorter side
+
 constexpr Handle kEight[] = {Handle::kLowerLeft,  Handle::kBottom, Handle::kLowerRight, Handle::kRight,
                              Handle::kUpperRight, Handle::kTop,    Handle::kUpperLeft,  Handle::kLeft};
 
@@ -69,6 +71,7 @@ SelectionFrame SelectionFrame::Of(DocumentSession const& session) {
     DocumentObject const& object = *session.Doc().Find(ids[0]);
     frame.placement_ = object.Placement();
     frame.rounding_ = RoundingOf(object);
+    frame.brush_ = object.brush;
   } else {
     frame.placement_.angle = 0;
     session.GetBox(ids, &frame.placement_.bounds);
@@ -91,6 +94,10 @@ std::vector<Handle> SelectionFrame::Handles(ViewTransform const& view) const {
     const HandleSides sides = SidesOf(handle);
     if ((sides.x == 0 && width < kLeastSide) || (sides.y == 0 && height < kLeastSide)) continue;
     handles.push_back(handle);
+  }
+  if (std::min(width, height) >= kRoundingSide &&
+      (brush_.Style() == kAGBrushStyleLinearGradient || brush_.Style() == kAGBrushStyleRadialGradient)) {
+    handles.push_back(Handle::kGradient);
   }
   if (rounding_ && std::min(width, height) >= kRoundingSide) handles.push_back(Handle::kRounding);
   return handles;
@@ -131,9 +138,27 @@ Handle SelectionFrame::HandleAt(AGPoint const& point, ViewTransform const& view)
   return nearest;
 }
 
+AGPoint SelectionFrame::WithinFrame(AGPoint const& point, ViewTransform const& view) const {
+  return Turned(view.ToMap(point), Center(placement_.bounds), -placement_.angle);
+}
+
+AGBrush SelectionFrame::GradientAt(AGPoint const& point, ViewTransform const& view) const {
+  AGRect const& b = placement_.bounds;
+  const AGPoint map = WithinFrame(point, view);
+  const AGPoint center = Center(b);
+  AGBrush brush(brush_);
+  if (brush.Style() == kAGBrushStyleRadialGradient) {
+    brush.SetGradientCenterX((map.x - b.x0) / (b.x1 - b.x0));
+    brush.SetGradientCenterY(1 - (map.y - b.y0) / (b.y1 - b.y0));
+  } else {
+    brush.SetGradientAngle(-std::atan2(map.y - center.y, map.x - center.x));
+  }
+  return brush;
+}
+
 double SelectionFrame::RoundingAt(AGPoint const& point, ViewTransform const& view) const {
   AGRect const& b = placement_.bounds;
-  const AGPoint map = Turned(view.ToMap(point), Center(b), -placement_.angle);
+  const AGPoint map = WithinFrame(point, view);
   const double least = LeastInset(view);
   const double range = MostInset() - least;
   if (!(range > 0)) return 0;

@@ -2,7 +2,8 @@
 //
 // One object has a frame that is turned with it; several have the upright box of them all. Besides the eight handles of
 // the sides and corners there is one to turn the frame, above the middle of its top, and, for one object that has the
-// property "Rounding", one to round its corners, on the diagonal from its upper right corner inwards.
+// property "Rounding", one to round its corners, on the diagonal from its upper right corner inwards. One object that
+// is filled with a gradient has a handle for that: on the axis of a linear one, in the centre of a radial one.
 #pragma once
 
 #include <optional>
@@ -25,6 +26,7 @@ enum class Handle {
   kLeft,
   kRotate,
   kRounding,
+  kGradient,
 };
 
 /// Which sides of the frame a handle moves: -1 the left or lower one, 1 the right or upper one, 0 neither.
@@ -58,9 +60,12 @@ class SelectionFrame {
   Handle HandleAt(AGPoint const& point, ViewTransform const& view) const;
   /// The rounding that puts its handle nearest to a point of the view, 0 to 1.
   double RoundingAt(AGPoint const& point, ViewTransform const& view) const;
+  /// The brush whose gradient has its handle nearest to a point of the view.
+  AGBrush GradientAt(AGPoint const& point, ViewTransform const& view) const;
 
  private:
   AGPoint OnFrame(double x, double y) const;  // of map units within the unturned bounds
+  AGPoint WithinFrame(AGPoint const& point, ViewTransform const& view) const;  // the way back, from the view
   double LeastInset(ViewTransform const& view) const;
   double MostInset() const;
 
@@ -68,6 +73,7 @@ class SelectionFrame {
   bool single_ = false;
   ObjectPlacement placement_;
   std::optional<double> rounding_;
+  AGBrush brush_;  // of the one object
 };
 
 }  // namespace host

@@ -6,6 +6,7 @@
 #include <gtkmm/settings.h>
 
 #include "host/Host.h"
+#include "host/document/Recovery.h"
 #include "host/text/Localisation.h"
 #include "host/window/Menus.h"
 
@@ -141,7 +142,25 @@ void EditorApplication::Quit() {
   for (Gtk::Window* window : windows) window->close();
 }
 
-void EditorApplication::OfferRecovery(EditorWindow*) {}
+// What a crash left, one document after the other.
+void EditorApplication::OfferRecovery(EditorWindow* window) {
+  for (RecoveryFile const& found : FindRecoveries()) {
+    const std::string name = found.original.empty() ? Tr("Untitled") : found.original;
+    window->AskToRecover(name, [this, found, window](bool recover) {
+      std::string error;
+      if (recover) {
+        auto session = OpenRecovery(found, &error);
+        if (session == nullptr) return window->ShowMessage(error, Gtk::MessageType::ERROR);
+        if (window->IsUntouched()) {
+          window->SetSession(std::move(session));
+        } else {
+          NewWindow(std::move(session));
+        }
+      }
+      if (!DiscardRecovery(found, &error)) window->ShowMessage(error, Gtk::MessageType::ERROR);
+    });
+  }
+}
 
 void EditorApplication::ShowAbout() {
   auto* const dialog = new Gtk::AboutDialog;

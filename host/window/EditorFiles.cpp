@@ -118,6 +118,19 @@ void EditorWindow::AskToKeepChanges(std::function<void()> const& then) {
       });
 }
 
-void EditorWindow::Export() { ShowExportDialog(*this); }
+void EditorWindow::AskToRecover(std::string const& name, std::function<void(bool recover)> const& then) {
+  Ask(*this, Glib::ustring::compose(Tr("“%1” was not closed in good order. Recover it?"), name),
+      Tr("Its unsaved changes were kept. Cancel keeps them and asks again the next time."),
+      {{Tr("_Discard"), kDiscard}, {Tr("_Recover"), kSave}}, [then](int answer) {
+        if (answer == kSave || answer == kDiscard) then(answer == kSave);
+      });
+}
+
+// The dialog closes itself.
+void EditorWindow::Export() {
+  new ExportDialog(*this, *session_, [this](std::string const& text, bool done) {
+    ShowMessage(text, done ? Gtk::MessageType::INFO : Gtk::MessageType::ERROR);
+  });
+}
 
 }  // namespace host

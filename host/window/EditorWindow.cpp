@@ -1,5 +1,6 @@
 #include "host/window/EditorWindow.h"
 
+#include <glibmm/main.h>
 #include <gtkmm/droptarget.h>
 #include <gtkmm/expander.h>
 #include <gtkmm/grid.h>
@@ -22,6 +23,7 @@ namespace host {
 namespace {
 
 constexpr int kPanelWidth = 260;
+constexpr unsigned int kAutosaveSeconds = 5;
 
 std::string FileName(std::string const& path) {
   const std::size_t slash = path.rfind('/');
@@ -75,6 +77,8 @@ EditorWindow::EditorWindow(std::unique_ptr<DocumentSession> session) {
 EditorWindow::~EditorWindow() { SetSession(nullptr); }
 
 void EditorWindow::SetSession(std::unique_ptr<DocumentSession> session) {
+  autosave_.disconnect();
+  recovery_.reset();
   canvas_.SetSession(nullptr);
   for (auto const& panel : panels_) panel->SetSession(nullptr);
   if (session_ != nullptr) session_->RemoveObserver(this);
@@ -82,6 +86,14 @@ void EditorWindow::SetSession(std::unique_ptr<DocumentSession> session) {
   if (session_ == nullptr) return;
   session_->AddObserver(this);
   session_->MakeCurrent();
+  recovery_ = std::make_unique<Recovery>(*session_, kAutosaveSeconds);
+  autosave_ = Glib::signal_timeout().connect_seconds(
+      [this] {
+        recovery_->Update();
+        return true;
+      },
+      kAutosaveSeconds);
+  recovery_->Update();  // a document that was recovered has unsaved changes already
   canvas_.SetSession(session_.get());
   for (auto const& panel : panels_) panel->SetSession(session_.get());
   UpdateTitle();

@@ -9,6 +9,7 @@
 #include <memory>
 #include <vector>
 
+#include "host/document/Recovery.h"
 #include "host/window/CanvasView.h"
 #include "host/window/EditorPanel.h"
 #include "host/window/Ruler.h"
@@ -31,6 +32,8 @@ class EditorWindow : public Gtk::ApplicationWindow, public SessionObserver {
   void ShowMessage(std::string const& text, Gtk::MessageType type = Gtk::MessageType::INFO);
   /// Calls `then` when the document may go: it has no unsaved changes, was saved, or the user gives them up.
   void AskToKeepChanges(std::function<void()> const& then);
+  /// Asks whether a document that a crash left is to be recovered or discarded; without an answer `then` is not called.
+  void AskToRecover(std::string const& name, std::function<void(bool recover)> const& then);
   /// The classes that can be made are others now.
   void UpdateClasses();
 
@@ -75,6 +78,7 @@ class EditorWindow : public Gtk::ApplicationWindow, public SessionObserver {
   void OpenDropped(std::string const& path);
 
   std::unique_ptr<DocumentSession> session_;
+  std::unique_ptr<Recovery> recovery_;  ///< of the session
   CanvasView canvas_;
   Ruler horizontalRuler_{Gtk::Orientation::HORIZONTAL};
   Ruler verticalRuler_{Gtk::Orientation::VERTICAL};
@@ -89,6 +93,7 @@ class EditorWindow : public Gtk::ApplicationWindow, public SessionObserver {
   Glib::RefPtr<Gio::SimpleAction> snapAction_;
   double gridSpacing_ = 10;
   bool closing_ = false;
+  sigc::connection autosave_;
 };
 
 }  // namespace host
