@@ -116,6 +116,18 @@ void TileCache::Draw(Tile* tile) {
   tile->version = ++versions_;
 }
 
+bool TileCache::DrawWithin(std::chrono::microseconds budget, std::vector<Tile*> const& tiles) {
+  const auto end = std::chrono::steady_clock::now() + budget;
+  bool first = true;
+  for (Tile* tile : tiles) {
+    if (tile->IsUpToDate()) continue;
+    if (!first && std::chrono::steady_clock::now() >= end) return false;
+    Draw(tile);
+    first = false;
+  }
+  return true;
+}
+
 void TileCache::DrawArea(Tile* tile, AGRect const& area) const {
   const AGContext context = tile->bitmap->GetContextOfBitmap();
   CGContextRef port = context.NativePort();

@@ -7,6 +7,7 @@
 // first; beside the page they are clear.
 #pragma once
 
+#include <chrono>
 #include <cstdint>
 #include <map>
 #include <memory>
@@ -57,6 +58,8 @@ class TileCache {
   std::vector<Tile*> Look(ViewTransform const& view, AGSize const& size);
   /// Brings a tile up to date.
   void Draw(Tile* tile);
+  /// Brings tiles up to date, one at least, until the time is up. False when some are left.
+  bool DrawWithin(std::chrono::microseconds budget, std::vector<Tile*> const& tiles);
 
   /// The tiles of the zoom before, for as long as the new ones are not all drawn.
   std::map<std::pair<int, int>, Tile> const& Former() const { return former_; }

@@ -6,7 +6,6 @@
 #include <gtkmm/snapshot.h>
 
 #include <algorithm>
-#include <chrono>
 #include <cmath>
 
 #include "CoreGraphics/CGVectorContext.h"
@@ -195,19 +194,6 @@ void CanvasView::size_allocate_vfunc(int width, int height, int) {
   }
 }
 
-// Returns false when the time was up first.
-bool CanvasView::DrawTiles(std::vector<TileCache::Tile*> const& seen) {
-  const auto end = std::chrono::steady_clock::now() + kFrameBudget;
-  bool first = true;
-  for (TileCache::Tile* tile : seen) {
-    if (tile->IsUpToDate()) continue;
-    if (!first && std::chrono::steady_clock::now() >= end) return false;
-    tiles_.Draw(tile);
-    first = false;
-  }
-  return true;
-}
-
 void CanvasView::AppendTile(Gtk::Snapshot& snapshot, TileCache::Tile const& tile, double scale,
                             std::map<std::pair<int, int>, Shown>* textures) {
   if (!tile.drawn) return;
@@ -259,7 +245,7 @@ void CanvasView::snapshot_vfunc(Glib::RefPtr<Gtk::Snapshot> const& snapshot) {
     texturesScale_ = view_.PixelsPerUnit();
   }
   const std::vector<TileCache::Tile*> seen = tiles_.Look(view_, Size());
-  const bool complete = DrawTiles(seen);
+  const bool complete = tiles_.DrawWithin(kFrameBudget, seen);
   if (complete) {
     tiles_.DropFormer();
     formerTextures_.clear();

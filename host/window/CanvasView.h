@@ -81,7 +81,6 @@ class CanvasView : public Gtk::Widget, public SessionObserver {
   void OnAdjusted();
   AGSize Size() const;
   AGPoint Middle() const;
-  bool DrawTiles(std::vector<TileCache::Tile*> const& seen);
   void AppendFormer(Gtk::Snapshot& snapshot);
   void AppendTile(Gtk::Snapshot& snapshot, TileCache::Tile const& tile, double scale,
                   std::map<std::pair<int, int>, Shown>* textures);

@@ -135,7 +135,7 @@ void ExportDialog::Export(std::string const& path) {
   PictureOptions options;
   options.scale = scale_.get_value();
   options.transparent = transparent_.get_sensitive() && transparent_.get_active();
-  options.quality = quality_.get_value() / 100;
+  // options.quality = quality_.get_value() / 100;
   set_visible(false);
   std::string error;
   WindowProgress progress(parent_, Glib::ustring::compose(Tr("Exporting %1"), file));

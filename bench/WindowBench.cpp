@@ -1,0 +1,142 @@
+// Frames of the canvas without a window: what is done between an event and the pixels that are handed to the toolkit,
+// on one core, beside the time that a frame has.
+#include <chrono>
+#include <cmath>
+#include <cstring>
+
+#include "bench/Ratio.h"
+#include "host/bundles/BundleSet.h"
+#include "host/document/DocumentDrawing.h"
+#include "host/view/PointerTool.h"
+#include "host/view/TileCache.h"
+
+namespace host {
+namespace {
+
+constexpr int kAcross = 125;
+constexpr int kDown = 80;  // 10,000 rectangles in all
+constexpr double kPitch = 10;
+constexpr AGSize kView{1250, 800};
+constexpr std::chrono::milliseconds kFrameBudget{10};  // as the window has it
+
+class Canvas final : public SessionObserver {
+ public:
+  Canvas() : bundles_("") {
+    std::string error;
+    if (!bundles_.Load(AK_BUNDLE, &error)) std::abort();
+    session_ = std::make_unique<DocumentSession>(
+        std::make_unique<Document>(AGSize{kAcross * kPitch, kDown * kPitch}));
+    session_->BeginStep("Fill");
+    for (int i = 0; i < kAcross * kDown; ++i) {
+      const double x = i % kAcross * kPitch;
+      const double y = i / kAcross * kPitch;
+      session_->Add(AKClassID("stdRect"), "-default", {{x, y, x + 14, y + 12}, i * 0.1}, &error);
+    }
+    session_->EndStep();
+    session_->SelectNone();
+    session_->AddObserver(this);
+    tiles_.SetDocument(&session_->Doc());
+    view_.SetOffset(0, static_cast<std::int64_t>(-kDown * kPitch));
+  }
+  Canvas(Canvas const&) = delete;
+  Canvas& operator=(Canvas const&) = delete;
+  ~Canvas() override { session_->RemoveObserver(this); }
+
+  void OnAreaChanged(AGRect const& area) override { tiles_.Invalidate(area); }
+
+  /// Draws what a frame draws and copies the tiles that are new, as textures are made.
+  void Frame() {
+    const auto seen = tiles_.Look(view_, kView);
+    tiles_.DrawWithin(kFrameBudget, seen);
+    for (TileCache::Tile const* tile : seen) {
+      std::uint64_t& shown = shown_[{tile->column, tile->row}];
+      if (!tile->drawn || shown == tile->version) continue;
+      shown = tile->version;
+      std::memcpy(texture_.data(), tile->bitmap->Pixels(), texture_.size());
+    }
+  }
+  void DrawAll() {
+    for (TileCache::Tile* tile : tiles_.Look(view_, kView)) tiles_.Draw(tile);
+  }
+
+  DocumentSession& Session() { return *session_; }
+  ViewTransform& View() { return view_; }
+
+ private:
+  BundleSet bundles_;
+  std::unique_ptr<DocumentSession> session_;
+  ViewTransform view_;
+  TileCache tiles_{nullptr};
+  std::map<std::pair<int, int>, std::uint64_t> shown_;
+  std::vector<unsigned char> texture_ = std::vector<unsigned char>(std::size_t{TileCache::kSide} * TileCache::kSide * 4);
+};
+
+Canvas& TheCanvas() {
+  static Canvas canvas;
+  return canvas;
+}
+
+void DragOne(benchmark::State& state) {
+  Canvas& canvas = TheCanvas();
+  canvas.View().SetZoom(1, {0, 0});
+  canvas.DrawAll();
+  PointerTool tool(&canvas.Session(), &canvas.View());
+  tool.Press(canvas.View().ToView({607, 406}), {});
+  int frame = 0;
+  for (auto _ : state) {
+    const double angle = ++frame * 0.05;
+    tool.Motion(canvas.View().ToView({607 + 200 * std::cos(angle), 406 + 200 * std::sin(angle)}), {});
+    canvas.Frame();
+  }
+  if (!tool.IsDragging()) state.SkipWithError("nothing is dragged");
+  tool.Cancel();
+}
+
+void SetFromField(benchmark::State& state) {
+  Canvas& canvas = TheCanvas();
+  canvas.View().SetZoom(1, {0, 0});
+  canvas.DrawAll();
+  const ObjectID id = canvas.Session().Doc().ObjectAt(5000).id;
+  double width = 14;
+  for (auto _ : state) {
+    std::string error;
+    width = width > 60 ? 14 : width + 1;
+    if (!canvas.Session().SetPlacement(id, {{500, 400, 500 + width, 412}, 0.3}, &error)) state.SkipWithError("refused");
+    canvas.Frame();
+  }
+}
+
+void Zoom(benchmark::State& state) {
+  Canvas& canvas = TheCanvas();
+  int frame = 0;
+  for (auto _ : state) {
+    canvas.View().SetZoom(1 + 0.2 * std::sin(++frame * 0.1), {625, 400});
+    canvas.Frame();
+  }
+  canvas.View().SetZoom(1, {625, 400});
+}
+
+void Wait(benchmark::State& state, double seconds) {
+  for (auto _ : state) {
+    const auto end = std::chrono::steady_clock::now() + std::chrono::duration<double>(seconds);
+    while (std::chrono::steady_clock::now() < end) benchmark::ClobberMemory();
+  }
+}
+
+// What a window without tiles would do for each motion.
+void DrawEverything(benchmark::State& state) {
+  Canvas& canvas = TheCanvas();
+  AGBitmap bitmap(kView, AGBitmap::kFlagLittleEndian | AGBitmap::kFlagZeroFill);
+  for (auto _ : state) DrawObjects(canvas.Session().Doc(), bitmap.GetContextOfBitmap(), 1);
+}
+
+const bool kDrag = ratio::Pair("drag one of 10,000 visible / 1/60 s", 1.0, DragOne,
+                               [](benchmark::State& state) { Wait(state, 1.0 / 60); });
+const bool kDragAll = ratio::Pair("drag one of 10,000 visible / draw all", 0.1, DragOne, DrawEverything);
+const bool kField = ratio::Pair("number field, 10,000 visible / 1/60 s", 1.0, SetFromField,
+                                [](benchmark::State& state) { Wait(state, 1.0 / 60); });
+const bool kZoom = ratio::Pair("zoom 10,000 visible / 1/30 s", 1.0, Zoom,
+                               [](benchmark::State& state) { Wait(state, 1.0 / 30); });
+
+}  // namespace
+}  // namespace host
