@@ -23,7 +23,7 @@ struct Kind {
 };
 constexpr Kind kKinds[] = {{"PNG", ".png", false, true},
                            {"JPEG", ".jpg", true, false},
-                           {"TIFF", ".tiff", false, true},
+                           {"TIFF", ".tiff", false, false},
                            {"PDF", ".pdf", false, true},
                            {"SVG", ".svg", false, true}};
 
@@ -135,7 +135,7 @@ void ExportDialog::Export(std::string const& path) {
   PictureOptions options;
   options.scale = scale_.get_value();
   options.transparent = transparent_.get_sensitive() && transparent_.get_active();
-  // options.quality = quality_.get_value() / 100;
+  options.quality = quality_.get_value() / 100;
   set_visible(false);
   std::string error;
   WindowProgress progress(parent_, Glib::ustring::compose(Tr("Exporting %1"), file));
