@@ -24,8 +24,7 @@ class Canvas final : public SessionObserver {
   Canvas() : bundles_("") {
     std::string error;
     if (!bundles_.Load(AK_BUNDLE, &error)) std::abort();
-    session_ = std::make_unique<DocumentSession>(
-        std::make_unique<Document>(AGSize{kAcross * kPitch, kDown * kPitch}));
+    session_ = std::make_unique<DocumentSession>(std::make_unique<Document>(AGSize{kAcross * kPitch, kDown * kPitch}));
     session_->BeginStep("Fill");
     for (int i = 0; i < kAcross * kDown; ++i) {
       const double x = i % kAcross * kPitch;
@@ -68,7 +67,8 @@ class Canvas final : public SessionObserver {
   ViewTransform view_;
   TileCache tiles_{nullptr};
   std::map<std::pair<int, int>, std::uint64_t> shown_;
-  std::vector<unsigned char> texture_ = std::vector<unsigned char>(std::size_t{TileCache::kSide} * TileCache::kSide * 4);
+  std::vector<unsigned char> texture_ =
+      std::vector<unsigned char>(std::size_t{TileCache::kSide} * TileCache::kSide * 4);
 };
 
 Canvas& TheCanvas() {
@@ -135,8 +135,8 @@ const bool kDrag = ratio::Pair("drag one of 10,000 visible / 1/60 s", 1.0, DragO
 const bool kDragAll = ratio::Pair("drag one of 10,000 visible / draw all", 0.1, DragOne, DrawEverything);
 const bool kField = ratio::Pair("number field, 10,000 visible / 1/60 s", 1.0, SetFromField,
                                 [](benchmark::State& state) { Wait(state, 1.0 / 60); });
-const bool kZoom = ratio::Pair("zoom 10,000 visible / 1/30 s", 1.0, Zoom,
-                               [](benchmark::State& state) { Wait(state, 1.0 / 30); });
+const bool kZoom =
+    ratio::Pair("zoom 10,000 visible / 1/30 s", 1.0, Zoom, [](benchmark::State& state) { Wait(state, 1.0 / 30); });
 
 }  // namespace
 }  // namespace host

@@ -110,6 +110,19 @@ double SelectionFrame::MostInset() const {
   return std::min(std::fabs(b.x1 - b.x0), std::fabs(b.y1 - b.y0)) / 2;
 }
 
+AGPoint SelectionFrame::GradientPlace() const {
+  AGRect const& b = placement_.bounds;
+  if (brush_.Style() == kAGBrushStyleRadialGradient) {
+    // The brush's fraction runs downwards.
+    return OnFrame(b.x0 + brush_.GradientCenterX() * (b.x1 - b.x0),
+                   b.y0 + (1 - brush_.GradientCenterY()) * (b.y1 - b.y0));
+  }
+  const double reach = kAxisPart * 2 * MostInset();
+  const AGPoint center = Center(b);
+  return OnFrame(center.x + reach * std::cos(-brush_.GradientAngle()),
+                 center.y + reach * std::sin(-brush_.GradientAngle()));
+}
+
 AGPoint SelectionFrame::PositionOf(Handle handle, ViewTransform const& view) const {
   AGRect const& b = placement_.bounds;
   if (handle == Handle::kRotate) {
@@ -120,6 +133,7 @@ AGPoint SelectionFrame::PositionOf(Handle handle, ViewTransform const& view) con
     const double inset = least + (MostInset() - least) * rounding_.value_or(0);
     return view.ToView(OnFrame(b.x1 - inset, b.y1 - inset));
   }
+  if (handle == Handle::kGradient) return view.ToView(GradientPlace());
   const HandleSides sides = SidesOf(handle);
   return view.ToView(
       OnFrame((b.x0 + b.x1) / 2 + sides.x * (b.x1 - b.x0) / 2, (b.y0 + b.y1) / 2 + sides.y * (b.y1 - b.y0) / 2));

@@ -164,11 +164,15 @@ TEST_F(CanvasTest, TurnAndRound_FollowThePointer) {
   std::string error;
   brush.SetStyleLinearGradient(kAGColorWhite, kAGColorBlack, 0.5, 0);
   ASSERT_TRUE(session_->SetBrush({id}, brush, &error));
+  EXPECT_NEAR(SelectionFrame::Of(*session_).PositionOf(Handle::kGradient, view_).x, Seen(235, 150).x, 1e-9);
   DragHandle(Handle::kGradient, Seen(200, 190));
   EXPECT_NEAR(Object(id).brush.GradientAngle(), 3 * kRight, 1e-6) << "upwards on the screen";
   brush.SetStyleRadialGradient(kAGColorWhite, kAGColorBlack, 0.5, 0.5, 0.5);
   ASSERT_TRUE(session_->SetBrush({id}, brush, &error));
   DragHandle(Handle::kGradient, Seen(150, 175));
+  const AGPoint center = SelectionFrame::Of(*session_).PositionOf(Handle::kGradient, view_);
+  EXPECT_NEAR(center.x, Seen(150, 175).x, 1e-4);
+  EXPECT_NEAR(center.y, Seen(150, 175).y, 1e-4);
   EXPECT_NEAR(Object(id).brush.GradientCenterX(), 0.25, 1e-6);
   EXPECT_NEAR(Object(id).brush.GradientCenterY(), 0.25, 1e-6);
 }
