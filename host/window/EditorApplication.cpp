@@ -3,7 +3,10 @@
 #include <giomm/menu.h>
 #include <gtkmm/aboutdialog.h>
 #include <gtkmm/cssprovider.h>
+#include <gtkmm/recentmanager.h>
 #include <gtkmm/settings.h>
+
+#include <algorithm>
 
 #include "host/Host.h"
 #include "host/document/Recovery.h"
@@ -14,6 +17,8 @@ namespace host {
 namespace {
 
 constexpr AGSize kNewPage{600, 400};
+constexpr char kDocumentExtension[] = ".akd";
+constexpr int kMostRecent = 10;
 
 constexpr char kStyle[] = R"(
 .canvas { background-color: mix(@theme_bg_color, @theme_fg_color, 0.12); }
@@ -60,12 +65,21 @@ void EditorApplication::on_startup() {
   menus_ = MakeMenus();
   set_menubar(menus_.bar);
   SetKeys(*this);
+  ShowRecent();
+  Gtk::RecentManager::get_default()->signal_changed().connect([this] { ShowRecent(); });
 }
 
 void EditorApplication::AddActions() {
   add_action("new", [this] { NewWindow(std::make_unique<DocumentSession>(std::make_unique<Document>(kNewPage))); });
   add_action("quit", [this] { Quit(); });
   add_action("about", [this] { ShowAbout(); });
+  add_action_with_parameter("open-recent", Glib::Variant<std::string>::variant_type(),
+                            [this](Glib::VariantBase const& parameter) {
+                              auto* const window = dynamic_cast<EditorWindow*>(get_active_window());
+                              if (window == nullptr) return;
+                              using Text = Glib::Variant<std::string>;
+                              OpenDocument(Glib::VariantBase::cast_dynamic<Text>(parameter).get(), window);
+                            });
   auto dark = Gio::SimpleAction::create_bool("dark", false);
   Gio::SimpleAction* const raw = dark.get();
   dark->signal_activate().connect([raw](Glib::VariantBase const&) {
@@ -111,12 +125,32 @@ void EditorApplication::on_open(type_vec_files const& files, Glib::ustring const
 void EditorApplication::OpenDocument(std::string const& path, EditorWindow* window) {
   std::string error;
   auto session = DocumentSession::Open(path, &error);
-  if (session == nullptr) {
-    window->ShowMessage(error, Gtk::MessageType::ERROR);
-  } else if (window->IsUntouched()) {
+  if (session == nullptr) return window->ShowMessage(error, Gtk::MessageType::ERROR);
+  NoteUse(path);
+  if (window->IsUntouched()) {
     window->SetSession(std::move(session));
   } else {
     NewWindow(std::move(session));
+  }
+}
+
+void EditorApplication::NoteUse(std::string const& path) {
+  Gtk::RecentManager::get_default()->add_item(Gio::File::create_for_path(path)->get_uri());
+}
+
+// The documents that were used last, the last first.
+void EditorApplication::ShowRecent() {
+  std::vector<Glib::RefPtr<Gtk::RecentInfo>> items = Gtk::RecentManager::get_default()->get_items();
+  std::sort(items.begin(), items.end(),
+            [](auto const& a, auto const& b) { return a->get_modified().compare(b->get_modified()) > 0; });
+  menus_.recent->remove_all();
+  for (auto const& item : items) {
+    const std::string path = Gio::File::create_for_uri(item->get_uri())->get_path();
+    if (!path.ends_with(kDocumentExtension) || !item->exists()) continue;
+    auto entry = Gio::MenuItem::create(item->get_display_name(), "");
+    entry->set_action_and_target("app.open-recent", Glib::Variant<std::string>::create(path));
+    menus_.recent->append_item(entry);
+    if (menus_.recent->get_n_items() == kMostRecent) break;
   }
 }
 

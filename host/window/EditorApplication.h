@@ -19,6 +19,8 @@ class EditorApplication : public Gtk::Application {
 
   /// Opens a document, in the window if that is untouched, else in a new one. Says in `window` what went wrong.
   void OpenDocument(std::string const& path, EditorWindow* window);
+  /// Puts a document among those that were used last.
+  static void NoteUse(std::string const& path);
   /// What the menus say of undoing: "Undo Move". The active window's.
   void ShowUndoTitles(std::string const& undo, std::string const& redo);
   /// The objects that were copied last, for all windows.
@@ -41,6 +43,7 @@ class EditorApplication : public Gtk::Application {
   void Quit();
   void OfferRecovery(EditorWindow* window);
   void ShowAbout();
+  void ShowRecent();
 
   BundleSet* bundles_;
   Menus menus_;

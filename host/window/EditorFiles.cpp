@@ -1,7 +1,6 @@
 // Opening, saving and exporting, and the questions around them.
 #include <gtkmm/filefilter.h>
 #include <gtkmm/messagedialog.h>
-#include <gtkmm/recentmanager.h>
 
 #include "host/text/Localisation.h"
 #include "host/window/EditorApplication.h"
@@ -102,7 +101,7 @@ void EditorWindow::SaveTo(std::string const& path, std::function<void()> const& 
   if (!session_->SaveAs(named ? path : path + kExtension, &error)) {
     return ShowMessage(error, Gtk::MessageType::ERROR);
   }
-  Gtk::RecentManager::get_default()->add_item(Gio::File::create_for_path(session_->Path())->get_uri());
+  EditorApplication::NoteUse(session_->Path());
   message_.set_revealed(false);
   then();
 }

@@ -18,6 +18,7 @@
 #include "host/text/Localisation.h"
 #include "host/window/EditorApplication.h"
 #include "host/window/Panels.h"
+#include "host/window/ProgressWindow.h"
 
 namespace host {
 namespace {
@@ -212,6 +213,12 @@ void EditorWindow::OpenDropped(std::string const& path) {
 
 bool EditorWindow::on_close_request() {
   if (closing_) return false;
+  // An export works on the document until it has seen that it is to stop.
+  if (ProgressWindow::IsAnyOpen()) {
+    ProgressWindow::StopAll();
+    Glib::signal_idle().connect_once([this] { close(); });
+    return true;
+  }
   AskToKeepChanges([this] {
     closing_ = true;
     close();

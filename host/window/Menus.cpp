@@ -67,7 +67,12 @@ Menus MakeMenus() {
       menus.bar->append_submenu(Tr(section.title), submenu);
     }
     auto entries = Gio::Menu::create();
-    for (ActionKeys const& entry : section.entries) entries->append(Tr(entry.title), entry.action);
+    for (ActionKeys const& entry : section.entries) {
+      entries->append(Tr(entry.title), entry.action);
+      if (std::string("win.open") != entry.action) continue;
+      menus.recent = Gio::Menu::create();
+      entries->append_submenu(Tr("Open _Recent"), menus.recent);
+    }
     submenu->append_section(entries);
     if (std::string("win.undo") == section.entries[0].action) menus.undo = entries;
   }

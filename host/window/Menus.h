@@ -25,7 +25,8 @@ std::vector<MenuSection> const& MenuSections();
 
 struct Menus {
   Glib::RefPtr<Gio::Menu> bar;
-  Glib::RefPtr<Gio::Menu> undo;  ///< the section with undo and redo, whose titles change
+  Glib::RefPtr<Gio::Menu> recent;  ///< the submenu of files that were used last
+  Glib::RefPtr<Gio::Menu> undo;    ///< the section with undo and redo, whose titles change
 };
 Menus MakeMenus();
 void SetKeys(Gtk::Application& application);

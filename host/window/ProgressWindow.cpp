@@ -3,9 +3,27 @@
 #include <glibmm/main.h>
 #include <gtkmm/box.h>
 
+#include <vector>
+
 #include "host/text/Localisation.h"
 
 namespace host {
+namespace {
+
+std::vector<ProgressWindow*>& OpenWindows() {
+  static std::vector<ProgressWindow*> windows;
+  return windows;
+}
+
+}  // namespace
+
+bool ProgressWindow::IsAnyOpen() { return !OpenWindows().empty(); }
+
+void ProgressWindow::StopAll() {
+  for (ProgressWindow* window : OpenWindows()) window->stopped_ = true;
+}
+
+ProgressWindow::~ProgressWindow() { std::erase(OpenWindows(), this); }
 
 ProgressWindow::ProgressWindow(Gtk::Window* parent, std::string const& title) : stop_(Tr("_Cancel"), true) {
   set_title(title);
@@ -22,6 +40,7 @@ ProgressWindow::ProgressWindow(Gtk::Window* parent, std::string const& title) : 
   box->append(bar_);
   box->append(stop_);
   set_child(*box);
+  OpenWindows().push_back(this);
 }
 
 bool ProgressWindow::Update(double fraction, std::string const& text) {

@@ -12,6 +12,14 @@ class ProgressWindow : public Gtk::Window {
  public:
   /// `parent` may be null.
   ProgressWindow(Gtk::Window* parent, std::string const& title);
+  ProgressWindow(ProgressWindow const&) = delete;
+  ProgressWindow& operator=(ProgressWindow const&) = delete;
+  ~ProgressWindow() override;
+
+  /// True while work goes on that must not lose what it works on.
+  static bool IsAnyOpen();
+  /// All work is to stop as soon as it can.
+  static void StopAll();
 
   /// Shows the fraction, 0 to 1, and lets the program see to its events. False when the user wants to stop.
   bool Update(double fraction, std::string const& text);
