@@ -125,7 +125,7 @@ Layer const* Document::LayerOf(ObjectID id) const {
 
 ObjectPlace Document::PlaceOf(ObjectID id) const {
   Entry const& entry = objects_.find(id)->second;
-  return {entry.layer->id, entry.layer->objects.IndexOf(*entry.object)};
+  return {entry.layer->id, entry.layer->objects.IndexOf(entry.object.get())};
 }
 
 DocumentObject const& Document::ObjectAt(std::size_t number) const {

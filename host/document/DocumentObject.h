@@ -44,8 +44,9 @@ struct DocumentObject {
   AKMemoryBlock record;
   /// A placeholder's body as it was read.
   AKMemoryBlock unknownBody;
-  /// Where the document's order keeps the object.
+  /// Where the document's order keeps the object, and about where in that block.
   ObjectBlock* block = nullptr;
+  std::uint32_t slot = 0;
 
   bool IsPlaceholder() const { return !unknownBody.IsEmpty(); }
   ObjectPlacement Placement() const { return {bounds, angle}; }

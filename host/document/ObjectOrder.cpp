@@ -5,12 +5,19 @@
 namespace host {
 namespace {
 
-constexpr std::size_t kMostEntries = 1024;
+constexpr std::size_t kMostEntries = 512;
 
-std::size_t PositionIn(ObjectBlock const& block, DocumentObject const& object) {
-  std::size_t i = 0;
-  while (block.entries[i].object != &object) ++i;
-  return i;
+// Entries seldom move far from where they were seen last: the search goes outwards from there.
+std::size_t PositionIn(ObjectBlock const& block, DocumentObject* object) {
+  auto const& entries = block.entries;
+  const std::size_t guess = std::min<std::size_t>(object->slot, entries.size() - 1);
+  std::size_t found = guess;
+  for (std::size_t d = 0; entries[found].object != object; ++d) {
+    if (guess + d < entries.size() && entries[guess + d].object == object) found = guess + d;
+    if (guess >= d && entries[guess - d].object == object) found = guess - d;
+  }
+  object->slot = static_cast<std::uint32_t>(found);
+  return found;
 }
 
 template <typename Entries>
@@ -42,9 +49,9 @@ std::size_t ObjectOrder::BlockIndex(ObjectBlock const* block) const {
   return b;
 }
 
-std::size_t ObjectOrder::IndexOf(DocumentObject const& object) const {
-  std::size_t index = PositionIn(*object.block, object);
-  for (std::size_t b = 0; blocks_[b].get() != object.block; ++b) index += blocks_[b]->entries.size();
+std::size_t ObjectOrder::IndexOf(DocumentObject* object) const {
+  std::size_t index = PositionIn(*object->block, object);
+  for (std::size_t b = 0; blocks_[b].get() != object->block; ++b) index += blocks_[b]->entries.size();
   return index;
 }
 
@@ -63,6 +70,7 @@ void ObjectOrder::Insert(std::size_t index, DocumentObject* object) {
   block.entries.insert(host::At(block.entries, index), {painted, object});
   block.Include(painted);
   object->block = &block;
+  object->slot = static_cast<std::uint32_t>(index);
   ++count_;
   if (block.entries.size() > kMostEntries) Split(b);
 }
@@ -76,6 +84,7 @@ void ObjectOrder::Split(std::size_t blockIndex) {
   block.entries.erase(host::At(block.entries, keep), block.entries.end());
   for (ObjectEntry const& entry : second->entries) {
     entry.object->block = second.get();
+    entry.object->slot -= static_cast<std::uint32_t>(std::min<std::size_t>(keep, entry.object->slot));
     second->Include(entry.painted);
   }
   blocks_.insert(host::At(blocks_, blockIndex + 1), std::move(second));
@@ -83,14 +92,14 @@ void ObjectOrder::Split(std::size_t blockIndex) {
 
 void ObjectOrder::Remove(DocumentObject* object) {
   ObjectBlock* block = object->block;
-  block->entries.erase(host::At(block->entries, PositionIn(*block, *object)));
+  block->entries.erase(host::At(block->entries, PositionIn(*block, object)));
   object->block = nullptr;
   --count_;
   if (block->entries.empty()) blocks_.erase(host::At(blocks_, BlockIndex(block)));
 }
 
 AGRect ObjectOrder::Update(DocumentObject* object) {
-  ObjectEntry& entry = object->block->entries[PositionIn(*object->block, *object)];
+  ObjectEntry& entry = object->block->entries[PositionIn(*object->block, object)];
   const AGRect former = entry.painted;
   entry.painted = PaintedBox(*object);
   object->block->Include(entry.painted);

@@ -1,0 +1,140 @@
+// Documents of 100,000 rectangles: opening, saving, and one edit with its undo.
+#include <malloc.h>
+#include <unistd.h>
+
+#include <cstdio>
+#include <cstdlib>
+
+#include "bench/Ratio.h"
+#include "graphics/AGBitmap.h"
+#include "host/ReadFile.h"
+#include "host/bundles/Bundle.h"
+#include "host/document/DocumentDrawing.h"
+#include "host/document/DocumentFile.h"
+#include "host/document/DocumentSession.h"
+
+namespace {
+
+constexpr int kMany = 100000;
+constexpr int kFew = 100;
+
+void Require(bool done, std::string const& error) {
+  if (done) return;
+  std::fprintf(stderr, "%s\n", error.c_str());
+  std::exit(1);
+}
+
+// The bundle, and a large document on the disk, removed at the end.
+struct Setting {
+  Setting() {
+    std::string error;
+    bundle = host::Bundle::Load(AK_BUNDLE, &error);
+    Require(bundle != nullptr, error);
+    path = "document-bench-" + std::to_string(getpid()) + ".akd";
+    Require(host::WriteDocument(*Make(kMany), path, &error), error);
+    Require(host::ReadWholeFile(path, &bytes, &error), error);
+  }
+  ~Setting() { unlink(path.c_str()); }
+
+  static std::unique_ptr<host::Document> Make(int count) {
+    auto document = std::make_unique<host::Document>(AGSize{1000, 1000});
+    std::string error;
+    for (int i = 0; i < count; ++i) {
+      auto object = host::Document::NewObject(AKClassID("stdRect"), "-default", &error);
+      Require(object != nullptr, error);
+      const double x = i % 320 * 3;
+      const double y = i / 320 * 3;
+      object->bounds = {x, y, x + 8, y + 6};
+      document->AppendObject(std::move(object));
+    }
+    return document;
+  }
+
+  std::unique_ptr<host::Bundle> bundle;
+  std::string path;
+  std::string bytes;
+};
+
+Setting& TheSetting() {
+  static Setting setting;
+  return setting;
+}
+
+void DrawWhole(host::Document const& document) {
+  const AGBitmap bitmap(AGSize{1000, 1000}, AGBitmap::kFlagLittleEndian);
+  host::DrawObjects(document, bitmap.GetContextOfBitmap(), 1);
+}
+
+void Open(benchmark::State& state) {
+  std::string error;
+  const std::size_t before = mallinfo2().uordblks;
+  const auto kept = host::ReadDocument(TheSetting().path, &error);
+  const std::size_t used = mallinfo2().uordblks - before;
+  static const bool told [[maybe_unused]] = [used] {
+    std::printf("memory: %zu bytes an object, its instance of 368 included\n", used / kMany);
+    return true;
+  }();
+  for (auto _ : state) benchmark::DoNotOptimize(host::ReadDocument(TheSetting().path, &error));
+}
+
+void ReadBytesAndDraw(benchmark::State& state) {
+  std::string error;
+  const auto document = host::ReadDocument(TheSetting().path, &error);
+  for (auto _ : state) {
+    std::string bytes;
+    host::ReadWholeFile(TheSetting().path, &bytes, &error);
+    benchmark::DoNotOptimize(bytes.data());
+    DrawWhole(*document);
+  }
+}
+
+void Save(benchmark::State& state) {
+  std::string error;
+  const auto document = host::ReadDocument(TheSetting().path, &error);
+  for (auto _ : state) Require(host::WriteDocument(*document, TheSetting().path, &error), error);
+}
+
+void SaveBytes(benchmark::State& state) {
+  std::string error;
+  std::string const& bytes = TheSetting().bytes;
+  for (auto _ : state) Require(host::ReplaceFile(TheSetting().path, bytes.data(), bytes.size(), &error), error);
+}
+
+// One edit of each kind and its undo, on objects all over the document.
+template <typename Edit>
+ratio::Body EditIn(int count, Edit edit) {
+  return [count, edit](benchmark::State& state) {
+    TheSetting();
+    host::DocumentSession session(Setting::Make(count));
+    std::string error;
+    std::vector<host::ObjectID> ids;
+    session.Doc().ForEachObject([&ids](host::DocumentObject const& object) { ids.push_back(object.id); });
+    std::size_t number = 0;
+    for (auto _ : state) {
+      number = (number + 7919) % ids.size();
+      Require(edit(session, ids[number], &error), error);
+      session.Undo();
+    }
+  };
+}
+
+bool Move(host::DocumentSession& session, host::ObjectID id, std::string* error) {
+  return session.Move({id}, 1, 1, error);
+}
+
+bool SetRounding(host::DocumentSession& session, host::ObjectID id, std::string* error) {
+  return session.SetProperties({id}, {{"Rounding", "0.25"}}, error);
+}
+
+bool Delete(host::DocumentSession& session, host::ObjectID id, std::string* error) {
+  return session.Delete({id}, error);
+}
+
+const bool kPairs [[maybe_unused]] =
+    ratio::Pair("open 100,000 rectangles / read the bytes and draw", 3, &Open, &ReadBytesAndDraw) &&
+    ratio::Pair("save 100,000 rectangles / write the bytes", 3, &Save, &SaveBytes) &&
+    ratio::Pair("move and undo, among 100,000 / 100", 3, EditIn(kMany, &Move), EditIn(kFew, &Move)) &&
+    ratio::Pair("property and undo, among 100,000 / 100", 3, EditIn(kMany, &SetRounding), EditIn(kFew, &SetRounding)) &&
+    ratio::Pair("delete and undo, among 100,000 / 100", 3, EditIn(kMany, &Delete), EditIn(kFew, &Delete));
+
+}  // namespace
