@@ -30,6 +30,9 @@ constexpr char kStyle[] = R"(
 spinbutton { min-height: 0; }
 )";
 
+// Asked of the toolkit itself: gtkmm 4.8 frees a time that is not its own.
+gint64 TimeOfUse(Gtk::RecentInfo& item) { return g_date_time_to_unix(gtk_recent_info_get_modified(item.gobj())); }
+
 void AddStyle() {
   auto provider = Gtk::CssProvider::create();
   provider->load_from_data(kStyle);
@@ -142,7 +145,7 @@ void EditorApplication::NoteUse(std::string const& path) {
 void EditorApplication::ShowRecent() {
   std::vector<Glib::RefPtr<Gtk::RecentInfo>> items = Gtk::RecentManager::get_default()->get_items();
   std::sort(items.begin(), items.end(),
-            [](auto const& a, auto const& b) { return a->get_modified().compare(b->get_modified()) > 0; });
+            [](auto const& a, auto const& b) { return TimeOfUse(*a.get()) > TimeOfUse(*b.get()); });
   menus_.recent->remove_all();
   for (auto const& item : items) {
     const std::string path = Gio::File::create_for_uri(item->get_uri())->get_path();
