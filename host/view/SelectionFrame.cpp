@@ -139,7 +139,16 @@ AGPoint SelectionFrame::PositionOf(Handle handle, ViewTransform const& view) con
       OnFrame((b.x0 + b.x1) / 2 + sides.x * (b.x1 - b.x0) / 2, (b.y0 + b.y1) / 2 + sides.y * (b.y1 - b.y0) / 2));
 }
 
+// A frame that is small in the view would be all handles: its inside belongs to the object.
+bool SelectionFrame::IsInsideOfSmall(AGPoint const& point, ViewTransform const& view) const {
+  AGRect const& b = placement_.bounds;
+  const AGPoint map = WithinFrame(point, view);
+  const bool small = std::min(std::fabs(b.x1 - b.x0), std::fabs(b.y1 - b.y0)) * view.Zoom() < kLeastSide;
+  return small && map.x > b.x0 && map.x < b.x1 && map.y > b.y0 && map.y < b.y1;
+}
+
 Handle SelectionFrame::HandleAt(AGPoint const& point, ViewTransform const& view) const {
+  if (empty_ || IsInsideOfSmall(point, view)) return Handle::kNone;
   Handle nearest = Handle::kNone;
   double best = kReach;
   for (Handle handle : Handles(view)) {

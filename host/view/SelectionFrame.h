@@ -67,6 +67,7 @@ class SelectionFrame {
   AGPoint OnFrame(double x, double y) const;  // of map units within the unturned bounds
   AGPoint WithinFrame(AGPoint const& point, ViewTransform const& view) const;  // the way back, from the view
   AGPoint GradientPlace() const;
+  bool IsInsideOfSmall(AGPoint const& point, ViewTransform const& view) const;
   double LeastInset(ViewTransform const& view) const;
   double MostInset() const;
 

@@ -148,6 +148,14 @@ TEST_F(CanvasTest, StretchOfATurnedObject_KeepsTheOppositeCornerWhereItIsSeen) {
   }
 }
 
+TEST_F(CanvasTest, SmallObject_MovesByItsInside) {
+  const ObjectID id = AddRect({100, 100, 110, 108}, 0.2);
+  Drag(Seen(105, 104), Seen(125, 134));
+  ExpectRect(Object(id).bounds, {120, 130, 130, 138});
+  DragHandle(Handle::kUpperRight, Seen(200, 200));
+  EXPECT_GT(Object(id).bounds.x1 - Object(id).bounds.x0, 50) << "its corners still stretch it";
+}
+
 TEST_F(CanvasTest, TurnAndRound_FollowThePointer) {
   const ObjectID id = AddRect({100, 100, 300, 200});
   DragHandle(Handle::kRotate, Seen(90, 150));
