@@ -9,6 +9,7 @@
 #include <cmath>
 
 #include "host/window/CanvasView.h"
+#include "host/window/SlideStep.h"
 
 namespace host {
 namespace {
@@ -35,6 +36,7 @@ void CanvasView::AddPointer() {
       panStart_ = {horizontal_->get_value(), vertical_->get_value()};
       return;
     }
+    SlideStep::End();
     tool_.Press({x, y}, ModifiersOf(gesture->get_current_event_state()));
     queue_draw();
   });

@@ -2,11 +2,14 @@
 #include <giomm/simpleaction.h>
 #include <gtkmm/text.h>
 
+#include <string_view>
+
 #include "host/text/Localisation.h"
 #include "host/window/EditorApplication.h"
 #include "host/window/EditorWindow.h"
 #include "host/window/GalleryWindow.h"
 #include "host/window/HelpWindows.h"
+#include "host/window/SlideStep.h"
 
 namespace host {
 namespace {
@@ -18,6 +21,10 @@ constexpr double kPasteOffset = 10;
 bool GiveToText(Gtk::Window& window, char const* action) {
   auto* const text = dynamic_cast<Gtk::Text*>(window.get_focus());
   if (text == nullptr) return false;
+  // What is chosen in a number field is done at once: undoing it is the document's business.
+  if (std::string_view(action).starts_with("text.") && !gtk_editable_get_enable_undo(GTK_EDITABLE(text->gobj()))) {
+    return false;
+  }
   gtk_widget_activate_action(GTK_WIDGET(text->gobj()), action, nullptr);
   return true;
 }
@@ -54,10 +61,14 @@ void EditorWindow::AddEdit(char const* name, Edit edit) {
 
 void EditorWindow::AddEditActions() {
   add_action("undo", [this] {
-    if (!GiveToText(*this, "text.undo")) session_->Undo();
+    if (GiveToText(*this, "text.undo")) return;
+    SlideStep::End();
+    session_->Undo();
   });
   add_action("redo", [this] {
-    if (!GiveToText(*this, "text.redo")) session_->Redo();
+    if (GiveToText(*this, "text.redo")) return;
+    SlideStep::End();
+    session_->Redo();
   });
   add_action("cut", [this] {
     if (!GiveToText(*this, "clipboard.cut")) CopySelection(true);

@@ -1,4 +1,5 @@
 // Opening, saving and exporting, and the questions around them.
+#include <glibmm/main.h>
 #include <gtkmm/filefilter.h>
 #include <gtkmm/messagedialog.h>
 
@@ -26,8 +27,8 @@ void Ask(Gtk::Window& window, std::string const& question, std::string const& de
   dialog->signal_response().connect([dialog, then](int answer) {
     dialog->hide();
     then(answer);
-    delete dialog;
   });
+  dialog->signal_hide().connect([dialog] { Glib::signal_idle().connect_once([dialog] { delete dialog; }); });
   dialog->show();
 }
 

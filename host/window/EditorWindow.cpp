@@ -8,7 +8,6 @@
 #include <gtkmm/scrollbar.h>
 #include <gtkmm/scrolledwindow.h>
 #include <gtkmm/separator.h>
-#include <gtkmm/togglebutton.h>
 
 #include <cstdio>
 
@@ -127,7 +126,7 @@ Gtk::Widget* EditorWindow::MakeCanvasArea() {
     std::snprintf(text, sizeof(text), "%.1f, %.1f", map.x, map.y);
     position_.set_text(text);
   });
-  canvas_.SignalToolChanged().connect([this] { UpdateClasses(); });
+  canvas_.SignalToolChanged().connect([this] { ShowTool(); });
   return grid;
 }
 
@@ -157,19 +156,24 @@ void EditorWindow::AddPanels(Gtk::Box* side) {
 // One button to select, and one for each class that a bundle registered.
 void EditorWindow::UpdateClasses() {
   while (Gtk::Widget* child = tools_.get_first_child()) tools_.remove(*child);
-  const auto chosen = canvas_.NewClass();
-  const auto add = [this](std::string const& name, bool active, std::optional<AKClassID> classID) {
-    auto* const button = Gtk::make_managed<Gtk::ToggleButton>(name);
-    button->set_active(active);
-    button->set_focus_on_click(false);
-    button->signal_clicked().connect([this, classID] { canvas_.SetNewClass(classID); });
-    tools_.append(*button);
-  };
-  add(Tr("Select"), !chosen, std::nullopt);
+  toolButtons_.clear();
+  AddTool(Tr("Select"), std::nullopt);
   for (RegisteredClass const& entry : Host::Instance().Classes().Classes()) {
-    if (!CanBeMade(entry)) continue;
-    add(DisplayText(DisplayName(*entry.record)), chosen && *chosen == entry.record->classID, entry.record->classID);
+    if (CanBeMade(entry)) AddTool(DisplayText(DisplayName(*entry.record)), entry.record->classID);
   }
+  ShowTool();
+}
+
+void EditorWindow::AddTool(std::string const& name, std::optional<AKClassID> classID) {
+  auto* const button = Gtk::make_managed<Gtk::ToggleButton>(name);
+  button->set_focus_on_click(false);
+  button->signal_clicked().connect([this, classID] { canvas_.SetNewClass(classID); });
+  tools_.append(*button);
+  toolButtons_.emplace_back(button, classID);
+}
+
+void EditorWindow::ShowTool() {
+  for (auto const& [button, classID] : toolButtons_) button->set_active(classID == canvas_.NewClass());
 }
 
 void EditorWindow::UpdateTitle() {

@@ -5,6 +5,7 @@
 #include <gtkmm/filechoosernative.h>
 #include <gtkmm/infobar.h>
 #include <gtkmm/label.h>
+#include <gtkmm/togglebutton.h>
 
 #include <memory>
 #include <vector>
@@ -57,6 +58,8 @@ class EditorWindow : public Gtk::ApplicationWindow, public SessionObserver {
   void AddPanels(Gtk::Box* side);
   Gtk::Widget* MakeCanvasArea();
   Gtk::Widget* MakeStatusLine();
+  void AddTool(std::string const& name, std::optional<AKClassID> classID);
+  void ShowTool();
   void AddDropTarget();
   void UpdateActions();
   void UpdateTitle();
@@ -84,6 +87,7 @@ class EditorWindow : public Gtk::ApplicationWindow, public SessionObserver {
   Ruler verticalRuler_{Gtk::Orientation::VERTICAL};
   std::vector<std::unique_ptr<EditorPanel>> panels_;
   Gtk::Box tools_{Gtk::Orientation::VERTICAL, 4};
+  std::vector<std::pair<Gtk::ToggleButton*, std::optional<AKClassID>>> toolButtons_;
   Gtk::InfoBar message_;
   Gtk::Label messageText_;
   Gtk::Label position_;

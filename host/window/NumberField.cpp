@@ -6,6 +6,7 @@ namespace host {
 
 NumberField::NumberField(double least, double most, double step, int decimals, Glib::ustring const& accessibleName)
     : Gtk::SpinButton(Gtk::Adjustment::create(0, least, most, step, 10 * step, 0), step, static_cast<guint>(decimals)) {
+  gtk_editable_set_enable_undo(GTK_EDITABLE(gobj()), FALSE);
   set_numeric(false);  // else the decimal separator of another habit could not be typed
   set_width_chars(7);
   set_max_width_chars(7);
