@@ -20,6 +20,7 @@ int RunWindow(std::vector<std::string> const& words) {
   for (std::string const& option : Program::BundleOptions()) all.push_back(option);
   for (std::string const& path : line.Positional()) all.push_back(path);
   std::vector<char*> arguments;
+  arguments.reserve(all.size() + 1);
   for (std::string& word : all) arguments.push_back(word.data());
   arguments.push_back(nullptr);
   execv(arguments[0], arguments.data());
