@@ -1,43 +1,23 @@
 // The process that tries a bundle.
 #include <sys/resource.h>
 
-#include <cstdarg>
 #include <cstdio>
 
 #include "graphics/AGBitmap.h"
-#include "graphics/AKDrawEvent.h"
 #include "host/QuietLog.h"
 #include "host/bundles/Bundle.h"
 #include "host/bundles/BundleProbe.h"
-#include "host/bundles/Instance.h"
+#include "host/document/Document.h"
+#include "host/document/DocumentDrawing.h"
 #include "host/tables/SlotCall.h"
 #include "kit/AKFile.h"
 
 namespace host {
 namespace {
 
-AKObject* NewDefault(AKClassID id, char const* format, ...) {
-  va_list list;
-  va_start(list, format);
-  AKObject* object = AKClass::NewObjectWithArgs(nullptr, id, format, list);
-  va_end(list);
-  return object;
-}
-
-void Draw(AKClass const& cls, AKObject const* object) {
-  if (!HasSlot(cls, kAKMethodDraw)) return;
-  AGBrush brush;
-  brush.SetStyleSolid(kAGColorWhite);
-  AGPen pen;
-  pen.SetStyleSolid(kAGColorBlack, 1.0, kAGPenSizeModeAbsolute);
-  AKDrawEvent event;
-  event.bounds = {4, 4, 28, 28};
-  event.angle = 0.5;
-  event.recommendedBrush = &brush;
-  event.recommendedPen = &pen;
-  const AGBitmap bitmap(32, 32, 0x2);
-  const AGContext context = bitmap.GetContextOfBitmap();
-  CallSlot<int, AGContext const&, AKDrawEvent const&>(cls, kAKMethodDraw, object, context, event);
+void Draw(DocumentObject const& object) {
+  const AGBitmap bitmap(128, 128, AGBitmap::kFlagZeroFill);
+  DrawObject(object, bitmap.GetContextOfBitmap(), object.brush, object.pen);
 }
 
 void WriteAndRead(AKObject const* object) {
@@ -55,11 +35,13 @@ void FillPanel(RegisteredClass const& entry, AKObject const* object) {
 
 // What the calls return is the class's business; they have to come back.
 void Try(RegisteredClass const& entry) {
-  const Instance object(NewDefault(entry.record->classID, "-default"));
-  if (!object) return;
-  Draw(*entry.record, object.get());
-  WriteAndRead(object.get());
-  FillPanel(entry, object.get());
+  std::string error;
+  const auto object = Document::NewObject(entry.record->classID, "-default", &error);
+  if (object == nullptr) return;
+  object->angle = 0.5;
+  Draw(*object);
+  WriteAndRead(object->instance.get());
+  FillPanel(entry, object->instance.get());
 }
 
 }  // namespace

@@ -32,12 +32,13 @@ class GalleryArea : public Gtk::DrawingArea {
 
   void Draw(Cairo::RefPtr<Cairo::Context> const& cairo, int width, int height) {
     const std::size_t columns = static_cast<std::size_t>(std::max(1.0, (width - kGap) / CellWidth()));
-    set_content_height(
-        static_cast<int>(static_cast<double>((items_.size() + columns - 1) / columns) * CellHeight() + kGap));
+    const std::size_t rows = (items_.size() + columns - 1) / columns;
+    set_content_height(static_cast<int>(static_cast<double>(rows) * CellHeight() + kGap));
     const Gdk::RGBA ink = get_style_context()->get_color();
     for (std::size_t i = 0; i < items_.size(); ++i) {
       const double x = kGap + static_cast<double>(i % columns) * CellWidth();
-      const double y = kGap + static_cast<double>(i / columns) * CellHeight();
+      const std::size_t row = i / columns;
+      const double y = kGap + static_cast<double>(row) * CellHeight();
       if (y > height) break;
       DrawItem(cairo, items_[i], x, y);
       cairo->set_source_rgb(ink.get_red(), ink.get_green(), ink.get_blue());
