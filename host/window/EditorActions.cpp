@@ -2,13 +2,12 @@
 #include <giomm/simpleaction.h>
 #include <gtkmm/text.h>
 
-#include <string_view>
-
 #include "host/text/Localisation.h"
 #include "host/window/EditorApplication.h"
 #include "host/window/EditorWindow.h"
 #include "host/window/GalleryWindow.h"
 #include "host/window/HelpWindows.h"
+#include "host/window/NumberField.h"
 #include "host/window/SlideStep.h"
 
 namespace host {
@@ -21,15 +20,33 @@ constexpr double kPasteOffset = 10;
 bool GiveToText(Gtk::Window& window, char const* action) {
   auto* const text = dynamic_cast<Gtk::Text*>(window.get_focus());
   if (text == nullptr) return false;
-  // What is chosen in a number field is done at once: undoing it is the document's business.
-  if (std::string_view(action).starts_with("text.") && !gtk_editable_get_enable_undo(GTK_EDITABLE(text->gobj()))) {
-    return false;
-  }
   gtk_widget_activate_action(GTK_WIDGET(text->gobj()), action, nullptr);
   return true;
 }
 
+// Undo belongs to the text only as long as it is not taken over into the document.
+bool GiveUndoToText(Gtk::Window& window, char const* action) {
+  Gtk::Widget* const focus = window.get_focus();
+  auto* const number = focus == nullptr ? nullptr : dynamic_cast<NumberField*>(focus->get_parent());
+  if (number != nullptr && !number->IsBeingTyped()) return false;
+  return GiveToText(window, action);
+}
+
 }  // namespace
+
+void EditorWindow::AddCommand(char const* name, std::function<void()> const& command) {
+  add_action(name, [command] {
+    SlideStep::End();
+    command();
+  });
+}
+
+void EditorWindow::FinishTyping() {
+  Gtk::Widget* const focus = get_focus();
+  auto* const number = focus == nullptr ? nullptr : dynamic_cast<NumberField*>(focus->get_parent());
+  if (number != nullptr && number->IsBeingTyped()) number->update();
+  SlideStep::End();
+}
 
 void EditorWindow::AddActions() {
   AddFileActions();
@@ -38,12 +55,12 @@ void EditorWindow::AddActions() {
 }
 
 void EditorWindow::AddFileActions() {
-  add_action("open", [this] { ChooseDocument(); });
-  add_action("save", [this] { Save([] {}); });
-  add_action("save-as", [this] { SaveAs([] {}); });
-  add_action("export", [this] { Export(); });
-  add_action("close", [this] { close(); });
-  add_action("load-bundle", [this] {
+  AddCommand("open", [this] { ChooseDocument(); });
+  AddCommand("save", [this] { Save([] {}); });
+  AddCommand("save-as", [this] { SaveAs([] {}); });
+  AddCommand("export", [this] { Export(); });
+  AddCommand("close", [this] { close(); });
+  AddCommand("load-bundle", [this] {
     ChooseFile(Tr("Load Bundle"), {{Tr("Bundles"), "*.so"}}, [this](std::string const& path) { OpenDropped(path); });
   });
 }
@@ -53,36 +70,32 @@ void EditorWindow::Do(bool done, std::string const& error) {
 }
 
 void EditorWindow::AddEdit(char const* name, Edit edit) {
-  add_action(name, [this, edit = std::move(edit)] {
+  AddCommand(name, [this, edit = std::move(edit)] {
     std::string error;
     Do(edit(session_->Selected().IDs(), &error), error);
   });
 }
 
 void EditorWindow::AddEditActions() {
-  add_action("undo", [this] {
-    if (GiveToText(*this, "text.undo")) return;
-    SlideStep::End();
-    session_->Undo();
+  AddCommand("undo", [this] {
+    if (!GiveUndoToText(*this, "text.undo")) session_->Undo();
   });
-  add_action("redo", [this] {
-    if (GiveToText(*this, "text.redo")) return;
-    SlideStep::End();
-    session_->Redo();
+  AddCommand("redo", [this] {
+    if (!GiveUndoToText(*this, "text.redo")) session_->Redo();
   });
-  add_action("cut", [this] {
+  AddCommand("cut", [this] {
     if (!GiveToText(*this, "clipboard.cut")) CopySelection(true);
   });
-  add_action("copy", [this] {
+  AddCommand("copy", [this] {
     if (!GiveToText(*this, "clipboard.copy")) CopySelection(false);
   });
-  add_action("paste", [this] {
+  AddCommand("paste", [this] {
     if (!GiveToText(*this, "clipboard.paste")) PasteClipboard();
   });
-  add_action("select-all", [this] {
+  AddCommand("select-all", [this] {
     if (!GiveToText(*this, "selection.select-all")) session_->SelectAll();
   });
-  add_action("select-none", [this] { session_->SelectNone(); });
+  AddCommand("select-none", [this] { session_->SelectNone(); });
   AddEdit("delete", [this](ObjectIDs const& ids, std::string* error) { return session_->Delete(ids, error); });
   AddEdit("duplicate", [this](ObjectIDs const& ids, std::string* error) {
     return session_->Duplicate(ids, kPasteOffset, -kPasteOffset, error);
@@ -110,7 +123,7 @@ void EditorWindow::AddEditActions() {
   AddEdit("distribute-vertically", [this](ObjectIDs const& ids, std::string* error) {
     return session_->Distribute(ids, Axis::kVertical, error);
   });
-  add_action("add-layer", [this] { session_->AddLayer(""); });
+  AddCommand("add-layer", [this] { session_->AddLayer(""); });
 }
 
 void EditorWindow::AddViewActions() {

@@ -1,4 +1,5 @@
 // Opening, saving and exporting, and the questions around them.
+#include <glibmm/fileutils.h>
 #include <glibmm/main.h>
 #include <gtkmm/filefilter.h>
 #include <gtkmm/messagedialog.h>
@@ -63,6 +64,7 @@ void EditorWindow::ChooseDocument() {
 }
 
 void EditorWindow::Save(std::function<void()> const& then) {
+  FinishTyping();
   if (session_->Path().empty()) return SaveAs(then);
   if (session_->IsFileChangedOutside()) return AskToOverwrite(then);
   std::string error;
@@ -72,8 +74,10 @@ void EditorWindow::Save(std::function<void()> const& then) {
 }
 
 void EditorWindow::AskToOverwrite(std::function<void()> const& then) {
-  Ask(*this, Tr("The file was changed by another program."),
-      Tr("Saving replaces it by this document; Save As keeps both."),
+  const bool isThere = Glib::file_test(session_->Path(), Glib::FileTest::EXISTS);
+  Ask(*this, isThere ? Tr("The file was changed by another program.") : Tr("The file is not there any more."),
+      isThere ? Tr("Saving replaces it by this document; Save As keeps both.")
+              : Tr("Replace writes it again; Save As writes another one."),
       {{Tr("Save _As…"), kSave}, {Tr("_Replace"), kOverwrite}}, [this, then](int answer) {
         if (answer == kSave) SaveAs(then);
         if (answer != kOverwrite) return;
@@ -84,6 +88,7 @@ void EditorWindow::AskToOverwrite(std::function<void()> const& then) {
 }
 
 void EditorWindow::SaveAs(std::function<void()> const& then) {
+  FinishTyping();
   chooser_ = Gtk::FileChooserNative::create(Tr("Save Document"), *this, Gtk::FileChooser::Action::SAVE, Tr("_Save"),
                                             Tr("_Cancel"));
   chooser_->set_current_name(session_->Path().empty() ? std::string(Tr("Untitled")) + kExtension
@@ -108,6 +113,7 @@ void EditorWindow::SaveTo(std::string const& path, std::function<void()> const& 
 }
 
 void EditorWindow::AskToKeepChanges(std::function<void()> const& then) {
+  FinishTyping();
   if (!session_->HasUnsavedChanges()) return then();
   const std::string name = session_->Path().empty() ? Tr("Untitled") : FileName(session_->Path());
   Ask(*this, Glib::ustring::compose(Tr("Save the changes of “%1” before closing?"), name),
@@ -128,6 +134,7 @@ void EditorWindow::AskToRecover(std::string const& name, std::function<void(bool
 
 // The dialog closes itself.
 void EditorWindow::Export() {
+  FinishTyping();
   new ExportDialog(*this, *session_, [this](std::string const& text, bool done) {
     ShowMessage(text, done ? Gtk::MessageType::INFO : Gtk::MessageType::ERROR);
   });

@@ -18,6 +18,7 @@
 #include "host/window/EditorApplication.h"
 #include "host/window/Panels.h"
 #include "host/window/ProgressWindow.h"
+#include "host/window/SlideStep.h"
 
 namespace host {
 namespace {
@@ -77,6 +78,7 @@ EditorWindow::EditorWindow(std::unique_ptr<DocumentSession> session) {
 EditorWindow::~EditorWindow() { SetSession(nullptr); }
 
 void EditorWindow::SetSession(std::unique_ptr<DocumentSession> session) {
+  if (session_ != nullptr) SlideStep::End();
   autosave_.disconnect();
   recovery_.reset();
   canvas_.SetSession(nullptr);

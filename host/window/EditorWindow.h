@@ -51,6 +51,10 @@ class EditorWindow : public Gtk::ApplicationWindow, public SessionObserver {
   using Edit = std::function<bool(ObjectIDs const&, std::string*)>;
 
   void AddActions();
+  /// An action that ends a burst of changes first.
+  void AddCommand(char const* name, std::function<void()> const& command);
+  /// What stands in a number field without having been taken over is.
+  void FinishTyping();
   void AddFileActions();
   void AddEditActions();
   void AddViewActions();

@@ -3,6 +3,7 @@
 #include <gtkmm/label.h>
 
 #include "host/text/Localisation.h"
+#include "host/window/SlideStep.h"
 
 namespace host {
 namespace {
@@ -17,6 +18,7 @@ HistoryPanel::HistoryPanel() {
   gtk_accessible_update_property(GTK_ACCESSIBLE(list_.gobj()), GTK_ACCESSIBLE_PROPERTY_LABEL, Tr("History"), -1);
   list_.signal_row_activated().connect([this](Gtk::ListBoxRow* row) {
     if (Session() == nullptr) return;
+    SlideStep::End();
     const std::size_t count = Session()->Steps().Count();
     const std::size_t first = count > kMostRows ? count - kMostRows : 0;
     Session()->GoToStep(first + static_cast<std::size_t>(row->get_index()));

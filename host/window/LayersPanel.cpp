@@ -6,6 +6,7 @@
 #include <gtkmm/togglebutton.h>
 
 #include "host/text/Localisation.h"
+#include "host/window/SlideStep.h"
 
 namespace host {
 namespace {
@@ -46,6 +47,7 @@ void LayersPanel::AddButton(Gtk::Box* box, char const* icon, char const* tip, st
   button->set_icon_name(icon);
   SetName(button, tip);
   button->signal_clicked().connect([this, pressed] {
+    SlideStep::End();
     if (Session() != nullptr) pressed();
   });
   box->append(*button);
@@ -66,6 +68,7 @@ Gtk::Widget* LayersPanel::MakeRow(Layer const& layer) {
   visible->set_active(layer.settings.visible);
   SetName(visible, Tr("Visible"));
   visible->signal_toggled().connect([this, id, visible] {
+    SlideStep::End();
     std::string error;
     Report(Session()->SetLayerVisible(id, visible->get_active(), &error), error);
   });
@@ -75,6 +78,7 @@ Gtk::Widget* LayersPanel::MakeRow(Layer const& layer) {
   locked->set_has_frame(false);
   SetName(locked, Tr("Locked"));
   locked->signal_toggled().connect([this, id, locked] {
+    SlideStep::End();
     std::string error;
     Report(Session()->SetLayerLocked(id, locked->get_active(), &error), error);
   });
@@ -84,6 +88,7 @@ Gtk::Widget* LayersPanel::MakeRow(Layer const& layer) {
   name->property_editing().signal_changed().connect([this, id, name] {
     if (name->get_editing() || Session()->Doc().FindLayer(id) == nullptr) return;
     if (name->get_text().raw() == Session()->Doc().FindLayer(id)->settings.name) return;
+    SlideStep::End();
     std::string error;
     Report(Session()->SetLayerName(id, name->get_text(), &error), error);
   });

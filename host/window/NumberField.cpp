@@ -2,39 +2,59 @@
 
 #include <gtkmm/button.h>
 
+#include <algorithm>
+#include <cmath>
+
 namespace host {
+namespace {
+
+// A number alone, or with the sign of a degree behind it. Either decimal separator will do when there is one only.
+bool Read(Glib::ustring text, double* value) {
+  const auto separator = text.find_first_of(",");
+  if (separator != Glib::ustring::npos) text.replace(separator, 1, ".");
+  char* end = nullptr;
+  const double number = g_ascii_strtod(text.c_str(), &end);
+  const bool any = end != text.c_str();
+  while (*end == ' ' || *end == '\t') ++end;
+  const std::string rest = end;
+  if (!any || !std::isfinite(number) || !(rest.empty() || rest == "\u00B0")) return false;
+  *value = number;
+  return true;
+}
+
+}  // namespace
 
 NumberField::NumberField(double least, double most, double step, int decimals, Glib::ustring const& accessibleName)
     : Gtk::SpinButton(Gtk::Adjustment::create(0, least, most, step, 10 * step, 0), step, static_cast<guint>(decimals)) {
-  gtk_editable_set_enable_undo(GTK_EDITABLE(gobj()), FALSE);
   set_numeric(false);  // else the decimal separator of another habit could not be typed
   set_width_chars(7);
   set_max_width_chars(7);
   gtk_accessible_update_property(GTK_ACCESSIBLE(gobj()), GTK_ACCESSIBLE_PROPERTY_LABEL, accessibleName.c_str(), -1);
-  // Both separators are understood when there is only one of them.
   signal_input().connect(
       [this](double& value) {
-        Glib::ustring text = get_text();
-        for (gunichar other : {gunichar(','), gunichar('.')}) {
-          const auto place = text.find(other);
-          if (place != Glib::ustring::npos) text.replace(place, 1, ".");
-        }
-        char* end = nullptr;
-        const double parsed = g_ascii_strtod(text.c_str(), &end);
-        while (end != nullptr && (*end == ' ' || *end == '\t')) ++end;
-        // The unit sign of an angle may stand behind it.
-        const std::string rest = end == nullptr ? "?" : end;
-        if (text.empty() || end == text.c_str() || !(rest.empty() || rest == "\u00B0")) return GTK_INPUT_ERROR;
-        value = parsed;
+        value = get_value();
+        if (!IsBeingTyped()) return 1;  // what is shown is rounded: it is no value to take over
+        double typed = 0;
+        if (!Read(get_text(), &typed)) return 1;
+        const bool unchanged = std::clamp(typed, get_adjustment()->get_lower(), get_adjustment()->get_upper()) == value;
+        value = typed;
+        if (mixed_ && unchanged) Choose();  // the toolkit sees no change, but for some objects it is one
         return 1;
       },
       false);
+  // A field of several values stays empty when it is left as it was.
+  signal_output().connect([this] { return mixed_ && !showing_ && get_text().empty(); }, false);
   signal_value_changed().connect([this] {
     if (showing_ || (!mixed_ && get_value() == shown_)) return;
-    shown_ = get_value();
-    mixed_ = false;
-    chosen_.emit(shown_);
+    Choose();
   });
+}
+
+void NumberField::Choose() {
+  shown_ = get_value();
+  shownText_ = get_text();
+  mixed_ = false;
+  chosen_.emit(shown_);
 }
 
 void NumberField::HideButtons() {
@@ -45,16 +65,17 @@ void NumberField::HideButtons() {
 
 void NumberField::Show(double value) {
   showing_ = true;
-  set_value(value);
-  if (mixed_) update();
-  shown_ = get_value();
   mixed_ = false;
+  set_value(value);
+  shown_ = get_value();
+  shownText_ = get_text();
   showing_ = false;
 }
 
 void NumberField::ShowMixed() {
   mixed_ = true;
   set_text("");
+  shownText_.clear();
 }
 
 }  // namespace host

@@ -1,7 +1,8 @@
 // A field for a number: typing, stepping by arrow keys and buttons, the wheel.
 //
-// It follows the display's decimal separator and shows the value to its precision. Changes of a burst of steps are sent
-// one by one; typing is sent when it is finished by Enter or by leaving the field, unless it is live.
+// It follows the display's decimal separator and shows the value to its precision; a value that is only looked at stays
+// as precise as it was. Changes of a burst of steps are sent one by one; typing is sent when it is finished by Enter or
+// by leaving the field, and forgotten when it is no number.
 #pragma once
 
 #include <gtkmm/adjustment.h>
@@ -19,12 +20,17 @@ class NumberField : public Gtk::SpinButton {
   void Show(double value);
   /// Shows that several values differ.
   void ShowMixed();
+  /// True from the first key until the number is taken over by Enter or by leaving the field.
+  bool IsBeingTyped() const { return get_text() != shownText_; }
   /// The user chose a value.
   sigc::signal<void(double)>& SignalChosen() { return chosen_; }
 
  private:
+  void Choose();
+
   bool showing_ = false;
   double shown_ = 0;
+  Glib::ustring shownText_;
   bool mixed_ = false;
   sigc::signal<void(double)> chosen_;
 };

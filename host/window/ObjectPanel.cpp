@@ -6,6 +6,7 @@
 #include <numbers>
 
 #include "host/text/Localisation.h"
+#include "host/window/SlideStep.h"
 
 namespace host {
 namespace {
@@ -36,18 +37,19 @@ ObjectPanel::ObjectPanel()
   Attach(3, Tr("Height"), &height_);
   Attach(4, Tr("Angle (°)"), &angle_);
   append(grid_);
-  const auto connect = [this](NumberField& field, auto change) {
-    field.SignalChosen().connect([this, change](double value) {
+  const auto connect = [this](NumberField& field, std::string const& name, auto change) {
+    field.SignalChosen().connect([this, name, change](double value) {
       AGRect box;
       if (!GetFrame(&box)) return;
+      SlideStep::Continue(Session(), "frame " + name);
       change(box, value);
       PlaceFrame(box);
     });
   };
-  connect(x_, [](AGRect& box, double value) { box = {value, box.y0, value + box.x1 - box.x0, box.y1}; });
-  connect(y_, [](AGRect& box, double value) { box = {box.x0, value, box.x1, value + box.y1 - box.y0}; });
-  connect(width_, [](AGRect& box, double value) { box.x1 = box.x0 + value; });
-  connect(height_, [](AGRect& box, double value) { box.y1 = box.y0 + value; });
+  connect(x_, "x", [](AGRect& box, double value) { box = {value, box.y0, value + box.x1 - box.x0, box.y1}; });
+  connect(y_, "y", [](AGRect& box, double value) { box = {box.x0, value, box.x1, value + box.y1 - box.y0}; });
+  connect(width_, "width", [](AGRect& box, double value) { box.x1 = box.x0 + value; });
+  connect(height_, "height", [](AGRect& box, double value) { box.y1 = box.y0 + value; });
   angle_.SignalChosen().connect([this](double degrees) { SetAngle(degrees); });
 }
 
@@ -84,6 +86,7 @@ void ObjectPanel::PlaceFrame(AGRect const& box) {
 
 void ObjectPanel::SetAngle(double degrees) {
   if (Session() == nullptr || Session()->Selected().IsEmpty()) return;
+  SlideStep::Continue(Session(), "angle");
   std::string error;
   Report(Session()->SetAngle(Session()->Selected().IDs(), degrees * kDegree, &error), error);
 }
