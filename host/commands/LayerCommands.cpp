@@ -4,6 +4,7 @@
 #include "host/commands/EditCommand.h"
 #include "host/commands/JsonListing.h"
 #include "host/commands/PageOptions.h"
+#include "host/text/Localisation.h"
 
 namespace host {
 namespace {
@@ -111,7 +112,7 @@ bool RunPage(EditContext& context, EditArguments const& arguments, std::string* 
   AGSize size = context.Doc().Page();
   AGColor background = context.Doc().Background();
   if (!ParsePageOptions(arguments.line, &size, &background, error)) return false;
-  EditStep step(*context.session, "Change Page");
+  EditStep step(*context.session, Tr("Change Page"));
   if (!context.session->SetPage(size, error)) return false;
   context.session->SetBackground(background);
   char text[160];

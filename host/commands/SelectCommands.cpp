@@ -6,6 +6,7 @@
 #include "host/commands/EditCommand.h"
 #include "host/commands/JsonWriter.h"
 #include "host/document/DocumentFile.h"
+#include "host/text/Localisation.h"
 
 namespace host {
 namespace {
@@ -99,7 +100,7 @@ bool RunCut(EditContext& context, EditArguments const& arguments, std::string* e
   ObjectIDs ids;
   std::string bytes;
   if (!ParseObjects(context, arguments.words[0], &ids, error)) return false;
-  EditStep step(*context.session, "Cut");
+  EditStep step(*context.session, Tr("Cut"));
   return context.session->Cut(ids, &bytes, error) && KeepClipboard(context, arguments, std::move(bytes), error) &&
          step.End();
 }

@@ -5,6 +5,8 @@
 #include "graphics/values/AGConstants.h"
 #include "host/document/ObjectProperties.h"
 #include "host/panels/Inspector.h"
+#include "host/text/DisplayText.h"
+#include "host/text/Localisation.h"
 #include "kit/AKValue.h"
 #include "kit/AKValueHelpers.h"
 
@@ -67,6 +69,13 @@ ObjectID AddItem(DocumentSession* session, SceneItem const& item, std::string* e
   return kNoObjectID;
 }
 
+// The name that the rectangle gives to the change, in the user's language.
+std::string ExpectedActionName() {
+  Localisation& localisation = Localisation::Instance();
+  localisation.SetDomain("StdRectangle");
+  return DisplayText(AKString(localisation.ForBundle("Change Rectangle Curvature")));
+}
+
 // Moves the slider, out of range at first, and checks that object, field and slider agree.
 bool UseInspector(DocumentSession* session, ObjectID id, std::string* error) {
   Inspector inspector;
@@ -85,8 +94,8 @@ bool UseInspector(DocumentSession* session, ObjectID id, std::string* error) {
     const double rounding = RoundingOf(*session, id);
     std::printf("  control %u set to %g: the rectangle's curvature is %g, \"%s\"\n", step.control, step.value, rounding,
                 actionName.c_str());
-    if (rounding != step.expected || field != step.expected || slider != step.expected || actionName.empty() ||
-        session->UndoTitle() != "Undo " + actionName) {
+    if (rounding != step.expected || field != step.expected || slider != step.expected ||
+        actionName != ExpectedActionName() || session->Steps().UndoName() != actionName) {
       *error = "the inspector panel and the rectangle do not agree";
       return false;
     }

@@ -6,6 +6,7 @@
 #include "host/QuietLog.h"
 #include "host/document/InstanceCall.h"
 #include "host/document/ObjectRecord.h"
+#include "host/text/Localisation.h"
 
 namespace host {
 namespace {
@@ -25,7 +26,7 @@ auto At(Layers& layers, std::size_t index) {
 
 }  // namespace
 
-Document::Document(AGSize const& page) : page_(page) { InsertLayer({"Layer 1"}, 0); }
+Document::Document(AGSize const& page) : page_(page) { InsertLayer({TrWith("Layer %s", "1")}, 0); }
 
 Document::~Document() {
   for (auto& [id, entry] : objects_) InstanceCall::Destroy(std::move(entry.object->instance));
@@ -160,8 +161,8 @@ std::unique_ptr<DocumentObject> Document::NewObject(AKClassID classID, std::stri
   const InstanceCall call(InstanceCall::Kind::kEdit);
   AKObject* instance = NewInstance(classID, "%s", arguments.c_str());
   if (instance != nullptr) return AdoptInstance(instance);
-  *error = std::string("can't make an object of class \"") + classID.chars + "\" (status " +
-           std::to_string(AKClass::GetErrorNew()) + ")";
+  *error = ErrorText("can't make an object of class \"%s\" (status %s)",
+                     {classID.chars, std::to_string(AKClass::GetErrorNew())});
   return nullptr;
 }
 

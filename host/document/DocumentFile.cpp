@@ -6,6 +6,7 @@
 #include "host/QuietLog.h"
 #include "host/Utf8Check.h"
 #include "host/document/ObjectRecord.h"
+#include "host/text/Localisation.h"
 #include "kit/AKFileGeometry.h"
 #include "kit/AKFileNumbers.h"
 #include "kit/files/AKFileReplacer.h"
@@ -37,12 +38,12 @@ class DocumentReader {
   std::unique_ptr<Document> Read() {
     AKFileChunk chunk;
     if (AKFileReadChunkHeader(file_, &chunk) != 0 || chunk.signature != kDocumentSignature) {
-      return Fail("is not a document of this program");
+      return Fail(ErrorText("is not a document of this program"));
     }
     unsigned long long size = 0;
     file_.GetFileInfo(&size, nullptr, nullptr);
-    if (chunk.size + 8ULL > size) return Fail("is cut short");
-    if (chunk.size + 8ULL < size) return Fail("has bytes behind its end");
+    if (chunk.size + 8ULL > size) return Fail(ErrorText("is cut short"));
+    if (chunk.size + 8ULL < size) return Fail(ErrorText("has bytes behind its end"));
 
     unsigned int version = 0;
     AGSize page;
@@ -50,7 +51,7 @@ class DocumentReader {
     unsigned int count = 0;
     if (!Ok(AKFileReadUInt32(file_, &version))) return nullptr;
     if (version != kFlatVersion && version != kFormatVersion) {
-      return Fail("has the unknown format version " + std::to_string(version));
+      return Fail(ErrorText("has the unknown format version %s", {std::to_string(version)}));
     }
     if (!Ok(AKFileReadAGSize(file_, &page)) || !Ok(AKFileReadAGColor(file_, &background)) ||
         !Ok(AKFileReadUInt32(file_, &count))) {
@@ -78,14 +79,14 @@ class DocumentReader {
 
   bool ReadLayers(AKFileChunk const& outer, unsigned int count, LayerID first) {
     if (count == 0) {
-      problem_ = "is damaged: it has no layer";
+      problem_ = ErrorText("is damaged: it has no layer");
       return false;
     }
     for (unsigned int i = 0; i < count; ++i) {
       const LayerID layer = i == 0 ? first : document_->InsertLayer({}, i);
       if (ReadLayer(outer, layer)) continue;
-      if (!problem_.starts_with("is damaged")) {
-        problem_ = "is damaged at layer " + std::to_string(i) + ": " + objects_.Problem();
+      if (problem_.empty()) {
+        problem_ = ErrorText("is damaged at layer %s: %s", {std::to_string(i), objects_.Problem()});
       }
       return false;
     }
@@ -112,7 +113,7 @@ class DocumentReader {
     AKMemoryBlock bytes;
     if (!objects_.ReadHeader(outer, kTextSignature, &chunk) || !objects_.ReadBytes(chunk.size, &bytes)) return false;
     if (TakeText(bytes, name)) return true;
-    problem_ = "is damaged: the name at position " + std::to_string(chunk.pos) + " is no UTF-8";
+    problem_ = ErrorText("is damaged: the name at position %s is no UTF-8", {std::to_string(chunk.pos)});
     return false;
   }
 
@@ -121,7 +122,7 @@ class DocumentReader {
       auto object = objects_.Read(outer);
       if (!object) {
         const std::size_t number = document_->ObjectCount();
-        problem_ = "is damaged at object " + std::to_string(number) + ": " + objects_.Problem();
+        problem_ = ErrorText("is damaged at object %s: %s", {std::to_string(number), objects_.Problem()});
         return false;
       }
       document_->InsertObject(std::move(object), {layer, i});
@@ -198,7 +199,7 @@ bool ReplaceFileBy(std::string const& path, std::function<int(AKFile&)> const& w
   }
   if (status == 0) return true;
   const std::string text = reason != 0 ? std::strerror(reason) : "status " + std::to_string(status);
-  *error = "can't write \"" + path + "\": " + text;
+  *error = ErrorText("can't write \"%s\": %s", {path, text});
   return false;
 }
 
@@ -206,17 +207,17 @@ std::unique_ptr<Document> ReadDocument(std::string const& path, std::string* err
   const QuietLog quiet;
   AKFilePath source;
   if (!AKFileUtils::GetFromSystemPath(path.c_str(), &source)) {
-    *error = "can't open \"" + path + "\": its name has characters that this program can't represent";
+    *error = ErrorText("can't open \"%s\": its name has characters that this program can't represent", {path});
     return nullptr;
   }
   if (AKFileUtils::IsFolder(source)) {
-    *error = "can't open \"" + path + "\": it is a folder";
+    *error = ErrorText("can't open \"%s\": it is a folder", {path});
     return nullptr;
   }
   AKFile file(source);
   errno = 0;
   if (file.OpenForRead() != 0) {
-    *error = "can't open \"" + path + "\": " + std::strerror(errno);
+    *error = ErrorText("can't open \"%s\": %s", {path, std::strerror(errno)});
     return nullptr;
   }
   std::string problem;

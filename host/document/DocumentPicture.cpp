@@ -15,6 +15,7 @@
 #include "host/document/BitmapPNG.h"
 #include "host/document/DocumentDrawing.h"
 #include "host/document/DocumentFile.h"
+#include "host/text/Localisation.h"
 #include "kit/files/AKFileUtils.h"
 
 namespace host {
@@ -61,7 +62,7 @@ bool AppendBytes(void* info, void const* bytes, std::size_t count) {
 
 bool DrawAll(Document const& document, AGContext const& context, double scale, Progress* progress, std::string* error) {
   if (DrawObjects(document, context, scale, progress)) return true;
-  *error = "the picture was given up";
+  *error = ErrorText("the picture was given up");
   return false;
 }
 
@@ -77,7 +78,7 @@ bool RenderPage(Document const& document, KindInfo const& info, PictureOptions c
   const bool drawn = DrawAll(document, context, options.scale, progress, error);
   const bool finished = CGVectorContextFinish(page);
   CGContextRelease(page);
-  if (drawn && !finished) *error = "can't encode the picture";
+  if (drawn && !finished) *error = ErrorText("can't encode the picture");
   return drawn && finished;
 }
 
@@ -100,7 +101,7 @@ bool RenderBitmap(Document const& document, KindInfo const& info, PictureOptions
   const auto bitmap = DrawBitmap(document, options, progress, error);
   if (!bitmap) return false;
   if (info.encode(*bitmap, file)) return true;
-  *error = "can't encode the picture";
+  *error = ErrorText("can't encode the picture");
   return false;
 }
 
@@ -115,7 +116,8 @@ bool SaveImage(Document const& document, KindInfo const& info, std::string const
       AGImage(*bitmap).SaveToFile(target, info.format, options.quality, options.scale >= 2)) {
     return true;
   }
-  *error = "can't write \"" + path + "\"" + (errno != 0 ? std::string(": ") + std::strerror(errno) : "");
+  *error = errno != 0 ? ErrorText("can't write \"%s\": %s", {path, std::strerror(errno)})
+                      : ErrorText("can't write \"%s\"", {path});
   return false;
 }
 

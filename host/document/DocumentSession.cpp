@@ -5,6 +5,7 @@
 
 #include "host/document/DocumentFile.h"
 #include "host/document/SessionNotify_p.h"
+#include "host/text/Localisation.h"
 
 namespace host {
 namespace {
@@ -26,8 +27,6 @@ std::string Shortened(std::string name) {
   name.resize(length);
   return name + "\xE2\x80\xA6";  // an ellipsis
 }
-
-std::string Title(const char* verb, std::string const& name) { return name.empty() ? verb : verb + (" " + name); }
 
 }  // namespace
 
@@ -125,7 +124,7 @@ bool DocumentSession::EndStep() {
   }
   PruneSelection();
   if (!step->Seal(*document_)) return false;
-  if (step->name.empty()) step->name = "Change";
+  if (step->name.empty()) step->name = Tr("Change");
   history_.Push(std::move(step));
   ++changes_;
   Notify([](SessionObserver& observer) { observer.OnHistoryChanged(); });
@@ -144,8 +143,12 @@ void DocumentSession::RewindStep() {
   AfterRemoval();
 }
 
-std::string DocumentSession::UndoTitle() const { return Title("Undo", history_.UndoName()); }
-std::string DocumentSession::RedoTitle() const { return Title("Redo", history_.RedoName()); }
+std::string DocumentSession::UndoTitle() const {
+  return history_.CanUndo() ? TrWith("Undo %s", history_.UndoName()) : Tr("Undo");
+}
+std::string DocumentSession::RedoTitle() const {
+  return history_.CanRedo() ? TrWith("Redo %s", history_.RedoName()) : Tr("Redo");
+}
 
 void DocumentSession::AfterRemoval() {
   PruneSelection();

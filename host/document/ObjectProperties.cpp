@@ -9,6 +9,7 @@
 #include "host/document/InstanceCall.h"
 #include "host/tables/SlotCall.h"
 #include "host/text/DisplayText.h"
+#include "host/text/Localisation.h"
 #include "kit/AKTextConversions.h"
 #include "kit/AKValue.h"
 #include "kit/AKValueHelpers.h"
@@ -16,10 +17,10 @@
 namespace host {
 namespace {
 
-const AKString kKey_Bounds("Bounds");
-const AKString kKey_Angle("Angle");
-const AKString kKey_Brush("Brush");
-const AKString kKey_Pen("Pen");
+const AKString kKey_Bounds(N_("Bounds"));
+const AKString kKey_Angle(N_("Angle"));
+const AKString kKey_Brush(N_("Brush"));
+const AKString kKey_Pen(N_("Pen"));
 
 bool IsHostKey(AKString const& name) {
   return name == kKey_Bounds || name == kKey_Angle || name == kKey_Brush || name == kKey_Pen;
@@ -151,7 +152,7 @@ AKDictionary PropertiesOf(DocumentObject const& object) {
 bool SetProperty(DocumentObject const& object, HostFields* fields, std::string const& path, std::string const& text,
                  std::string* error) {
   if (object.IsPlaceholder()) {
-    *error = std::string("the object can't be changed: no bundle has its class \"") + object.classID.chars + "\"";
+    *error = ErrorText("the object can't be changed: no bundle has its class \"%s\"", {object.classID.chars});
     return false;
   }
   AKDictionary all = AllProperties(object, *fields);

@@ -3,6 +3,7 @@
 #include <map>
 
 #include "host/document/DocumentSession.h"
+#include "host/text/Localisation.h"
 
 namespace host {
 namespace {
@@ -35,13 +36,13 @@ struct Span {
 const char* OrderName(OrderChange change) {
   switch (change) {
     case OrderChange::kToFront:
-      return "Bring to Front";
+      return Tr("Bring to Front");
     case OrderChange::kToBack:
-      return "Send to Back";
+      return Tr("Send to Back");
     case OrderChange::kForward:
-      return "Bring Forward";
+      return Tr("Bring Forward");
     case OrderChange::kBackward:
-      return "Send Backward";
+      return Tr("Send Backward");
   }
   return "";
 }
@@ -80,7 +81,7 @@ bool DocumentSession::Align(ObjectIDs const& ids, Alignment alignment, AlignTo t
   if (changeable.empty()) return false;
   AGRect target{0, 0, document_->Page().width, document_->Page().height};
   if (to == AlignTo::kObjects) GetBox(changeable, &target);
-  EditStep step(*this, "Align");
+  EditStep step(*this, Tr("Align"));
   for (const ObjectID id : changeable) {
     const AGPoint offset = AlignOffset(TurnedBox(document_->Find(id)->Placement()), target, alignment);
     if (!Move({id}, offset.x, offset.y, error)) return false;
@@ -92,7 +93,7 @@ bool DocumentSession::Distribute(ObjectIDs const& ids, Axis axis, std::string* e
   const ObjectIDs changeable = Changeable(ids, error);
   if (changeable.empty()) return false;
   if (changeable.size() < 3) {
-    *error = "at least three objects are needed to be distributed";
+    *error = ErrorText("at least three objects are needed to be distributed");
     return false;
   }
   const bool across = axis == Axis::kHorizontal;
@@ -105,7 +106,7 @@ bool DocumentSession::Distribute(ObjectIDs const& ids, Axis axis, std::string* e
   }
   std::stable_sort(spans.begin(), spans.end(), [](Span const& a, Span const& b) { return a.Middle() < b.Middle(); });
   const double gap = (spans.back().end - spans.front().start - filled) / static_cast<double>(spans.size() - 1);
-  EditStep step(*this, "Distribute");
+  EditStep step(*this, Tr("Distribute"));
   double next = spans.front().start;
   for (Span const& span : spans) {
     const double offset = next - span.start;

@@ -6,6 +6,7 @@
 #include "host/QuietLog.h"
 #include "host/document/DocumentSession.h"
 #include "host/document/ObjectRecord.h"
+#include "host/text/Localisation.h"
 #include "kit/AKFileNumbers.h"
 
 namespace host {
@@ -42,7 +43,7 @@ bool ReadClipboard(std::string const& bytes, Objects* objects, std::string* erro
     objects->push_back(reader.Read(chunk));
     sound = objects->back() != nullptr;
   }
-  if (!sound || objects->empty()) *error = "there is nothing on the clipboard that can be pasted";
+  if (!sound || objects->empty()) *error = ErrorText("there is nothing on the clipboard that can be pasted");
   return sound && !objects->empty();
 }
 
@@ -65,10 +66,10 @@ bool DocumentSession::Cut(ObjectIDs const& ids, std::string* clipboard, std::str
   if (!CheckEditable(ids, error)) return false;
   std::string bytes = Copy(ids);
   if (bytes.empty()) {
-    *error = "the objects can't be copied";
+    *error = ErrorText("the objects can't be copied");
     return false;
   }
-  EditStep step(*this, "Cut");
+  EditStep step(*this, Tr("Cut"));
   if (!Delete(ids, error)) return false;
   *clipboard = std::move(bytes);
   return step.End();
@@ -77,7 +78,7 @@ bool DocumentSession::Cut(ObjectIDs const& ids, std::string* clipboard, std::str
 bool DocumentSession::Paste(std::string const& clipboard, double dx, double dy, std::string* error) {
   Objects objects;
   if (!CheckActiveLayer(error) || !ReadClipboard(clipboard, &objects, error)) return false;
-  EditStep step(*this, "Paste");
+  EditStep step(*this, Tr("Paste"));
   ObjectIDs pasted;
   for (auto& object : objects) {
     pasted.push_back(InsertOne(std::move(object), {activeLayer_, document_->FindLayer(activeLayer_)->objects.Count()}));
@@ -91,7 +92,7 @@ bool DocumentSession::Paste(std::string const& clipboard, double dx, double dy, 
 
 bool DocumentSession::Duplicate(ObjectIDs const& ids, double dx, double dy, std::string* error) {
   if (!CheckEditable(ids, error)) return false;
-  EditStep step(*this, "Duplicate");
+  EditStep step(*this, Tr("Duplicate"));
   return Paste(Copy(ids), dx, dy, error) && step.End();
 }
 

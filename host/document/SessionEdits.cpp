@@ -6,6 +6,7 @@
 #include "host/document/InstanceCall.h"
 #include "host/document/ObjectProperties.h"
 #include "host/document/ObjectRecord.h"
+#include "host/text/Localisation.h"
 
 namespace host {
 namespace {
@@ -51,19 +52,22 @@ struct Stretch {
   }
 };
 
+std::string FixedObjectText(LayerSettings const& settings) {
+  return settings.locked ? ErrorText("layer \"%s\" is locked: its objects can't be changed", {settings.name})
+                         : ErrorText("layer \"%s\" is hidden: its objects can't be changed", {settings.name});
+}
+
 }  // namespace
 
 bool DocumentSession::CheckEditable(ObjectIDs const& ids, std::string* error) const {
   if (ids.empty()) {
-    *error = "there is no object to change";
+    *error = ErrorText("there is no object to change");
     return false;
   }
   for (const ObjectID id : ids) {
     Layer const* layer = document_->LayerOf(id);
     if (layer != nullptr && layer->IsEditable()) continue;
-    *error = layer == nullptr ? "there is no such object"
-                              : "layer \"" + layer->settings.name + "\" is " +
-                                    (layer->settings.locked ? "locked" : "hidden") + ": its objects can't be changed";
+    *error = layer == nullptr ? ErrorText("there is no such object") : FixedObjectText(layer->settings);
     return false;
   }
   return true;
@@ -76,8 +80,8 @@ ObjectIDs DocumentSession::Changeable(ObjectIDs const& ids, std::string* error) 
     if (!document_->Find(id)->IsPlaceholder()) changeable.push_back(id);
   }
   if (changeable.empty()) {
-    *error = std::string("the object can't be changed: no bundle has its class \"") +
-             document_->Find(ids.front())->classID.chars + "\"";
+    *error = ErrorText("the object can't be changed: no bundle has its class \"%s\"",
+                       {document_->Find(ids.front())->classID.chars});
   }
   return changeable;
 }
@@ -99,14 +103,14 @@ ObjectID DocumentSession::Add(AKClassID classID, std::string const& arguments, O
                               std::string* error) {
   if (!CheckActiveLayer(error)) return kNoObjectID;
   if (!IsFinite(placement)) {
-    *error = "the bounds are no finite numbers";
+    *error = ErrorText("the bounds are no finite numbers");
     return kNoObjectID;
   }
   auto object = Document::NewObject(classID, arguments, error);
   if (!object) return kNoObjectID;
   object->bounds = placement.bounds;
   object->angle = placement.angle;
-  EditStep step(*this, std::string("Add ") + ClassName(object->classID));
+  EditStep step(*this, TrWith("Add %s", ClassName(object->classID)));
   const ObjectID id = InsertOne(std::move(object), {activeLayer_, document_->FindLayer(activeLayer_)->objects.Count()});
   step.End();
   Select({id});
@@ -115,7 +119,7 @@ ObjectID DocumentSession::Add(AKClassID classID, std::string const& arguments, O
 
 bool DocumentSession::Delete(ObjectIDs const& ids, std::string* error) {
   if (!CheckEditable(ids, error)) return false;
-  EditStep step(*this, "Delete");
+  EditStep step(*this, Tr("Delete"));
   for (const ObjectID id : ids) {
     if (document_->Find(id) != nullptr) RemoveOne(id);  // an ID may be named twice
   }
@@ -131,7 +135,7 @@ bool DocumentSession::PlaceEach(ObjectIDs const& ids, const char* name, Place pl
   for (const ObjectID id : changeable) {
     placements.push_back(place(document_->Find(id)->Placement()));
     if (IsFinite(placements.back())) continue;
-    *error = "an object would lie beyond all numbers";
+    *error = ErrorText("an object would lie beyond all numbers");
     return false;
   }
   EditStep step(*this, name);
@@ -144,31 +148,31 @@ bool DocumentSession::PlaceEach(ObjectIDs const& ids, const char* name, Place pl
 
 bool DocumentSession::SetPlacement(ObjectID id, ObjectPlacement const& placement, std::string* error) {
   return PlaceEach(
-      {id}, "Change Bounds", [&placement](ObjectPlacement const&) { return placement; }, error);
+      {id}, Tr("Change Bounds"), [&placement](ObjectPlacement const&) { return placement; }, error);
 }
 
 bool DocumentSession::SetAngle(ObjectIDs const& ids, double angle, std::string* error) {
   const auto place = [angle](ObjectPlacement const& old) { return ObjectPlacement{old.bounds, angle}; };
-  return PlaceEach(ids, "Rotate", place, error);
+  return PlaceEach(ids, Tr("Rotate"), place, error);
 }
 
 bool DocumentSession::Move(ObjectIDs const& ids, double dx, double dy, std::string* error) {
   const auto place = [dx, dy](ObjectPlacement const& old) {
     return ObjectPlacement{Shifted(old.bounds, dx, dy), old.angle};
   };
-  return PlaceEach(ids, "Move", place, error);
+  return PlaceEach(ids, Tr("Move"), place, error);
 }
 
 bool DocumentSession::Resize(ObjectIDs const& ids, AGRect const& from, AGRect const& to, std::string* error) {
   if (from.Width() == 0 || from.Height() == 0) {
-    *error = "a box without an area can't be stretched";
+    *error = ErrorText("a box without an area can't be stretched");
     return false;
   }
   Stretch stretch{to.Width() / from.Width(), to.Height() / from.Height(), 0, 0};
   stretch.tx = to.x0 - from.x0 * stretch.sx;
   stretch.ty = to.y0 - from.y0 * stretch.sy;
   return PlaceEach(
-      ids, "Resize", [&stretch](ObjectPlacement const& old) { return stretch.Apply(old); }, error);
+      ids, Tr("Resize"), [&stretch](ObjectPlacement const& old) { return stretch.Apply(old); }, error);
 }
 
 bool DocumentSession::Rotate(ObjectIDs const& ids, double angle, AGPoint const& about, std::string* error) {
@@ -177,7 +181,7 @@ bool DocumentSession::Rotate(ObjectIDs const& ids, double angle, AGPoint const& 
     const AGPoint turned = Turned(center, about, angle);
     return ObjectPlacement{Shifted(old.bounds, turned.x - center.x, turned.y - center.y), old.angle + angle};
   };
-  return PlaceEach(ids, "Rotate", place, error);
+  return PlaceEach(ids, Tr("Rotate"), place, error);
 }
 
 bool DocumentSession::Rotate(ObjectIDs const& ids, double angle, std::string* error) {
@@ -189,7 +193,7 @@ bool DocumentSession::Rotate(ObjectIDs const& ids, double angle, std::string* er
 bool DocumentSession::SetBrush(ObjectIDs const& ids, AGBrush const& brush, std::string* error) {
   const ObjectIDs changeable = Changeable(ids, error);
   if (changeable.empty()) return false;
-  EditStep step(*this, "Change Brush");
+  EditStep step(*this, Tr("Change Brush"));
   for (const ObjectID id : changeable) {
     Step().BeforeStyle(*document_, id);
     document_->SetStyle(id, brush, document_->Find(id)->pen);
@@ -200,7 +204,7 @@ bool DocumentSession::SetBrush(ObjectIDs const& ids, AGBrush const& brush, std::
 bool DocumentSession::SetPen(ObjectIDs const& ids, AGPen const& pen, std::string* error) {
   const ObjectIDs changeable = Changeable(ids, error);
   if (changeable.empty()) return false;
-  EditStep step(*this, "Change Pen");
+  EditStep step(*this, Tr("Change Pen"));
   for (const ObjectID id : changeable) {
     Step().BeforeStyle(*document_, id);
     document_->SetStyle(id, document_->Find(id)->brush, pen);
@@ -213,7 +217,8 @@ bool DocumentSession::SetProperties(ObjectIDs const& ids,
                                     std::string* error) {
   const ObjectIDs changeable = Changeable(ids, error);
   if (changeable.empty()) return false;
-  EditStep step(*this, assignments.size() == 1 ? "Change " + assignments.front().first : "Change Properties");
+  EditStep step(*this, assignments.size() == 1 ? TrWith("Change %s", Tr(assignments.front().first.c_str()))
+                                               : Tr("Change Properties"));
   for (const ObjectID id : changeable) {
     DocumentObject const& object = *document_->Find(id);
     HostFields fields{object.Placement(), object.brush, object.pen};
@@ -248,7 +253,7 @@ void DocumentSession::NoticeChanges(ObjectIDs const& ids) {
 
 ObjectID DocumentSession::Adopt(AKObject* instance, ObjectPlace const& place) {
   auto object = Document::AdoptInstance(instance);
-  const std::string name = actionName_.empty() ? std::string("Add ") + ClassName(object->classID) : actionName_;
+  const std::string name = actionName_.empty() ? TrWith("Add %s", ClassName(object->classID)) : actionName_;
   EditStep step(*this, name);
   const ObjectID id = InsertOne(std::move(object), place);
   step.End();
@@ -256,7 +261,7 @@ ObjectID DocumentSession::Adopt(AKObject* instance, ObjectPlace const& place) {
 }
 
 void DocumentSession::DeleteAny(ObjectIDs const& ids) {
-  EditStep step(*this, actionName_.empty() ? "Delete" : actionName_);
+  EditStep step(*this, actionName_.empty() ? Tr("Delete") : actionName_);
   for (const ObjectID id : ids) {
     if (document_->Find(id) != nullptr) RemoveOne(id);
   }

@@ -4,6 +4,7 @@
 #include "host/document/InstanceCall.h"
 #include "host/tables/SlotCall.h"
 #include "host/text/DisplayText.h"
+#include "host/text/Localisation.h"
 
 namespace host {
 namespace {
@@ -22,22 +23,23 @@ bool Inspector::Open(DocumentSession* session, ObjectIDs const& ids, std::string
   for (const ObjectID id : ids) {
     DocumentObject const* object = session->Doc().Find(id);
     if (object == nullptr || !session->IsEditable(id)) {
-      *error = "the object can't be inspected: its layer is hidden or locked";
+      *error = ErrorText("the object can't be inspected: its layer is hidden or locked");
       return false;
     }
     RegisteredClass const* own = ClassWithPanel(*object);
     if (own == nullptr) {
-      *error = std::string("class \"") + object->classID.chars + "\" has no inspector panel";
+      *error = ErrorText("class \"%s\" has no inspector panel", {object->classID.chars});
       return false;
     }
     if (entry != nullptr && own != entry) {
-      *error = "objects of several classes have no panel in common";
+      *error = ErrorText("objects of several classes have no panel in common");
       return false;
     }
     entry = own;
   }
   if (entry == nullptr || (ids.size() > 1 && !HostPanel::Of(entry->panel.get())->AllowsMultipleSelection())) {
-    *error = ids.empty() ? "there is no object to inspect" : "the inspector panel is for one object at a time";
+    *error = ErrorText(ids.empty() ? N_("there is no object to inspect")
+                                   : N_("the inspector panel is for one object at a time"));
     return false;
   }
   session_ = session;

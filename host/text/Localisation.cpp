@@ -39,6 +39,18 @@ void ChooseLocale() {
   if (!prefers) setenv("LANGUAGE", language.c_str(), 1);
 }
 
+// What is put in is not searched for the next place.
+std::string Filled(std::string text, std::initializer_list<std::string_view> parts) {
+  std::size_t from = 0;
+  for (const std::string_view part : parts) {
+    const std::size_t place = text.find("%s", from);
+    if (place == std::string::npos) break;
+    text.replace(place, 2, part);
+    from = place + part.size();
+  }
+  return text;
+}
+
 bool HasCatalogue(std::string const& folder, std::string const& domain) {
   std::error_code error;
   for (auto const& language : std::filesystem::directory_iterator(folder, error)) {
@@ -89,6 +101,12 @@ char const* Localisation::ForHost(char const* text) {
   if (text[0] == '\0') return text;
   Bind(kHostDomain);
   return dgettext(kHostDomain, text);
+}
+
+std::string TrWith(char const* text, std::string_view part) { return Filled(Tr(text), {part}); }
+
+std::string ErrorText(char const* text, std::initializer_list<std::string_view> parts) {
+  return Filled(Localisation::Instance().TranslatesErrors() ? Tr(text) : text, parts);
 }
 
 }  // namespace host

@@ -6,7 +6,9 @@
 // language follows LANGUAGE, LC_ALL, LC_MESSAGES and LANG.
 #pragma once
 
+#include <initializer_list>
 #include <string>
+#include <string_view>
 #include <unordered_map>
 #include <vector>
 
@@ -33,11 +35,16 @@ class Localisation {
   /// The translation in the host's own domain as UTF-8, or `text` itself.
   char const* ForHost(char const* text);
 
+  /// For a program whose errors only people read.
+  void TranslateErrors() { translatesErrors_ = true; }
+  bool TranslatesErrors() const { return translatesErrors_; }
+
  private:
   Localisation();
 
   void Bind(std::string const& domain);
 
+  bool translatesErrors_ = false;
   std::string domain_;
   std::vector<std::string> folders_;
   std::vector<std::string> bound_;
@@ -47,5 +54,15 @@ class Localisation {
 
 /// A text of the host in the user's language, UTF-8.
 inline char const* Tr(char const* text) { return Localisation::Instance().ForHost(text); }
+
+/// The same with `part` in place of the text's "%s".
+std::string TrWith(char const* text, std::string_view part);
+
+/// What went wrong, with the parts in place of each "%s" in turn. The command line says it in English, since scripts
+/// read it; once errors are translated, it is in the user's language.
+std::string ErrorText(char const* text, std::initializer_list<std::string_view> parts = {});
+
+/// Marks a text that goes through Tr later, so that scripts/translations finds it.
+constexpr char const* N_(char const* text) { return text; }
 
 }  // namespace host

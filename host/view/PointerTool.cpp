@@ -5,6 +5,8 @@
 #include <cmath>
 #include <numbers>
 
+#include "host/text/Localisation.h"
+
 namespace host {
 namespace {
 
@@ -205,7 +207,7 @@ void PointerTool::Turn(AGPoint const& map, PointerModifiers modifiers) {
 }
 
 void PointerTool::Round(AGPoint const& point) {
-  session_->SetProperties(session_->Selected().IDs(), {{"Rounding", TextOf(frame_.RoundingAt(point, *view_))}},
+  session_->SetProperties(session_->Selected().IDs(), {{N_("Rounding"), TextOf(frame_.RoundingAt(point, *view_))}},
                           &refused_);
 }
 

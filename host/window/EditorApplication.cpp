@@ -163,7 +163,7 @@ void EditorApplication::LoadBundle(std::string const& path, EditorWindow* window
   for (Gtk::Window* other : get_windows()) {
     if (auto* const editor = dynamic_cast<EditorWindow*>(other)) editor->UpdateClasses();
   }
-  window->ShowMessage(Glib::ustring::compose(Tr("Loaded the bundle %1."), path));
+  window->ShowMessage(TrWith("Loaded the bundle %s.", path));
 }
 
 void EditorApplication::ShowUndoTitles(std::string const& undo, std::string const& redo) {

@@ -116,16 +116,15 @@ void EditorWindow::AskToKeepChanges(std::function<void()> const& then) {
   FinishTyping();
   if (!session_->HasUnsavedChanges()) return then();
   const std::string name = session_->Path().empty() ? Tr("Untitled") : FileName(session_->Path());
-  Ask(*this, Glib::ustring::compose(Tr("Save the changes of “%1” before closing?"), name),
-      Tr("Changes that are not saved are lost."), {{Tr("_Discard"), kDiscard}, {Tr("_Save"), kSave}},
-      [this, then](int answer) {
+  Ask(*this, TrWith("Save the changes of “%s” before closing?", name), Tr("Changes that are not saved are lost."),
+      {{Tr("_Discard"), kDiscard}, {Tr("_Save"), kSave}}, [this, then](int answer) {
         if (answer == kDiscard) then();
         if (answer == kSave) Save(then);
       });
 }
 
 void EditorWindow::AskToRecover(std::string const& name, std::function<void(bool recover)> const& then) {
-  Ask(*this, Glib::ustring::compose(Tr("“%1” was not closed in good order. Recover it?"), name),
+  Ask(*this, TrWith("“%s” was not closed in good order. Recover it?", name),
       Tr("Its unsaved changes were kept. Cancel keeps them and asks again the next time."),
       {{Tr("_Discard"), kDiscard}, {Tr("_Recover"), kSave}}, [then](int answer) {
         if (answer == kSave || answer == kDiscard) then(answer == kSave);

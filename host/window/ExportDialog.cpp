@@ -138,10 +138,9 @@ void ExportDialog::Export(std::string const& path) {
   options.quality = quality_.get_value() / 100;
   set_visible(false);
   std::string error;
-  WindowProgress progress(parent_, Glib::ustring::compose(Tr("Exporting %1"), file));
+  WindowProgress progress(parent_, TrWith("Exporting %s", file));
   const bool done = ExportPicture(session_.Doc(), file, options, &progress, &error);
-  if (!progress.WasStopped())
-    report_(done ? std::string(Glib::ustring::compose(Tr("Exported %1"), file)) : error, done);
+  if (!progress.WasStopped()) report_(done ? TrWith("Exported %s", file) : error, done);
 }
 
 }  // namespace host

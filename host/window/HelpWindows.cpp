@@ -20,18 +20,18 @@ struct Line {
 
 // What the canvas does beside the menus.
 constexpr Line kCanvasLines[] = {
-    {"Move the selection by 1, 10 or 0.1", "Arrows, Shift, Alt"},
-    {"Next or previous object", "Page Down, Page Up"},
-    {"Delete the selection", "Delete"},
-    {"Give up a drag, or the selection", "Escape"},
-    {"Add to the selection or take away", "Shift + Click"},
-    {"Move along one axis", "Shift + Drag"},
-    {"Keep the proportions of a stretch", "Shift + Handle"},
-    {"Keep the center of a stretch", "Ctrl + Handle"},
-    {"Turn in steps of 15°", "Shift + Turn"},
-    {"Let go of the grid", "Alt + Drag"},
-    {"Zoom at the pointer", "Ctrl + Wheel"},
-    {"Move the sheet", "Space + Drag, Middle Button"},
+    {N_("Move the selection by 1, 10 or 0.1"), N_("Arrows, Shift, Alt")},
+    {N_("Next or previous object"), N_("Page Down, Page Up")},
+    {N_("Delete the selection"), N_("Delete")},
+    {N_("Give up a drag, or the selection"), N_("Escape")},
+    {N_("Add to the selection or take away"), N_("Shift + Click")},
+    {N_("Move along one axis"), N_("Shift + Drag")},
+    {N_("Keep the proportions of a stretch"), N_("Shift + Handle")},
+    {N_("Keep the center of a stretch"), N_("Ctrl + Handle")},
+    {N_("Turn in steps of 15°"), N_("Shift + Turn")},
+    {N_("Let go of the grid"), N_("Alt + Drag")},
+    {N_("Zoom at the pointer"), N_("Ctrl + Wheel")},
+    {N_("Move the sheet"), N_("Space + Drag, Middle Button")},
 };
 
 std::string WithoutMnemonic(std::string text) {

@@ -6,6 +6,7 @@
 
 #include "host/Program.h"
 #include "host/bundles/BundleSet.h"
+#include "host/text/Localisation.h"
 #include "host/window/EditorApplication.h"
 
 namespace {
@@ -20,6 +21,7 @@ std::string HostProgram() {
 
 int main(int argc, char** argv) {
   host::AddCatalogues();
+  host::Localisation::Instance().TranslateErrors();
   std::setlocale(LC_NUMERIC, "");
   host::BundleSet bundles(HostProgram());
   std::vector<char*> words{argv[0]};
