@@ -6,6 +6,7 @@ folder=$(mktemp -d)
 trap 'chmod -R u+w "$folder"; rm -rf "$folder"' EXIT
 cd "$folder" || exit 1
 export XDG_DATA_HOME=$folder/data
+export LC_ALL=C  # names of undo steps follow the language
 failures=0
 
 fault() { printf 'FAULT: %s\n' "$1"; failures=$((failures + 1)); }

@@ -47,9 +47,11 @@ KindInfo const& InfoOf(PictureKind kind) {
 }
 
 bool NoPicture(AGSize const& size, std::string* error) {
-  char text[128];
-  std::snprintf(text, sizeof(text), "can't make a picture of %.6g by %.6g", size.width, size.height);
-  *error = text;
+  char width[32];
+  char height[32];
+  std::snprintf(width, sizeof(width), "%.6g", size.width);
+  std::snprintf(height, sizeof(height), "%.6g", size.height);
+  *error = ErrorText("can't make a picture of %s by %s", {width, height});
   return false;
 }
 

@@ -3,6 +3,7 @@
 #include "host/Host.h"
 #include "host/document/InstanceCall.h"
 #include "host/tables/SlotCall.h"
+#include "host/text/Localisation.h"
 #include "kit/AKFileGeometry.h"
 #include "kit/AKFileNumbers.h"
 #include "kit/AKFileRecords.h"
@@ -83,18 +84,18 @@ int WriteObjectChunk(AKFile& file, DocumentObject const& object) {
 }
 
 bool ObjectChunkReader::Ok(int status) {
-  if (status != 0) problem_ = "it ends too early (status " + std::to_string(status) + ")";
+  if (status != 0) problem_ = ErrorText("it ends too early (status %s)", {std::to_string(status)});
   return status == 0;
 }
 
 bool ObjectChunkReader::ReadHeader(AKFileChunk const& outer, std::uint32_t signature, AKFileChunk* chunk) {
   if (!Ok(AKFileReadChunkHeader(file_, chunk))) return false;
   if (chunk->signature != signature) {
-    problem_ = "unexpected bytes at position " + std::to_string(chunk->pos);
+    problem_ = ErrorText("unexpected bytes at position %s", {std::to_string(chunk->pos)});
     return false;
   }
   if (chunk->pos + kAKFileChunkHeaderSize + chunk->size > outer.pos + kAKFileChunkHeaderSize + outer.size) {
-    problem_ = "the chunk at position " + std::to_string(chunk->pos) + " is longer than what holds it";
+    problem_ = ErrorText("the chunk at position %s is longer than what holds it", {std::to_string(chunk->pos)});
     return false;
   }
   return true;
@@ -121,8 +122,8 @@ bool ObjectChunkReader::ReadInstance(AKFileChunk const& record, DocumentObject* 
   int status = 0;
   object->instance = MakeInstance(object->classID, object->record, &status);
   if (object->instance) return true;
-  problem_ = std::string("class \"") + object->classID.chars + "\" can't read its record (status " +
-             std::to_string(status) + ")";
+  problem_ =
+      ErrorText("class \"%s\" can't read its record (status %s)", {object->classID.chars, std::to_string(status)});
   return false;
 }
 
