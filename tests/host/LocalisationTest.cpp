@@ -37,5 +37,10 @@ TEST(LocalisationTest, WithoutCatalogue_TheTextStandsForItself) {
   EXPECT_EQ(NKLocaleGetString(text), text);
 }
 
+TEST(LocalisationTest, ErrorText_TakesPartsInTurnAsTheyAre) {
+  EXPECT_EQ(ErrorText("can't open \"%s\": %s", {"100%s.akd", "no %s"}), "can't open \"100%s.akd\": no %s");
+  EXPECT_EQ(ErrorText("it is a folder", {"unused"}), "it is a folder");
+}
+
 }  // namespace
 }  // namespace host
