@@ -137,7 +137,7 @@ class PopUpWidget final : public ControlWidget {
     for (unsigned int i = 0; i < control.GetMenuItemCount(); ++i) {
       items.emplace_back(DisplayText(control.GetMenuItemAtIndex(i)));
     }
-    if (items != items_) menu_.set_model(Gtk::StringList::create(items));
+    if (!(items == items_)) menu_.set_model(Gtk::StringList::create(items));
     items_ = items;
     menu_.set_selected(mixed || control.GetMenuIndex() >= items.size() ? GTK_INVALID_LIST_POSITION
                                                                        : control.GetMenuIndex());

@@ -21,7 +21,7 @@ class NumberField : public Gtk::SpinButton {
   /// Shows that several values differ.
   void ShowMixed();
   /// True from the first key until the number is taken over by Enter or by leaving the field.
-  bool IsBeingTyped() const { return get_text() != shownText_; }
+  bool IsBeingTyped() const { return get_text().raw() != shownText_.raw(); }
   /// The user chose a value.
   sigc::signal<void(double)>& SignalChosen() { return chosen_; }
 
