@@ -44,8 +44,6 @@ BrushEditor::BrushEditor(bool forFills)
       angle_(0, 360, 1, 1, Tr("Gradient Angle")),
       centerX_(0, 1, 0.01, 2, Tr("Center X")),
       centerY_(0, 1, 0.01, 2, Tr("Center Y")) {
-  set_row_spacing(4);
-  set_column_spacing(8);
   style_.set_model(Gtk::StringList::create(StyleNames(forFills)));
   fillMode_.set_model(Gtk::StringList::create({Tr("Even-Odd"), Tr("Winding")}));
   color_.set_use_alpha(true);
@@ -53,15 +51,15 @@ BrushEditor::BrushEditor(bool forFills)
   blend_.set_range(0, 1);
   blend_.set_increments(0.01, 0.1);
   blend_.set_draw_value(false);
-  Row(kStyle, Tr("Style"), &style_);
-  Row(kColor, Tr("Color"), &color_);
-  Row(kColor2, Tr("Color 2"), &color2_);
-  Row(kPattern, Tr("Pattern"), &pattern_);
-  Row(kBlend, Tr("Blend"), &blend_);
-  Row(kAngle, Tr("Angle (°)"), &angle_);
-  Row(kCenterX, Tr("Center X"), &centerX_);
-  Row(kCenterY, Tr("Center Y"), &centerY_);
-  Row(kFillMode, Tr("Filling"), &fillMode_);
+  Row(kStyle, Tr("Style"), style_);
+  Row(kColor, Tr("Color"), color_);
+  Row(kColor2, Tr("Color 2"), color2_);
+  Row(kPattern, Tr("Pattern"), pattern_);
+  Row(kBlend, Tr("Blend"), blend_);
+  Row(kAngle, Tr("Angle (°)"), angle_);
+  Row(kCenterX, Tr("Center X"), centerX_);
+  Row(kCenterY, Tr("Center Y"), centerY_);
+  Row(kFillMode, Tr("Filling"), fillMode_);
 
   style_.property_selected().signal_changed().connect([this] { Changed(""); });
   fillMode_.property_selected().signal_changed().connect([this] { Changed(""); });
@@ -72,17 +70,6 @@ BrushEditor::BrushEditor(bool forFills)
   angle_.SignalChosen().connect([this](double) { Changed("gradient angle"); });
   centerX_.SignalChosen().connect([this](double) { Changed("center x"); });
   centerY_.SignalChosen().connect([this](double) { Changed("center y"); });
-}
-
-void BrushEditor::Row(int row, char const* label, Gtk::Widget* widget) {
-  auto* const text = Gtk::make_managed<Gtk::Label>(label);
-  text->set_xalign(0);
-  text->set_size_request(80, -1);
-  text->set_mnemonic_widget(*widget);
-  widget->set_hexpand(true);
-  gtk_accessible_update_property(GTK_ACCESSIBLE(widget->gobj()), GTK_ACCESSIBLE_PROPERTY_LABEL, label, -1);
-  attach(*text, 0, row);
-  attach(*widget, 1, row);
 }
 
 void BrushEditor::Show(AGBrush const& brush) {

@@ -3,16 +3,15 @@
 
 #include <gtkmm/colorbutton.h>
 #include <gtkmm/dropdown.h>
-#include <gtkmm/grid.h>
-#include <gtkmm/label.h>
 #include <gtkmm/scale.h>
 
 #include "graphics/AGBrush.h"
+#include "host/window/FormGrid.h"
 #include "host/window/NumberField.h"
 
 namespace host {
 
-class BrushEditor : public Gtk::Grid {
+class BrushEditor : public FormGrid {
  public:
   /// With or without what only fills have: gradients and the rule of filling.
   explicit BrushEditor(bool forFills);
@@ -23,7 +22,6 @@ class BrushEditor : public Gtk::Grid {
   sigc::signal<void(AGBrush const& brush, std::string const& burst)>& SignalChanged() { return changed_; }
 
  private:
-  void Row(int row, char const* label, Gtk::Widget* widget);
   void Changed(std::string const& burst);
   void Take(AGBrush* brush) const;
   void ShowWhatCounts();

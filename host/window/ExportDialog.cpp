@@ -3,7 +3,6 @@
 #include <glibmm/main.h>
 #include <gtkmm/box.h>
 #include <gtkmm/dialog.h>
-#include <gtkmm/label.h>
 #include <gtkmm/stringlist.h>
 
 #include <algorithm>
@@ -74,11 +73,9 @@ ExportDialog::ExportDialog(Gtk::Window& parent, DocumentSession& session,
   kind_.property_selected().signal_changed().connect([this] { ShowWhatCounts(); });
   scale_.Show(1);
   quality_.Show(90);
-  grid_.set_row_spacing(6);
-  grid_.set_column_spacing(12);
-  Row(0, Tr("Kind"), &kind_);
-  Row(1, Tr("Scale"), &scale_);
-  Row(2, Tr("Quality"), &quality_);
+  grid_.Row(0, Tr("Kind"), kind_);
+  grid_.Row(1, Tr("Scale"), scale_);
+  grid_.Row(2, Tr("Quality"), quality_);
   grid_.attach(transparent_, 1, 3);
 
   auto* const box = Gtk::make_managed<Gtk::Box>(Gtk::Orientation::VERTICAL, 12);
@@ -99,15 +96,6 @@ ExportDialog::ExportDialog(Gtk::Window& parent, DocumentSession& session,
   signal_hide().connect([this] { Glib::signal_idle().connect_once([this] { delete this; }); });
   ShowWhatCounts();
   present();
-}
-
-void ExportDialog::Row(int row, char const* label, Gtk::Widget* widget) {
-  auto* const text = Gtk::make_managed<Gtk::Label>(label);
-  text->set_xalign(0);
-  text->set_mnemonic_widget(*widget);
-  widget->set_hexpand(true);
-  grid_.attach(*text, 0, row);
-  grid_.attach(*widget, 1, row);
 }
 
 void ExportDialog::ShowWhatCounts() {

@@ -5,7 +5,6 @@
 #include <gtkmm/checkbutton.h>
 #include <gtkmm/dropdown.h>
 #include <gtkmm/filechoosernative.h>
-#include <gtkmm/grid.h>
 #include <gtkmm/window.h>
 
 #include <functional>
@@ -13,6 +12,7 @@
 
 #include "host/document/DocumentPicture.h"
 #include "host/document/DocumentSession.h"
+#include "host/window/FormGrid.h"
 #include "host/window/NumberField.h"
 
 namespace host {
@@ -25,7 +25,6 @@ class ExportDialog : public Gtk::Window {
                std::function<void(std::string const&, bool done)> report);
 
  private:
-  void Row(int row, char const* label, Gtk::Widget* widget);
   void ShowWhatCounts();
   void ChooseFile();
   void Export(std::string const& path);
@@ -33,7 +32,7 @@ class ExportDialog : public Gtk::Window {
   Gtk::Window& parent_;
   DocumentSession& session_;
   std::function<void(std::string const&, bool)> report_;
-  Gtk::Grid grid_;
+  FormGrid grid_;
   Gtk::DropDown kind_;
   NumberField scale_;
   Gtk::CheckButton transparent_;

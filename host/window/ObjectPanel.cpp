@@ -1,7 +1,5 @@
 #include "host/window/ObjectPanel.h"
 
-#include <gtkmm/label.h>
-
 #include <cmath>
 #include <numbers>
 
@@ -29,13 +27,11 @@ ObjectPanel::ObjectPanel()
       width_(kSmallest, kFarthest, 1, 2, Tr("Width")),
       height_(kSmallest, kFarthest, 1, 2, Tr("Height")),
       angle_(-360, 360, 1, 2, Tr("Angle")) {
-  grid_.set_row_spacing(4);
-  grid_.set_column_spacing(8);
-  Attach(0, Tr("X"), &x_);
-  Attach(1, Tr("Y"), &y_);
-  Attach(2, Tr("Width"), &width_);
-  Attach(3, Tr("Height"), &height_);
-  Attach(4, Tr("Angle (°)"), &angle_);
+  grid_.Row(0, Tr("X"), x_);
+  grid_.Row(1, Tr("Y"), y_);
+  grid_.Row(2, Tr("Width"), width_);
+  grid_.Row(3, Tr("Height"), height_);
+  grid_.Row(4, Tr("Angle (°)"), angle_);
   append(grid_);
   const auto connect = [this](NumberField& field, std::string const& name, auto change) {
     field.SignalChosen().connect([this, name, change](double value) {
@@ -51,16 +47,6 @@ ObjectPanel::ObjectPanel()
   connect(width_, "width", [](AGRect& box, double value) { box.x1 = box.x0 + value; });
   connect(height_, "height", [](AGRect& box, double value) { box.y1 = box.y0 + value; });
   angle_.SignalChosen().connect([this](double degrees) { SetAngle(degrees); });
-}
-
-void ObjectPanel::Attach(int row, char const* label, NumberField* field) {
-  auto* const text = Gtk::make_managed<Gtk::Label>(label);
-  text->set_xalign(0);
-  text->set_mnemonic_widget(*field);
-  text->set_size_request(80, -1);
-  field->set_hexpand(true);
-  grid_.attach(*text, 0, row);
-  grid_.attach(*field, 1, row);
 }
 
 bool ObjectPanel::GetFrame(AGRect* box) const {

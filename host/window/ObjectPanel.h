@@ -1,9 +1,8 @@
 // Position, size and angle of the selected objects.
 #pragma once
 
-#include <gtkmm/grid.h>
-
 #include "host/window/EditorPanel.h"
+#include "host/window/FormGrid.h"
 #include "host/window/NumberField.h"
 
 namespace host {
@@ -16,13 +15,12 @@ class ObjectPanel : public EditorPanel {
   void Refresh() override;
 
  private:
-  void Attach(int row, char const* label, NumberField* field);
   /// The box of one object is its unturned bounds; of several, the box around them.
   bool GetFrame(AGRect* box) const;
   void PlaceFrame(AGRect const& box);
   void SetAngle(double degrees);
 
-  Gtk::Grid grid_;
+  FormGrid grid_;
   NumberField x_;
   NumberField y_;
   NumberField width_;

@@ -20,17 +20,15 @@ PenPanel::PenPanel()
       ratio_(0, 1, 0.05, 2, Tr("Nib Ratio")),
       angle_(0, 180, 1, 1, Tr("Nib Angle")) {
   append(brush_);
-  grid_.set_row_spacing(4);
-  grid_.set_column_spacing(8);
   sizeMode_.set_model(Gtk::StringList::create({Tr("Absolute"), Tr("Relative")}));
   cap_.set_model(Gtk::StringList::create({Tr("Butt"), Tr("Square"), Tr("Round")}));
   join_.set_model(Gtk::StringList::create({Tr("Miter"), Tr("Bevel"), Tr("Round")}));
-  Row(0, Tr("Width"), &size_);
-  Row(1, Tr("Measure"), &sizeMode_);
-  Row(2, Tr("Caps"), &cap_);
-  Row(3, Tr("Joins"), &join_);
-  Row(4, Tr("Nib Ratio"), &ratio_);
-  Row(5, Tr("Nib Angle"), &angle_);
+  grid_.Row(0, Tr("Width"), size_);
+  grid_.Row(1, Tr("Measure"), sizeMode_);
+  grid_.Row(2, Tr("Caps"), cap_);
+  grid_.Row(3, Tr("Joins"), join_);
+  grid_.Row(4, Tr("Nib Ratio"), ratio_);
+  grid_.Row(5, Tr("Nib Angle"), angle_);
   append(grid_);
   brush_.SignalChanged().connect([this](AGBrush const& brush, std::string const& burst) {
     pen_.SetBrush(brush);
@@ -42,16 +40,6 @@ PenPanel::PenPanel()
   for (Gtk::DropDown* choice : {&sizeMode_, &cap_, &join_}) {
     choice->property_selected().signal_changed().connect([this] { Changed(""); });
   }
-}
-
-void PenPanel::Row(int row, char const* label, Gtk::Widget* widget) {
-  auto* const text = Gtk::make_managed<Gtk::Label>(label);
-  text->set_xalign(0);
-  text->set_size_request(80, -1);
-  text->set_mnemonic_widget(*widget);
-  widget->set_hexpand(true);
-  grid_.attach(*text, 0, row);
-  grid_.attach(*widget, 1, row);
 }
 
 void PenPanel::Changed(std::string const& burst) {

@@ -3,6 +3,7 @@
 
 #include "host/window/BrushEditor.h"
 #include "host/window/EditorPanel.h"
+#include "host/window/FormGrid.h"
 
 namespace host {
 
@@ -14,12 +15,11 @@ class PenPanel : public EditorPanel {
   void Refresh() override;
 
  private:
-  void Row(int row, char const* label, Gtk::Widget* widget);
   void Changed(std::string const& burst);
 
   AGPen pen_;
   BrushEditor brush_{false};
-  Gtk::Grid grid_;
+  FormGrid grid_;
   NumberField size_;
   Gtk::DropDown sizeMode_;
   Gtk::DropDown cap_;

@@ -1,0 +1,17 @@
+// Rows of a label and a control, all labels as wide as each other.
+#pragma once
+
+#include <gtkmm/grid.h>
+
+namespace host {
+
+class FormGrid : public Gtk::Grid {
+ public:
+  FormGrid();
+
+  /// The label is the control's mnemonic and its name for those who cannot see it. The control outlives the grid or
+  /// belongs to it.
+  void Row(int row, char const* label, Gtk::Widget& control);
+};
+
+}  // namespace host
