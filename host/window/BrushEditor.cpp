@@ -70,6 +70,8 @@ BrushEditor::BrushEditor(bool forFills)
   angle_.SignalChosen().connect([this](double) { Changed("gradient angle"); });
   centerX_.SignalChosen().connect([this](double) { Changed("center x"); });
   centerY_.SignalChosen().connect([this](double) { Changed("center y"); });
+  UseWheelWithFocusAlone(&blend_);
+  ShowWhatCounts();
 }
 
 void BrushEditor::Show(AGBrush const& brush) {

@@ -90,6 +90,7 @@ class SliderWidget final : public ControlWidget {
     scale_.set_range(least, most > least ? most : least + 1);
     scale_.set_increments((most - least) / 100, (most - least) / 10);
     scale_.set_draw_value(false);
+    UseWheelWithFocusAlone(&scale_);
     scale_.signal_value_changed().connect([this] {
       const double value = scale_.get_value();
       Tell([value](AKGUIDesc& panel, unsigned int id) { panel.SetValueAsFloat64(id, value); }, true);

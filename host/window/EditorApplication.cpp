@@ -25,7 +25,9 @@ constexpr char kStyle[] = R"(
 .ruler { background-color: @theme_bg_color; }
 .tools { padding: 6px; }
 .panel { padding: 6px 10px 12px 10px; }
-.panel-frame > title { font-weight: bold; padding: 4px 6px; }
+.panel-frame > box > title { font-weight: bold; padding: 6px 6px 2px 6px; }
+.inspector { padding-left: 0; }
+.inspector > label { margin-left: 10px; }
 .status { padding: 3px 10px; font-size: smaller; }
 spinbutton { min-height: 0; }
 )";

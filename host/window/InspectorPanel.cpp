@@ -13,6 +13,7 @@ constexpr unsigned int kIdlePeriod = 100;  // milliseconds
 }  // namespace
 
 InspectorPanel::InspectorPanel() {
+  add_css_class("inspector");  // panels are described with a margin of their own
   none_.set_xalign(0);
   none_.set_wrap(true);
   none_.add_css_class("dim-label");

@@ -1,6 +1,8 @@
 #include "host/window/NumberField.h"
 
 #include <gtkmm/button.h>
+#include <gtkmm/eventcontrollerfocus.h>
+#include <gtkmm/eventcontrollerscroll.h>
 
 #include <algorithm>
 #include <cmath>
@@ -24,9 +26,25 @@ bool Read(Glib::ustring text, double* value) {
 
 }  // namespace
 
+void UseWheelWithFocusAlone(Gtk::Widget* widget) {
+  const auto controllers = widget->observe_controllers();
+  for (guint i = 0; i < controllers->get_n_items(); ++i) {
+    const auto scroll = std::dynamic_pointer_cast<Gtk::EventControllerScroll>(controllers->get_object(i));
+    if (scroll == nullptr) continue;
+    const Gtk::PropagationPhase phase = scroll->get_propagation_phase();
+    scroll->set_propagation_phase(Gtk::PropagationPhase::NONE);
+    auto focus = Gtk::EventControllerFocus::create();
+    focus->signal_enter().connect([scroll, phase] { scroll->set_propagation_phase(phase); });
+    focus->signal_leave().connect([scroll] { scroll->set_propagation_phase(Gtk::PropagationPhase::NONE); });
+    widget->add_controller(focus);
+    return;
+  }
+}
+
 NumberField::NumberField(double least, double most, double step, int decimals, Glib::ustring const& accessibleName)
     : Gtk::SpinButton(Gtk::Adjustment::create(0, least, most, step, 10 * step, 0), step, static_cast<guint>(decimals)) {
   set_numeric(false);  // else the decimal separator of another habit could not be typed
+  UseWheelWithFocusAlone(this);
   set_width_chars(7);
   set_max_width_chars(7);
   gtk_accessible_update_property(GTK_ACCESSIBLE(gobj()), GTK_ACCESSIBLE_PROPERTY_LABEL, accessibleName.c_str(), -1);

@@ -10,6 +10,9 @@
 
 namespace host {
 
+/// A panel is scrolled by the wheel: a control that takes it for itself does so only while it has the focus.
+void UseWheelWithFocusAlone(Gtk::Widget* widget);
+
 class NumberField : public Gtk::SpinButton {
  public:
   NumberField(double least, double most, double step, int decimals, Glib::ustring const& accessibleName);

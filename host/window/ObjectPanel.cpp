@@ -81,7 +81,10 @@ void ObjectPanel::Refresh() {
   AGRect box;
   const bool any = GetFrame(&box);
   grid_.set_sensitive(any);
-  if (!any) return;
+  if (!any) {
+    for (NumberField* field : {&x_, &y_, &width_, &height_, &angle_}) field->ShowMixed();
+    return;
+  }
   x_.Show(box.x0);
   y_.Show(box.y0);
   width_.Show(box.x1 - box.x0);

@@ -1,5 +1,7 @@
 #include "host/window/PanelWidget.h"
 
+#include <algorithm>
+
 #include "host/text/DisplayText.h"
 
 namespace host {
@@ -9,7 +11,20 @@ namespace {
 constexpr double kStretchX = 1.02;
 constexpr double kStretchY = 1.35;
 
+// Panels are described for texts that stand at the top of their boxes: where the middle of the first line is.
+constexpr double kTextMiddle = 6;
+
 }  // namespace
+
+// As high as the toolkit wants it, about the middle of the box that is described.
+void PanelWidget::Place(Gtk::Widget* widget, double x, double middle, int width) {
+  int least = 0;
+  int height = 0;
+  int baseline = 0;
+  widget->measure(Gtk::Orientation::VERTICAL, -1, least, height, baseline, baseline);
+  widget->set_size_request(width, -1);
+  put(*widget, x, std::max(middle - height / 2.0, 0.0));
+}
 
 PanelWidget::PanelWidget(HostPanel const& panel, ControlWidget::Changed const& changed) : panel_(panel) {
   std::string label;  // a control is named by the text in front of it
@@ -24,8 +39,8 @@ PanelWidget::PanelWidget(HostPanel const& panel, ControlWidget::Changed const& c
     int x1 = 0;
     int y1 = 0;
     control.GetBounds(&x0, &y0, &x1, &y1);
-    widget->Widget().set_size_request(static_cast<int>((x1 - x0) * kStretchX), static_cast<int>((y1 - y0) * kStretchY));
-    put(widget->Widget(), x0 * kStretchX, y0 * kStretchY);
+    const double middle = control.Type() == ControlType::kStaticText ? y0 + kTextMiddle : (y0 + y1) / 2.0;
+    Place(&widget->Widget(), x0 * kStretchX, middle * kStretchY, static_cast<int>((x1 - x0) * kStretchX));
     widgets_.push_back(std::move(widget));
   }
 }

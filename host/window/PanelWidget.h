@@ -21,6 +21,8 @@ class PanelWidget : public Gtk::Fixed {
   void ShowControls(std::function<bool(unsigned int controlID)> const& isMixed);
 
  private:
+  void Place(Gtk::Widget* widget, double x, double middle, int width);
+
   HostPanel const& panel_;
   std::vector<std::unique_ptr<ControlWidget>> widgets_;
 };

@@ -178,26 +178,33 @@ class Window:
     PAPER = (250, 245, 235)  # told apart from all else on the screen
     PAGE = (600, 400)
 
-    def __init__(self, desktop, programs, objects=(), arguments=None, start=True, **environment):
+    def __init__(self, desktop, programs, objects=(), document=None, arguments=(), start=True, **environment):
         self.desktop = desktop
         self.host = str(programs / "objecthost")
         self.folder = pathlib.Path(tempfile.mkdtemp(prefix="drive", dir=desktop.folder))
-        self.path = self.folder / "page.akd"
-        self.objecthost("new", self.path, "--size", "%d,%d" % self.PAGE, "--background", "%d,%d,%d" % self.PAPER)
+        self.path = self.folder / "documents" / "page.akd"
+        self.path.parent.mkdir()
+        if document:
+            shutil.copy(document, self.path)
+        else:
+            self.objecthost("new", self.path, "--size", "%d,%d" % self.PAGE, "--background", "%d,%d,%d" % self.PAPER)
         for words in objects:
             self.objecthost("add", self.path, "stdRect", *words)
         self.log = open(self.folder / "log", "w+")
-        self.command = [str(programs / "objecthost-window"), *(arguments or []), str(self.path)]
+        self.command = [str(programs / "objecthost-window"), *(str(word) for word in arguments), str(self.path)]
         self.environment = {**desktop.environment, "HOME": str(self.folder), **environment}
         self.process = None
         if start:
             self.start()
+            self.focus(self.main)
+
+    def run(self):
+        self.process = subprocess.Popen(self.command, env=self.environment, stdout=self.log, stderr=self.log)
 
     def start(self):
-        self.process = subprocess.Popen(self.command, env=self.environment, stdout=self.log, stderr=self.log)
+        self.run()
         self.main = wait_for("a window", lambda: self.desktop.windows(self.process.pid))[0]
-        self.focus(self.main)
-        wait_for("the page", lambda: self.desktop.picture().find(self.PAPER))
+        wait_for("the panels", lambda: self.desktop.picture().texts((0, 0, 300, 60)))
 
     def calibrate(self):
         """Shows the page at 100 %, and learns where its lower left corner is."""
@@ -229,6 +236,11 @@ class Window:
         return result.stdout.decode()
 
     # Input.
+
+    def ended(self):
+        """Waits for the program to end, and returns its exit code."""
+        wait_for("the program to end", lambda: self.process.poll() is not None)
+        return self.process.returncode
 
     def focus(self, window):
         self.desktop.input("windowfocus", "--sync", window)
@@ -269,6 +281,10 @@ class Window:
 
     # What is seen.
 
+    def output(self):
+        self.log.seek(0)
+        return self.log.read()
+
     def title(self):
         return self.desktop.title(self.main)
 
@@ -290,10 +306,12 @@ class Window:
         self.key("ctrl+s")
         wait_for("the document to be saved", lambda: not self.title().startswith("•"))
 
-    def read(self, path=None):
+    def layers(self):
+        return json.loads(self.objecthost("list", "--json", self.path))["layers"]
+
+    def read(self):
         """The objects of the file, back to front, each with its properties."""
-        listing = json.loads(self.objecthost("list", "--json", path or self.path))
-        return [item for layer in listing["layers"] for item in layer["objects"]]
+        return [item for layer in self.layers() for item in layer["objects"]]
 
     def expect(self, what, condition):
         """Saves until the document is as it should be, and returns its objects."""

@@ -11,6 +11,7 @@ import os
 import pathlib
 import re
 import shutil
+import subprocess
 import sys
 import time
 import traceback
@@ -111,9 +112,12 @@ class InspectorRow:
     def field(self):
         return self.label[2] + 26, self.y
 
+    def field_box(self):
+        return self.label[2] + 4, self.y - 14, self.label[2] + 64, self.y + 14
+
     def number(self):
         move_pointer_away()
-        texts = DESKTOP.picture().texts((self.label[2] + 4, self.y - 14, self.label[2] + 64, self.y + 14), 7)
+        texts = DESKTOP.picture().texts(self.field_box(), 7)
         digits = re.search(r"[0-9]+[.,][0-9]+", " ".join(text for text, _ in texts))
         return float(digits[0].replace(",", ".")) if digits else None
 
@@ -301,6 +305,229 @@ def clipboard():
         window.expect("all pasted", lambda items: len(items) == 2)
         window.key("ctrl+z", "ctrl+z")
         window.expect("back", lambda items: len(items) == 2 and has_bounds(items[0], 100, 100, 300, 220))
+
+@scenario
+def menus_give_the_keys_back():
+    with Editor([BOX], (200, 160)) as window:
+        window.key("alt+e")
+        window.find_text("Duplicate", (0, 20, 420, 330))
+        window.key("Escape", "Right")
+        window.expect("moved by a key after a menu was left", lambda items: has_bounds(items[0], 101, 100, 301, 220))
+        window.key("alt+e")
+        window.find_text("Duplicate", (0, 20, 420, 330))
+        window.key("d")
+        window.expect("a duplicate", lambda items: len(items) == 2 and has_bounds(items[1], 111, 90, 311, 210))
+        window.key("Left")
+        window.expect("moved by a key after a choice", lambda items: has_bounds(items[1], 110, 90, 310, 210))
+
+
+@scenario
+def layers():
+    with Editor([BOX]) as window:
+        window.key("ctrl+shift+n")
+        choose_rectangle_tool(window)
+        window.drag([window.at(400, 300), window.at(460, 240)])
+        window.expect("a rectangle", lambda items: len(items) == 2)
+        assert [len(layer["objects"]) for layer in window.layers()] == [1, 1]
+        # The wheel over a field without the focus scrolls the panels, and changes nothing.
+        window.desktop.input("mousemove", 1060, 240, "click", "--repeat", 40, "--delay", 10, 5)
+        x0, y0, _, y1 = window.find_text("Layer 2", (920, 0, 1180, 760))
+        window.click((x0 - 16, (y0 + y1) // 2))
+        window.expect("one layer locked", lambda _: [layer["locked"] for layer in window.layers()] == [False, True])
+        window.click(window.at(430, 270))
+        window.key("Delete")
+        window.click(window.at(200, 160))
+        window.key("Delete")
+        items = window.expect("only what is on the other layer gone", lambda items: len(items) == 1)
+        assert has_bounds(items[0], 400, 240, 460, 300)
+
+
+@scenario
+def change_brush_style():
+    with Editor([BOX], (200, 160)) as window:
+        panel = (920, 0, 1180, 760)
+        title = window.find_text("Brush", panel)
+        solid = window.find_text("Solid", (panel[0], title[3], panel[2], title[3] + 60))
+        window.click((solid[0] + 5, solid[1] + 5))
+        window.find_text("Linear Gradient")
+        window.key("Down", "Down", "Return")
+        window.expect("a gradient", lambda items: items[0]["properties"]["Brush"]["Style"] == "LinearGradient")
+        window.find_text("Color 2", panel)
+        # In the middle of the shape the picture is neither of the two colors, at its sides nearly each of them.
+        move_pointer_away()
+        colors = [DESKTOP.picture().pixel(*window.at(x, 160)) for x in (104, 200, 296)]
+        assert len({color[0] // 16 for color in colors}) == 3, colors
+        window.key("ctrl+z")
+        window.expect("undone", lambda items: items[0]["properties"]["Brush"]["Style"] == "Solid")
+
+
+@scenario
+def close_reopen_export():
+    with Editor([BOX], (200, 160)) as window:
+        window.key("Up")
+        window.expect("a change", lambda items: has_bounds(items[0], 100, 101, 300, 221))
+        window.key("ctrl+w")
+        assert window.ended() == 0
+        window.start()
+        window.focus(window.main)
+        window.calibrate()
+        # What was saved is drawn at its place: ink in the middle, paper beside.
+        middle, beside = window.at(200, 161), window.at(96, 161)
+        assert DESKTOP.picture().pixel(*middle) == (70, 130, 180)
+        assert DESKTOP.picture().pixel(*beside) == window.PAPER
+        picture = window.folder / "exported.png"
+        window.key("ctrl+e")
+        first = window.focus_newest()
+        window.find_text("Quality")
+        window.key("alt+e")
+        chooser = wait_for("a file dialog", lambda: [w for w in DESKTOP.windows(window.process.pid)
+                                                     if w not in (first, window.main)])[-1]
+        window.focus(chooser)
+        window.find_text("Cancel")
+        window.key("ctrl+a")
+        window.type(f"{picture}\n")
+        wait_for("the picture", picture.exists)
+        size = subprocess.run(["identify", "-format", "%w %h", picture], stdout=subprocess.PIPE, check=True).stdout
+        assert size == b"600 400", size
+        window.find_text("Exported", (0, 0, 920, 120))
+
+
+@scenario
+def unsaved_changes_question():
+    with Editor([BOX], (200, 160)) as window:
+        window.key("Right")
+        wait_for("a change", lambda: window.title().startswith("•"))
+        window.key("ctrl+w")
+        window.focus_newest()
+        window.find_text("Save the changes of")
+        window.key("Escape")
+        wait_for("the question gone", lambda: DESKTOP.windows(window.process.pid) == [window.main])
+        assert window.process.poll() is None and window.title().startswith("•")
+        window.focus(window.main)
+        window.key("ctrl+w")
+        window.focus_newest()
+        window.key("alt+d")
+        assert window.ended() == 0
+        assert has_bounds(window.read()[0], 100, 100, 300, 220)
+        window.start()
+        window.focus(window.main)
+        window.key("ctrl+a", "Right", "ctrl+w")
+        window.focus_newest()
+        window.find_text("Save the changes of")
+        window.key("alt+s")
+        assert window.ended() == 0
+        assert has_bounds(window.read()[0], 101, 100, 301, 220)
+
+
+@scenario
+def failed_save():
+    with Editor([BOX], (200, 160)) as window:
+        away = window.folder / "away"
+        window.path.parent.rename(away)
+        window.key("Right", "ctrl+s")
+        window.focus_newest()
+        window.find_text("The file is not there any more")
+        window.key("alt+r")
+        window.find_text("can't", (0, 0, 920, 120))
+        assert window.process.poll() is None and window.title().startswith("•")
+        away.rename(window.path.parent)
+        window.focus(window.main)
+        window.expect("saved after all", lambda items: has_bounds(items[0], 101, 100, 301, 220))
+
+
+@scenario
+def recover_after_a_crash():
+    with Editor([BOX], (200, 160)) as window:
+        window.key("Right")
+        kept = window.folder / ".local"
+        wait_for("the changes to be kept aside", lambda: any(f.is_file() for f in kept.rglob("*recover*/*")), 20)
+        window.process.kill()
+        window.process.wait()
+        window.start()
+        window.focus_newest()
+        window.find_text("Its unsaved changes were kept")
+        window.key("alt+r")
+        wait_for("the document", lambda: window.title().startswith("•"))
+        window.focus(window.main)
+        window.expect("what was not saved", lambda items: has_bounds(items[0], 101, 100, 301, 220))
+
+
+@scenario
+def broken_files():
+    broken = TEST_BUNDLES / "Crashes.so"
+    with Window(DESKTOP, PROGRAMS, arguments=["--bundle", broken], start=False) as window:
+        window.run()
+        assert window.ended() == 1
+        assert "Crashes.so" in window.output() and len(window.output().splitlines()) == 1, window.output()
+    with Window(DESKTOP, PROGRAMS, start=False) as window:
+        plugins = window.folder / "plugins"
+        plugins.mkdir()
+        shutil.copy(broken, plugins)
+        window.environment["OBJECTHOST_PLUGINS"] = str(plugins)
+        window.start()
+        window.find_text("bundle", (0, 20, 920, 120))
+    with Window(DESKTOP, PROGRAMS, start=False) as window:
+        whole = window.path.read_bytes()
+        for bytes_, message in ((b"no document at all", "is not a document"), (whole[:len(whole) // 2], "page.akd")):
+            window.path.write_bytes(bytes_)
+            window.start()
+            assert message in " ".join(text for text, _ in wait_for(
+                "a message", lambda: DESKTOP.picture().texts((0, 24, 920, 80))))
+            window.process.terminate()
+            window.ended()
+
+
+@scenario
+def idle_window():
+    with Editor([BOX], (200, 160)) as window:
+        def ticks():
+            """The processor time that the program used, in units of 10 ms."""
+            cells = pathlib.Path(f"/proc/{window.process.pid}/stat").read_text().rsplit(")", 1)[1].split()
+            return int(cells[11]) + int(cells[12])
+
+        def used(seconds):
+            before = ticks()
+            time.sleep(seconds)
+            return ticks() - before
+
+        wait_for("the start to be over", lambda: used(0.5) == 0)
+        assert used(2) <= 2
+
+
+@scenario
+def numbers_with_a_decimal_comma():
+    folder = pathlib.Path(DESKTOP.folder) / "locales"
+    folder.mkdir()
+    # localedef warns, and then exits with 1, on definitions that it takes.
+    subprocess.run(["localedef", "--no-archive", "-i", "de_DE", "-f", "UTF-8", folder / "de_DE.UTF-8"],
+                   stderr=subprocess.DEVNULL, check=False)
+    box = BOX + ("--set", "Rounding=0.123456")
+    with Editor([box], (200, 160), LC_ALL="", LANG="C.UTF-8", LC_NUMERIC="de_DE.UTF-8", LOCPATH=str(folder)) as window:
+        row = InspectorRow(window)
+
+        def enter(text, end, value):
+            window.click(row.field())
+            window.key("ctrl+a")
+            window.type(text)
+            window.key(end)
+            window.expect(f"{text} taken for {value}", lambda items: near(rounding(items[0]), value))
+
+        move_pointer_away()
+        assert "0,12" in DESKTOP.picture().texts(row.field_box(), 7)[0][0]
+        window.click(row.field())
+        window.key("Tab")
+        window.expect("not rounded by looking at it", lambda items: near(rounding(items[0]), 0.123456))
+        enter("0,75", "Return", 0.75)
+        enter("0.3", "Tab", 0.3)
+        enter("0,45", "ctrl+s", 0.45)
+        enter("much", "Return", 0.45)
+        enter("7", "Return", 1)
+        enter("0,5", "Return", 0.5)
+        window.key("Up", "Up")
+        window.expect("two steps by keys", lambda items: near(rounding(items[0]), 0.52))
+        window.desktop.input("mousemove", *row.field(), "click", 5)
+        window.expect("a step back by the wheel", lambda items: near(rounding(items[0]), 0.51))
+
 
 
 def run(words):
