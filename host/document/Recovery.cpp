@@ -81,7 +81,7 @@ bool ReadHeader(AKFile const& file, Header* header) {
 
 Recovery::Recovery(DocumentSession const& session, double seconds)
     : session_(session), interval_(seconds), when_(std::chrono::steady_clock::now()) {
-  written_ = session.ChangeCount();
+  if (!session.HasUnsavedChanges()) written_ = session.ChangeCount();
 }
 
 Recovery::~Recovery() { Remove(); }
@@ -97,7 +97,9 @@ void Recovery::Update() {
     written_ = session_.ChangeCount();
     return;
   }
-  if (session_.ChangeCount() == written_ || std::chrono::steady_clock::now() - when_ < interval_) return;
+  if (written_ == session_.ChangeCount()) return;
+  // A document that was recovered is kept again at once: the file that it came from will be discarded.
+  if (written_ && std::chrono::steady_clock::now() - when_ < interval_) return;
   if (Write()) written_ = session_.ChangeCount();
   when_ = std::chrono::steady_clock::now();
 }

@@ -12,6 +12,7 @@
 #include <chrono>
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -38,8 +39,8 @@ class Recovery {
 
   DocumentSession const& session_;
   std::chrono::duration<double> interval_;
-  std::string file_;  // empty while there is none
-  std::uint64_t written_ = 0;
+  std::string file_;                      // empty while there is none
+  std::optional<std::uint64_t> written_;  // the session's count of changes then
   std::chrono::steady_clock::time_point when_;
 };
 

@@ -1,6 +1,7 @@
 #include "host/window/EditorApplication.h"
 
 #include <giomm/menu.h>
+#include <glibmm/main.h>
 #include <gtkmm/aboutdialog.h>
 #include <gtkmm/cssprovider.h>
 #include <gtkmm/recentmanager.h>
@@ -101,7 +102,7 @@ EditorWindow* EditorApplication::NewWindow(std::unique_ptr<DocumentSession> sess
   add_window(*window);
   window->signal_hide().connect([this, window] {
     interface_.SetParent(nullptr);
-    delete window;
+    Glib::signal_idle().connect_once([window] { delete window; });
   });
   window->property_is_active().signal_changed().connect([this, window] {
     if (!window->is_active()) return;
@@ -190,7 +191,8 @@ void EditorApplication::OfferRecovery(EditorWindow* window) {
       if (recover) {
         auto session = OpenRecovery(found, &error);
         if (session == nullptr) return window->ShowMessage(error, Gtk::MessageType::ERROR);
-        if (window->IsUntouched()) {
+        const bool shown = window->Session().Path() == session->Path() && !window->Session().HasUnsavedChanges();
+        if (window->IsUntouched() || shown) {
           window->SetSession(std::move(session));
         } else {
           NewWindow(std::move(session));

@@ -5,6 +5,7 @@
 #include <gtkmm/expander.h>
 #include <gtkmm/grid.h>
 #include <gtkmm/paned.h>
+#include <gtkmm/popover.h>
 #include <gtkmm/scrollbar.h>
 #include <gtkmm/scrolledwindow.h>
 #include <gtkmm/separator.h>
@@ -70,6 +71,11 @@ EditorWindow::EditorWindow(std::unique_ptr<DocumentSession> session) {
 
   AddActions();
   AddDropTarget();
+  signal_map().connect([this] {
+    for (Gtk::Widget* child = get_first_child(); child != nullptr; child = child->get_next_sibling()) {
+      if (GTK_IS_POPOVER_MENU_BAR(child->gobj())) WatchMenus(child);
+    }
+  });
   UpdateClasses();
   SetSession(std::move(session));
   canvas_.grab_focus();
@@ -217,18 +223,33 @@ void EditorWindow::OpenDropped(std::string const& path) {
   }
 }
 
+// The menus are the toolkit's, which leaves the keys with them after one was closed.
+void EditorWindow::WatchMenus(Gtk::Widget* part) {
+  if (auto* const menu = dynamic_cast<Gtk::Popover*>(part)) {
+    menu->signal_closed().connect(
+        [this] { Glib::signal_idle().connect_once(sigc::mem_fun(*this, &EditorWindow::LeaveMenus)); });
+    return;
+  }
+  for (Gtk::Widget* child = part->get_first_child(); child != nullptr; child = child->get_next_sibling()) {
+    WatchMenus(child);
+  }
+}
+
+void EditorWindow::LeaveMenus() {
+  Gtk::Widget* const focus = get_focus();
+  if (focus != nullptr && focus->get_ancestor(GTK_TYPE_POPOVER_MENU_BAR) == nullptr) return;
+  if (focus == nullptr || focus->get_ancestor(GTK_TYPE_POPOVER) == nullptr) canvas_.grab_focus();
+}
+
+// Hiding ends the window: the application deletes it.
 bool EditorWindow::on_close_request() {
-  if (closing_) return false;
   // An export works on the document until it has seen that it is to stop.
   if (ProgressWindow::IsAnyOpen()) {
     ProgressWindow::StopAll();
     Glib::signal_idle().connect_once([this] { close(); });
     return true;
   }
-  AskToKeepChanges([this] {
-    closing_ = true;
-    close();
-  });
+  AskToKeepChanges([this] { set_visible(false); });
   return true;
 }
 

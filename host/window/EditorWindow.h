@@ -65,6 +65,8 @@ class EditorWindow : public Gtk::ApplicationWindow, public SessionObserver {
   void AddTool(std::string const& name, std::optional<AKClassID> classID);
   void ShowTool();
   void AddDropTarget();
+  void WatchMenus(Gtk::Widget* part);
+  void LeaveMenus();
   void UpdateActions();
   void UpdateTitle();
   void UpdateZoom();
@@ -100,7 +102,6 @@ class EditorWindow : public Gtk::ApplicationWindow, public SessionObserver {
   Glib::RefPtr<Gio::SimpleAction> gridAction_;
   Glib::RefPtr<Gio::SimpleAction> snapAction_;
   double gridSpacing_ = 10;
-  bool closing_ = false;
   sigc::connection autosave_;
 };
 

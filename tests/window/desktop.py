@@ -8,13 +8,14 @@ import json
 import mmap
 import os
 import pathlib
+import re
 import shutil
 import struct
 import subprocess
 import tempfile
 import time
 
-PATIENCE = 15.0  # seconds; for slow machines, hardly ever used up
+PATIENCE = 30.0  # seconds; for slow machines, hardly ever used up
 
 
 class Failure(Exception):
@@ -34,8 +35,10 @@ def wait_for(what, condition, limit=PATIENCE):
 
 
 def alike(seen, wanted):
-    """How well a text that was seen begins as wanted; 1 for letter by letter."""
-    return difflib.SequenceMatcher(None, seen[:len(wanted)].lower(), wanted.lower()).ratio()
+    """How well a text is found in what was seen; 1 for letter by letter. Symbols beside it are read as anything."""
+    seen, wanted = (re.sub("[li|]", "1", text.lower().replace(" ", "")) for text in (seen, wanted))
+    return max(difflib.SequenceMatcher(None, seen[start:start + len(wanted)], wanted).ratio()
+               for start in range(max(len(seen) - len(wanted), 0) + 1))
 
 
 class Picture:
@@ -203,7 +206,11 @@ class Window:
 
     def start(self):
         self.run()
-        self.main = wait_for("a window", lambda: self.desktop.windows(self.process.pid))[0]
+        try:
+            self.main = wait_for("a window", lambda: self.desktop.windows(self.process.pid))[0]
+        except Failure as error:
+            self.process.kill()
+            raise Failure(f"{error}; exit code {self.process.poll()}, {self.output()}") from None
         wait_for("the panels", lambda: self.desktop.picture().texts((0, 0, 300, 60)))
 
     def calibrate(self):
