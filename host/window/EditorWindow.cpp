@@ -226,8 +226,11 @@ void EditorWindow::OpenDropped(std::string const& path) {
 // The menus are the toolkit's, which leaves the keys with them after one was closed.
 void EditorWindow::WatchMenus(Gtk::Widget* part) {
   if (auto* const menu = dynamic_cast<Gtk::Popover*>(part)) {
-    menu->signal_closed().connect(
-        [this] { Glib::signal_idle().connect_once(sigc::mem_fun(*this, &EditorWindow::LeaveMenus)); });
+    menu->signal_closed().connect([this] {
+      // Before the next key, which may be meant for the canvas, and when the choice was carried out.
+      Glib::signal_idle().connect_once(sigc::mem_fun(*this, &EditorWindow::LeaveMenus), Glib::PRIORITY_HIGH);
+      Glib::signal_idle().connect_once(sigc::mem_fun(*this, &EditorWindow::LeaveMenus));
+    });
     return;
   }
   for (Gtk::Widget* child = part->get_first_child(); child != nullptr; child = child->get_next_sibling()) {
@@ -238,7 +241,8 @@ void EditorWindow::WatchMenus(Gtk::Widget* part) {
 void EditorWindow::LeaveMenus() {
   Gtk::Widget* const focus = get_focus();
   if (focus != nullptr && focus->get_ancestor(GTK_TYPE_POPOVER_MENU_BAR) == nullptr) return;
-  if (focus == nullptr || focus->get_ancestor(GTK_TYPE_POPOVER) == nullptr) canvas_.grab_focus();
+  Gtk::Widget* const menu = focus == nullptr ? nullptr : focus->get_ancestor(GTK_TYPE_POPOVER);
+  if (menu == nullptr || !menu->get_visible()) canvas_.grab_focus();  // else it is the next menu
 }
 
 // Hiding ends the window: the application deletes it.

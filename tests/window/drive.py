@@ -384,7 +384,8 @@ def close_reopen_export():
         window.focus(chooser)
         window.find_text("Cancel")
         window.key("ctrl+a")
-        window.type(f"{picture}\n")
+        window.type(picture)
+        window.key("alt+s")
         wait_for("the picture", picture.exists)
         size = subprocess.run(["identify", "-format", "%w %h", picture], stdout=subprocess.PIPE, check=True).stdout
         assert size == b"600 400", size
