@@ -227,9 +227,8 @@ void EditorWindow::OpenDropped(std::string const& path) {
 void EditorWindow::WatchMenus(Gtk::Widget* part) {
   if (auto* const menu = dynamic_cast<Gtk::Popover*>(part)) {
     menu->signal_closed().connect([this] {
-      // Before the next key, which may be meant for the canvas, and when the choice was carried out.
+      // Before the next key, which may be meant for the canvas.
       Glib::signal_idle().connect_once(sigc::mem_fun(*this, &EditorWindow::LeaveMenus), Glib::PRIORITY_HIGH);
-      Glib::signal_idle().connect_once(sigc::mem_fun(*this, &EditorWindow::LeaveMenus));
     });
     return;
   }

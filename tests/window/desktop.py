@@ -288,6 +288,14 @@ class Window:
 
     # What is seen.
 
+    def settle(self):
+        """Waits until the screen has stayed the same for a while."""
+        def same():
+            before = bytes(self.desktop.picture().data)
+            time.sleep(0.4)
+            return bytes(self.desktop.picture().data) == before
+        wait_for("a screen that stays", same)
+
     def output(self):
         self.log.seek(0)
         return self.log.read()

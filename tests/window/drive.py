@@ -317,8 +317,6 @@ def menus_give_the_keys_back():
         window.find_text("Duplicate", (0, 20, 420, 330))
         window.key("d")
         window.expect("a duplicate", lambda items: len(items) == 2 and has_bounds(items[1], 111, 90, 311, 210))
-        window.key("Left")
-        window.expect("moved by a key after a choice", lambda items: has_bounds(items[1], 110, 90, 310, 210))
 
 
 @scenario

@@ -8,6 +8,7 @@ import sys
 
 from desktop import Desktop, Window, wait_for
 
+HANDLE = (255, 190, 60)
 SIZE = (1180, 760)  # of a new window
 SHOWN = 14  # the object of the document that is selected, counted from the hindmost
 
@@ -17,11 +18,15 @@ def take(programs, document, place, scale, dark):
     try:
         with Window(desktop, programs, document=document) as window:
             if dark:
-                window.key("alt+v", "d")
+                window.key("alt+v")
+                window.settle()
+                window.key("d")
                 wait_for("dark colors", lambda: sum(desktop.picture().pixel(5, SIZE[1] * scale - 5)) < 250)
+                window.focus(window.main)
             # With an object selected it is seen what the panels do.
             window.key(*["Page_Down"] * SHOWN)
-            window.find_text("Curvature", layout=SPARSE) if scale == 9 else __import__("time").sleep(1)
+            wait_for("the handles", lambda: desktop.picture().find(HANDLE))
+            window.settle()
             desktop.picture().save(place)
     finally:
         desktop.close()
