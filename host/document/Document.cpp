@@ -29,7 +29,7 @@ auto At(Layers& layers, std::size_t index) {
 Document::Document(AGSize const& page) : page_(page) { InsertLayer({TrWith("Layer %s", "1")}, 0); }
 
 Document::~Document() {
-  for (auto& [id, entry] : objects_) InstanceCall::Destroy(std::move(entry.object->instance));
+  objects_.ForEach([](DocumentObject& object) { InstanceCall::Destroy(std::move(object.instance)); });
 }
 
 // The observers may remove themselves meanwhile.
@@ -110,22 +110,23 @@ AKObject* Document::StandInOf(LayerID id) {
 }
 
 DocumentObject const* Document::Find(ObjectID id) const {
-  const auto found = objects_.find(id);
-  return found == objects_.end() ? nullptr : found->second.object.get();
+  ObjectTable::Entry const* entry = objects_.Find(id);
+  return entry == nullptr ? nullptr : entry->object.get();
 }
 
 DocumentObject const* Document::FindByInstance(AKObject const* instance) const {
-  const auto found = instances_.find(instance);
-  return found == instances_.end() ? nullptr : Find(found->second);
+  return Find(instances_.Find(instance));
 }
 
 Layer const* Document::LayerOf(ObjectID id) const {
-  const auto found = objects_.find(id);
-  return found == objects_.end() ? nullptr : found->second.layer;
+  ObjectTable::Entry const* entry = objects_.Find(id);
+  if (entry == nullptr) return nullptr;
+  FetchObject(entry->object.get());  // whoever asks goes on to the object
+  return entry->layer;
 }
 
 ObjectPlace Document::PlaceOf(ObjectID id) const {
-  Entry const& entry = objects_.find(id)->second;
+  ObjectTable::Entry const& entry = *objects_.Find(id);
   return {entry.layer->id, entry.layer->objects.IndexOf(entry.object.get())};
 }
 
@@ -172,9 +173,9 @@ ObjectID Document::InsertObject(std::unique_ptr<DocumentObject> object, ObjectPl
   const ObjectID id = object->id;
   Layer* layer = MutableLayer(place.layer);
   layer->objects.Insert(place.index, object.get());
-  if (object->instance) instances_[object->instance.get()] = id;
+  if (object->instance) instances_.Insert(object->instance.get(), id);
   DocumentObject const& inserted = *object;
-  objects_[id] = {std::move(object), layer};
+  objects_.Insert(std::move(object), layer);
   NotifyArea(inserted, *layer);
   Notify([id](DocumentObserver& observer) { observer.OnObjectChanged(id); });
   return id;
@@ -186,11 +187,9 @@ ObjectID Document::AppendObject(std::unique_ptr<DocumentObject> object) {
 }
 
 std::unique_ptr<DocumentObject> Document::RemoveObject(ObjectID id) {
-  const auto found = objects_.find(id);
-  Layer* layer = found->second.layer;
-  std::unique_ptr<DocumentObject> object = std::move(found->second.object);
-  objects_.erase(found);
-  if (object->instance) instances_.erase(object->instance.get());
+  Layer* layer = objects_.Find(id)->layer;
+  std::unique_ptr<DocumentObject> object = objects_.Remove(id);
+  if (object->instance) instances_.Remove(object->instance.get());
   layer->objects.Remove(object.get());
   NotifyArea(*object, *layer);
   Notify([id](DocumentObserver& observer) { observer.OnObjectChanged(id); });
@@ -198,7 +197,7 @@ std::unique_ptr<DocumentObject> Document::RemoveObject(ObjectID id) {
 }
 
 void Document::MoveObject(ObjectID id, ObjectPlace const& place) {
-  Entry& entry = objects_.find(id)->second;
+  ObjectTable::Entry& entry = *objects_.Find(id);
   NotifyArea(*entry.object, *entry.layer);
   entry.layer->objects.Remove(entry.object.get());
   entry.layer = MutableLayer(place.layer);
@@ -209,7 +208,7 @@ void Document::MoveObject(ObjectID id, ObjectPlace const& place) {
 
 // Tells of the area before and after.
 void Document::ObjectChanged(DocumentObject* object) {
-  Layer* layer = objects_.find(object->id)->second.layer;
+  Layer* layer = objects_.Find(object->id)->layer;
   const AGRect former = layer->objects.Update(object);
   if (layer->settings.visible) {
     Notify([&former](DocumentObserver& observer) { observer.OnAreaChanged(former); });
@@ -234,11 +233,11 @@ void Document::SetStyle(ObjectID id, AGBrush const& brush, AGPen const& pen) {
 
 void Document::ReplaceInstance(ObjectID id, Instance instance, AKMemoryBlock const& record) {
   DocumentObject* object = Mutable(id);
-  instances_.erase(object->instance.get());
+  instances_.Remove(object->instance.get());
   InstanceCall::Destroy(std::exchange(object->instance, std::move(instance)));
   object->record = record;
   if (object->instance) {
-    instances_[object->instance.get()] = id;
+    instances_.Insert(object->instance.get(), id);
   } else {
     object->unknownBody = BodyOf(*object);
   }

@@ -8,12 +8,12 @@
 
 #include <memory>
 #include <string>
-#include <unordered_map>
 #include <vector>
 
 #include "graphics/values/AGSize.h"
 #include "host/document/DocumentObserver.h"
 #include "host/document/Layer.h"
+#include "host/document/ObjectTable.h"
 
 namespace host {
 
@@ -57,7 +57,7 @@ class Document {
   // Objects. Pointers stay valid until the object is removed. Functions that take an ID need that of an object of this
   // document unless they say otherwise.
 
-  std::size_t ObjectCount() const { return objects_.size(); }
+  std::size_t ObjectCount() const { return objects_.Count(); }
   DocumentObject const* Find(ObjectID id) const;                         ///< null for an unknown ID
   DocumentObject const* FindByInstance(AKObject const* instance) const;  ///< null when there is none
   Layer const* LayerOf(ObjectID id) const;                               ///< null for an unknown ID
@@ -98,22 +98,17 @@ class Document {
 
  private:
   Layer* MutableLayer(LayerID id);
-  DocumentObject* Mutable(ObjectID id) { return objects_.find(id)->second.object.get(); }
+  DocumentObject* Mutable(ObjectID id) { return objects_.Find(id)->object.get(); }
   void ObjectChanged(DocumentObject* object);
   template <typename Call>
   void Notify(Call call) const;
   void NotifyArea(DocumentObject const& object, Layer const& layer) const;
 
-  struct Entry {
-    std::unique_ptr<DocumentObject> object;
-    Layer* layer;
-  };
-
   AGSize page_;
   AGColor background_ = kAGColorWhite;
   std::vector<std::unique_ptr<Layer>> layers_;
-  std::unordered_map<ObjectID, Entry> objects_;
-  std::unordered_map<AKObject const*, ObjectID> instances_;
+  ObjectTable objects_;
+  InstanceIndex instances_;
   std::vector<DocumentObserver*> observers_;
   ObjectID lastObject_ = kNoObjectID;
   LayerID lastLayer_ = kNoLayerID;

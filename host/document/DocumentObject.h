@@ -33,20 +33,21 @@ struct ObjectPlacement {
 struct ObjectBlock;
 
 struct DocumentObject {
+  // What every edit looks at lies together, in as few cache lines as there can be.
   ObjectID id = kNoObjectID;
   AKClassID classID;
   AGRect bounds{0, 0, 100, 100};
   double angle = 0;  ///< radians, about the centre of the bounds
-  AGBrush brush;
-  AGPen pen;
+  /// Where the document's order keeps the object, and about where in that block.
+  ObjectBlock* block = nullptr;
+  std::uint32_t slot = 0;
   Instance instance;  ///< null for a placeholder, and in a state kept for undo
   /// What the class wrote of the instance when the host last looked; empty for a placeholder.
   AKMemoryBlock record;
   /// A placeholder's body as it was read.
   AKMemoryBlock unknownBody;
-  /// Where the document's order keeps the object, and about where in that block.
-  ObjectBlock* block = nullptr;
-  std::uint32_t slot = 0;
+  AGPen pen;
+  AGBrush brush;
 
   bool IsPlaceholder() const { return !unknownBody.IsEmpty(); }
   ObjectPlacement Placement() const { return {bounds, angle}; }

@@ -1,6 +1,7 @@
 #include "host/document/ObjectOrder.h"
 
 #include <algorithm>
+#include <numeric>
 
 namespace host {
 namespace {
@@ -39,31 +40,35 @@ void ObjectBlock::Include(AGRect const& box) {
 
 DocumentObject* ObjectOrder::At(std::size_t index) const {
   std::size_t b = 0;
-  while (index >= blocks_[b]->entries.size()) index -= blocks_[b++]->entries.size();
+  while (index >= sizes_[b]) index -= sizes_[b++];
   return blocks_[b]->entries[index].object;
 }
 
-std::size_t ObjectOrder::BlockIndex(ObjectBlock const* block) const {
-  std::size_t b = 0;
-  while (blocks_[b].get() != block) ++b;
-  return b;
+std::size_t ObjectOrder::IndexOf(DocumentObject* object) const {
+  const auto last = sizes_.begin() + static_cast<std::ptrdiff_t>(object->block->number);
+  return std::accumulate(sizes_.begin(), last, PositionIn(*object->block, object));
 }
 
-std::size_t ObjectOrder::IndexOf(DocumentObject* object) const {
-  std::size_t index = PositionIn(*object->block, object);
-  for (std::size_t b = 0; blocks_[b].get() != object->block; ++b) index += blocks_[b]->entries.size();
-  return index;
+void ObjectOrder::Renumber(std::size_t first) {
+  sizes_.resize(blocks_.size());
+  for (std::size_t b = first; b < blocks_.size(); ++b) {
+    blocks_[b]->number = b;
+    Recount(*blocks_[b]);
+  }
 }
 
 void ObjectOrder::Insert(std::size_t index, DocumentObject* object) {
-  if (blocks_.empty()) blocks_.push_back(std::make_unique<ObjectBlock>());
+  if (blocks_.empty()) {
+    blocks_.push_back(std::make_unique<ObjectBlock>());
+    Renumber(0);
+  }
   index = std::min(index, count_);
   std::size_t b = 0;
   if (index == count_) {
     b = blocks_.size() - 1;  // the usual case, without a walk
-    index = blocks_[b]->entries.size();
+    index = sizes_[b];
   } else {
-    while (index > blocks_[b]->entries.size()) index -= blocks_[b++]->entries.size();
+    while (index > sizes_[b]) index -= sizes_[b++];
   }
   ObjectBlock& block = *blocks_[b];
   const AGRect painted = PaintedBox(*object);
@@ -72,22 +77,23 @@ void ObjectOrder::Insert(std::size_t index, DocumentObject* object) {
   object->block = &block;
   object->slot = static_cast<std::uint32_t>(index);
   ++count_;
-  if (block.entries.size() > kMostEntries) Split(b);
+  Recount(block);
+  if (block.entries.size() > kMostEntries) Split(&block);
 }
 
-void ObjectOrder::Split(std::size_t blockIndex) {
-  ObjectBlock& block = *blocks_[blockIndex];
+void ObjectOrder::Split(ObjectBlock* block) {
   auto second = std::make_unique<ObjectBlock>();
   // An order that grows at its end leaves full blocks behind.
-  const std::size_t keep = blockIndex + 1 == blocks_.size() ? kMostEntries : block.entries.size() / 2;
-  second->entries.assign(host::At(block.entries, keep), block.entries.end());
-  block.entries.erase(host::At(block.entries, keep), block.entries.end());
+  const std::size_t keep = block->number + 1 == blocks_.size() ? kMostEntries : block->entries.size() / 2;
+  second->entries.assign(host::At(block->entries, keep), block->entries.end());
+  block->entries.erase(host::At(block->entries, keep), block->entries.end());
   for (ObjectEntry const& entry : second->entries) {
     entry.object->block = second.get();
     entry.object->slot -= static_cast<std::uint32_t>(std::min<std::size_t>(keep, entry.object->slot));
     second->Include(entry.painted);
   }
-  blocks_.insert(host::At(blocks_, blockIndex + 1), std::move(second));
+  blocks_.insert(host::At(blocks_, block->number + 1), std::move(second));
+  Renumber(block->number);
 }
 
 void ObjectOrder::Remove(DocumentObject* object) {
@@ -95,7 +101,11 @@ void ObjectOrder::Remove(DocumentObject* object) {
   block->entries.erase(host::At(block->entries, PositionIn(*block, object)));
   object->block = nullptr;
   --count_;
-  if (block->entries.empty()) blocks_.erase(host::At(blocks_, BlockIndex(block)));
+  Recount(*block);
+  if (!block->entries.empty()) return;
+  const std::size_t number = block->number;
+  blocks_.erase(host::At(blocks_, number));
+  Renumber(number);
 }
 
 AGRect ObjectOrder::Update(DocumentObject* object) {

@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "host/document/DocumentObject.h"
+#include "kit/AKObject.h"
 
 namespace host {
 
@@ -22,6 +23,7 @@ struct ObjectEntry {
 struct ObjectBlock {
   std::vector<ObjectEntry> entries;
   AGRect painted{1, 1, -1, -1};  // inside out: nothing
+  std::size_t number = 0;        // among the blocks
 
   void Include(AGRect const& box);
 };
@@ -29,6 +31,19 @@ struct ObjectBlock {
 /// True when the boxes share a point; a box with a NaN touches nothing.
 constexpr bool Touches(AGRect const& a, AGRect const& b) {
   return a.x0 <= b.x1 && b.x0 <= a.x1 && a.y0 <= b.y1 && b.y0 <= a.y1;
+}
+
+/// Fetches an object into the cache, all of it at once: edits and saving look at objects all over the memory.
+inline void FetchObject(DocumentObject const* object) {
+  auto const* first = reinterpret_cast<const char*>(object);
+  for (std::size_t offset = 0; offset < sizeof(*object); offset += 64) __builtin_prefetch(first + offset);
+}
+
+/// The same of an instance: its header, and the fields of the class itself, which stand behind those of its parents.
+inline void FetchInstance(AKObject const* instance) {
+  auto const* first = reinterpret_cast<const char*>(instance);
+  __builtin_prefetch(first);
+  __builtin_prefetch(first + sizeof(AKObjectSymbolVect));
 }
 
 class ObjectOrder {
@@ -52,8 +67,8 @@ class ObjectOrder {
     for (auto const& block : blocks_) {
       auto const& entries = block->entries;
       for (std::size_t i = 0; i < entries.size(); ++i) {
-        if (i + kAhead < entries.size()) Fetch(*entries[i + kAhead].object);
-        if (i + kAhead / 2 < entries.size()) __builtin_prefetch(entries[i + kAhead / 2].object->instance.get());
+        if (i + kAhead < entries.size()) FetchObject(entries[i + kAhead].object);
+        if (i + kAhead / 2 < entries.size()) FetchInstance(entries[i + kAhead / 2].object->instance.get());
         f(*entries[i].object);
       }
     }
@@ -84,15 +99,14 @@ class ObjectOrder {
  private:
   /// How many objects ahead of their use they are fetched into the cache.
   static constexpr std::size_t kAhead = 8;
-  static void Fetch(DocumentObject const& object) {
-    auto const* first = reinterpret_cast<const char*>(&object);
-    for (std::size_t offset = 0; offset < sizeof(object); offset += 64) __builtin_prefetch(first + offset);
-  }
-
-  std::size_t BlockIndex(ObjectBlock const* block) const;
-  void Split(std::size_t blockIndex);
+  /// Puts the number of a block's entries, which changed, beside those of the others.
+  void Recount(ObjectBlock const& block) { sizes_[block.number] = static_cast<std::uint32_t>(block.entries.size()); }
+  /// Numbers the blocks from `first` on.
+  void Renumber(std::size_t first);
+  void Split(ObjectBlock* block);
 
   std::vector<std::unique_ptr<ObjectBlock>> blocks_;
+  std::vector<std::uint32_t> sizes_;  // of the blocks, close together: indexes are counted from these
   std::size_t count_ = 0;
 };
 

@@ -121,7 +121,10 @@ bool DocumentSession::Delete(ObjectIDs const& ids, std::string* error) {
   if (!CheckEditable(ids, error)) return false;
   EditStep step(*this, Tr("Delete"));
   for (const ObjectID id : ids) {
-    if (document_->Find(id) != nullptr) RemoveOne(id);  // an ID may be named twice
+    DocumentObject const* object = document_->Find(id);
+    if (object == nullptr) continue;  // an ID may be named twice
+    FetchInstance(object->instance.get());
+    RemoveOne(id);
   }
   return step.End();
 }
