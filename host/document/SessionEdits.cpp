@@ -94,6 +94,7 @@ ObjectID DocumentSession::InsertOne(std::unique_ptr<DocumentObject> object, Obje
 
 void DocumentSession::RemoveOne(ObjectID id) {
   NoticeChange(id);
+  for (auto const& step : open_) step->TakeStatesOf(*document_, id);
   Step().BeforeRemoval(*document_, id);
   const std::unique_ptr<DocumentObject> object = document_->RemoveObject(id);
   InstanceCall::Destroy(std::move(object->instance));

@@ -55,6 +55,7 @@ bool DocumentSession::RemoveLayer(LayerID id, std::string* error) {
   ObjectIDs ids;
   document_->FindLayer(id)->objects.ForEach([&ids](DocumentObject const& object) { ids.push_back(object.id); });
   for (auto object = ids.rbegin(); object != ids.rend(); ++object) RemoveOne(*object);
+  for (auto const& open : open_) open->TakeSettingsOf(*document_, id);
   Step().BeforeLayerRemoval(*document_, id);
   const std::size_t index = document_->IndexOfLayer(id);
   document_->RemoveLayer(id);

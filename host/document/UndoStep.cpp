@@ -32,16 +32,19 @@ void UndoStep::BeforeLayerSettings(Document const& document, LayerID id) {
 
 void UndoStep::Inserted(Document const& document, ObjectID id) { Note(document, Kind::kPresence, id, &NewInsertion); }
 
-// What is still open about the object can only be taken while it is there.
-void UndoStep::BeforeRemoval(Document const& document, ObjectID id) {
+void UndoStep::TakeStatesOf(Document const& document, ObjectID id) {
   for (const Kind kind : {Kind::kPlacement, Kind::kStyle, Kind::kRecord, Kind::kPresence}) {
     const auto found = open_.find({kind, id});
-    if (found == open_.end()) continue;
-    found->second->Seal(document);
-    open_.erase(found);
+    if (found != open_.end()) found->second->Seal(document);
   }
-  changes_.push_back(NewRemoval(document, id));
 }
+
+void UndoStep::TakeSettingsOf(Document const& document, LayerID id) {
+  const auto found = open_.find({Kind::kLayerSettings, id});
+  if (found != open_.end()) found->second->Seal(document);
+}
+
+void UndoStep::BeforeRemoval(Document const& document, ObjectID id) { changes_.push_back(NewRemoval(document, id)); }
 
 void UndoStep::BeforeMove(Document const& document, ObjectID id) { changes_.push_back(NewMove(document, id)); }
 
@@ -57,11 +60,6 @@ void UndoStep::LayerInserted(Document const& document, LayerID id) {
 }
 
 void UndoStep::BeforeLayerRemoval(Document const& document, LayerID id) {
-  const auto found = open_.find({Kind::kLayerSettings, id});
-  if (found != open_.end()) {
-    found->second->Seal(document);
-    open_.erase(found);
-  }
   changes_.push_back(NewLayerRemoval(document, id));
 }
 

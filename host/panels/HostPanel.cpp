@@ -102,14 +102,15 @@ void HostPanel::GetPanelSize(int* width, int* height) const {
 }
 
 void HostPanel::AddControl(AKGUICtrl* control) {
-  if (HostControl::Of(control) != nullptr) controls_.emplace_back(control);
+  HostControl const* own = HostControl::Of(control);
+  if (own == nullptr) return;
+  controls_.emplace_back(control);
+  byID_.try_emplace(own->id, control);
 }
 
 AKGUICtrl* HostPanel::GetController(unsigned int controlID) const {
-  for (auto const& control : controls_) {
-    if (HostControl::Of(control.get())->id == controlID) return control.get();
-  }
-  return nullptr;
+  const auto found = byID_.find(controlID);
+  return found == byID_.end() ? nullptr : found->second;
 }
 
 int HostPanel::OpenModalDialog(AKGUIDesc::ModalProc proc, AKObject* object, int* result) {

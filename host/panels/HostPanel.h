@@ -9,6 +9,7 @@
 #pragma once
 
 #include <memory>
+#include <unordered_map>
 #include <vector>
 
 #include "host/panels/HostControl.h"
@@ -81,6 +82,7 @@ class HostPanel final : public PanelItem, public PanelOperations {
   int height_ = 0;
   AKString title_;
   std::vector<std::unique_ptr<AKGUICtrl>> controls_;
+  std::unordered_map<unsigned int, AKGUICtrl*> byID_;  // the first of each ID
 };
 
 }  // namespace host

@@ -1,5 +1,6 @@
 #include "kit/files/AKFileReplacer.h"
 
+#include <dirent.h>
 #include <fcntl.h>
 #include <sys/random.h>
 #include <sys/stat.h>
@@ -7,6 +8,8 @@
 
 #include <cerrno>
 #include <cstdlib>
+#include <cstring>
+#include <ctime>
 #include <memory>
 
 #include "kit/AKFileErrors.h"
@@ -15,6 +18,9 @@
 namespace {
 
 constexpr int kMaxNameAttempts = 100;
+constexpr char kTemporaryPrefix[] = ".tmp_";
+constexpr std::size_t kTemporaryDigits = 16;
+constexpr time_t kAbandonedAfter = 3600;  // seconds without a write
 
 // Replaces a path by that of the file it leads to through links; one that leads nowhere stays. False when the system
 // cannot tell.
@@ -31,20 +37,44 @@ AKFilePath TemporaryBeside(const AKFilePath& target) {
   unsigned long long number = 0;
   if (::getrandom(&number, sizeof(number), 0) != sizeof(number)) number = static_cast<unsigned long long>(::getpid());
   AKString name;
-  name.Assignf(".tmp_%016llX", number);
+  name.Assignf("%s%016llX", kTemporaryPrefix, number);
   AKFilePath path = target;
   path.SetFileName(name);
   return path;
 }
 
+bool IsTemporaryName(const char* name) {
+  const std::size_t prefix = sizeof(kTemporaryPrefix) - 1;
+  return std::strncmp(name, kTemporaryPrefix, prefix) == 0 &&
+         std::strspn(name + prefix, "0123456789ABCDEF") == kTemporaryDigits &&
+         std::strlen(name) == prefix + kTemporaryDigits;
+}
+
+// A program that was killed while it wrote leaves its temporary file. Only names that a replacer makes are looked at.
+void RemoveAbandoned(const char* folder) {
+  const auto close = [](DIR* entries) { ::closedir(entries); };
+  const std::unique_ptr<DIR, decltype(close)> entries(::opendir(folder), close);
+  if (entries == nullptr) return;
+  const time_t now = ::time(nullptr);
+  while (const dirent* entry = ::readdir(entries.get())) {
+    struct stat status;
+    if (!IsTemporaryName(entry->d_name)) continue;
+    if (::fstatat(::dirfd(entries.get()), entry->d_name, &status, AT_SYMLINK_NOFOLLOW) != 0) continue;
+    if (S_ISREG(status.st_mode) && status.st_mtime < now - kAbandonedAfter) {
+      ::unlinkat(::dirfd(entries.get()), entry->d_name, 0);
+    }
+  }
+}
+
 // The rename is complete by now; what this adds is that it also survives a power failure. Not every file system can do
 // it, so its failure is no failure of the replacement.
-void SyncFolder(const AKFilePath& folder) {
+void FinishFolder(const AKFilePath& folder) {
   const AKString path = folder.IsEmpty() ? AKString(".") : AKFileUtils::GetAsSystemPath(folder);
   const int descriptor = ::open(path.CStr(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
   if (descriptor < 0) return;
   ::fsync(descriptor);
   ::close(descriptor);
+  RemoveAbandoned(path.CStr());
 }
 
 }  // namespace
@@ -115,6 +145,6 @@ int AKFileReplacer::Commit() {
     return AKFileLogPathFailure(target_.Text(), kAKFileStatusWriteFailed);
   }
   file_.reset();  // the destructor has nothing to delete any more
-  SyncFolder(target_.Folder());
+  FinishFolder(target_.Folder());
   return 0;
 }

@@ -2,6 +2,8 @@
 //
 // The new content is written to a temporary file beside the target, forced to the disk and renamed over it. Until
 // Commit succeeds the old file stays as it is, byte for byte; a replacer that dies without that deletes what it wrote.
+// A program that is killed leaves the temporary file, ".tmp_" and 16 hexadecimal digits; the next replacement in that
+// folder removes those that nobody has written to for an hour.
 // The new file has the old one's permissions, or those of a new file. A link is followed: the file it leads to is
 // replaced. A target that is no regular file (a device, a pipe) cannot be renamed over and is written in place.
 //

@@ -114,11 +114,46 @@ struct Suicidal {
   }
 };
 
+// Adds a control whenever it is asked for anything, moves and sets others, and sends itself a further event.
+struct Restless {
+  static inline unsigned int depth = 0;
+  static inline unsigned int added = 0;
+
+  static int Inspect(void* self, AKGUIDesc& panel, AKGUIEvent& event) {
+    panel.NewController("-id:%u -type:EditNum -value:1", 100 + added++);
+    panel.SetBounds(2, 0, 0, static_cast<int>(added), 20);
+    panel.SetValueAsFloat64(2, 0.25);
+    panel.SetValueAsFloat64(99 + added, added);
+    if (++depth < 3) {
+      auto* object = static_cast<AKObject*>(self);
+      AKGUIEvent further(event);
+      CallSlot<int, AKGUIDesc&, AKGUIEvent&>(*object->Class(), kAKMethodInspector, object, panel, further);
+    }
+    --depth;
+    return 0;
+  }
+};
+
 template <typename Function>
 void Replace(unsigned int slot, Function function, AKMethodSlot* old) {
   AKClass* cls = Host::Instance().Classes().Find(AKClassID("stdRect"));
   *old = cls->methods[slot];
   cls->methods[slot] = {reinterpret_cast<std::uintptr_t>(function), 0};
+}
+
+TEST_F(HandlerTest, PanelEditedFromWithin_WhileFilled_ShowsWhatWasAdded) {
+  AKMethodSlot old;
+  Inspector inspector;
+  ASSERT_TRUE(inspector.Open(session_.get(), {ID(*session_, 0), ID(*session_, 1)}, &error_)) << error_;
+  const unsigned int count = inspector.Panel().GetControllerCount();
+  Replace(kAKMethodInspector, &Restless::Inspect, &old);
+  EXPECT_EQ(inspector.Fill(), 0);
+  EXPECT_EQ(inspector.Change(2, 0.75, nullptr), 0);
+  Host::Instance().Classes().Find(AKClassID("stdRect"))->methods[kAKMethodInspector] = old;
+  EXPECT_EQ(Restless::added, 15U) << "five events, each with two further ones";
+  EXPECT_EQ(inspector.Panel().GetControllerCount(), count + 15);
+  EXPECT_EQ(inspector.Wrapper().GetValueAsFloat64(114), 15);
+  EXPECT_EQ(session_->Steps().Count(), 0U) << "the objects are what they were";
 }
 
 TEST_F(HandlerTest, DeletionFromWithin_WhileDrawing_IsRefused) {

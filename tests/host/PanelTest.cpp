@@ -1,6 +1,8 @@
 // Panels that a plug-in describes, as the host understands them, reached through the service tables.
 #include <gtest/gtest.h>
 
+#include <chrono>
+
 #include "host/Host.h"
 #include "host/UserInterface.h"
 #include "host/panels/HostPanel.h"
@@ -50,6 +52,27 @@ TEST_F(PanelTest, Description_Strange_IsNamedInOneLine) {
   for (const char* item : {"-id:x", "-type:Dial", "-pos:(1,2)", "-dim:(1;2", "-range:(0;inf)", "-prec:2.5", "loose"}) {
     EXPECT_NE(log_[1].find(item), std::string::npos) << item;
   }
+}
+
+// Ten times the controls may take about ten times the time, not a hundred: the factor in between leaves room for noise.
+TEST_F(PanelTest, TenThousandControls_AreFilledInLinearTime_TheFirstOfAnIDWins) {
+  double seconds[2] = {};
+  for (int round = 0; round < 2; ++round) {
+    const unsigned int count = round == 0 ? 1000 : 10000;
+    AKGUIDesc panel;
+    const auto start = std::chrono::steady_clock::now();
+    for (unsigned int id = 0; id < count; ++id) panel.NewController("-id:%u -type:EditNum -prec:3", id);
+    panel.NewController("-id:5 -type:CheckBox");
+    for (unsigned int id = 0; id < count; ++id) panel.SetValueAsFloat64(id, id * 0.5);
+    double sum = 0;
+    for (unsigned int id = 0; id < count; ++id) sum += panel.GetValueAsFloat64(id);
+    seconds[round] = std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
+    EXPECT_EQ(sum, 0.25 * count * (count - 1));
+    EXPECT_EQ(panel.CtrlType(5), 2U);
+    EXPECT_EQ(panel.GetControllerCount(), count + 1);
+  }
+  EXPECT_LT(seconds[1], 35 * seconds[0]) << seconds[0];
+  EXPECT_TRUE(log_.empty());
 }
 
 TEST_F(PanelTest, Values_ThroughTheTables_AreWhatWasSet) {
