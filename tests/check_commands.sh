@@ -103,6 +103,16 @@ expect 1 "can't make a picture" draw a.akd c.pdf --scale 1e9
 expect 1 "can't write" draw a.akd missing/c.png
 expect 1 "can't write" new /dev/full
 
+bundle=$(dirname "$host")/../plugins/StdRectangle.so
+"$host" info "$bundle" --json | python3 -c '
+import json, sys
+cls = json.load(sys.stdin)["classes"][0]
+draw = [slot for slot in cls["slots"] if slot["method"] == "akmDraw"]
+types = [control["type"] for control in cls["panel"]["controls"]]
+assert cls["id"] == "stdRect" and cls["name"] == "Rectangle" and len(draw) == 1, cls
+assert types == ["StaticText", "EditNum", "Slider"] and cls["panel"]["controls"][2]["range"] == [0, 1], types
+' || fault "info --json"
+
 # Every edit as a command of its own.
 expect 0 '' new e.akd --size 200,100
 for x in 0 30 80; do "$host" add e.akd stdRect --bounds $x,0,$((x + 20)),20 > /dev/null || fault "add at $x"; done

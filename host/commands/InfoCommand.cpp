@@ -4,36 +4,13 @@
 #include "host/bundles/Bundle.h"
 #include "host/commands/Command.h"
 #include "host/commands/CommandLine.h"
+#include "host/commands/JsonListing.h"
+#include "host/commands/MethodName.h"
 #include "host/panels/PanelListing.h"
 #include "host/text/DisplayText.h"
 
 namespace host {
 namespace {
-
-const char* MethodName(unsigned int slot) {
-  switch (slot) {
-    case kAKMethodInitWithArgs:
-      return "akmInitWithArgs";
-    case kAKMethodInitFromFile:
-      return "akmInitFromFile";
-    case kAKMethodWriteToFile:
-      return "akmWriteToFile";
-    case kAKMethodDelete:
-      return "akmDelete";
-    case kAKMethodSetObjectProperties:
-      return "akmSetObjectProperties";
-    case kAKMethodGetObjectProperties:
-      return "akmGetObjectProperties";
-    case kAKMethodDraw:
-      return "akmDraw";
-    case kAKMethodGetNaturalBounds:
-      return "akmGetNaturalBounds";
-    case kAKMethodInspector:
-      return "akmInspector";
-    default:
-      return "(the host's)";
-  }
-}
 
 void PrintRecord(AKClass const& cls) {
   std::printf("class \"%s\", ID \"%s\", parent \"%s\", %u bytes an instance\n", DisplayText(DisplayName(cls)).c_str(),
@@ -67,11 +44,15 @@ void PrintSlots(AKClass const& cls) {
 }
 
 int RunInfo(std::vector<std::string> const& words) {
-  CommandLine line({}, {});
+  CommandLine line({}, {"json"});
   std::string error;
   if (!line.Parse(words, 1, 1, &error)) return Fail(error);
   const auto bundle = Bundle::Load(line.Positional()[0], &error);
   if (!bundle) return Fail(error);
+  if (line.Has("json")) {
+    std::fputs(JsonOfBundle(*bundle).c_str(), stdout);
+    return 0;
+  }
   std::printf("bundle %s\n", bundle->Path().c_str());
   for (RegisteredClass const* entry : bundle->Classes()) {
     PrintRecord(*entry->record);
@@ -85,7 +66,7 @@ int RunInfo(std::vector<std::string> const& words) {
 
 const Command kInfoCommand = {
     "info", "load a bundle and print what it registers",
-    "usage: objecthost info BUNDLE\n\n"
+    "usage: objecthost info BUNDLE [--json]\n\n"
     "Prints the class records, filled method slots and panels of a bundle. No other bundle is\n"
     "loaded.\n",
     &RunInfo};

@@ -2,6 +2,7 @@
 
 #include "graphics/values/AGConstants.h"
 #include "host/commands/JsonWriter.h"
+#include "host/commands/MethodName.h"
 #include "host/document/ObjectProperties.h"
 #include "host/text/DisplayText.h"
 
@@ -103,7 +104,8 @@ void WriteControlValue(JsonWriter* json, HostControl const& control) {
   }
 }
 
-void WriteControl(JsonWriter* json, Inspector const& inspector, HostControl const& control) {
+// The inspector that shows the panel tells what differs between its objects; null for a panel that nobody shows.
+void WriteControl(JsonWriter* json, HostControl const& control, Inspector const* inspector) {
   int x0 = 0;
   int y0 = 0;
   int x1 = 0;
@@ -119,7 +121,7 @@ void WriteControl(JsonWriter* json, Inspector const& inspector, HostControl cons
   json->Integer("height", y1 - y0);
   json->Bool("visible", control.IsVisible());
   json->Bool("enabled", control.IsEnabled());
-  json->Bool("mixed", inspector.IsMixed(control.id));
+  if (inspector != nullptr) json->Bool("mixed", inspector->IsMixed(control.id));
   json->String("shown", DisplayText(control.DisplayedValue()));
   if (control.GetProperty(kAKGUIPropertyHasValue) != 0) WriteControlValue(json, control);
   if (control.GetProperty(kAKGUIPropertyHasRange) != 0) {
@@ -135,6 +137,56 @@ void WriteControl(JsonWriter* json, Inspector const& inspector, HostControl cons
       json->String(DisplayText(control.GetMenuItemAtIndex(i)));
     }
     json->EndArray();
+  }
+  json->EndObject();
+}
+
+void WritePanel(JsonWriter* json, HostPanel const& panel, Inspector const* inspector) {
+  int width = 0;
+  int height = 0;
+  panel.GetPanelSize(&width, &height);
+  json->BeginObject();
+  json->String("title", DisplayText(panel.GetPanelTitle()));
+  json->Integer("width", width);
+  json->Integer("height", height);
+  json->Bool("multiple", panel.AllowsMultipleSelection());
+  json->Key("controls");
+  json->BeginArray();
+  for (unsigned int i = 0; i < panel.GetControllerCount(); ++i) WriteControl(json, panel.ControlAt(i), inspector);
+  json->EndArray();
+  json->EndObject();
+}
+
+void WriteSlots(JsonWriter* json, AKClass const& cls) {
+  json->Key("slots");
+  json->BeginArray();
+  for (unsigned int i = 0; i < kAKMethodCount; ++i) {
+    AKMethodSlot const& slot = cls.methods[i];
+    if (slot.function == 0) continue;
+    json->BeginObject();
+    json->Integer("slot", i);
+    json->String("method", MethodName(i));
+    json->Bool("virtual", (slot.function & 1) != 0);
+    json->Integer("adjustment", slot.adjustment);
+    json->EndObject();
+  }
+  json->EndArray();
+}
+
+void WriteClass(JsonWriter* json, RegisteredClass const& entry) {
+  AKClass const& cls = *entry.record;
+  json->BeginObject();
+  json->String("id", cls.classID.chars);
+  json->String("parent", cls.parentClassID.chars);
+  json->String("further", cls.furtherClassID.chars);
+  json->String("name", DisplayText(DisplayName(cls)));
+  json->String("comments", DisplayText(cls.comments));
+  json->Integer("flags", cls.flags);
+  json->Integer("instance", cls.instanceSize);
+  WriteSlots(json, cls);
+  if (HostPanel const* panel = HostPanel::Of(entry.panel.get())) {
+    json->Key("panel");
+    WritePanel(json, *panel, nullptr);
   }
   json->EndObject();
 }
@@ -157,19 +209,18 @@ std::string JsonOfValue(AKValue const& value) {
 }
 
 std::string JsonOfPanel(Inspector const& inspector) {
-  HostPanel const& panel = inspector.Panel();
   JsonWriter json;
-  int width = 0;
-  int height = 0;
-  panel.GetPanelSize(&width, &height);
+  WritePanel(&json, inspector.Panel(), &inspector);
+  return json.Line();
+}
+
+std::string JsonOfBundle(Bundle const& bundle) {
+  JsonWriter json;
   json.BeginObject();
-  json.String("title", DisplayText(panel.GetPanelTitle()));
-  json.Integer("width", width);
-  json.Integer("height", height);
-  json.Bool("multiple", panel.AllowsMultipleSelection());
-  json.Key("controls");
+  json.String("path", bundle.Path());
+  json.Key("classes");
   json.BeginArray();
-  for (unsigned int i = 0; i < panel.GetControllerCount(); ++i) WriteControl(&json, inspector, panel.ControlAt(i));
+  for (RegisteredClass const* entry : bundle.Classes()) WriteClass(&json, *entry);
   json.EndArray();
   json.EndObject();
   return json.Line();

@@ -3,6 +3,7 @@
 
 #include <string>
 
+#include "host/bundles/Bundle.h"
 #include "host/document/DocumentSession.h"
 #include "host/panels/Inspector.h"
 #include "kit/AKDictionary.h"
@@ -24,6 +25,10 @@ std::string JsonOfValue(AKValue const& value);
 /// "visible", "enabled", "mixed", "shown", "value", "range": [a, b], "items": []}]}; the last three where the control
 /// has them.
 std::string JsonOfPanel(Inspector const& inspector);
+
+/// {"path", "classes": [{"id", "parent", "further", "name", "comments", "flags", "instance" in bytes, "slots":
+/// [{"slot", "method", "virtual", "adjustment"}], "panel" as above without "mixed", where the class has one}]}
+std::string JsonOfBundle(Bundle const& bundle);
 
 /// {"undo", "redo", "position", "steps": [names], "unsaved"}
 std::string JsonOfHistory(DocumentSession const& session);

@@ -31,8 +31,8 @@ class UndoStep {
   void LayerInserted(Document const& document, LayerID id);
   void BeforeLayerRemoval(Document const& document, LayerID id);
 
-  /// An object or a layer is about to be removed by this step or by one that was opened within it: what is open about it
-  /// takes its state now, while it is there.
+  /// An object or a layer is about to be removed by this step or by one that was opened within it: what is open about
+  /// it takes its state now, while it is there.
   void TakeStatesOf(Document const& document, ObjectID id);
   void TakeSettingsOf(Document const& document, LayerID id);
 

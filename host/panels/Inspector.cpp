@@ -1,5 +1,7 @@
 #include "host/panels/Inspector.h"
 
+#include <algorithm>
+
 #include "host/Host.h"
 #include "host/document/InstanceCall.h"
 #include "host/tables/SlotCall.h"
@@ -103,7 +105,8 @@ int Inspector::Fill() {
     if (status == 0) status = own;
     const std::vector<AKString> shown = ShownValues();
     if (first.empty()) first = shown;
-    for (unsigned int c = 0; c < shown.size(); ++c) {
+    // An object may add controls while it fills the panel.
+    for (unsigned int c = 0; c < std::min(first.size(), shown.size()); ++c) {
       if (!(shown[c] == first[c])) mixed_.insert(Panel().ControlAt(c).id);
     }
   }
