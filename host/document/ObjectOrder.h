@@ -40,7 +40,9 @@ inline void FetchObject(DocumentObject const* object) {
 }
 
 /// The same of an instance: its header, and the fields of the class itself, which stand behind those of its parents.
+/// Null is passed over.
 inline void FetchInstance(AKObject const* instance) {
+  if (instance == nullptr) return;
   auto const* first = reinterpret_cast<const char*>(instance);
   __builtin_prefetch(first);
   __builtin_prefetch(first + sizeof(AKObjectSymbolVect));
