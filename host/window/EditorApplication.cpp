@@ -116,9 +116,11 @@ EditorWindow* EditorApplication::NewWindow(std::unique_ptr<DocumentSession> sess
 
 void EditorApplication::on_activate() {
   EditorWindow* const window = NewWindow(std::make_unique<DocumentSession>(std::make_unique<Document>(kNewPage)));
-  for (BundleSet::Skipped const& skipped : bundles_->NotLoaded()) {
-    window->ShowMessage(skipped.reason, Gtk::MessageType::WARNING);
+  std::string skipped;
+  for (BundleSet::Skipped const& bundle : bundles_->NotLoaded()) {
+    skipped += (skipped.empty() ? "" : "\n") + bundle.reason;
   }
+  if (!skipped.empty()) window->ShowMessage(skipped, Gtk::MessageType::WARNING);
   OfferRecovery(window);
 }
 

@@ -22,7 +22,6 @@ struct Line {
 constexpr Line kCanvasLines[] = {
     {N_("Move the selection by 1, 10 or 0.1"), N_("Arrows, Shift, Alt")},
     {N_("Next or previous object"), N_("Page Down, Page Up")},
-    {N_("Delete the selection"), N_("Delete")},
     {N_("Give up a drag, or the selection"), N_("Escape")},
     {N_("Add to the selection or take away"), N_("Shift + Click")},
     {N_("Move along one axis"), N_("Shift + Drag")},
@@ -48,7 +47,7 @@ class ShortcutGrid : public Gtk::Grid {
     for (MenuSection const& section : MenuSections()) {
       if (section.title != nullptr) Heading(WithoutMnemonic(Tr(section.title)));
       for (ActionKeys const& entry : section.entries) {
-        if (!entry.keys.empty()) Add(WithoutMnemonic(Tr(entry.title)), ShownKey(entry));
+        if (!ShownKey(entry).empty()) Add(WithoutMnemonic(Tr(entry.title)), ShownKey(entry));
       }
     }
     Heading(Tr("Canvas"));

@@ -22,7 +22,7 @@ std::vector<MenuSection> const& MenuSections() {
         {N_("_Copy"), "win.copy", {"<Control>c"}},
         {N_("_Paste"), "win.paste", {"<Control>v"}},
         {N_("_Duplicate"), "win.duplicate", {"<Control>d"}},
-        {N_("De_lete"), "win.delete", {}}}},
+        {N_("De_lete"), "win.delete", {}, "Delete"}}},
       {nullptr,
        {{N_("Select _All"), "win.select-all", {"<Control>a"}},
         {N_("Select _None"), "win.select-none", {"<Control><Shift>a"}}}},
@@ -71,7 +71,11 @@ Menus MakeMenus() {
     }
     auto entries = Gio::Menu::create();
     for (ActionKeys const& entry : section.entries) {
-      entries->append(Tr(entry.title), entry.action);
+      const auto item = Gio::MenuItem::create(Tr(entry.title), entry.action);
+      if (entry.canvasKey != nullptr) {
+        item->set_attribute_value("accel", Glib::Variant<Glib::ustring>::create(entry.canvasKey));
+      }
+      entries->append_item(item);
       if (std::string("win.open") != entry.action) continue;
       menus.recent = Gio::Menu::create();
       entries->append_submenu(Tr("Open _Recent"), menus.recent);
@@ -91,10 +95,10 @@ void SetKeys(Gtk::Application& application) {
 }
 
 std::string ShownKey(ActionKeys const& entry) {
-  if (entry.keys.empty()) return {};
+  if (entry.keys.empty() && entry.canvasKey == nullptr) return {};
   guint key = 0;
   Gdk::ModifierType modifiers{};
-  if (!Gtk::Accelerator::parse(entry.keys[0], key, modifiers)) return {};
+  if (!Gtk::Accelerator::parse(entry.keys.empty() ? entry.canvasKey : entry.keys[0], key, modifiers)) return {};
   return Gtk::Accelerator::get_label(key, modifiers);
 }
 

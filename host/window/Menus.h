@@ -13,6 +13,7 @@ struct ActionKeys {
   char const* title;   ///< as in the menus, not translated
   char const* action;  ///< with its group: "win.undo"
   std::vector<char const*> keys;
+  char const* canvasKey = nullptr;  ///< shown in the menu; the canvas takes it itself, since fields need it for text
 };
 
 struct MenuSection {
@@ -30,7 +31,7 @@ struct Menus {
 };
 Menus MakeMenus();
 void SetKeys(Gtk::Application& application);
-/// "<Control>z" as "Ctrl+Z", the first of an action's keys; empty when it has none.
+/// "<Control>z" as "Ctrl+Z", the first of an action's keys or that of the canvas; empty when it has none.
 std::string ShownKey(ActionKeys const& entry);
 
 }  // namespace host
