@@ -136,12 +136,12 @@ int Star::akmDraw(AGContext const& context, AKDrawEvent const& event) const {
 AKGUIDesc* Star::BuildInspectorGUIDesc() {
   NKLocaleSetDomain("Star");
   auto panel = std::make_unique<AKGUIDesc>("-multisel:1");
-  panel->NewController("-type:StaticText -pos:(010;007) -dim:(068;016) -title:\"%s\"", NKLocaleGetString("Points"));
-  panel->NewController("-id:%d -type:EditNum -pos:(082;002) -dim:(048;022) -prec:0 -range:(%u;%u)", kPointsField,
+  panel->NewController("-type:StaticText -pos:(010;007) -dim:(080;016) -title:\"%s\"", NKLocaleGetString("Points"));
+  panel->NewController("-id:%d -type:EditNum -pos:(094;002) -dim:(048;022) -prec:0 -range:(%u;%u)", kPointsField,
                        kFewestPoints, kMostPoints);
-  panel->NewController("-type:StaticText -pos:(010;035) -dim:(068;016) -title:\"%s\"",
+  panel->NewController("-type:StaticText -pos:(010;035) -dim:(080;016) -title:\"%s\"",
                        NKLocaleGetString("Inner radius"));
-  panel->NewController("-id:%d -type:Slider -pos:(082;030) -dim:(146;020) -range:(0;1)", kInnerSlider);
+  panel->NewController("-id:%d -type:Slider -pos:(094;030) -dim:(134;020) -range:(0;1)", kInnerSlider);
   panel->SetPanelSize(0, 56);
   return panel.release();
 }
