@@ -12,6 +12,7 @@ struct PairRecord {
   std::string name;
   double target;
   double bytes;
+  bool byTheClock;
 };
 
 std::vector<PairRecord>& Pairs() {
@@ -25,7 +26,23 @@ double Median(std::vector<double> values) {
   return values[values.size() / 2];
 }
 
-// Keeps the CPU time of every repetition under its benchmark's name and prints nothing itself.
+bool IsByTheClock(const std::string& function) {
+  return std::any_of(Pairs().begin(), Pairs().end(), [&function](const PairRecord& pair) {
+    return pair.byTheClock && function.starts_with(pair.name + "|");
+  });
+}
+
+bool Register(const PairRecord& pair, const Body& kit, const Body& reference) {
+  Pairs().push_back(pair);
+  for (auto* registered : {benchmark::RegisterBenchmark((pair.name + "|kit").c_str(), kit),
+                           benchmark::RegisterBenchmark((pair.name + "|reference").c_str(), reference)}) {
+    registered->Repetitions(5)->MinTime(0.05)->Unit(benchmark::kNanosecond);
+    if (pair.byTheClock) registered->UseRealTime();
+  }
+  return true;
+}
+
+// Keeps the time of every repetition under its benchmark's name and prints nothing itself.
 class TimeCollector : public benchmark::BenchmarkReporter {
  public:
   bool ReportContext(const Context&) override { return true; }
@@ -38,7 +55,8 @@ class TimeCollector : public benchmark::BenchmarkReporter {
         failed_ = true;
         continue;
       }
-      times_[run.run_name.function_name].push_back(run.GetAdjustedCPUTime());
+      const std::string& function = run.run_name.function_name;
+      times_[function].push_back(IsByTheClock(function) ? run.GetAdjustedRealTime() : run.GetAdjustedCPUTime());
     }
   }
 
@@ -74,12 +92,11 @@ class TimeCollector : public benchmark::BenchmarkReporter {
 }  // namespace
 
 bool Pair(const std::string& name, double target, Body kit, Body reference, double bytes) {
-  Pairs().push_back({name, target, bytes});
-  for (auto* registered : {benchmark::RegisterBenchmark((name + "|kit").c_str(), kit),
-                           benchmark::RegisterBenchmark((name + "|reference").c_str(), reference)}) {
-    registered->Repetitions(5)->MinTime(0.05)->Unit(benchmark::kNanosecond);
-  }
-  return true;
+  return Register({name, target, bytes, false}, kit, reference);
+}
+
+bool PairByTheClock(const std::string& name, double target, Body kit, Body reference) {
+  return Register({name, target, 0, true}, kit, reference);
 }
 
 }  // namespace ratio

@@ -15,5 +15,7 @@ using Body = std::function<void(benchmark::State&)>;
 /// `bytes`, when not 0, is what one iteration of either side reads; the table then shows both rates in GB/s.
 /// Returns true so that a pair can be registered by initialising a constant.
 bool Pair(const std::string& name, double target, Body kit, Body reference, double bytes = 0);
+/// The same by the clock instead of by processor time: for work of which waiting for the disk is a part.
+bool PairByTheClock(const std::string& name, double target, Body kit, Body reference);
 
 }  // namespace ratio
