@@ -178,8 +178,7 @@ void AGFont::LowComputeNative() const {
     }
   }
   TakeNative(AGGraphicsLow::NewNativeFont(name_, size_, style_, (sFontOptions & kOptionAcceptSubstitute) != 0));
-  // Another description of the default font would only fail the same way.
-  if (native_ == nullptr && (sFontOptions & kOptionFallBack) != 0 && !IsEqual(kAGFontDefault)) {
+  if (native_ == nullptr && (sFontOptions & kOptionFallBack) != 0 && this != &kAGFontDefault) {
     TakeNative(AGGraphicsLow::NewNativeFontOfSize(kAGFontDefault.NativeFont(), size_));
   }
   if (native_ != nullptr && shares) AGFontCache::Shared().Put(CacheKey(), native_);

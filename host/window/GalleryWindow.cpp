@@ -16,12 +16,13 @@ namespace {
 constexpr double kScale = 2;
 constexpr double kGap = 10;
 constexpr double kLabel = 14;
+constexpr std::size_t kFirstColumns = 6;  // until the window is drawn in its own width
 
 class GalleryArea : public Gtk::DrawingArea {
  public:
   GalleryArea() : items_(GalleryItems()) {
-    set_content_width(static_cast<int>(6 * CellWidth() + kGap));
-    set_content_height(static_cast<int>((static_cast<double>(items_.size()) + 5) / 6 * CellHeight()));
+    set_content_width(static_cast<int>(static_cast<double>(kFirstColumns) * CellWidth() + kGap));
+    SetHeightFor(kFirstColumns);
     set_draw_func(
         [this](Cairo::RefPtr<Cairo::Context> const& cairo, int width, int height) { Draw(cairo, width, height); });
   }
@@ -30,10 +31,14 @@ class GalleryArea : public Gtk::DrawingArea {
   static double CellWidth() { return kGalleryWidth * kScale + kGap; }
   static double CellHeight() { return kGalleryHeight * kScale + kGap + kLabel; }
 
-  void Draw(Cairo::RefPtr<Cairo::Context> const& cairo, int width, int height) {
-    const std::size_t columns = static_cast<std::size_t>(std::max(1.0, (width - kGap) / CellWidth()));
+  void SetHeightFor(std::size_t columns) {
     const std::size_t rows = (items_.size() + columns - 1) / columns;
     set_content_height(static_cast<int>(static_cast<double>(rows) * CellHeight() + kGap));
+  }
+
+  void Draw(Cairo::RefPtr<Cairo::Context> const& cairo, int width, int height) {
+    const std::size_t columns = static_cast<std::size_t>(std::max(1.0, (width - kGap) / CellWidth()));
+    SetHeightFor(columns);
     const Gdk::RGBA ink = get_style_context()->get_color();
     for (std::size_t i = 0; i < items_.size(); ++i) {
       const double x = kGap + static_cast<double>(i % columns) * CellWidth();

@@ -51,6 +51,9 @@ TEST_F(AGFontTest, FallBack_DefaultFontIsBound_LendsItsFaceAndIsSharedUnderTheUn
   const AGFont borrowed("No Such Font", 17, kAGFontStyleRegular);
   ASSERT_TRUE(borrowed.IsValid());
   EXPECT_DOUBLE_EQ(borrowed.GetAscent(), AGFont(kFamily, 17, 0).GetAscent());
+  AGFont::SetOption(AGFont::kOptionShare, false);
+  EXPECT_TRUE(AGFont("Lucida Grande", 24, kAGFontStyleRegular).IsValid()) << "described as the default, but not it";
+  AGFont::SetOption(AGFont::kOptionShare, true);
   AGFont::SetOption(AGFont::kOptionFallBack, false);
   EXPECT_TRUE(AGFont("No Such Font", 5, kAGFontStyleRegular).IsValid());  // from the cache
   EXPECT_FALSE(AGFont("No Such Font", 5, kAGFontStyleBold).IsValid());    // has a key of its own
