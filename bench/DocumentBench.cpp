@@ -6,12 +6,12 @@
 #include <cstdlib>
 
 #include "bench/Ratio.h"
-#include "graphics/AGBitmap.h"
-#include "host/ReadFile.h"
+#include "graphics/images/AGBitmap.h"
 #include "host/bundles/Bundle.h"
-#include "host/document/DocumentDrawing.h"
-#include "host/document/DocumentFile.h"
-#include "host/document/DocumentSession.h"
+#include "host/pictures/DocumentDrawing.h"
+#include "host/session/DocumentSession.h"
+#include "host/storage/DocumentFile.h"
+#include "host/storage/ReadFile.h"
 
 namespace {
 

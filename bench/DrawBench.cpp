@@ -4,9 +4,9 @@
 
 #include "bench/Ratio.h"
 #include "bench/RectangleScene.h"
-#include "graphics/AGBitmap.h"
+#include "graphics/images/AGBitmap.h"
 #include "graphics/native/AGGraphicsLowPaint.h"
-#include "graphics/values/AGConstants.h"
+#include "kit/geometry/AGConstants.h"
 
 namespace {
 

@@ -10,9 +10,9 @@
 #include <vector>
 
 #include "bench/Ratio.h"
-#include "kit/AKFileNumbers.h"
-#include "kit/AKValueHelpers.h"
 #include "kit/files/AKFileUtils.h"
+#include "kit/streams/AKFileNumbers.h"
+#include "kit/values/AKValueHelpers.h"
 
 #if AK_HAS_MESSAGE_PACK
 #include <fstream>

@@ -11,9 +11,9 @@
 #endif
 
 #include "bench/Ratio.h"
-#include "graphics/AGGeometry.h"
-#include "graphics/AGPath.h"
+#include "graphics/geometry/AGGeometry.h"
 #include "graphics/native/AGGraphicsLowPath.h"
+#include "graphics/paths/AGPath.h"
 
 namespace {
 

@@ -18,8 +18,8 @@
 // clang-format on
 
 #include "bench/Ratio.h"
-#include "graphics/AGBitmap.h"
-#include "graphics/AGImage.h"
+#include "graphics/images/AGBitmap.h"
+#include "graphics/images/AGImage.h"
 #include "kit/files/AKFilePath.h"
 
 namespace {

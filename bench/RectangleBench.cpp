@@ -7,10 +7,10 @@
 
 #include "bench/Ratio.h"
 #include "bench/RectangleScene.h"
-#include "graphics/AGBitmap.h"
-#include "graphics/AKDrawEvent.h"
+#include "graphics/context/AKDrawEvent.h"
+#include "graphics/images/AGBitmap.h"
 #include "host/bundles/Bundle.h"
-#include "host/document/Document.h"
+#include "host/model/Document.h"
 #include "host/tables/SlotCall.h"
 
 namespace {

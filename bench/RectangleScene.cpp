@@ -5,7 +5,7 @@
 #include <cstdlib>
 #include <random>
 
-#include "graphics/values/AGConstants.h"
+#include "kit/geometry/AGConstants.h"
 
 namespace scene {
 

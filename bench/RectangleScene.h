@@ -7,8 +7,8 @@
 #include <memory>
 #include <vector>
 
-#include "graphics/values/AGColor.h"
-#include "graphics/values/AGRect.h"
+#include "kit/geometry/AGColor.h"
+#include "kit/geometry/AGRect.h"
 
 namespace scene {
 

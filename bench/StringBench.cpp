@@ -5,8 +5,8 @@
 #include <vector>
 
 #include "bench/Ratio.h"
-#include "kit/AKStringArray.h"
-#include "kit/AKStringEncoding.h"
+#include "kit/text/AKStringArray.h"
+#include "kit/text/AKStringEncoding.h"
 
 namespace {
 

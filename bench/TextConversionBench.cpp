@@ -4,7 +4,7 @@
 #include <cstdio>
 
 #include "bench/Ratio.h"
-#include "kit/AKTextConversions.h"
+#include "kit/text/AKTextConversions.h"
 
 namespace {
 

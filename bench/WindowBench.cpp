@@ -6,7 +6,7 @@
 
 #include "bench/Ratio.h"
 #include "host/bundles/BundleSet.h"
-#include "host/document/DocumentDrawing.h"
+#include "host/pictures/DocumentDrawing.h"
 #include "host/view/PointerTool.h"
 #include "host/view/TileCache.h"
 

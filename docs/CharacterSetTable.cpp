@@ -5,7 +5,7 @@
 #include <cstdio>
 #include <string>
 
-#include "kit/AKStringEncoding.h"
+#include "kit/text/AKStringEncoding.h"
 
 namespace {
 

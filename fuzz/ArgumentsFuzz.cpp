@@ -2,7 +2,7 @@
 #include <cstdint>
 #include <cstdlib>
 
-#include "kit/AKArgs.h"
+#include "kit/text/AKArgs.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   const AKString text(reinterpret_cast<const char*>(data), static_cast<unsigned int>(size));

@@ -1,6 +1,6 @@
 // The record of an array of values. A NaN differs from itself, so only the counts are compared.
 #include "fuzz/RecordFuzz.h"
-#include "kit/AKValueArray.h"
+#include "kit/values/AKValueArray.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   return record_fuzz::RoundTrip<AKValueArray>(

@@ -1,6 +1,6 @@
 // The record of a block of bytes.
 #include "fuzz/RecordFuzz.h"
-#include "kit/AKMemoryBlock.h"
+#include "kit/containers/AKMemoryBlock.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   return record_fuzz::RoundTrip<AKMemoryBlock>(

@@ -2,8 +2,8 @@
 #include <cstdint>
 #include <cstdlib>
 
-#include "kit/AKStringEncoding.h"
-#include "kit/AKUniString.h"
+#include "kit/text/AKStringEncoding.h"
+#include "kit/text/AKUniString.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   if (size == 0) return 0;

@@ -1,7 +1,7 @@
 // A walk over chunks, by the kit and by the dumper, which must agree on where the chunks of a sound file are.
 #include "fuzz/RecordFuzz.h"
-#include "host/document/ChunkDump.h"
-#include "kit/AKFileChunk.h"
+#include "host/listings/ChunkDump.h"
+#include "kit/streams/AKFileChunk.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   const record_fuzz::Input input(data, size);

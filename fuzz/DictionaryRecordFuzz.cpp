@@ -1,6 +1,6 @@
 // The record of a dictionary. A NaN differs from itself, so only the counts are compared.
 #include "fuzz/RecordFuzz.h"
-#include "kit/AKDictionary.h"
+#include "kit/values/AKDictionary.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   return record_fuzz::RoundTrip<AKDictionary>(

@@ -9,8 +9,8 @@
 #include <cstdio>
 #include <cstdlib>
 
-#include "graphics/AGBitmap.h"
-#include "graphics/AGImage.h"
+#include "graphics/images/AGBitmap.h"
+#include "graphics/images/AGImage.h"
 #include "kit/files/AKFilePath.h"
 
 namespace image_fuzz {

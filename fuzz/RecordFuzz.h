@@ -5,8 +5,8 @@
 #include <cstdint>
 #include <cstdlib>
 
-#include "kit/AKFile.h"
-#include "kit/AKMemoryBlock.h"
+#include "kit/containers/AKMemoryBlock.h"
+#include "kit/streams/AKFile.h"
 
 namespace record_fuzz {
 

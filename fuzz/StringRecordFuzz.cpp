@@ -1,6 +1,6 @@
 // The record of a string.
 #include "fuzz/RecordFuzz.h"
-#include "kit/AKString.h"
+#include "kit/text/AKString.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   return record_fuzz::RoundTrip<AKString>(

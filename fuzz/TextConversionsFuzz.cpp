@@ -5,7 +5,7 @@
 #include <cstdlib>
 #include <string>
 
-#include "kit/AKTextConversions.h"
+#include "kit/text/AKTextConversions.h"
 
 namespace {
 

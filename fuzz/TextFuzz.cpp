@@ -4,8 +4,8 @@
 #include <cstdint>
 #include <cstdlib>
 
-#include "graphics/AGBitmap.h"
-#include "graphics/AGFont.h"
+#include "graphics/images/AGBitmap.h"
+#include "graphics/text/AGFont.h"
 
 namespace {
 

@@ -1,6 +1,6 @@
 // The record of UTF-16 text.
 #include "fuzz/RecordFuzz.h"
-#include "kit/AKFileRecords.h"
+#include "kit/streams/AKFileRecords.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   return record_fuzz::RoundTrip<AKUniChars>(

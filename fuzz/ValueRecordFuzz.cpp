@@ -1,6 +1,6 @@
 // The record of a value. A NaN differs from itself, so only the types are compared.
 #include "fuzz/RecordFuzz.h"
-#include "kit/AKValue.h"
+#include "kit/values/AKValue.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   return record_fuzz::RoundTrip<AKValue>(

@@ -1,6 +1,6 @@
 #include "host/Fonts.h"
 
-#include "graphics/AGFont.h"
+#include "graphics/text/AGFont.h"
 
 namespace host {
 

@@ -7,8 +7,8 @@
 #include <vector>
 
 #include "host/bundles/ClassRegistry.h"
-#include "kit/AKClassSetup.h"
 #include "kit/files/AKFilePath.h"
+#include "kit/objects/AKClassSetup.h"
 
 namespace host {
 

@@ -1,10 +1,10 @@
 // Gathers the class model: class records, objects, host services, handlers and inspector panels.
 #pragma once
 
-#include "kit/AKClass.h"
-#include "kit/AKClassSetup.h"
-#include "kit/AKGUIDesc.h"
-#include "kit/AKHandler.h"
-#include "kit/AKHostServices.h"
-#include "kit/AKLog.h"
-#include "kit/AKObject.h"
+#include "kit/host/AKHostServices.h"
+#include "kit/log/AKLog.h"
+#include "kit/objects/AKClass.h"
+#include "kit/objects/AKClassSetup.h"
+#include "kit/objects/AKHandler.h"
+#include "kit/objects/AKObject.h"
+#include "kit/panels/AKGUIDesc.h"

@@ -4,12 +4,12 @@
 #include <memory>
 #include <new>
 
-#include "kit/AKArgs.h"
-#include "kit/AKDictionary.h"
-#include "kit/AKFile.h"
-#include "kit/AKFileNumbers.h"
-#include "kit/AKValue.h"
-#include "kit/AKValueHelpers.h"
+#include "kit/streams/AKFile.h"
+#include "kit/streams/AKFileNumbers.h"
+#include "kit/text/AKArgs.h"
+#include "kit/values/AKDictionary.h"
+#include "kit/values/AKValue.h"
+#include "kit/values/AKValueHelpers.h"
 
 const AKString kKey_Rounding("Rounding");
 

@@ -4,7 +4,7 @@
 // its own is the curvature of its corners: 0 is square, 1 the fullest rounding. Statuses are 0 for success.
 #pragma once
 
-#include "graphics/AKDrawEvent.h"
+#include "graphics/context/AKDrawEvent.h"
 #include "kit/AKClassBasicTypes.h"
 
 class AKArgs;

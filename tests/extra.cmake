@@ -14,7 +14,7 @@ add_test(NAME docs.CharacterSets
 target_compile_definitions(host_tests PRIVATE AK_SOURCE_DIR="${PROJECT_SOURCE_DIR}")
 
 # System calls and allocations go through functions of the test, so it is a program of its own.
-add_executable(fault_tests files/FaultInjectionTest.cpp)
+add_executable(fault_tests faults/FaultInjectionTest.cpp)
 target_link_libraries(fault_tests PRIVATE ak_kit GTest::gtest GTest::gtest_main)
 foreach(wrapped open close pread pwrite lseek fsync ftruncate rename fchmod stat access realpath malloc realloc _Znwm)
   target_link_options(fault_tests PRIVATE -Wl,--wrap=${wrapped})

@@ -1,7 +1,7 @@
 // A star: points on an ellipse that fills the bounds, and between them points nearer to the centre.
 #pragma once
 
-#include "graphics/AKDrawEvent.h"
+#include "graphics/context/AKDrawEvent.h"
 #include "kit/AKClassBasicTypes.h"
 
 class AKArgs;

@@ -7,8 +7,8 @@
 
 #include <cstdint>
 
-#include "graphics/AGContext.h"
-#include "graphics/AGImage.h"
+#include "graphics/context/AGContext.h"
+#include "graphics/images/AGImage.h"
 
 /// What of a shape is drawn: bit 1 suppresses the stroke, bit 2 the fill.
 using AGDrawMode = std::uint32_t;

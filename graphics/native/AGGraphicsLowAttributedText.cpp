@@ -8,7 +8,7 @@
 #include "CoreText/CTStringAttributes.h"
 #include "graphics/native/AGGraphicsLowOwned.h"
 #include "graphics/native/AGGraphicsLowText.h"
-#include "kit/AKUniString.h"
+#include "kit/text/AKUniString.h"
 
 namespace AGGraphicsLow {
 namespace {

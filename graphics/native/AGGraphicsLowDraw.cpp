@@ -3,7 +3,7 @@
 #include <cmath>
 #include <optional>
 
-#include "graphics/AGAffineTransformFactorize.h"
+#include "graphics/geometry/AGAffineTransformFactorize.h"
 #include "graphics/native/AGGraphicsLow.h"
 #include "graphics/native/AGGraphicsLowPaint.h"
 #include "graphics/native/AGGraphicsLowSupport.h"

@@ -6,7 +6,7 @@
 #include "CoreFoundation/CFNumber.h"
 #include "CoreText/CTFont.h"
 #include "graphics/native/AGGraphicsLowOwned.h"
-#include "kit/AKMacOS.h"
+#include "kit/system/AKMacOS.h"
 
 namespace AGGraphicsLow {
 namespace {

@@ -1,7 +1,7 @@
 // Native fonts as AGFont uses them. Null natives are allowed everywhere.
 #pragma once
 
-#include "graphics/AGFont.h"
+#include "graphics/text/AGFont.h"
 
 namespace AGGraphicsLow {
 

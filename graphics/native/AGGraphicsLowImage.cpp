@@ -2,7 +2,7 @@
 #include <cmath>
 
 #include "CoreGraphics/CGImage.h"
-#include "graphics/AGImage.h"
+#include "graphics/images/AGImage.h"
 #include "graphics/native/AGGraphicsLow.h"
 #include "graphics/native/AGGraphicsLowSupport.h"
 

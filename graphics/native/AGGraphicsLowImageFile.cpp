@@ -6,8 +6,8 @@
 #include "ImageIO/CGImageProperties.h"
 #include "ImageIO/CGImageSource.h"
 #include "ImageIO/UTCoreTypes.h"
-#include "kit/AKMacOS.h"
 #include "kit/files/AKFilePath.h"
+#include "kit/system/AKMacOS.h"
 
 namespace AGGraphicsLow {
 namespace {

@@ -1,7 +1,7 @@
 // Native images that are counted, and the files that they come from and go to.
 #pragma once
 
-#include "graphics/AGImage.h"
+#include "graphics/images/AGImage.h"
 
 namespace AGGraphicsLow {
 

@@ -3,9 +3,9 @@
 
 #include "CoreGraphics/CGPattern.h"
 #include "CoreGraphics/CGShading.h"
-#include "graphics/AGBrush.h"
-#include "graphics/AGContext.h"
-#include "graphics/values/AGRect.h"
+#include "graphics/context/AGContext.h"
+#include "graphics/paint/AGBrush.h"
+#include "kit/geometry/AGRect.h"
 
 namespace AGGraphicsLow {
 

@@ -3,10 +3,10 @@
 #include <cmath>
 
 #include "CoreGraphics/CGPath.h"
-#include "graphics/AGBezier.h"
-#include "graphics/AGGeometry.h"
-#include "graphics/AGMacOS.h"
-#include "graphics/AGPath.h"
+#include "graphics/geometry/AGBezier.h"
+#include "graphics/geometry/AGGeometry.h"
+#include "graphics/native/AGMacOS.h"
+#include "graphics/paths/AGPath.h"
 
 using AGMacOS::AGPointConvert;
 

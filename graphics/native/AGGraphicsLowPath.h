@@ -1,10 +1,10 @@
 // The measures and hit tests that read a path's native elements. Coordinates are map units.
 #pragma once
 
-#include "graphics/AGBrushFillMode.h"
-#include "graphics/values/AGAffineTransform.h"
-#include "graphics/values/AGPoint.h"
-#include "graphics/values/AGRect.h"
+#include "graphics/paint/AGBrushFillMode.h"
+#include "kit/geometry/AGAffineTransform.h"
+#include "kit/geometry/AGPoint.h"
+#include "kit/geometry/AGRect.h"
 
 class AGPath;
 

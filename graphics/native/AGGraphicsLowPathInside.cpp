@@ -8,8 +8,8 @@
 #include <cmath>
 
 #include "CoreGraphics/CGPath.h"
-#include "graphics/AGPath.h"
 #include "graphics/native/AGGraphicsLowPath.h"
+#include "graphics/paths/AGPath.h"
 
 namespace {
 

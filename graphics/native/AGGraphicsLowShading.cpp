@@ -2,10 +2,10 @@
 #include <algorithm>
 #include <cmath>
 
-#include "graphics/AGClamp.h"
+#include "graphics/geometry/AGClamp.h"
 #include "graphics/native/AGGraphicsLow.h"
 #include "graphics/native/AGGraphicsLowPaint.h"
-#include "graphics/values/AGConstants.h"
+#include "kit/geometry/AGConstants.h"
 
 namespace AGGraphicsLow {
 namespace {

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "CoreGraphics/CGContext.h"
-#include "graphics/AGContext.h"
+#include "graphics/context/AGContext.h"
 
 namespace AGGraphicsLow {
 

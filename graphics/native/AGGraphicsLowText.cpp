@@ -6,10 +6,10 @@
 
 #include "CoreText/CTFramesetter.h"
 #include "CoreText/CTLine.h"
-#include "graphics/AGMacOS.h"
 #include "graphics/native/AGGraphicsLow.h"
 #include "graphics/native/AGGraphicsLowOwned.h"
 #include "graphics/native/AGGraphicsLowSupport.h"
+#include "graphics/native/AGMacOS.h"
 
 namespace AGGraphicsLow {
 namespace {

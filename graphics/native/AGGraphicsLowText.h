@@ -6,10 +6,10 @@
 #pragma once
 
 #include "CoreFoundation/CFAttributedString.h"
-#include "graphics/AGContext.h"
-#include "graphics/AGFont.h"
-#include "graphics/AGTextAlignment.h"
-#include "kit/AKStringArray.h"
+#include "graphics/context/AGContext.h"
+#include "graphics/text/AGFont.h"
+#include "graphics/text/AGTextAlignment.h"
+#include "kit/text/AKStringArray.h"
 
 namespace AGGraphicsLow {
 

@@ -3,14 +3,14 @@
 
 #include <cstdio>
 
-#include "graphics/AGBitmap.h"
+#include "graphics/images/AGBitmap.h"
 #include "host/QuietLog.h"
 #include "host/bundles/Bundle.h"
 #include "host/bundles/BundleProbe.h"
-#include "host/document/Document.h"
-#include "host/document/DocumentDrawing.h"
+#include "host/model/Document.h"
+#include "host/pictures/DocumentDrawing.h"
 #include "host/tables/SlotCall.h"
-#include "kit/AKFile.h"
+#include "kit/streams/AKFile.h"
 
 namespace host {
 namespace {

@@ -1,6 +1,6 @@
 #include "host/bundles/ClassRegistry.h"
 
-#include "kit/AKLog.h"
+#include "kit/log/AKLog.h"
 
 namespace host {
 

@@ -7,8 +7,8 @@
 #include <deque>
 #include <memory>
 
-#include "kit/AKClass.h"
-#include "kit/AKGUIDesc.h"
+#include "kit/objects/AKClass.h"
+#include "kit/panels/AKGUIDesc.h"
 
 namespace host {
 

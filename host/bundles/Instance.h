@@ -3,7 +3,7 @@
 
 #include <memory>
 
-#include "kit/AKClass.h"
+#include "kit/objects/AKClass.h"
 
 namespace host {
 

@@ -1,7 +1,7 @@
 // Commands that move, stretch, turn, align and order objects.
-#include "graphics/values/AGConstants.h"
-#include "host/ParseNumber.h"
 #include "host/commands/EditCommand.h"
+#include "host/text/ParseNumber.h"
+#include "kit/geometry/AGConstants.h"
 
 namespace host {
 namespace {

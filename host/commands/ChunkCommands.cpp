@@ -1,7 +1,7 @@
 // The commands that look at any chunked file.
 #include "host/commands/Command.h"
 #include "host/commands/CommandLine.h"
-#include "host/document/ChunkDump.h"
+#include "host/listings/ChunkDump.h"
 
 namespace host {
 namespace {

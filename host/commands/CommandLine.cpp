@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "host/ParseNumber.h"
+#include "host/text/ParseNumber.h"
 
 namespace host {
 namespace {

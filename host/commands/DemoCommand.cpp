@@ -8,14 +8,14 @@
 #include <cstring>
 
 #include "host/Program.h"
-#include "host/ReadFile.h"
 #include "host/bundles/BundleSet.h"
 #include "host/commands/Command.h"
 #include "host/commands/CommandLine.h"
-#include "host/document/DemoScene.h"
-#include "host/document/DocumentFile.h"
-#include "host/document/DocumentListing.h"
-#include "host/document/DocumentPicture.h"
+#include "host/gallery/DemoScene.h"
+#include "host/listings/DocumentListing.h"
+#include "host/pictures/DocumentPicture.h"
+#include "host/storage/DocumentFile.h"
+#include "host/storage/ReadFile.h"
 
 extern char** environ;
 

@@ -9,8 +9,8 @@
 
 #include "host/commands/Command.h"
 #include "host/commands/CommandLine.h"
-#include "host/document/DocumentSession.h"
-#include "host/document/Recovery.h"
+#include "host/session/DocumentSession.h"
+#include "host/storage/Recovery.h"
 
 namespace host {
 

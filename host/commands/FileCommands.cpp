@@ -1,9 +1,9 @@
 // Commands that make, open, save and export documents.
-#include "host/ParseNumber.h"
 #include "host/commands/EditCommand.h"
 #include "host/commands/PageOptions.h"
 #include "host/commands/ProgressBar.h"
-#include "host/document/DocumentPicture.h"
+#include "host/pictures/DocumentPicture.h"
+#include "host/text/ParseNumber.h"
 
 namespace host {
 namespace {

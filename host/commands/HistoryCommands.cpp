@@ -1,6 +1,6 @@
 // Commands of the undo history, for scripts.
 #include "host/commands/EditCommand.h"
-#include "host/commands/JsonListing.h"
+#include "host/listings/JsonListing.h"
 
 namespace host {
 namespace {

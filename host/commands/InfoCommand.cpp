@@ -4,9 +4,9 @@
 #include "host/bundles/Bundle.h"
 #include "host/commands/Command.h"
 #include "host/commands/CommandLine.h"
-#include "host/commands/JsonListing.h"
-#include "host/commands/MethodName.h"
-#include "host/panels/PanelListing.h"
+#include "host/listings/JsonListing.h"
+#include "host/listings/MethodName.h"
+#include "host/listings/PanelListing.h"
 #include "host/text/DisplayText.h"
 
 namespace host {

@@ -1,9 +1,9 @@
 // The inspector panel of objects, printed and used.
-#include "host/ParseNumber.h"
 #include "host/commands/EditCommand.h"
-#include "host/commands/JsonListing.h"
+#include "host/listings/JsonListing.h"
+#include "host/listings/PanelListing.h"
 #include "host/panels/Inspector.h"
-#include "host/panels/PanelListing.h"
+#include "host/text/ParseNumber.h"
 
 namespace host {
 namespace {

@@ -2,8 +2,8 @@
 #include <cstdio>
 
 #include "host/commands/EditCommand.h"
-#include "host/commands/JsonListing.h"
 #include "host/commands/PageOptions.h"
+#include "host/listings/JsonListing.h"
 #include "host/text/Localisation.h"
 
 namespace host {

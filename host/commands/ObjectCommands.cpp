@@ -1,11 +1,11 @@
 // Commands that make, show, change and delete objects.
-#include "graphics/values/AGConstants.h"
-#include "host/ParseNumber.h"
 #include "host/commands/EditCommand.h"
-#include "host/commands/JsonListing.h"
-#include "host/document/DocumentListing.h"
-#include "host/document/ObjectProperties.h"
+#include "host/listings/DocumentListing.h"
+#include "host/listings/JsonListing.h"
+#include "host/model/ObjectProperties.h"
 #include "host/text/DisplayText.h"
+#include "host/text/ParseNumber.h"
+#include "kit/geometry/AGConstants.h"
 
 namespace host {
 namespace {

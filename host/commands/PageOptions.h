@@ -1,9 +1,9 @@
 // The options --size and --background.
 #pragma once
 
-#include "graphics/values/AGColor.h"
-#include "graphics/values/AGSize.h"
 #include "host/commands/CommandLine.h"
+#include "kit/geometry/AGColor.h"
+#include "kit/geometry/AGSize.h"
 
 namespace host {
 

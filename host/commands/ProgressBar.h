@@ -4,7 +4,7 @@
 #include <chrono>
 #include <string>
 
-#include "host/document/Progress.h"
+#include "host/pictures/Progress.h"
 
 namespace host {
 

@@ -4,9 +4,9 @@
 
 #include "host/commands/Command.h"
 #include "host/commands/CommandLine.h"
-#include "host/commands/JsonWriter.h"
-#include "host/document/DocumentFile.h"
-#include "host/document/Recovery.h"
+#include "host/listings/JsonWriter.h"
+#include "host/storage/DocumentFile.h"
+#include "host/storage/Recovery.h"
 
 namespace host {
 namespace {

@@ -6,9 +6,9 @@
 #include <fstream>
 #include <iostream>
 
-#include "host/ParseNumber.h"
 #include "host/commands/EditCommand.h"
 #include "host/commands/ScriptLine.h"
+#include "host/text/ParseNumber.h"
 
 namespace host {
 namespace {

@@ -1,12 +1,12 @@
 // Commands of the selection and the clipboard.
 #include <algorithm>
 
-#include "host/ParseNumber.h"
-#include "host/ReadFile.h"
 #include "host/commands/EditCommand.h"
-#include "host/commands/JsonWriter.h"
-#include "host/document/DocumentFile.h"
+#include "host/listings/JsonWriter.h"
+#include "host/storage/DocumentFile.h"
+#include "host/storage/ReadFile.h"
 #include "host/text/Localisation.h"
+#include "host/text/ParseNumber.h"
 
 namespace host {
 namespace {

@@ -3,8 +3,8 @@
 
 #include "host/commands/Command.h"
 #include "host/commands/CommandLine.h"
-#include "host/document/PictureFile.h"
 #include "host/gallery/ShapesPage.h"
+#include "host/pictures/PictureFile.h"
 
 namespace host {
 namespace {

@@ -4,13 +4,13 @@
 #include <vector>
 
 #include "CoreGraphics/CGVectorContext.h"
-#include "graphics/AGBitmap.h"
+#include "graphics/images/AGBitmap.h"
 #include "host/commands/Command.h"
 #include "host/commands/CommandLine.h"
-#include "host/document/DocumentFile.h"
-#include "host/document/DocumentPicture.h"
-#include "host/document/PictureFile.h"
 #include "host/gallery/TextPage.h"
+#include "host/pictures/DocumentPicture.h"
+#include "host/pictures/PictureFile.h"
+#include "host/storage/DocumentFile.h"
 
 namespace host {
 namespace {

@@ -7,8 +7,8 @@
 #include <memory>
 #include <vector>
 
-#include "graphics/AGBitmap.h"
-#include "graphics/AGContext.h"
+#include "graphics/context/AGContext.h"
+#include "graphics/images/AGBitmap.h"
 
 namespace host {
 

@@ -1,8 +1,8 @@
 // Clips and images of the gallery.
 #include <unistd.h>
 
-#include "graphics/AGImage.h"
-#include "graphics/AGPath.h"
+#include "graphics/images/AGImage.h"
+#include "graphics/paths/AGPath.h"
 #include "host/gallery/Gallery.h"
 #include "kit/files/AKFileUtils.h"
 

@@ -1,5 +1,5 @@
 // Solid fills, fill rules and patterns of the gallery.
-#include "graphics/AGPath.h"
+#include "graphics/paths/AGPath.h"
 #include "host/gallery/Gallery.h"
 
 namespace host {

@@ -1,6 +1,6 @@
 // Gradients of the gallery.
-#include "graphics/values/AGConstants.h"
 #include "host/gallery/Gallery.h"
+#include "kit/geometry/AGConstants.h"
 
 namespace host {
 namespace {

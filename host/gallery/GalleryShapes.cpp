@@ -1,8 +1,8 @@
 // Shapes of the gallery, and what is drawn without antialiasing or not at all.
-#include "graphics/AGArrays.h"
-#include "graphics/AGPath.h"
-#include "graphics/values/AGConstants.h"
+#include "graphics/paths/AGPath.h"
 #include "host/gallery/Gallery.h"
+#include "kit/geometry/AGArrays.h"
+#include "kit/geometry/AGConstants.h"
 
 namespace host {
 namespace {

@@ -1,7 +1,7 @@
 // Pens of the gallery.
-#include "graphics/AGPath.h"
-#include "graphics/values/AGConstants.h"
+#include "graphics/paths/AGPath.h"
 #include "host/gallery/Gallery.h"
+#include "kit/geometry/AGConstants.h"
 
 namespace host {
 namespace {

@@ -2,10 +2,10 @@
 
 #include <cmath>
 
-#include "graphics/AGArrays.h"
-#include "graphics/AGContext.h"
-#include "graphics/values/AGConstants.h"
+#include "graphics/context/AGContext.h"
 #include "host/gallery/StrokeFont.h"
+#include "kit/geometry/AGArrays.h"
+#include "kit/geometry/AGConstants.h"
 
 namespace host {
 namespace {

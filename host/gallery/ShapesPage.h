@@ -4,8 +4,8 @@
 #include <memory>
 #include <vector>
 
-#include "graphics/AGBitmap.h"
-#include "graphics/AGPath.h"
+#include "graphics/images/AGBitmap.h"
+#include "graphics/paths/AGPath.h"
 
 namespace host {
 

@@ -2,8 +2,8 @@
 
 #include <cctype>
 
-#include "graphics/AGArrays.h"
-#include "graphics/AGPath.h"
+#include "graphics/paths/AGPath.h"
+#include "kit/geometry/AGArrays.h"
 
 namespace host {
 namespace {

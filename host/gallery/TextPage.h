@@ -3,7 +3,7 @@
 
 #include <vector>
 
-#include "graphics/AGContext.h"
+#include "graphics/context/AGContext.h"
 
 namespace host {
 

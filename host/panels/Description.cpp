@@ -2,10 +2,10 @@
 
 #include <string_view>
 
-#include "host/ParseNumber.h"
-#include "kit/AKArgs.h"
-#include "kit/AKLog.h"
-#include "kit/AKStringArray.h"
+#include "host/text/ParseNumber.h"
+#include "kit/log/AKLog.h"
+#include "kit/text/AKArgs.h"
+#include "kit/text/AKStringArray.h"
 
 namespace host {
 namespace {

@@ -3,8 +3,8 @@
 
 #include <functional>
 
-#include "graphics/values/AGPoint.h"
-#include "kit/AKString.h"
+#include "kit/geometry/AGPoint.h"
+#include "kit/text/AKString.h"
 
 namespace host {
 

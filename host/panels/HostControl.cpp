@@ -4,8 +4,8 @@
 #include <cmath>
 
 #include "host/panels/Description.h"
-#include "kit/AKLog.h"
-#include "kit/AKTextConversions.h"
+#include "kit/log/AKLog.h"
+#include "kit/text/AKTextConversions.h"
 
 namespace host {
 namespace {

@@ -23,13 +23,13 @@
 
 #include <optional>
 
-#include "graphics/values/AGColor.h"
-#include "graphics/values/AGPoint.h"
 #include "host/panels/ControlType.h"
 #include "host/panels/PanelItem.h"
 #include "host/tables/TableBuilder.h"
-#include "kit/AKGUICtrl.h"
-#include "kit/AKStringArray.h"
+#include "kit/geometry/AGColor.h"
+#include "kit/geometry/AGPoint.h"
+#include "kit/panels/AKGUICtrl.h"
+#include "kit/text/AKStringArray.h"
 
 namespace host {
 

@@ -5,7 +5,7 @@
 #include "host/Host.h"
 #include "host/UserInterface.h"
 #include "host/panels/Description.h"
-#include "kit/AKObject.h"
+#include "kit/objects/AKObject.h"
 
 namespace host {
 namespace {

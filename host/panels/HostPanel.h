@@ -14,7 +14,7 @@
 
 #include "host/panels/HostControl.h"
 #include "host/panels/PanelItem.h"
-#include "kit/AKGUIDesc.h"
+#include "kit/panels/AKGUIDesc.h"
 
 namespace host {
 

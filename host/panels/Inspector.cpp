@@ -3,7 +3,7 @@
 #include <algorithm>
 
 #include "host/Host.h"
-#include "host/document/InstanceCall.h"
+#include "host/model/InstanceCall.h"
 #include "host/tables/SlotCall.h"
 #include "host/text/DisplayText.h"
 #include "host/text/Localisation.h"

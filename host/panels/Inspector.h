@@ -9,8 +9,8 @@
 #include <set>
 #include <string>
 
-#include "host/document/DocumentSession.h"
 #include "host/panels/HostPanel.h"
+#include "host/session/DocumentSession.h"
 
 namespace host {
 

@@ -5,12 +5,12 @@
 #include "host/bundles/Instance.h"
 #include "host/tables/SlotCall.h"
 #include "host/tables/TableBuilder.h"
-#include "kit/AKArgs.h"
-#include "kit/AKDictionary.h"
-#include "kit/AKFile.h"
-#include "kit/AKFileNumbers.h"
-#include "kit/AKLog.h"
-#include "kit/AKValueHelpers.h"
+#include "kit/log/AKLog.h"
+#include "kit/streams/AKFile.h"
+#include "kit/streams/AKFileNumbers.h"
+#include "kit/text/AKArgs.h"
+#include "kit/values/AKDictionary.h"
+#include "kit/values/AKValueHelpers.h"
 
 namespace host {
 namespace {

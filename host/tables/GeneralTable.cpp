@@ -8,9 +8,9 @@
 #include "host/tables/TableBuilder.h"
 #include "host/text/DisplayText.h"
 #include "host/text/Localisation.h"
-#include "kit/AKHostServices.h"
-#include "kit/AKValue.h"
 #include "kit/files/AKFileUtils.h"
+#include "kit/host/AKHostServices.h"
+#include "kit/values/AKValue.h"
 
 namespace host {
 namespace {

@@ -5,12 +5,12 @@
 // name. A plug-in acts for the program, not for the user: it reaches hidden and locked layers too. While objects are
 // drawn nothing can be added, deleted or revised.
 #include "host/Host.h"
-#include "host/document/DocumentSession.h"
-#include "host/document/InstanceCall.h"
+#include "host/model/InstanceCall.h"
+#include "host/session/DocumentSession.h"
 #include "host/tables/TableBuilder.h"
 #include "host/text/DisplayText.h"
-#include "kit/AKHandler.h"
-#include "kit/AKLog.h"
+#include "kit/log/AKLog.h"
+#include "kit/objects/AKHandler.h"
 
 namespace host {
 namespace {

@@ -1,8 +1,8 @@
 // Calls an object's methods through the slots of its class record.
 #pragma once
 
-#include "kit/AKClass.h"
-#include "kit/AKHostCall.h"
+#include "kit/host/AKHostCall.h"
+#include "kit/objects/AKClass.h"
 
 namespace host {
 

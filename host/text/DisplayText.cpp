@@ -1,6 +1,6 @@
 #include "host/text/DisplayText.h"
 
-#include "kit/AKStringEncoding.h"
+#include "kit/text/AKStringEncoding.h"
 
 namespace host {
 namespace {

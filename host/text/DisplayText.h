@@ -8,7 +8,7 @@
 #include <string>
 #include <string_view>
 
-#include "kit/AKString.h"
+#include "kit/text/AKString.h"
 
 namespace host {
 

@@ -3,8 +3,8 @@
 #include <algorithm>
 #include <cmath>
 
-#include "host/document/ObjectProperties.h"
-#include "kit/AKValueHelpers.h"
+#include "host/model/ObjectProperties.h"
+#include "kit/values/AKValueHelpers.h"
 
 namespace host {
 namespace {

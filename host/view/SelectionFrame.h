@@ -9,7 +9,7 @@
 #include <optional>
 #include <vector>
 
-#include "host/document/DocumentSession.h"
+#include "host/session/DocumentSession.h"
 #include "host/view/ViewTransform.h"
 
 namespace host {

@@ -5,7 +5,7 @@
 
 #include "CoreGraphics/CGContext.h"
 #include "graphics/native/AGGraphicsLow.h"
-#include "host/document/DocumentDrawing.h"
+#include "host/pictures/DocumentDrawing.h"
 
 namespace host {
 namespace {

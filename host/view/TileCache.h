@@ -14,8 +14,8 @@
 #include <utility>
 #include <vector>
 
-#include "graphics/AGBitmap.h"
-#include "host/document/Document.h"
+#include "graphics/images/AGBitmap.h"
+#include "host/model/Document.h"
 #include "host/view/ViewTransform.h"
 
 namespace host {

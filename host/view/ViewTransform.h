@@ -7,9 +7,9 @@
 
 #include <cstdint>
 
-#include "graphics/values/AGPoint.h"
-#include "graphics/values/AGRect.h"
-#include "graphics/values/AGSize.h"
+#include "kit/geometry/AGPoint.h"
+#include "kit/geometry/AGRect.h"
+#include "kit/geometry/AGSize.h"
 
 namespace host {
 

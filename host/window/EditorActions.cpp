@@ -5,10 +5,10 @@
 #include "host/text/Localisation.h"
 #include "host/window/EditorApplication.h"
 #include "host/window/EditorWindow.h"
-#include "host/window/GalleryWindow.h"
-#include "host/window/HelpWindows.h"
-#include "host/window/NumberField.h"
 #include "host/window/SlideStep.h"
+#include "host/window/dialogs/GalleryWindow.h"
+#include "host/window/dialogs/HelpWindows.h"
+#include "host/window/widgets/NumberField.h"
 
 namespace host {
 namespace {

@@ -10,7 +10,7 @@
 #include <algorithm>
 
 #include "host/Host.h"
-#include "host/document/Recovery.h"
+#include "host/storage/Recovery.h"
 #include "host/text/Localisation.h"
 #include "host/window/Menus.h"
 

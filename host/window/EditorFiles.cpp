@@ -7,7 +7,7 @@
 #include "host/text/Localisation.h"
 #include "host/window/EditorApplication.h"
 #include "host/window/EditorWindow.h"
-#include "host/window/ExportDialog.h"
+#include "host/window/dialogs/ExportDialog.h"
 
 namespace host {
 namespace {

@@ -17,9 +17,9 @@
 #include "host/text/DisplayText.h"
 #include "host/text/Localisation.h"
 #include "host/window/EditorApplication.h"
-#include "host/window/Panels.h"
-#include "host/window/ProgressWindow.h"
 #include "host/window/SlideStep.h"
+#include "host/window/dialogs/ProgressWindow.h"
+#include "host/window/panels/Panels.h"
 
 namespace host {
 namespace {

@@ -10,10 +10,10 @@
 #include <memory>
 #include <vector>
 
-#include "host/document/Recovery.h"
-#include "host/window/CanvasView.h"
-#include "host/window/EditorPanel.h"
-#include "host/window/Ruler.h"
+#include "host/storage/Recovery.h"
+#include "host/window/canvas/CanvasView.h"
+#include "host/window/canvas/Ruler.h"
+#include "host/window/panels/EditorPanel.h"
 
 namespace host {
 

@@ -2,7 +2,7 @@
 
 #include <glibmm/main.h>
 
-#include "host/document/DocumentSession.h"
+#include "host/session/DocumentSession.h"
 
 namespace host {
 namespace {

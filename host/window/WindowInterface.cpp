@@ -10,8 +10,8 @@
 
 #include "host/text/DisplayText.h"
 #include "host/text/Localisation.h"
-#include "host/window/PanelWidget.h"
-#include "host/window/ProgressWindow.h"
+#include "host/window/dialogs/ProgressWindow.h"
+#include "host/window/panels/PanelWidget.h"
 
 namespace host {
 namespace {

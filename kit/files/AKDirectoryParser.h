@@ -5,8 +5,8 @@
 // Links are listed by what they lead to, and not followed into folders below.
 #pragma once
 
-#include "kit/AKStringArray.h"
 #include "kit/files/AKFilePathArray.h"
+#include "kit/text/AKStringArray.h"
 
 class AKDirectoryParser {
  public:

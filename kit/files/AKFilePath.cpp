@@ -7,7 +7,7 @@
 #include <utility>
 #include <vector>
 
-#include "kit/AKValue.h"
+#include "kit/values/AKValue.h"
 
 const AKFilePath kAKNullFilePath;
 

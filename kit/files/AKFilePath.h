@@ -9,8 +9,8 @@
 
 #include <compare>
 
-#include "kit/AKString.h"
-#include "kit/AKStringArray.h"
+#include "kit/text/AKString.h"
+#include "kit/text/AKStringArray.h"
 
 class AKValue;
 

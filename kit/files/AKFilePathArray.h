@@ -1,7 +1,7 @@
 // AKFilePathArray: an ordered, growable list of file paths.
 #pragma once
 
-#include "kit/ATArray.h"
+#include "kit/containers/ATArray.h"
 #include "kit/files/AKFilePath.h"
 
 class AKFilePathArray : public ATArray<AKFilePath> {

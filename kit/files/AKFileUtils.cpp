@@ -9,7 +9,7 @@
 #include <cstdlib>
 #include <cstring>
 
-#include "kit/AKStringEncoding.h"
+#include "kit/text/AKStringEncoding.h"
 
 namespace {
 

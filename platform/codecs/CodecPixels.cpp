@@ -1,6 +1,6 @@
 #include "platform/codecs/CodecPixels.h"
 
-#include "platform/CGImageValue.h"
+#include "platform/graphics/CGImageValue.h"
 
 namespace platform {
 namespace {

@@ -8,7 +8,7 @@
 #include <cstdint>
 
 #include "CoreGraphics/CGImage.h"
-#include "platform/CairoHandles.h"
+#include "platform/graphics/CairoHandles.h"
 
 namespace platform {
 

@@ -14,9 +14,9 @@
 #include <jerror.h>
 // clang-format on
 
-#include "platform/CGImageValue.h"
 #include "platform/codecs/CodecPixels.h"
 #include "platform/codecs/ImageCodec.h"
+#include "platform/graphics/CGImageValue.h"
 
 namespace platform {
 namespace {

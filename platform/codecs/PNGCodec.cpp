@@ -9,9 +9,9 @@
 #include <cstring>
 #include <vector>
 
-#include "platform/CGImageValue.h"
 #include "platform/codecs/CodecPixels.h"
 #include "platform/codecs/ImageCodec.h"
+#include "platform/graphics/CGImageValue.h"
 
 namespace platform {
 namespace {

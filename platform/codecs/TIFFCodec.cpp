@@ -6,9 +6,9 @@
 #include <memory>
 #include <vector>
 
-#include "platform/CGImageValue.h"
 #include "platform/codecs/CodecPixels.h"
 #include "platform/codecs/ImageCodec.h"
+#include "platform/graphics/CGImageValue.h"
 
 namespace platform {
 namespace {

@@ -8,8 +8,8 @@
 #include <string>
 #include <thread>
 
-#include "kit/AKTextConversions.h"
-#include "kit/AKTextLocale.h"
+#include "kit/text/AKTextConversions.h"
+#include "kit/text/AKTextLocale.h"
 
 namespace {
 

@@ -6,13 +6,13 @@
 #include <limits>
 #include <memory>
 
-#include "graphics/AGBitmap.h"
-#include "graphics/values/AGConstants.h"
-#include "kit/AKArgs.h"
-#include "kit/AKDictionary.h"
-#include "kit/AKFile.h"
-#include "kit/AKValue.h"
-#include "kit/AKValueHelpers.h"
+#include "graphics/images/AGBitmap.h"
+#include "kit/geometry/AGConstants.h"
+#include "kit/streams/AKFile.h"
+#include "kit/text/AKArgs.h"
+#include "kit/values/AKDictionary.h"
+#include "kit/values/AKValue.h"
+#include "kit/values/AKValueHelpers.h"
 #include "plugin/CStdRect.h"
 
 namespace {

@@ -9,8 +9,8 @@
 #include <string>
 #include <vector>
 
-#include "kit/AKClass.h"
-#include "kit/AKGUIDesc.h"
+#include "kit/objects/AKClass.h"
+#include "kit/panels/AKGUIDesc.h"
 
 namespace {
 

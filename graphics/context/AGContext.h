@@ -1,0 +1,133 @@
+// The drawing context: the host's native port and the drawing state that the kit applies itself.
+//
+// Nothing is kept in the port between calls: each draw hands the whole context to the native bridge, which saves the
+// port's state, applies the context's, draws and restores. The port is not owned. Coordinates are those of the port
+// with y up, unless the host's own matrix says otherwise. Nothing here fails: what is invisible or empty is not drawn.
+//
+// Filling and stroking a rectangle on a bitmap takes at most 6 blocks from the allocator and a rounded one at most 12,
+// those of the native layer included; patterns and gradients take at most 14 more. Copies of a context without a clip,
+// and of brushes and pens without custom gradients or arrows, take none.
+#pragma once
+
+#include <memory>
+
+#include "graphics/images/AGImage.h"
+#include "graphics/images/AGPicture.h"
+#include "graphics/paint/AGBrush.h"
+#include "graphics/paint/AGPen.h"
+#include "graphics/paths/AGPath.h"
+#include "graphics/text/AGFont.h"
+#include "graphics/text/AGTextAlignment.h"
+#include "kit/containers/ATNumberArray.h"
+#include "kit/geometry/AGAffineTransform.h"
+#include "kit/geometry/AGColor.h"
+#include "kit/geometry/AGPoint.h"
+#include "kit/geometry/AGRect.h"
+#include "kit/geometry/AGSize.h"
+#include "kit/text/AKStringArray.h"
+
+struct CGContext;
+/// A native drawing target: a context of the native layer.
+using AGNativePort = CGContext;
+
+class AGContext {
+ public:
+  /// Below this opacity nothing is drawn; a NaN is invisible too.
+  static constexpr double kMinVisibleAlpha = 0.004;
+
+  /// Each dimension of the size is rounded to the nearest whole number.
+  AGContext(AGNativePort* port, AGSize const& size);
+  /// The clip path is copied, the port is shared.
+  AGContext(AGContext const& other);
+  AGContext& operator=(AGContext const& other);
+  ~AGContext() = default;
+
+  /// Drops the clip and restores the state to its defaults; port and size stay. Returns 0.
+  int ResetAll();
+
+  AGNativePort* NativePort() const { return port_; }
+  AGSize const& Size() const { return size_; }
+
+  void ResetClip() { clipPath_.reset(); }
+  /// Drops the clip; a rectangle that is not empty once normalised becomes the new one.
+  void SetClipRect(AGRect const& rect);
+  /// Drops the clip; a path that is not empty becomes the new one.
+  void SetClipPath(AGPath const& path);
+  /// Null when there is none.
+  AGPath const* GetClipPath() const { return clipPath_.get(); }
+  bool HasClip() const { return clipPath_ != nullptr && !clipPath_->IsEmpty(); }
+
+  /// Sets the whole surface to transparent black.
+  void ClearPixels();
+  /// Paint opaquely: the colour's own alpha is ignored.
+  void ClearPixels(AGColor color);
+  void ClearPixelsRect(AGColor color, AGRect const& rect);
+
+  /// Shapes are filled with the brush and stroked with the pen; a segment is only stroked.
+  void DrawRect(AGRect const& rect) const;
+  /// `curvature` as in AGPath::AddRoundedRect.
+  void DrawRoundedRect(AGRect const& rect, double curvature) const;
+  void DrawEllipseInRect(AGRect const& rect) const;
+  void DrawSegment(AGPoint const& from, AGPoint const& to) const;
+  void DrawLines(ATNumberArray<AGPoint, double, 0> const& points, bool close) const;
+  void DrawLines(ATNumberArray<AGPoint, double, 0> const& points, AGAffineTransform const& transform, bool close) const;
+  void DrawRects(ATNumberArray<AGRect, double, 0> const& rects) const;
+  void DrawRects(ATNumberArray<AGRect, double, 0> const& rects, AGAffineTransform const& transform) const;
+  /// `transform` is applied before the context's own.
+  void DrawPath(AGPath const& path) const;
+  void DrawPath(AGPath const& path, AGAffineTransform const& transform) const;
+  /// Fits the path's bounding box into `rect`. A box of zero width or height draws with the all-zero transform.
+  void DrawPath(AGPath const& path, AGRect const& rect, bool keepAspect) const;
+
+  /// Draws the image, one unit a pixel, with its lower left corner at `point`.
+  void DrawImage(AGImage const& image, AGPoint const& point, AGAffineTransform const& transform,
+                 AGImageQuality quality) const;
+  /// Fits the image's pixels into `rect`.
+  void DrawImage(AGImage const& image, AGRect const& rect, bool keepAspect, AGImageQuality quality) const;
+
+  /// The picture's path is drawn as DrawPath does, its image as DrawImage does.
+  void DrawPicture(AGPicture const& picture, AGAffineTransform const& transform, AGImageQuality quality) const;
+  void DrawPicture(AGPicture const& picture, AGRect const& rect, bool keepAspect, AGImageQuality quality) const;
+
+  /// Draws a text at a point of its first baseline, through `transform` and then the context's own: filled with the
+  /// brush's first colour, outlined with that of the pen's brush. Lines are separated by CR, LF or both.
+  void DrawText(AKString const& text, AGFont const& font, AGPoint const& point, AGAffineTransform const& transform,
+                AGTextAlignment alignment) const;
+  void DrawUText(AKUniChars const& text, AGFont const& font, AGPoint const& point, AGAffineTransform const& transform,
+                 AGTextAlignment alignment) const;
+  /// Draws a text aligned in a rectangle, as AGFont::GetTextPosInBounds has it.
+  void DrawText(AKString const& text, AGFont const& font, AGRect const& rect, int hAlign, int vAlign) const;
+  void DrawUText(AKUniChars const& text, AGFont const& font, AGRect const& rect, int hAlign, int vAlign) const;
+  /// Draws each string as a single line at the point of the same index.
+  void DrawStrings(AKStringArray const& strings, AGFont const& font, ATNumberArray<AGPoint, double, 0> const& points,
+                   AGAffineTransform const& transform, AGTextAlignment alignment) const;
+
+  /// True when alpha is visible and the brush or the pen appears (the brush is asked first).
+  bool WouldFillOrStroke() const;
+  bool WouldStroke() const;
+
+ private:
+  friend struct AGLayout;
+
+  void CopyState(AGContext const& other);
+
+  AGNativePort* port_;
+
+ public:
+  bool antialias = true;
+  double alpha = 1.0;
+  /// Multiplies red, green and blue of brush and pen colours at draw time.
+  double colorFactor = 1.0;
+
+ private:
+  AGSize size_;
+
+ public:
+  AGAffineTransform transform = kAGAffineTransformIdentity;  ///< applied after the per-call transform
+  AGBrush brush;
+  AGPen pen;
+  AGPoint patternOrigin = kAGNullPoint;  ///< phase of pattern brushes
+
+ private:
+  std::unique_ptr<AGPath> clipPath_;
+};

@@ -1,0 +1,30 @@
+// A bitmap that owns its pixels and its native context.
+#pragma once
+
+#include "graphics/images/AGBitmapBase.h"
+#include "kit/geometry/AGSize.h"
+
+class AGBitmap final : public AGBitmapBase {
+ public:
+  /// Pixels are blue, green, red, alpha in memory instead of alpha, red, green, blue. Reading and writing single pixels
+  /// keeps the alpha-first packing all the same.
+  static constexpr unsigned int kFlagLittleEndian = 1;
+  /// The memory starts as zeros.
+  static constexpr unsigned int kFlagZeroFill = 2;
+
+  AGBitmap() = default;
+  /// Sides are rounded, negative ones count as 0. A side of 0, a byte count beyond 32 bits, or a failed allocation
+  /// leaves the bitmap empty.
+  AGBitmap(AGSize const& size, unsigned int flags);
+  AGBitmap(unsigned int width, unsigned int height, unsigned int flags);
+  /// The image's pixels; upside down with kFlagLittleEndian.
+  AGBitmap(AGImage const& image, unsigned int flags);
+  ~AGBitmap() override;
+
+  /// A context on the whole bitmap with its state at the defaults; the bitmap must outlive it.
+  AGContext GetContextOfBitmap() const;
+
+ private:
+  bool LowCreateBitmapWithImage(AGImage const& image, bool flipped);
+  bool LowCreateBitmapWithSize(unsigned int width, unsigned int height, bool zeroFill, bool littleEndian);
+};

@@ -1,0 +1,31 @@
+// A drawing that is either a path or an image.
+#pragma once
+
+#include <cstdint>
+#include <memory>
+
+#include "graphics/images/AGImage.h"
+#include "graphics/paths/AGPath.h"
+
+/// Owns what it holds; copies are deep. Nothing is drawn of a picture of any other kind.
+class AGPicture {
+ public:
+  static constexpr std::uint32_t kKindNone = 0;
+  static constexpr std::uint32_t kKindPath = 1;
+  static constexpr std::uint32_t kKindImage = 2;
+
+  AGPicture() = default;
+  explicit AGPicture(AGPath const& path) : kind_(kKindPath), path_(path) {}
+  explicit AGPicture(AGImage const& image) : kind_(kKindImage), image_(image) {}
+
+  std::uint32_t Kind() const { return kind_; }
+  /// Empty unless the kind is that of a path.
+  AGPath const& Path() const { return path_; }
+  /// Empty unless the kind is that of an image.
+  AGImage const& Image() const { return image_; }
+
+ private:
+  std::uint32_t kind_ = kKindNone;
+  AGPath path_;
+  AGImage image_;
+};

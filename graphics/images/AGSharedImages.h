@@ -1,0 +1,32 @@
+// The images that are loaded by name from the application's resources, each once, with a count of who uses it.
+//
+// Native images that are handed out stay this class's: who registered a name unregisters it again. There is one
+// instance to each copy of the kit. It goes with the process and does not delete what is left then: LowTerminate of
+// AGImage does.
+#pragma once
+
+#include "kit/containers/ATFastMap.h"
+#include "kit/text/AKString.h"
+
+struct CGImage;
+
+class AGSharedImages {
+ public:
+  struct AGImageRec {
+    CGImage* native = nullptr;
+    unsigned int count = 0;
+  };
+
+  static AGSharedImages& Shared();
+
+  /// The image of the name, loaded if it is not yet; its count rises by one. Null, logged (-895), when there is none.
+  CGImage* RegisterImage(AKString const& name);
+  /// Lowers the count; at 0 the image is deleted, unless AGImage's option keeps it. An unknown name does nothing.
+  void UnregisterImage(AKString const& name);
+  void DeleteAllImages();
+
+  unsigned int Count() const { return images_.Count(); }
+
+ private:
+  ATFastMap<AKString, AGImageRec> images_;
+};

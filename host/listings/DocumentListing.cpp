@@ -1,0 +1,74 @@
+#include "host/listings/DocumentListing.h"
+
+#include <cstdio>
+
+#include "host/model/ObjectProperties.h"
+#include "kit/geometry/AGConstants.h"
+#include "kit/values/AKValue.h"
+
+namespace host {
+namespace {
+
+std::string Number(double value) {
+  char text[32];
+  std::snprintf(text, sizeof(text), "%.7g", value);
+  return text;
+}
+
+std::string RectText(AGRect const& rect) {
+  return "(" + Number(rect.x0) + ";" + Number(rect.y0) + ";" + Number(rect.x1) + ";" + Number(rect.y1) + ")";
+}
+
+std::string RoundedText(AKValue const& value) {
+  if (value.Type() == kAKValueTypeFloat) {
+    double number = 0;
+    value.GetasFloat(&number, false);
+    return Number(number);
+  }
+  if (AKDictionary const* dictionary = value.GetasAKDictionary()) {
+    std::string text = "{";
+    dictionary->ForEach([&text](AKString const& key, AKValue const& entry) {
+      text += (text.size() > 1 ? " " : "") + std::string(key.CStr()) + "=" + RoundedText(entry);
+    });
+    return text + "}";
+  }
+  return TextOf(value);
+}
+
+bool IsClassProperty(AKString const& key) {
+  return !(key == "Bounds") && !(key == "Angle") && !(key == "Brush") && !(key == "Pen");
+}
+
+std::string Header(DocumentObject const& object, std::size_t index) {
+  return std::to_string(index) + "  " + object.classID.chars + (object.IsPlaceholder() ? " (placeholder)" : "");
+}
+
+}  // namespace
+
+std::string ShortListing(Document const& document) {
+  std::string text;
+  std::size_t number = 0;
+  document.ForEachObject([&](DocumentObject const& object) {
+    text += Header(object, number++) + "  " + RectText(object.bounds) + "  " + Number(object.angle * kRadToDeg);
+    PropertiesOf(object).ForEach([&text](AKString const& key, AKValue const& value) {
+      if (IsClassProperty(key)) text += "  " + std::string(key.CStr()) + "=" + RoundedText(value);
+    });
+    text += "\n";
+  });
+  return text;
+}
+
+std::string FullListing(Document const& document) {
+  std::string text = "page " + Number(document.Page().width) + " by " + Number(document.Page().height) + "\n";
+  std::size_t number = 0;
+  document.ForEachObject([&](DocumentObject const& object) {
+    text += Header(object, number++);
+    PropertiesOf(object).ForEach([&text](AKString const& key, AKValue const& value) {
+      text += "  " + std::string(key.CStr()) + "=" + RoundedText(value);
+    });
+    text += "\n";
+  });
+  return text;
+}
+
+}  // namespace host

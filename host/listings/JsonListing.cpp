@@ -1,0 +1,245 @@
+#include "host/listings/JsonListing.h"
+
+#include "host/listings/JsonWriter.h"
+#include "host/listings/MethodName.h"
+#include "host/model/ObjectProperties.h"
+#include "host/text/DisplayText.h"
+#include "kit/geometry/AGConstants.h"
+
+namespace host {
+namespace {
+
+void WriteNumbers(JsonWriter* json, std::string_view name, std::initializer_list<double> numbers) {
+  json->Key(name);
+  json->BeginArray();
+  for (const double number : numbers) json->Number(number);
+  json->EndArray();
+}
+
+void WriteColor(JsonWriter* json, std::string_view name, AGColor color) {
+  WriteNumbers(json, name,
+               {static_cast<double>(color.Red()), static_cast<double>(color.Green()), static_cast<double>(color.Blue()),
+                static_cast<double>(color.Alpha())});
+}
+
+void WriteProperties(JsonWriter* json, AKDictionary const& properties) {
+  json->BeginObject();
+  properties.ForEach([json](AKString const& key, AKValue const& value) {
+    json->Key(DisplayText(key));
+    json->Value(value);
+  });
+  json->EndObject();
+}
+
+void WritePage(JsonWriter* json, Document const& document) {
+  json->Key("page");
+  json->BeginObject();
+  json->Number("width", document.Page().width);
+  json->Number("height", document.Page().height);
+  WriteColor(json, "background", document.Background());
+  json->EndObject();
+}
+
+void WriteObject(JsonWriter* json, DocumentSession const& session, DocumentObject const& object, std::size_t number) {
+  json->BeginObject();
+  json->Integer("number", static_cast<long long>(number));
+  json->String("class", object.classID.chars);
+  json->Bool("placeholder", object.IsPlaceholder());
+  json->Bool("selected", session.Selected().Contains(object.id));
+  WriteNumbers(json, "bounds", {object.bounds.x0, object.bounds.y0, object.bounds.x1, object.bounds.y1});
+  json->Number("angle", object.angle * kRadToDeg);
+  json->Key("properties");
+  WriteProperties(json, PropertiesOf(object));
+  json->EndObject();
+}
+
+std::string JsonOf(DocumentSession const& session, bool withObjects) {
+  JsonWriter json;
+  std::size_t number = 0;
+  std::size_t layerNumber = 0;
+  json.BeginObject();
+  WritePage(&json, session.Doc());
+  json.Key("layers");
+  json.BeginArray();
+  for (auto const& layer : session.Doc().Layers()) {
+    json.BeginObject();
+    json.Integer("number", static_cast<long long>(layerNumber++));
+    json.String("name", layer->settings.name);
+    json.Bool("visible", layer->settings.visible);
+    json.Bool("locked", layer->settings.locked);
+    json.Bool("active", layer->id == session.ActiveLayer());
+    if (withObjects) {
+      json.Key("objects");
+      json.BeginArray();
+      layer->objects.ForEach([&](DocumentObject const& object) { WriteObject(&json, session, object, number++); });
+      json.EndArray();
+    } else {
+      json.Integer("objects", static_cast<long long>(layer->objects.Count()));
+    }
+    json.EndObject();
+  }
+  json.EndArray();
+  json.EndObject();
+  return json.Line();
+}
+
+void WriteControlValue(JsonWriter* json, HostControl const& control) {
+  json->Key("value");
+  switch (control.Type()) {
+    case ControlType::kColor: {
+      const AGColor color = control.GetValueAsAGColor();
+      json->BeginArray();
+      for (const unsigned int part : {color.Red(), color.Green(), color.Blue(), color.Alpha()}) json->Integer(part);
+      json->EndArray();
+      break;
+    }
+    case ControlType::kCheckBox:
+      json->Bool(control.GetValueAsBool());
+      break;
+    case ControlType::kEditText:
+      json->String(DisplayText(control.GetValueAsString()));
+      break;
+    default:
+      json->Number(control.GetValueAsFloat64());
+  }
+}
+
+// The inspector that shows the panel tells what differs between its objects; null for a panel that nobody shows.
+void WriteControl(JsonWriter* json, HostControl const& control, Inspector const* inspector) {
+  int x0 = 0;
+  int y0 = 0;
+  int x1 = 0;
+  int y1 = 0;
+  control.GetBounds(&x0, &y0, &x1, &y1);
+  json->BeginObject();
+  json->Integer("id", control.id);
+  json->String("type", InfoOf(control.Type()).name);
+  json->String("title", DisplayText(control.GetTitle()));
+  json->Integer("x", x0);
+  json->Integer("y", y0);
+  json->Integer("width", x1 - x0);
+  json->Integer("height", y1 - y0);
+  json->Bool("visible", control.IsVisible());
+  json->Bool("enabled", control.IsEnabled());
+  if (inspector != nullptr) json->Bool("mixed", inspector->IsMixed(control.id));
+  json->String("shown", DisplayText(control.DisplayedValue()));
+  if (control.GetProperty(kAKGUIPropertyHasValue) != 0) WriteControlValue(json, control);
+  if (control.GetProperty(kAKGUIPropertyHasRange) != 0) {
+    double low = 0;
+    double high = 0;
+    control.GetRange(&low, &high);
+    WriteNumbers(json, "range", {low, high});
+  }
+  if (control.GetMenuItemCount() != 0) {
+    json->Key("items");
+    json->BeginArray();
+    for (unsigned int i = 0; i < control.GetMenuItemCount(); ++i) {
+      json->String(DisplayText(control.GetMenuItemAtIndex(i)));
+    }
+    json->EndArray();
+  }
+  json->EndObject();
+}
+
+void WritePanel(JsonWriter* json, HostPanel const& panel, Inspector const* inspector) {
+  int width = 0;
+  int height = 0;
+  panel.GetPanelSize(&width, &height);
+  json->BeginObject();
+  json->String("title", DisplayText(panel.GetPanelTitle()));
+  json->Integer("width", width);
+  json->Integer("height", height);
+  json->Bool("multiple", panel.AllowsMultipleSelection());
+  json->Key("controls");
+  json->BeginArray();
+  for (unsigned int i = 0; i < panel.GetControllerCount(); ++i) WriteControl(json, panel.ControlAt(i), inspector);
+  json->EndArray();
+  json->EndObject();
+}
+
+void WriteSlots(JsonWriter* json, AKClass const& cls) {
+  json->Key("slots");
+  json->BeginArray();
+  for (unsigned int i = 0; i < kAKMethodCount; ++i) {
+    AKMethodSlot const& slot = cls.methods[i];
+    if (slot.function == 0) continue;
+    json->BeginObject();
+    json->Integer("slot", i);
+    json->String("method", MethodName(i));
+    json->Bool("virtual", (slot.function & 1) != 0);
+    json->Integer("adjustment", slot.adjustment);
+    json->EndObject();
+  }
+  json->EndArray();
+}
+
+void WriteClass(JsonWriter* json, RegisteredClass const& entry) {
+  AKClass const& cls = *entry.record;
+  json->BeginObject();
+  json->String("id", cls.classID.chars);
+  json->String("parent", cls.parentClassID.chars);
+  json->String("further", cls.furtherClassID.chars);
+  json->String("name", DisplayText(DisplayName(cls)));
+  json->String("comments", DisplayText(cls.comments));
+  json->Integer("flags", cls.flags);
+  json->Integer("instance", cls.instanceSize);
+  WriteSlots(json, cls);
+  if (HostPanel const* panel = HostPanel::Of(entry.panel.get())) {
+    json->Key("panel");
+    WritePanel(json, *panel, nullptr);
+  }
+  json->EndObject();
+}
+
+}  // namespace
+
+std::string JsonOfDocument(DocumentSession const& session) { return JsonOf(session, true); }
+std::string JsonOfLayers(DocumentSession const& session) { return JsonOf(session, false); }
+
+std::string JsonOfProperties(AKDictionary const& properties) {
+  JsonWriter json;
+  WriteProperties(&json, properties);
+  return json.Line();
+}
+
+std::string JsonOfValue(AKValue const& value) {
+  JsonWriter json;
+  json.Value(value);
+  return json.Line();
+}
+
+std::string JsonOfPanel(Inspector const& inspector) {
+  JsonWriter json;
+  WritePanel(&json, inspector.Panel(), &inspector);
+  return json.Line();
+}
+
+std::string JsonOfBundle(Bundle const& bundle) {
+  JsonWriter json;
+  json.BeginObject();
+  json.String("path", bundle.Path());
+  json.Key("classes");
+  json.BeginArray();
+  for (RegisteredClass const* entry : bundle.Classes()) WriteClass(&json, *entry);
+  json.EndArray();
+  json.EndObject();
+  return json.Line();
+}
+
+std::string JsonOfHistory(DocumentSession const& session) {
+  History const& steps = session.Steps();
+  JsonWriter json;
+  json.BeginObject();
+  json.String("undo", session.UndoTitle());
+  json.String("redo", session.RedoTitle());
+  json.Integer("position", static_cast<long long>(steps.Position()));
+  json.Key("steps");
+  json.BeginArray();
+  for (std::size_t i = 0; i < steps.Count(); ++i) json.String(steps.NameAt(i));
+  json.EndArray();
+  json.Bool("unsaved", session.HasUnsavedChanges());
+  json.EndObject();
+  return json.Line();
+}
+
+}  // namespace host

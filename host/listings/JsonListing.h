@@ -1,0 +1,36 @@
+// What commands print with --json: documents, properties and panels as one line of JSON each.
+#pragma once
+
+#include <string>
+
+#include "host/bundles/Bundle.h"
+#include "host/panels/Inspector.h"
+#include "host/session/DocumentSession.h"
+#include "kit/values/AKDictionary.h"
+#include "kit/values/AKValue.h"
+
+namespace host {
+
+/// {"page": {"width", "height", "background": [r, g, b, a]}, "layers": [{"number", "name", "visible", "locked",
+/// "active", "objects": [{"number", "class", "placeholder", "selected", "bounds": [x0, y0, x1, y1], "angle" in degrees,
+/// "properties"}]}]}
+std::string JsonOfDocument(DocumentSession const& session);
+/// The same without the objects, whose count stands in their place.
+std::string JsonOfLayers(DocumentSession const& session);
+
+std::string JsonOfProperties(AKDictionary const& properties);
+std::string JsonOfValue(AKValue const& value);
+
+/// {"title", "width", "height", "multiple", "controls": [{"id", "type", "title", "x", "y", "width", "height",
+/// "visible", "enabled", "mixed", "shown", "value", "range": [a, b], "items": []}]}; the last three where the control
+/// has them.
+std::string JsonOfPanel(Inspector const& inspector);
+
+/// {"path", "classes": [{"id", "parent", "further", "name", "comments", "flags", "instance" in bytes, "slots":
+/// [{"slot", "method", "virtual", "adjustment"}], "panel" as above without "mixed", where the class has one}]}
+std::string JsonOfBundle(Bundle const& bundle);
+
+/// {"undo", "redo", "position", "steps": [names], "unsaved"}
+std::string JsonOfHistory(DocumentSession const& session);
+
+}  // namespace host

@@ -1,0 +1,256 @@
+#include "host/model/Document.h"
+
+#include <algorithm>
+#include <cstdarg>
+
+#include "host/QuietLog.h"
+#include "host/model/InstanceCall.h"
+#include "host/model/ObjectRecord.h"
+#include "host/text/Localisation.h"
+
+namespace host {
+namespace {
+
+AKObject* NewInstance(AKClassID classID, char const* format, ...) {
+  va_list list;
+  va_start(list, format);
+  AKObject* object = AKClass::NewObjectWithArgs(nullptr, classID, format, list);
+  va_end(list);
+  return object;
+}
+
+template <typename Layers>
+auto At(Layers& layers, std::size_t index) {
+  return layers.begin() + static_cast<std::ptrdiff_t>(std::min(index, layers.size()));
+}
+
+}  // namespace
+
+Document::Document(AGSize const& page) : page_(page) { InsertLayer({TrWith("Layer %s", "1")}, 0); }
+
+Document::~Document() {
+  objects_.ForEach([](DocumentObject& object) { InstanceCall::Destroy(std::move(object.instance)); });
+}
+
+// The observers may remove themselves meanwhile.
+template <typename Call>
+void Document::Notify(Call call) const {
+  for (std::size_t i = observers_.size(); i > 0; --i) {
+    if (i <= observers_.size()) call(*observers_[i - 1]);
+  }
+}
+
+void Document::NotifyArea(DocumentObject const& object, Layer const& layer) const {
+  if (!layer.settings.visible || observers_.empty()) return;
+  const AGRect area = PaintedBox(object);
+  Notify([&area](DocumentObserver& observer) { observer.OnAreaChanged(area); });
+}
+
+void Document::SetPage(AGSize const& page, AGColor background) {
+  page_ = page;
+  background_ = background;
+  Notify([](DocumentObserver& observer) { observer.OnPageChanged(); });
+}
+
+Layer* Document::MutableLayer(LayerID id) { return layers_[IndexOfLayer(id)].get(); }
+
+Layer const* Document::FindLayer(LayerID id) const {
+  const std::size_t index = IndexOfLayer(id);
+  return index < layers_.size() ? layers_[index].get() : nullptr;
+}
+
+std::size_t Document::IndexOfLayer(LayerID id) const {
+  std::size_t index = 0;
+  while (index < layers_.size() && layers_[index]->id != id) ++index;
+  return index;
+}
+
+LayerID Document::InsertLayer(LayerSettings settings, std::size_t index, LayerID id) {
+  auto layer = std::make_unique<Layer>();
+  layer->id = id == kNoLayerID ? lastLayer_ + 1 : id;
+  lastLayer_ = std::max(lastLayer_, layer->id);
+  layer->settings = std::move(settings);
+  const LayerID given = layer->id;
+  layers_.insert(At(layers_, index), std::move(layer));
+  Notify([](DocumentObserver& observer) { observer.OnLayersChanged(); });
+  return given;
+}
+
+void Document::RemoveLayer(LayerID id) {
+  InstanceCall::Destroy(std::move(MutableLayer(id)->standIn));
+  layers_.erase(At(layers_, IndexOfLayer(id)));
+  Notify([](DocumentObserver& observer) { observer.OnLayersChanged(); });
+}
+
+void Document::MoveLayer(LayerID id, std::size_t index) {
+  const std::size_t from = IndexOfLayer(id);
+  std::unique_ptr<Layer> layer = std::move(layers_[from]);
+  layers_.erase(At(layers_, from));
+  layers_.insert(At(layers_, index), std::move(layer));
+  Notify([](DocumentObserver& observer) { observer.OnLayersChanged(); });
+  MutableLayer(id)->objects.ForEach([&](DocumentObject const& object) { NotifyArea(object, *FindLayer(id)); });
+}
+
+void Document::SetLayerSettings(LayerID id, LayerSettings settings) {
+  Layer* layer = MutableLayer(id);
+  const bool shownOrHidden = layer->settings.visible != settings.visible;
+  layer->settings = std::move(settings);
+  Notify([](DocumentObserver& observer) { observer.OnLayersChanged(); });
+  if (!shownOrHidden) return;
+  layer->objects.ForEach([this](DocumentObject const& object) {
+    const AGRect area = PaintedBox(object);
+    Notify([&area](DocumentObserver& observer) { observer.OnAreaChanged(area); });
+  });
+}
+
+AKObject* Document::StandInOf(LayerID id) {
+  Layer* layer = MutableLayer(id);
+  if (!layer->standIn) layer->standIn = LayerObject::Make(id);
+  return layer->standIn.get();
+}
+
+DocumentObject const* Document::Find(ObjectID id) const {
+  ObjectTable::Entry const* entry = objects_.Find(id);
+  return entry == nullptr ? nullptr : entry->object.get();
+}
+
+DocumentObject const* Document::FindByInstance(AKObject const* instance) const {
+  return Find(instances_.Find(instance));
+}
+
+Layer const* Document::LayerOf(ObjectID id) const {
+  ObjectTable::Entry const* entry = objects_.Find(id);
+  if (entry == nullptr) return nullptr;
+  FetchObject(entry->object.get());  // whoever asks goes on to the object
+  return entry->layer;
+}
+
+ObjectPlace Document::PlaceOf(ObjectID id) const {
+  ObjectTable::Entry const& entry = *objects_.Find(id);
+  return {entry.layer->id, entry.layer->objects.IndexOf(entry.object.get())};
+}
+
+DocumentObject const& Document::ObjectAt(std::size_t number) const {
+  std::size_t layer = 0;
+  while (number >= layers_[layer]->objects.Count()) number -= layers_[layer++]->objects.Count();
+  return *layers_[layer]->objects.At(number);
+}
+
+std::size_t Document::NumberOf(ObjectID id) const {
+  const ObjectPlace place = PlaceOf(id);
+  std::size_t number = place.index;
+  for (auto const& layer : layers_) {
+    if (layer->id == place.layer) break;
+    number += layer->objects.Count();
+  }
+  return number;
+}
+
+std::unique_ptr<DocumentObject> Document::AdoptInstance(AKObject* instance) {
+  auto object = std::make_unique<DocumentObject>();
+  object->classID = instance->ClassID();
+  object->brush.SetStyleSolid(AGColor(70, 130, 180));
+  object->pen.SetStyleSolid(kAGColorBlack, 1.0, kAGPenSizeModeAbsolute);
+  object->instance.reset(instance);
+  WriteRecord(*instance, &object->record);
+  return object;
+}
+
+std::unique_ptr<DocumentObject> Document::NewObject(AKClassID classID, std::string const& arguments,
+                                                    std::string* error) {
+  const QuietLog quiet;
+  const InstanceCall call(InstanceCall::Kind::kEdit);
+  AKObject* instance = NewInstance(classID, "%s", arguments.c_str());
+  if (instance != nullptr) return AdoptInstance(instance);
+  *error = ErrorText("can't make an object of class \"%s\" (status %s)",
+                     {classID.chars, std::to_string(AKClass::GetErrorNew())});
+  return nullptr;
+}
+
+ObjectID Document::InsertObject(std::unique_ptr<DocumentObject> object, ObjectPlace const& place) {
+  if (object->id == kNoObjectID) object->id = lastObject_ + 1;
+  lastObject_ = std::max(lastObject_, object->id);
+  const ObjectID id = object->id;
+  Layer* layer = MutableLayer(place.layer);
+  layer->objects.Insert(place.index, object.get());
+  if (object->instance) instances_.Insert(object->instance.get(), id);
+  DocumentObject const& inserted = *object;
+  objects_.Insert(std::move(object), layer);
+  NotifyArea(inserted, *layer);
+  Notify([id](DocumentObserver& observer) { observer.OnObjectChanged(id); });
+  return id;
+}
+
+ObjectID Document::AppendObject(std::unique_ptr<DocumentObject> object) {
+  Layer const& last = *layers_.back();
+  return InsertObject(std::move(object), {last.id, last.objects.Count()});
+}
+
+std::unique_ptr<DocumentObject> Document::RemoveObject(ObjectID id) {
+  Layer* layer = objects_.Find(id)->layer;
+  std::unique_ptr<DocumentObject> object = objects_.Remove(id);
+  if (object->instance) instances_.Remove(object->instance.get());
+  layer->objects.Remove(object.get());
+  NotifyArea(*object, *layer);
+  Notify([id](DocumentObserver& observer) { observer.OnObjectChanged(id); });
+  return object;
+}
+
+void Document::MoveObject(ObjectID id, ObjectPlace const& place) {
+  ObjectTable::Entry& entry = *objects_.Find(id);
+  NotifyArea(*entry.object, *entry.layer);
+  entry.layer->objects.Remove(entry.object.get());
+  entry.layer = MutableLayer(place.layer);
+  entry.layer->objects.Insert(place.index, entry.object.get());
+  NotifyArea(*entry.object, *entry.layer);
+  Notify([id](DocumentObserver& observer) { observer.OnObjectChanged(id); });
+}
+
+// Tells of the area before and after.
+void Document::ObjectChanged(DocumentObject* object) {
+  Layer* layer = objects_.Find(object->id)->layer;
+  const AGRect former = layer->objects.Update(object);
+  if (layer->settings.visible) {
+    Notify([&former](DocumentObserver& observer) { observer.OnAreaChanged(former); });
+    NotifyArea(*object, *layer);
+  }
+  Notify([object](DocumentObserver& observer) { observer.OnObjectChanged(object->id); });
+}
+
+void Document::SetPlacement(ObjectID id, ObjectPlacement const& placement) {
+  DocumentObject* object = Mutable(id);
+  object->bounds = placement.bounds;
+  object->angle = placement.angle;
+  ObjectChanged(object);
+}
+
+void Document::SetStyle(ObjectID id, AGBrush const& brush, AGPen const& pen) {
+  DocumentObject* object = Mutable(id);
+  object->brush = brush;
+  object->pen = pen;
+  ObjectChanged(object);
+}
+
+void Document::ReplaceInstance(ObjectID id, Instance instance, AKMemoryBlock const& record) {
+  DocumentObject* object = Mutable(id);
+  instances_.Remove(object->instance.get());
+  InstanceCall::Destroy(std::exchange(object->instance, std::move(instance)));
+  object->record = record;
+  if (object->instance) {
+    instances_.Insert(object->instance.get(), id);
+  } else {
+    object->unknownBody = BodyOf(*object);
+  }
+  ObjectChanged(object);
+}
+
+void Document::NoteRecord(ObjectID id, AKMemoryBlock const& record) {
+  DocumentObject* object = Mutable(id);
+  object->record = record;
+  ObjectChanged(object);
+}
+
+void Document::AddObserver(DocumentObserver* observer) { observers_.push_back(observer); }
+void Document::RemoveObserver(DocumentObserver* observer) { std::erase(observers_, observer); }
+
+}  // namespace host

@@ -1,0 +1,117 @@
+// The document of the reference host: a page, and layers of objects.
+//
+// This is the bare model. It keeps its order, its boxes and its observers right, but it knows of no user: edits, which
+// can be undone and which respect locked layers, go through DocumentSession. Layers and objects are drawn in order, the
+// first one hindmost. There is always at least one layer. Objects have numbers, 0 upwards over all layers in drawing
+// order, which are what the command line shows, and IDs, which stay.
+#pragma once
+
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "host/model/DocumentObserver.h"
+#include "host/model/Layer.h"
+#include "host/model/ObjectTable.h"
+#include "kit/geometry/AGSize.h"
+
+namespace host {
+
+/// A place in the order: the index within a layer. An index beyond the end means the end.
+struct ObjectPlace {
+  LayerID layer = kNoLayerID;
+  std::size_t index = 0;
+
+  bool operator==(ObjectPlace const&) const = default;
+};
+
+class Document {
+ public:
+  /// With one empty layer, "Layer 1".
+  explicit Document(AGSize const& page);
+  Document(Document const&) = delete;
+  Document& operator=(Document const&) = delete;
+  ~Document();
+
+  // The page.
+
+  AGSize const& Page() const { return page_; }
+  AGColor Background() const { return background_; }
+  void SetPage(AGSize const& page, AGColor background);
+
+  // Layers. Functions that take the ID of a layer need one that exists unless they say otherwise.
+
+  std::vector<std::unique_ptr<Layer>> const& Layers() const { return layers_; }
+  Layer const& FirstLayer() const { return *layers_.front(); }
+  Layer const* FindLayer(LayerID id) const;  ///< null for an unknown ID
+  std::size_t IndexOfLayer(LayerID id) const;
+  /// Puts a new empty layer at an index of 0 to the count of layers; 0 as its ID gives it a new one.
+  LayerID InsertLayer(LayerSettings settings, std::size_t index, LayerID id = kNoLayerID);
+  /// The layer must be empty and not the only one.
+  void RemoveLayer(LayerID id);
+  void MoveLayer(LayerID id, std::size_t index);
+  void SetLayerSettings(LayerID id, LayerSettings settings);
+  /// The object that stands for the layer towards plug-ins.
+  AKObject* StandInOf(LayerID id);
+
+  // Objects. Pointers stay valid until the object is removed. Functions that take an ID need that of an object of this
+  // document unless they say otherwise.
+
+  std::size_t ObjectCount() const { return objects_.Count(); }
+  DocumentObject const* Find(ObjectID id) const;                         ///< null for an unknown ID
+  DocumentObject const* FindByInstance(AKObject const* instance) const;  ///< null when there is none
+  Layer const* LayerOf(ObjectID id) const;                               ///< null for an unknown ID
+  ObjectPlace PlaceOf(ObjectID id) const;
+  DocumentObject const& ObjectAt(std::size_t number) const;  ///< a number below ObjectCount()
+  std::size_t NumberOf(ObjectID id) const;
+  /// Calls `f` with each object in drawing order.
+  template <typename F>
+  void ForEachObject(F f) const {
+    for (auto const& layer : layers_) layer->objects.ForEach([&f](DocumentObject const& object) { f(object); });
+  }
+
+  /// Makes an object of a class, initialised from argument text such as "-default", with a default brush and pen. Null
+  /// when the class is unknown or refuses, with the reason in `*error`.
+  static std::unique_ptr<DocumentObject> NewObject(AKClassID classID, std::string const& arguments, std::string* error);
+  /// The same around an instance that a plug-in made.
+  static std::unique_ptr<DocumentObject> AdoptInstance(AKObject* instance);
+
+  /// An object without an ID gets one.
+  ObjectID InsertObject(std::unique_ptr<DocumentObject> object, ObjectPlace const& place);
+  /// Puts the object in front of all others.
+  ObjectID AppendObject(std::unique_ptr<DocumentObject> object);
+  /// The caller disposes of the instance with InstanceCall::Destroy.
+  std::unique_ptr<DocumentObject> RemoveObject(ObjectID id);
+  /// The index counts without the object itself.
+  void MoveObject(ObjectID id, ObjectPlace const& place);
+  void SetPlacement(ObjectID id, ObjectPlacement const& placement);
+  void SetStyle(ObjectID id, AGBrush const& brush, AGPen const& pen);
+  /// Another instance of the same class with the record that it gives. Null makes the object a placeholder.
+  void ReplaceInstance(ObjectID id, Instance instance, AKMemoryBlock const& record);
+  /// The instance changed by itself: its record, kept from now on.
+  void NoteRecord(ObjectID id, AKMemoryBlock const& record);
+
+  // Views. An observer is removed before it dies.
+
+  void AddObserver(DocumentObserver* observer);
+  void RemoveObserver(DocumentObserver* observer);
+
+ private:
+  Layer* MutableLayer(LayerID id);
+  DocumentObject* Mutable(ObjectID id) { return objects_.Find(id)->object.get(); }
+  void ObjectChanged(DocumentObject* object);
+  template <typename Call>
+  void Notify(Call call) const;
+  void NotifyArea(DocumentObject const& object, Layer const& layer) const;
+
+  AGSize page_;
+  AGColor background_ = kAGColorWhite;
+  std::vector<std::unique_ptr<Layer>> layers_;
+  ObjectTable objects_;
+  InstanceIndex instances_;
+  std::vector<DocumentObserver*> observers_;
+  ObjectID lastObject_ = kNoObjectID;
+  LayerID lastLayer_ = kNoLayerID;
+};
+
+}  // namespace host

@@ -1,0 +1,73 @@
+// An object of a document: what the host keeps of it, and the instance of its class, which keeps the rest.
+//
+// Where no loaded bundle has the class, the object is a placeholder: it has no instance but the bytes that were read,
+// which are written back unchanged. A placeholder keeps its place among the others and can be deleted, copied and moved
+// to another layer, but nothing that stands in its bytes can be changed.
+//
+// Coordinates are map units, one a pixel at scale 1; y points up. Angles are radians, counter-clockwise.
+#pragma once
+
+#include <cstdint>
+#include <memory>
+
+#include "graphics/paint/AGBrushAndPen.h"
+#include "host/bundles/Instance.h"
+#include "kit/containers/AKMemoryBlock.h"
+#include "kit/geometry/AGRect.h"
+
+namespace host {
+
+/// Names an object for as long as its document lives: it is given once, survives every change of the order, and comes
+/// back when a deletion is undone. Not part of files.
+using ObjectID = std::uint64_t;
+inline constexpr ObjectID kNoObjectID = 0;
+
+/// Where an object lies.
+struct ObjectPlacement {
+  AGRect bounds{0, 0, 100, 100};
+  double angle = 0;  ///< about the centre of the bounds
+
+  bool operator==(ObjectPlacement const&) const = default;
+};
+
+struct ObjectBlock;
+
+struct DocumentObject {
+  // What every edit looks at lies together, in as few cache lines as there can be.
+  ObjectID id = kNoObjectID;
+  AKClassID classID;
+  AGRect bounds{0, 0, 100, 100};
+  double angle = 0;  ///< radians, about the centre of the bounds
+  /// Where the document's order keeps the object, and about where in that block.
+  ObjectBlock* block = nullptr;
+  std::uint32_t slot = 0;
+  Instance instance;  ///< null for a placeholder, and in a state kept for undo
+  /// What the class wrote of the instance when the host last looked; empty for a placeholder.
+  AKMemoryBlock record;
+  /// A placeholder's body as it was read.
+  AKMemoryBlock unknownBody;
+  AGPen pen;
+  AGBrush brush;
+
+  bool IsPlaceholder() const { return !unknownBody.IsEmpty(); }
+  ObjectPlacement Placement() const { return {bounds, angle}; }
+};
+
+/// The four corners of the turned bounds in order.
+void GetTurnedCorners(ObjectPlacement const& placement, AGPoint* out4);
+
+/// The upright box of the turned bounds.
+AGRect TurnedBox(ObjectPlacement const& placement);
+
+/// A box outside of which the object paints nothing, provided that its class keeps to the bounds, the angle and the
+/// pen: the turned bounds with room for the pen and its mitres.
+AGRect PaintedBox(DocumentObject const& object);
+
+/// Everything but the instance; the records are shared.
+std::unique_ptr<DocumentObject> CopyState(DocumentObject const& object);
+
+/// An object in that state, with a new instance made from the record. When the class is gone or refuses its record, the
+/// object is a placeholder that keeps all of it.
+std::unique_ptr<DocumentObject> Revive(DocumentObject const& state);
+
+}  // namespace host

@@ -1,0 +1,217 @@
+#include "host/model/ObjectProperties.h"
+
+#include <charconv>
+#include <cmath>
+
+#include "host/Host.h"
+#include "host/model/InstanceCall.h"
+#include "host/tables/SlotCall.h"
+#include "host/text/DisplayText.h"
+#include "host/text/Localisation.h"
+#include "host/text/ParseNumber.h"
+#include "kit/geometry/AGConstants.h"
+#include "kit/text/AKTextConversions.h"
+#include "kit/values/AKValue.h"
+#include "kit/values/AKValueHelpers.h"
+
+namespace host {
+namespace {
+
+const AKString kKey_Bounds(N_("Bounds"));
+const AKString kKey_Angle(N_("Angle"));
+const AKString kKey_Brush(N_("Brush"));
+const AKString kKey_Pen(N_("Pen"));
+
+bool IsHostKey(AKString const& name) {
+  return name == kKey_Bounds || name == kKey_Angle || name == kKey_Brush || name == kKey_Pen;
+}
+
+AKString FirstName(AKString const& path) {
+  const AKString name = path.BeforeFirst(".");
+  return name.IsEmpty() ? path : name;
+}
+
+AKDictionary ClassProperties(DocumentObject const& object) {
+  AKDictionary properties;
+  if (object.IsPlaceholder()) return properties;
+  AKClass const& cls = *object.instance->Class();
+  if (HasSlot(cls, kAKMethodGetObjectProperties)) {
+    const InstanceCall call(InstanceCall::Kind::kEdit);
+    CallSlot<int, AKDictionary*>(cls, kAKMethodGetObjectProperties, object.instance.get(), &properties);
+  }
+  return properties;
+}
+
+// Four numbers in parentheses, the whole text.
+bool ParseRect(std::string const& text, AGRect* rect) {
+  if (text.size() < 2 || text.front() != '(' || text.back() != ')') return false;
+  double* const parts[] = {&rect->x0, &rect->y0, &rect->x1, &rect->y1};
+  std::size_t start = 1;
+  for (int i = 0; i < 4; ++i) {
+    const std::size_t end = i < 3 ? text.find(';', start) : text.size() - 1;
+    if (end == std::string::npos || !ParseFinite(text.substr(start, end - start), parts[i])) return false;
+    start = end + 1;
+  }
+  return true;
+}
+
+// A value of the same kind as `old` from text.
+bool ParseLike(AKValue const& old, std::string const& text, AKValue* value) {
+  double number = 0;
+  AGRect rect;
+  switch (old.Type()) {
+    case kAKValueTypeBool:
+      if (text != "0" && text != "1") return false;
+      value->SetasBool(text == "1");
+      return true;
+    case kAKValueTypeInteger:
+      if (!ParseFinite(text, &number) || number != std::floor(number) || std::fabs(number) > 9e15) return false;
+      value->SetasInteger(static_cast<long long>(number));
+      return true;
+    case kAKValueTypeFloat:
+      if (!ParseFinite(text, &number)) return false;
+      value->SetasFloat(number);
+      return true;
+    case kAKValueTypeString:
+      value->SetasAKString(TextForBundles(text));
+      return true;
+    case kAKValueTypeDictionary:
+      if (!ParseRect(text, &rect)) return false;
+      AKValueSetasAGRect(value, rect);
+      return true;
+    default:
+      return false;
+  }
+}
+
+const char* KindName(AKValue const& value) {
+  switch (value.Type()) {
+    case kAKValueTypeBool:
+      return "0 or 1";
+    case kAKValueTypeInteger:
+      return "a whole number";
+    case kAKValueTypeFloat:
+      return "a number";
+    case kAKValueTypeDictionary:
+      return "four numbers as (x0;y0;x1;y1)";
+    default:
+      return "a value that can be given as text";
+  }
+}
+
+void TakeProperty(DocumentObject const& object, HostFields* fields, AKString const& name, AKDictionary const& all) {
+  AKValue const& value = all.GetValue(name);
+  double degrees = 0;
+  if (name == kKey_Bounds) {
+    AKValueGetasAGRect(value, &fields->placement.bounds, false);
+  } else if (name == kKey_Angle) {
+    if (AKValueGetasFloat64(value, &degrees, true)) fields->placement.angle = degrees * kDegToRad;
+  } else if (name == kKey_Brush) {
+    fields->brush.ReadFromValue(value, true);
+  } else if (name == kKey_Pen) {
+    fields->pen.ReadFromValue(value, true);
+  } else {
+    AKDictionary properties;
+    properties.SetValue(name, value);
+    AKClass const& cls = *object.instance->Class();
+    const InstanceCall call(InstanceCall::Kind::kEdit);
+    CallSlot<int, AKDictionary const&>(cls, kAKMethodSetObjectProperties, object.instance.get(), properties);
+  }
+}
+
+AKDictionary AllProperties(DocumentObject const& object, HostFields const& fields) {
+  AKDictionary all = ClassProperties(object);
+  AKValue value;
+  all.SetValue(kKey_Bounds, AKValueSetasAGRect(fields.placement.bounds));
+  all.SetValue(kKey_Angle, AKValueSetasFloat64(fields.placement.angle * kRadToDeg));
+  fields.brush.WriteToValue(&value);
+  all.SetValue(kKey_Brush, value);
+  fields.pen.WriteToValue(&value);
+  all.SetValue(kKey_Pen, value);
+  return all;
+}
+
+// Words and colours are texts too; what the object did not take is still its old text.
+bool WasTaken(AKValue const& value, AKValue const& old, AKValue const& now, std::string const& text) {
+  if (value.Type() != kAKValueTypeString || now.IsEqual(value) || !now.IsEqual(old)) return true;
+  AGColor color;
+  return strGetasAGColor(text.c_str(), &color, kAGNullColor) && AKValueGetasAGColor(now, false) == color;
+}
+
+}  // namespace
+
+std::string ClassName(AKClassID classID) {
+  AKClass const* cls = Host::Instance().Classes().Find(classID);
+  return cls == nullptr ? classID.chars : DisplayText(DisplayName(*cls));
+}
+
+AKDictionary PropertiesOf(DocumentObject const& object) {
+  return AllProperties(object, {object.Placement(), object.brush, object.pen});
+}
+
+bool SetProperty(DocumentObject const& object, HostFields* fields, std::string const& path, std::string const& text,
+                 std::string* error) {
+  if (object.IsPlaceholder()) {
+    *error = ErrorText("the object can't be changed: no bundle has its class \"%s\"", {object.classID.chars});
+    return false;
+  }
+  AKDictionary all = AllProperties(object, *fields);
+  const AKString key = TextForBundles(path);
+  const AKString name = FirstName(key);
+  const bool settable = IsHostKey(name) || HasSlot(*object.instance->Class(), kAKMethodSetObjectProperties);
+  if (!all.ContainsKey(key) || !settable) {
+    *error = "there is no property \"" + path + "\"";
+    return false;
+  }
+  const AKValue old = all.GetValue(key);
+  AKValue value;
+  if (!ParseLike(old, text, &value)) {
+    *error = "property \"" + path + "\" takes " + KindName(old) + ", not \"" + text + "\"";
+    return false;
+  }
+  all.SetValue(key, value);
+  TakeProperty(object, fields, name, all);
+
+  AKValue now;
+  AllProperties(object, *fields).GetValueCopy(key, &now);
+  if (WasTaken(value, old, now, text)) return true;
+  *error = "property \"" + path + "\" does not take \"" + text + "\"";
+  return false;
+}
+
+std::string TextOf(AKValue const& value) {
+  char buffer[32];
+  switch (value.Type()) {
+    case kAKValueTypeBool: {
+      bool flag = false;
+      value.GetasBool(&flag, false);
+      return flag ? "1" : "0";
+    }
+    case kAKValueTypeInteger: {
+      long long number = 0;
+      value.GetasInteger(&number, false);
+      return std::to_string(number);
+    }
+    case kAKValueTypeFloat: {
+      double number = 0;
+      value.GetasFloat(&number, false);
+      const auto end = std::to_chars(buffer, buffer + sizeof(buffer), number).ptr;
+      return {buffer, end};
+    }
+    case kAKValueTypeString:
+      return DisplayText(*value.GetasAKString());
+    case kAKValueTypeDictionary: {
+      std::string text = "{";
+      value.GetasAKDictionary()->ForEach([&text](AKString const& key, AKValue const& entry) {
+        text += (text.size() > 1 ? " " : "") + DisplayText(key) + "=" + TextOf(entry);
+      });
+      return text + "}";
+    }
+    case kAKValueTypeEmpty:
+      return "";
+    default:
+      return "(data)";
+  }
+}
+
+}  // namespace host

@@ -1,0 +1,37 @@
+// The properties of a document's object as one dictionary, and as text.
+//
+// "Bounds" (dictionary x1, y1, x2, y2), "Angle" (degrees), "Brush" and "Pen" are the host's; the others come from the
+// object's class ("Rounding" of a rectangle). A key path such as "Pen.Brush.Color" addresses a part.
+#pragma once
+
+#include <string>
+
+#include "host/model/DocumentObject.h"
+#include "kit/values/AKDictionary.h"
+
+namespace host {
+
+/// Everything that the object has; a placeholder has only what the host keeps.
+AKDictionary PropertiesOf(DocumentObject const& object);
+
+/// The name that users see of a class; its ID when no bundle has it.
+std::string ClassName(AKClassID classID);
+
+/// What the host keeps of an object and users may set.
+struct HostFields {
+  ObjectPlacement placement;
+  AGBrush brush;
+  AGPen pen;
+};
+
+/// Sets the property at a key path from text, which must suit the kind of value that stands there: a number, a word, a
+/// colour as "(r;g;b;a)", bounds as "(x0;y0;x1;y1)". Values out of range are taken as the object takes them (clamped,
+/// as a rule). What is the host's is set in `*fields`, what is the class's in the object's instance. False, with one
+/// line in `*error`, when there is no such property or the text does not suit it.
+bool SetProperty(DocumentObject const& object, HostFields* fields, std::string const& path, std::string const& text,
+                 std::string* error);
+
+/// A value as text: numbers as short as they can be to read back the same, dictionaries in braces.
+std::string TextOf(AKValue const& value);
+
+}  // namespace host

@@ -1,0 +1,21 @@
+// Draws documents.
+#pragma once
+
+#include "graphics/context/AGContext.h"
+#include "host/model/Document.h"
+#include "host/pictures/Progress.h"
+
+namespace host {
+
+/// Draws one object as its class draws itself with a brush and a pen; a placeholder as an outlined box.
+void DrawObject(DocumentObject const& object, AGContext const& context, AGBrush const& brush, AGPen const& pen);
+
+/// Draws the objects of the visible layers in order through the context, each with its own brush and pen. `scale`
+/// multiplies map units. False when `progress`, which may be null, stopped it.
+bool DrawObjects(Document const& document, AGContext const& context, double scale, Progress* progress = nullptr);
+
+/// The same for those objects alone that may paint within `area`, in map units. The caller clips: what is drawn may
+/// reach beyond the area.
+void DrawObjects(Document const& document, AGContext const& context, double scale, AGRect const& area);
+
+}  // namespace host

@@ -1,0 +1,35 @@
+// Documents as picture files.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "host/model/Document.h"
+#include "host/pictures/Progress.h"
+
+namespace host {
+
+/// The kinds of picture file, told by the extension of a name, in either case.
+enum class PictureKind { kPNG, kJPEG, kTIFF, kPDF, kSVG };
+
+/// False for an unknown one.
+bool PictureKindOf(std::string const& path, PictureKind* kind);
+/// The extensions for messages: ".png, ... or .svg".
+std::string PictureExtensions();
+
+struct PictureOptions {
+  double scale = 1;          ///< pixels of a bitmap, or points of a page, a map unit
+  bool transparent = false;  ///< without the document's background; on white in JPEG and TIFF files
+  double quality = 0.9;      ///< of JPEG, 0 (smallest file) to 1 (best picture)
+};
+
+/// The page as a picture file in memory: PNG, PDF or SVG. False, with one line in `*error`, when there is no such
+/// picture, or when `progress`, which may be null, stopped the work.
+bool RenderPicture(Document const& document, PictureKind kind, PictureOptions const& options, Progress* progress,
+                   std::vector<unsigned char>* file, std::string* error);
+
+/// Renders the page and puts it into a file of the kind that its name tells: whole, or not at all.
+bool ExportPicture(Document const& document, std::string const& path, PictureOptions const& options, Progress* progress,
+                   std::string* error);
+
+}  // namespace host

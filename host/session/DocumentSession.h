@@ -1,0 +1,237 @@
+// The editing of a document: what a user does to it, whether through a window, a script or a command.
+//
+// A session owns a document, its selection, its undo history and the file that it came from. Every edit is a method
+// here; views and commands only call them and listen (SessionObserver). Edits work on objects named by ID; a view
+// passes Selected().IDs().
+//
+// An edit returns true when it was done and false, with one line in `*error` and nothing changed, when not. An edit
+// that names an object of a hidden or locked layer is refused. Placeholders keep their bytes: edits of placement, style
+// and properties pass over them, and are refused when there are only placeholders.
+//
+// Each edit is one undo step, unless a step is open (BeginStep): then it becomes part of that. Units are map units and
+// radians, y points up. Everything runs on the main thread.
+#pragma once
+
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "host/session/History.h"
+#include "host/session/Selection.h"
+#include "host/session/SessionObserver.h"
+#include "host/storage/FileStamp.h"
+
+namespace host {
+
+using ObjectIDs = std::vector<ObjectID>;
+
+enum class OrderChange { kToFront, kToBack, kForward, kBackward };
+enum class Alignment { kLeft, kCenter, kRight, kTop, kMiddle, kBottom };
+enum class AlignTo { kObjects, kPage };
+enum class Axis { kHorizontal, kVertical };
+/// Which objects a rubber band takes: those whose turned bounds lie within it, or all that it touches.
+enum class Band { kWithin, kTouched };
+
+class DocumentSession {
+ public:
+  explicit DocumentSession(std::unique_ptr<Document> document);
+  DocumentSession(DocumentSession const&) = delete;
+  DocumentSession& operator=(DocumentSession const&) = delete;
+  ~DocumentSession();
+
+  /// The session that handlers of plug-ins act on: the one made current last; null when there is none.
+  static DocumentSession* Current();
+  void MakeCurrent();
+  /// A number of this session's own, by which it can be found as long as it lives.
+  std::uint64_t Serial() const { return serial_; }
+  static DocumentSession* FindBySerial(std::uint64_t serial);
+
+  Document const& Doc() const { return *document_; }
+
+  // Files.
+
+  /// Null, with one line in `*error`, when the file can't be read.
+  static std::unique_ptr<DocumentSession> Open(std::string const& path, std::string* error);
+  /// A document that a crash left unsaved, to be saved at `path`.
+  static std::unique_ptr<DocumentSession> Restore(std::unique_ptr<Document> document, std::string const& path);
+  /// Empty for a document that was never saved.
+  std::string const& Path() const { return path_; }
+  bool HasUnsavedChanges() const { return !history_.IsClean(); }
+  /// Counts steps made, undone and redone: it differs whenever the document does.
+  std::uint64_t ChangeCount() const { return changes_; }
+  /// True when the file was changed or removed by somebody else since it was opened or saved.
+  bool IsFileChangedOutside() const;
+  /// Writes to Path(). Refused when the file was changed outside, unless `overwrite` is set.
+  bool Save(bool overwrite, std::string* error);
+  /// The document belongs to the new path from then on.
+  bool SaveAs(std::string const& path, std::string* error);
+
+  // Steps. They nest: an inner step becomes part of the outer one. A drag is BeginStep, then for each motion RewindStep
+  // and the edit from where the drag began, then EndStep.
+
+  /// The name is what follows "Undo"; an empty one is taken from what happens within, or becomes "Change".
+  void BeginStep(std::string name);
+  /// False when nothing was changed, and so no step was recorded.
+  bool EndStep();
+  /// Takes everything back that happened since BeginStep.
+  void CancelStep();
+  /// The same, but the step stays open.
+  void RewindStep();
+  bool IsStepOpen() const { return !open_.empty(); }
+  /// Names the open step, or the next one: what a plug-in called the change.
+  void SetActionName(std::string name);
+  std::string const& ActionName() const { return actionName_; }
+
+  History const& Steps() const { return history_; }
+  /// "Undo Move"; "Undo" alone when there is nothing to undo.
+  std::string UndoTitle() const;
+  std::string RedoTitle() const;
+  /// False when there is nothing, or while a step is open. The objects of the step become selected.
+  bool Undo();
+  bool Redo();
+  /// Undoes or redoes up to a position of Steps().
+  bool GoToStep(std::size_t position);
+
+  // The selection. Only objects of visible and unlocked layers can be selected; others are passed over.
+
+  Selection const& Selected() const { return selection_; }
+  bool IsEditable(ObjectID id) const;
+  void Select(ObjectIDs const& ids);
+  void AddToSelection(ObjectIDs const& ids);
+  void ToggleInSelection(ObjectID id);
+  void SelectAll();
+  void SelectNone();
+  /// The foremost object that can be selected and shows ink within `tolerance` of the point; kNoObjectID for none.
+  ObjectID ObjectAt(AGPoint const& point, double tolerance) const;
+  /// Those that a rubber band takes, in drawing order.
+  ObjectIDs ObjectsIn(AGRect const& band, Band rule) const;
+  /// The box of the objects' turned bounds; false for none.
+  bool GetBox(ObjectIDs const& ids, AGRect* box) const;
+
+  // Objects.
+
+  /// A new object of a class, in front on the active layer, and selected; kNoObjectID on failure.
+  ObjectID Add(AKClassID classID, std::string const& arguments, ObjectPlacement const& placement, std::string* error);
+  bool Delete(ObjectIDs const& ids, std::string* error);
+  bool SetPlacement(ObjectID id, ObjectPlacement const& placement, std::string* error);
+  bool SetAngle(ObjectIDs const& ids, double angle, std::string* error);
+  bool Move(ObjectIDs const& ids, double dx, double dy, std::string* error);
+  /// Stretches the objects as the box `from` is to `to`. A turned object is moved with its centre and stretched along
+  /// its own sides. Refused when `from` has no area.
+  bool Resize(ObjectIDs const& ids, AGRect const& from, AGRect const& to, std::string* error);
+  /// Turns the objects together about a point.
+  bool Rotate(ObjectIDs const& ids, double angle, AGPoint const& about, std::string* error);
+  /// Turns them about the centre of their box.
+  bool Rotate(ObjectIDs const& ids, double angle, std::string* error);
+  bool SetBrush(ObjectIDs const& ids, AGBrush const& brush, std::string* error);
+  bool SetPen(ObjectIDs const& ids, AGPen const& pen, std::string* error);
+  /// Properties as pairs of a key path and a text; see ObjectProperties.h. All of them or none.
+  bool SetProperties(ObjectIDs const& ids, std::vector<std::pair<std::string, std::string>> const& assignments,
+                     std::string* error);
+
+  // The order, within each layer.
+
+  bool ChangeOrder(ObjectIDs const& ids, OrderChange change, std::string* error);
+  /// By the boxes of the turned bounds.
+  bool Align(ObjectIDs const& ids, Alignment alignment, AlignTo to, std::string* error);
+  /// Equal gaps between three or more objects; the outermost stay.
+  bool Distribute(ObjectIDs const& ids, Axis axis, std::string* error);
+
+  // The clipboard: bytes that any session of this program can paste.
+
+  std::string Copy(ObjectIDs const& ids) const;
+  bool Cut(ObjectIDs const& ids, std::string* clipboard, std::string* error);
+  /// In front on the active layer, moved by (dx, dy) but for placeholders, and selected.
+  bool Paste(std::string const& clipboard, double dx, double dy, std::string* error);
+  bool Duplicate(ObjectIDs const& ids, double dx, double dy, std::string* error);
+
+  // Layers. Locked ones can be edited as layers.
+
+  /// The layer that gets new objects.
+  LayerID ActiveLayer() const { return activeLayer_; }
+  void SetActiveLayer(LayerID id);
+  /// Above all others unless an index is given; it becomes active. An empty name becomes "Layer N".
+  LayerID AddLayer(std::string const& name, std::size_t index = static_cast<std::size_t>(-1));
+  /// With its objects. The only layer can't be removed.
+  bool RemoveLayer(LayerID id, std::string* error);
+  bool SetLayerName(LayerID id, std::string const& name, std::string* error);
+  bool SetLayerVisible(LayerID id, bool visible, std::string* error);
+  bool SetLayerLocked(LayerID id, bool locked, std::string* error);
+  bool MoveLayer(LayerID id, std::size_t index, std::string* error);
+  bool MoveToLayer(ObjectIDs const& ids, LayerID layer, std::string* error);
+
+  // The page.
+
+  /// Both sides must be above 0.
+  bool SetPage(AGSize const& page, std::string* error);
+  void SetBackground(AGColor color);
+
+  // What plug-ins do. The objects are linked at a place; statuses are 0 or those of HandlerTable.cpp.
+
+  ObjectID Adopt(AKObject* instance, ObjectPlace const& place);
+  void DeleteAny(ObjectIDs const& ids);
+  /// Looks whether the objects' instances changed by themselves; changes become part of the open step, or one.
+  void NoticeChanges(ObjectIDs const& ids);
+  AKObject* StandInOf(LayerID id) { return document_->StandInOf(id); }
+
+  void AddObserver(SessionObserver* observer);
+  void RemoveObserver(SessionObserver* observer);
+
+ private:
+  friend class EditStep;
+
+  template <typename Call>
+  void Notify(Call call) const;
+  UndoStep& Step() { return *open_.back(); }
+  bool CheckEditable(ObjectIDs const& ids, std::string* error) const;
+  /// Those that can be changed; empty, with the reason in `*error`, when the edit is refused.
+  ObjectIDs Changeable(ObjectIDs const& ids, std::string* error) const;
+  bool CheckActiveLayer(std::string* error) const;
+  bool CheckLayer(LayerID id, std::string* error) const;
+  template <typename Place>
+  bool PlaceEach(ObjectIDs const& ids, const char* name, Place place, std::string* error);
+  bool ChangeSettings(LayerID id, const char* name, LayerSettings settings, std::string* error);
+  ObjectIDs InDrawingOrder(ObjectIDs const& ids) const;
+  void MoveOne(ObjectID id, ObjectPlace const& place);
+  void RemoveOne(ObjectID id);
+  ObjectID InsertOne(std::unique_ptr<DocumentObject> object, ObjectPlace const& place);
+  bool NoticeChange(ObjectID id);
+  void AfterChange(ObjectIDs const& toSelect);
+  void AfterRemoval();
+  void PruneSelection();
+
+  std::unique_ptr<Document> document_;
+  Selection selection_;
+  History history_;
+  std::vector<std::unique_ptr<UndoStep>> open_;
+  std::string actionName_;
+  std::string path_;
+  FileStamp stamp_;
+  LayerID activeLayer_ = kNoLayerID;
+  std::uint64_t serial_;
+  std::uint64_t changes_ = 0;
+  std::vector<SessionObserver*> observers_;
+};
+
+/// A step that is taken back unless it is ended.
+class EditStep {
+ public:
+  EditStep(DocumentSession& session, std::string name) : session_(session) { session_.BeginStep(std::move(name)); }
+  EditStep(EditStep const&) = delete;
+  EditStep& operator=(EditStep const&) = delete;
+  ~EditStep() {
+    if (!ended_) session_.CancelStep();
+  }
+  /// Always true, for the end of an edit.
+  bool End() {
+    ended_ = true;
+    session_.EndStep();
+    return true;
+  }
+
+ private:
+  DocumentSession& session_;
+  bool ended_ = false;
+};
+
+}  // namespace host

@@ -1,0 +1,120 @@
+// Edits of the order and of how objects stand to each other.
+#include <algorithm>
+#include <map>
+
+#include "host/session/DocumentSession.h"
+#include "host/text/Localisation.h"
+
+namespace host {
+namespace {
+
+AGPoint AlignOffset(AGRect const& box, AGRect const& target, Alignment alignment) {
+  switch (alignment) {
+    case Alignment::kLeft:
+      return {target.x0 - box.x0, 0};
+    case Alignment::kCenter:
+      return {target.Center().x - box.Center().x, 0};
+    case Alignment::kRight:
+      return {target.x1 - box.x1, 0};
+    case Alignment::kTop:
+      return {0, target.y1 - box.y1};
+    case Alignment::kMiddle:
+      return {0, target.Center().y - box.Center().y};
+    case Alignment::kBottom:
+      return {0, target.y0 - box.y0};
+  }
+  return {0, 0};
+}
+
+struct Span {
+  double start, end;
+  ObjectID id;
+
+  double Middle() const { return (start + end) / 2; }
+};
+
+const char* OrderName(OrderChange change) {
+  switch (change) {
+    case OrderChange::kToFront:
+      return Tr("Bring to Front");
+    case OrderChange::kToBack:
+      return Tr("Send to Back");
+    case OrderChange::kForward:
+      return Tr("Bring Forward");
+    case OrderChange::kBackward:
+      return Tr("Send Backward");
+  }
+  return "";
+}
+
+}  // namespace
+
+void DocumentSession::MoveOne(ObjectID id, ObjectPlace const& place) {
+  Step().BeforeMove(*document_, id);
+  document_->MoveObject(id, place);
+  Step().AfterMove(*document_);
+}
+
+// The objects keep their order among each other. Steps forward stop below the object that stopped before, so that a
+// group at the end stays as it is.
+bool DocumentSession::ChangeOrder(ObjectIDs const& ids, OrderChange change, std::string* error) {
+  if (!CheckEditable(ids, error)) return false;
+  ObjectIDs sorted = InDrawingOrder(ids);
+  const bool forward = change == OrderChange::kToFront || change == OrderChange::kForward;
+  const bool whole = change == OrderChange::kToFront || change == OrderChange::kToBack;
+  if (forward) std::reverse(sorted.begin(), sorted.end());
+  EditStep step(*this, OrderName(change));
+  std::map<LayerID, std::size_t> taken;  // places at the end of each layer that are settled
+  for (const ObjectID id : sorted) {
+    const ObjectPlace place = document_->PlaceOf(id);
+    std::size_t& settled = taken[place.layer];
+    const std::size_t last = forward ? document_->FindLayer(place.layer)->objects.Count() - 1 - settled : settled;
+    if (whole || place.index == last) ++settled;
+    const std::size_t next = forward ? place.index + 1 : place.index - 1;
+    if (place.index != last) MoveOne(id, {place.layer, whole ? last : next});
+  }
+  return step.End();
+}
+
+bool DocumentSession::Align(ObjectIDs const& ids, Alignment alignment, AlignTo to, std::string* error) {
+  const ObjectIDs changeable = Changeable(ids, error);
+  if (changeable.empty()) return false;
+  AGRect target{0, 0, document_->Page().width, document_->Page().height};
+  if (to == AlignTo::kObjects) GetBox(changeable, &target);
+  EditStep step(*this, Tr("Align"));
+  for (const ObjectID id : changeable) {
+    const AGPoint offset = AlignOffset(TurnedBox(document_->Find(id)->Placement()), target, alignment);
+    if (!Move({id}, offset.x, offset.y, error)) return false;
+  }
+  return step.End();
+}
+
+bool DocumentSession::Distribute(ObjectIDs const& ids, Axis axis, std::string* error) {
+  const ObjectIDs changeable = Changeable(ids, error);
+  if (changeable.empty()) return false;
+  if (changeable.size() < 3) {
+    *error = ErrorText("at least three objects are needed to be distributed");
+    return false;
+  }
+  const bool across = axis == Axis::kHorizontal;
+  std::vector<Span> spans;
+  double filled = 0;
+  for (const ObjectID id : changeable) {
+    const AGRect box = TurnedBox(document_->Find(id)->Placement());
+    spans.push_back(across ? Span{box.x0, box.x1, id} : Span{box.y0, box.y1, id});
+    filled += spans.back().end - spans.back().start;
+  }
+  std::stable_sort(spans.begin(), spans.end(), [](Span const& a, Span const& b) { return a.Middle() < b.Middle(); });
+  const double gap = (spans.back().end - spans.front().start - filled) / static_cast<double>(spans.size() - 1);
+  EditStep step(*this, Tr("Distribute"));
+  double next = spans.front().start;
+  for (Span const& span : spans) {
+    const double offset = next - span.start;
+    next += span.end - span.start + gap;
+    const bool fixed = &span == &spans.front() || &span == &spans.back();
+    if (!fixed && !Move({span.id}, across ? offset : 0, across ? 0 : offset, error)) return false;
+  }
+  return step.End();
+}
+
+}  // namespace host

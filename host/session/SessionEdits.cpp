@@ -1,0 +1,275 @@
+// Edits of objects: coming, going, placement, style and properties.
+#include <algorithm>
+#include <cmath>
+
+#include "host/model/InstanceCall.h"
+#include "host/model/ObjectProperties.h"
+#include "host/model/ObjectRecord.h"
+#include "host/session/DocumentSession.h"
+#include "host/text/Localisation.h"
+
+namespace host {
+namespace {
+
+bool IsFinite(ObjectPlacement const& placement) {
+  AGRect const& b = placement.bounds;
+  return std::isfinite(b.x0) && std::isfinite(b.y0) && std::isfinite(b.x1) && std::isfinite(b.y1) &&
+         std::isfinite(placement.angle);
+}
+
+AGPoint Turned(AGPoint const& point, AGPoint const& about, double angle) {
+  const double c = std::cos(angle);
+  const double s = std::sin(angle);
+  const double dx = point.x - about.x;
+  const double dy = point.y - about.y;
+  return {about.x + dx * c - dy * s, about.y + dx * s + dy * c};
+}
+
+AGRect Shifted(AGRect const& rect, double dx, double dy) {
+  return {rect.x0 + dx, rect.y0 + dy, rect.x1 + dx, rect.y1 + dy};
+}
+
+// The map of one box onto another.
+struct Stretch {
+  double sx, sy, tx, ty;
+
+  AGPoint Apply(AGPoint const& p) const { return {p.x * sx + tx, p.y * sy + ty}; }
+
+  // Turned sides take the factor of the directions that they run in.
+  ObjectPlacement Apply(ObjectPlacement const& old) const {
+    const AGPoint center = Apply(old.bounds.Center());
+    const double c = std::cos(old.angle);
+    const double s = std::sin(old.angle);
+    double alongX = std::hypot(c * sx, s * sy);
+    double alongY = std::hypot(s * sx, c * sy);
+    if (sx < 0) alongX = -alongX;
+    if (sy < 0) alongY = -alongY;
+    const double w = old.bounds.Width() * (old.angle == 0 ? sx : alongX) / 2;
+    const double h = old.bounds.Height() * (old.angle == 0 ? sy : alongY) / 2;
+    AGRect bounds{center.x - w, center.y - h, center.x + w, center.y + h};
+    bounds.Normalize();
+    return {bounds, old.angle};
+  }
+};
+
+std::string FixedObjectText(LayerSettings const& settings) {
+  return settings.locked ? ErrorText("layer \"%s\" is locked: its objects can't be changed", {settings.name})
+                         : ErrorText("layer \"%s\" is hidden: its objects can't be changed", {settings.name});
+}
+
+}  // namespace
+
+bool DocumentSession::CheckEditable(ObjectIDs const& ids, std::string* error) const {
+  if (ids.empty()) {
+    *error = ErrorText("there is no object to change");
+    return false;
+  }
+  for (const ObjectID id : ids) {
+    Layer const* layer = document_->LayerOf(id);
+    if (layer != nullptr && layer->IsEditable()) continue;
+    *error = layer == nullptr ? ErrorText("there is no such object") : FixedObjectText(layer->settings);
+    return false;
+  }
+  return true;
+}
+
+ObjectIDs DocumentSession::Changeable(ObjectIDs const& ids, std::string* error) const {
+  if (!CheckEditable(ids, error)) return {};
+  ObjectIDs changeable;
+  for (const ObjectID id : ids) {
+    if (!document_->Find(id)->IsPlaceholder()) changeable.push_back(id);
+  }
+  if (changeable.empty()) {
+    *error = ErrorText("the object can't be changed: no bundle has its class \"%s\"",
+                       {document_->Find(ids.front())->classID.chars});
+  }
+  return changeable;
+}
+
+ObjectID DocumentSession::InsertOne(std::unique_ptr<DocumentObject> object, ObjectPlace const& place) {
+  const ObjectID id = document_->InsertObject(std::move(object), place);
+  Step().Inserted(*document_, id);
+  return id;
+}
+
+void DocumentSession::RemoveOne(ObjectID id) {
+  NoticeChange(id);
+  for (auto const& step : open_) step->TakeStatesOf(*document_, id);
+  Step().BeforeRemoval(*document_, id);
+  const std::unique_ptr<DocumentObject> object = document_->RemoveObject(id);
+  InstanceCall::Destroy(std::move(object->instance));
+}
+
+ObjectID DocumentSession::Add(AKClassID classID, std::string const& arguments, ObjectPlacement const& placement,
+                              std::string* error) {
+  if (!CheckActiveLayer(error)) return kNoObjectID;
+  if (!IsFinite(placement)) {
+    *error = ErrorText("the bounds are no finite numbers");
+    return kNoObjectID;
+  }
+  auto object = Document::NewObject(classID, arguments, error);
+  if (!object) return kNoObjectID;
+  object->bounds = placement.bounds;
+  object->angle = placement.angle;
+  EditStep step(*this, TrWith("Add %s", ClassName(object->classID)));
+  const ObjectID id = InsertOne(std::move(object), {activeLayer_, document_->FindLayer(activeLayer_)->objects.Count()});
+  step.End();
+  Select({id});
+  return id;
+}
+
+bool DocumentSession::Delete(ObjectIDs const& ids, std::string* error) {
+  if (!CheckEditable(ids, error)) return false;
+  EditStep step(*this, Tr("Delete"));
+  for (const ObjectID id : ids) {
+    DocumentObject const* object = document_->Find(id);
+    if (object == nullptr) continue;  // an ID may be named twice
+    FetchInstance(object->instance.get());
+    RemoveOne(id);
+  }
+  return step.End();
+}
+
+template <typename Place>
+bool DocumentSession::PlaceEach(ObjectIDs const& ids, const char* name, Place place, std::string* error) {
+  const ObjectIDs changeable = Changeable(ids, error);
+  if (changeable.empty()) return false;
+  std::vector<ObjectPlacement> placements;
+  placements.reserve(changeable.size());
+  for (const ObjectID id : changeable) {
+    placements.push_back(place(document_->Find(id)->Placement()));
+    if (IsFinite(placements.back())) continue;
+    *error = ErrorText("an object would lie beyond all numbers");
+    return false;
+  }
+  EditStep step(*this, name);
+  for (std::size_t i = 0; i < changeable.size(); ++i) {
+    Step().BeforePlacement(*document_, changeable[i]);
+    document_->SetPlacement(changeable[i], placements[i]);
+  }
+  return step.End();
+}
+
+bool DocumentSession::SetPlacement(ObjectID id, ObjectPlacement const& placement, std::string* error) {
+  return PlaceEach(
+      {id}, Tr("Change Bounds"), [&placement](ObjectPlacement const&) { return placement; }, error);
+}
+
+bool DocumentSession::SetAngle(ObjectIDs const& ids, double angle, std::string* error) {
+  const auto place = [angle](ObjectPlacement const& old) { return ObjectPlacement{old.bounds, angle}; };
+  return PlaceEach(ids, Tr("Rotate"), place, error);
+}
+
+bool DocumentSession::Move(ObjectIDs const& ids, double dx, double dy, std::string* error) {
+  const auto place = [dx, dy](ObjectPlacement const& old) {
+    return ObjectPlacement{Shifted(old.bounds, dx, dy), old.angle};
+  };
+  return PlaceEach(ids, Tr("Move"), place, error);
+}
+
+bool DocumentSession::Resize(ObjectIDs const& ids, AGRect const& from, AGRect const& to, std::string* error) {
+  if (from.Width() == 0 || from.Height() == 0) {
+    *error = ErrorText("a box without an area can't be stretched");
+    return false;
+  }
+  Stretch stretch{to.Width() / from.Width(), to.Height() / from.Height(), 0, 0};
+  stretch.tx = to.x0 - from.x0 * stretch.sx;
+  stretch.ty = to.y0 - from.y0 * stretch.sy;
+  return PlaceEach(
+      ids, Tr("Resize"), [&stretch](ObjectPlacement const& old) { return stretch.Apply(old); }, error);
+}
+
+bool DocumentSession::Rotate(ObjectIDs const& ids, double angle, AGPoint const& about, std::string* error) {
+  const auto place = [angle, &about](ObjectPlacement const& old) {
+    const AGPoint center = old.bounds.Center();
+    const AGPoint turned = Turned(center, about, angle);
+    return ObjectPlacement{Shifted(old.bounds, turned.x - center.x, turned.y - center.y), old.angle + angle};
+  };
+  return PlaceEach(ids, Tr("Rotate"), place, error);
+}
+
+bool DocumentSession::Rotate(ObjectIDs const& ids, double angle, std::string* error) {
+  AGRect box;
+  const ObjectIDs changeable = Changeable(ids, error);
+  return GetBox(changeable, &box) && Rotate(changeable, angle, box.Center(), error);
+}
+
+bool DocumentSession::SetBrush(ObjectIDs const& ids, AGBrush const& brush, std::string* error) {
+  const ObjectIDs changeable = Changeable(ids, error);
+  if (changeable.empty()) return false;
+  EditStep step(*this, Tr("Change Brush"));
+  for (const ObjectID id : changeable) {
+    Step().BeforeStyle(*document_, id);
+    document_->SetStyle(id, brush, document_->Find(id)->pen);
+  }
+  return step.End();
+}
+
+bool DocumentSession::SetPen(ObjectIDs const& ids, AGPen const& pen, std::string* error) {
+  const ObjectIDs changeable = Changeable(ids, error);
+  if (changeable.empty()) return false;
+  EditStep step(*this, Tr("Change Pen"));
+  for (const ObjectID id : changeable) {
+    Step().BeforeStyle(*document_, id);
+    document_->SetStyle(id, document_->Find(id)->brush, pen);
+  }
+  return step.End();
+}
+
+bool DocumentSession::SetProperties(ObjectIDs const& ids,
+                                    std::vector<std::pair<std::string, std::string>> const& assignments,
+                                    std::string* error) {
+  const ObjectIDs changeable = Changeable(ids, error);
+  if (changeable.empty()) return false;
+  EditStep step(*this, assignments.size() == 1 ? TrWith("Change %s", Tr(assignments.front().first.c_str()))
+                                               : Tr("Change Properties"));
+  for (const ObjectID id : changeable) {
+    DocumentObject const& object = *document_->Find(id);
+    HostFields fields{object.Placement(), object.brush, object.pen};
+    bool taken = true;
+    for (auto const& [path, text] : assignments) taken = taken && SetProperty(object, &fields, path, text, error);
+    NoticeChange(id);  // also of what must be taken back
+    if (!taken) return false;
+    Step().BeforePlacement(*document_, id);
+    Step().BeforeStyle(*document_, id);
+    document_->SetPlacement(id, fields.placement);
+    document_->SetStyle(id, fields.brush, fields.pen);
+  }
+  return step.End();
+}
+
+// A class that fails to write its record keeps the one that is known.
+bool DocumentSession::NoticeChange(ObjectID id) {
+  DocumentObject const* object = document_->Find(id);
+  AKMemoryBlock record;
+  if (object == nullptr || !object->instance || WriteRecord(*object->instance, &record) != 0) return false;
+  if (record == object->record) return false;
+  Step().BeforeRecord(*document_, id);
+  document_->NoteRecord(id, record);
+  return true;
+}
+
+void DocumentSession::NoticeChanges(ObjectIDs const& ids) {
+  EditStep step(*this, actionName_);
+  for (const ObjectID id : ids) NoticeChange(id);
+  step.End();
+}
+
+ObjectID DocumentSession::Adopt(AKObject* instance, ObjectPlace const& place) {
+  auto object = Document::AdoptInstance(instance);
+  const std::string name = actionName_.empty() ? TrWith("Add %s", ClassName(object->classID)) : actionName_;
+  EditStep step(*this, name);
+  const ObjectID id = InsertOne(std::move(object), place);
+  step.End();
+  return id;
+}
+
+void DocumentSession::DeleteAny(ObjectIDs const& ids) {
+  EditStep step(*this, actionName_.empty() ? Tr("Delete") : actionName_);
+  for (const ObjectID id : ids) {
+    if (document_->Find(id) != nullptr) RemoveOne(id);
+  }
+  step.End();
+}
+
+}  // namespace host

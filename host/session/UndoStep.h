@@ -1,0 +1,64 @@
+// One step of the undo history: a name and the changes that were made under it.
+//
+// A step is open while its changes are made, as during a drag. Repeated changes of the same thing are one change with
+// the state before the first and after the last.
+#pragma once
+
+#include <map>
+#include <string>
+#include <vector>
+
+#include "host/session/Change.h"
+
+namespace host {
+
+class UndoStep {
+ public:
+  std::string name;  ///< of the action, without "Undo": "Change Rectangle Curvature"
+
+  // What is about to happen, or has just happened for insertions. Moves are sealed by AfterMove.
+
+  void BeforePlacement(Document const& document, ObjectID id);
+  void BeforeStyle(Document const& document, ObjectID id);
+  void BeforeRecord(Document const& document, ObjectID id);
+  void BeforePage(Document const& document);
+  void BeforeLayerSettings(Document const& document, LayerID id);
+  void Inserted(Document const& document, ObjectID id);
+  void BeforeRemoval(Document const& document, ObjectID id);
+  void BeforeMove(Document const& document, ObjectID id);
+  void BeforeLayerMove(Document const& document, LayerID id);
+  void AfterMove(Document const& document);
+  void LayerInserted(Document const& document, LayerID id);
+  void BeforeLayerRemoval(Document const& document, LayerID id);
+
+  /// An object or a layer is about to be removed by this step or by one that was opened within it: what is open about
+  /// it takes its state now, while it is there.
+  void TakeStatesOf(Document const& document, ObjectID id);
+  void TakeSettingsOf(Document const& document, LayerID id);
+
+  /// Takes the states after and drops what changed nothing. True when anything is left.
+  bool Seal(Document const& document);
+  void Undo(Document& document);
+  void Redo(Document& document);
+  /// Takes over the changes of a step that was opened and closed within this open one.
+  void Merge(UndoStep&& inner);
+  /// Undoes an open step and forgets its changes; the step stays open.
+  void Rewind(Document& document);
+
+  bool IsEmpty() const { return changes_.empty(); }
+  std::size_t Bytes() const;
+  /// The objects that it is about, each once, in the order of the changes.
+  std::vector<ObjectID> Objects() const;
+
+ private:
+  enum class Kind { kPlacement, kStyle, kRecord, kPage, kLayerSettings, kPresence };
+  using Key = std::pair<Kind, std::uint64_t>;
+
+  template <typename Make>
+  void Note(Document const& document, Kind kind, std::uint64_t id, Make make);
+
+  std::vector<std::unique_ptr<Change>> changes_;
+  std::map<Key, Change*> open_;  // not sealed yet
+};
+
+}  // namespace host

@@ -1,0 +1,246 @@
+#include "host/storage/DocumentFile.h"
+
+#include <cerrno>
+#include <cstring>
+
+#include "host/QuietLog.h"
+#include "host/model/ObjectRecord.h"
+#include "host/text/Localisation.h"
+#include "host/text/Utf8Check.h"
+#include "kit/files/AKFileUtils.h"
+#include "kit/streams/AKFileGeometry.h"
+#include "kit/streams/AKFileNumbers.h"
+#include "kit/streams/AKFileReplacer.h"
+
+namespace host {
+namespace {
+
+constexpr std::uint32_t kDocumentSignature = 0x48446F63;  // "HDoc"
+constexpr std::uint32_t kLayerSignature = 0x484C6179;     // "HLay"
+constexpr std::uint32_t kTextSignature = 0x73747267;      // "strg"
+constexpr unsigned int kFlatVersion = 1;                  // objects without layers
+constexpr unsigned int kFormatVersion = 2;
+constexpr unsigned int kLayerVisible = 1;
+constexpr unsigned int kLayerLocked = 2;
+
+// Text without its padding; false when it is no UTF-8.
+bool TakeText(AKMemoryBlock const& bytes, std::string* text) {
+  text->assign(reinterpret_cast<const char*>(bytes.Data()), bytes.Size());
+  text->erase(text->find_last_not_of('\0') + 1);
+  return FindInvalidUtf8(*text) == text->size();
+}
+
+// Reads one document from a stream that holds the whole file. The first problem is kept as a text.
+class DocumentReader {
+ public:
+  explicit DocumentReader(AKFile const& file) : file_(file), objects_(file) {}
+
+  std::unique_ptr<Document> Read() {
+    AKFileChunk chunk;
+    if (AKFileReadChunkHeader(file_, &chunk) != 0 || chunk.signature != kDocumentSignature) {
+      return Fail(ErrorText("is not a document of this program"));
+    }
+    unsigned long long size = 0;
+    file_.GetFileInfo(&size, nullptr, nullptr);
+    if (chunk.size + 8ULL > size) return Fail(ErrorText("is cut short"));
+    if (chunk.size + 8ULL < size) return Fail(ErrorText("has bytes behind its end"));
+
+    unsigned int version = 0;
+    AGSize page;
+    AGColor background;
+    unsigned int count = 0;
+    if (!Ok(AKFileReadUInt32(file_, &version))) return nullptr;
+    if (version != kFlatVersion && version != kFormatVersion) {
+      return Fail(ErrorText("has the unknown format version %s", {std::to_string(version)}));
+    }
+    if (!Ok(AKFileReadAGSize(file_, &page)) || !Ok(AKFileReadAGColor(file_, &background)) ||
+        !Ok(AKFileReadUInt32(file_, &count))) {
+      return nullptr;
+    }
+    document_ = std::make_unique<Document>(page);
+    document_->SetPage(page, background);
+    const LayerID first = document_->FirstLayer().id;
+    const bool sound = version == kFlatVersion ? ReadObjects(chunk, count, first) : ReadLayers(chunk, count, first);
+    return sound ? std::move(document_) : nullptr;
+  }
+
+  std::string const& Problem() const { return problem_; }
+
+ private:
+  std::unique_ptr<Document> Fail(std::string problem) {
+    problem_ = std::move(problem);
+    return nullptr;
+  }
+
+  bool Ok(int status) {
+    if (!objects_.Ok(status)) problem_ = objects_.Problem();
+    return status == 0;
+  }
+
+  bool ReadLayers(AKFileChunk const& outer, unsigned int count, LayerID first) {
+    if (count == 0) {
+      problem_ = ErrorText("is damaged: it has no layer");
+      return false;
+    }
+    for (unsigned int i = 0; i < count; ++i) {
+      const LayerID layer = i == 0 ? first : document_->InsertLayer({}, i);
+      if (ReadLayer(outer, layer)) continue;
+      if (problem_.empty()) {
+        problem_ = ErrorText("is damaged at layer %s: %s", {std::to_string(i), objects_.Problem()});
+      }
+      return false;
+    }
+    return true;
+  }
+
+  bool ReadLayer(AKFileChunk const& outer, LayerID layer) {
+    AKFileChunk chunk;
+    unsigned int flags = 0;
+    unsigned int count = 0;
+    LayerSettings settings;
+    if (!objects_.ReadHeader(outer, kLayerSignature, &chunk) || !objects_.Ok(AKFileReadUInt32(file_, &flags)) ||
+        !objects_.Ok(AKFileReadUInt32(file_, &count)) || !ReadName(chunk, &settings.name)) {
+      return false;
+    }
+    settings.visible = (flags & kLayerVisible) != 0;
+    settings.locked = (flags & kLayerLocked) != 0;
+    document_->SetLayerSettings(layer, std::move(settings));
+    return ReadObjects(chunk, count, layer) && objects_.Ok(AKFileGotoChunkEnd(file_, chunk));
+  }
+
+  bool ReadName(AKFileChunk const& outer, std::string* name) {
+    AKFileChunk chunk;
+    AKMemoryBlock bytes;
+    if (!objects_.ReadHeader(outer, kTextSignature, &chunk) || !objects_.ReadBytes(chunk.size, &bytes)) return false;
+    if (TakeText(bytes, name)) return true;
+    problem_ = ErrorText("is damaged: the name at position %s is no UTF-8", {std::to_string(chunk.pos)});
+    return false;
+  }
+
+  bool ReadObjects(AKFileChunk const& outer, unsigned int count, LayerID layer) {
+    for (unsigned int i = 0; i < count; ++i) {
+      auto object = objects_.Read(outer);
+      if (!object) {
+        const std::size_t number = document_->ObjectCount();
+        problem_ = ErrorText("is damaged at object %s: %s", {std::to_string(number), objects_.Problem()});
+        return false;
+      }
+      document_->InsertObject(std::move(object), {layer, i});
+    }
+    return true;
+  }
+
+  AKFile const& file_;
+  ObjectChunkReader objects_;
+  std::unique_ptr<Document> document_;
+  std::string problem_;
+};
+
+int WriteLayer(AKFile& file, Layer const& layer) {
+  LayerSettings const& settings = layer.settings;
+  AKFileChunk chunk{kLayerSignature};
+  int status = AKFileWriteChunkHeader(file, chunk);
+  const unsigned int flags = (settings.visible ? kLayerVisible : 0) | (settings.locked ? kLayerLocked : 0);
+  if (status == 0) status = AKFileWriteUInt32(file, flags);
+  if (status == 0) status = AKFileWriteUInt32(file, static_cast<unsigned int>(layer.objects.Count()));
+  if (status == 0) status = WriteTextChunk(file, settings.name);
+  layer.objects.ForEach([&](DocumentObject const& object) {
+    if (status == 0) status = WriteObjectChunk(file, object);
+  });
+  return status == 0 ? AKFileWriteChunkComplete(file, chunk) : status;
+}
+
+}  // namespace
+
+int WriteTextChunk(AKFile& file, std::string const& utf8) {
+  AKFileChunk chunk{kTextSignature};
+  int status = AKFileWriteChunkHeader(file, chunk);
+  if (status == 0) status = AKFileWrite(file, utf8.data(), utf8.size());
+  if (status == 0) status = AKFileWriteZeros(file, (4 - utf8.size() % 4) % 4);
+  return status == 0 ? AKFileWriteChunkComplete(file, chunk) : status;
+}
+
+bool ReadTextChunk(AKFile const& file, std::string* utf8) {
+  AKFileChunk chunk;
+  AKMemoryBlock bytes;
+  if (AKFileReadChunkHeader(file, &chunk) != 0 || chunk.signature != kTextSignature || !file.HasBytes(chunk.size)) {
+    return false;
+  }
+  bytes.Allocate(chunk.size, false);
+  if (chunk.size != 0 && AKFileRead(file, bytes.MutableData(), chunk.size) != 0) return false;
+  return TakeText(bytes, utf8);
+}
+
+int WriteDocument(Document const& document, AKFile& file) {
+  AKFileChunk chunk{kDocumentSignature};
+  int status = AKFileWriteChunkHeader(file, chunk);
+  if (status == 0) status = AKFileWriteUInt32(file, kFormatVersion);
+  if (status == 0) status = AKFileWriteAGSize(file, document.Page());
+  if (status == 0) status = AKFileWriteAGColor(file, document.Background());
+  if (status == 0) status = AKFileWriteUInt32(file, static_cast<unsigned int>(document.Layers().size()));
+  for (auto const& layer : document.Layers()) {
+    if (status == 0) status = WriteLayer(file, *layer);
+  }
+  return status == 0 ? AKFileWriteChunkComplete(file, chunk) : status;
+}
+
+bool ReplaceFileBy(std::string const& path, std::function<int(AKFile&)> const& write, std::string* error) {
+  const QuietLog quiet;
+  AKFilePath target;
+  int status = -1;
+  int reason = 0;
+  if (AKFileUtils::GetFromSystemPath(path.c_str(), &target)) {
+    AKFileReplacer replacer(target);
+    errno = 0;
+    status = replacer.Open();
+    if (status == 0) status = write(replacer.File());
+    if (status == 0) status = replacer.Commit();
+    reason = errno;  // before the replacer cleans up
+  }
+  if (status == 0) return true;
+  const std::string text = reason != 0 ? std::strerror(reason) : "status " + std::to_string(status);
+  *error = ErrorText("can't write \"%s\": %s", {path, text});
+  return false;
+}
+
+std::unique_ptr<Document> ReadDocument(std::string const& path, std::string* error) {
+  const QuietLog quiet;
+  AKFilePath source;
+  if (!AKFileUtils::GetFromSystemPath(path.c_str(), &source)) {
+    *error = ErrorText("can't open \"%s\": its name has characters that this program can't represent", {path});
+    return nullptr;
+  }
+  if (AKFileUtils::IsFolder(source)) {
+    *error = ErrorText("can't open \"%s\": it is a folder", {path});
+    return nullptr;
+  }
+  AKFile file(source);
+  errno = 0;
+  if (file.OpenForRead() != 0) {
+    *error = ErrorText("can't open \"%s\": %s", {path, std::strerror(errno)});
+    return nullptr;
+  }
+  std::string problem;
+  auto document = ReadDocument(file, &problem);
+  if (!document) *error = "\"" + path + "\" " + problem;
+  return document;
+}
+
+std::unique_ptr<Document> ReadDocument(AKFile const& file, std::string* problem) {
+  DocumentReader reader(file);
+  auto document = reader.Read();
+  if (!document) *problem = reader.Problem();
+  return document;
+}
+
+bool WriteDocument(Document const& document, std::string const& path, std::string* error) {
+  return ReplaceFileBy(
+      path, [&document](AKFile& file) { return WriteDocument(document, file); }, error);
+}
+
+bool ReplaceFile(std::string const& path, void const* data, std::size_t size, std::string* error) {
+  return ReplaceFileBy(
+      path, [data, size](AKFile& file) { return AKFileWrite(file, data, size); }, error);
+}
+
+}  // namespace host

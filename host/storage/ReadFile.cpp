@@ -1,0 +1,26 @@
+#include "host/storage/ReadFile.h"
+
+#include <cerrno>
+#include <cstdio>
+#include <cstring>
+#include <memory>
+
+namespace host {
+
+bool ReadWholeFile(std::string const& path, std::string* bytes, std::string* error) {
+  bytes->clear();
+  const std::unique_ptr<std::FILE, decltype(&std::fclose)> file(std::fopen(path.c_str(), "rb"), &std::fclose);
+  if (!file) {
+    *error = "can't open \"" + path + "\": " + std::strerror(errno);
+    return false;
+  }
+  char buffer[65536];
+  std::size_t count = 0;
+  errno = 0;
+  while ((count = std::fread(buffer, 1, sizeof(buffer), file.get())) != 0) bytes->append(buffer, count);
+  if (std::ferror(file.get()) == 0) return true;
+  *error = "can't read \"" + path + "\": " + std::strerror(errno);
+  return false;
+}
+
+}  // namespace host

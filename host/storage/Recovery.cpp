@@ -1,0 +1,174 @@
+#include "host/storage/Recovery.h"
+
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <cstring>
+#include <ctime>
+#include <filesystem>
+#include <fstream>
+
+#include "host/QuietLog.h"
+#include "host/storage/DocumentFile.h"
+#include "host/storage/ReadFile.h"
+#include "host/text/DisplayText.h"
+#include "kit/files/AKStandardFolders.h"
+#include "kit/streams/AKFileChunk.h"
+#include "kit/streams/AKFileNumbers.h"
+
+namespace host {
+namespace {
+
+constexpr std::uint32_t kRecoverySignature = 0x48526376;  // "HRcv"
+constexpr unsigned int kRecoveryVersion = 1;
+constexpr const char* kExtension = ".akrecover";
+
+std::string RecoveryFolder() {
+  const AKFilePath data = AKStandardFolderGetPath(AKStandardFolder::kApplicationSupport);
+  return data.IsEmpty() ? std::string() : DisplayText(data.Text()) + "/objecthost/recovery";
+}
+
+// When a process started, which tells it from a later one of the same number; 0 when it is gone. The program's name in
+// the second field may hold blanks and parentheses; the 20th field behind it is the time.
+unsigned long long StartOf(unsigned long long process) {
+  std::ifstream stream("/proc/" + std::to_string(process) + "/stat");
+  std::string text;
+  std::getline(stream, text);
+  const std::size_t name = text.rfind(')');
+  if (name == std::string::npos) return 0;
+  std::size_t field = name + 1;
+  for (int i = 0; i < 19 && field != std::string::npos; ++i) field = text.find(' ', field + 1);
+  return field == std::string::npos ? 0 : std::strtoull(text.c_str() + field, nullptr, 10);
+}
+
+struct Header {
+  unsigned long long process = 0;
+  unsigned long long start = 0;
+  long long time = 0;
+  std::string original;
+};
+
+std::string AbsolutePath(std::string const& path) {
+  std::error_code error;
+  const std::string absolute = path.empty() ? path : std::filesystem::absolute(path, error).string();
+  return error ? path : absolute;
+}
+
+int WriteRecovery(AKFile& file, Header const& header, Document const& document) {
+  AKFileChunk chunk{kRecoverySignature};
+  int status = AKFileWriteChunkHeader(file, chunk);
+  if (status == 0) status = AKFileWriteUInt32(file, kRecoveryVersion);
+  if (status == 0) status = AKFileWriteUInt64(file, header.process);
+  if (status == 0) status = AKFileWriteUInt64(file, header.start);
+  if (status == 0) status = AKFileWriteSInt64(file, header.time);
+  if (status == 0) status = WriteTextChunk(file, header.original);
+  if (status == 0) status = WriteDocument(document, file);
+  return status == 0 ? AKFileWriteChunkComplete(file, chunk) : status;
+}
+
+bool ReadHeader(AKFile const& file, Header* header) {
+  AKFileChunk chunk;
+  unsigned int version = 0;
+  return AKFileReadChunkHeader(file, &chunk) == 0 && chunk.signature == kRecoverySignature &&
+         AKFileReadUInt32(file, &version) == 0 && version == kRecoveryVersion &&
+         AKFileReadUInt64(file, &header->process) == 0 && AKFileReadUInt64(file, &header->start) == 0 &&
+         AKFileReadSInt64(file, &header->time) == 0 && ReadTextChunk(file, &header->original);
+}
+
+}  // namespace
+
+Recovery::Recovery(DocumentSession const& session, double seconds)
+    : session_(session), interval_(seconds), when_(std::chrono::steady_clock::now()) {
+  if (!session.HasUnsavedChanges()) written_ = session.ChangeCount();
+}
+
+Recovery::~Recovery() { Remove(); }
+
+void Recovery::Remove() {
+  if (!file_.empty()) unlink(file_.c_str());
+  file_.clear();
+}
+
+void Recovery::Update() {
+  if (!session_.HasUnsavedChanges()) {
+    Remove();
+    written_ = session_.ChangeCount();
+    return;
+  }
+  if (written_ == session_.ChangeCount()) return;
+  // A document that was recovered is kept again at once: the file that it came from will be discarded.
+  if (written_ && std::chrono::steady_clock::now() - when_ < interval_) return;
+  if (Write()) written_ = session_.ChangeCount();
+  when_ = std::chrono::steady_clock::now();
+}
+
+bool Recovery::Write() {
+  const std::string folder = RecoveryFolder();
+  std::error_code failed;
+  std::filesystem::create_directories(folder, failed);
+  const unsigned long long process = static_cast<unsigned long long>(getpid());
+  const std::string stem =
+      session_.Path().empty() ? "untitled" : std::filesystem::path(session_.Path()).stem().string();
+  const std::string file =
+      folder + "/" + stem + "-" + std::to_string(process) + "-" + std::to_string(session_.Serial()) + kExtension;
+  if (folder.empty() || failed) return false;
+  if (file != file_) Remove();
+  const Header header{process, StartOf(process), static_cast<long long>(std::time(nullptr)),
+                      AbsolutePath(session_.Path())};
+  const auto write = [&](AKFile& target) { return WriteRecovery(target, header, session_.Doc()); };
+  std::string error;
+  if (!ReplaceFileBy(file, write, &error)) return false;
+  file_ = file;
+  return true;
+}
+
+std::vector<RecoveryFile> FindRecoveries() {
+  const QuietLog quiet;
+  std::vector<RecoveryFile> found;
+  std::error_code failed;
+  for (auto const& entry : std::filesystem::directory_iterator(RecoveryFolder(), failed)) {
+    std::string bytes;
+    std::string error;
+    if (entry.path().extension() != kExtension || !ReadWholeFile(entry.path().string(), &bytes, &error)) continue;
+    AKFile stream(bytes.data(), static_cast<unsigned int>(bytes.size()));
+    Header header;
+    if (stream.OpenForRead() != 0 || !ReadHeader(stream, &header)) continue;
+    if (header.start != 0 && StartOf(header.process) == header.start) continue;
+    found.push_back({entry.path().string(), header.original, header.time});
+  }
+  std::sort(found.begin(), found.end(), [](RecoveryFile const& a, RecoveryFile const& b) {
+    return a.time != b.time ? a.time > b.time : a.file < b.file;
+  });
+  return found;
+}
+
+std::unique_ptr<DocumentSession> OpenRecovery(RecoveryFile const& recovery, std::string* error) {
+  const QuietLog quiet;
+  std::string bytes;
+  Header header;
+  if (!ReadWholeFile(recovery.file, &bytes, error)) return nullptr;
+  AKFile stream(bytes.data(), static_cast<unsigned int>(bytes.size()));
+  unsigned long long start = 0;
+  std::unique_ptr<Document> document;
+  std::string problem = "is no recovery file";
+  if (stream.OpenForRead() == 0 && ReadHeader(stream, &header) && stream.GetPos(&start) == 0) {
+    AKFile inner(bytes.data() + start, static_cast<unsigned int>(bytes.size() - start));
+    inner.OpenForRead();
+    document = ReadDocument(inner, &problem);
+  }
+  if (!document) {
+    *error = "\"" + recovery.file + "\" " + problem;
+    return nullptr;
+  }
+  return DocumentSession::Restore(std::move(document), header.original);
+}
+
+bool DiscardRecovery(RecoveryFile const& recovery, std::string* error) {
+  if (unlink(recovery.file.c_str()) == 0) return true;
+  *error = "can't remove \"" + recovery.file + "\": " + std::strerror(errno);
+  return false;
+}
+
+}  // namespace host

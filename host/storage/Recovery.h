@@ -1,0 +1,64 @@
+// What keeps unsaved work from being lost when the program dies.
+//
+// While a document has unsaved changes, a recovery file in "objecthost/recovery" of the user's data folder holds it as
+// it is, with the name of the document's own file; saving, closing and undoing back to what was saved remove it. A
+// recovery file whose program is no longer running is what a crash left: it is offered by FindRecoveries.
+//
+// A recovery file is a chunk "HRcv": u32 version 1, u64 process, u64 the start of the process in ticks since boot, i64
+// time of writing in seconds since 1970, a chunk "strg" with the path of the document's file (absolute, UTF-8, empty
+// for none), and the document as its "HDoc" chunk. It is replaced whole.
+#pragma once
+
+#include <chrono>
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "host/session/DocumentSession.h"
+
+namespace host {
+
+/// Writes the recovery file of one session. It dies before the session does.
+class Recovery {
+ public:
+  /// At most one file in `seconds`; 0 for one at each change.
+  Recovery(DocumentSession const& session, double seconds);
+  Recovery(Recovery const&) = delete;
+  Recovery& operator=(Recovery const&) = delete;
+  /// The document is closed in good order: nothing needs to be recovered.
+  ~Recovery();
+
+  /// To be called after edits, or now and then. A file that can't be written is tried again the next time.
+  void Update();
+
+ private:
+  bool Write();
+  void Remove();
+
+  DocumentSession const& session_;
+  std::chrono::duration<double> interval_;
+  std::string file_;                      // empty while there is none
+  std::optional<std::uint64_t> written_;  // the session's count of changes then
+  std::chrono::steady_clock::time_point when_;
+};
+
+/// A file that a program left that ended without closing its document.
+struct RecoveryFile {
+  std::string file;
+  std::string original;   ///< the document's file, empty for a document that was never saved
+  std::int64_t time = 0;  ///< seconds since 1970
+};
+
+/// The newest first. Files that are no recovery files are passed over.
+std::vector<RecoveryFile> FindRecoveries();
+
+/// The document as it was, with unsaved changes, to be saved at its original path. Null, with one line in `*error`,
+/// when the file can't be read. The file stays until DiscardRecovery.
+std::unique_ptr<DocumentSession> OpenRecovery(RecoveryFile const& recovery, std::string* error);
+
+/// False, with one line in `*error`, when the file can't be removed.
+bool DiscardRecovery(RecoveryFile const& recovery, std::string* error);
+
+}  // namespace host

@@ -1,0 +1,208 @@
+// Pointer and keyboard of the canvas.
+#include <gdk/gdkkeysyms.h>
+#include <gtkmm/eventcontrollerkey.h>
+#include <gtkmm/eventcontrollermotion.h>
+#include <gtkmm/eventcontrollerscroll.h>
+#include <gtkmm/gesturedrag.h>
+#include <gtkmm/gesturezoom.h>
+
+#include <cmath>
+
+#include "host/window/SlideStep.h"
+#include "host/window/canvas/CanvasView.h"
+
+namespace host {
+namespace {
+
+constexpr double kWheelZoom = 1.2;
+constexpr double kWheelPixels = 48;
+
+// The toolkit's gestures compute in single precision: a pointer on a pixel comes out a little beside it. A part of 64
+// is finer than what any pointer reports.
+AGPoint Cleaned(double x, double y) {
+  constexpr double kParts = 64;
+  return {std::round(x * kParts) / kParts, std::round(y * kParts) / kParts};
+}
+
+bool Has(Gdk::ModifierType state, Gdk::ModifierType bit) { return (state & bit) == bit; }
+
+PointerModifiers ModifiersOf(Gdk::ModifierType state) {
+  return {Has(state, Gdk::ModifierType::SHIFT_MASK), Has(state, Gdk::ModifierType::CONTROL_MASK),
+          Has(state, Gdk::ModifierType::ALT_MASK)};
+}
+
+}  // namespace
+
+void CanvasView::AddPointer() {
+  auto drag = Gtk::GestureDrag::create();
+  drag->set_button(GDK_BUTTON_PRIMARY);
+  Gtk::GestureDrag* const gesture = drag.get();
+  drag->signal_drag_begin().connect([this, gesture](double x, double y) {
+    grab_focus();
+    if (spaceHeld_) {
+      panStart_ = {horizontal_->get_value(), vertical_->get_value()};
+      return;
+    }
+    SlideStep::End();
+    tool_.Press(Cleaned(x, y), ModifiersOf(gesture->get_current_event_state()));
+    queue_draw();
+  });
+  drag->signal_drag_update().connect([this, gesture](double dx, double dy) {
+    double x = 0;
+    double y = 0;
+    if (spaceHeld_) {
+      horizontal_->set_value(panStart_.x - dx);
+      vertical_->set_value(panStart_.y - dy);
+      return;
+    }
+    if (!gesture->get_start_point(x, y)) return;
+    tool_.Motion(Cleaned(x + dx, y + dy), ModifiersOf(gesture->get_current_event_state()));
+    queue_draw();
+  });
+  drag->signal_drag_end().connect([this, gesture](double dx, double dy) {
+    double x = 0;
+    double y = 0;
+    if (!gesture->get_start_point(x, y)) return;
+    const bool made = tool_.NewClass().has_value();
+    const std::string refused = tool_.Release(Cleaned(x + dx, y + dy), ModifiersOf(gesture->get_current_event_state()));
+    if (!refused.empty()) message_.emit(refused);
+    if (made) SetNewClass(std::nullopt);
+    queue_draw();
+  });
+  drag->signal_cancel().connect([this](Gdk::EventSequence*) {
+    if (tool_.Cancel()) queue_draw();
+  });
+  add_controller(drag);
+
+  auto motion = Gtk::EventControllerMotion::create();
+  motion->signal_motion().connect([this](double x, double y) {
+    lastPointer_ = Cleaned(x, y);
+    pointerInside_ = true;
+    ShowPointer(lastPointer_);
+    pointer_.emit(view_.ToMap(lastPointer_));
+  });
+  motion->signal_leave().connect([this] { pointerInside_ = false; });
+  add_controller(motion);
+}
+
+// The middle button moves the sheet, as the left one does while the space bar is held.
+void CanvasView::AddPanning() {
+  auto pan = Gtk::GestureDrag::create();
+  pan->set_button(GDK_BUTTON_MIDDLE);
+  pan->signal_drag_begin().connect([this](double, double) {
+    panStart_ = {horizontal_->get_value(), vertical_->get_value()};
+  });
+  pan->signal_drag_update().connect([this](double dx, double dy) {
+    horizontal_->set_value(panStart_.x - dx);
+    vertical_->set_value(panStart_.y - dy);
+  });
+  add_controller(pan);
+}
+
+void CanvasView::AddScrolling() {
+  auto scroll = Gtk::EventControllerScroll::create();
+  scroll->set_flags(Gtk::EventControllerScroll::Flags::BOTH_AXES);
+  Gtk::EventControllerScroll* const controller = scroll.get();
+  scroll->signal_scroll().connect(
+      [this, controller](double dx, double dy) {
+        const PointerModifiers modifiers = ModifiersOf(controller->get_current_event_state());
+        if (modifiers.control) {
+          ZoomBy(std::pow(kWheelZoom, -dy));
+          return true;
+        }
+        if (modifiers.shift && dx == 0) std::swap(dx, dy);
+        view_.Scroll(dx * kWheelPixels, dy * kWheelPixels);
+        ViewChanged();
+        return true;
+      },
+      false);
+  add_controller(scroll);
+
+  auto pinch = Gtk::GestureZoom::create();
+  pinch->signal_scale_changed().connect([this, last = 1.0](double scale) mutable {
+    ZoomBy(scale / last);
+    last = scale;
+  });
+  add_controller(pinch);
+}
+
+void CanvasView::AddKeys() {
+  auto keys = Gtk::EventControllerKey::create();
+  keys->signal_key_pressed().connect([this](guint key, guint, Gdk::ModifierType state) { return OnKey(key, state); },
+                                     false);
+  keys->signal_key_released().connect([this](guint key, guint, Gdk::ModifierType) {
+    if (key == GDK_KEY_space) spaceHeld_ = false;
+  });
+  add_controller(keys);
+}
+
+// Arrow keys move by 1 unit, with shift by 10, with alt by a tenth.
+bool CanvasView::OnKey(guint key, Gdk::ModifierType state) {
+  if (session_ == nullptr) return false;
+  const PointerModifiers modifiers = ModifiersOf(state);
+  const double step = modifiers.shift ? 10 : modifiers.alt ? 0.1 : 1;
+  switch (key) {
+    case GDK_KEY_Left:
+      Nudge(-step, 0);
+      return true;
+    case GDK_KEY_Right:
+      Nudge(step, 0);
+      return true;
+    case GDK_KEY_Up:
+      Nudge(0, step);
+      return true;
+    case GDK_KEY_Down:
+      Nudge(0, -step);
+      return true;
+    case GDK_KEY_Escape:
+      if (tool_.Cancel()) {
+        queue_draw();
+      } else if (tool_.NewClass()) {
+        SetNewClass(std::nullopt);
+      } else {
+        session_->SelectNone();
+      }
+      return true;
+    case GDK_KEY_Delete:
+    case GDK_KEY_BackSpace:
+      return activate_action("win.delete");
+    case GDK_KEY_space:
+      spaceHeld_ = true;
+      return true;
+    case GDK_KEY_Page_Down:
+    case GDK_KEY_Page_Up:
+      if (session_->Doc().ObjectCount() == 0 || modifiers.control) return false;
+      SelectNext(key == GDK_KEY_Page_Up);
+      return true;
+    default:
+      return false;
+  }
+}
+
+void CanvasView::Nudge(double dx, double dy) {
+  if (session_->Selected().IsEmpty()) {
+    view_.Scroll(dx * kWheelPixels, -dy * kWheelPixels);
+    ViewChanged();
+    return;
+  }
+  SlideStep::Continue(session_, "nudge");
+  std::string error;
+  if (!session_->Move(session_->Selected().IDs(), dx, dy, &error)) message_.emit(error);
+}
+
+// The keyboard's way through the objects: the next one in drawing order that can be selected.
+void CanvasView::SelectNext(bool backwards) {
+  Document const& document = session_->Doc();
+  const std::size_t count = document.ObjectCount();
+  ObjectIDs const& selected = session_->Selected().IDs();
+  std::size_t number = selected.empty() ? (backwards ? 0 : count - 1) : document.NumberOf(selected.back());
+  for (std::size_t tried = 0; tried < count; ++tried) {
+    number = (number + (backwards ? count - 1 : 1)) % count;
+    const ObjectID id = document.ObjectAt(number).id;
+    if (!session_->IsEditable(id)) continue;
+    session_->Select({id});
+    return;
+  }
+}
+
+}  // namespace host

@@ -1,0 +1,264 @@
+#include "host/window/canvas/CanvasView.h"
+
+#include <gdkmm/cursor.h>
+#include <gdkmm/memorytexture.h>
+#include <glibmm/main.h>
+#include <gtkmm/snapshot.h>
+
+#include <algorithm>
+#include <cmath>
+
+#include "CoreGraphics/CGVectorContext.h"
+#include "host/text/Localisation.h"
+#include "host/window/canvas/CanvasOverlay.h"
+
+namespace host {
+namespace {
+
+// What a frame may take to draw tiles: at 60 frames a second there is time left to show them.
+constexpr std::chrono::milliseconds kFrameBudget{10};
+constexpr double kFitMargin = 30;
+
+graphene_rect_t RectOf(double x, double y, double width, double height) {
+  graphene_rect_t rect;
+  graphene_rect_init(&rect, static_cast<float>(x), static_cast<float>(y), static_cast<float>(width),
+                     static_cast<float>(height));
+  return rect;
+}
+
+// A texture with a copy of the pixels, which go on changing.
+Glib::RefPtr<Gdk::Texture> TextureOf(AGBitmap const& bitmap) {
+  const gsize stride = bitmap.RowStride() * gsize{4};
+  const auto bytes = Glib::Bytes::create(bitmap.Pixels(), stride * bitmap.Height());
+  return Gdk::MemoryTexture::create(static_cast<int>(bitmap.Width()), static_cast<int>(bitmap.Height()),
+                                    Gdk::MemoryTexture::Format::B8G8R8A8_PREMULTIPLIED, bytes, stride);
+}
+
+const char* CursorName(PointerTool::Cursor cursor) {
+  switch (cursor) {
+    case PointerTool::Cursor::kMove:
+      return "move";
+    case PointerTool::Cursor::kCross:
+      return "crosshair";
+    case PointerTool::Cursor::kRotate:
+      return "grab";
+    case PointerTool::Cursor::kRounding:
+      return "pointer";
+    case PointerTool::Cursor::kEastWest:
+      return "ew-resize";
+    case PointerTool::Cursor::kNorthSouth:
+      return "ns-resize";
+    case PointerTool::Cursor::kRising:
+      return "nesw-resize";
+    case PointerTool::Cursor::kFalling:
+      return "nwse-resize";
+    default:
+      return "default";
+  }
+}
+
+}  // namespace
+
+CanvasView::CanvasView()
+    : Glib::ObjectBase("ObjectHostCanvas"),
+      horizontal_(Gtk::Adjustment::create(0, 0, 0, 20, 200, 0)),
+      vertical_(Gtk::Adjustment::create(0, 0, 0, 20, 200, 0)) {
+  set_focusable(true);
+  set_overflow(Gtk::Overflow::HIDDEN);
+  set_hexpand(true);
+  set_vexpand(true);
+  add_css_class("canvas");
+  gtk_accessible_update_property(GTK_ACCESSIBLE(gobj()), GTK_ACCESSIBLE_PROPERTY_LABEL, Tr("Drawing"), -1);
+  horizontal_->signal_value_changed().connect([this] { OnAdjusted(); });
+  vertical_->signal_value_changed().connect([this] { OnAdjusted(); });
+  property_scale_factor().signal_changed().connect([this] {
+    view_.SetDeviceScale(get_scale_factor());
+    ViewChanged();
+  });
+  AddPointer();
+  AddPanning();
+  AddScrolling();
+  AddKeys();
+}
+
+CanvasView::~CanvasView() { SetSession(nullptr); }
+
+void CanvasView::SetSession(DocumentSession* session) {
+  if (session_ != nullptr) session_->RemoveObserver(this);
+  tool_.SetSession(session);
+  session_ = session;
+  tiles_.SetDocument(session == nullptr ? nullptr : &session->Doc());
+  fitted_ = false;
+  if (session_ != nullptr) session_->AddObserver(this);
+  if (get_width() > 0) ZoomToFit();
+  queue_draw();
+}
+
+void CanvasView::OnAreaChanged(AGRect const& area) {
+  tiles_.Invalidate(area);
+  queue_draw();
+}
+
+void CanvasView::OnPageChanged() {
+  tiles_.InvalidateAll();
+  UpdateAdjustments();
+  queue_draw();
+}
+
+void CanvasView::SetNewClass(std::optional<AKClassID> classID) {
+  tool_.SetNewClass(classID);
+  toolChanged_.emit();
+  ShowPointer(lastPointer_);
+}
+
+void CanvasView::SetGrid(bool shown, bool snaps, double spacing) {
+  tiles_.SetGrid({shown ? spacing : 0});
+  tool_.SetSnap({snaps ? spacing : 0});
+  queue_draw();
+}
+
+AGSize CanvasView::Size() const { return {static_cast<double>(get_width()), static_cast<double>(get_height())}; }
+AGPoint CanvasView::Middle() const { return {get_width() / 2.0, get_height() / 2.0}; }
+
+void CanvasView::ZoomTo(double zoom) {
+  view_.SetZoom(zoom, Middle());
+  ViewChanged();
+}
+
+void CanvasView::ZoomBy(double factor) {
+  view_.SetZoom(view_.Zoom() * factor, pointerInside_ ? lastPointer_ : Middle());
+  ViewChanged();
+}
+
+void CanvasView::ZoomToFit() {
+  if (session_ == nullptr) return;
+  const AGSize page = session_->Doc().Page();
+  view_.Fit({0, 0, page.width, page.height}, Size(), kFitMargin);
+  fitted_ = true;
+  ViewChanged();
+}
+
+void CanvasView::ZoomToSelection() {
+  AGRect box;
+  if (session_ == nullptr || !session_->GetBox(session_->Selected().IDs(), &box)) return;
+  view_.Fit(box, Size(), 2 * kFitMargin);
+  ViewChanged();
+}
+
+void CanvasView::ViewChanged() {
+  UpdateAdjustments();
+  viewChanged_.emit();
+  queue_draw();
+}
+
+// The page with half a view of room around it can be scrolled to, and where the view is.
+void CanvasView::UpdateAdjustments() {
+  if (session_ == nullptr || get_width() == 0) return;
+  adjusting_ = true;
+  const AGSize page = session_->Doc().Page();
+  const AGSize size = Size();
+  const double x = static_cast<double>(view_.OffsetX()) / view_.DeviceScale();
+  const double y = static_cast<double>(view_.OffsetY()) / view_.DeviceScale();
+  const double left = std::min(x, -size.width / 2);
+  const double right = std::max(x + size.width, page.width * view_.Zoom() + size.width / 2);
+  const double top = std::min(y, -page.height * view_.Zoom() - size.height / 2);
+  const double bottom = std::max(y + size.height, size.height / 2);
+  horizontal_->configure(x, left, right, 20, size.width * 0.9, size.width);
+  vertical_->configure(y, top, bottom, 20, size.height * 0.9, size.height);
+  adjusting_ = false;
+}
+
+void CanvasView::OnAdjusted() {
+  if (adjusting_) return;
+  view_.SetOffset(std::llround(horizontal_->get_value() * view_.DeviceScale()),
+                  std::llround(vertical_->get_value() * view_.DeviceScale()));
+  viewChanged_.emit();
+  queue_draw();
+}
+
+void CanvasView::measure_vfunc(Gtk::Orientation, int, int& minimum, int& natural, int& minimumBaseline,
+                               int& naturalBaseline) const {
+  minimum = 100;
+  natural = 600;
+  minimumBaseline = naturalBaseline = -1;
+}
+
+void CanvasView::size_allocate_vfunc(int width, int height, int) {
+  if (width <= 0 || height <= 0) return;
+  view_.SetDeviceScale(get_scale_factor());
+  if (!fitted_) {
+    ZoomToFit();
+  } else {
+    UpdateAdjustments();
+    viewChanged_.emit();
+  }
+}
+
+void CanvasView::AppendTile(Gtk::Snapshot& snapshot, TileCache::Tile const& tile, double scale,
+                            std::map<std::pair<int, int>, Shown>* textures) {
+  if (!tile.drawn) return;
+  Shown& shown = (*textures)[{tile.column, tile.row}];
+  if (shown.texture == nullptr || shown.version != tile.version) {
+    shown.texture = TextureOf(*tile.bitmap);
+    shown.version = tile.version;
+  }
+  // `scale` is pixels of the view a pixel of the tile.
+  const double side = TileCache::kSide * scale;
+  const double x = tile.column * side - static_cast<double>(view_.OffsetX()) / view_.DeviceScale();
+  const double y = tile.row * side - static_cast<double>(view_.OffsetY()) / view_.DeviceScale();
+  if (x >= get_width() || y >= get_height() || x + side <= 0 || y + side <= 0) return;
+  const graphene_rect_t rect = RectOf(x, y, side, side);
+  snapshot.append_texture(shown.texture, &rect);
+}
+
+void CanvasView::AppendFormer(Gtk::Snapshot& snapshot) {
+  const double scale = view_.Zoom() / tiles_.FormerPixelsPerUnit();
+  for (auto const& [place, tile] : tiles_.Former()) AppendTile(snapshot, tile, scale, &formerTextures_);
+}
+
+void CanvasView::AppendOverlay(Gtk::Snapshot& snapshot) {
+  const SelectionFrame frame = SelectionFrame::Of(*session_);
+  const std::optional<AGRect> band = tool_.Band();
+  AGRect bounds;
+  if (!GetOverlayBounds(frame, band, view_, &bounds)) return;
+  const AGSize size = Size();
+  bounds = {std::max(bounds.x0, 0.0), std::max(bounds.y0, 0.0), std::min(bounds.x1, size.width),
+            std::min(bounds.y1, size.height)};
+  if (!(bounds.x1 > bounds.x0) || !(bounds.y1 > bounds.y0)) return;
+  const graphene_rect_t rect = RectOf(bounds.x0, bounds.y0, bounds.x1 - bounds.x0, bounds.y1 - bounds.y0);
+  const auto cairo = snapshot.append_cairo(&rect);
+  CGContextRef port = CGContextCreateOverCairo(cairo->cobj(), size.width, size.height);
+  if (port == nullptr) return;
+  {
+    AGContext context(port, size);
+    context.transform = {1, 0, 0, -1, 0, size.height};  // the view has y down
+    DrawOverlay(context, frame, band, view_);
+  }
+  CGContextRelease(port);
+}
+
+void CanvasView::snapshot_vfunc(Glib::RefPtr<Gtk::Snapshot> const& snapshot) {
+  if (session_ == nullptr) return;
+  if (texturesScale_ != view_.PixelsPerUnit()) {
+    if (tiles_.Former().empty()) formerTextures_ = std::move(textures_);
+    textures_.clear();
+    texturesScale_ = view_.PixelsPerUnit();
+  }
+  const std::vector<TileCache::Tile*> seen = tiles_.Look(view_, Size());
+  const bool complete = tiles_.DrawWithin(kFrameBudget, seen);
+  if (complete) {
+    tiles_.DropFormer();
+    formerTextures_.clear();
+  } else {
+    // Not from within a frame: a widget asks for the next one afterwards.
+    Glib::signal_idle().connect_once([this] { queue_draw(); });
+  }
+  if (textures_.size() > 2 * TileCache::kMostTiles) textures_.clear();
+  AppendFormer(*snapshot.get());
+  for (TileCache::Tile const* tile : seen) AppendTile(*snapshot.get(), *tile, 1 / view_.DeviceScale(), &textures_);
+  AppendOverlay(*snapshot.get());
+}
+
+void CanvasView::ShowPointer(AGPoint const& point) { set_cursor(Glib::ustring(CursorName(tool_.CursorAt(point)))); }
+
+}  // namespace host

@@ -1,0 +1,110 @@
+// The canvas of the window: shows a document, and hands pointer and keyboard to the tools.
+//
+// The document is drawn by the kit into tiles, which are shown as textures; a frame draws no longer than its budget and
+// goes on in the next one, showing the tiles of the former zoom stretched meanwhile. The frame, the handles and the
+// rubber band are drawn by the kit over the window's own drawing.
+#pragma once
+
+#include <gtkmm/adjustment.h>
+#include <gtkmm/gesturedrag.h>
+#include <gtkmm/widget.h>
+
+#include <map>
+
+#include "host/session/DocumentSession.h"
+#include "host/view/PointerTool.h"
+#include "host/view/TileCache.h"
+#include "host/view/ViewTransform.h"
+
+namespace host {
+
+class CanvasView : public Gtk::Widget, public SessionObserver {
+ public:
+  CanvasView();
+  CanvasView(CanvasView const&) = delete;
+  CanvasView& operator=(CanvasView const&) = delete;
+  ~CanvasView() override;
+
+  /// Null shows nothing. The session outlives the view or is replaced before.
+  void SetSession(DocumentSession* session);
+
+  ViewTransform const& View() const { return view_; }
+  void ZoomTo(double zoom);    ///< about the middle
+  void ZoomBy(double factor);  ///< about the pointer when it is over the canvas, else the middle
+  void ZoomToFit();            ///< the page
+  void ZoomToSelection();
+  void SetGrid(bool shown, bool snaps, double spacing);
+  void SetNewClass(std::optional<AKClassID> classID);
+  std::optional<AKClassID> NewClass() const { return tool_.NewClass(); }
+
+  /// For scroll bars: the map's extent in pixels of the view.
+  Glib::RefPtr<Gtk::Adjustment> Horizontal() const { return horizontal_; }
+  Glib::RefPtr<Gtk::Adjustment> Vertical() const { return vertical_; }
+
+  /// Zoom or position changed.
+  sigc::signal<void()>& SignalViewChanged() { return viewChanged_; }
+  /// Where the pointer is on the map.
+  sigc::signal<void(AGPoint)>& SignalPointer() { return pointer_; }
+  /// One line for the user about what could not be done.
+  sigc::signal<void(std::string)>& SignalMessage() { return message_; }
+  /// The class to make was chosen or, after an object was made, given up.
+  sigc::signal<void()>& SignalToolChanged() { return toolChanged_; }
+
+  // SessionObserver
+  void OnAreaChanged(AGRect const& area) override;
+  void OnPageChanged() override;
+  void OnSelectionChanged() override { queue_draw(); }
+
+ protected:
+  void snapshot_vfunc(Glib::RefPtr<Gtk::Snapshot> const& snapshot) override;
+  void size_allocate_vfunc(int width, int height, int baseline) override;
+  void measure_vfunc(Gtk::Orientation orientation, int forSize, int& minimum, int& natural, int& minimumBaseline,
+                     int& naturalBaseline) const override;
+  Gtk::SizeRequestMode get_request_mode_vfunc() const override { return Gtk::SizeRequestMode::CONSTANT_SIZE; }
+
+ private:
+  struct Shown {
+    std::uint64_t version = 0;
+    Glib::RefPtr<Gdk::Texture> texture;
+  };
+
+  void AddPointer();
+  void AddPanning();
+  void AddScrolling();
+  void AddKeys();
+  bool OnKey(guint key, Gdk::ModifierType state);
+  void Nudge(double dx, double dy);
+  void SelectNext(bool backwards);
+  void ShowPointer(AGPoint const& point);
+  void ViewChanged();
+  void UpdateAdjustments();
+  void OnAdjusted();
+  AGSize Size() const;
+  AGPoint Middle() const;
+  void AppendFormer(Gtk::Snapshot& snapshot);
+  void AppendTile(Gtk::Snapshot& snapshot, TileCache::Tile const& tile, double scale,
+                  std::map<std::pair<int, int>, Shown>* textures);
+  void AppendOverlay(Gtk::Snapshot& snapshot);
+
+  DocumentSession* session_ = nullptr;
+  ViewTransform view_;
+  TileCache tiles_{nullptr};
+  PointerTool tool_{nullptr, &view_};
+  std::map<std::pair<int, int>, Shown> textures_;
+  std::map<std::pair<int, int>, Shown> formerTextures_;
+  double texturesScale_ = 0;
+  Glib::RefPtr<Gtk::Adjustment> horizontal_;
+  Glib::RefPtr<Gtk::Adjustment> vertical_;
+  bool adjusting_ = false;
+  bool fitted_ = false;
+  bool spaceHeld_ = false;
+  AGPoint lastPointer_;
+  bool pointerInside_ = false;
+  AGPoint panStart_;
+  sigc::signal<void()> viewChanged_;
+  sigc::signal<void(AGPoint)> pointer_;
+  sigc::signal<void(std::string)> message_;
+  sigc::signal<void()> toolChanged_;
+};
+
+}  // namespace host

@@ -1,0 +1,134 @@
+#include "host/window/dialogs/ExportDialog.h"
+
+#include <glibmm/main.h>
+#include <gtkmm/box.h>
+#include <gtkmm/dialog.h>
+#include <gtkmm/stringlist.h>
+
+#include <algorithm>
+#include <chrono>
+
+#include "host/text/Localisation.h"
+#include "host/window/dialogs/ProgressWindow.h"
+
+namespace host {
+namespace {
+
+struct Kind {
+  char const* name;
+  char const* extension;
+  bool hasQuality;
+  bool canBeTransparent;
+};
+constexpr Kind kKinds[] = {{"PNG", ".png", false, true},
+                           {"JPEG", ".jpg", true, false},
+                           {"TIFF", ".tiff", false, false},
+                           {"PDF", ".pdf", false, true},
+                           {"SVG", ".svg", false, true}};
+
+constexpr auto kPatience = std::chrono::milliseconds(300);
+
+// Shows the window once the work turns out to be long.
+class WindowProgress final : public Progress {
+ public:
+  WindowProgress(Gtk::Window& parent, std::string text)
+      : window_(&parent, Tr("Export")), text_(std::move(text)), start_(std::chrono::steady_clock::now()) {}
+
+  bool Step(double fraction) override {
+    if (std::chrono::steady_clock::now() - start_ < kPatience) return true;
+    stopped_ = stopped_ || !window_.Update(fraction, text_);
+    return !stopped_;
+  }
+  bool WasStopped() const { return stopped_; }
+
+ private:
+  ProgressWindow window_;
+  std::string text_;
+  std::chrono::steady_clock::time_point start_;
+  bool stopped_ = false;
+};
+
+std::string BaseName(std::string const& path) {
+  const std::string name = path.substr(path.rfind('/') + 1);
+  return name.substr(0, name.rfind('.'));
+}
+
+}  // namespace
+
+ExportDialog::ExportDialog(Gtk::Window& parent, DocumentSession& session,
+                           std::function<void(std::string const&, bool)> report)
+    : parent_(parent),
+      session_(session),
+      report_(std::move(report)),
+      scale_(0.05, 40, 0.25, 2, Tr("Scale")),
+      transparent_(Tr("Transparent background")),
+      quality_(0, 100, 1, 0, Tr("Quality")) {
+  set_title(Tr("Export"));
+  set_transient_for(parent);
+  set_modal(true);
+  set_resizable(false);
+  std::vector<Glib::ustring> names;
+  for (Kind const& kind : kKinds) names.emplace_back(kind.name);
+  kind_.set_model(Gtk::StringList::create(names));
+  kind_.property_selected().signal_changed().connect([this] { ShowWhatCounts(); });
+  scale_.Show(1);
+  quality_.Show(90);
+  grid_.Row(0, Tr("Kind"), kind_);
+  grid_.Row(1, Tr("Scale"), scale_);
+  grid_.Row(2, Tr("Quality"), quality_);
+  grid_.attach(transparent_, 1, 3);
+
+  auto* const box = Gtk::make_managed<Gtk::Box>(Gtk::Orientation::VERTICAL, 12);
+  box->set_margin(16);
+  box->append(grid_);
+  auto* const buttons = Gtk::make_managed<Gtk::Box>(Gtk::Orientation::HORIZONTAL, 8);
+  buttons->set_halign(Gtk::Align::END);
+  auto* const cancel = Gtk::make_managed<Gtk::Button>(Tr("_Cancel"), true);
+  auto* const accept = Gtk::make_managed<Gtk::Button>(Tr("_Export…"), true);
+  accept->add_css_class("suggested-action");
+  cancel->signal_clicked().connect([this] { close(); });
+  accept->signal_clicked().connect([this] { ChooseFile(); });
+  buttons->append(*cancel);
+  buttons->append(*accept);
+  box->append(*buttons);
+  set_child(*box);
+  set_default_widget(*accept);
+  signal_hide().connect([this] { Glib::signal_idle().connect_once([this] { delete this; }); });
+  ShowWhatCounts();
+  present();
+}
+
+void ExportDialog::ShowWhatCounts() {
+  Kind const& kind = kKinds[kind_.get_selected()];
+  quality_.set_sensitive(kind.hasQuality);
+  transparent_.set_sensitive(kind.canBeTransparent);
+}
+
+void ExportDialog::ChooseFile() {
+  chooser_ =
+      Gtk::FileChooserNative::create(Tr("Export"), *this, Gtk::FileChooser::Action::SAVE, Tr("_Save"), Tr("_Cancel"));
+  const std::string base = session_.Path().empty() ? Tr("Untitled") : BaseName(session_.Path());
+  chooser_->set_current_name(base + kKinds[kind_.get_selected()].extension);
+  chooser_->signal_response().connect([this](int answer) {
+    const auto file = chooser_->get_file();
+    chooser_.reset();
+    if (answer == Gtk::ResponseType::ACCEPT && file) Export(file->get_path());
+  });
+  chooser_->show();
+}
+
+void ExportDialog::Export(std::string const& path) {
+  PictureKind known{};
+  const std::string file = PictureKindOf(path, &known) ? path : path + kKinds[kind_.get_selected()].extension;
+  PictureOptions options;
+  options.scale = scale_.get_value();
+  options.transparent = transparent_.get_sensitive() && transparent_.get_active();
+  options.quality = quality_.get_value() / 100;
+  set_visible(false);
+  std::string error;
+  WindowProgress progress(parent_, TrWith("Exporting %s", file));
+  const bool done = ExportPicture(session_.Doc(), file, options, &progress, &error);
+  if (!progress.WasStopped()) report_(done ? TrWith("Exported %s", file) : error, done);
+}
+
+}  // namespace host

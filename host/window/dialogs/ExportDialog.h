@@ -1,0 +1,43 @@
+// Exporting the page as a picture: kind, scale, transparency, quality, and a progress bar that can be stopped.
+#pragma once
+
+#include <gtkmm/button.h>
+#include <gtkmm/checkbutton.h>
+#include <gtkmm/dropdown.h>
+#include <gtkmm/filechoosernative.h>
+#include <gtkmm/window.h>
+
+#include <functional>
+#include <string>
+
+#include "host/pictures/DocumentPicture.h"
+#include "host/session/DocumentSession.h"
+#include "host/window/widgets/FormGrid.h"
+#include "host/window/widgets/NumberField.h"
+
+namespace host {
+
+class ExportDialog : public Gtk::Window {
+ public:
+  /// What happened, in one line, goes to `report`. The session outlives the dialog, which is modal over `parent` and
+  /// deletes itself when it is closed.
+  ExportDialog(Gtk::Window& parent, DocumentSession& session,
+               std::function<void(std::string const&, bool done)> report);
+
+ private:
+  void ShowWhatCounts();
+  void ChooseFile();
+  void Export(std::string const& path);
+
+  Gtk::Window& parent_;
+  DocumentSession& session_;
+  std::function<void(std::string const&, bool)> report_;
+  FormGrid grid_;
+  Gtk::DropDown kind_;
+  NumberField scale_;
+  Gtk::CheckButton transparent_;
+  NumberField quality_;
+  Glib::RefPtr<Gtk::FileChooserNative> chooser_;
+};
+
+}  // namespace host

@@ -1,0 +1,92 @@
+#include "host/window/dialogs/HelpWindows.h"
+
+#include <gtkmm/flowbox.h>
+#include <gtkmm/grid.h>
+#include <gtkmm/label.h>
+#include <gtkmm/scrolledwindow.h>
+
+#include <algorithm>
+
+#include "host/text/Localisation.h"
+#include "host/window/Menus.h"
+
+namespace host {
+namespace {
+
+struct Line {
+  char const* what;
+  char const* key;
+};
+
+// What the canvas does beside the menus.
+constexpr Line kCanvasLines[] = {
+    {N_("Move the selection by 1, 10 or 0.1"), N_("Arrows, Shift, Alt")},
+    {N_("Next or previous object"), N_("Page Down, Page Up")},
+    {N_("Give up a drag, or the selection"), N_("Escape")},
+    {N_("Add to the selection or take away"), N_("Shift + Click")},
+    {N_("Move along one axis"), N_("Shift + Drag")},
+    {N_("Keep the proportions of a stretch"), N_("Shift + Handle")},
+    {N_("Keep the center of a stretch"), N_("Ctrl + Handle")},
+    {N_("Turn in steps of 15°"), N_("Shift + Turn")},
+    {N_("Let go of the grid"), N_("Alt + Drag")},
+    {N_("Zoom at the pointer"), N_("Ctrl + Wheel")},
+    {N_("Move the sheet"), N_("Space + Drag, Middle Button")},
+};
+
+std::string WithoutMnemonic(std::string text) {
+  text.erase(std::remove(text.begin(), text.end(), '_'), text.end());
+  return text;
+}
+
+class ShortcutGrid : public Gtk::Grid {
+ public:
+  ShortcutGrid() {
+    set_row_spacing(4);
+    set_column_spacing(24);
+    set_margin(18);
+    for (MenuSection const& section : MenuSections()) {
+      if (section.title != nullptr) Heading(WithoutMnemonic(Tr(section.title)));
+      for (ActionKeys const& entry : section.entries) {
+        if (!ShownKey(entry).empty()) Add(WithoutMnemonic(Tr(entry.title)), ShownKey(entry));
+      }
+    }
+    Heading(Tr("Canvas"));
+    for (Line const& line : kCanvasLines) Add(Tr(line.what), Tr(line.key));
+  }
+
+ private:
+  void Heading(std::string const& text) {
+    auto* const label = Gtk::make_managed<Gtk::Label>(text);
+    label->add_css_class("heading");
+    label->set_xalign(0);
+    label->set_margin_top(8);
+    attach(*label, 0, row_++, 2, 1);
+  }
+  void Add(std::string const& what, std::string const& key) {
+    auto* const left = Gtk::make_managed<Gtk::Label>(what);
+    auto* const right = Gtk::make_managed<Gtk::Label>(key);
+    left->set_xalign(0);
+    right->set_xalign(0);
+    right->add_css_class("dim-label");
+    attach(*left, 0, row_);
+    attach(*right, 1, row_++);
+  }
+  int row_ = 0;
+};
+
+}  // namespace
+
+void ShowShortcuts(Gtk::Window& parent) {
+  auto* const window = new Gtk::Window;
+  window->set_title(Tr("Shortcuts"));
+  window->set_default_size(460, 640);
+  window->set_transient_for(parent);
+  window->set_destroy_with_parent(true);
+  auto* const scrolled = Gtk::make_managed<Gtk::ScrolledWindow>();
+  scrolled->set_child(*Gtk::make_managed<ShortcutGrid>());
+  window->set_child(*scrolled);
+  window->signal_hide().connect([window] { delete window; });
+  window->show();
+}
+
+}  // namespace host

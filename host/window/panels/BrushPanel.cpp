@@ -1,0 +1,27 @@
+#include "host/window/panels/BrushPanel.h"
+
+#include "host/window/SlideStep.h"
+
+namespace host {
+
+BrushPanel::BrushPanel() {
+  append(editor_);
+  editor_.SignalChanged().connect([this](AGBrush const& brush, std::string const& burst) {
+    if (Session() == nullptr) return;
+    if (burst.empty()) {
+      SlideStep::End();
+    } else {
+      SlideStep::Continue(Session(), "brush " + burst);
+    }
+    std::string error;
+    Report(Session()->SetBrush(Session()->Selected().IDs(), brush, &error), error);
+  });
+}
+
+void BrushPanel::Refresh() {
+  const bool any = Session() != nullptr && !Session()->Selected().IsEmpty();
+  editor_.set_sensitive(any);
+  if (any) editor_.Show(Session()->Doc().Find(Session()->Selected().IDs()[0])->brush);
+}
+
+}  // namespace host

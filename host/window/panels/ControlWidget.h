@@ -1,0 +1,45 @@
+// The widget of one control of a bundle's panel.
+#pragma once
+
+#include <gtkmm/widget.h>
+
+#include <functional>
+#include <memory>
+
+#include "host/panels/HostControl.h"
+#include "kit/panels/AKGUIDesc.h"
+
+namespace host {
+
+class ControlWidget {
+ public:
+  /// Gives the value to a control of the panel.
+  using SetValue = std::function<void(AKGUIDesc& panel, unsigned int controlID)>;
+  /// The user changed the control; `more` tells that it is one of a burst of changes, as of a slider.
+  using Changed = std::function<void(unsigned int controlID, SetValue const& set, bool more)>;
+
+  static std::unique_ptr<ControlWidget> Make(HostControl const& control, Changed changed);
+  ControlWidget(ControlWidget const&) = delete;
+  ControlWidget& operator=(ControlWidget const&) = delete;
+  virtual ~ControlWidget() = default;
+
+  virtual Gtk::Widget& Widget() = 0;
+  /// Shows the control as it is now; `mixed` when several objects differ.
+  void Show(HostControl const& control, bool mixed);
+
+ protected:
+  ControlWidget(HostControl const& control, Changed changed) : id_(control.id), changed_(std::move(changed)) {}
+
+  virtual void ShowValue(HostControl const& control, bool mixed) = 0;
+  void Tell(SetValue const& set, bool more) const {
+    if (!showing_) changed_(id_, set, more);
+  }
+  unsigned int ID() const { return id_; }
+
+ private:
+  unsigned int id_;
+  Changed changed_;
+  bool showing_ = false;
+};
+
+}  // namespace host

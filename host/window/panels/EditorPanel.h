@@ -1,0 +1,55 @@
+// A panel beside the canvas: shows something of the session and changes it.
+//
+// Whatever happens to the session, a panel is told to show it once, when the program is idle next: a drag that sends a
+// hundred events between two frames costs one refresh.
+#pragma once
+
+#include <gtkmm/box.h>
+
+#include "host/session/DocumentSession.h"
+
+namespace host {
+
+class EditorPanel : public Gtk::Box, public SessionObserver {
+ public:
+  EditorPanel(EditorPanel const&) = delete;
+  EditorPanel& operator=(EditorPanel const&) = delete;
+  ~EditorPanel() override;
+
+  /// Null shows nothing. The session outlives the panel or is replaced before.
+  void SetSession(DocumentSession* session);
+  /// One line for the user about what could not be done.
+  sigc::signal<void(std::string)>& SignalMessage() { return message_; }
+
+  // SessionObserver
+  void OnObjectChanged(ObjectID) override { RefreshSoon(); }
+  void OnLayersChanged() override { RefreshSoon(); }
+  void OnPageChanged() override { RefreshSoon(); }
+  void OnSelectionChanged() override { RefreshSoon(); }
+  void OnHistoryChanged() override { RefreshSoon(); }
+  void OnActiveLayerChanged() override { RefreshSoon(); }
+
+ protected:
+  EditorPanel();
+
+  DocumentSession* Session() const { return session_; }
+  /// Shows the session as it is now; it may be null. Widgets' signals that this raises are to be ignored: IsRefreshing
+  /// is true meanwhile.
+  virtual void Refresh() = 0;
+  bool IsRefreshing() const { return refreshing_; }
+  void RefreshSoon();
+  /// Reports a refused edit.
+  void Report(bool done, std::string const& error) {
+    if (!done && !error.empty()) message_.emit(error);
+  }
+
+ private:
+  void RefreshNow();
+
+  DocumentSession* session_ = nullptr;
+  bool refreshing_ = false;
+  sigc::connection idle_;
+  sigc::signal<void(std::string)> message_;
+};
+
+}  // namespace host

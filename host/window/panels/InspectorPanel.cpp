@@ -1,0 +1,80 @@
+#include "host/window/panels/InspectorPanel.h"
+
+#include <glibmm/main.h>
+
+#include "host/text/Localisation.h"
+#include "host/window/SlideStep.h"
+
+namespace host {
+namespace {
+
+constexpr unsigned int kIdlePeriod = 100;  // milliseconds
+
+}  // namespace
+
+InspectorPanel::InspectorPanel() {
+  add_css_class("inspector");  // panels are described with a margin of their own
+  none_.set_xalign(0);
+  none_.set_wrap(true);
+  none_.add_css_class("dim-label");
+  append(none_);
+}
+
+void InspectorPanel::Refresh() {
+  std::string error = Tr("Nothing is selected");
+  const bool open = Session() != nullptr && !Session()->Selected().IsEmpty() &&
+                    inspector_.Open(Session(), Session()->Selected().IDs(), &error);
+  if (widget_ != nullptr) widget_->set_visible(open);
+  none_.set_visible(!open);
+  none_.set_text(error);
+  if (!open) {
+    idling_.disconnect();
+    return;
+  }
+  inspector_.Fill();
+  if (widget_ == nullptr || &widget_->Panel() != &inspector_.Panel()) Build();
+  ShowControls();
+  UpdateIdling();
+}
+
+void InspectorPanel::Build() {
+  if (widget_ != nullptr) remove(*widget_);
+  widget_ = std::make_unique<PanelWidget>(
+      inspector_.Panel(),
+      [this](unsigned int controlID, ControlWidget::SetValue const& set, bool more) { Changed(controlID, set, more); });
+  append(*widget_);
+}
+
+void InspectorPanel::ShowControls() {
+  widget_->ShowControls([this](unsigned int controlID) { return inspector_.IsMixed(controlID); });
+}
+
+void InspectorPanel::Changed(unsigned int controlID, ControlWidget::SetValue const& set, bool more) {
+  if (IsRefreshing() || Session() == nullptr || Session()->Selected().IsEmpty()) return;
+  if (more) {
+    SlideStep::Continue(Session(), "control " + std::to_string(controlID));
+  } else {
+    SlideStep::End();
+  }
+  std::string actionName;
+  inspector_.Change(controlID, set, &actionName);
+  ShowControls();
+}
+
+// A panel may ask to be told now and then that nothing happens.
+void InspectorPanel::UpdateIdling() {
+  const bool wanted = inspector_.Wrapper().IsIdling();
+  if (wanted == idling_.connected()) return;
+  idling_.disconnect();
+  if (!wanted) return;
+  idling_ = Glib::signal_timeout().connect(
+      [this] {
+        std::string actionName;
+        inspector_.Send(HostPanel::kEventIdle, 0, &actionName);
+        ShowControls();
+        return true;
+      },
+      kIdlePeriod);
+}
+
+}  // namespace host

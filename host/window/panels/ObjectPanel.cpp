@@ -1,0 +1,103 @@
+#include "host/window/panels/ObjectPanel.h"
+
+#include <cmath>
+#include <numbers>
+
+#include "host/text/Localisation.h"
+#include "host/window/SlideStep.h"
+
+namespace host {
+namespace {
+
+constexpr double kFarthest = 1e6;
+constexpr double kSmallest = 0.01;
+constexpr double kDegree = std::numbers::pi / 180;
+
+// -180 (excluded) to 180 degrees.
+double Degrees(double radians) {
+  const double degrees = std::remainder(radians / kDegree, 360);
+  return degrees <= -180 ? degrees + 360 : degrees;
+}
+
+}  // namespace
+
+ObjectPanel::ObjectPanel()
+    : x_(-kFarthest, kFarthest, 1, 2, Tr("X")),
+      y_(-kFarthest, kFarthest, 1, 2, Tr("Y")),
+      width_(kSmallest, kFarthest, 1, 2, Tr("Width")),
+      height_(kSmallest, kFarthest, 1, 2, Tr("Height")),
+      angle_(-360, 360, 1, 2, Tr("Angle")) {
+  grid_.Row(0, Tr("X"), x_);
+  grid_.Row(1, Tr("Y"), y_);
+  grid_.Row(2, Tr("Width"), width_);
+  grid_.Row(3, Tr("Height"), height_);
+  grid_.Row(4, Tr("Angle (°)"), angle_);
+  append(grid_);
+  const auto connect = [this](NumberField& field, std::string const& name, auto change) {
+    field.SignalChosen().connect([this, name, change](double value) {
+      AGRect box;
+      if (!GetFrame(&box)) return;
+      SlideStep::Continue(Session(), "frame " + name);
+      change(box, value);
+      PlaceFrame(box);
+    });
+  };
+  connect(x_, "x", [](AGRect& box, double value) { box = {value, box.y0, value + box.x1 - box.x0, box.y1}; });
+  connect(y_, "y", [](AGRect& box, double value) { box = {box.x0, value, box.x1, value + box.y1 - box.y0}; });
+  connect(width_, "width", [](AGRect& box, double value) { box.x1 = box.x0 + value; });
+  connect(height_, "height", [](AGRect& box, double value) { box.y1 = box.y0 + value; });
+  angle_.SignalChosen().connect([this](double degrees) { SetAngle(degrees); });
+}
+
+bool ObjectPanel::GetFrame(AGRect* box) const {
+  if (Session() == nullptr || Session()->Selected().IsEmpty()) return false;
+  ObjectIDs const& ids = Session()->Selected().IDs();
+  if (ids.size() > 1) return Session()->GetBox(ids, box);
+  *box = Session()->Doc().Find(ids[0])->bounds;
+  return true;
+}
+
+void ObjectPanel::PlaceFrame(AGRect const& box) {
+  ObjectIDs const& ids = Session()->Selected().IDs();
+  std::string error;
+  if (ids.size() == 1) {
+    const double angle = Session()->Doc().Find(ids[0])->angle;
+    Report(Session()->SetPlacement(ids[0], {box, angle}, &error), error);
+  } else {
+    AGRect from;
+    GetFrame(&from);
+    Report(Session()->Resize(ids, from, box, &error), error);
+  }
+}
+
+void ObjectPanel::SetAngle(double degrees) {
+  if (Session() == nullptr || Session()->Selected().IsEmpty()) return;
+  SlideStep::Continue(Session(), "angle");
+  std::string error;
+  Report(Session()->SetAngle(Session()->Selected().IDs(), degrees * kDegree, &error), error);
+}
+
+void ObjectPanel::Refresh() {
+  AGRect box;
+  const bool any = GetFrame(&box);
+  grid_.set_sensitive(any);
+  if (!any) {
+    for (NumberField* field : {&x_, &y_, &width_, &height_, &angle_}) field->ShowMixed();
+    return;
+  }
+  x_.Show(box.x0);
+  y_.Show(box.y0);
+  width_.Show(box.x1 - box.x0);
+  height_.Show(box.y1 - box.y0);
+  ObjectIDs const& ids = Session()->Selected().IDs();
+  const double angle = Session()->Doc().Find(ids[0])->angle;
+  bool same = true;
+  for (ObjectID id : ids) same = same && Session()->Doc().Find(id)->angle == angle;
+  if (same) {
+    angle_.Show(Degrees(angle));
+  } else {
+    angle_.ShowMixed();
+  }
+}
+
+}  // namespace host

@@ -1,0 +1,31 @@
+// Position, size and angle of the selected objects.
+#pragma once
+
+#include "host/window/panels/EditorPanel.h"
+#include "host/window/widgets/FormGrid.h"
+#include "host/window/widgets/NumberField.h"
+
+namespace host {
+
+class ObjectPanel : public EditorPanel {
+ public:
+  ObjectPanel();
+
+ protected:
+  void Refresh() override;
+
+ private:
+  /// The box of one object is its unturned bounds; of several, the box around them.
+  bool GetFrame(AGRect* box) const;
+  void PlaceFrame(AGRect const& box);
+  void SetAngle(double degrees);
+
+  FormGrid grid_;
+  NumberField x_;
+  NumberField y_;
+  NumberField width_;
+  NumberField height_;
+  NumberField angle_;
+};
+
+}  // namespace host

@@ -1,0 +1,20 @@
+// The panels beside the canvas.
+#pragma once
+
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "host/window/panels/EditorPanel.h"
+
+namespace host {
+
+struct NamedPanel {
+  std::string title;
+  std::unique_ptr<EditorPanel> panel;
+};
+
+/// All panels from top to bottom.
+std::vector<NamedPanel> MakePanels();
+
+}  // namespace host

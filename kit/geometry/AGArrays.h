@@ -1,0 +1,9 @@
+// Arrays of the plain geometric values.
+#pragma once
+
+#include "kit/containers/ATNumberArray.h"
+#include "kit/geometry/AGPoint.h"
+#include "kit/geometry/AGRect.h"
+
+using AGPointArray = ATNumberArray<AGPoint, double, 0>;
+using AGRectArray = ATNumberArray<AGRect, double, 0>;

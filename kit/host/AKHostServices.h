@@ -1,0 +1,46 @@
+// The host's general services: what the kit asks of the application by name.
+//
+// The general service table is an array of plain entries that the host hands over in pluginMain and keeps; without it
+// every call has the fallback stated below. Only the entries of the three dialogs may themselves be null.
+#pragma once
+
+#include "kit/text/AKString.h"
+
+class AKFilePath;
+class AKValue;
+
+/// The general service table; null without a host.
+extern void* gAKWrap;
+
+/// Display pixels a map unit, as the host gave it; 1 before.
+extern double gAGDisplayScale;
+
+/// Byte offsets in the general service table.
+enum AKHostServiceOffset : unsigned int {
+  kAKServiceApplicationProperty = 32,
+  kAKServiceStandardPath = 40,
+  kAKServiceLocaleSetDomain = 48,
+  kAKServiceLocaleGetString = 56,
+  kAKServiceLogMessage = 96,
+  kAKServiceDialogSaveFile = 128,
+  kAKServiceDialogOpenFile = 136,
+  kAKServiceWindowProgress = 144,
+};
+
+/// The host's status; -1 without a host.
+int NKGetApplicationProperty(AKString const& key, AKValue* out);
+
+/// The path of a kind that the host numbers, owned by the host; kAKNullFilePath without a host.
+AKFilePath const& NKGetStandardPath(unsigned int kind);
+/// The standard path of `kind` with `fileName` as its file name.
+AKFilePath NKGetStandardFilePath(unsigned int kind, AKString const& fileName);
+
+/// Sets the domain of the lookups that follow; each caller sets its own right before them.
+void NKLocaleSetDomain(char const* domain);
+/// The host's translation (borrowed from the host), or `text` itself without a host.
+char const* NKLocaleGetString(char const* text);
+
+/// The host's result; 0 without a host or without that dialog. `path` goes in and comes back.
+int AKGUIDialogSaveFile(AKFilePath& path, AKString const& first, AKString const& second);
+int AKGUIDialogOpenFile(AKFilePath& path, AKString const& first, AKString const& second);
+int AKGUIWindowProgress(unsigned int command, double fraction, AKString const& text);

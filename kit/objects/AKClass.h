@@ -1,0 +1,166 @@
+// Class descriptions and class records.
+//
+// A plug-in describes its class with an AKClassInfo; the host makes the class record from it (ClassSetup), keeps it,
+// and drives every instance through the record's method slots. The record's layout is part of the host interface and
+// is asserted below.
+#pragma once
+
+#include <cstdarg>
+#include <cstddef>
+#include <cstdint>
+#include <cstring>
+
+#include "kit/containers/ATArray.h"
+#include "kit/objects/AKObject.h"
+#include "kit/text/AKString.h"
+
+class AKContextObject;
+class AKDictionary;
+class AKFile;
+class AKGUIDesc;
+
+/// Identifiers of the host's network clients; the kit only carries the null ones.
+struct AKNSClientID {
+  std::uint64_t value = 0;
+};
+struct AKNSClientFG {
+  std::uint64_t value = 0;
+};
+inline constexpr AKNSClientID kAKNullNSClientID{};
+inline constexpr AKNSClientFG kAKNullNSClientFG{};
+
+using AKClassCtor = AKObject* (*)();
+using AKClassDtor = void (*)(AKObject*);
+
+/// What a plug-in says of its class. The name is borrowed while the set-up runs.
+struct AKClassInfo {
+  AKClassID classID;
+  AKClassID parentClassID;
+  AKClassCtor constructor = nullptr;
+  AKClassDtor destructor = nullptr;
+  std::uint32_t instanceSize = 0;  ///< bytes of one instance
+  const char* className = nullptr;
+};
+
+/// One method of a class: the function's address (or, with bit 0 set, its offset in the virtual table plus 1) and what
+/// is added to the object's address before the call. Zero means: not provided.
+struct AKMethodSlot {
+  std::uintptr_t function = 0;
+  std::ptrdiff_t adjustment = 0;
+};
+
+/// The method slots that this kit knows by number; the others belong to the host.
+enum AKMethodIndex : unsigned int {
+  kAKMethodInitWithArgs = 0,
+  kAKMethodInitFromFile = 1,
+  kAKMethodWriteToFile = 2,
+  kAKMethodDelete = 3,
+  kAKMethodSetObjectProperties = 7,
+  kAKMethodGetObjectProperties = 8,
+  kAKMethodDraw = 11,
+  kAKMethodGetNaturalBounds = 13,
+  kAKMethodInspector = 23,
+  kAKMethodCount = 64,
+};
+
+class AKClass;
+using AKClassArray = ATArray<AKClass*>;
+
+class AKClass {
+ public:
+  /// Flags word. A host sets Locked when a plug-in must leave the method slots alone.
+  static constexpr std::uint32_t kFlagLocked = 0x01;
+  static constexpr std::uint32_t kFlagNoConstructor = 0x10;
+  static constexpr std::uint32_t kFlagHasConstructor = 0x20;
+  static constexpr std::uint32_t kFlagNotMarked = 0x40;
+  static constexpr std::uint32_t kFlagMarked = 0x80;
+
+  /// A record as a host builds it: the description's fields, the quick-cast function twice, the name four times, zeros
+  /// elsewhere; flags 0x80 or 0x40 by `marked`, with 0x20 or 0x10 by whether there is a constructor.
+  AKClass(AKClassInfo const& info, bool marked, AKClassQCast quickCast);
+
+  /// Writes a member function of T into a slot.
+  template <typename Method>
+  void SetMethod(unsigned int index, Method method) {
+    static_assert(sizeof(Method) == sizeof(AKMethodSlot));
+    std::memcpy(static_cast<void*>(&methods[index]), &method, sizeof(AKMethodSlot));
+  }
+
+  AKClassID classID;                      // 0
+  AKClassID parentClassID;                // 8
+  void* parentLink = nullptr;             // 16, the host's
+  AKClassCtor constructor;                // 24
+  AKClassDtor destructor;                 // 32
+  AKClassQCast quickCast;                 // 40
+  AKClassQCast instanceQCast;             // 48, copied into each new instance
+  std::uint32_t flags;                    // 56
+  std::uint32_t flagsPadding = 0;         // 60
+  AKString names[4];                      // 64, 72, 80, 88
+  AKString comments;                      // 96
+  std::uint32_t instanceSize;             // 104
+  std::uint32_t instanceSizePadding = 0;  // 108
+  AKClassID furtherClassID;               // 112, copied into each new instance
+  std::uint64_t hostWords[3] = {};        // 120, the host's
+  AKMethodSlot methods[kAKMethodCount];   // 144
+
+  // The host's class services. Each call is forwarded to the entry of that number; without a class table nothing is
+  // called and the result is -1 for a status, null or nothing otherwise.
+
+  static void* sWrapper;  ///< the class service table: plain function pointers of 8 bytes; owned by the host
+
+  /// Entry 4. The host makes the record and stores it through `out`.
+  static int ClassSetup(AKClassInfo const& info, unsigned int setupWord, AKClass** out);
+  /// Entries 5 to 7. The panel goes over to the host.
+  static void SetClassName(AKClass* cls, AKString const& name, AKString const& second);
+  static void SetClassComments(AKClass* cls, AKString const& comments);
+  static void AddInspectorGUIDesc(AKClass* cls, AKGUIDesc* panel);
+  /// Entries 12 to 14.
+  static AKClass* GetTopClass();
+  static AKClass* GetClassOfID(AKClassID id);
+  static void GetClassCollection(AKClassArray* out, AKClass const* cls, unsigned int selection);
+  /// Entries 20 to 23: new objects, null on failure (GetErrorNew tells why).
+  static AKObject* NewObjectWithArgs(AKContextObject const* context, AKClassID id, char const* format, va_list list);
+  static AKObject* NewObjectFromFile(AKContextObject const* context, AKFile const& file, unsigned int version);
+  static AKObject* NewObjectFromDictionary(AKContextObject const* context, AKDictionary const& dictionary);
+  static AKObject* NewObjectFromOriginal(AKContextObject const* context, AKObject const* original);
+  /// Entries 24 to 28.
+  static int WriteObjectToFile(AKObject const* object, AKFile& file);
+  static int WriteObjectToDictionary(AKObject const* object, AKDictionary& dictionary);
+  static int ReinitObjectFromFile(AKObject* object, AKFile const& file);
+  static void DeleteObject(AKObject* object);
+  static int GetErrorNew();
+};
+
+static_assert(sizeof(AKClassInfo) == 48);
+static_assert(offsetof(AKClassInfo, classID) == 0);
+static_assert(offsetof(AKClassInfo, parentClassID) == 8);
+static_assert(offsetof(AKClassInfo, constructor) == 16);
+static_assert(offsetof(AKClassInfo, destructor) == 24);
+static_assert(offsetof(AKClassInfo, instanceSize) == 32);
+static_assert(offsetof(AKClassInfo, className) == 40);
+
+static_assert(sizeof(AKMethodSlot) == 16);
+static_assert(sizeof(AKClass) == 1168);
+static_assert(offsetof(AKClass, classID) == 0);
+static_assert(offsetof(AKClass, parentClassID) == 8);
+static_assert(offsetof(AKClass, parentLink) == 16);
+static_assert(offsetof(AKClass, constructor) == 24);
+static_assert(offsetof(AKClass, destructor) == 32);
+static_assert(offsetof(AKClass, quickCast) == 40);
+static_assert(offsetof(AKClass, instanceQCast) == 48);
+static_assert(offsetof(AKClass, flags) == 56);
+static_assert(offsetof(AKClass, flagsPadding) == 60);
+static_assert(offsetof(AKClass, names) == 64 && sizeof(AKClass::names) == 32);
+static_assert(offsetof(AKClass, comments) == 96);
+static_assert(offsetof(AKClass, instanceSize) == 104);
+static_assert(offsetof(AKClass, instanceSizePadding) == 108);
+static_assert(offsetof(AKClass, furtherClassID) == 112);
+static_assert(offsetof(AKClass, hostWords) == 120);
+static_assert(offsetof(AKClass, methods) == 144);
+
+/// AKClass::GetClassOfID(id).
+AKClass* AKClassOfID(AKClassID id);
+/// What a class's _Class() keeps: the record of an ID.
+AKClass* _AKClassInitStaticPtr(AKClassID id);
+/// The quick-cast function (first copy) of the record of an ID; null without a record.
+AKClassQCast _AKClassInitStaticQCastF(AKClassID id);

@@ -1,0 +1,59 @@
+// The set-up of a plug-in's class: check the host service record, keep the host's tables, have the class made.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+
+#include "kit/objects/AKClass.h"
+
+/// What a host hands to pluginMain: owned by the host, read only during that call. Little-endian.
+struct AKHostServiceRecord {
+  static constexpr std::uint32_t kMagic = 0x41434F53;
+
+  std::uint32_t magic;
+  std::uint32_t apiVersion;  ///< high 16 bits major, low 16 bits minor
+  std::uint32_t setupWord;   ///< passed on to AKClass::ClassSetup
+  std::uint32_t padding;     ///< not read
+  double displayScale;
+  void* generalTable;  ///< gAKWrap; may be null
+  void* classTable;    ///< AKClass::sWrapper
+  void* handlerTable;  ///< AKHandler::sWrapper
+  void* controlTable;  ///< AKGUICtrl::sWrapper
+  void* panelTable;    ///< AKGUIDesc::sWrapper
+};
+
+static_assert(sizeof(AKHostServiceRecord) == 64);
+static_assert(offsetof(AKHostServiceRecord, magic) == 0);
+static_assert(offsetof(AKHostServiceRecord, apiVersion) == 4);
+static_assert(offsetof(AKHostServiceRecord, setupWord) == 8);
+static_assert(offsetof(AKHostServiceRecord, displayScale) == 16);
+static_assert(offsetof(AKHostServiceRecord, generalTable) == 24);
+static_assert(offsetof(AKHostServiceRecord, classTable) == 32);
+static_assert(offsetof(AKHostServiceRecord, handlerTable) == 40);
+static_assert(offsetof(AKHostServiceRecord, controlTable) == 48);
+static_assert(offsetof(AKHostServiceRecord, panelTable) == 56);
+
+/// True for major version 3 with at least one of bits 11 to 15 set. The test is a mask, not a comparison of the minor
+/// number.
+constexpr bool AKIsAPIVersionAccepted(std::uint32_t version) {
+  return (version ^ 0x30000U) <= 0xFFFFU && (version & 0xF800U) > 0x7FFU;
+}
+
+/// The status of the checks that come before anything is stored; a failure is logged.
+int _AKClassSetupCheck(AKHostServiceRecord const* record, AKClassInfo const& info, AKClass* const* classOut);
+
+/// Stores the record's tables, log procedure and display scale into the kit's globals.
+void AKStoreHostServices(AKHostServiceRecord const& record);
+
+/// Sets up the class that `info` describes and stores its record through `classOut`. Returns 0; -1 for a null record or
+/// `classOut`, a class that is set up already or a wrong magic; -792 for a version that is not accepted; or what
+/// AKClass::ClassSetup returns. The first two log an error and store nothing. `Class` tells set-ups apart by the class
+/// that they are for.
+template <typename Class>
+int _AKClassSetupT(void* hostServiceRecord, AKClassInfo const& info, AKClass** classOut) {
+  const auto* record = static_cast<const AKHostServiceRecord*>(hostServiceRecord);
+  const int status = _AKClassSetupCheck(record, info, classOut);
+  if (status != 0) return status;
+  AKStoreHostServices(*record);
+  return AKClass::ClassSetup(info, record->setupWord, classOut);
+}

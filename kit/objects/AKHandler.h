@@ -1,0 +1,40 @@
+// What a plug-in may do to the document that the host has open.
+#pragma once
+
+#include <cstdint>
+
+#include "kit/host/AKWrapper.h"
+#include "kit/objects/AKObject.h"
+#include "kit/text/AKString.h"
+
+class NKTreeHandler;
+
+/// How added objects are linked to their parent; the numbers are the host's.
+using AKHandlerLinkMode = std::uint32_t;
+
+class AKHandler : public AKWrapper<AKHandler> {
+ public:
+  static void* sWrapper;  ///< the handler service table, owned by the host
+
+  explicit AKHandler(NKTreeHandler* treeHandler);
+  ~AKHandler();
+
+  bool IsActive() const;
+  /// Names the change for the undo list.
+  void SetActionName(AKString const& name);
+  AKString ActionName() const;
+  AKObject* GetMasterLayer() const;
+
+  /// The host's int result. The objects go over to the document; `parent` may be null.
+  int AddObjects(AKObjectArray const& objects, AKObject* parent, AKHandlerLinkMode mode);
+  int DeleteObjects(AKObjectArray const& objects);
+  /// Tells the host that the objects changed.
+  int ReviseObjects(AKObjectArray const& objects);
+
+  /// The same for one object; null passes an empty array.
+  int AddObject(AKObject* object, AKObject* parent, AKHandlerLinkMode mode);
+  int DeleteObject(AKObject* object);
+  int ReviseObject(AKObject* object);
+};
+
+static_assert(sizeof(AKHandler) == sizeof(void*));

@@ -1,0 +1,12 @@
+// Class identifiers in values: a "strg" of the characters before the first NUL.
+#pragma once
+
+#include "kit/objects/AKClassID.h"
+#include "kit/values/AKValue.h"
+
+/// A text longer than 7 characters is cut. False, with the ID left alone, when the value is no string.
+bool AKValueGetasAKClassID(AKValue const& value, AKClassID* id);
+/// The null ID when the value is no string.
+AKClassID AKValueGetasAKClassID(AKValue const& value);
+void AKValueSetasAKClassID(AKValue* value, AKClassID id);
+AKValue AKValueSetasAKClassID(AKClassID id);

@@ -1,0 +1,107 @@
+// An inspector panel. The host builds and owns the real one; this wrapper forwards to it through the panel service
+// table. A class hands its panel to the host with AKClass::AddInspectorGUIDesc; from then on the host owns it, and the
+// panel owns its controls.
+//
+// Every per-control operation takes the control's ID first, finds the control and does the same there. For an ID that
+// the panel does not have, setters do nothing and getters return false, 0, the empty string or black.
+#pragma once
+
+#include "kit/panels/AKGUICtrl.h"
+#include "kit/panels/AKGUIEvent.h"
+
+class AKObject;
+
+class AKGUIDesc : public AKWrapper<AKGUIDesc> {
+ public:
+  static void* sWrapper;  ///< the panel service table, owned by the host
+
+  static constexpr unsigned int kFlagIdling = 0x100;
+  static constexpr unsigned int kFlagYielding = 0x200;
+
+  using ModalProc = int (AKObject::*)(AKGUIDesc&, AKGUIEvent&);
+
+  AKGUIDesc();
+  /// The format and its arguments, a list of items such as "-multisel:1", go to the host unformatted.
+  explicit AKGUIDesc(char const* format, ...) __attribute__((format(printf, 2, 3)));
+  ~AKGUIDesc();
+
+  unsigned int DescID() const;
+  /// True when all bits of `flags` are set.
+  bool IsDescFlag(unsigned int flags) const;
+  void SetIdling(bool on);
+  void SetYielding(bool on);
+  bool IsIdling() const;
+  bool IsYielding() const;
+
+  void SetPanelSize(int width, int height);
+  void GetPanelSize(int* width, int* height) const;
+  void SetPanelTitle(AKString const& title);
+  AKString GetPanelTitle() const;
+
+  /// Makes a control from a description (see AKGUICtrl) and adds it; the panel owns it.
+  AKGUICtrl* NewController(char const* format, ...) __attribute__((format(printf, 2, 3)));
+  /// The control of that ID, or null.
+  AKGUICtrl* GetController(unsigned int id) const;
+  unsigned int GetControllerCount() const;
+
+  /// Runs the panel as a modal dialog whose events go to `proc` of `object`; returns the host's result.
+  int OpenModalDialog(ModalProc proc, AKObject* object, int* result);
+  void CloseDialog(int result);
+
+  unsigned int CtrlType(unsigned int id) const;
+  void SetFlag(unsigned int id, unsigned int flags, bool on);
+  bool HasFlag(unsigned int id, unsigned int flags) const;
+  void SetBounds(unsigned int id, int x0, int y0, int x1, int y1);
+  void GetBounds(unsigned int id, int* x0, int* y0, int* x1, int* y1) const;
+  void SetVisible(unsigned int id, bool visible);
+  bool IsVisible(unsigned int id) const;
+  void SetEnable(unsigned int id, bool enabled);
+  bool IsEnable(unsigned int id) const;
+  bool HasFeatureTitle(unsigned int id) const;
+  void SetTitle(unsigned int id, AKString const& title);
+  AKString GetTitle(unsigned int id) const;
+  bool HasFeatureItems(unsigned int id) const;
+  void SetMenuItemList(unsigned int id, AKStringArray const& items);
+  void SetMenuItemList(unsigned int id, AKString const& items);
+  AKString GetMenuItemAtIndex(unsigned int id, unsigned int index) const;
+  unsigned int GetMenuItemCount(unsigned int id) const;
+  void SetMenuIndex(unsigned int id, unsigned int index);
+  unsigned int GetMenuIndex(unsigned int id) const;
+  void SetMenuItem(unsigned int id, AKString const& item);
+  AKString GetMenuItem(unsigned int id) const;
+  bool HasFeatureIcon(unsigned int id) const;
+  void SetXPMIcon(unsigned int id, char const** icon);
+  char const** GetXPMIcon(unsigned int id) const;
+  bool HasFeatureRange(unsigned int id) const;
+  void SetRange(unsigned int id, double minimum, double maximum);
+  void GetRange(unsigned int id, double* minimum, double* maximum) const;
+  bool HasFeatureValue(unsigned int id) const;
+
+  int GetValuePrecision(unsigned int id) const;
+  AKString GetValueAsString(unsigned int id) const;
+  bool GetValueAsBool(unsigned int id) const;
+  int GetValueAsSInt(unsigned int id) const;
+  unsigned int GetValueAsUInt(unsigned int id) const;
+  float GetValueAsFloat32(unsigned int id) const;
+  double GetValueAsFloat64(unsigned int id) const;
+  double GetValueAsTimeHMS(unsigned int id) const;
+  AGColor GetValueAsAGColor(unsigned int id) const;
+
+  void SetValuePrecision(unsigned int id, int decimals);
+  void SetValueAsString(unsigned int id, AKString const& value);
+  void SetValueAsBool(unsigned int id, bool value);
+  void SetValueAsSInt(unsigned int id, int value);
+  void SetValueAsUInt(unsigned int id, unsigned int value);
+  void SetValueAsFloat32(unsigned int id, float value);
+  void SetValueAsFloat64(unsigned int id, double value);
+  void SetValueAsTimeHMS(unsigned int id, double seconds);
+  void SetValueAsAGColor(unsigned int id, AGColor value);
+
+  void Refresh(unsigned int id) const;
+
+ private:
+  unsigned int Flags() const;
+  void SetDescFlag(unsigned int flags, bool on);
+};
+
+static_assert(sizeof(AKGUIDesc) == sizeof(void*));

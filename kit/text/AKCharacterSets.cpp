@@ -1,0 +1,105 @@
+#include <algorithm>
+
+#include "kit/text/AKCharacterSets_p.h"
+
+namespace akcharset {
+namespace {
+
+using UpperHalf = std::array<std::uint16_t, 128>;
+
+// Mac OS Roman as of 1998: DB is the euro sign, F0 the maker's sign in the private area.
+constexpr UpperHalf kMacRoman = {
+    0x00C4, 0x00C5, 0x00C7, 0x00C9, 0x00D1, 0x00D6, 0x00DC, 0x00E1,  // 80
+    0x00E0, 0x00E2, 0x00E4, 0x00E3, 0x00E5, 0x00E7, 0x00E9, 0x00E8,  // 88
+    0x00EA, 0x00EB, 0x00ED, 0x00EC, 0x00EE, 0x00EF, 0x00F1, 0x00F3,  // 90
+    0x00F2, 0x00F4, 0x00F6, 0x00F5, 0x00FA, 0x00F9, 0x00FB, 0x00FC,  // 98
+    0x2020, 0x00B0, 0x00A2, 0x00A3, 0x00A7, 0x2022, 0x00B6, 0x00DF,  // A0
+    0x00AE, 0x00A9, 0x2122, 0x00B4, 0x00A8, 0x2260, 0x00C6, 0x00D8,  // A8
+    0x221E, 0x00B1, 0x2264, 0x2265, 0x00A5, 0x00B5, 0x2202, 0x2211,  // B0
+    0x220F, 0x03C0, 0x222B, 0x00AA, 0x00BA, 0x03A9, 0x00E6, 0x00F8,  // B8
+    0x00BF, 0x00A1, 0x00AC, 0x221A, 0x0192, 0x2248, 0x2206, 0x00AB,  // C0
+    0x00BB, 0x2026, 0x00A0, 0x00C0, 0x00C3, 0x00D5, 0x0152, 0x0153,  // C8
+    0x2013, 0x2014, 0x201C, 0x201D, 0x2018, 0x2019, 0x00F7, 0x25CA,  // D0
+    0x00FF, 0x0178, 0x2044, 0x20AC, 0x2039, 0x203A, 0xFB01, 0xFB02,  // D8
+    0x2021, 0x00B7, 0x201A, 0x201E, 0x2030, 0x00C2, 0x00CA, 0x00C1,  // E0
+    0x00CB, 0x00C8, 0x00CD, 0x00CE, 0x00CF, 0x00CC, 0x00D3, 0x00D4,  // E8
+    0xF8FF, 0x00D2, 0x00DA, 0x00DB, 0x00D9, 0x0131, 0x02C6, 0x02DC,  // F0
+    0x00AF, 0x02D8, 0x02D9, 0x02DA, 0x00B8, 0x02DD, 0x02DB, 0x02C7,  // F8
+};
+
+// Code page 1252 differs from Latin 1, whose bytes are their own characters, only here. Its five unassigned bytes
+// (81, 8D, 8F, 90, 9D) stand for the control characters of Latin 1.
+constexpr std::array<std::uint16_t, 32> kWindowsLatin1Start = {
+    0x20AC, 0x0081, 0x201A, 0x0192, 0x201E, 0x2026, 0x2020, 0x2021,  // 80
+    0x02C6, 0x2030, 0x0160, 0x2039, 0x0152, 0x008D, 0x017D, 0x008F,  // 88
+    0x0090, 0x2018, 0x2019, 0x201C, 0x201D, 0x2022, 0x2013, 0x2014,  // 90
+    0x02DC, 0x2122, 0x0161, 0x203A, 0x0153, 0x009D, 0x017E, 0x0178,  // 98
+};
+
+constexpr UpperHalf WindowsLatin1() {
+  UpperHalf half{};
+  for (unsigned int i = 0; i < half.size(); ++i) {
+    half[i] = i < kWindowsLatin1Start.size() ? kWindowsLatin1Start[i] : static_cast<std::uint16_t>(0x80 + i);
+  }
+  return half;
+}
+
+constexpr EightBitSet::Utf8 EncodeBasicPlane(std::uint16_t character) {
+  const auto tail = [](unsigned int bits) { return static_cast<char>(0x80 | (bits & 0x3F)); };
+  if (character < 0x80) return {{static_cast<char>(character), 0, 0}, 1};
+  if (character < 0x800) return {{static_cast<char>(0xC0 | character >> 6), tail(character), 0}, 2};
+  return {{static_cast<char>(0xE0 | character >> 12), tail(character >> 6), tail(character)}, 3};
+}
+
+struct Composition {
+  char base;
+  std::uint16_t mark;
+  std::uint16_t composed;
+};
+
+// Every letter of the two sets that has a canonical decomposition, ordered by mark. All bases are ASCII.
+constexpr Composition kCompositions[] = {
+    {'A', 0x0300, 0x00C0}, {'E', 0x0300, 0x00C8}, {'I', 0x0300, 0x00CC}, {'O', 0x0300, 0x00D2}, {'U', 0x0300, 0x00D9},
+    {'a', 0x0300, 0x00E0}, {'e', 0x0300, 0x00E8}, {'i', 0x0300, 0x00EC}, {'o', 0x0300, 0x00F2}, {'u', 0x0300, 0x00F9},
+    {'A', 0x0301, 0x00C1}, {'E', 0x0301, 0x00C9}, {'I', 0x0301, 0x00CD}, {'O', 0x0301, 0x00D3}, {'U', 0x0301, 0x00DA},
+    {'Y', 0x0301, 0x00DD}, {'a', 0x0301, 0x00E1}, {'e', 0x0301, 0x00E9}, {'i', 0x0301, 0x00ED}, {'o', 0x0301, 0x00F3},
+    {'u', 0x0301, 0x00FA}, {'y', 0x0301, 0x00FD}, {'A', 0x0302, 0x00C2}, {'E', 0x0302, 0x00CA}, {'I', 0x0302, 0x00CE},
+    {'O', 0x0302, 0x00D4}, {'U', 0x0302, 0x00DB}, {'a', 0x0302, 0x00E2}, {'e', 0x0302, 0x00EA}, {'i', 0x0302, 0x00EE},
+    {'o', 0x0302, 0x00F4}, {'u', 0x0302, 0x00FB}, {'A', 0x0303, 0x00C3}, {'N', 0x0303, 0x00D1}, {'O', 0x0303, 0x00D5},
+    {'a', 0x0303, 0x00E3}, {'n', 0x0303, 0x00F1}, {'o', 0x0303, 0x00F5}, {'A', 0x0308, 0x00C4}, {'E', 0x0308, 0x00CB},
+    {'I', 0x0308, 0x00CF}, {'O', 0x0308, 0x00D6}, {'U', 0x0308, 0x00DC}, {'Y', 0x0308, 0x0178}, {'a', 0x0308, 0x00E4},
+    {'e', 0x0308, 0x00EB}, {'i', 0x0308, 0x00EF}, {'o', 0x0308, 0x00F6}, {'u', 0x0308, 0x00FC}, {'y', 0x0308, 0x00FF},
+    {'A', 0x030A, 0x00C5}, {'a', 0x030A, 0x00E5}, {'S', 0x030C, 0x0160}, {'Z', 0x030C, 0x017D}, {'s', 0x030C, 0x0161},
+    {'z', 0x030C, 0x017E}, {'C', 0x0327, 0x00C7}, {'c', 0x0327, 0x00E7}, {'=', 0x0338, 0x2260},
+};
+
+}  // namespace
+
+constexpr EightBitSet::EightBitSet(const UpperHalf& upper_half) {
+  unsigned int pages = 1;
+  for (unsigned int byte = 0; byte < 256; ++byte) {
+    const std::uint16_t character = byte < 128 ? static_cast<std::uint16_t>(byte) : upper_half[byte - 128];
+    unicode_[byte] = character;
+    utf8_[byte] = EncodeBasicPlane(character);
+    std::uint8_t& page = page_of_[character >> 8];
+    if (page == 0) page = static_cast<std::uint8_t>(pages++);
+    pages_[page][character & 0xFF] = static_cast<unsigned char>(byte);
+  }
+}
+
+const EightBitSet* EightBitSet::For(AKStringEncoding encoding) {
+  static constexpr EightBitSet kSets[] = {EightBitSet(kMacRoman), EightBitSet(WindowsLatin1())};
+  if (encoding == kAKStringEncodingMacRoman) return &kSets[0];
+  if (encoding == kAKStringEncodingWindowsLatin1) return &kSets[1];
+  return nullptr;
+}
+
+unsigned char EightBitSet::ComposedByte(unsigned char base, std::uint32_t mark) const {
+  if (mark < 0x0300 || mark > 0x0338) return 0;
+  const auto* const found = std::find_if(std::begin(kCompositions), std::end(kCompositions), [&](const Composition& c) {
+    return c.mark == mark && static_cast<unsigned char>(c.base) == base;
+  });
+  return found == std::end(kCompositions) ? 0 : Byte(found->composed);
+}
+
+}  // namespace akcharset

@@ -1,0 +1,44 @@
+#include <langinfo.h>
+
+#include <algorithm>
+#include <charconv>
+#include <cmath>
+#include <cstring>
+
+#include "kit/text/AKTextNumber_p.h"
+
+namespace aktext {
+namespace {
+
+/// Puts the locale's decimal separator in place of the dot and returns the new end.
+char* LocalizeSeparator(char* begin, char* end) {
+  const char* const separator = nl_langinfo(RADIXCHAR);
+  if (separator[0] == '.' && separator[1] == '\0') return end;
+  char* const dot = std::find(begin, end, '.');
+  if (dot == end) return end;
+  const std::size_t length = std::min<std::size_t>(std::strlen(separator), 8);
+  std::memmove(dot + length, dot + 1, static_cast<std::size_t>(end - dot - 1));
+  std::copy_n(separator, length, dot);
+  return end + length - 1;
+}
+
+}  // namespace
+
+char* WriteFixed(char* buffer, double value, int decimals, unsigned int width) {
+  constexpr int kDefaultDecimals = 6;
+  constexpr int kMostDecimals = 9;
+  char text[kNumberSize];
+  const int precision = decimals < 0 ? kDefaultDecimals : std::min(decimals, kMostDecimals);
+  char* end = std::to_chars(text, text + sizeof(text) - 16, value, std::chars_format::fixed, precision).ptr;
+  end = LocalizeSeparator(text, end);
+  const auto length = static_cast<unsigned int>(end - text);
+  const unsigned int zeros = decimals < 0 || !std::isfinite(value) || length >= width ? 0 : width - length;
+  const unsigned int sign = zeros != 0 && text[0] == '-' ? 1 : 0;
+  std::memcpy(buffer, text, sign);
+  std::memset(buffer + sign, '0', zeros);
+  std::memcpy(buffer + sign + zeros, text + sign, length - sign);
+  buffer[zeros + length] = '\0';
+  return buffer + zeros + length;
+}
+
+}  // namespace aktext

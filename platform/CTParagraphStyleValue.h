@@ -1,9 +1,0 @@
-// What a paragraph style is made of. Private to the native layer.
-#pragma once
-
-#include "CoreText/CTParagraphStyle.h"
-#include "platform/NativeObject.h"
-
-struct CTParagraphStyle final : platform::NativeObject {
-  CTTextAlignment alignment = kCTTextAlignmentLeft;
-};

@@ -1,0 +1,33 @@
+#include "ImageIO/CGImageSource.h"
+
+#include <vector>
+
+#include "platform/codecs/ImageCodec.h"
+#include "platform/codecs/WholeFile.h"
+#include "platform/foundation/CFURLValue.h"
+#include "platform/foundation/NativeObject.h"
+
+struct CGImageSource final : platform::NativeObject {
+  CGImageSource(std::vector<unsigned char> fileBytes, const platform::ImageCodec* fileCodec)
+      : bytes(std::move(fileBytes)), codec(fileCodec) {}
+
+  const std::vector<unsigned char> bytes;
+  const platform::ImageCodec* const codec;
+};
+
+CGImageSourceRef CGImageSourceCreateWithURL(CFURLRef url, CFDictionaryRef) {
+  if (url == nullptr) return nullptr;
+  std::vector<unsigned char> bytes;
+  const auto isImage = [](const unsigned char* head, std::size_t size) {
+    return platform::CodecOfContent({head, size}) != nullptr;
+  };
+  if (!platform::ReadWholeFile(url->systemPath, platform::kSniffedBytes, isImage, &bytes)) return nullptr;
+  const platform::ImageCodec* codec = platform::CodecOfContent(bytes);
+  return codec == nullptr ? nullptr : new CGImageSource(std::move(bytes), codec);
+}
+
+size_t CGImageSourceGetCount(CGImageSourceRef source) { return source == nullptr ? 0 : 1; }
+
+CGImageRef CGImageSourceCreateImageAtIndex(CGImageSourceRef source, size_t index, CFDictionaryRef) {
+  return source == nullptr || index != 0 ? nullptr : source->codec->decode(source->bytes);
+}

@@ -1,0 +1,119 @@
+// The state of drawing contexts.
+#include "CoreGraphics/CGContext.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "platform/graphics/CGColorSpaceValue.h"
+#include "platform/graphics/CGContextState.h"
+
+namespace {
+
+void SetColor(platform::Paint* paint, double red, double green, double blue, double alpha) {
+  *paint = {red, green, blue, alpha, {}, false};
+}
+
+void SetSpace(platform::Paint* paint, CGColorSpaceRef space) {
+  SetColor(paint, 0, 0, 0, 1);
+  paint->takesPattern = space != nullptr && space->kind == CGColorSpace::Kind::kPattern;
+}
+
+void SetPattern(platform::Paint* paint, CGPatternRef pattern, const CGFloat* components) {
+  if (!paint->takesPattern || pattern == nullptr || components == nullptr) return;
+  paint->pattern = platform::NativeRef<CGPattern>(pattern);
+  paint->alpha = components[0];
+}
+
+}  // namespace
+
+CGContext::CGContext(platform::LazyCairo cairoContext, std::unique_ptr<platform::DrawingTarget> drawingTarget,
+                     CGAffineTransform toDevice)
+    : cairo(std::move(cairoContext)),
+      target(std::move(drawingTarget)),
+      baseToDevice(toDevice),
+      path(CGPathCreateMutable()) {}
+
+CGContext::~CGContext() { CGPathRelease(path); }
+
+CGContextRef CGContextRetain(CGContextRef context) {
+  if (context != nullptr) context->Retain();
+  return context;
+}
+
+void CGContextRelease(CGContextRef context) {
+  if (context != nullptr) context->Release();
+}
+
+void CGContextSaveGState(CGContextRef context) {
+  if (context != nullptr) context->savedStates.push_back(context->state);
+}
+
+void CGContextRestoreGState(CGContextRef context) {
+  if (context == nullptr || context->savedStates.empty()) return;
+  context->state = std::move(context->savedStates.back());
+  context->savedStates.pop_back();
+}
+
+void CGContextConcatCTM(CGContextRef context, CGAffineTransform transform) {
+  if (context != nullptr) context->state.matrix = CGAffineTransformConcat(transform, context->state.matrix);
+}
+
+CGAffineTransform CGContextGetCTM(CGContextRef context) {
+  return context != nullptr ? context->state.matrix : CGAffineTransformIdentity;
+}
+
+void CGContextSetShouldAntialias(CGContextRef context, bool antialias) {
+  if (context != nullptr) context->state.antialias = antialias;
+}
+
+void CGContextSetAlpha(CGContextRef context, CGFloat alpha) {
+  if (context != nullptr) context->state.alpha = alpha > 0 ? std::min(alpha, 1.0) : 0;
+}
+
+void CGContextSetRGBFillColor(CGContextRef context, CGFloat red, CGFloat green, CGFloat blue, CGFloat alpha) {
+  if (context != nullptr) SetColor(&context->state.fill, red, green, blue, alpha);
+}
+
+void CGContextSetRGBStrokeColor(CGContextRef context, CGFloat red, CGFloat green, CGFloat blue, CGFloat alpha) {
+  if (context != nullptr) SetColor(&context->state.stroke, red, green, blue, alpha);
+}
+
+void CGContextSetFillColorSpace(CGContextRef context, CGColorSpaceRef space) {
+  if (context != nullptr) SetSpace(&context->state.fill, space);
+}
+
+void CGContextSetFillPattern(CGContextRef context, CGPatternRef pattern, const CGFloat* components) {
+  if (context != nullptr) SetPattern(&context->state.fill, pattern, components);
+}
+
+void CGContextSetStrokeColorSpace(CGContextRef context, CGColorSpaceRef space) {
+  if (context != nullptr) SetSpace(&context->state.stroke, space);
+}
+
+void CGContextSetStrokePattern(CGContextRef context, CGPatternRef pattern, const CGFloat* components) {
+  if (context != nullptr) SetPattern(&context->state.stroke, pattern, components);
+}
+
+void CGContextSetPatternPhase(CGContextRef context, CGSize phase) {
+  if (context != nullptr) context->state.patternPhase = phase;
+}
+
+void CGContextSetLineWidth(CGContextRef context, CGFloat width) {
+  if (context != nullptr) context->state.lineWidth = width;
+}
+
+void CGContextSetLineCap(CGContextRef context, CGLineCap cap) {
+  if (context != nullptr) context->state.lineCap = cap;
+}
+
+void CGContextSetLineJoin(CGContextRef context, CGLineJoin join) {
+  if (context != nullptr) context->state.lineJoin = join;
+}
+
+void CGContextSetBlendMode(CGContextRef context, CGBlendMode mode) {
+  if (context != nullptr) context->state.blendMode = mode;
+}
+
+void CGContextSetInterpolationQuality(CGContextRef context, CGInterpolationQuality quality) {
+  if (context != nullptr) context->state.interpolation = quality;
+}

@@ -1,0 +1,146 @@
+// Paths of device space as cairo gets them, and clips.
+#include <algorithm>
+#include <cmath>
+
+#include "platform/graphics/CGContextState.h"
+
+namespace platform {
+namespace {
+
+// cairo keeps coordinates in 24.8 fixed point and wraps beyond. Points further out than any target are pulled in, so
+// that a huge shape still covers what it should.
+constexpr double kCoordinateLimit = 4.0e6;
+
+class Emitter {
+ public:
+  explicit Emitter(cairo_t* cairo) : cairo_(cairo) {}
+
+  void Emit(CGPath::Verb verb, const CGPoint* source) {
+    CGPoint p[3];
+    const std::size_t count = CGPath::PointCount(verb);
+    for (std::size_t i = 0; i < count; ++i) p[i] = Take(source[i]);
+    switch (verb) {
+      case kCGPathElementMoveToPoint:
+        cairo_move_to(cairo_, p[0].x, p[0].y);
+        break;
+      case kCGPathElementAddLineToPoint:
+        cairo_line_to(cairo_, p[0].x, p[0].y);
+        break;
+      case kCGPathElementAddQuadCurveToPoint:
+        EmitQuad(p[0], p[1]);
+        break;
+      case kCGPathElementAddCurveToPoint:
+        cairo_curve_to(cairo_, p[0].x, p[0].y, p[1].x, p[1].y, p[2].x, p[2].y);
+        break;
+      default:
+        cairo_close_path(cairo_);
+        current_ = start_;
+        return;
+    }
+    current_ = p[count - 1];
+    if (verb == kCGPathElementMoveToPoint) start_ = current_;
+  }
+
+  bool IsNumber() const { return isNumber_; }
+
+  PixelBox Box() const {
+    return {static_cast<int>(std::floor(minX_)), static_cast<int>(std::floor(minY_)),
+            static_cast<int>(std::ceil(maxX_)), static_cast<int>(std::ceil(maxY_))};
+  }
+
+ private:
+  CGPoint Take(CGPoint p) {
+    if (std::isnan(p.x) || std::isnan(p.y)) {
+      isNumber_ = false;
+      return {0, 0};
+    }
+    p.x = std::clamp(p.x, -kCoordinateLimit, kCoordinateLimit);
+    p.y = std::clamp(p.y, -kCoordinateLimit, kCoordinateLimit);
+    minX_ = std::min(minX_, p.x);
+    minY_ = std::min(minY_, p.y);
+    maxX_ = std::max(maxX_, p.x);
+    maxY_ = std::max(maxY_, p.y);
+    return p;
+  }
+
+  // The cubic with the same shape has its controls two thirds of the way to the quadratic's.
+  void EmitQuad(CGPoint control, CGPoint end) {
+    const CGPoint c1{current_.x + (control.x - current_.x) * (2.0 / 3.0),
+                     current_.y + (control.y - current_.y) * (2.0 / 3.0)};
+    const CGPoint c2{end.x + (control.x - end.x) * (2.0 / 3.0), end.y + (control.y - end.y) * (2.0 / 3.0)};
+    cairo_curve_to(cairo_, c1.x, c1.y, c2.x, c2.y, end.x, end.y);
+  }
+
+  cairo_t* cairo_;
+  CGPoint start_{0, 0};
+  CGPoint current_{0, 0};
+  double minX_ = kCoordinateLimit;
+  double minY_ = kCoordinateLimit;
+  double maxX_ = -kCoordinateLimit;
+  double maxY_ = -kCoordinateLimit;
+  bool isNumber_ = true;
+};
+
+bool SamePath(const CGPath& a, const CGPath& b) {
+  return std::equal(a.verbs.begin(), a.verbs.end(), b.verbs.begin(), b.verbs.end()) &&
+         std::equal(a.points.begin(), a.points.end(), b.points.begin(), b.points.end(),
+                    [](const CGPoint& p, const CGPoint& q) { return p.x == q.x && p.y == q.y; });
+}
+
+bool SameClip(const ClipNode* a, const ClipNode* b) {
+  while (a != b) {
+    if (a == nullptr || b == nullptr || a->antialias != b->antialias || !SamePath(*a->path, *b->path)) return false;
+    a = a->parent.get();
+    b = b->parent.get();
+  }
+  return true;
+}
+
+}  // namespace
+
+bool EmitPath(cairo_t* cairo, const CGPath& path, PixelBox* box) {
+  Emitter emitter(cairo);
+  const CGPoint* point = path.points.Data();
+  for (const CGPath::Verb verb : path.verbs) {
+    emitter.Emit(verb, point);
+    point += CGPath::PointCount(verb);
+  }
+  if (path.verbs.IsEmpty() || !emitter.IsNumber()) return false;
+  *box = emitter.Box();
+  return true;
+}
+
+void InstallClip(cairo_t* cairo, const ClipNode* node) {
+  if (node == nullptr) return;
+  InstallClip(cairo, node->parent.get());
+  PixelBox box;
+  cairo_new_path(cairo);
+  cairo_set_antialias(cairo, node->antialias ? CAIRO_ANTIALIAS_DEFAULT : CAIRO_ANTIALIAS_NONE);
+  cairo_set_fill_rule(cairo, CAIRO_FILL_RULE_WINDING);
+  if (!EmitPath(cairo, *node->path, &box)) cairo_new_path(cairo);  // clips everything away
+  cairo_clip(cairo);
+}
+
+void ApplyClip(CGContext* context) {
+  if (context->state.textClip != nullptr) SettleTextClip(context);
+  const Clip& wanted = context->state.clip;
+  if (SameClip(wanted.get(), context->appliedClip.get())) return;
+  cairo_reset_clip(context->cairo.get());
+  InstallClip(context->cairo.get(), wanted.get());
+  context->appliedClip = wanted;
+}
+
+bool IsInvertible(const CGAffineTransform& m) {
+  const double determinant = m.a * m.d - m.b * m.c;
+  return std::isfinite(determinant) && std::isfinite(1 / determinant) && std::isfinite(m.tx) && std::isfinite(m.ty);
+}
+
+PixelBox WidenBox(const PixelBox& box, double margin, const PixelBox& bounds) {
+  // One pixel more than the geometry: antialiasing may round an edge outwards.
+  const double width = std::min(std::ceil(margin) + 1, 2 * kCoordinateLimit);
+  const int pad = static_cast<int>(width);
+  return {std::max(box.x0 - pad, bounds.x0), std::max(box.y0 - pad, bounds.y0), std::min(box.x1 + pad, bounds.x1),
+          std::min(box.y1 + pad, bounds.y1)};
+}
+
+}  // namespace platform

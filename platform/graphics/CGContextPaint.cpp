@@ -1,0 +1,160 @@
+// The operations of drawing contexts that paint.
+#include <algorithm>
+#include <cmath>
+
+#include "platform/graphics/CGContextState.h"
+
+namespace {
+
+using platform::PixelBox;
+
+// Sets cairo's source, for device space; false when there is none.
+bool SetSource(CGContext* context, const platform::Paint& paint) {
+  const double alpha = paint.alpha * context->state.alpha;
+  if (paint.pattern.Get() == nullptr) {
+    cairo_set_source_rgba(context->cairo.get(), paint.red, paint.green, paint.blue, alpha);
+    return true;
+  }
+  const platform::CairoPattern source =
+      platform::MakePatternSource(paint.pattern.Get(), context->state.patternPhase, alpha, context->baseToDevice);
+  if (source == nullptr) return false;
+  cairo_set_source(context->cairo.get(), source.get());
+  return true;
+}
+
+void EmptyPath(CGContext* context) {
+  context->path->verbs.Clear();
+  context->path->points.Clear();
+}
+
+// Puts the current path and the clip into cairo, ready for an operation on the returned box; false: nothing to do.
+bool Prepare(CGContext* context, double margin, PixelBox* box) {
+  cairo_t* cairo = context->cairo.get();
+  platform::ApplyClip(context);
+  cairo_new_path(cairo);
+  if (!platform::EmitPath(cairo, *context->path, box)) return false;
+  *box = platform::WidenBox(*box, margin, context->target->Bounds());
+  if (box->IsEmpty()) return false;
+  cairo_set_antialias(cairo, context->state.antialias ? CAIRO_ANTIALIAS_DEFAULT : CAIRO_ANTIALIAS_NONE);
+  return true;
+}
+
+void FillCurrentPath(CGContext* context, cairo_fill_rule_t rule) {
+  PixelBox box;
+  if (!Prepare(context, 0, &box)) return;
+  cairo_t* cairo = context->cairo.get();
+  cairo_set_fill_rule(cairo, rule);
+  if (!SetSource(context, context->state.fill)) return;
+  context->target->WillDraw(box);
+  cairo_fill(cairo);
+  context->target->DidDraw(box);
+}
+
+// How far a stroke may reach from its path, in device units: a mitre goes 10 half widths out, a square cap 1.42.
+double StrokeReach(const CGContext* context, const CGAffineTransform& m) {
+  const double scale = std::sqrt(m.a * m.a + m.b * m.b + m.c * m.c + m.d * m.d);
+  const double factor = context->state.lineJoin == kCGLineJoinMiter ? 10.0 : 1.5;
+  return context->state.lineWidth * 0.5 * scale * factor;
+}
+
+void StrokeCurrentPath(CGContext* context) {
+  const CGAffineTransform m = context->UserToDevice();
+  const platform::GraphicsState& state = context->state;
+  if (!(state.lineWidth > 0) || !std::isfinite(state.lineWidth) || !platform::IsInvertible(m)) return;
+  PixelBox box;
+  if (!Prepare(context, StrokeReach(context, m), &box)) return;
+  cairo_t* cairo = context->cairo.get();
+  if (!SetSource(context, state.stroke)) return;  // before the matrix, which would map a pattern too
+  cairo_set_line_width(cairo, state.lineWidth);
+  cairo_set_line_cap(cairo, static_cast<cairo_line_cap_t>(state.lineCap));
+  cairo_set_line_join(cairo, static_cast<cairo_line_join_t>(state.lineJoin));
+  const cairo_matrix_t matrix{m.a, m.b, m.c, m.d, m.tx, m.ty};
+  cairo_set_matrix(cairo, &matrix);
+  context->target->WillDraw(box);
+  cairo_stroke(cairo);
+  context->target->DidDraw(box);
+  cairo_identity_matrix(cairo);
+}
+
+static_assert(static_cast<int>(CAIRO_LINE_CAP_ROUND) == kCGLineCapRound);
+static_assert(static_cast<int>(CAIRO_LINE_CAP_SQUARE) == kCGLineCapSquare);
+static_assert(static_cast<int>(CAIRO_LINE_JOIN_ROUND) == kCGLineJoinRound);
+static_assert(static_cast<int>(CAIRO_LINE_JOIN_BEVEL) == kCGLineJoinBevel);
+
+void ReleasePath(const CGPath* path) { CGPathRelease(path); }
+
+void SetRectPath(CGContext* context, CGRect rect) {
+  EmptyPath(context);
+  const CGAffineTransform m = context->UserToDevice();
+  CGPathAddRect(context->path, &m, rect);
+}
+
+bool IsWhole(double value) { return std::fabs(value) <= INT16_MAX && value == std::floor(value); }
+
+// Fills an opaque upright rectangle of whole pixels without a path, as cells of patterns are made of. False when it is
+// not one, or when the target has no pixels of its own to fill.
+bool FillWholePixels(CGContext* context, CGRect rect) {
+  const platform::GraphicsState& state = context->state;
+  const CGAffineTransform m = context->UserToDevice();
+  if (state.clip != nullptr || state.textClip != nullptr || state.fill.pattern.Get() != nullptr ||
+      !(state.fill.alpha * state.alpha >= 1) || m.b != 0 || m.c != 0) {
+    return false;
+  }
+  const CGPoint p = CGPointApplyAffineTransform(rect.origin, m);
+  const CGPoint q{p.x + m.a * rect.size.width, p.y + m.d * rect.size.height};
+  if (!IsWhole(p.x) || !IsWhole(p.y) || !IsWhole(q.x) || !IsWhole(q.y)) return false;
+  const PixelBox bounds = context->target->Bounds();
+  const PixelBox box{std::max(static_cast<int>(std::min(p.x, q.x)), bounds.x0),
+                     std::max(static_cast<int>(std::min(p.y, q.y)), bounds.y0),
+                     std::min(static_cast<int>(std::max(p.x, q.x)), bounds.x1),
+                     std::min(static_cast<int>(std::max(p.y, q.y)), bounds.y1)};
+  if (!context->target->FillOpaque(box, state.fill.red, state.fill.green, state.fill.blue)) return false;
+  EmptyPath(context);
+  return true;
+}
+
+}  // namespace
+
+void CGContextBeginPath(CGContextRef context) {
+  if (context != nullptr) EmptyPath(context);
+}
+
+void CGContextAddPath(CGContextRef context, CGPathRef path) {
+  if (context == nullptr || path == nullptr) return;
+  const CGAffineTransform m = context->UserToDevice();
+  CGPathAddPath(context->path, &m, path);
+}
+
+void CGContextClip(CGContextRef context) {
+  if (context == nullptr) return;
+  auto node = std::make_shared<platform::ClipNode>(platform::ClipNode{
+      context->state.clip, {CGPathCreateMutableCopy(context->path), &ReleasePath}, context->state.antialias});
+  context->state.clip = std::move(node);
+  EmptyPath(context);
+}
+
+void CGContextDrawPath(CGContextRef context, CGPathDrawingMode mode) {
+  if (context == nullptr) return;
+  if (mode == kCGPathStroke) {
+    StrokeCurrentPath(context);
+  } else {
+    FillCurrentPath(context, mode == kCGPathEOFill ? CAIRO_FILL_RULE_EVEN_ODD : CAIRO_FILL_RULE_WINDING);
+  }
+  EmptyPath(context);
+}
+
+void CGContextFillRect(CGContextRef context, CGRect rect) {
+  if (context == nullptr || FillWholePixels(context, rect)) return;
+  SetRectPath(context, rect);
+  FillCurrentPath(context, CAIRO_FILL_RULE_WINDING);
+  EmptyPath(context);
+}
+
+void CGContextClearRect(CGContextRef context, CGRect rect) {
+  if (context == nullptr) return;
+  SetRectPath(context, rect);
+  cairo_set_operator(context->cairo.get(), CAIRO_OPERATOR_CLEAR);
+  FillCurrentPath(context, CAIRO_FILL_RULE_WINDING);
+  cairo_set_operator(context->cairo.get(), CAIRO_OPERATOR_OVER);
+  EmptyPath(context);
+}

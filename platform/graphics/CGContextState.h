@@ -1,0 +1,146 @@
+// What a drawing context is made of. Private to the native layer.
+//
+// Three spaces are involved. User space is what the caller draws in; the matrix (CTM) maps it to base space, which is
+// the target's with y up; the target's `baseToDevice` maps that to cairo's device space, which has y down. The current
+// path and the clips are kept in device space, where cairo gets them under the identity matrix; only a stroke sets the
+// matrix, since the nib is shaped by it.
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <vector>
+
+#include "CoreGraphics/CGBitmapContext.h"
+#include "CoreGraphics/CGContext.h"
+#include "platform/foundation/NativeObject.h"
+#include "platform/foundation/NativeRef.h"
+#include "platform/graphics/CGPathValue.h"
+#include "platform/graphics/CGPatternValue.h"
+#include "platform/graphics/CairoHandles.h"
+#include "platform/graphics/LazyCairo.h"
+
+struct CTLine;
+
+namespace platform {
+
+/// A stretch of device pixels: x0 <= x < x1, y0 <= y < y1.
+struct PixelBox {
+  int x0 = 0;
+  int y0 = 0;
+  int x1 = 0;
+  int y1 = 0;
+
+  bool IsEmpty() const { return x0 >= x1 || y0 >= y1; }
+};
+
+/// Where a context draws. It is told of every stretch of pixels that an operation is about to touch.
+class DrawingTarget {
+ public:
+  virtual ~DrawingTarget() = default;
+  /// Called before and after an operation that paints nowhere outside `box`.
+  virtual void WillDraw(const PixelBox& box) = 0;
+  virtual void DidDraw(const PixelBox& box) = 0;
+  /// The whole target; a box that is never too small.
+  virtual PixelBox Bounds() const = 0;
+  /// Sets the pixels of a box inside the bounds to an opaque colour of components 0 to 1; false when the target can't.
+  virtual bool FillOpaque(const PixelBox&, double, double, double) { return false; }
+  /// True for a page of vectors, where a gradient has to stay one.
+  virtual bool IsVector() const { return false; }
+};
+
+/// A colour, or a pattern with the opacity `alpha`.
+struct Paint {
+  double red = 0;
+  double green = 0;
+  double blue = 0;
+  double alpha = 1;
+  NativeRef<CGPattern> pattern;
+  bool takesPattern = false;  ///< the colour space is one of patterns
+};
+
+/// One path of a chain of clips; the clip is the inside of all of them.
+struct ClipNode {
+  std::shared_ptr<const ClipNode> parent;
+  std::unique_ptr<const CGPath, void (*)(const CGPath*)> path;
+  bool antialias;
+};
+using Clip = std::shared_ptr<const ClipNode>;
+
+/// Text whose outlines are part of a clip.
+struct ClippingText {
+  NativeRef<const CTLine> line;
+  CGAffineTransform toDevice;
+};
+
+struct GraphicsState {
+  CGAffineTransform matrix = CGAffineTransformIdentity;
+  double alpha = 1;
+  Paint fill;
+  Paint stroke;
+  CGSize patternPhase{0, 0};
+  double lineWidth = 1;
+  CGLineCap lineCap = kCGLineCapButt;
+  CGLineJoin lineJoin = kCGLineJoinMiter;
+  bool antialias = true;
+  CGBlendMode blendMode = kCGBlendModeNormal;
+  CGInterpolationQuality interpolation = kCGInterpolationDefault;
+  CGTextDrawingMode textMode = kCGTextFill;
+  bool allowsFontSmoothing = true;
+  bool shouldSmoothFonts = true;
+  std::shared_ptr<std::vector<ClippingText>> textClip;  ///< a union of outlines that is not yet part of `clip`
+  Clip clip;
+};
+
+}  // namespace platform
+
+struct CGContext final : platform::NativeObject {
+  CGContext(platform::LazyCairo cairoContext, std::unique_ptr<platform::DrawingTarget> drawingTarget,
+            CGAffineTransform toDevice);
+  ~CGContext() override;
+
+  CGAffineTransform UserToDevice() const { return CGAffineTransformConcat(state.matrix, baseToDevice); }
+
+  platform::LazyCairo cairo;
+  std::unique_ptr<platform::DrawingTarget> target;
+  CGAffineTransform baseToDevice;
+  platform::GraphicsState state;
+  std::vector<platform::GraphicsState> savedStates;
+  CGAffineTransform textMatrix = CGAffineTransformIdentity;
+  CGMutablePathRef path;                      ///< the current path, in device space
+  platform::CairoSurface scratch;             ///< where shadings are prepared; grows as needed
+  platform::CairoSurface mask;                ///< where their coverage is drawn
+  platform::Clip appliedClip;                 ///< what cairo's clip holds now
+  const struct BitmapInfo* bitmap = nullptr;  ///< of a bitmap context; owned by the target
+};
+
+/// The pixels that a bitmap context draws into.
+struct BitmapInfo {
+  void* data;
+  std::size_t width;
+  std::size_t height;
+  std::size_t bytesPerRow;
+  std::uint32_t bitmapInfo;
+};
+
+namespace platform {
+
+/// Puts a path of device space into cairo's current path. Returns false, with nothing to draw, when the path is empty
+/// or a point is not a number. `box` receives the extent of its points.
+bool EmitPath(cairo_t* cairo, const CGPath& path, PixelBox* box);
+
+/// Adds a chain of clips to cairo's clip.
+void InstallClip(cairo_t* cairo, const ClipNode* node);
+
+/// Makes cairo's clip that of the context's state.
+void ApplyClip(CGContext* context);
+
+/// Makes the text clip part of the state's clip; text that follows begins another one.
+void SettleTextClip(CGContext* context);
+
+/// True when the matrix and its inverse are made of finite numbers.
+bool IsInvertible(const CGAffineTransform& m);
+
+/// An axis-aligned extent widened by `margin` and cut to `bounds`.
+PixelBox WidenBox(const PixelBox& box, double margin, const PixelBox& bounds);
+
+}  // namespace platform

@@ -1,0 +1,150 @@
+#include "CoreGraphics/CGPath.h"
+
+#include <limits>
+
+#include "platform/graphics/CGPathValue.h"
+
+namespace {
+
+CGPoint Map(const CGAffineTransform* m, CGPoint p) { return m ? CGPointApplyAffineTransform(p, *m) : p; }
+
+void MoveTo(CGPath& path, CGPoint p) {
+  *path.verbs.Grow(1) = kCGPathElementMoveToPoint;
+  *path.points.Grow(1) = p;
+  path.start = path.current = p;
+}
+
+void LineTo(CGPath& path, CGPoint p) {
+  *path.verbs.Grow(1) = kCGPathElementAddLineToPoint;
+  *path.points.Grow(1) = p;
+  path.current = p;
+}
+
+void CurveTo(CGPath& path, CGPoint c1, CGPoint c2, CGPoint p) {
+  *path.verbs.Grow(1) = kCGPathElementAddCurveToPoint;
+  CGPoint* added = path.points.Grow(3);
+  added[0] = c1;
+  added[1] = c2;
+  added[2] = p;
+  path.current = p;
+}
+
+bool HasCurrentPoint(const CGPath* path) { return path != nullptr && !path->verbs.IsEmpty(); }
+
+}  // namespace
+
+CGMutablePathRef CGPathCreateMutable(void) { return new CGPath; }
+
+CGMutablePathRef CGPathCreateMutableCopy(CGPathRef path) {
+  CGMutablePathRef copy = CGPathCreateMutable();
+  CGPathAddPath(copy, nullptr, path);
+  return copy;
+}
+
+CGPathRef CGPathCreateCopyAndTransform(CGPathRef path, const CGAffineTransform* m) {
+  CGMutablePathRef copy = CGPathCreateMutable();
+  CGPathAddPath(copy, m, path);
+  return copy;
+}
+
+CGPathRef CGPathRetain(CGPathRef path) {
+  if (path) path->Retain();
+  return path;
+}
+
+void CGPathRelease(CGPathRef path) {
+  if (path) path->Release();
+}
+
+bool CGPathIsEmpty(CGPathRef path) { return !HasCurrentPoint(path); }
+
+CGRect CGPathGetBoundingBox(CGPathRef path) {
+  constexpr CGFloat kInfinity = std::numeric_limits<CGFloat>::infinity();
+  CGFloat x0 = kInfinity, y0 = kInfinity, x1 = -kInfinity, y1 = -kInfinity;
+  if (path) {
+    for (const CGPoint& p : path->points) {  // a NaN loses every comparison
+      if (p.x < x0) x0 = p.x;
+      if (p.x > x1) x1 = p.x;
+      if (p.y < y0) y0 = p.y;
+      if (p.y > y1) y1 = p.y;
+    }
+  }
+  if (!(x0 <= x1 && y0 <= y1)) return {{kInfinity, kInfinity}, {0, 0}};
+  return {{x0, y0}, {x1 - x0, y1 - y0}};
+}
+
+void CGPathApply(CGPathRef path, void* info, CGPathApplierFunction function) {
+  if (path == nullptr || function == nullptr) return;
+  const CGPoint* next = path->points.Data();
+  for (const CGPath::Verb verb : path->verbs) {
+    CGPoint points[3];  // a copy: a callback may write to what it gets
+    const std::size_t count = CGPath::PointCount(verb);
+    for (std::size_t i = 0; i < count; ++i) points[i] = next[i];
+    const CGPathElement element = {verb, count ? points : nullptr};
+    function(info, &element);
+    next += count;
+  }
+}
+
+void CGPathMoveToPoint(CGMutablePathRef path, const CGAffineTransform* m, CGFloat x, CGFloat y) {
+  if (path) MoveTo(*path, Map(m, {x, y}));
+}
+
+void CGPathAddLineToPoint(CGMutablePathRef path, const CGAffineTransform* m, CGFloat x, CGFloat y) {
+  if (HasCurrentPoint(path)) LineTo(*path, Map(m, {x, y}));
+}
+
+void CGPathAddQuadCurveToPoint(CGMutablePathRef path, const CGAffineTransform* m, CGFloat cpx, CGFloat cpy, CGFloat x,
+                               CGFloat y) {
+  if (!HasCurrentPoint(path)) return;
+  *path->verbs.Grow(1) = kCGPathElementAddQuadCurveToPoint;
+  CGPoint* added = path->points.Grow(2);
+  added[0] = Map(m, {cpx, cpy});
+  added[1] = Map(m, {x, y});
+  path->current = added[1];
+}
+
+void CGPathAddCurveToPoint(CGMutablePathRef path, const CGAffineTransform* m, CGFloat cp1x, CGFloat cp1y, CGFloat cp2x,
+                           CGFloat cp2y, CGFloat x, CGFloat y) {
+  if (HasCurrentPoint(path)) CurveTo(*path, Map(m, {cp1x, cp1y}), Map(m, {cp2x, cp2y}), Map(m, {x, y}));
+}
+
+void CGPathCloseSubpath(CGMutablePathRef path) {
+  if (!HasCurrentPoint(path) || path->verbs.end()[-1] == kCGPathElementCloseSubpath) return;
+  *path->verbs.Grow(1) = kCGPathElementCloseSubpath;
+  path->current = path->start;
+}
+
+void CGPathAddRect(CGMutablePathRef path, const CGAffineTransform* m, CGRect rect) {
+  if (path == nullptr) return;
+  const CGFloat x = rect.origin.x, y = rect.origin.y;
+  MoveTo(*path, Map(m, {x, y}));
+  LineTo(*path, Map(m, {x + rect.size.width, y}));
+  LineTo(*path, Map(m, {x + rect.size.width, y + rect.size.height}));
+  LineTo(*path, Map(m, {x, y + rect.size.height}));
+  CGPathCloseSubpath(path);
+}
+
+void CGPathAddLines(CGMutablePathRef path, const CGAffineTransform* m, const CGPoint* points, size_t count) {
+  if (path == nullptr || points == nullptr || count == 0) return;
+  MoveTo(*path, Map(m, points[0]));
+  for (size_t i = 1; i < count; ++i) LineTo(*path, Map(m, points[i]));
+}
+
+void CGPathAddPath(CGMutablePathRef path, const CGAffineTransform* m, CGPathRef other) {
+  if (path == nullptr || !HasCurrentPoint(other)) return;
+  const std::size_t verb_count = other->verbs.Count(), point_count = other->points.Count();
+  const CGPoint start = other->start, current = other->current;
+  // Growing may move the items, also those of `other` when it is `path`: read them only afterwards.
+  CGPath::Verb* verbs = path->verbs.Grow(verb_count);
+  CGPoint* points = path->points.Grow(point_count);
+  std::memcpy(verbs, other->verbs.Data(), verb_count);
+  const CGPoint* source = other->points.Data();
+  if (m) {
+    for (std::size_t i = 0; i < point_count; ++i) points[i] = CGPointApplyAffineTransform(source[i], *m);
+  } else {
+    std::memcpy(points, source, point_count * sizeof(CGPoint));
+  }
+  path->start = Map(m, start);
+  path->current = Map(m, current);
+}

@@ -1,0 +1,75 @@
+#include "CoreGraphics/CGPattern.h"
+
+#include <cmath>
+
+#include "CoreGraphics/CGBitmapContext.h"
+#include "platform/graphics/CGPatternValue.h"
+
+namespace {
+
+constexpr double kMaxSide = 1024;
+
+bool IsWholeSide(double side) { return side >= 1 && side <= kMaxSide && side == std::floor(side); }
+
+bool DrawCell(CGPattern* pattern) {
+  platform::CairoSurface cell(cairo_image_surface_create(CAIRO_FORMAT_ARGB32, pattern->width, pattern->height));
+  if (cairo_surface_status(cell.get()) != CAIRO_STATUS_SUCCESS) return false;
+  cairo_surface_flush(cell.get());
+  CGColorSpaceRef space = CGColorSpaceCreateDeviceRGB();
+  CGContextRef context = CGBitmapContextCreate(
+      cairo_image_surface_get_data(cell.get()), static_cast<std::size_t>(pattern->width),
+      static_cast<std::size_t>(pattern->height), 8,
+      static_cast<std::size_t>(cairo_image_surface_get_stride(cell.get())), space, kCGBitmapBlueFirst);
+  CGColorSpaceRelease(space);
+  if (context == nullptr) return false;
+  CGContextSetShouldAntialias(context, false);
+  pattern->callbacks.drawPattern(pattern->info, context);
+  CGContextRelease(context);
+  cairo_surface_mark_dirty(cell.get());
+  pattern->cell = std::move(cell);
+  return true;
+}
+
+// The source of a fill has no opacity of its own, so it goes into the cell.
+platform::CairoSurface FaintCopy(const CGPattern& pattern, double alpha) {
+  platform::CairoSurface copy(cairo_image_surface_create(CAIRO_FORMAT_ARGB32, pattern.width, pattern.height));
+  const platform::CairoContext cairo(cairo_create(copy.get()));
+  cairo_set_source_surface(cairo.get(), pattern.cell.get(), 0, 0);
+  cairo_paint_with_alpha(cairo.get(), alpha);
+  return copy;
+}
+
+}  // namespace
+
+CGPatternRef CGPatternCreate(void* info, CGRect bounds, CGAffineTransform matrix, CGFloat xStep, CGFloat yStep,
+                             CGPatternTiling, bool isColored, const CGPatternCallbacks* callbacks) {
+  const bool usable = callbacks != nullptr && callbacks->drawPattern != nullptr && isColored && bounds.origin.x == 0 &&
+                      bounds.origin.y == 0 && IsWholeSide(bounds.size.width) && IsWholeSide(bounds.size.height) &&
+                      xStep == bounds.size.width && yStep == bounds.size.height && CGAffineTransformIsIdentity(matrix);
+  if (!usable) return nullptr;
+  return new CGPattern(info, static_cast<int>(bounds.size.width), static_cast<int>(bounds.size.height), *callbacks);
+}
+
+void CGPatternRelease(CGPatternRef pattern) {
+  if (pattern != nullptr) pattern->Release();
+}
+
+namespace platform {
+
+CairoPattern MakePatternSource(CGPattern* pattern, CGSize phase, double alpha, const CGAffineTransform& baseToDevice) {
+  if (pattern->cell == nullptr && !DrawCell(pattern)) return nullptr;
+  const CairoSurface faint = alpha < 1 ? FaintCopy(*pattern, alpha) : nullptr;
+  CairoPattern source(cairo_pattern_create_for_surface(faint != nullptr ? faint.get() : pattern->cell.get()));
+  cairo_pattern_set_extend(source.get(), CAIRO_EXTEND_REPEAT);
+  cairo_pattern_set_filter(source.get(), CAIRO_FILTER_NEAREST);  // the cell's pixels stay squares
+  // The cell's image has its rows from the top down, base space has y up: from the image to base space, then to device
+  // space; cairo wants the way back.
+  const CGAffineTransform cellToBase{1, 0, 0, -1, phase.width, phase.height + pattern->height};
+  const CGAffineTransform m = CGAffineTransformConcat(cellToBase, baseToDevice);
+  cairo_matrix_t matrix{m.a, m.b, m.c, m.d, m.tx, m.ty};
+  if (cairo_matrix_invert(&matrix) != CAIRO_STATUS_SUCCESS) return nullptr;
+  cairo_pattern_set_matrix(source.get(), &matrix);
+  return source;
+}
+
+}  // namespace platform

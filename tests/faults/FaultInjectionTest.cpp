@@ -1,0 +1,243 @@
+// Files and their replacement while system calls fail. The linker puts the functions named __wrap_* below in the place
+// of the calls, so that the k-th one can be refused, once or from then on; and it counts what the kit allocates.
+#include <dirent.h>
+#include <errno.h>
+#include <gtest/gtest.h>
+#include <sys/stat.h>
+
+#include <algorithm>
+#include <cstdarg>
+#include <cstdlib>
+
+#include "kit/streams/AKFileChunk.h"
+#include "kit/streams/AKFileContent.h"
+#include "kit/streams/AKFileNumbers.h"
+#include "kit/streams/AKFileRecords.h"
+#include "kit/streams/AKFileReplacer.h"
+#include "kit/values/AKValueHelpers.h"
+#include "tests/kit/streams/FileTestSupport.h"
+
+namespace {
+
+// Calls to go before the refusal; 0 refuses, negative lets everything pass.
+int sCallsLeft = -1;
+bool sForGood = false;
+bool sRefused = false;
+std::size_t sLargestAllocation = 0;
+
+bool Refuses() {
+  if (sCallsLeft < 0) return false;
+  if (sCallsLeft > 0) {
+    --sCallsLeft;
+    return false;
+  }
+  if (!sForGood) sCallsLeft = -1;
+  sRefused = true;
+  errno = EIO;
+  return true;
+}
+
+}  // namespace
+
+extern "C" {
+
+#define WRAP(result, name, parameters, arguments, failure) \
+  result __real_##name parameters;                         \
+  result __wrap_##name parameters { return Refuses() ? (failure) : __real_##name arguments; }
+
+WRAP(int, fsync, (int descriptor), (descriptor), -1)
+WRAP(int, ftruncate, (int descriptor, off_t size), (descriptor, size), -1)
+WRAP(off_t, lseek, (int descriptor, off_t offset, int whence), (descriptor, offset, whence), -1)
+WRAP(ssize_t, pread, (int descriptor, void* data, size_t size, off_t at), (descriptor, data, size, at), -1)
+WRAP(ssize_t, pwrite, (int descriptor, const void* data, size_t size, off_t at), (descriptor, data, size, at), -1)
+WRAP(int, rename, (const char* from, const char* to), (from, to), -1)
+WRAP(int, fchmod, (int descriptor, mode_t mode), (descriptor, mode), -1)
+WRAP(int, stat, (const char* path, struct stat* status), (path, status), -1)
+WRAP(int, access, (const char* path, int mode), (path, mode), -1)
+WRAP(char*, realpath, (const char* path, char* resolved), (path, resolved), nullptr)
+
+int __real_open(const char* path, int flags, ...);
+int __wrap_open(const char* path, int flags, ...) {
+  va_list arguments;
+  va_start(arguments, flags);
+  const mode_t mode = va_arg(arguments, mode_t);
+  va_end(arguments);
+  return Refuses() ? -1 : __real_open(path, flags, mode);
+}
+
+// A close that fails has closed all the same.
+int __real_close(int descriptor);
+int __wrap_close(int descriptor) {
+  const bool refuses = Refuses();
+  const int result = __real_close(descriptor);
+  if (refuses) errno = EIO;
+  return refuses ? -1 : result;
+}
+
+void* __real_malloc(size_t size);
+void* __wrap_malloc(size_t size) {
+  sLargestAllocation = std::max(sLargestAllocation, size);
+  return __real_malloc(size);
+}
+void* __real_realloc(void* memory, size_t size);
+void* __wrap_realloc(void* memory, size_t size) {
+  sLargestAllocation = std::max(sLargestAllocation, size);
+  return __real_realloc(memory, size);
+}
+void* __real__Znwm(size_t size);
+void* __wrap__Znwm(size_t size) {
+  sLargestAllocation = std::max(sLargestAllocation, size);
+  return __real__Znwm(size);
+}
+
+}  // extern "C"
+
+namespace {
+
+using file_test::ReadBytes;
+using file_test::TempFolder;
+using file_test::WriteBytes;
+
+std::size_t OpenDescriptors() {
+  std::size_t count = 0;
+  DIR* const directory = ::opendir("/proc/self/fd");
+  while (::readdir(directory) != nullptr) ++count;
+  ::closedir(directory);
+  return count;
+}
+
+// Runs `work` with the first call refused, then the second, and so on until it meets no refusal. `check` sees its
+// status and whether a call was refused.
+template <typename Work, typename Check>
+void ForEachRefusal(bool forGood, Work work, Check check) {
+  bool refused = true;
+  for (int k = 0; refused; ++k) {
+    SCOPED_TRACE((forGood ? "all calls from " : "only call ") + std::to_string(k));
+    ASSERT_LT(k, 500);
+    const std::size_t descriptors = OpenDescriptors();
+    sForGood = forGood;
+    sRefused = false;
+    sCallsLeft = k;
+    const int status = work();
+    sCallsLeft = -1;
+    refused = sRefused;
+    check(status, refused);
+    EXPECT_EQ(OpenDescriptors(), descriptors);
+    if (testing::Test::HasFailure()) return;
+  }
+}
+
+class FaultInjection : public testing::TestWithParam<bool> {};
+
+AKDictionary BigDictionary() {
+  AKDictionary dictionary;
+  for (int i = 0; i < 8000; ++i) {
+    AKString key;
+    dictionary.SetValue(key.Assignf("Key%d", i), AKValueSetasAKString("some text"));
+  }
+  return dictionary;
+}
+
+TEST_P(FaultInjection, Replacing_WithAnyCallRefused_KeepsTheOldFileOrHasTheNewOne) {
+  const TempFolder folder;
+  const AKDictionary dictionary = BigDictionary();
+  AKFile stream(AKFile::kModeMemory);
+  ASSERT_EQ(stream.CreateForReadWrite() | dictionary.WriteToFile(stream), 0);
+  const std::string complete = file_test::StreamContent(stream);
+  ASSERT_GT(complete.size(), 200000U);  // several buffers
+  ForEachRefusal(
+      GetParam(),
+      [&] {
+        WriteBytes(folder.Path("file"), "old");
+        return dictionary.SaveToBinFile(folder.KitPath("file"));
+      },
+      [&](int status, bool refused) {
+        EXPECT_EQ(ReadBytes(folder.Path("file")), status == 0 ? complete : "old");
+        EXPECT_EQ(folder.EntryCount(), 1U);
+        EXPECT_TRUE(refused || status == 0) << status;
+        EXPECT_TRUE(status == 0 || (status >= -891 && status <= -887)) << status;
+      });
+}
+
+// Everything that was written is in the file, or some status said that it is not.
+TEST_P(FaultInjection, Writing_WithAnyCallRefused_LosesNothingSilently) {
+  const TempFolder folder;
+  ForEachRefusal(
+      GetParam(),
+      [&] {
+        AKFile file(folder.KitPath("file"));
+        int status = file.CreateForReadWrite();
+        for (unsigned int i = 0; i < 40000 && status == 0; ++i) status = AKFileWriteUInt32(file, i);
+        if (status == 0) status = file.SetPos(100000);
+        unsigned int number = 0;
+        if (status == 0) status = AKFileReadUInt32(file, &number);
+        if (status == 0 && number != 25000) status = 1;
+        if (status == 0) status = file.SetPos(8);
+        if (status == 0) status = AKFileWriteUInt32(file, 77);
+        if (status == 0) status = file.SetFileSize(120000);
+        if (status == 0) status = file.Seek(0, kAKFileWhenceEnd);
+        if (status == 0) status = AKFileWriteUInt32(file, 88);
+        const int closed = file.Close();
+        return status != 0 ? status : closed;
+      },
+      [&](int status, bool refused) {
+        EXPECT_TRUE(refused || status == 0) << status;
+        EXPECT_TRUE(status == 0 || (status >= -891 && status <= -886)) << status;
+        if (status != 0) return;
+        std::vector<unsigned int> numbers(30001);
+        for (unsigned int i = 0; i < 30000; ++i) numbers[i] = i;
+        numbers[2] = 77;
+        numbers[30000] = 88;
+        EXPECT_EQ(ReadBytes(folder.Path("file")),
+                  std::string(reinterpret_cast<const char*>(numbers.data()), numbers.size() * 4));
+      });
+}
+
+TEST_P(FaultInjection, Reading_WithAnyCallRefused_GivesAllOrAnEmptyResult) {
+  const TempFolder folder;
+  const AKDictionary dictionary = BigDictionary();
+  ASSERT_EQ(dictionary.SaveToBinFile(folder.KitPath("file")), 0);
+  AKDictionary loaded;
+  ForEachRefusal(
+      GetParam(), [&] { return loaded.LoadFromBinFile(folder.KitPath("file")); },
+      [&](int status, bool refused) {
+        EXPECT_TRUE(refused || status == 0) << status;
+        EXPECT_TRUE(status == 0 ? loaded == dictionary : loaded.IsEmpty());
+        EXPECT_TRUE(status == 0 || (status >= -891 && status <= -887)) << status;
+      });
+}
+
+INSTANTIATE_TEST_SUITE_P(OnceAndForGood, FaultInjection, testing::Bool());
+
+// A size or count in a file is no reason to allocate what the file cannot fill.
+TEST(Allocation, DamagedRecords_OfEveryKind_TakeAtMostSixteenTimesTheFile) {
+  AKDictionary dictionary;
+  AKValueArray array(3);
+  array[0].SetasFloat(1);
+  array[1].SetasBinary(AKMemoryBlock("0123456789", 10));
+  array[2].SetasAKString("text");
+  dictionary.SetValue("A.B", AKValueSetasAKValueArray(array));
+  AKFile stream(AKFile::kModeMemory);
+  ASSERT_EQ(stream.CreateForReadWrite() | dictionary.WriteToFile(stream), 0);
+  const std::string sound = file_test::StreamContent(stream);
+  for (std::size_t at = 0; at + 4 <= sound.size(); at += 4) {
+    for (const char* count : {"\xFF\xFF\xFF\xFF", "\xFF\xFF\xFF\x7F", "\x00\x10\x00\x00"}) {
+      std::string bytes = sound;
+      bytes.replace(at, 4, count, 4);
+      AKFile file(bytes.data(), static_cast<unsigned int>(bytes.size()));
+      ASSERT_EQ(file.OpenForRead(), 0);
+      sLargestAllocation = 0;
+      AKValue value;
+      AKString text;
+      AKUniChars units;
+      value.ReadFromFile(file);
+      file.SetPos(at);
+      text.ReadFromFile(file);
+      file.SetPos(at);
+      AKFileReadAKUniChars(file, &units);
+      EXPECT_LE(sLargestAllocation, 16 * bytes.size()) << "count at " << at;
+    }
+  }
+}
+
+}  // namespace

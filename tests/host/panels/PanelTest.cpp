@@ -1,0 +1,261 @@
+// Panels that a plug-in describes, as the host understands them, reached through the service tables.
+#include <gtest/gtest.h>
+
+#include <chrono>
+
+#include "host/Host.h"
+#include "host/UserInterface.h"
+#include "host/panels/HostPanel.h"
+#include "kit/host/AKHostServices.h"
+#include "kit/objects/AKClass.h"
+#include "kit/panels/AKGUIDesc.h"
+
+namespace host {
+namespace {
+
+class PanelTest : public testing::Test {
+ protected:
+  void SetUp() override { Host::Instance().collectedLog = &log_; }
+  void TearDown() override { Host::Instance().collectedLog = nullptr; }
+  std::vector<std::string> log_;
+};
+
+TEST_F(PanelTest, Description_AllKeys_AreUnderstood) {
+  AKGUIDesc panel("-multisel:%d -title:\"A panel\"", 1);
+  panel.NewController("-id:%d -type:StaticText  -pos:(010;%d) -dim:(068;016) -title:\"%s\"", 7, -5, "two words");
+  panel.NewController("-id:8 -type:Slider -range:(-1.5;2)   -dim:(098;020)\t-pos:(130;2)  ");
+  panel.SetPanelSize(0, 28);
+  EXPECT_TRUE(log_.empty()) << log_[0];
+  EXPECT_TRUE(HostPanel::Of(&panel)->AllowsMultipleSelection());
+  EXPECT_TRUE(panel.GetPanelTitle() == "A panel");
+  EXPECT_EQ(panel.GetControllerCount(), 2U);
+  EXPECT_TRUE(panel.GetTitle(7) == "two words");
+  int b[4] = {};
+  panel.GetBounds(7, &b[0], &b[1], &b[2], &b[3]);
+  EXPECT_EQ(std::vector<int>(b, b + 4), (std::vector<int>{10, -5, 78, 11}));
+  panel.GetBounds(8, &b[0], &b[1], &b[2], &b[3]);
+  EXPECT_EQ(std::vector<int>(b, b + 4), (std::vector<int>{130, 2, 228, 22}));
+  double lo = 0;
+  double hi = 0;
+  panel.GetRange(8, &lo, &hi);
+  EXPECT_EQ(lo, -1.5);
+  EXPECT_EQ(hi, 2);
+  EXPECT_TRUE(panel.HasFeatureRange(8));
+  EXPECT_FALSE(panel.HasFeatureRange(7));
+}
+
+TEST_F(PanelTest, Description_Strange_IsNamedInOneLine) {
+  AKGUIDesc panel("-multisel:1 -shape:round");
+  panel.NewController("-id:x -type:Dial -pos:(1,2) -dim:(1;2 -range:(0;inf) -prec:2.5 loose");
+  ASSERT_EQ(log_.size(), 2U);
+  EXPECT_NE(log_[0].find("-shape:round"), std::string::npos);
+  for (const char* item : {"-id:x", "-type:Dial", "-pos:(1,2)", "-dim:(1;2", "-range:(0;inf)", "-prec:2.5", "loose"}) {
+    EXPECT_NE(log_[1].find(item), std::string::npos) << item;
+  }
+}
+
+// Ten times the controls may take about ten times the time, not a hundred: the factor in between leaves room for noise.
+TEST_F(PanelTest, TenThousandControls_AreFilledInLinearTime_TheFirstOfAnIDWins) {
+  double seconds[2] = {};
+  for (int round = 0; round < 2; ++round) {
+    const unsigned int count = round == 0 ? 1000 : 10000;
+    AKGUIDesc panel;
+    const auto start = std::chrono::steady_clock::now();
+    for (unsigned int id = 0; id < count; ++id) panel.NewController("-id:%u -type:EditNum -prec:3", id);
+    panel.NewController("-id:5 -type:CheckBox");
+    for (unsigned int id = 0; id < count; ++id) panel.SetValueAsFloat64(id, id * 0.5);
+    double sum = 0;
+    for (unsigned int id = 0; id < count; ++id) sum += panel.GetValueAsFloat64(id);
+    seconds[round] = std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
+    EXPECT_EQ(sum, 0.25 * count * (count - 1));
+    EXPECT_EQ(panel.CtrlType(5), 2U);
+    EXPECT_EQ(panel.GetControllerCount(), count + 1);
+  }
+  EXPECT_LT(seconds[1], 35 * seconds[0]) << seconds[0];
+  EXPECT_TRUE(log_.empty());
+}
+
+TEST_F(PanelTest, Values_ThroughTheTables_AreWhatWasSet) {
+  AKGUIDesc panel("-id:5");
+  panel.NewController("-id:1 -type:EditNum -prec:2");
+  panel.SetValueAsFloat64(1, 0.125);
+  EXPECT_EQ(panel.GetValueAsFloat64(1), 0.125);
+  EXPECT_EQ(panel.GetValueAsFloat32(1), 0.125F);
+  EXPECT_TRUE(panel.GetValueAsString(1) == "0.12" || panel.GetValueAsString(1) == "0.13");
+  panel.SetValueAsSInt(1, -40);
+  EXPECT_EQ(panel.GetValueAsSInt(1), -40);
+  EXPECT_EQ(panel.GetValueAsUInt(1), 0U);
+  panel.SetValueAsString(1, "2.5");
+  EXPECT_EQ(panel.GetValueAsFloat64(1), 2.5);
+  panel.SetValueAsAGColor(1, kAGColorViolet);
+  EXPECT_TRUE(panel.GetValueAsAGColor(1) == kAGColorViolet);
+  panel.SetMenuItemList(1, "one, two;three");
+  EXPECT_EQ(panel.GetMenuItemCount(1), 3U);
+  panel.SetMenuItem(1, "two");
+  EXPECT_EQ(panel.GetMenuIndex(1), 1U);
+  EXPECT_EQ(panel.DescID(), 5U);
+}
+
+TEST_F(PanelTest, EveryType_SaysWhatItOffers) {
+  const struct {
+    const char* type;
+    unsigned int number;
+    const char* features;  // value, range, title, items, icon
+  } cases[] = {{"StaticText", 1, "t"}, {"EditNum", 2, "v"}, {"Slider", 3, "vr"}, {"CheckBox", 4, "vt"},
+               {"PopUp", 5, "vi"},     {"Button", 6, "tx"}, {"Color", 7, "v"},   {"EditText", 8, "v"}};
+  for (auto const& c : cases) {
+    AKGUIDesc panel;
+    panel.NewController("-id:1 -type:%s", c.type);
+    std::string features;
+    if (panel.HasFeatureValue(1)) features += 'v';
+    if (panel.HasFeatureRange(1)) features += 'r';
+    if (panel.HasFeatureTitle(1)) features += 't';
+    if (panel.HasFeatureItems(1)) features += 'i';
+    if (panel.HasFeatureIcon(1)) features += 'x';
+    EXPECT_EQ(features, c.features) << c.type;
+    EXPECT_EQ(panel.CtrlType(1), c.number);
+  }
+  EXPECT_TRUE(log_.empty());
+}
+
+TEST_F(PanelTest, Enter_TakesWhatAUserMayType) {
+  const struct {
+    const char* description;
+    const char* text;
+    bool taken;
+    const char* shown;
+  } cases[] = {
+      {"-type:EditNum -prec:2", "0.125", true, "0.13|0.12"},
+      {"-type:EditNum -prec:1 -value:3", "three", false, "3.0"},
+      {"-type:EditNum -prec:0 -range:(-5;5)", "-17", true, "-5"},
+      {"-type:EditNum -value:1", "inf", false, "1.00"},
+      {"-type:Slider -range:(10;20) -value:12", "90", true, "20.000000"},
+      {"-type:Slider", "1.7", true, "1.000000"},
+      {"-type:CheckBox", "on", true, "on"},
+      {"-type:CheckBox -value:yes", "0", true, "off"},
+      {"-type:CheckBox", "maybe", false, "off"},
+      {"-type:PopUp -items:\"red;light blue;2\"", "light blue", true, "light blue"},
+      {"-type:PopUp -items:\"red;light blue;2\"", "2", true, "2"},
+      {"-type:PopUp -items:\"red;blue\"", "1", true, "blue"},
+      {"-type:PopUp -items:\"red;blue\" -value:blue", "2", false, "blue"},
+      {"-type:Color", "(1;2;3;4)", true, "(001;002;003;004)"},
+      {"-type:Color", "FF8000", true, "(255;128;000;255)"},
+      {"-type:Color -value:\"(1;2;3)\"", "pink", false, "(001;002;003;255)"},
+      {"-type:EditText", "two words", true, "two words"},
+      {"-type:Button -title:\"Press me\"", "", true, "Press me"},
+      {"-type:StaticText -title:fixed", "other", false, "fixed"},
+  };
+  for (auto const& c : cases) {
+    HostControl control{AKString(c.description)};
+    EXPECT_EQ(control.Enter(c.text), c.taken) << c.description << " " << c.text;
+    const std::string shown = control.DisplayedValue().CStr();
+    EXPECT_NE(("|" + std::string(c.shown) + "|").find("|" + shown + "|"), std::string::npos) << shown;
+  }
+  EXPECT_TRUE(log_.empty()) << log_[0];
+}
+
+TEST_F(PanelTest, ValueSetAsTime_IsShownAndEnteredAsTime) {
+  HostControl control{AKString("-type:EditNum -prec:0")};
+  control.SetValueAsTimeHMS(3725);
+  EXPECT_TRUE(control.DisplayedValue() == "1:02:05");
+  EXPECT_TRUE(control.Enter("2:30"));
+  EXPECT_EQ(control.GetValueAsFloat64(), 150);
+}
+
+// Answers a dialog by pressing control 1, and closing with 7 from the object's own hand.
+struct Answering final : UserInterface {
+  bool ChooseFileToSave(AKFilePath* path, std::string const&, std::string const&) override {
+    path->SetFileName("chosen.akd");
+    return true;
+  }
+  bool ChooseFileToOpen(AKFilePath*, std::string const&, std::string const&) override { return false; }
+  bool ShowProgress(double fraction, std::string const& text) override {
+    progress.push_back(fraction);
+    return text == "enough";
+  }
+  int RunDialog(HostPanel&, std::function<int(AKGUIEvent&)> const& send) override {
+    AKGUIEvent event;
+    event.kind = AKGUIEvent::kControlChanged;
+    event.ctrlID = 1;
+    send(event);
+    return closedWith;
+  }
+  void CloseDialog(HostPanel&, int result) override { closedWith = result; }
+
+  int closedWith = 0;
+  std::vector<double> progress;
+};
+
+struct DialogObject : AKObject {
+  AK_OBJECT_MEMORY
+  void _PureVirtualMethod() const override {}
+  int TakeEvent(AKGUIDesc& panel, AKGUIEvent& event) {
+    kinds.push_back(event.kind);
+    if (event.kind == AKGUIEvent::kControlChanged) panel.CloseDialog(7);
+    return 0;
+  }
+  std::vector<unsigned int> kinds;
+};
+
+TEST_F(PanelTest, ModalDialog_SendsEventsUntilItIsClosed) {
+  AKClassInfo info;
+  info.classID = AKClassID("dialog");
+  info.className = "Dialog";
+  const AKClass record(info, false, kAKNullClassQCast);
+  const std::unique_ptr<DialogObject> object(new (_AKClassObjectAlloc(&record, sizeof(DialogObject))) DialogObject);
+  AKGUIDesc panel;
+  panel.NewController("-id:1 -type:Button -title:OK");
+  int result = -5;
+  const auto proc = static_cast<AKGUIDesc::ModalProc>(&DialogObject::TakeEvent);
+  EXPECT_EQ(panel.OpenModalDialog(proc, object.get(), &result), -1) << "nobody is there";
+  EXPECT_EQ(result, -5);
+  Answering user;
+  Host::Instance().userInterface = &user;
+  EXPECT_EQ(panel.OpenModalDialog(proc, object.get(), &result), 0);
+  Host::Instance().userInterface = nullptr;
+  EXPECT_EQ(result, 7);
+  EXPECT_EQ(object->kinds, (std::vector<unsigned int>{1, 3}));
+}
+
+TEST_F(PanelTest, FilesAndProgress_AreTheUsers) {
+  AKFilePath path("/tmp/first.akd");
+  EXPECT_EQ(AKGUIDialogSaveFile(path, "Save", "akd"), 0);
+  EXPECT_EQ(AKGUIWindowProgress(0, 0.5, "enough"), 0);
+  Answering user;
+  Host::Instance().userInterface = &user;
+  EXPECT_EQ(AKGUIDialogSaveFile(path, "Save", "akd"), 1);
+  EXPECT_TRUE(path.Text() == "/tmp/chosen.akd");
+  EXPECT_EQ(AKGUIDialogOpenFile(path, "Open", ""), 0);
+  EXPECT_EQ(AKGUIWindowProgress(0, 0.5, "more"), 0);
+  EXPECT_EQ(AKGUIWindowProgress(0, 7, "enough"), 1);
+  EXPECT_EQ(AKGUIWindowProgress(1, 0, ""), 0);
+  Host::Instance().userInterface = nullptr;
+  EXPECT_EQ(user.progress, (std::vector<double>{0.5, 1, 2}));
+}
+
+TEST_F(PanelTest, Flags_AreReadModifiedWritten) {
+  AKGUIDesc panel;
+  AKGUICtrl* control = panel.NewController("-id:1 -type:Slider");
+  control->SetFlag(0xF, true);
+  control->SetFlag(0x6, false);
+  EXPECT_TRUE(control->HasFlag(0x9));
+  EXPECT_FALSE(control->HasFlag(0xB));
+  panel.SetIdling(true);
+  panel.SetYielding(true);
+  panel.SetIdling(false);
+  EXPECT_FALSE(panel.IsIdling());
+  EXPECT_TRUE(panel.IsYielding());
+}
+
+TEST_F(PanelTest, UnknownControl_IsNeutral) {
+  AKGUIDesc panel;
+  panel.SetValueAsFloat64(3, 1);
+  EXPECT_EQ(panel.GetController(3), nullptr);
+  EXPECT_EQ(panel.GetValueAsFloat64(3), 0.0);
+  EXPECT_FALSE(panel.IsVisible(3));
+  EXPECT_TRUE(panel.GetTitle(3).IsEmpty());
+  EXPECT_TRUE(panel.GetValueAsAGColor(3) == kAGColorBlack);
+}
+
+}  // namespace
+}  // namespace host

@@ -1,0 +1,366 @@
+// Editing: every edit can be undone and done again to the byte, and views are told where to draw.
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cmath>
+#include <cstring>
+#include <fstream>
+#include <functional>
+#include <random>
+
+#include "CoreGraphics/CGContext.h"
+#include "graphics/images/AGBitmap.h"
+#include "host/model/ObjectProperties.h"
+#include "host/panels/Inspector.h"
+#include "host/pictures/DocumentDrawing.h"
+#include "host/pictures/HitTest.h"
+#include "tests/host/session/SessionTestSupport.h"
+
+namespace host {
+namespace {
+
+class DocumentSessionTest : public SessionFixture {};
+
+// One random edit through the session's own methods; what the state does not allow is refused and changes nothing.
+class RandomEditor {
+ public:
+  RandomEditor(DocumentSession* session, unsigned int seed) : session_(*session), random_(seed) {}
+
+  unsigned int Pick(std::size_t count) { return static_cast<unsigned int>(random_() % count); }
+  double Number(double low, double high) { return low + (high - low) * (random_() % 10001) / 10000.0; }
+
+  ObjectIDs Some() {
+    ObjectIDs ids;
+    Document const& document = session_.Doc();
+    for (unsigned int i = Pick(4); i > 0 && document.ObjectCount() != 0; --i) {
+      ids.push_back(document.ObjectAt(Pick(document.ObjectCount())).id);
+    }
+    return ids;
+  }
+
+  LayerID AnyLayer() { return session_.Doc().Layers()[Pick(session_.Doc().Layers().size())]->id; }
+
+  void Edit() {
+    std::string error;
+    const ObjectIDs ids = Some();
+    AGBrush brush(3, {1, 2, 3, static_cast<unsigned char>(Pick(256))}, {200, 1, 1});
+    AGPen pen;
+    pen.SetStyleSolid({9, 9, 9}, Number(0, 20));
+    const double x = Number(-50, 50);
+    const std::function<void()> edits[] = {
+        [&] {
+          session_.Add(AKClassID("stdRect"), "-default", {{x, x, x + 30, x + 20}, x}, &error);
+        },
+        [&] {
+          session_.Add(AKClassID("stdRect"), "", {{x, 0, 40, 10}, 0}, &error);
+        },
+        [&] { session_.Delete(ids, &error); },
+        [&] { session_.Move(ids, x, -x, &error); },
+        [&] {
+          session_.Resize(ids, {0, 0, 10, 10}, {x, 0, x + 20, 5}, &error);
+        },
+        [&] { session_.Rotate(ids, x, &error); },
+        [&] { session_.SetBrush(ids, brush, &error); },
+        [&] { session_.SetPen(ids, pen, &error); },
+        [&] {
+          session_.SetProperties(ids, {{"Rounding", std::to_string(x / 50)}, {"Angle", "30"}}, &error);
+        },
+        [&] {
+          session_.SetProperties(ids, {{"Rounding", "0.9"}, {"Bounds", "wrong"}}, &error);
+        },
+        [&] { session_.ChangeOrder(ids, static_cast<OrderChange>(Pick(4)), &error); },
+        [&] { session_.Align(ids, static_cast<Alignment>(Pick(6)), static_cast<AlignTo>(Pick(2)), &error); },
+        [&] { session_.Distribute(ids, static_cast<Axis>(Pick(2)), &error); },
+        [&] { session_.Duplicate(ids, 5, 5, &error); },
+        [&] { session_.Cut(ids, &clipboard_, &error); },
+        [&] { session_.Paste(clipboard_, 1, 1, &error); },
+        [&] { session_.AddLayer(Pick(2) == 0 ? "" : "Ebene", Pick(3)); },
+        [&] { session_.RemoveLayer(AnyLayer(), &error); },
+        [&] { session_.SetLayerVisible(AnyLayer(), Pick(4) != 0, &error); },
+        [&] { session_.SetLayerLocked(AnyLayer(), Pick(4) == 0, &error); },
+        [&] { session_.SetLayerName(AnyLayer(), "Name " + std::to_string(Pick(9)), &error); },
+        [&] { session_.MoveLayer(AnyLayer(), Pick(4), &error); },
+        [&] { session_.MoveToLayer(ids, AnyLayer(), &error); },
+        [&] {
+          session_.SetPage({Number(1, 500), 100}, &error);
+        },
+        [&] { session_.SetActiveLayer(AnyLayer()); },
+        [&] { Slide(ids); },
+    };
+    edits[Pick(std::size(edits))]();
+  }
+
+ private:
+  // A slide of the inspector, or one that is cancelled.
+  void Slide(ObjectIDs const& ids) {
+    std::string error;
+    Inspector inspector;
+    if (!inspector.Open(&session_, ids, &error)) return;
+    session_.BeginStep("Slide");
+    for (int i = 0; i < 3; ++i) inspector.Change(2, Number(0, 1), nullptr);
+    Pick(3) == 0 ? session_.CancelStep() : static_cast<void>(session_.EndStep());
+  }
+
+  DocumentSession& session_;
+  std::mt19937 random_;
+  std::string clipboard_;
+};
+
+// The states after each step are kept; undo, redo and jumps must lead to exactly those bytes.
+TEST_F(DocumentSessionTest, RandomEdits_UndoAndRedo_GiveEveryStateBack) {
+  const unsigned int seed = testing::UnitTest::GetInstance()->random_seed() + 20261;
+  for (unsigned int round = 0; round < 12; ++round) {
+    SCOPED_TRACE("seed " + std::to_string(seed + round));
+    DocumentSession session(MakeDocument(6));
+    std::vector<std::string> states = {Bytes(session)};
+    AddPlaceholder(&session);
+    states.push_back(Bytes(session));
+    RandomEditor editor(&session, seed + round);
+    for (int i = 0; i < 300; ++i) {
+      editor.Edit();
+      History const& steps = session.Steps();
+      ASSERT_LE(steps.Position(), states.size());
+      if (steps.Position() == states.size()) {
+        states.push_back(Bytes(session));
+      } else {
+        ASSERT_EQ(Bytes(session), states.back()) << "an edit without a step changed something";
+      }
+      if (editor.Pick(12) == 0) {
+        session.GoToStep(editor.Pick(states.size()));
+        ASSERT_EQ(Bytes(session), states[session.Steps().Position()]);
+        states.resize(session.Steps().Position() + 1);
+        AddOne(&session);
+        states.push_back(Bytes(session));
+      }
+      for (const ObjectID id : session.Selected().IDs()) ASSERT_TRUE(session.IsEditable(id));
+    }
+    while (session.Undo()) ASSERT_EQ(Bytes(session), states[session.Steps().Position()]);
+    EXPECT_EQ(session.Steps().Position(), 0U);
+    while (session.Redo()) ASSERT_EQ(Bytes(session), states[session.Steps().Position()]);
+    EXPECT_EQ(session.Steps().Position() + 1, states.size());
+  }
+}
+
+TEST_F(DocumentSessionTest, Drag_IsOneStep_AndCanBeCancelled) {
+  DocumentSession session(MakeDocument(3));
+  const ObjectIDs ids = {ID(session, 0), ID(session, 2)};
+  const std::string before = Bytes(session);
+  session.BeginStep("Move");
+  for (int i = 1; i <= 50; ++i) {
+    session.RewindStep();
+    ASSERT_TRUE(session.Move(ids, i * 0.1, i, &error_));
+  }
+  EXPECT_FALSE(session.Undo()) << "in the middle of a drag";
+  EXPECT_TRUE(session.EndStep());
+  EXPECT_EQ(session.Steps().Count(), 1U);
+  EXPECT_EQ(session.UndoTitle(), "Undo Move");
+  const std::string after = Bytes(session);
+  ASSERT_TRUE(session.Undo());
+  EXPECT_EQ(Bytes(session), before);
+  ASSERT_TRUE(session.Redo());
+  EXPECT_EQ(Bytes(session), after);
+
+  session.BeginStep("Move");
+  session.Move(ids, 7, 7, &error_);
+  session.Delete({ids[0]}, &error_);
+  session.CancelStep();
+  EXPECT_EQ(Bytes(session), after);
+  session.BeginStep("Move");
+  session.Move(ids, 7, 7, &error_);
+  session.Move(ids, -7, -7, &error_);
+  EXPECT_FALSE(session.EndStep()) << "nothing has changed";
+  EXPECT_EQ(session.Steps().Count(), 1U);
+}
+
+TEST_F(DocumentSessionTest, CleanMark_FollowsUndoAndRedo_UntilItsStepIsForgotten) {
+  DocumentSession session(MakeDocument(2));
+  const std::string path = testing::TempDir() + "clean.akd";
+  const auto move = [&] { session.Move({ID(session, 0)}, 1, 0, &error_); };
+  EXPECT_FALSE(session.HasUnsavedChanges());
+  move();
+  ASSERT_TRUE(session.SaveAs(path, &error_)) << error_;
+  EXPECT_FALSE(session.HasUnsavedChanges());
+  session.Undo();
+  EXPECT_TRUE(session.HasUnsavedChanges());
+  session.Redo();
+  EXPECT_FALSE(session.HasUnsavedChanges());
+  session.Undo();
+  move();
+  EXPECT_TRUE(session.HasUnsavedChanges());
+  session.Undo();
+  EXPECT_TRUE(session.HasUnsavedChanges()) << "what was saved can't be reached any more";
+
+  ASSERT_TRUE(session.Save(false, &error_));
+  for (std::size_t i = 0; i <= History::kMostSteps; ++i) move();
+  EXPECT_EQ(session.Steps().Count(), History::kMostSteps);
+  while (session.Undo()) EXPECT_TRUE(session.HasUnsavedChanges());
+
+  ASSERT_TRUE(session.Save(false, &error_));
+  std::ofstream(path, std::ios::app) << "x";
+  move();
+  EXPECT_FALSE(session.Save(false, &error_));
+  EXPECT_NE(error_.find("another program"), std::string::npos) << error_;
+  EXPECT_TRUE(session.HasUnsavedChanges());
+  EXPECT_TRUE(session.Save(true, &error_));
+}
+
+// Moved between layers, copied, deleted and brought back, a placeholder's chunk stays what it was.
+TEST_F(DocumentSessionTest, Placeholder_KeepsItsBytes_ThroughEdits) {
+  DocumentSession session(MakeDocument(2));
+  AddPlaceholder(&session);
+  const std::string chunk = session.Copy({placeholder_}).substr(16);
+  const auto count = [&] {
+    const std::string file = Bytes(session);
+    unsigned int found = 0;
+    for (std::size_t at = file.find(chunk); at != std::string::npos; at = file.find(chunk, at + 1)) ++found;
+    return found;
+  };
+  EXPECT_FALSE(session.Move({placeholder_}, 1, 1, &error_));
+  EXPECT_NE(error_.find("no bundle has its class"), std::string::npos) << error_;
+  EXPECT_TRUE(session.Move({placeholder_, ID(session, 0)}, 1, 1, &error_)) << "the others can be moved";
+  session.AddLayer("Over");
+  ASSERT_TRUE(session.MoveToLayer({placeholder_}, session.ActiveLayer(), &error_));
+  EXPECT_EQ(count(), 1U);
+  ASSERT_TRUE(session.Duplicate({placeholder_}, 3, 3, &error_));
+  EXPECT_EQ(count(), 2U);
+  ASSERT_TRUE(session.Delete({placeholder_}, &error_));
+  EXPECT_EQ(count(), 1U);
+  ASSERT_TRUE(session.RemoveLayer(session.ActiveLayer(), &error_));
+  EXPECT_EQ(count(), 0U);
+  session.Undo();
+  session.Undo();
+  EXPECT_EQ(count(), 2U);
+  EXPECT_EQ(session.Doc().PlaceOf(placeholder_).index, 0U);
+}
+
+TEST_F(DocumentSessionTest, Inspector_OfSeveral_KnowsWhatDiffers_AndChangesAllInOneStep) {
+  DocumentSession session(MakeDocument(3));
+  const ObjectIDs ids = {ID(session, 1), ID(session, 0), ID(session, 2)};
+  ASSERT_TRUE(session.SetProperties({ids[0]}, {{"Rounding", "0.5"}}, &error_)) << error_;
+  const std::string before = Bytes(session);
+  Inspector inspector;
+  ASSERT_TRUE(inspector.Open(&session, ids, &error_)) << error_;
+  EXPECT_EQ(inspector.Fill(), 0);
+  EXPECT_EQ(inspector.Wrapper().GetValueAsFloat64(2), 0.5) << "filled from the first";
+  EXPECT_TRUE(inspector.IsMixed(1) && inspector.IsMixed(2));
+  EXPECT_FALSE(inspector.IsMixed(0));
+
+  std::string name;
+  session.BeginStep("");
+  for (const char* text : {"0.1", "0.9", "1"}) ASSERT_TRUE(inspector.Enter(2, text, &name, &error_)) << error_;
+  session.EndStep();
+  EXPECT_EQ(name, "Change Rectangle Curvature");
+  EXPECT_EQ(session.UndoTitle(), "Undo Change Rectangle Curvature");
+  for (const ObjectID id : ids) EXPECT_EQ(TextOf(PropertiesOf(*session.Doc().Find(id)).GetValue("Rounding")), "1");
+  inspector.Fill();
+  EXPECT_FALSE(inspector.IsMixed(1));
+  EXPECT_EQ(inspector.Send(77, 5, &name), 0);
+  EXPECT_EQ(name, "");
+  EXPECT_EQ(session.Steps().Count(), 2U) << "an event that changes nothing is no step";
+  ASSERT_TRUE(session.Undo());
+  EXPECT_EQ(Bytes(session), before);
+}
+
+// The geometry of a rounded square tells where there is ink.
+TEST_F(DocumentSessionTest, ObjectAt_SeesTheOutline_NotTheBox) {
+  const struct {
+    const char* what;
+    std::vector<std::pair<std::string, std::string>> properties;
+    AGPoint point;
+    bool hit;
+  } cases[] = {
+      {"square, corner", {{"Rounding", "0"}}, {1, 1}, true},
+      {"round, corner", {{"Rounding", "1"}}, {6, 6}, false},
+      {"round, on the arc", {{"Rounding", "1"}}, {16, 16}, true},
+      {"turned, corner of the box", {{"Angle", "45"}}, {2, 2}, false},
+      {"turned, tip beyond the box", {{"Angle", "45"}}, {50, -18}, true},
+      {"no fill, inside", {{"Brush.Style", "None"}}, {50, 50}, false},
+      {"no fill, on the stroke", {{"Brush.Style", "None"}}, {50, 0.4}, true},
+      {"a thick stroke, outside", {{"Pen.Size", "20"}}, {50, -8}, true},
+      {"a thin stroke, outside", {{"Pen.Size", "2"}}, {50, -8}, false},
+      {"barely seen", {{"Brush.Color", "(255;255;255;1)"}}, {50, 50}, true},
+      {"a pattern", {{"Brush.Style", "Pattern"}}, {50, 50}, true},
+      {"nothing to see", {{"Brush.Style", "None"}, {"Pen.Brush.Style", "None"}}, {50, 0}, false},
+  };
+  for (auto const& c : cases) {
+    DocumentSession session(MakeDocument(0));
+    const ObjectID id = session.Add(AKClassID("stdRect"), "", {{0, 0, 100, 100}, 0}, &error_);
+    ASSERT_TRUE(session.SetProperties({id}, c.properties, &error_)) << c.what << ": " << error_;
+    EXPECT_EQ(session.ObjectAt(c.point, 0.5), c.hit ? id : kNoObjectID) << c.what;
+  }
+}
+
+class Recorder final : public SessionObserver {
+ public:
+  void OnAreaChanged(AGRect const& area) override { areas.push_back(area); }
+  std::vector<AGRect> areas;
+};
+
+// In a large document a part is drawn as the whole is, an object is found where a plain search finds it, and an edit
+// tells of no more than where it happened.
+TEST_F(DocumentSessionTest, LargeDocument_PartsAreDrawnAndFound_AsTheWhole) {
+  auto document = std::make_unique<Document>(AGSize{2000, 2000});
+  std::mt19937 random(7);
+  const auto number = [&random](int range) { return static_cast<double>(random() % (range * 10)) / 10; };
+  for (int i = 0; i < 100000; ++i) {
+    auto object = Document::NewObject(AKClassID("stdRect"), "", &error_);
+    const double x = number(2000);
+    const double y = number(2000);
+    object->bounds = {x, y, x + 1 + number(8), y + 1 + number(8)};
+    object->angle = number(6);
+    object->brush.SetStyleSolid(AGColor(static_cast<unsigned char>(i), 90, static_cast<unsigned char>(i >> 8)));
+    document->AppendObject(std::move(object));
+  }
+  DocumentSession session(std::move(document));
+  const AGRect area{700, 900, 764, 964};
+  AGBitmap whole(AGSize{64, 64}, AGBitmap::kFlagZeroFill);
+  AGBitmap part(AGSize{64, 64}, AGBitmap::kFlagZeroFill);
+  for (AGBitmap* bitmap : {&whole, &part}) {
+    const AGContext context = bitmap->GetContextOfBitmap();
+    CGContextConcatCTM(context.NativePort(), {1, 0, 0, 1, -area.x0, -area.y0});
+    bitmap == &whole ? static_cast<void>(DrawObjects(session.Doc(), context, 1))
+                     : DrawObjects(session.Doc(), context, 1, area);
+  }
+  EXPECT_EQ(std::memcmp(whole.Pixels(), part.Pixels(), whole.ByteCount()), 0);
+
+  for (int i = 0; i < 40; ++i) {
+    const AGPoint point{number(2000), number(2000)};
+    HitTest test(point, 1);
+    ObjectID expected = kNoObjectID;
+    session.Doc().ForEachObject([&](DocumentObject const& object) {
+      if (std::hypot(object.bounds.x0 - point.x, object.bounds.y0 - point.y) < 40 && test.Hits(object)) {
+        expected = object.id;
+      }
+    });
+    EXPECT_EQ(session.ObjectAt(point, 1), expected) << point.x << " " << point.y;
+  }
+
+  Recorder recorder;
+  session.AddObserver(&recorder);
+  const ObjectID id = ID(session, 50000);
+  const AGRect box = PaintedBox(*session.Doc().Find(id));
+  ASSERT_TRUE(session.Move({id}, 30, 0, &error_));
+  EXPECT_EQ(recorder.areas, (std::vector<AGRect>{box, {box.x0 + 30, box.y0, box.x1 + 30, box.y1}}));
+  session.RemoveObserver(&recorder);
+}
+
+TEST_F(DocumentSessionTest, LockedAndHiddenLayers_KeepTheirObjects) {
+  DocumentSession session(MakeDocument(2));
+  const LayerID layer = session.Doc().FirstLayer().id;
+  session.SelectAll();
+  EXPECT_EQ(session.Selected().Count(), 2U);
+  session.SetLayerLocked(layer, true, &error_);
+  EXPECT_TRUE(session.Selected().IsEmpty());
+  const ObjectIDs ids = {ID(session, 0)};
+  session.Select(ids);
+  EXPECT_TRUE(session.Selected().IsEmpty());
+  EXPECT_EQ(session.ObjectAt({5, 5}, 1), kNoObjectID);
+  EXPECT_TRUE(session.ObjectsIn({-5, -5, 100, 100}, Band::kWithin).empty());
+  EXPECT_FALSE(session.Move(ids, 1, 1, &error_));
+  EXPECT_FALSE(session.Delete(ids, &error_));
+  EXPECT_EQ(session.Add(AKClassID("stdRect"), "", {}, &error_), kNoObjectID);
+  EXPECT_NE(error_.find("locked"), std::string::npos) << error_;
+}
+
+}  // namespace
+}  // namespace host

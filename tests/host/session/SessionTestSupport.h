@@ -1,0 +1,65 @@
+// Documents and sessions for tests.
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <fstream>
+#include <iterator>
+
+#include "host/bundles/Bundle.h"
+#include "host/session/DocumentSession.h"
+#include "host/storage/DocumentFile.h"
+#include "tests/kit/streams/FileTestSupport.h"
+
+namespace host {
+
+class SessionFixture : public testing::Test {
+ protected:
+  void SetUp() override {
+    bundle_ = Bundle::Load(AK_BUNDLE, &error_);
+    ASSERT_NE(bundle_, nullptr) << error_;
+  }
+
+  /// Squares of side 10 in a row, at x = 0, 20, 40 ..., y from 0 to 10, with black pens of width 1.
+  std::unique_ptr<Document> MakeDocument(int count) {
+    auto document = std::make_unique<Document>(AGSize{200, 100});
+    for (int i = 0; i < count; ++i) {
+      auto object = Document::NewObject(AKClassID("stdRect"), "", &error_);
+      object->bounds = {20.0 * i, 0, 20.0 * i + 10, 10};
+      document->AppendObject(std::move(object));
+    }
+    return document;
+  }
+
+  static void AddOne(DocumentSession* session) {
+    std::string error;
+    const LayerID layer = session->AddLayer("One more");
+    session->SetLayerVisible(layer, true, &error);
+  }
+
+  /// An object of a class that nobody has, whose bytes no class would write.
+  void AddPlaceholder(DocumentSession* session) {
+    const std::string copy = session->Copy({ID(*session, 0)});
+    std::string other = copy;
+    other.replace(other.find("stdRect"), 7, "strange");
+    other[other.size() - 3] = 0x5A;
+    ASSERT_TRUE(session->Paste(other, 0, 0, &error_)) << error_;
+    placeholder_ = session->Selected().IDs()[0];
+    ASSERT_TRUE(session->Doc().Find(placeholder_)->IsPlaceholder());
+  }
+
+  static ObjectID ID(DocumentSession const& session, std::size_t number) { return session.Doc().ObjectAt(number).id; }
+
+  /// The document as a file.
+  static std::string Bytes(DocumentSession const& session) {
+    AKFile stream(AKFile::kModeMemory);
+    EXPECT_EQ(stream.CreateForReadWrite() | WriteDocument(session.Doc(), stream), 0);
+    return file_test::StreamContent(stream);
+  }
+
+  std::string error_;
+  std::unique_ptr<Bundle> bundle_;
+  ObjectID placeholder_ = kNoObjectID;
+};
+
+}  // namespace host

@@ -1,0 +1,165 @@
+// Documents on disk: they come back, damage is found, unknown classes survive, old files survive failures.
+#include <gtest/gtest.h>
+#include <sys/resource.h>
+#include <unistd.h>
+
+#include <csignal>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <random>
+
+#include "host/bundles/Bundle.h"
+#include "host/listings/DocumentListing.h"
+#include "host/storage/DocumentFile.h"
+
+namespace host {
+namespace {
+
+using Bytes = std::string;
+
+class DocumentFileTest : public testing::Test {
+ protected:
+  void SetUp() override {
+    char pattern[] = "/tmp/documentXXXXXX";
+    folder_ = mkdtemp(pattern);
+    bundle_ = Bundle::Load(AK_BUNDLE, &error_);
+    ASSERT_NE(bundle_, nullptr) << error_;
+  }
+  void TearDown() override { std::filesystem::remove_all(folder_); }
+
+  std::string Path(const char* name) const { return folder_ + "/" + name; }
+
+  static Bytes Read(std::string const& path) {
+    std::ifstream stream(path, std::ios::binary);
+    return {std::istreambuf_iterator<char>(stream), std::istreambuf_iterator<char>()};
+  }
+  static void Write(std::string const& path, Bytes const& bytes) {
+    std::ofstream(path, std::ios::binary).write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
+  }
+
+  std::unique_ptr<Document> MakeDocument() {
+    auto document = std::make_unique<Document>(AGSize{300, 200});
+    for (int i = 0; i < 3; ++i) {
+      auto object = Document::NewObject(AKClassID("stdRect"), i == 1 ? "" : "-default", &error_);
+      if (!object) return nullptr;
+      object->bounds = {10.0 * i, 1, 50.0 + i, 99.25};
+      object->angle = 0.1 * i;
+      object->pen.SetSize(1.5 + i);
+      if (i == 2) document->InsertLayer({"Über", false, true}, 1);
+      document->AppendObject(std::move(object));
+    }
+    return document;
+  }
+
+  std::string folder_;
+  std::string error_;
+  std::unique_ptr<Bundle> bundle_;
+};
+
+// Laid out by hand from the format's description.
+TEST_F(DocumentFileTest, Bytes_OneObject_AreAsDescribed) {
+  Document document({2, 1});
+  document.SetPage({2, 1}, {1, 2, 3, 4});
+  document.SetLayerSettings(document.FirstLayer().id, {"Zeile", true, true});
+  auto object = Document::NewObject(AKClassID("stdRect"), "-default", &error_);
+  ASSERT_NE(object, nullptr) << error_;
+  object->bounds = {0, 0, 1, 2};
+  object->brush.SetStyleNone();
+  document.AppendObject(std::move(object));
+  ASSERT_TRUE(WriteDocument(document, Path("a"), &error_)) << error_;
+  const Bytes bytes = Read(Path("a"));
+  const std::size_t objectSize = 8 + 8 + 32 + 8 + 40 + 80 + 8 + 16;
+  ASSERT_EQ(bytes.size(), 36 + 16 + 16 + objectSize);
+  const auto at = [&bytes](std::size_t offset, std::size_t size) { return bytes.substr(offset, size); };
+  EXPECT_EQ(at(0, 8), Bytes("HDoc\x04\x01\0\0", 8));
+  EXPECT_EQ(at(8, 20), Bytes("\2\0\0\0\0\0\0\0\0\0\0\x40\0\0\0\0\0\0\xf0\x3f", 20));
+  EXPECT_EQ(at(28, 8), Bytes("\1\2\3\4\1\0\0\0", 8));
+  EXPECT_EQ(at(36, 16), Bytes("HLay\xe0\0\0\0\3\0\0\0\1\0\0\0", 16));
+  EXPECT_EQ(at(52, 16), Bytes("strg\x08\0\0\0Zeile\0\0\0", 16));
+  EXPECT_EQ(at(68, 16), Bytes("HObj\xc0\0\0\0stdRect\0", 16));
+  EXPECT_EQ(at(244, 24), Bytes("HRec\x10\0\0\0\0\0\0\x3f\0\0\0\0\0\0\0\0\0\0\0\0", 24));
+
+  // The same in the first version, without the layer.
+  const Bytes flat = Bytes("HDoc\xe4\0\0\0\1\0\0\0", 12) + at(12, 24) + at(68, objectSize);
+  Write(Path("flat"), flat);
+  const auto old = ReadDocument(Path("flat"), &error_);
+  ASSERT_NE(old, nullptr) << error_;
+  EXPECT_EQ(FullListing(*old), FullListing(document));
+  EXPECT_TRUE(old->FirstLayer().IsEditable());
+}
+
+TEST_F(DocumentFileTest, RoundTrip_KeepsEveryProperty_AndIsStable) {
+  const auto document = MakeDocument();
+  ASSERT_TRUE(WriteDocument(*document, Path("a"), &error_)) << error_;
+  const auto reopened = ReadDocument(Path("a"), &error_);
+  ASSERT_NE(reopened, nullptr) << error_;
+  EXPECT_EQ(FullListing(*document), FullListing(*reopened));
+  ASSERT_TRUE(WriteDocument(*reopened, Path("b"), &error_));
+  EXPECT_EQ(Read(Path("a")), Read(Path("b")));
+}
+
+TEST_F(DocumentFileTest, Truncated_AtEveryByte_IsRefused) {
+  ASSERT_TRUE(WriteDocument(*MakeDocument(), Path("a"), &error_));
+  const Bytes whole = Read(Path("a"));
+  for (std::size_t size = 0; size < whole.size(); ++size) {
+    Write(Path("cut"), whole.substr(0, size));
+    error_.clear();
+    ASSERT_EQ(ReadDocument(Path("cut"), &error_), nullptr) << size;
+    ASSERT_FALSE(error_.empty());
+    ASSERT_EQ(error_.find('\n'), std::string::npos) << error_;
+  }
+  Write(Path("long"), whole + "x");
+  EXPECT_EQ(ReadDocument(Path("long"), &error_), nullptr);
+}
+
+TEST_F(DocumentFileTest, FlippedBits_ReadOrAreRefused_NeverWorse) {
+  ASSERT_TRUE(WriteDocument(*MakeDocument(), Path("a"), &error_));
+  const Bytes whole = Read(Path("a"));
+  unsigned int refused = 0;
+  for (std::size_t bit = 0; bit < whole.size() * 8; bit += 3) {
+    Bytes damaged = whole;
+    damaged[bit / 8] = static_cast<char>(damaged[bit / 8] ^ (1 << (bit % 8)));
+    Write(Path("bad"), damaged);
+    if (ReadDocument(Path("bad"), &error_) == nullptr) ++refused;
+  }
+  EXPECT_GT(refused, 0U);
+}
+
+TEST_F(DocumentFileTest, UnknownClass_KeepsPlaceAndBytes) {
+  ASSERT_TRUE(WriteDocument(*MakeDocument(), Path("a"), &error_));
+  Bytes bytes = Read(Path("a"));
+  // The second object becomes one of a class that nobody has, with reserved bytes that are not zero.
+  const std::size_t second = bytes.find("stdRect", bytes.find("stdRect") + 1);
+  bytes.replace(second, 7, "unknown");
+  bytes[second + 48 + 6] = 0x5A;
+  bytes[second + 48 + 33] = 0x5B;
+  Write(Path("b"), bytes);
+  const auto document = ReadDocument(Path("b"), &error_);
+  ASSERT_NE(document, nullptr) << error_;
+  EXPECT_TRUE(document->ObjectAt(1).IsPlaceholder());
+  EXPECT_FALSE(document->ObjectAt(2).IsPlaceholder());
+  ASSERT_TRUE(WriteDocument(*document, Path("c"), &error_)) << error_;
+  EXPECT_EQ(Read(Path("c")), bytes);
+}
+
+TEST_F(DocumentFileTest, FailedSave_LeavesTheOldFileAndNoOther) {
+  const auto document = MakeDocument();
+  ASSERT_TRUE(WriteDocument(*document, Path("a"), &error_));
+  const Bytes before = Read(Path("a"));
+  std::signal(SIGXFSZ, SIG_IGN);
+  rlimit old{};
+  getrlimit(RLIMIT_FSIZE, &old);
+  const rlimit tight{100, old.rlim_max};
+  setrlimit(RLIMIT_FSIZE, &tight);
+  const bool written = WriteDocument(*document, Path("a"), &error_);
+  setrlimit(RLIMIT_FSIZE, &old);
+  EXPECT_FALSE(written);
+  EXPECT_NE(error_.find("File too large"), std::string::npos) << error_;
+  EXPECT_EQ(Read(Path("a")), before);
+  EXPECT_EQ(std::distance(std::filesystem::directory_iterator(folder_), {}), 1);
+}
+
+}  // namespace
+}  // namespace host

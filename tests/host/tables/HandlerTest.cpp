@@ -1,0 +1,186 @@
+// What plug-ins do to a document, through the service tables and from within their own methods.
+#include <gtest/gtest.h>
+
+#include <cstdarg>
+
+#include "graphics/context/AKDrawEvent.h"
+#include "graphics/images/AGBitmap.h"
+#include "host/Host.h"
+#include "host/model/ObjectProperties.h"
+#include "host/panels/Inspector.h"
+#include "host/pictures/DocumentDrawing.h"
+#include "host/tables/SlotCall.h"
+#include "kit/objects/AKHandler.h"
+#include "kit/values/AKValueHelpers.h"
+#include "tests/host/session/SessionTestSupport.h"
+
+namespace host {
+namespace {
+
+AKObject* NewInstance(const char* format, ...) {
+  va_list list;
+  va_start(list, format);
+  AKObject* object = AKClass::NewObjectWithArgs(nullptr, AKClassID("stdRect"), format, list);
+  va_end(list);
+  return object;
+}
+
+AKObjectArray ArrayOf(std::initializer_list<AKObject*> objects) { return AKObjectArray(objects); }
+
+class HandlerTest : public SessionFixture {
+ protected:
+  void SetUp() override {
+    SessionFixture::SetUp();
+    Host::Instance().collectedLog = &log_;
+    session_ = std::make_unique<DocumentSession>(MakeDocument(3));
+    session_->MakeCurrent();
+  }
+  void TearDown() override {
+    session_.reset();
+    Host::Instance().collectedLog = nullptr;
+  }
+
+  AKObject* InstanceAt(std::size_t number) { return session_->Doc().ObjectAt(number).instance.get(); }
+  void SetCurvature(AKObject* object, double curvature) {
+    AKDictionary properties;
+    properties.SetValue("Rounding", AKValueSetasFloat64(curvature));
+    CallSlot<int, AKDictionary const&>(*object->Class(), kAKMethodSetObjectProperties, object, properties);
+  }
+
+  std::vector<std::string> log_;
+  std::unique_ptr<DocumentSession> session_;
+};
+
+TEST_F(HandlerTest, Calls_AreNamedSteps_ThatCanBeUndone) {
+  AKHandler handler(nullptr);
+  ASSERT_TRUE(handler.IsActive());
+  const std::string before = Bytes(*session_);
+  handler.SetActionName("Scatter");
+  EXPECT_TRUE(handler.ActionName() == "Scatter");
+
+  ASSERT_EQ(handler.AddObjects(ArrayOf({NewInstance("-default"), NewInstance("")}), InstanceAt(0), 0), 0);
+  EXPECT_EQ(session_->Doc().ObjectCount(), 5U);
+  EXPECT_EQ(session_->UndoTitle(), "Undo Scatter");
+  EXPECT_EQ(TextOf(PropertiesOf(session_->Doc().ObjectAt(1)).GetValue("Rounding")), "0.5") << "in front of its parent";
+  ASSERT_EQ(handler.AddObject(NewInstance("-default"), handler.GetMasterLayer(), 1), 0);
+  EXPECT_EQ(TextOf(PropertiesOf(session_->Doc().ObjectAt(0)).GetValue("Rounding")), "0.5") << "behind all others";
+
+  SetCurvature(InstanceAt(5), 0.25);
+  const std::string unrevised = Bytes(*session_);
+  ASSERT_EQ(handler.ReviseObject(InstanceAt(5)), 0);
+  ASSERT_EQ(handler.DeleteObjects(ArrayOf({InstanceAt(0), InstanceAt(2)})), 0);
+  EXPECT_EQ(session_->Steps().Count(), 4U);
+  ASSERT_TRUE(session_->Undo());
+  EXPECT_EQ(Bytes(*session_), unrevised);
+  ASSERT_TRUE(session_->Undo());
+  EXPECT_NE(Bytes(*session_), unrevised) << "the revision was a step of its own";
+  EXPECT_TRUE(session_->GoToStep(0));
+  EXPECT_EQ(Bytes(*session_), before);
+}
+
+TEST_F(HandlerTest, BadCalls_AreRefusedWhole_AndLogged) {
+  AKHandler handler(nullptr);
+  const std::string before = Bytes(*session_);
+  AKObject* fresh = NewInstance("");
+  const AKObjectArray bad[] = {ArrayOf({fresh, nullptr}), ArrayOf({fresh, fresh}), ArrayOf({InstanceAt(0)}),
+                               ArrayOf({handler.GetMasterLayer()})};
+  for (AKObjectArray const& objects : bad) EXPECT_LT(handler.AddObjects(objects, nullptr, 0), 0);
+  EXPECT_LT(handler.AddObject(fresh, fresh, 0), 0) << "its parent is in no document";
+  EXPECT_LT(handler.DeleteObjects(ArrayOf({InstanceAt(1), fresh})), 0);
+  EXPECT_LT(handler.ReviseObject(fresh), 0);
+  EXPECT_EQ(Bytes(*session_), before);
+  EXPECT_EQ(log_.size(), 7U);
+  session_.reset();
+  EXPECT_FALSE(handler.IsActive());
+  EXPECT_EQ(handler.GetMasterLayer(), nullptr);
+  EXPECT_LT(handler.AddObject(fresh, nullptr, 0), 0);
+  AKClass::DeleteObject(fresh);
+}
+
+// Methods put in the place of the rectangle's own: the object asks for its own end while they run.
+struct Suicidal {
+  static inline int status = 1;
+
+  static int Run(void* instance) {
+    auto* self = static_cast<AKObject*>(instance);
+    AKHandler handler(nullptr);
+    status = handler.DeleteObject(self);
+    return self->ClassID() == AKClassID("stdRect") ? 0 : -1;  // the instance is still there
+  }
+  static int Draw(void* self, AGContext const&, AKDrawEvent const&) { return Run(self); }
+  static int Inspect(void* self, AKGUIDesc&, AKGUIEvent& event) {
+    event.actionName = AKString(std::string(1 << 20, 'x'));
+    return Run(self);
+  }
+};
+
+// Adds a control whenever it is asked for anything, moves and sets others, and sends itself a further event.
+struct Restless {
+  static inline unsigned int depth = 0;
+  static inline unsigned int added = 0;
+
+  static int Inspect(void* self, AKGUIDesc& panel, AKGUIEvent& event) {
+    panel.NewController("-id:%u -type:EditNum -value:1", 100 + added++);
+    panel.SetBounds(2, 0, 0, static_cast<int>(added), 20);
+    panel.SetValueAsFloat64(2, 0.25);
+    panel.SetValueAsFloat64(99 + added, added);
+    if (++depth < 3) {
+      auto* object = static_cast<AKObject*>(self);
+      AKGUIEvent further(event);
+      CallSlot<int, AKGUIDesc&, AKGUIEvent&>(*object->Class(), kAKMethodInspector, object, panel, further);
+    }
+    --depth;
+    return 0;
+  }
+};
+
+template <typename Function>
+void Replace(unsigned int slot, Function function, AKMethodSlot* old) {
+  AKClass* cls = Host::Instance().Classes().Find(AKClassID("stdRect"));
+  *old = cls->methods[slot];
+  cls->methods[slot] = {reinterpret_cast<std::uintptr_t>(function), 0};
+}
+
+TEST_F(HandlerTest, PanelEditedFromWithin_WhileFilled_ShowsWhatWasAdded) {
+  AKMethodSlot old;
+  Inspector inspector;
+  ASSERT_TRUE(inspector.Open(session_.get(), {ID(*session_, 0), ID(*session_, 1)}, &error_)) << error_;
+  const unsigned int count = inspector.Panel().GetControllerCount();
+  Replace(kAKMethodInspector, &Restless::Inspect, &old);
+  EXPECT_EQ(inspector.Fill(), 0);
+  EXPECT_EQ(inspector.Change(2, 0.75, nullptr), 0);
+  Host::Instance().Classes().Find(AKClassID("stdRect"))->methods[kAKMethodInspector] = old;
+  EXPECT_EQ(Restless::added, 15U) << "five events, each with two further ones";
+  EXPECT_EQ(inspector.Panel().GetControllerCount(), count + 15);
+  EXPECT_EQ(inspector.Wrapper().GetValueAsFloat64(114), 15);
+  EXPECT_EQ(session_->Steps().Count(), 0U) << "the objects are what they were";
+}
+
+TEST_F(HandlerTest, DeletionFromWithin_WhileDrawing_IsRefused) {
+  AKMethodSlot old;
+  Replace(kAKMethodDraw, &Suicidal::Draw, &old);
+  AGBitmap bitmap(AGSize{20, 20}, 0);
+  DrawObjects(session_->Doc(), bitmap.GetContextOfBitmap(), 1);
+  EXPECT_LT(Suicidal::status, 0);
+  EXPECT_EQ(session_->Doc().ObjectCount(), 3U);
+  Host::Instance().Classes().Find(AKClassID("stdRect"))->methods[kAKMethodDraw] = old;
+}
+
+TEST_F(HandlerTest, DeletionFromWithin_WhileInspected_IsDoneAfterwards_AndUndone) {
+  AKMethodSlot old;
+  const std::string before = Bytes(*session_);
+  Inspector inspector;
+  ASSERT_TRUE(inspector.Open(session_.get(), {ID(*session_, 0), ID(*session_, 1)}, &error_)) << error_;
+  Replace(kAKMethodInspector, &Suicidal::Inspect, &old);
+  EXPECT_EQ(inspector.Change(2, 0.5, nullptr), 0);
+  EXPECT_EQ(Suicidal::status, 0);
+  Host::Instance().Classes().Find(AKClassID("stdRect"))->methods[kAKMethodInspector] = old;
+  EXPECT_EQ(session_->Doc().ObjectCount(), 1U);
+  EXPECT_EQ(session_->Steps().Count(), 1U);
+  EXPECT_LT(session_->UndoTitle().size(), 300U) << "a name for a menu";
+  ASSERT_TRUE(session_->Undo());
+  EXPECT_EQ(Bytes(*session_), before);
+}
+
+}  // namespace
+}  // namespace host
