@@ -6,7 +6,7 @@
 #include <cstdlib>
 
 #include "bench/Ratio.h"
-#include "graphics/images/AGBitmap.h"
+#include "graphics/bitmaps/AGBitmap.h"
 #include "host/bundles/Bundle.h"
 #include "host/pictures/DocumentDrawing.h"
 #include "host/session/DocumentSession.h"

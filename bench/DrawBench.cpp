@@ -4,7 +4,7 @@
 
 #include "bench/Ratio.h"
 #include "bench/RectangleScene.h"
-#include "graphics/images/AGBitmap.h"
+#include "graphics/bitmaps/AGBitmap.h"
 #include "graphics/native/AGGraphicsLowPaint.h"
 #include "kit/geometry/AGConstants.h"
 

@@ -18,7 +18,7 @@
 // clang-format on
 
 #include "bench/Ratio.h"
-#include "graphics/images/AGBitmap.h"
+#include "graphics/bitmaps/AGBitmap.h"
 #include "graphics/images/AGImage.h"
 #include "kit/files/AKFilePath.h"
 

@@ -7,8 +7,8 @@
 
 #include "bench/Ratio.h"
 #include "bench/RectangleScene.h"
+#include "graphics/bitmaps/AGBitmap.h"
 #include "graphics/context/AKDrawEvent.h"
-#include "graphics/images/AGBitmap.h"
 #include "host/bundles/Bundle.h"
 #include "host/model/Document.h"
 #include "host/tables/SlotCall.h"

@@ -9,7 +9,7 @@
 #include <string>
 
 #include "bench/Ratio.h"
-#include "graphics/images/AGBitmap.h"
+#include "graphics/bitmaps/AGBitmap.h"
 #include "host/Fonts.h"
 
 namespace {

@@ -4,7 +4,7 @@
 #include <cstdint>
 #include <cstdlib>
 
-#include "graphics/images/AGBitmap.h"
+#include "graphics/bitmaps/AGBitmap.h"
 #include "graphics/text/AGFont.h"
 
 namespace {

@@ -5,9 +5,9 @@
 #include <cstddef>
 #include <type_traits>
 
+#include "graphics/bitmaps/AGBitmap.h"
 #include "graphics/context/AGContext.h"
 #include "graphics/context/AKDrawEvent.h"
-#include "graphics/images/AGBitmap.h"
 #include "graphics/images/AGImage.h"
 #include "graphics/paint/AGBrushAndPen.h"
 #include "graphics/paths/AGPath.h"

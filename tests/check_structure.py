@@ -1,11 +1,14 @@
 #!/usr/bin/env python3
-"""Checks the tree: includes run downwards only, native libraries stay behind the native layer, headers stand alone.
+"""Checks the tree: includes run downwards only, between layers and between the rooms of a layer, native libraries stay
+behind the native layer, headers stand alone.
 
 usage: check_structure.py ROOT [COMPILER]
 
 Without a compiler only the includes are checked. Prints each finding and exits with 1 when there is one.
 """
+import collections
 import concurrent.futures
+import graphlib
 import os
 import pathlib
 import re
@@ -16,14 +19,25 @@ import sys
 LAYERS = {
     "platform/include": set(),
     "platform": {"platform/include"},
-    "graphics/values": set(),
-    "kit": {"graphics/values"},
-    "graphics": {"kit", "graphics/values", "platform/include"},
-    "plugin": {"graphics", "kit", "graphics/values"},
-    "host": {"graphics", "kit", "graphics/values", "platform/include"},
+    "kit": set(),
+    "graphics": {"kit", "platform/include"},
+    "plugin": {"graphics", "kit"},
+    "host": {"graphics", "kit", "platform/include"},
 }
+# The rooms of a layer, lowest first: a file includes nothing of a room above its own. What lies beside the rooms gathers
+# them or stands for the whole layer, and is included by none of them.
+ROOMS = {
+    "platform": ("foundation", "graphics", "codecs", "text"),
+    "kit": ("log", "containers", "geometry", "text", "files", "streams", "values", "system", "host", "panels", "objects"),
+    "graphics": ("geometry", "paint", "text", "paths", "images", "context", "bitmaps"),
+}
+# The bridge to the native drawing API, called by the sources of every room of its layer and showing them their own
+# types: the one circle between rooms. Its headers are seen by no other header.
+BRIDGE = "graphics/native/"
+# So that a thing is found in its room at a glance.
+MAX_FILES_IN_A_ROOM = 32
 # Within the kit only the bridge to the native layer may see it.
-PLATFORM_BRIDGE = re.compile(r"kit/AKMacOS\w*\.(h|cpp)$")
+PLATFORM_BRIDGE = re.compile(r"kit/system/AKMacOS\w*\.(h|cpp)$")
 NATIVE_LIBRARY = re.compile(r"^(cairo|pango|png|jpeglib|jerror|tiff|fontconfig|fribidi|glib(?!mm)|hb)")
 TOOLKIT = re.compile(r"^(gtk|gdk|glibmm|gio|sigc)")
 INCLUDE = re.compile(r'^\s*#\s*include\s+(["<])([^">]+)[">]', re.MULTILINE)
@@ -41,9 +55,27 @@ def target_of(root, name):
     return None
 
 
+def room_of(path, layer):
+    folders = path[len(layer) + 1:].split("/")
+    return folders[0] if len(folders) > 1 else ""
+
+
+def room_may_include(source, layer, target):
+    """Whether the order of the layer's rooms lets `source` include `target` of the same layer."""
+    rooms = ROOMS.get(layer)
+    if rooms is None or source.startswith(BRIDGE):
+        return True
+    if target.startswith(BRIDGE):
+        return source.endswith(".cpp")
+    own, other = room_of(source, layer), room_of(target, layer)
+    return own in ("", other) or other in rooms[:rooms.index(own)]
+
+
 def may_include(source, layer, target):
     other = layer_of(target)
-    if other == layer or other in LAYERS[layer]:
+    if other == layer:
+        return room_may_include(source, layer, target)
+    if other in LAYERS[layer]:
         return True
     return other == "platform/include" and PLATFORM_BRIDGE.search(source) is not None
 
@@ -60,7 +92,30 @@ def include_findings(root, source):
             if bracket == '"':
                 yield f"{source}: includes \"{name}\", which does not exist"
         elif not may_include(source, layer, target):
-            yield f"{source}: includes \"{name}\" of {layer_of(target)}, which is not below {layer}"
+            yield f"{source}: includes \"{name}\", which is not below it"
+
+
+def room_findings(sources):
+    """Rooms that nobody keeps an order of, and rooms too full to find a thing in."""
+    counts = collections.Counter(os.path.dirname(source) for source in sources)
+    for folder, count in sorted(counts.items()):
+        layer = layer_of(folder + "/")
+        room = room_of(folder + "/", layer)
+        if layer in ROOMS and room and room not in ROOMS[layer] and not f"{folder}/".startswith(BRIDGE):
+            yield f"{folder}: a room without a place in the order of {layer}'s rooms"
+        if count > MAX_FILES_IN_A_ROOM:
+            yield f"{folder}: {count} files; more than {MAX_FILES_IN_A_ROOM} hide what is there"
+
+
+def include_circles(root, sources):
+    """Pairs and longer rings of headers that include each other; every header stands above what it includes."""
+    includes = {source: [target for _, name in INCLUDE.findall((root / source).read_text())
+                         if (target := target_of(root, name)) is not None]
+                for source in sources if source.endswith(".h")}
+    try:
+        graphlib.TopologicalSorter(includes).prepare()
+    except graphlib.CycleError as error:
+        yield "headers include each other: " + " -> ".join(error.args[1])
 
 
 def compile_finding(root, compiler, header):
@@ -82,6 +137,7 @@ def main():
         print(f"only {len(sources)} sources found below {root}")
         return 1
     findings = [finding for source in sources for finding in include_findings(root, source)]
+    findings += [*room_findings(sources), *include_circles(root, sources)]
     if len(sys.argv) > 2:
         headers = [source for source in sources if source.endswith(".h")]
         with concurrent.futures.ThreadPoolExecutor(max_workers=os.cpu_count()) as pool:

@@ -121,7 +121,7 @@ int Star::akmDraw(AGContext const& context, AKDrawEvent const& event) const {
   const AGPoint center = event.bounds.Center();
   const double rx = (event.bounds.x1 - event.bounds.x0) / 2;
   const double ry = (event.bounds.y1 - event.bounds.y0) / 2;
-  ATNumberArray<AGPoint, double, 0> corners;
+  AGPointArray corners;
   for (unsigned int i = 0; i < 2 * points_; ++i) {
     const double angle = std::numbers::pi * (0.5 + i / static_cast<double>(points_));  // the first point is on top
     const double part = i % 2 == 0 ? 1 : innerRadius_;

@@ -18,8 +18,8 @@
 #include "graphics/paths/AGPath.h"
 #include "graphics/text/AGFont.h"
 #include "graphics/text/AGTextAlignment.h"
-#include "kit/containers/ATNumberArray.h"
 #include "kit/geometry/AGAffineTransform.h"
+#include "kit/geometry/AGArrays.h"
 #include "kit/geometry/AGColor.h"
 #include "kit/geometry/AGPoint.h"
 #include "kit/geometry/AGRect.h"
@@ -69,10 +69,10 @@ class AGContext {
   void DrawRoundedRect(AGRect const& rect, double curvature) const;
   void DrawEllipseInRect(AGRect const& rect) const;
   void DrawSegment(AGPoint const& from, AGPoint const& to) const;
-  void DrawLines(ATNumberArray<AGPoint, double, 0> const& points, bool close) const;
-  void DrawLines(ATNumberArray<AGPoint, double, 0> const& points, AGAffineTransform const& transform, bool close) const;
-  void DrawRects(ATNumberArray<AGRect, double, 0> const& rects) const;
-  void DrawRects(ATNumberArray<AGRect, double, 0> const& rects, AGAffineTransform const& transform) const;
+  void DrawLines(AGPointArray const& points, bool close) const;
+  void DrawLines(AGPointArray const& points, AGAffineTransform const& transform, bool close) const;
+  void DrawRects(AGRectArray const& rects) const;
+  void DrawRects(AGRectArray const& rects, AGAffineTransform const& transform) const;
   /// `transform` is applied before the context's own.
   void DrawPath(AGPath const& path) const;
   void DrawPath(AGPath const& path, AGAffineTransform const& transform) const;
@@ -99,7 +99,7 @@ class AGContext {
   void DrawText(AKString const& text, AGFont const& font, AGRect const& rect, int hAlign, int vAlign) const;
   void DrawUText(AKUniChars const& text, AGFont const& font, AGRect const& rect, int hAlign, int vAlign) const;
   /// Draws each string as a single line at the point of the same index.
-  void DrawStrings(AKStringArray const& strings, AGFont const& font, ATNumberArray<AGPoint, double, 0> const& points,
+  void DrawStrings(AKStringArray const& strings, AGFont const& font, AGPointArray const& points,
                    AGAffineTransform const& transform, AGTextAlignment alignment) const;
 
   /// True when alpha is visible and the brush or the pen appears (the brush is asked first).

@@ -50,22 +50,19 @@ void AGContext::DrawSegment(AGPoint const& from, AGPoint const& to) const {
   Draw(*this, path, kAGAffineTransformIdentity, kAGDrawModeStrokeOnly);
 }
 
-void AGContext::DrawLines(ATNumberArray<AGPoint, double, 0> const& points, bool close) const {
+void AGContext::DrawLines(AGPointArray const& points, bool close) const {
   DrawLines(points, kAGAffineTransformIdentity, close);
 }
 
-void AGContext::DrawLines(ATNumberArray<AGPoint, double, 0> const& points, AGAffineTransform const& t,
-                          bool close) const {
+void AGContext::DrawLines(AGPointArray const& points, AGAffineTransform const& t, bool close) const {
   AGPath path;
   path.AddLines(points, close);
   Draw(*this, path, t, kAGDrawModeFillAndStroke);
 }
 
-void AGContext::DrawRects(ATNumberArray<AGRect, double, 0> const& rects) const {
-  DrawRects(rects, kAGAffineTransformIdentity);
-}
+void AGContext::DrawRects(AGRectArray const& rects) const { DrawRects(rects, kAGAffineTransformIdentity); }
 
-void AGContext::DrawRects(ATNumberArray<AGRect, double, 0> const& rects, AGAffineTransform const& t) const {
+void AGContext::DrawRects(AGRectArray const& rects, AGAffineTransform const& t) const {
   AGPath path;
   path.AddRects(rects, false);
   Draw(*this, path, t, kAGDrawModeFillAndStroke);

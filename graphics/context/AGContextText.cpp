@@ -30,8 +30,7 @@ void AGContext::DrawUText(AKUniChars const& text, AGFont const& font, AGRect con
   DrawUText(text, font, font.GetTextPosInBounds(rect, hAlign, vAlign), kAGAffineTransformIdentity, AlignmentOf(hAlign));
 }
 
-void AGContext::DrawStrings(AKStringArray const& strings, AGFont const& font,
-                            ATNumberArray<AGPoint, double, 0> const& points, AGAffineTransform const& t,
-                            AGTextAlignment alignment) const {
+void AGContext::DrawStrings(AKStringArray const& strings, AGFont const& font, AGPointArray const& points,
+                            AGAffineTransform const& t, AGTextAlignment alignment) const {
   AGGraphicsLow::AGContextDrawStrings(*this, font, strings, points, t, alignment);
 }

@@ -1,7 +1,6 @@
 #include "graphics/images/AGImage.h"
 
 #include "CoreGraphics/CGImage.h"
-#include "graphics/images/AGBitmapBase.h"
 #include "graphics/images/AGSharedImages.h"
 #include "graphics/native/AGGraphicsLowImageFile.h"
 #include "kit/files/AKFilePath.h"
@@ -30,11 +29,6 @@ void AGImage::Assign(AGImage const& other) {
     default:
       Clear();
   }
-}
-
-bool AGImage::SetupFromBitmap(AGBitmapBase const& bitmap) {
-  Clear();
-  return Own(CountedImage(CGBitmapContextCreateImage(bitmap.NativeContext())));
 }
 
 bool AGImage::SetupFromFile(AKFilePath const& path) {

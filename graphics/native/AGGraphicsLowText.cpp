@@ -145,8 +145,7 @@ bool AGContextDrawUText(AGContext const& context, AGFont const& font, AKString c
 }
 
 bool AGContextDrawStrings(AGContext const& context, AGFont const& font, AKStringArray const& strings,
-                          ATNumberArray<AGPoint, double, 0> const& points, AGAffineTransform const& transform,
-                          AGTextAlignment alignment) {
+                          AGPointArray const& points, AGAffineTransform const& transform, AGTextAlignment alignment) {
   const TextPaint paint(context);
   const unsigned int count = std::min(strings.Count(), points.Count());
   if (count == 0 || !CanDraw(context, font, paint)) return false;

@@ -9,6 +9,7 @@
 #include "graphics/context/AGContext.h"
 #include "graphics/text/AGFont.h"
 #include "graphics/text/AGTextAlignment.h"
+#include "kit/geometry/AGArrays.h"
 #include "kit/text/AKStringArray.h"
 
 namespace AGGraphicsLow {
@@ -22,8 +23,7 @@ bool AGContextDrawUText(AGContext const& context, AGFont const& font, AKString c
 /// Draws each string as a single line at the point of the same index; what has no counterpart is left out. Returns
 /// whether it drew any.
 bool AGContextDrawStrings(AGContext const& context, AGFont const& font, AKStringArray const& strings,
-                          ATNumberArray<AGPoint, double, 0> const& points, AGAffineTransform const& transform,
-                          AGTextAlignment alignment);
+                          AGPointArray const& points, AGAffineTransform const& transform, AGTextAlignment alignment);
 
 /// Appends the outlines of the text, placed as AGContextDrawUText places it. The path takes its origin from the point,
 /// if it has none. Returns whether there was anything to add.

@@ -3,7 +3,6 @@
 #include <cmath>
 
 #include "CoreGraphics/CGPath.h"
-#include "graphics/AGLayout_p.h"
 #include "graphics/native/AGGraphicsLowPath.h"
 
 AGPath::AGPath() : native_(CGPathCreateMutable()) {}

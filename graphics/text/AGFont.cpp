@@ -4,7 +4,6 @@
 #include <cmath>
 
 #include "CoreText/CTFont.h"
-#include "graphics/AGLayout_p.h"
 #include "graphics/native/AGGraphicsLowFont.h"
 #include "graphics/native/AGGraphicsLowText.h"
 #include "graphics/text/AGFontCache_p.h"

@@ -3,7 +3,7 @@
 
 #include <cstdio>
 
-#include "graphics/images/AGBitmap.h"
+#include "graphics/bitmaps/AGBitmap.h"
 #include "host/QuietLog.h"
 #include "host/bundles/Bundle.h"
 #include "host/bundles/BundleProbe.h"

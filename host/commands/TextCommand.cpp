@@ -4,7 +4,7 @@
 #include <vector>
 
 #include "CoreGraphics/CGVectorContext.h"
-#include "graphics/images/AGBitmap.h"
+#include "graphics/bitmaps/AGBitmap.h"
 #include "host/commands/Command.h"
 #include "host/commands/CommandLine.h"
 #include "host/gallery/TextPage.h"

@@ -7,8 +7,8 @@
 #include <memory>
 #include <vector>
 
+#include "graphics/bitmaps/AGBitmap.h"
 #include "graphics/context/AGContext.h"
-#include "graphics/images/AGBitmap.h"
 
 namespace host {
 

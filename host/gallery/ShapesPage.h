@@ -4,7 +4,7 @@
 #include <memory>
 #include <vector>
 
-#include "graphics/images/AGBitmap.h"
+#include "graphics/bitmaps/AGBitmap.h"
 #include "graphics/paths/AGPath.h"
 
 namespace host {

@@ -3,7 +3,7 @@
 
 #include <vector>
 
-#include "graphics/images/AGBitmap.h"
+#include "graphics/bitmaps/AGBitmap.h"
 
 namespace host {
 

@@ -17,7 +17,7 @@ void DrawPlaceholder(DocumentObject const& object, AGContext const& context) {
   copy.pen.SetStyleSolid(AGColor(128, 128, 128), 1.0, kAGPenSizeModeAbsolute);
   AGPoint corners[4];
   GetTurnedCorners(object.Placement(), corners);
-  copy.DrawLines(ATNumberArray<AGPoint, double, 0>(corners, 4), true);
+  copy.DrawLines(AGPointArray(corners, 4), true);
   copy.DrawSegment(corners[0], corners[2]);
   copy.DrawSegment(corners[1], corners[3]);
 }

@@ -8,7 +8,7 @@
 
 #include "CoreGraphics/CGContext.h"
 #include "CoreGraphics/CGVectorContext.h"
-#include "graphics/images/AGBitmap.h"
+#include "graphics/bitmaps/AGBitmap.h"
 #include "graphics/images/AGImage.h"
 #include "graphics/native/AGGraphicsLow.h"
 #include "host/QuietLog.h"

@@ -5,7 +5,7 @@
 // count; the inside of an object without a fill does not.
 #pragma once
 
-#include "graphics/images/AGBitmap.h"
+#include "graphics/bitmaps/AGBitmap.h"
 #include "host/model/DocumentObject.h"
 
 namespace host {

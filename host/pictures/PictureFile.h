@@ -3,7 +3,7 @@
 
 #include <string>
 
-#include "graphics/images/AGBitmap.h"
+#include "graphics/bitmaps/AGBitmap.h"
 
 namespace host {
 

@@ -14,7 +14,7 @@
 #include <utility>
 #include <vector>
 
-#include "graphics/images/AGBitmap.h"
+#include "graphics/bitmaps/AGBitmap.h"
 #include "host/model/Document.h"
 #include "host/view/ViewTransform.h"
 

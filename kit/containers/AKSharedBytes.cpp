@@ -6,8 +6,6 @@
 #include <functional>
 #include <new>
 
-#include "kit/AKLayout_p.h"
-
 constinit const AKEmptySharedBuffer kAKEmptySharedBuffer{{0, 0, 1, AKSharedBuffer::kStaticMark}, '\0'};
 
 AKSharedBuffer* AKSharedBytes::NewBuffer(unsigned int length, unsigned int capacity) {

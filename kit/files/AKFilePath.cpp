@@ -7,8 +7,6 @@
 #include <utility>
 #include <vector>
 
-#include "kit/values/AKValue.h"
-
 const AKFilePath kAKNullFilePath;
 
 namespace {
@@ -221,10 +219,6 @@ std::strong_ordering AKFilePath::operator<=>(const AKFilePath& other) const {
     }
   }
 }
-
-void AKFilePath::WriteToValue(AKValue* value) const { value->SetasAKString(text_); }
-
-bool AKFilePath::ReadFromValue(const AKValue& value) { return value.GetasAKString(&text_); }
 
 AKFilePath operator/(const AKFilePath& folder, const AKFilePath& entry) {
   AKFilePath result = folder;

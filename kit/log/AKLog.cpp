@@ -4,7 +4,7 @@
 #include <cstdarg>
 #include <cstdio>
 
-#include "kit/system/AKSys.h"
+#include "kit/log/AKMainThread_p.h"
 
 namespace {
 
@@ -59,7 +59,7 @@ char const* ErrnoName(int number) {
 
 bool HasText(char const* format) { return format != nullptr && format[0] != '\0'; }
 
-bool MayDeliver() { return sMessageProc != nullptr && (sThreadSafe || AKSys::IsMainThread()); }
+bool MayDeliver() { return sMessageProc != nullptr && (sThreadSafe || AKIsMainThread()); }
 
 // The shared buffer while a line is being built in it.
 class LineBuilder {

@@ -9,7 +9,7 @@
 #pragma once
 
 #include "kit/containers/ATArray.h"
-#include "kit/objects/AKClassID.h"
+#include "kit/text/AKClassID.h"
 
 class AKClass;
 class AKObject;

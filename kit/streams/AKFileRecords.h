@@ -5,8 +5,8 @@
 
 #include "kit/containers/ATNumberArray.h"
 #include "kit/files/AKFilePath.h"
-#include "kit/objects/AKClassID.h"
 #include "kit/streams/AKFile.h"
+#include "kit/text/AKClassID.h"
 
 /// A count, always a multiple of 4, and that many bytes of NUL-padded UTF-8.
 int AKFileReadAKString(const AKFile& file, AKString* text);

@@ -1,13 +1,13 @@
 #include "kit/system/AKSys.h"
 
-#include <unistd.h>
-
 #include <algorithm>
 #include <chrono>
 #include <cmath>
 #include <cstdlib>
 #include <ctime>
 #include <thread>
+
+#include "kit/log/AKMainThread_p.h"
 
 namespace {
 
@@ -62,7 +62,7 @@ void AKSys::SleepMicroSec(double microseconds) {
   std::this_thread::sleep_for(std::chrono::microseconds(static_cast<long long>(rounded)));
 }
 
-bool AKSys::IsMainThread() { return getpid() == gettid(); }
+bool AKSys::IsMainThread() { return AKIsMainThread(); }
 
 AKString AKSys::GetUserLanguage() {
   static const AKString kDefault("en");

@@ -4,7 +4,7 @@
 // failure. Dictionaries of coordinates are read only when every key is there and converts to a number.
 #pragma once
 
-#include "kit/containers/ATNumberArray.h"
+#include "kit/geometry/AGArrays.h"
 #include "kit/geometry/AGColor.h"
 #include "kit/geometry/AGInterval.h"
 #include "kit/geometry/AGPlacement.h"
@@ -12,9 +12,6 @@
 #include "kit/geometry/AGRect.h"
 #include "kit/geometry/AGSize.h"
 #include "kit/values/AKValue.h"
-
-using AGPointArray = ATNumberArray<AGPoint, double, 0>;
-using AGColorArray = ATNumberArray<AGColor, unsigned int, 0>;
 
 /// "real".
 void AKValueSetasAGCoord(AKValue* value, double content);

@@ -8,11 +8,11 @@
 
 #include "kit/containers/ATNumberArray.h"
 #include "kit/files/AKFilePathArray.h"
-#include "kit/objects/AKValueClassID.h"
 #include "kit/text/AKStringArray.h"
 #include "kit/values/AKDictionary.h"
 #include "kit/values/AKValue.h"
 #include "kit/values/AKValueArray.h"
+#include "kit/values/AKValueClassID.h"
 #include "kit/values/AKValueEnums.h"
 #include "kit/values/AKValueGeometry.h"
 

@@ -6,7 +6,7 @@
 #include <limits>
 #include <memory>
 
-#include "graphics/images/AGBitmap.h"
+#include "graphics/bitmaps/AGBitmap.h"
 #include "kit/geometry/AGConstants.h"
 #include "kit/streams/AKFile.h"
 #include "kit/text/AKArgs.h"

@@ -9,10 +9,8 @@ namespace {
 constexpr AGColor kAccent(38, 110, 220);
 constexpr double kMargin = 3;
 
-using Points = ATNumberArray<AGPoint, double, 0>;
-
-Points Corners(SelectionFrame const& frame, ViewTransform const& view) {
-  Points points;
+AGPointArray Corners(SelectionFrame const& frame, ViewTransform const& view) {
+  AGPointArray points;
   for (Handle handle : {Handle::kLowerLeft, Handle::kLowerRight, Handle::kUpperRight, Handle::kUpperLeft}) {
     points.Append(frame.PositionOf(handle, view));
   }
@@ -74,7 +72,7 @@ void DrawOverlay(AGContext const& context, SelectionFrame const& frame, std::opt
                  ViewTransform const& view) {
   AGContext copy(context);
   if (!frame.IsEmpty()) {
-    Points corners = Corners(frame, view);
+    AGPointArray corners = Corners(frame, view);
     for (unsigned int i = 0; i < corners.Count(); ++i) corners[i] = Crisp(corners[i]);
     copy.brush.SetStyleNone();
     copy.pen.SetStyleSolid(kAccent, 1, kAGPenSizeModeAbsolute);

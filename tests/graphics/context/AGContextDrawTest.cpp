@@ -8,8 +8,8 @@
 
 #include "CoreGraphics/CGContext.h"
 #include "CoreGraphics/CGVectorContext.h"
+#include "graphics/bitmaps/AGBitmap.h"
 #include "graphics/context/AKDrawEvent.h"
-#include "graphics/images/AGBitmap.h"
 #include "graphics/native/AGGraphicsLow.h"
 #include "graphics/native/AGGraphicsLowPaint.h"
 #include "kit/geometry/AGConstants.h"

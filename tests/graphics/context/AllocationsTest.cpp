@@ -6,7 +6,7 @@
 #include <cstddef>
 #include <memory>
 
-#include "graphics/images/AGBitmap.h"
+#include "graphics/bitmaps/AGBitmap.h"
 #include "tests/graphics/images/ImageTestSupport.h"
 
 #if !defined(AK_SANITIZED)  // a sanitizer brings its own allocator

@@ -10,7 +10,7 @@
 #include <vector>
 
 #include "CoreGraphics/CGVectorContext.h"
-#include "graphics/images/AGBitmap.h"
+#include "graphics/bitmaps/AGBitmap.h"
 #include "kit/geometry/AGConstants.h"
 
 namespace {

@@ -11,7 +11,7 @@
 #include <random>
 #include <vector>
 
-#include "graphics/images/AGBitmap.h"
+#include "graphics/bitmaps/AGBitmap.h"
 #include "kit/geometry/AGConstants.h"
 
 namespace {

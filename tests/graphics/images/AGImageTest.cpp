@@ -3,8 +3,8 @@
 
 #include <cstdlib>
 
-#include "graphics/images/AGBitmap.h"
-#include "graphics/images/AGBitmapOfContext.h"
+#include "graphics/bitmaps/AGBitmap.h"
+#include "graphics/bitmaps/AGBitmapOfContext.h"
 #include "graphics/images/AGImage.h"
 
 namespace {

@@ -9,7 +9,7 @@
 #include <string>
 #include <vector>
 
-#include "graphics/images/AGBitmap.h"
+#include "graphics/bitmaps/AGBitmap.h"
 #include "graphics/images/AGImage.h"
 #include "kit/files/AKFilePath.h"
 #include "tests/kit/streams/FileTestSupport.h"

@@ -6,7 +6,7 @@
 #include <algorithm>
 #include <string_view>
 
-#include "graphics/images/AGBitmap.h"
+#include "graphics/bitmaps/AGBitmap.h"
 #include "graphics/text/AGFont.h"
 #include "graphics/text/AGTextAlignment.h"
 

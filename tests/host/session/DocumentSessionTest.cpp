@@ -9,7 +9,7 @@
 #include <random>
 
 #include "CoreGraphics/CGContext.h"
-#include "graphics/images/AGBitmap.h"
+#include "graphics/bitmaps/AGBitmap.h"
 #include "host/model/ObjectProperties.h"
 #include "host/panels/Inspector.h"
 #include "host/pictures/DocumentDrawing.h"

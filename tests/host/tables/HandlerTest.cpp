@@ -3,8 +3,8 @@
 
 #include <cstdarg>
 
+#include "graphics/bitmaps/AGBitmap.h"
 #include "graphics/context/AKDrawEvent.h"
-#include "graphics/images/AGBitmap.h"
 #include "host/Host.h"
 #include "host/model/ObjectProperties.h"
 #include "host/panels/Inspector.h"

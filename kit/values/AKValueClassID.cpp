@@ -1,4 +1,4 @@
-#include "kit/objects/AKValueClassID.h"
+#include "kit/values/AKValueClassID.h"
 
 #include <cstring>
 

@@ -1,4 +1,4 @@
-#include "graphics/images/AGBitmapOfContext.h"
+#include "graphics/bitmaps/AGBitmapOfContext.h"
 
 #include "CoreGraphics/CGBitmapContext.h"
 

@@ -1,4 +1,4 @@
-#include "graphics/images/AGBitmapBase.h"
+#include "graphics/bitmaps/AGBitmapBase.h"
 
 #include <algorithm>
 #include <cmath>

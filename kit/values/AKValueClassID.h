@@ -1,7 +1,7 @@
 // Class identifiers in values: a "strg" of the characters before the first NUL.
 #pragma once
 
-#include "kit/objects/AKClassID.h"
+#include "kit/text/AKClassID.h"
 #include "kit/values/AKValue.h"
 
 /// A text longer than 7 characters is cut. False, with the ID left alone, when the value is no string.

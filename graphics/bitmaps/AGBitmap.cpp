@@ -1,4 +1,4 @@
-#include "graphics/images/AGBitmap.h"
+#include "graphics/bitmaps/AGBitmap.h"
 
 #include <cmath>
 #include <cstdlib>

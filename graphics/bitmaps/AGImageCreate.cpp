@@ -1,8 +1,8 @@
-#include "graphics/context/AGImageCreate.h"
+#include "graphics/bitmaps/AGImageCreate.h"
 
 #include <algorithm>
 
-#include "graphics/images/AGBitmap.h"
+#include "graphics/bitmaps/AGBitmap.h"
 
 namespace {
 

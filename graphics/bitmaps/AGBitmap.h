@@ -1,7 +1,7 @@
 // A bitmap that owns its pixels and its native context.
 #pragma once
 
-#include "graphics/images/AGBitmapBase.h"
+#include "graphics/bitmaps/AGBitmapBase.h"
 #include "kit/geometry/AGSize.h"
 
 class AGBitmap final : public AGBitmapBase {

@@ -1,7 +1,7 @@
 // The pixels of a bitmap context that somebody else owns.
 #pragma once
 
-#include "graphics/images/AGBitmapBase.h"
+#include "graphics/bitmaps/AGBitmapBase.h"
 
 /// Describes the context's pixels and frees neither them nor the context, which must outlive the bitmap. A port that is
 /// no bitmap context, or has other than 8, 16 or 32 bits a pixel, leaves the bitmap empty. No flag has a meaning here.

@@ -2,7 +2,7 @@
 #include <cmath>
 #include <limits>
 
-#include "graphics/context/AGImageCreate.h"
+#include "graphics/bitmaps/AGImageCreate.h"
 #include "graphics/images/AGImageCacheInfo.h"
 #include "kit/host/AKHostServices.h"
 #include "tests/graphics/images/ImageTestSupport.h"

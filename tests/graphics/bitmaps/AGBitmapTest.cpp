@@ -2,7 +2,7 @@
 
 #include <cmath>
 
-#include "graphics/images/AGBitmap.h"
+#include "graphics/bitmaps/AGBitmap.h"
 
 namespace {
 

@@ -1,0 +1,10 @@
+// Images made of a bitmap's pixels.
+#include "CoreGraphics/CGImage.h"
+#include "graphics/bitmaps/AGBitmapBase.h"
+#include "graphics/images/AGImage.h"
+#include "graphics/native/AGGraphicsLowImageFile.h"
+
+bool AGImage::SetupFromBitmap(AGBitmapBase const& bitmap) {
+  Clear();
+  return Own(AGGraphicsLow::CountedImage(CGBitmapContextCreateImage(bitmap.NativeContext())));
+}

@@ -1,0 +1,2 @@
+// Has the layouts checked wherever the kit is compiled.
+#include "kit/AKLayout_p.h"
