@@ -18,7 +18,7 @@ namespace {
 constexpr int kMany = 100000;
 constexpr int kFew = 100;
 
-void Require(bool done, std::string const& error) {
+void Require(bool done, const std::string& error) {
   if (done) return;
   std::fprintf(stderr, "%s\n", error.c_str());
   std::exit(1);
@@ -60,7 +60,7 @@ Setting& TheSetting() {
   return setting;
 }
 
-void DrawWhole(host::Document const& document) {
+void DrawWhole(const host::Document& document) {
   const AGBitmap bitmap(AGSize{1000, 1000}, AGBitmap::kFlagLittleEndian);
   host::DrawObjects(document, bitmap.GetContextOfBitmap(), 1);
 }
@@ -96,7 +96,7 @@ void Save(benchmark::State& state) {
 
 void SaveBytes(benchmark::State& state) {
   std::string error;
-  std::string const& bytes = TheSetting().bytes;
+  const std::string& bytes = TheSetting().bytes;
   for (auto _ : state) Require(host::ReplaceFile(TheSetting().path, bytes.data(), bytes.size(), &error), error);
 }
 
@@ -108,7 +108,7 @@ ratio::Body EditIn(int count, Edit edit) {
     host::DocumentSession session(Setting::Make(count));
     std::string error;
     std::vector<host::ObjectID> ids;
-    session.Doc().ForEachObject([&ids](host::DocumentObject const& object) { ids.push_back(object.id); });
+    session.Doc().ForEachObject([&ids](const host::DocumentObject& object) { ids.push_back(object.id); });
     std::size_t number = 0;
     for (auto _ : state) {
       number = (number + 7919) % ids.size();

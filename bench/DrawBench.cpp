@@ -12,11 +12,11 @@ namespace {
 
 using scene::Shape;
 using Shapes = std::vector<Shape>;
-using KitPaint = void (*)(AGContext* context, Shape const& shape);
-using HandPaint = void (*)(cairo_t* cairo, Shape const& shape);
+using KitPaint = void (*)(AGContext* context, const Shape& shape);
+using HandPaint = void (*)(cairo_t* cairo, const Shape& shape);
 
-void DrawWithKit(AGContext* context, Shapes const& shapes, KitPaint paint) {
-  for (Shape const& shape : shapes) {
+void DrawWithKit(AGContext* context, const Shapes& shapes, KitPaint paint) {
+  for (const Shape& shape : shapes) {
     const AGPoint center = shape.bounds.Center();
     const double c = std::cos(shape.angle);
     const double s = std::sin(shape.angle);
@@ -32,25 +32,25 @@ void SetSource(cairo_t* cairo, AGColor color, double alpha) {
   cairo_set_source_rgba(cairo, color.Red() / 255.0, color.Green() / 255.0, color.Blue() / 255.0, alpha);
 }
 
-void KitSolid(AGContext* context, Shape const& shape) { context->brush.SetStyleSolid(shape.color); }
-void HandSolid(cairo_t* cairo, Shape const& shape) {
+void KitSolid(AGContext* context, const Shape& shape) { context->brush.SetStyleSolid(shape.color); }
+void HandSolid(cairo_t* cairo, const Shape& shape) {
   SetSource(cairo, shape.color, 1);
   cairo_fill(cairo);
 }
 
-void KitTranslucent(AGContext* context, Shape const& shape) {
+void KitTranslucent(AGContext* context, const Shape& shape) {
   context->brush.SetStyleSolid(AGColor(shape.color.Red(), shape.color.Green(), shape.color.Blue(), 128));
 }
-void HandTranslucent(cairo_t* cairo, Shape const& shape) {
+void HandTranslucent(cairo_t* cairo, const Shape& shape) {
   SetSource(cairo, shape.color, 128 / 255.0);
   cairo_fill(cairo);
 }
 
-void KitStroked(AGContext* context, Shape const& shape) {
+void KitStroked(AGContext* context, const Shape& shape) {
   context->brush.SetStyleSolid(shape.color);
   context->pen.SetStyleSolid(kAGColorBlack, 2, kAGPenSizeModeAbsolute);
 }
-void HandStroked(cairo_t* cairo, Shape const& shape) {
+void HandStroked(cairo_t* cairo, const Shape& shape) {
   SetSource(cairo, shape.color, 1);
   cairo_fill_preserve(cairo);
   SetSource(cairo, kAGColorBlack, 1);
@@ -59,10 +59,10 @@ void HandStroked(cairo_t* cairo, Shape const& shape) {
 }
 
 // By hand: cairo's own gradient of three stops from the left edge to the right one.
-void KitLinear(AGContext* context, Shape const& shape) {
+void KitLinear(AGContext* context, const Shape& shape) {
   context->brush.SetStyleLinearGradient(shape.color, kAGColorWhite, 0.4, 0);
 }
-void HandLinear(cairo_t* cairo, Shape const& shape) {
+void HandLinear(cairo_t* cairo, const Shape& shape) {
   const double half = shape.bounds.Width() / 2;
   cairo_pattern_t* gradient = cairo_pattern_create_linear(-half, 0, half, 0);
   const double color[] = {shape.color.Red() / 255.0, shape.color.Green() / 255.0, shape.color.Blue() / 255.0};
@@ -74,10 +74,10 @@ void HandLinear(cairo_t* cairo, Shape const& shape) {
   cairo_pattern_destroy(gradient);
 }
 
-void KitRadial(AGContext* context, Shape const& shape) {
+void KitRadial(AGContext* context, const Shape& shape) {
   context->brush.SetStyleRadialGradient(shape.color, kAGColorWhite, 0.6, 0.5, 0.5);
 }
-void HandRadial(cairo_t* cairo, Shape const& shape) {
+void HandRadial(cairo_t* cairo, const Shape& shape) {
   const double w = shape.bounds.Width();
   const double h = shape.bounds.Height();
   const double side = std::min(w, h);
@@ -94,11 +94,11 @@ void HandRadial(cairo_t* cairo, Shape const& shape) {
 
 constexpr unsigned int kPattern = 12;
 
-void KitPattern(AGContext* context, Shape const& shape) {
+void KitPattern(AGContext* context, const Shape& shape) {
   context->brush.SetStylePattern(shape.color, kAGColorWhite, kPattern);
 }
 // By hand the cell is filled for each shape too, since each has its own colour.
-void HandPattern(cairo_t* cairo, Shape const& shape) {
+void HandPattern(cairo_t* cairo, const Shape& shape) {
   cairo_surface_t* cell = cairo_image_surface_create(CAIRO_FORMAT_ARGB32, 8, 8);
   const std::uint32_t color = 0xFF000000U | static_cast<std::uint32_t>(shape.color.Red()) << 16 |
                               static_cast<std::uint32_t>(shape.color.Green()) << 8 | shape.color.Blue();
@@ -120,7 +120,7 @@ void HandPattern(cairo_t* cairo, Shape const& shape) {
 
 constexpr unsigned int kBlueFirst = AGBitmap::kFlagLittleEndian | AGBitmap::kFlagZeroFill;
 
-void RunKit(benchmark::State& state, Shapes const& shapes, KitPaint paint, HandPaint check) {
+void RunKit(benchmark::State& state, const Shapes& shapes, KitPaint paint, HandPaint check) {
   AGBitmap bitmap(scene::kSide, scene::kSide, kBlueFirst);
   AGContext context = bitmap.GetContextOfBitmap();
   context.antialias = true;
@@ -134,7 +134,7 @@ void RunKit(benchmark::State& state, Shapes const& shapes, KitPaint paint, HandP
   if (!scene::PicturesAgree(fresh.Pixels(), canvas, 3)) state.SkipWithError("the pictures differ");
 }
 
-void AddPair(const char* name, double target, Shapes const& shapes, KitPaint kit, HandPaint hand) {
+void AddPair(const char* name, double target, const Shapes& shapes, KitPaint kit, HandPaint hand) {
   ratio::Pair(
       name, target, [&shapes, kit, hand](benchmark::State& state) { RunKit(state, shapes, kit, hand); },
       [&shapes, hand](benchmark::State& state) {
@@ -144,7 +144,7 @@ void AddPair(const char* name, double target, Shapes const& shapes, KitPaint kit
 }
 
 // The same kit drawing on a bitmap with the alpha first, against one with the blue first.
-void AddByteOrderPair(const char* name, Shapes const& shapes, KitPaint paint) {
+void AddByteOrderPair(const char* name, const Shapes& shapes, KitPaint paint) {
   const auto body = [&shapes, paint](unsigned int flags) {
     return [&shapes, paint, flags](benchmark::State& state) {
       AGBitmap bitmap(scene::kSide, scene::kSide, flags);

@@ -15,7 +15,7 @@
 
 namespace {
 
-std::vector<scene::Shape> const& Shapes() {
+const std::vector<scene::Shape>& Shapes() {
   static const std::vector<scene::Shape> shapes = scene::MakeShapes(10000, 15, 60);
   return shapes;
 }
@@ -41,25 +41,25 @@ Plugin& ThePlugin() {
   return plugin;
 }
 
-void DrawWithBundle(AGContext const& context, bool stroke) {
-  host::DocumentObject const& object = *ThePlugin().object;
-  AKClass const& cls = *object.instance->Class();
+void DrawWithBundle(const AGContext& context, bool stroke) {
+  const host::DocumentObject& object = *ThePlugin().object;
+  const AKClass& cls = *object.instance->Class();
   AGBrush brush;
   AGPen pen;
   if (stroke) pen.SetStyleSolid(kAGColorBlack, 2, kAGPenSizeModeAbsolute);
   AKDrawEvent event;
   event.recommendedBrush = &brush;
   event.recommendedPen = &pen;
-  for (scene::Shape const& shape : Shapes()) {
+  for (const scene::Shape& shape : Shapes()) {
     brush.SetStyleSolid(shape.color);
     event.bounds = shape.bounds;
     event.angle = shape.angle;
-    host::CallSlot<int, AGContext const&, AKDrawEvent const&>(cls, kAKMethodDraw, object.instance.get(), context,
+    host::CallSlot<int, const AGContext&, const AKDrawEvent&>(cls, kAKMethodDraw, object.instance.get(), context,
                                                               event);
   }
 }
 
-void PaintByHand(cairo_t* cairo, scene::Shape const& shape, bool stroke) {
+void PaintByHand(cairo_t* cairo, const scene::Shape& shape, bool stroke) {
   cairo_set_source_rgb(cairo, shape.color.Red() / 255.0, shape.color.Green() / 255.0, shape.color.Blue() / 255.0);
   if (!stroke) {
     cairo_fill(cairo);
@@ -74,7 +74,7 @@ void PaintByHand(cairo_t* cairo, scene::Shape const& shape, bool stroke) {
 
 void DrawByHand(cairo_t* cairo, bool stroke) {
   scene::DrawByHand(cairo, Shapes(),
-                    [stroke](cairo_t* c, scene::Shape const& shape) { PaintByHand(c, shape, stroke); });
+                    [stroke](cairo_t* c, const scene::Shape& shape) { PaintByHand(c, shape, stroke); });
 }
 
 void AddPair(const char* name, bool stroke) {

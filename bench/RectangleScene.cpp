@@ -23,7 +23,7 @@ std::vector<Shape> MakeShapes(unsigned int count, double smallest, double larges
   return shapes;
 }
 
-void PathByHand(cairo_t* cairo, Shape const& shape) {
+void PathByHand(cairo_t* cairo, const Shape& shape) {
   const double w = shape.bounds.Width() / 2;
   const double h = shape.bounds.Height() / 2;
   const double r = std::min(w, h) * kCurvature;
@@ -37,9 +37,9 @@ void PathByHand(cairo_t* cairo, Shape const& shape) {
   cairo_close_path(cairo);
 }
 
-void DrawByHand(cairo_t* cairo, std::vector<Shape> const& shapes,
-                std::function<void(cairo_t*, Shape const&)> const& paint) {
-  for (Shape const& shape : shapes) {
+void DrawByHand(cairo_t* cairo, const std::vector<Shape>& shapes,
+                const std::function<void(cairo_t*, const Shape&)>& paint) {
+  for (const Shape& shape : shapes) {
     cairo_save(cairo);
     PathByHand(cairo, shape);
     paint(cairo, shape);
@@ -55,8 +55,8 @@ Canvas::~Canvas() {
   cairo_surface_destroy(surface);
 }
 
-bool PicturesAgree(unsigned char const* pixels, Canvas const& canvas, double tolerance) {
-  unsigned char const* reference = cairo_image_surface_get_data(canvas.surface);
+bool PicturesAgree(const unsigned char* pixels, const Canvas& canvas, double tolerance) {
+  const unsigned char* reference = cairo_image_surface_get_data(canvas.surface);
   double sum = 0;
   for (std::size_t i = 0; i < std::size_t{kSide} * kSide * 4; ++i) sum += std::abs(pixels[i] - reference[i]);
   return sum / (std::size_t{kSide} * kSide * 4) < tolerance;

@@ -25,18 +25,18 @@ struct Shape {
 std::vector<Shape> MakeShapes(unsigned int count, double smallest, double largest);
 
 /// Puts the shape into cairo's path, around the origin of its own turned space, which is set; y points down there.
-void PathByHand(cairo_t* cairo, Shape const& shape);
+void PathByHand(cairo_t* cairo, const Shape& shape);
 
 /// Draws every shape: path, then what `paint` does with it.
-void DrawByHand(cairo_t* cairo, std::vector<Shape> const& shapes,
-                std::function<void(cairo_t*, Shape const&)> const& paint);
+void DrawByHand(cairo_t* cairo, const std::vector<Shape>& shapes,
+                const std::function<void(cairo_t*, const Shape&)>& paint);
 
 /// A bitmap of cairo's own and a context on it.
 struct Canvas {
   Canvas();
   ~Canvas();
-  Canvas(Canvas const&) = delete;
-  Canvas& operator=(Canvas const&) = delete;
+  Canvas(const Canvas&) = delete;
+  Canvas& operator=(const Canvas&) = delete;
 
   cairo_surface_t* surface;
   cairo_t* cairo;
@@ -44,6 +44,6 @@ struct Canvas {
 
 /// Both ways must paint the same picture, or a comparison means nothing. True when the mean difference of a channel is
 /// below `tolerance` of 255; both are blue-first pixels of the whole side.
-bool PicturesAgree(unsigned char const* pixels, Canvas const& canvas, double tolerance);
+bool PicturesAgree(const unsigned char* pixels, const Canvas& canvas, double tolerance);
 
 }  // namespace scene

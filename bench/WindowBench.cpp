@@ -37,17 +37,17 @@ class Canvas final : public SessionObserver {
     tiles_.SetDocument(&session_->Doc());
     view_.SetOffset(0, static_cast<std::int64_t>(-kDown * kPitch));
   }
-  Canvas(Canvas const&) = delete;
-  Canvas& operator=(Canvas const&) = delete;
+  Canvas(const Canvas&) = delete;
+  Canvas& operator=(const Canvas&) = delete;
   ~Canvas() override { session_->RemoveObserver(this); }
 
-  void OnAreaChanged(AGRect const& area) override { tiles_.Invalidate(area); }
+  void OnAreaChanged(const AGRect& area) override { tiles_.Invalidate(area); }
 
   /// Draws what a frame draws and copies the tiles that are new, as textures are made.
   void Frame() {
     const auto seen = tiles_.Look(view_, kView);
     tiles_.DrawWithin(kFrameBudget, seen);
-    for (TileCache::Tile const* tile : seen) {
+    for (const TileCache::Tile* tile : seen) {
       std::uint64_t& shown = shown_[{tile->column, tile->row}];
       if (!tile->drawn || shown == tile->version) continue;
       shown = tile->version;

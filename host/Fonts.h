@@ -8,8 +8,8 @@ namespace host {
 class Fonts {
  public:
   Fonts();
-  Fonts(Fonts const&) = delete;
-  Fonts& operator=(Fonts const&) = delete;
+  Fonts(const Fonts&) = delete;
+  Fonts& operator=(const Fonts&) = delete;
   ~Fonts();
 };
 

@@ -21,8 +21,8 @@ class Host {
   /// The process's host, made on first use.
   static Host& Instance();
 
-  Host(Host const&) = delete;
-  Host& operator=(Host const&) = delete;
+  Host(const Host&) = delete;
+  Host& operator=(const Host&) = delete;
 
   ClassRegistry& Classes() { return classes_; }
   /// What a bundle is given.

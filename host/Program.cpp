@@ -20,7 +20,7 @@ void PrintUsage() {
       "A host for plug-in bundles. Bundles are loaded from the folders of OBJECTHOST_PLUGINS, the user's\n"
       "objecthost/plugins, and the plugins folder beside the program; or those named by --bundle alone,\n"
       "or none with --no-bundles.\n\ncommands\n");
-  for (Command const& command : Commands()) std::printf("  %-10s %s\n", command.name, command.summary);
+  for (const Command& command : Commands()) std::printf("  %-10s %s\n", command.name, command.summary);
   std::printf(
       "\n\"objecthost COMMAND --help\" tells more. Exit code 0 is success; 1 is failure, with a line on\n"
       "standard error.\n");
@@ -37,7 +37,7 @@ BundleSet* sBundles = nullptr;
 std::vector<std::string> sBundleOptions;
 
 // Takes the options in front of the command. False, with one line in `*error`, when they make no sense.
-bool TakeGlobalOptions(std::vector<std::string> const& words, Invocation* invocation, std::string* error) {
+bool TakeGlobalOptions(const std::vector<std::string>& words, Invocation* invocation, std::string* error) {
   std::size_t i = 0;
   for (; i < words.size() && words[i].starts_with("-"); ++i) {
     if (words[i] == "--help" || words[i] == "-h") {
@@ -61,18 +61,18 @@ bool TakeGlobalOptions(std::vector<std::string> const& words, Invocation* invoca
 }
 
 // A bundle that was named has to load; one that was found is skipped with a line on standard error.
-bool LoadBundles(Invocation const& invocation, BundleSet* bundles, std::string* error) {
-  for (std::string const& path : invocation.bundles) {
+bool LoadBundles(const Invocation& invocation, BundleSet* bundles, std::string* error) {
+  for (const std::string& path : invocation.bundles) {
     if (!bundles->Load(path, error)) return false;
   }
   if (invocation.searches) bundles->LoadFound();
-  for (BundleSet::Skipped const& skipped : bundles->NotLoaded()) {
+  for (const BundleSet::Skipped& skipped : bundles->NotLoaded()) {
     std::fprintf(stderr, "objecthost: skipped: %s\n", skipped.reason.c_str());
   }
   return true;
 }
 
-bool AsksForHelp(std::vector<std::string> const& words) {
+bool AsksForHelp(const std::vector<std::string>& words) {
   return std::find(words.begin(), words.end(), "--help") != words.end();
 }
 
@@ -88,11 +88,11 @@ void AddCatalogues() {
   Localisation::Instance().AddFolder((prefix / "share" / "locale").string());
 }
 
-std::vector<std::string> const& Program::BundleOptions() { return sBundleOptions; }
+const std::vector<std::string>& Program::BundleOptions() { return sBundleOptions; }
 
 BundleSet& Program::Bundles() { return *sBundles; }
 
-int RunProgram(std::vector<std::string> const& words) {
+int RunProgram(const std::vector<std::string>& words) {
   AddCatalogues();
   if (words.size() == 2 && words[0] == "--probe") return RunProbe(words[1]);
   Invocation invocation;
@@ -103,7 +103,7 @@ int RunProgram(std::vector<std::string> const& words) {
     return 0;
   }
   if (invocation.words.empty()) return Fail("no command; --help tells what there is");
-  Command const* command = FindCommand(invocation.words[0]);
+  const Command* command = FindCommand(invocation.words[0]);
   if (command == nullptr) return Fail("unknown command \"" + invocation.words[0] + "\"; --help tells what there is");
   const std::vector<std::string> arguments(invocation.words.begin() + 1, invocation.words.end());
   if (AsksForHelp(arguments)) {

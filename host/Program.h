@@ -14,7 +14,7 @@ class Program {
   static std::string ExecutablePath();
 
   /// The options about bundles that stood in front of the command.
-  static std::vector<std::string> const& BundleOptions();
+  static const std::vector<std::string>& BundleOptions();
 
   /// The bundles that are loaded; there while a command runs.
   static BundleSet& Bundles();
@@ -24,6 +24,6 @@ class Program {
 void AddCatalogues();
 
 /// Runs objecthost with the words of its command line; returns the exit code.
-int RunProgram(std::vector<std::string> const& words);
+int RunProgram(const std::vector<std::string>& words);
 
 }  // namespace host

@@ -8,8 +8,8 @@ namespace host {
 class QuietLog {
  public:
   QuietLog() { ++Host::Instance().quietCount; }
-  QuietLog(QuietLog const&) = delete;
-  QuietLog& operator=(QuietLog const&) = delete;
+  QuietLog(const QuietLog&) = delete;
+  QuietLog& operator=(const QuietLog&) = delete;
   ~QuietLog() { --Host::Instance().quietCount; }
 };
 

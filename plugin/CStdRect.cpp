@@ -33,7 +33,7 @@ double ClampCurvature(double value) {
   return value > 1 ? 1 : value;
 }
 
-AGAffineTransform RotationAbout(AGPoint const& center, double angle) {
+AGAffineTransform RotationAbout(const AGPoint& center, double angle) {
   const double c = std::cos(angle);
   const double s = std::sin(angle);
   return {c, s, -s, c, center.x - center.x * c + center.y * s, center.y - center.x * s - center.y * c};
@@ -76,13 +76,13 @@ void CStdRect::FillMethodSlots(AKClass* record) {
   record->SetMethod(kAKMethodInspector, &CStdRect::akmInspector);
 }
 
-int CStdRect::akmInitWithArgs(AKArgs const& args) {
+int CStdRect::akmInitWithArgs(const AKArgs& args) {
   if (args.IsParam("-default")) curvature_ = 0.5;
   return 0;
 }
 
 // The version is not needed and the value is not clamped: a document gives back what it was given.
-int CStdRect::akmInitFromFile(AKFile const& file, unsigned int) {
+int CStdRect::akmInitFromFile(const AKFile& file, unsigned int) {
   const int status = AKFileReadFloat32(file, &curvature_, 0);
   return status == 0 ? AKFileSkip(file, kReservedBytes) : status;
 }
@@ -94,7 +94,7 @@ int CStdRect::akmWriteToFile(AKFile& file) const {
 
 int CStdRect::akmDelete() { return 0; }
 
-int CStdRect::akmSetObjectProperties(AKDictionary const& properties) {
+int CStdRect::akmSetObjectProperties(const AKDictionary& properties) {
   if (AKValueGetasFloat64(properties.GetValue(kKey_Rounding), &curvature_, false)) {
     curvature_ = ClampCurvature(curvature_);
   }
@@ -108,7 +108,7 @@ int CStdRect::akmGetObjectProperties(AKDictionary* properties) const {
   return 0;
 }
 
-int CStdRect::akmDraw(AGContext const& context, AKDrawEvent const& event) const {
+int CStdRect::akmDraw(const AGContext& context, const AKDrawEvent& event) const {
   AGContext copy(context);
   event.SetupContextWithRecommendedBrushAndPen(&copy);
   copy.pen.SetLineJoin(kAGPenLineJoinRound);
@@ -124,7 +124,7 @@ AGRect CStdRect::akmGetNaturalBounds() const { return kNatBounds; }
 AKGUIDesc* CStdRect::BuildInspectorGUIDesc() {
   NKLocaleSetDomain(kLocaleDomain);
   auto panel = std::make_unique<AKGUIDesc>("-multisel:1");
-  char const* label = NKLocaleGetString("Curvature");
+  const char* label = NKLocaleGetString("Curvature");
   panel->NewController("-id:%d -type:StaticText  -pos:(010;%d) -dim:(068;016) -title:\"%s\"", kLabel, 7, label);
   panel->NewController("-id:%d -type:EditNum     -pos:(082;%d) -dim:(048;022) -prec:2", kNumberField, 2);
   panel->NewController("-id:%d -type:Slider      -pos:(130;%d) -dim:(098;020) -range:(0;1)", kSlider, 2);

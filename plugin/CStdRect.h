@@ -40,18 +40,18 @@ class CStdRect final : public AKObjectSymbolVect {
   void _PureVirtualMethod() const override {}
 
   /// "-default" gives a curvature of 0.5.
-  int akmInitWithArgs(AKArgs const& args);
+  int akmInitWithArgs(const AKArgs& args);
   /// Reads the 16-byte record: the curvature as a 32-bit float, unclamped, and 12 reserved bytes.
-  int akmInitFromFile(AKFile const& file, unsigned int version);
+  int akmInitFromFile(const AKFile& file, unsigned int version);
   int akmWriteToFile(AKFile& file) const;
   int akmDelete();
 
   /// "Rounding" is clamped to 0..1; a missing or unreadable one changes nothing.
-  int akmSetObjectProperties(AKDictionary const& properties);
+  int akmSetObjectProperties(const AKDictionary& properties);
   int akmGetObjectProperties(AKDictionary* properties) const;
 
   /// Draws the rectangle into the event's bounds, turned by its angle about their centre.
-  int akmDraw(AGContext const& context, AKDrawEvent const& event) const;
+  int akmDraw(const AGContext& context, const AKDrawEvent& event) const;
   AGRect akmGetNaturalBounds() const;
   /// Fills the panel from the curvature, or takes the curvature from the control that was changed.
   int akmInspector(AKGUIDesc& panel, AKGUIEvent& event);

@@ -24,7 +24,7 @@ constexpr unsigned int kInnerSlider = 2;
 const AKString kKey_Points("Points");
 const AKString kKey_InnerRadius("InnerRadius");
 
-AGAffineTransform RotationAbout(AGPoint const& center, double angle) {
+AGAffineTransform RotationAbout(const AGPoint& center, double angle) {
   const double c = std::cos(angle);
   const double s = std::sin(angle);
   return {c, s, -s, c, center.x - center.x * c + center.y * s, center.y - center.x * s - center.y * c};
@@ -71,14 +71,14 @@ void Star::SetInnerRadius(double radius) {
   if (!std::isnan(radius)) innerRadius_ = std::fmin(std::fmax(radius, 0), 1);
 }
 
-int Star::akmInitWithArgs(AKArgs const& args) {
+int Star::akmInitWithArgs(const AKArgs& args) {
   double number = 0;
   if (strGetasFloat64(args.GetParam("-points:").CStr(), &number, 0)) SetPoints(number);
   if (strGetasFloat64(args.GetParam("-inner:").CStr(), &number, 0)) SetInnerRadius(number);
   return 0;
 }
 
-int Star::akmInitFromFile(AKFile const& file, unsigned int) {
+int Star::akmInitFromFile(const AKFile& file, unsigned int) {
   unsigned int points = 0;
   double radius = 0;
   int status = AKFileReadUInt32(file, &points, 0);
@@ -97,7 +97,7 @@ int Star::akmWriteToFile(AKFile& file) const {
   return status == 0 ? AKFileWriteZeros(file, kReservedBytes) : status;
 }
 
-int Star::akmSetObjectProperties(AKDictionary const& properties) {
+int Star::akmSetObjectProperties(const AKDictionary& properties) {
   double number = 0;
   if (AKValueGetasFloat64(properties.GetValue(kKey_Points), &number, false)) SetPoints(number);
   if (AKValueGetasFloat64(properties.GetValue(kKey_InnerRadius), &number, false)) SetInnerRadius(number);
@@ -113,7 +113,7 @@ int Star::akmGetObjectProperties(AKDictionary* properties) const {
   return 0;
 }
 
-int Star::akmDraw(AGContext const& context, AKDrawEvent const& event) const {
+int Star::akmDraw(const AGContext& context, const AKDrawEvent& event) const {
   // The host's context stays as it is: everything happens in a copy.
   AGContext copy(context);
   event.SetupContextWithRecommendedBrushAndPen(&copy);

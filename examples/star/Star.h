@@ -27,17 +27,17 @@ class Star final : public AKObjectSymbolVect {
   void _PureVirtualMethod() const override {}
 
   /// "-points:N" and "-inner:R"; what is missing or makes no sense stays as it is.
-  int akmInitWithArgs(AKArgs const& args);
+  int akmInitWithArgs(const AKArgs& args);
   /// The record: u32 number of points, f32 inner radius, 8 reserved bytes.
-  int akmInitFromFile(AKFile const& file, unsigned int version);
+  int akmInitFromFile(const AKFile& file, unsigned int version);
   int akmWriteToFile(AKFile& file) const;
   int akmDelete() { return 0; }
 
   /// "Points", 3 to 64, and "InnerRadius", 0 to 1.
-  int akmSetObjectProperties(AKDictionary const& properties);
+  int akmSetObjectProperties(const AKDictionary& properties);
   int akmGetObjectProperties(AKDictionary* properties) const;
 
-  int akmDraw(AGContext const& context, AKDrawEvent const& event) const;
+  int akmDraw(const AGContext& context, const AKDrawEvent& event) const;
   AGRect akmGetNaturalBounds() const { return {0, 0, 1, 1}; }
   int akmInspector(AKGUIDesc& panel, AKGUIEvent& event);
 

@@ -27,14 +27,14 @@ AGNativePort* NewNativeContext(void* pixels, unsigned int width, unsigned int he
 
 }  // namespace
 
-AGBitmap::AGBitmap(AGSize const& size, unsigned int flags)
+AGBitmap::AGBitmap(const AGSize& size, unsigned int flags)
     : AGBitmap(RoundSide(size.width), RoundSide(size.height), flags) {}
 
 AGBitmap::AGBitmap(unsigned int width, unsigned int height, unsigned int flags) {
   LowCreateBitmapWithSize(width, height, (flags & kFlagZeroFill) != 0, (flags & kFlagLittleEndian) != 0);
 }
 
-AGBitmap::AGBitmap(AGImage const& image, unsigned int flags) {
+AGBitmap::AGBitmap(const AGImage& image, unsigned int flags) {
   LowCreateBitmapWithImage(image, (flags & kFlagLittleEndian) != 0);
 }
 
@@ -48,7 +48,7 @@ AGContext AGBitmap::GetContextOfBitmap() const {
   return {context_, AGSize{static_cast<double>(width_), static_cast<double>(height_)}};
 }
 
-bool AGBitmap::LowCreateBitmapWithImage(AGImage const& image, bool flipped) {
+bool AGBitmap::LowCreateBitmapWithImage(const AGImage& image, bool flipped) {
   CGImageRef native = image.NativeImage();
   if (native == nullptr) return false;
   // An image without alpha covers every pixel, so nothing has to be cleared below it.

@@ -15,16 +15,16 @@ class AGBitmap final : public AGBitmapBase {
   AGBitmap() = default;
   /// Sides are rounded, negative ones count as 0. A side of 0, a byte count beyond 32 bits, or a failed allocation
   /// leaves the bitmap empty.
-  AGBitmap(AGSize const& size, unsigned int flags);
+  AGBitmap(const AGSize& size, unsigned int flags);
   AGBitmap(unsigned int width, unsigned int height, unsigned int flags);
   /// The image's pixels; upside down with kFlagLittleEndian.
-  AGBitmap(AGImage const& image, unsigned int flags);
+  AGBitmap(const AGImage& image, unsigned int flags);
   ~AGBitmap() override;
 
   /// A context on the whole bitmap with its state at the defaults; the bitmap must outlive it.
   AGContext GetContextOfBitmap() const;
 
  private:
-  bool LowCreateBitmapWithImage(AGImage const& image, bool flipped);
+  bool LowCreateBitmapWithImage(const AGImage& image, bool flipped);
   bool LowCreateBitmapWithSize(unsigned int width, unsigned int height, bool zeroFill, bool littleEndian);
 };

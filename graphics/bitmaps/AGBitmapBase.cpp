@@ -55,7 +55,7 @@ void AGBitmapBase::ClearPixels(AGColor color) {
   }
 }
 
-void AGBitmapBase::ClearPixelsRect(AGColor color, AGRect const& rect) {
+void AGBitmapBase::ClearPixelsRect(AGColor color, const AGRect& rect) {
   if (pixels_ == nullptr || bytesPerPixel_ != kColorPixelSize) return;
   const unsigned int x0 = RoundInto(rect.x0, width_);
   const unsigned int x1 = RoundInto(rect.x1, width_);

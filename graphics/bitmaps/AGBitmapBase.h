@@ -16,8 +16,8 @@ struct CGImage;
 
 class AGBitmapBase {
  public:
-  AGBitmapBase(AGBitmapBase const&) = delete;
-  AGBitmapBase& operator=(AGBitmapBase const&) = delete;
+  AGBitmapBase(const AGBitmapBase&) = delete;
+  AGBitmapBase& operator=(const AGBitmapBase&) = delete;
   virtual ~AGBitmapBase() = default;
 
   unsigned int Width() const { return width_; }
@@ -26,7 +26,7 @@ class AGBitmapBase {
   unsigned int BytesPerPixel() const { return bytesPerPixel_; }
   unsigned int ByteCount() const { return byteCount_; }
   unsigned char* Pixels() { return pixels_; }  ///< null when not open
-  unsigned char const* Pixels() const { return pixels_; }
+  const unsigned char* Pixels() const { return pixels_; }
   bool IsOpen() const { return pixels_ != nullptr; }
   AGNativePort* NativeContext() const { return context_; }
 
@@ -36,7 +36,7 @@ class AGBitmapBase {
   void ClearPixels(AGColor color);
   /// Sets the pixels of a rectangle (y up, corners rounded to whole pixels) as far as they exist; only for 4-byte
   /// pixels.
-  void ClearPixelsRect(AGColor color, AGRect const& rect);
+  void ClearPixelsRect(AGColor color, const AGRect& rect);
 
   /// Pixels outside are ignored.
   void SetPixelColor(unsigned int x, unsigned int y, AGColor color);

@@ -4,7 +4,7 @@
 
 AGBitmapOfContext::AGBitmapOfContext(AGNativePort* port, unsigned int) { LowOpenBitmap(port); }
 
-AGBitmapOfContext::AGBitmapOfContext(AGContext const& context, unsigned int) { LowOpenBitmap(context.NativePort()); }
+AGBitmapOfContext::AGBitmapOfContext(const AGContext& context, unsigned int) { LowOpenBitmap(context.NativePort()); }
 
 AGBitmapOfContext::~AGBitmapOfContext() {
   InvalidateBitmapCache();

@@ -8,7 +8,7 @@
 class AGBitmapOfContext final : public AGBitmapBase {
  public:
   AGBitmapOfContext(AGNativePort* port, unsigned int flags);
-  AGBitmapOfContext(AGContext const& context, unsigned int flags);
+  AGBitmapOfContext(const AGContext& context, unsigned int flags);
   ~AGBitmapOfContext() override;
 
  private:

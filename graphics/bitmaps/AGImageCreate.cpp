@@ -8,7 +8,7 @@ namespace {
 
 // `part` is the rectangle of the drawing that fills the image.
 template <typename Draw>
-std::unique_ptr<AGImage> CreateImage(AGRect const& part, double scale, Draw draw) {
+std::unique_ptr<AGImage> CreateImage(const AGRect& part, double scale, Draw draw) {
   AGBitmap bitmap(AGSize{(part.x1 - part.x0) * scale, (part.y1 - part.y0) * scale}, AGBitmap::kFlagZeroFill);
   if (!bitmap.IsOpen()) return nullptr;
   AGContext context = bitmap.GetContextOfBitmap();
@@ -19,7 +19,7 @@ std::unique_ptr<AGImage> CreateImage(AGRect const& part, double scale, Draw draw
 
 }  // namespace
 
-std::unique_ptr<AGImage> AGImageCreateWithProc(AGImageProc proc, AGSize const& size, double scale, double factor,
+std::unique_ptr<AGImage> AGImageCreateWithProc(AGImageProc proc, const AGSize& size, double scale, double factor,
                                                const void* userData) {
   if (proc == nullptr || !(size.width > 0) || !(size.height > 0)) return nullptr;
   const AGRect bounds{0, 0, size.width, size.height};
@@ -27,8 +27,8 @@ std::unique_ptr<AGImage> AGImageCreateWithProc(AGImageProc proc, AGSize const& s
   return CreateImage(bounds, pixels, [&](AGContext& context) { proc(context, pixels, bounds, userData); });
 }
 
-std::unique_ptr<AGImage> AGImageScrolledCreateWithProc(AGImageScrolledProc proc, AGSize const& size,
-                                                       AGRect const& visible, double scale, double factor,
+std::unique_ptr<AGImage> AGImageScrolledCreateWithProc(AGImageScrolledProc proc, const AGSize& size,
+                                                       const AGRect& visible, double scale, double factor,
                                                        const void* userData) {
   if (proc == nullptr || !(size.width > 0) || !(size.height > 0)) return nullptr;
   const AGRect bounds{0, 0, size.width, size.height};

@@ -4,7 +4,7 @@
 #include "graphics/images/AGImage.h"
 #include "graphics/native/AGGraphicsLowImageFile.h"
 
-bool AGImage::SetupFromBitmap(AGBitmapBase const& bitmap) {
+bool AGImage::SetupFromBitmap(const AGBitmapBase& bitmap) {
   Clear();
   return Own(AGGraphicsLow::CountedImage(CGBitmapContextCreateImage(bitmap.NativeContext())));
 }

@@ -10,10 +10,10 @@ double Round(double value) { return std::floor(value + 0.5); }
 
 }  // namespace
 
-AGContext::AGContext(AGNativePort* port, AGSize const& size)
+AGContext::AGContext(AGNativePort* port, const AGSize& size)
     : port_(port), size_{Round(size.width), Round(size.height)} {}
 
-AGContext::AGContext(AGContext const& other)
+AGContext::AGContext(const AGContext& other)
     : port_(other.port_),
       antialias(other.antialias),
       alpha(other.alpha),
@@ -25,7 +25,7 @@ AGContext::AGContext(AGContext const& other)
       patternOrigin(other.patternOrigin),
       clipPath_(other.clipPath_ ? std::make_unique<AGPath>(*other.clipPath_) : nullptr) {}
 
-AGContext& AGContext::operator=(AGContext const& other) {
+AGContext& AGContext::operator=(const AGContext& other) {
   if (this == &other) return *this;
   ResetClip();
   port_ = other.port_;
@@ -46,7 +46,7 @@ int AGContext::ResetAll() {
   return 0;
 }
 
-void AGContext::SetClipRect(AGRect const& rect) {
+void AGContext::SetClipRect(const AGRect& rect) {
   ResetClip();
   AGRect normalized = rect;
   normalized.Normalize();
@@ -55,7 +55,7 @@ void AGContext::SetClipRect(AGRect const& rect) {
   clipPath_->AddRect(normalized, false);
 }
 
-void AGContext::SetClipPath(AGPath const& path) {
+void AGContext::SetClipPath(const AGPath& path) {
   // Copied before the old clip goes: the argument may be the clip itself.
   std::unique_ptr<AGPath> copy = path.IsEmpty() ? nullptr : std::make_unique<AGPath>(path);
   clipPath_ = std::move(copy);
@@ -65,7 +65,7 @@ void AGContext::ClearPixels() { AGGraphicsLow::AGContextErasePixels(*this, {0, 0
 
 void AGContext::ClearPixels(AGColor color) { ClearPixelsRect(color, {0, 0, size_.width, size_.height}); }
 
-void AGContext::ClearPixelsRect(AGColor color, AGRect const& rect) {
+void AGContext::ClearPixelsRect(AGColor color, const AGRect& rect) {
   AGGraphicsLow::AGContextClearPixels(*this, color, rect);
 }
 

@@ -36,71 +36,71 @@ class AGContext {
   static constexpr double kMinVisibleAlpha = 0.004;
 
   /// Each dimension of the size is rounded to the nearest whole number.
-  AGContext(AGNativePort* port, AGSize const& size);
+  AGContext(AGNativePort* port, const AGSize& size);
   /// The clip path is copied, the port is shared.
-  AGContext(AGContext const& other);
-  AGContext& operator=(AGContext const& other);
+  AGContext(const AGContext& other);
+  AGContext& operator=(const AGContext& other);
   ~AGContext() = default;
 
   /// Drops the clip and restores the state to its defaults; port and size stay. Returns 0.
   int ResetAll();
 
   AGNativePort* NativePort() const { return port_; }
-  AGSize const& Size() const { return size_; }
+  const AGSize& Size() const { return size_; }
 
   void ResetClip() { clipPath_.reset(); }
   /// Drops the clip; a rectangle that is not empty once normalised becomes the new one.
-  void SetClipRect(AGRect const& rect);
+  void SetClipRect(const AGRect& rect);
   /// Drops the clip; a path that is not empty becomes the new one.
-  void SetClipPath(AGPath const& path);
+  void SetClipPath(const AGPath& path);
   /// Null when there is none.
-  AGPath const* GetClipPath() const { return clipPath_.get(); }
+  const AGPath* GetClipPath() const { return clipPath_.get(); }
   bool HasClip() const { return clipPath_ != nullptr && !clipPath_->IsEmpty(); }
 
   /// Sets the whole surface to transparent black.
   void ClearPixels();
   /// Paint opaquely: the colour's own alpha is ignored.
   void ClearPixels(AGColor color);
-  void ClearPixelsRect(AGColor color, AGRect const& rect);
+  void ClearPixelsRect(AGColor color, const AGRect& rect);
 
   /// Shapes are filled with the brush and stroked with the pen; a segment is only stroked.
-  void DrawRect(AGRect const& rect) const;
+  void DrawRect(const AGRect& rect) const;
   /// `curvature` as in AGPath::AddRoundedRect.
-  void DrawRoundedRect(AGRect const& rect, double curvature) const;
-  void DrawEllipseInRect(AGRect const& rect) const;
-  void DrawSegment(AGPoint const& from, AGPoint const& to) const;
-  void DrawLines(AGPointArray const& points, bool close) const;
-  void DrawLines(AGPointArray const& points, AGAffineTransform const& transform, bool close) const;
-  void DrawRects(AGRectArray const& rects) const;
-  void DrawRects(AGRectArray const& rects, AGAffineTransform const& transform) const;
+  void DrawRoundedRect(const AGRect& rect, double curvature) const;
+  void DrawEllipseInRect(const AGRect& rect) const;
+  void DrawSegment(const AGPoint& from, const AGPoint& to) const;
+  void DrawLines(const AGPointArray& points, bool close) const;
+  void DrawLines(const AGPointArray& points, const AGAffineTransform& transform, bool close) const;
+  void DrawRects(const AGRectArray& rects) const;
+  void DrawRects(const AGRectArray& rects, const AGAffineTransform& transform) const;
   /// `transform` is applied before the context's own.
-  void DrawPath(AGPath const& path) const;
-  void DrawPath(AGPath const& path, AGAffineTransform const& transform) const;
+  void DrawPath(const AGPath& path) const;
+  void DrawPath(const AGPath& path, const AGAffineTransform& transform) const;
   /// Fits the path's bounding box into `rect`. A box of zero width or height draws with the all-zero transform.
-  void DrawPath(AGPath const& path, AGRect const& rect, bool keepAspect) const;
+  void DrawPath(const AGPath& path, const AGRect& rect, bool keepAspect) const;
 
   /// Draws the image, one unit a pixel, with its lower left corner at `point`.
-  void DrawImage(AGImage const& image, AGPoint const& point, AGAffineTransform const& transform,
+  void DrawImage(const AGImage& image, const AGPoint& point, const AGAffineTransform& transform,
                  AGImageQuality quality) const;
   /// Fits the image's pixels into `rect`.
-  void DrawImage(AGImage const& image, AGRect const& rect, bool keepAspect, AGImageQuality quality) const;
+  void DrawImage(const AGImage& image, const AGRect& rect, bool keepAspect, AGImageQuality quality) const;
 
   /// The picture's path is drawn as DrawPath does, its image as DrawImage does.
-  void DrawPicture(AGPicture const& picture, AGAffineTransform const& transform, AGImageQuality quality) const;
-  void DrawPicture(AGPicture const& picture, AGRect const& rect, bool keepAspect, AGImageQuality quality) const;
+  void DrawPicture(const AGPicture& picture, const AGAffineTransform& transform, AGImageQuality quality) const;
+  void DrawPicture(const AGPicture& picture, const AGRect& rect, bool keepAspect, AGImageQuality quality) const;
 
   /// Draws a text at a point of its first baseline, through `transform` and then the context's own: filled with the
   /// brush's first colour, outlined with that of the pen's brush. Lines are separated by CR, LF or both.
-  void DrawText(AKString const& text, AGFont const& font, AGPoint const& point, AGAffineTransform const& transform,
+  void DrawText(const AKString& text, const AGFont& font, const AGPoint& point, const AGAffineTransform& transform,
                 AGTextAlignment alignment) const;
-  void DrawUText(AKUniChars const& text, AGFont const& font, AGPoint const& point, AGAffineTransform const& transform,
+  void DrawUText(const AKUniChars& text, const AGFont& font, const AGPoint& point, const AGAffineTransform& transform,
                  AGTextAlignment alignment) const;
   /// Draws a text aligned in a rectangle, as AGFont::GetTextPosInBounds has it.
-  void DrawText(AKString const& text, AGFont const& font, AGRect const& rect, int hAlign, int vAlign) const;
-  void DrawUText(AKUniChars const& text, AGFont const& font, AGRect const& rect, int hAlign, int vAlign) const;
+  void DrawText(const AKString& text, const AGFont& font, const AGRect& rect, int hAlign, int vAlign) const;
+  void DrawUText(const AKUniChars& text, const AGFont& font, const AGRect& rect, int hAlign, int vAlign) const;
   /// Draws each string as a single line at the point of the same index.
-  void DrawStrings(AKStringArray const& strings, AGFont const& font, AGPointArray const& points,
-                   AGAffineTransform const& transform, AGTextAlignment alignment) const;
+  void DrawStrings(const AKStringArray& strings, const AGFont& font, const AGPointArray& points,
+                   const AGAffineTransform& transform, AGTextAlignment alignment) const;
 
   /// True when alpha is visible and the brush or the pen appears (the brush is asked first).
   bool WouldFillOrStroke() const;
@@ -109,7 +109,7 @@ class AGContext {
  private:
   friend struct AGLayout;
 
-  void CopyState(AGContext const& other);
+  void CopyState(const AGContext& other);
 
   AGNativePort* port_;
 

@@ -11,26 +11,26 @@ AGTextAlignment AlignmentOf(int hAlign) {
 
 }  // namespace
 
-void AGContext::DrawText(AKString const& text, AGFont const& font, AGPoint const& point, AGAffineTransform const& t,
+void AGContext::DrawText(const AKString& text, const AGFont& font, const AGPoint& point, const AGAffineTransform& t,
                          AGTextAlignment alignment) const {
   AGGraphicsLow::AGContextDrawUText(*this, font, text, AKUniChars(), point, t, alignment);
 }
 
-void AGContext::DrawUText(AKUniChars const& text, AGFont const& font, AGPoint const& point, AGAffineTransform const& t,
+void AGContext::DrawUText(const AKUniChars& text, const AGFont& font, const AGPoint& point, const AGAffineTransform& t,
                           AGTextAlignment alignment) const {
   AGGraphicsLow::AGContextDrawUText(*this, font, AKString(), text, point, t, alignment);
 }
 
-void AGContext::DrawText(AKString const& text, AGFont const& font, AGRect const& rect, int hAlign, int vAlign) const {
+void AGContext::DrawText(const AKString& text, const AGFont& font, const AGRect& rect, int hAlign, int vAlign) const {
   DrawText(text, font, font.GetTextPosInBounds(rect, hAlign, vAlign), kAGAffineTransformIdentity, AlignmentOf(hAlign));
 }
 
-void AGContext::DrawUText(AKUniChars const& text, AGFont const& font, AGRect const& rect, int hAlign,
+void AGContext::DrawUText(const AKUniChars& text, const AGFont& font, const AGRect& rect, int hAlign,
                           int vAlign) const {
   DrawUText(text, font, font.GetTextPosInBounds(rect, hAlign, vAlign), kAGAffineTransformIdentity, AlignmentOf(hAlign));
 }
 
-void AGContext::DrawStrings(AKStringArray const& strings, AGFont const& font, AGPointArray const& points,
-                            AGAffineTransform const& t, AGTextAlignment alignment) const {
+void AGContext::DrawStrings(const AKStringArray& strings, const AGFont& font, const AGPointArray& points,
+                            const AGAffineTransform& t, AGTextAlignment alignment) const {
   AGGraphicsLow::AGContextDrawStrings(*this, font, strings, points, t, alignment);
 }

@@ -12,8 +12,8 @@ struct AKDrawEvent {
 
   AGRect bounds;                              ///< in the host's drawing coordinates
   double angle = 0;                           ///< radians, about the centre of the bounds
-  AGBrush const* recommendedBrush = nullptr;  ///< owned by the host; null leaves the context's brush
-  AGPen const* recommendedPen = nullptr;      ///< owned by the host; null leaves the context's pen
+  const AGBrush* recommendedBrush = nullptr;  ///< owned by the host; null leaves the context's brush
+  const AGPen* recommendedPen = nullptr;      ///< owned by the host; null leaves the context's pen
   std::uint32_t flags = 0;
 
   /// Gives the context the recommended brush and pen, and alpha 1 when the flags ask for it. Null is ignored.

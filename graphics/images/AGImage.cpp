@@ -16,7 +16,7 @@ unsigned int sImageOptions = 0;
 
 }  // namespace
 
-void AGImage::Assign(AGImage const& other) {
+void AGImage::Assign(const AGImage& other) {
   if (this == &other) return;
   switch (other.kind_) {
     case kKindShared:
@@ -31,12 +31,12 @@ void AGImage::Assign(AGImage const& other) {
   }
 }
 
-bool AGImage::SetupFromFile(AKFilePath const& path) {
+bool AGImage::SetupFromFile(const AKFilePath& path) {
   Clear();
   return Own(AGGraphicsLow::LoadImageFile(path));
 }
 
-bool AGImage::SetupFromResources(AKString const& name) {
+bool AGImage::SetupFromResources(const AKString& name) {
   if (kind_ == kKindOwned) Clear();
   if (name.IsEmpty()) {
     Clear();
@@ -54,7 +54,7 @@ bool AGImage::SetupFromResources(AKString const& name) {
   return true;
 }
 
-bool AGImage::SaveToFile(AKFilePath const& path, AGImageFileFormat format, double quality, bool highResolution) const {
+bool AGImage::SaveToFile(const AKFilePath& path, AGImageFileFormat format, double quality, bool highResolution) const {
   return AGGraphicsLow::SaveImageFile(native_, path, format, quality, highResolution);
 }
 

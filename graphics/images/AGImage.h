@@ -30,27 +30,27 @@ class AGImage {
   static constexpr unsigned int kOptionKeepShared = 0x100;
 
   AGImage() = default;
-  AGImage(AGImage const& other) { Assign(other); }
-  explicit AGImage(AGBitmapBase const& bitmap) { SetupFromBitmap(bitmap); }
-  AGImage& operator=(AGImage const& other) {
+  AGImage(const AGImage& other) { Assign(other); }
+  explicit AGImage(const AGBitmapBase& bitmap) { SetupFromBitmap(bitmap); }
+  AGImage& operator=(const AGImage& other) {
     Assign(other);
     return *this;
   }
   ~AGImage() { Clear(); }
 
   /// Shares what `other` shares, or owns a copy of what it owns.
-  void Assign(AGImage const& other);
+  void Assign(const AGImage& other);
   /// A snapshot of the bitmap; false, and an empty image, when there is none.
-  bool SetupFromBitmap(AGBitmapBase const& bitmap);
+  bool SetupFromBitmap(const AGBitmapBase& bitmap);
   /// The first image of a file; false, and an empty image, when it cannot be read or is damaged.
-  bool SetupFromFile(AKFilePath const& path);
+  bool SetupFromFile(const AKFilePath& path);
   /// Shares the image of a resource of the application. False, and an empty image, for an empty name and, logged, for a
   /// resource that is missing or no image.
-  bool SetupFromResources(AKString const& name);
+  bool SetupFromResources(const AKString& name);
   /// Writes the image to a file, whole or not at all; no alpha is written, what is translucent is mixed with white.
   /// `quality`, for JPEG only, is brought into 0 to 1; `highResolution` tags the file with 144 dots an inch. False,
   /// with the old file as it was, for an empty image, an empty path, another format, and when it cannot be written.
-  bool SaveToFile(AKFilePath const& path, AGImageFileFormat format, double quality, bool highResolution) const;
+  bool SaveToFile(const AKFilePath& path, AGImageFileFormat format, double quality, bool highResolution) const;
   void Clear();
 
   bool IsEmpty() const { return native_ == nullptr; }
@@ -58,7 +58,7 @@ class AGImage {
   std::uint32_t Width() const { return width_; }
   std::uint32_t Height() const { return height_; }
   /// Empty unless the image shares a resource.
-  AKString const& ResourceName() const { return name_; }
+  const AKString& ResourceName() const { return name_; }
   /// Null for an empty image; not the caller's.
   CGImage* NativeImage() const { return native_; }
 

@@ -25,8 +25,8 @@ class AGImageCacheInfo {
   bool SetImageQuality(AGImageQuality quality);
 
  protected:
-  AGImageCacheInfo(AGImageCacheInfo const&) = default;
-  AGImageCacheInfo& operator=(AGImageCacheInfo const&) = default;
+  AGImageCacheInfo(const AGImageCacheInfo&) = default;
+  AGImageCacheInfo& operator=(const AGImageCacheInfo&) = default;
 
   /// Called after the scale or the quality has changed: what was kept is of no use any more.
   virtual void ImageCacheChanged() {}

@@ -15,14 +15,14 @@ class AGPicture {
   static constexpr std::uint32_t kKindImage = 2;
 
   AGPicture() = default;
-  explicit AGPicture(AGPath const& path) : kind_(kKindPath), path_(path) {}
-  explicit AGPicture(AGImage const& image) : kind_(kKindImage), image_(image) {}
+  explicit AGPicture(const AGPath& path) : kind_(kKindPath), path_(path) {}
+  explicit AGPicture(const AGImage& image) : kind_(kKindImage), image_(image) {}
 
   std::uint32_t Kind() const { return kind_; }
   /// Empty unless the kind is that of a path.
-  AGPath const& Path() const { return path_; }
+  const AGPath& Path() const { return path_; }
   /// Empty unless the kind is that of an image.
-  AGImage const& Image() const { return image_; }
+  const AGImage& Image() const { return image_; }
 
  private:
   std::uint32_t kind_ = kKindNone;

@@ -9,7 +9,7 @@ namespace {
 
 constexpr unsigned int kReservedCount = 80;
 
-CGImage* LoadResource(AKString const& name) {
+CGImage* LoadResource(const AKString& name) {
   const AKFilePath path = AKFileUtilsMacOS::GetApplicationBundleResourceFilePath(name);
   return AKFileUtils::Exists(path) ? AGGraphicsLow::LoadImageFile(path) : nullptr;
 }
@@ -22,7 +22,7 @@ AGSharedImages& AGSharedImages::Shared() {
   return *images;
 }
 
-CGImage* AGSharedImages::RegisterImage(AKString const& name) {
+CGImage* AGSharedImages::RegisterImage(const AKString& name) {
   if (AGImageRec* found = images_.Find(name)) {
     ++found->count;
     return found->native;
@@ -37,7 +37,7 @@ CGImage* AGSharedImages::RegisterImage(AKString const& name) {
   return native;
 }
 
-void AGSharedImages::UnregisterImage(AKString const& name) {
+void AGSharedImages::UnregisterImage(const AKString& name) {
   AGImageRec* found = images_.Find(name);
   if (found == nullptr) return;
   const bool isLast = found->count <= 1;

@@ -20,9 +20,9 @@ class AGSharedImages {
   static AGSharedImages& Shared();
 
   /// The image of the name, loaded if it is not yet; its count rises by one. Null, logged (-895), when there is none.
-  CGImage* RegisterImage(AKString const& name);
+  CGImage* RegisterImage(const AKString& name);
   /// Lowers the count; at 0 the image is deleted, unless AGImage's option keeps it. An unknown name does nothing.
-  void UnregisterImage(AKString const& name);
+  void UnregisterImage(const AKString& name);
   void DeleteAllImages();
 
   unsigned int Count() const { return images_.Count(); }

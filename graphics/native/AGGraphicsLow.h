@@ -20,23 +20,23 @@ inline constexpr AGDrawMode kAGDrawModeNothing = 3;
 namespace AGGraphicsLow {
 
 /// Draws the path through `transform` and then the context's own. Returns whether anything was attempted.
-bool AGContextDrawPath(AGContext const& context, AGPath const& path, AGAffineTransform const& transform,
+bool AGContextDrawPath(const AGContext& context, const AGPath& path, const AGAffineTransform& transform,
                        AGDrawMode mode);
 
 /// Fills a rectangle, rounded to whole units and cut to the surface, with the colour's red, green and blue: the clear
 /// is opaque whatever the colour's alpha.
-void AGContextClearPixels(AGContext const& context, AGColor color, AGRect const& rect);
+void AGContextClearPixels(const AGContext& context, AGColor color, const AGRect& rect);
 /// The same rectangle set to transparent black.
-void AGContextErasePixels(AGContext const& context, AGRect const& rect);
+void AGContextErasePixels(const AGContext& context, const AGRect& rect);
 
 /// Draws the image, one unit a pixel, with its lower left corner at `point`, through `transform` and then the context's
 /// own. A colour factor below 1 mixes by soft light, one above 1 by hard light.
-void AGContextDrawImage(AGContext const& context, AGImage const& image, AGPoint const& point,
-                        AGAffineTransform const& transform, AGImageQuality quality);
+void AGContextDrawImage(const AGContext& context, const AGImage& image, const AGPoint& point,
+                        const AGAffineTransform& transform, AGImageQuality quality);
 
 /// The scale and translation that map `box` onto `target`, narrowed first, when the aspect is kept, around its centre
 /// to the ratio of the box. All zero when the box has no width or no height.
-AGAffineTransform FitBox(AGRect const& box, AGRect const& target, bool keepAspect);
+AGAffineTransform FitBox(const AGRect& box, const AGRect& target, bool keepAspect);
 
 /// `color` with red, green and blue multiplied by the factor, when that differs from 1 by more than 0.004.
 AGColor ApplyColorFactor(AGColor color, double factor);

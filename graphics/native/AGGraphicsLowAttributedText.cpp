@@ -17,12 +17,12 @@ constexpr double kChannelToUnit = 0.00392156862745098;  // 1/255
 
 bool IsLineBreak(int character) { return character == 10 || character == 13; }
 
-Owned<CFStringRef> NewUtf16(AKUniChars const& text) {
+Owned<CFStringRef> NewUtf16(const AKUniChars& text) {
   return Owned<CFStringRef>(CFStringCreateWithCharacters(kCFAllocatorDefault, text.Data(), text.Count()));
 }
 
 // Null when both are empty.
-Owned<CFStringRef> NewText(AKString const& string, AKUniChars const& text, bool* hasLineBreak) {
+Owned<CFStringRef> NewText(const AKString& string, const AKUniChars& text, bool* hasLineBreak) {
   *hasLineBreak = false;
   if (string.IsEmpty()) {
     *hasLineBreak = IsOneAtLeastCharCR(text);
@@ -74,9 +74,9 @@ class Attributes {
 
 }  // namespace
 
-bool IsOneAtLeastCharCR(AKUniChars const& text) { return std::any_of(text.begin(), text.end(), IsLineBreak); }
+bool IsOneAtLeastCharCR(const AKUniChars& text) { return std::any_of(text.begin(), text.end(), IsLineBreak); }
 
-CFAttributedStringRef _LowCFAttributedStringCreate(AKString const& string, AKUniChars const& text, AGFont const& font,
+CFAttributedStringRef _LowCFAttributedStringCreate(const AKString& string, const AKUniChars& text, const AGFont& font,
                                                    AGTextAlignment alignment, AGColor fill, AGColor stroke,
                                                    bool* hasLineBreak) {
   bool breaks = false;

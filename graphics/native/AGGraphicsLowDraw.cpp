@@ -14,37 +14,37 @@ namespace {
 // Below this ratio the nib is elliptical.
 constexpr double kRoundNibRatio = 0.99;
 
-CGPathDrawingMode FillRule(AGBrush const& brush) {
+CGPathDrawingMode FillRule(const AGBrush& brush) {
   return brush.FillMode() == kAGBrushFillWinding ? kCGPathFill : kCGPathEOFill;
 }
 
-void FillPath(AGContext const& context, AGPath const& path) {
+void FillPath(const AGContext& context, const AGPath& path) {
   CGContextRef port = context.NativePort();
   CGContextBeginPath(port);
   CGContextAddPath(port, path.NativePath());
   CGContextDrawPath(port, FillRule(context.brush));
 }
 
-void FillSolid(AGContext const& context, AGPath const& path) {
+void FillSolid(const AGContext& context, const AGPath& path) {
   SetFillColor(context.NativePort(), ApplyColorFactor(context.brush.Color(), context.colorFactor));
   FillPath(context, path);
 }
 
 double Round(double value) { return std::floor(value + 0.5); }
 
-CGSize PatternPhase(AGContext const& context) {
+CGSize PatternPhase(const AGContext& context) {
   return {Round(context.patternOrigin.x), Round(context.patternOrigin.y)};
 }
 
 // A pattern made native for the time of a call.
 class PatternScope {
  public:
-  PatternScope(AGBrush const& brush, double colorFactor)
+  PatternScope(const AGBrush& brush, double colorFactor)
       : record_(MakePatternRecord(brush, colorFactor)),
         pattern_(NewPattern(&record_)),
         space_(CGColorSpaceCreatePattern(nullptr)) {}
-  PatternScope(PatternScope const&) = delete;
-  PatternScope& operator=(PatternScope const&) = delete;
+  PatternScope(const PatternScope&) = delete;
+  PatternScope& operator=(const PatternScope&) = delete;
   ~PatternScope() {
     CGColorSpaceRelease(space_);
     CGPatternRelease(pattern_);
@@ -59,7 +59,7 @@ class PatternScope {
   CGColorSpaceRef space_;
 };
 
-void FillPattern(AGContext const& context, AGPath const& path) {
+void FillPattern(const AGContext& context, const AGPath& path) {
   CGContextRef port = context.NativePort();
   const PatternScope scope(context.brush, context.colorFactor);
   if (scope.Pattern() == nullptr) return;
@@ -71,23 +71,23 @@ void FillPattern(AGContext const& context, AGPath const& path) {
 }
 
 // What a gradient spans, relative to the path's origin.
-AGRect GradientRect(AGBrush const& brush, AGPath const& path) {
-  ATBrushCustomGradient<double> const* custom = brush.CustomGradient();
+AGRect GradientRect(const AGBrush& brush, const AGPath& path) {
+  const ATBrushCustomGradient<double>* custom = brush.CustomGradient();
   const bool ownBounds = custom != nullptr && !(custom->Bounds() == kAGNullRect);
   const AGRect rect = ownBounds ? custom->Bounds() : path.GetBoundingBox();
   const AGPoint origin = path.Origin();
   return {rect.x0 - origin.x, rect.y0 - origin.y, rect.x1 - origin.x, rect.y1 - origin.y};
 }
 
-AGRect MapRect(AGRect const& rect, AGAffineTransform const& scaling) {
+AGRect MapRect(const AGRect& rect, const AGAffineTransform& scaling) {
   const AGPoint p0 = scaling.Apply({rect.x0, rect.y0});
   const AGPoint p1 = scaling.Apply({rect.x1, rect.y1});
   return {p0.x, p0.y, p1.x, p1.y};
 }
 
-void FillGradient(AGContext const& context, AGPath const& path) {
+void FillGradient(const AGContext& context, const AGPath& path) {
   CGContextRef port = context.NativePort();
-  AGBrush const& brush = context.brush;
+  const AGBrush& brush = context.brush;
   AGRect rect = GradientRect(brush, path);
   AGAffineTransform toSquare = kAGAffineTransformIdentity;
   if (brush.Style() == kAGBrushStyleRadialGradient) {
@@ -109,7 +109,7 @@ void FillGradient(AGContext const& context, AGPath const& path) {
   CGShadingRelease(shading);
 }
 
-void Fill(AGContext const& context, AGPath const& path, AGAffineTransform const& transform) {
+void Fill(const AGContext& context, const AGPath& path, const AGAffineTransform& transform) {
   const PortScope scope(context);
   const AGAffineTransform matrix = PathToPort(context, path, transform);
   if (!matrix.IsIdentity()) CGContextConcatCTM(context.NativePort(), NativeTransform(matrix));
@@ -151,7 +151,7 @@ CGLineJoin NativeJoin(AGPenLineJoin join) {
 
 // Maps a round nib onto one that is thin across the pen's direction: it scales y, then turns by θ, so that the long
 // axis of the ellipse lies along θ.
-AGAffineTransform NibMatrix(AGPen const& pen, AGAffineTransform const& matrix) {
+AGAffineTransform NibMatrix(const AGPen& pen, const AGAffineTransform& matrix) {
   double rotation = 0;
   AGAffineTransformFactorize(matrix, nullptr, nullptr, &rotation, nullptr);
   const double theta = pen.Angle() - rotation;
@@ -160,15 +160,15 @@ AGAffineTransform NibMatrix(AGPen const& pen, AGAffineTransform const& matrix) {
 }
 
 // The nib matrix has no translation and the determinant `ratio`, which is never 0.
-AGAffineTransform InverseOfNib(AGAffineTransform const& nib) {
+AGAffineTransform InverseOfNib(const AGAffineTransform& nib) {
   const double determinant = nib.Determinant();
   return {nib.d / determinant, -nib.b / determinant, -nib.c / determinant, nib.a / determinant, 0, 0};
 }
 
 // Gradient pens stroke in their first colour.
-void StrokeMapped(AGContext const& context, AGPath const& path, AGAffineTransform const& matrix) {
+void StrokeMapped(const AGContext& context, const AGPath& path, const AGAffineTransform& matrix) {
   CGContextRef port = context.NativePort();
-  AGBrush const& brush = context.pen.Brush();
+  const AGBrush& brush = context.pen.Brush();
   const MappedPath mapped(path.NativePath(), matrix);
   std::optional<PatternScope> scope;
   if (brush.Style() == kAGBrushStylePattern) {
@@ -186,7 +186,7 @@ void StrokeMapped(AGContext const& context, AGPath const& path, AGAffineTransfor
   CGContextDrawPath(port, kCGPathStroke);
 }
 
-void Stroke(AGContext const& context, AGPath const& path, AGAffineTransform const& transform) {
+void Stroke(const AGContext& context, const AGPath& path, const AGAffineTransform& transform) {
   const PortScope scope(context);
   CGContextRef port = context.NativePort();
   CGContextSetLineWidth(port, PenWidth(context));
@@ -204,7 +204,7 @@ void Stroke(AGContext const& context, AGPath const& path, AGAffineTransform cons
 }
 
 // The part of `rect` on the surface, in whole units; false when there is none.
-bool TakeSurfaceRect(AGContext const& context, AGRect const& rect, CGRect* out) {
+bool TakeSurfaceRect(const AGContext& context, const AGRect& rect, CGRect* out) {
   const double x0 = std::max(Round(rect.x0), 0.0);
   const double y0 = std::max(Round(rect.y0), 0.0);
   const double x1 = std::min(Round(rect.x1), Round(context.Size().width));
@@ -216,7 +216,7 @@ bool TakeSurfaceRect(AGContext const& context, AGRect const& rect, CGRect* out) 
 
 }  // namespace
 
-bool AGContextDrawPath(AGContext const& context, AGPath const& path, AGAffineTransform const& transform,
+bool AGContextDrawPath(const AGContext& context, const AGPath& path, const AGAffineTransform& transform,
                        AGDrawMode mode) {
   if (context.NativePort() == nullptr || path.IsEmpty() || !(context.alpha >= AGContext::kMinVisibleAlpha)) {
     return false;
@@ -228,7 +228,7 @@ bool AGContextDrawPath(AGContext const& context, AGPath const& path, AGAffineTra
   return fills || strokes;
 }
 
-void AGContextClearPixels(AGContext const& context, AGColor color, AGRect const& rect) {
+void AGContextClearPixels(const AGContext& context, AGColor color, const AGRect& rect) {
   CGRect cleared;
   if (!TakeSurfaceRect(context, rect, &cleared)) return;
   CGContextRef port = context.NativePort();
@@ -239,7 +239,7 @@ void AGContextClearPixels(AGContext const& context, AGColor color, AGRect const&
   CGContextRestoreGState(port);
 }
 
-void AGContextErasePixels(AGContext const& context, AGRect const& rect) {
+void AGContextErasePixels(const AGContext& context, const AGRect& rect) {
   CGRect cleared;
   if (!TakeSurfaceRect(context, rect, &cleared)) return;
   CGContextRef port = context.NativePort();

@@ -24,8 +24,8 @@ CGInterpolationQuality NativeQuality(AGImageQuality quality) {
 
 }  // namespace
 
-void AGContextDrawImage(AGContext const& context, AGImage const& image, AGPoint const& point,
-                        AGAffineTransform const& transform, AGImageQuality quality) {
+void AGContextDrawImage(const AGContext& context, const AGImage& image, const AGPoint& point,
+                        const AGAffineTransform& transform, AGImageQuality quality) {
   CGContextRef port = context.NativePort();
   if (port == nullptr || image.IsEmpty() || !(context.alpha >= AGContext::kMinVisibleAlpha)) return;
   const PortScope scope(context);

@@ -76,7 +76,7 @@ void DeleteCountedImage(CGImage* image) {
 unsigned int CountedImages() { return sCount; }
 unsigned long long CountedImageBytes() { return sBytes; }
 
-CGImage* LoadImageFile(AKFilePath const& path) {
+CGImage* LoadImageFile(const AKFilePath& path) {
   CFURLRef url = AKMacOS::CFURLConvert(path, false);
   if (url == nullptr) return nullptr;
   CGImageSourceRef source = CGImageSourceCreateWithURL(url, nullptr);
@@ -88,7 +88,7 @@ CGImage* LoadImageFile(AKFilePath const& path) {
   return CountedImage(image);
 }
 
-bool SaveImageFile(CGImage* image, AKFilePath const& path, AGImageFileFormat format, double quality,
+bool SaveImageFile(CGImage* image, const AKFilePath& path, AGImageFileFormat format, double quality,
                    bool highResolution) {
   CFStringRef type = TypeOf(format);
   if (image == nullptr || type == nullptr) return false;

@@ -13,9 +13,9 @@ unsigned int CountedImages();
 unsigned long long CountedImageBytes();
 
 /// The first image of the file, counted; null when there is none or the path is empty.
-CGImage* LoadImageFile(AKFilePath const& path);
+CGImage* LoadImageFile(const AKFilePath& path);
 /// See AGImage::SaveToFile; a null image gives false.
-bool SaveImageFile(CGImage* image, AKFilePath const& path, AGImageFileFormat format, double quality,
+bool SaveImageFile(CGImage* image, const AKFilePath& path, AGImageFileFormat format, double quality,
                    bool highResolution);
 
 }  // namespace AGGraphicsLow

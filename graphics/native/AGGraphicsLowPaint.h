@@ -20,22 +20,22 @@ struct _LowCGShadingRobot {
   /// Fills the table from stops: for each pair that follows in order, the entries between their positions run from one
   /// factor to the other. Positions count 511 steps. Entries that no pair reaches stay 0. Null arrays or fewer than two
   /// stops leave all at 0.
-  void SetBlend(double const* factors, double const* positions, int count);
-  void SetBlend(float const* factors, float const* positions, int count);
+  void SetBlend(const double* factors, const double* positions, int count);
+  void SetBlend(const float* factors, const float* positions, int count);
 };
 
 /// The native function behind a shading: `info` is a _LowCGShadingRobot, the input 0 to 1 counts 512 steps.
-void _LowCGShadingCallback(void* info, CGFloat const* in, CGFloat* out);
+void _LowCGShadingCallback(void* info, const CGFloat* in, CGFloat* out);
 
 /// Where the direction `angle` from the centre of the rectangle meets its border, in the rectangle's proportions.
 AGPoint _LowCGShadingPointOnRectAtAngle(AGRect rect, double angle);
 
 /// The shading of a gradient brush over `rect`, both in the coordinates that the path is drawn in. Null when there is
 /// none, as for an empty rectangle of a radial gradient. The robot must outlive the shading's use.
-CGShadingRef NewGradientShading(AGBrush const& brush, AGRect const& rect, _LowCGShadingRobot const* robot);
+CGShadingRef NewGradientShading(const AGBrush& brush, const AGRect& rect, const _LowCGShadingRobot* robot);
 
 /// A robot with the brush's colours, after the context's colour factor, and its blend.
-_LowCGShadingRobot MakeShadingRobot(AGBrush const& brush, double colorFactor);
+_LowCGShadingRobot MakeShadingRobot(const AGBrush& brush, double colorFactor);
 
 /// A pattern of two colours: 8 rows of 8 bits, the most significant bit first; a set bit is colour 1.
 struct PatternRecord {
@@ -45,9 +45,9 @@ struct PatternRecord {
 };
 
 /// The built-in patterns; a brush's pattern index n is entry n − 1.
-extern unsigned char const kAGBrushPatterns[AGBrush::kPatternCount][8];
+extern const unsigned char kAGBrushPatterns[AGBrush::kPatternCount][8];
 
-PatternRecord MakePatternRecord(AGBrush const& brush, double colorFactor);
+PatternRecord MakePatternRecord(const AGBrush& brush, double colorFactor);
 
 /// Draws one cell: `info` is a PatternRecord. Row 0 is at the bottom, the least significant bit at the right.
 void _LowCGPatternCallback(void* info, CGContext* context);

@@ -121,7 +121,7 @@ class _LowCGPathFinder {
 
 }  // namespace
 
-AGRect AGGraphicsLow::AGPathGetBoundingBox(AGPath const& path, bool exact) {
+AGRect AGGraphicsLow::AGPathGetBoundingBox(const AGPath& path, bool exact) {
   if (path.IsEmpty()) return kAGNullRect;
   const AGPoint& origin = path.Origin();
   if (!exact) {
@@ -135,8 +135,8 @@ AGRect AGGraphicsLow::AGPathGetBoundingBox(AGPath const& path, bool exact) {
   return {range.min.x + origin.x, range.min.y + origin.y, range.max.x + origin.x, range.max.y + origin.y};
 }
 
-bool AGGraphicsLow::AGPathIsPointOnPath(AGPath const& path, AGPoint const& point, double tolerance,
-                                        AGAffineTransform const& t) {
+bool AGGraphicsLow::AGPathIsPointOnPath(const AGPath& path, const AGPoint& point, double tolerance,
+                                        const AGAffineTransform& t) {
   if (path.IsEmpty()) return false;
   _LowCGPathFinder finder(point - path.Origin(), tolerance, t);
   CGPathApply(path.NativePath(), &finder, &_LowCGPathFinder::Visit);

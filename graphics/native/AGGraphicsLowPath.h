@@ -12,13 +12,13 @@ namespace AGGraphicsLow {
 
 /// The box of all points of the path, control points included, or with `exact` that of the curves themselves. The zero
 /// rectangle for an empty path and for one without any number among its coordinates.
-AGRect AGPathGetBoundingBox(AGPath const& path, bool exact);
+AGRect AGPathGetBoundingBox(const AGPath& path, bool exact);
 
 /// Whether the point lies within `tolerance` of the outline. The outline, relative to the path's origin, is mapped by
 /// `t`; curves count as 8 chords each. A tolerance of 0 or less asks for the outline itself.
-bool AGPathIsPointOnPath(AGPath const& path, AGPoint const& point, double tolerance, AGAffineTransform const& t);
+bool AGPathIsPointOnPath(const AGPath& path, const AGPoint& point, double tolerance, const AGAffineTransform& t);
 
 /// Whether the point lies inside, every subpath taken as closed. Which points on the outline count: AGPath.h.
-bool AGPathIsPointInPath(AGPath const& path, AGPoint const& point, AGBrushFillMode mode);
+bool AGPathIsPointInPath(const AGPath& path, const AGPoint& point, AGBrushFillMode mode);
 
 }  // namespace AGGraphicsLow

@@ -113,7 +113,7 @@ class CrossingCounter {
 
 }  // namespace
 
-bool AGGraphicsLow::AGPathIsPointInPath(AGPath const& path, AGPoint const& point, AGBrushFillMode mode) {
+bool AGGraphicsLow::AGPathIsPointInPath(const AGPath& path, const AGPoint& point, AGBrushFillMode mode) {
   const AGPoint p = point - path.Origin();
   // No comparison would ever stop the halving of a curve around a point that is no number.
   if (path.IsEmpty() || std::isnan(p.x) || std::isnan(p.y)) return false;

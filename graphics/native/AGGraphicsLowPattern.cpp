@@ -13,7 +13,7 @@ namespace {
 constexpr int kCellSide = 8;
 
 // Fills the squares of one colour; those of a row that follow each other are filled at once.
-void FillSquares(CGContextRef context, PatternRecord const& record, bool ofColor1) {
+void FillSquares(CGContextRef context, const PatternRecord& record, bool ofColor1) {
   for (int y = 0; y < kCellSide; ++y) {
     const unsigned int bits = ofColor1 ? record.rows[y] : ~record.rows[y] & 0xFFU;
     const auto isSet = [bits](int x) { return (bits >> (7 - x) & 1) != 0; };
@@ -28,7 +28,7 @@ void FillSquares(CGContextRef context, PatternRecord const& record, bool ofColor
 
 }  // namespace
 
-PatternRecord MakePatternRecord(AGBrush const& brush, double colorFactor) {
+PatternRecord MakePatternRecord(const AGBrush& brush, double colorFactor) {
   // A record read from a file may hold any index.
   const unsigned int index = std::clamp(brush.PatternIndex(), 1U, AGBrush::kPatternCount);
   PatternRecord record{ApplyColorFactor(brush.Color(), colorFactor), ApplyColorFactor(brush.Color2(), colorFactor), {}};
@@ -37,7 +37,7 @@ PatternRecord MakePatternRecord(AGBrush const& brush, double colorFactor) {
 }
 
 void _LowCGPatternCallback(void* info, CGContext* context) {
-  auto const& record = *static_cast<PatternRecord const*>(info);
+  const auto& record = *static_cast<const PatternRecord*>(info);
   SetFillColor(context, record.color2);
   if (record.color.Alpha() == 255) {
     CGContextFillRect(context, CGRectMake(0, 0, kCellSide, kCellSide));  // colour 1 covers its squares wholly

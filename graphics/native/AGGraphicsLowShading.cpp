@@ -22,7 +22,7 @@ int EntryAt(double position) {
 }
 
 template <typename T>
-void FillBlend(double* table, T const* factors, T const* positions, int count) {
+void FillBlend(double* table, const T* factors, const T* positions, int count) {
   std::fill_n(table, _LowCGShadingRobot::kTableSize, 0.0);
   if (factors == nullptr || positions == nullptr) return;
   for (int k = 1; k < count; ++k) {
@@ -43,7 +43,7 @@ void SetDefaultBlend(_LowCGShadingRobot* robot, double middle) {
   robot->SetBlend(factors, positions, 3);
 }
 
-CGShadingRef NewAxialShading(AGBrush const& brush, AGRect const& rect, CGColorSpaceRef space, CGFunctionRef function) {
+CGShadingRef NewAxialShading(const AGBrush& brush, const AGRect& rect, CGColorSpaceRef space, CGFunctionRef function) {
   double angle = brush.GradientAngle();
   if (AGNormalizeAngle(angle, kPi) == 0) angle += kHorizontalNudge;
   const AGPoint start = _LowCGShadingPointOnRectAtAngle(rect, kPi - angle);
@@ -51,7 +51,7 @@ CGShadingRef NewAxialShading(AGBrush const& brush, AGRect const& rect, CGColorSp
   return CGShadingCreateAxial(space, {start.x, start.y}, {end.x, end.y}, function, true, true);
 }
 
-CGShadingRef NewRadialShading(AGBrush const& brush, AGRect const& rect, CGColorSpaceRef space, CGFunctionRef function) {
+CGShadingRef NewRadialShading(const AGBrush& brush, const AGRect& rect, CGColorSpaceRef space, CGFunctionRef function) {
   if (rect.IsEmpty()) return nullptr;
   // The y fraction counts from the top.
   const CGPoint center{rect.x0 + brush.GradientCenterX() * rect.Width(),
@@ -62,16 +62,16 @@ CGShadingRef NewRadialShading(AGBrush const& brush, AGRect const& rect, CGColorS
 
 }  // namespace
 
-void _LowCGShadingRobot::SetBlend(double const* factors, double const* positions, int count) {
+void _LowCGShadingRobot::SetBlend(const double* factors, const double* positions, int count) {
   FillBlend(table, factors, positions, count);
 }
 
-void _LowCGShadingRobot::SetBlend(float const* factors, float const* positions, int count) {
+void _LowCGShadingRobot::SetBlend(const float* factors, const float* positions, int count) {
   FillBlend(table, factors, positions, count);
 }
 
-void _LowCGShadingCallback(void* info, CGFloat const* in, CGFloat* out) {
-  auto const& robot = *static_cast<_LowCGShadingRobot const*>(info);
+void _LowCGShadingCallback(void* info, const CGFloat* in, CGFloat* out) {
+  const auto& robot = *static_cast<const _LowCGShadingRobot*>(info);
   // 512 steps here against 511 where the table is filled.
   const double entry = *in * _LowCGShadingRobot::kTableSize + 0.5;  // positive, so that narrowing rounds down
   const double f = robot.table[entry > 0 ? static_cast<int>(std::min<double>(entry, kLastEntry)) : 0];
@@ -117,11 +117,11 @@ AGPoint _LowCGShadingPointOnRectAtAngle(AGRect rect, double angle) {
   return {center.x + hw * unit.x, center.y + hh * unit.y};
 }
 
-_LowCGShadingRobot MakeShadingRobot(AGBrush const& brush, double colorFactor) {
+_LowCGShadingRobot MakeShadingRobot(const AGBrush& brush, double colorFactor) {
   _LowCGShadingRobot robot;
   robot.color = ApplyColorFactor(brush.Color(), colorFactor);
   robot.color2 = ApplyColorFactor(brush.Color2(), colorFactor);
-  ATBrushCustomGradient<double> const* custom = brush.CustomGradient();
+  const ATBrushCustomGradient<double>* custom = brush.CustomGradient();
   if (custom != nullptr && custom->FactorCount() >= 2) {
     const unsigned int count = std::min(custom->FactorCount(), custom->PositionCount());
     robot.SetBlend(custom->Factors(), custom->Positions(), static_cast<int>(count));
@@ -133,7 +133,7 @@ _LowCGShadingRobot MakeShadingRobot(AGBrush const& brush, double colorFactor) {
   return robot;
 }
 
-CGShadingRef NewGradientShading(AGBrush const& brush, AGRect const& rect, _LowCGShadingRobot const* robot) {
+CGShadingRef NewGradientShading(const AGBrush& brush, const AGRect& rect, const _LowCGShadingRobot* robot) {
   const CGFunctionCallbacks callbacks{0, &_LowCGShadingCallback, nullptr};
   const CGFloat unit[] = {0, 1, 0, 1, 0, 1, 0, 1};
   CGFunctionRef function = CGFunctionCreate(const_cast<_LowCGShadingRobot*>(robot), 1, unit, 4, unit, &callbacks);

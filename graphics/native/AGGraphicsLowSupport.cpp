@@ -17,7 +17,7 @@ unsigned char ScaleChannel(unsigned char channel, double factor) {
 
 }  // namespace
 
-PortScope::PortScope(AGContext const& context) : port_(context.NativePort()) {
+PortScope::PortScope(const AGContext& context) : port_(context.NativePort()) {
   CGContextSaveGState(port_);
   CGContextSetShouldAntialias(port_, context.antialias);
   CGContextSetAlpha(port_, context.alpha);
@@ -26,8 +26,8 @@ PortScope::PortScope(AGContext const& context) : port_(context.NativePort()) {
 
 PortScope::~PortScope() { CGContextRestoreGState(port_); }
 
-void _LowAGContextInstallClipPath(AGContext const& context, CGContextRef port) {
-  AGPath const* clip = context.GetClipPath();
+void _LowAGContextInstallClipPath(const AGContext& context, CGContextRef port) {
+  const AGPath* clip = context.GetClipPath();
   if (clip == nullptr || clip->IsEmpty()) return;
   const AGPoint origin = clip->Origin();
   const MappedPath mapped(clip->NativePath(),
@@ -37,15 +37,15 @@ void _LowAGContextInstallClipPath(AGContext const& context, CGContextRef port) {
   CGContextClip(port);
 }
 
-AGAffineTransform PathToPort(AGContext const& context, AGPath const& path, AGAffineTransform const& transform) {
+AGAffineTransform PathToPort(const AGContext& context, const AGPath& path, const AGAffineTransform& transform) {
   const AGPoint origin = path.Origin();
   const auto placed = AGAffineTransformConcat(AGAffineTransformTranslation(origin.x, origin.y), transform);
   return context.transform.IsIdentity() ? placed : AGAffineTransformConcat(placed, context.transform);
 }
 
-CGAffineTransform NativeTransform(AGAffineTransform const& t) { return {t.a, t.b, t.c, t.d, t.tx, t.ty}; }
+CGAffineTransform NativeTransform(const AGAffineTransform& t) { return {t.a, t.b, t.c, t.d, t.tx, t.ty}; }
 
-MappedPath::MappedPath(CGPathRef path, AGAffineTransform const& transform) : path_(path), copy_(nullptr) {
+MappedPath::MappedPath(CGPathRef path, const AGAffineTransform& transform) : path_(path), copy_(nullptr) {
   if (transform.IsIdentity()) return;
   const CGAffineTransform m = NativeTransform(transform);
   copy_ = CGPathCreateCopyAndTransform(path, &m);
@@ -63,7 +63,7 @@ void SetStrokeColor(CGContextRef port, AGColor color) {
                              color.Blue() * kChannelToUnit, color.Alpha() * kChannelToUnit);
 }
 
-double PenWidth(AGContext const& context) {
+double PenWidth(const AGContext& context) {
   const AGAffineTransform& t = context.transform;
   const double size = context.pen.Size();
   if (context.pen.SizeMode() != kAGPenSizeModeRelative) return size;
@@ -76,7 +76,7 @@ AGColor ApplyColorFactor(AGColor color, double factor) {
           color.Alpha()};
 }
 
-AGAffineTransform FitBox(AGRect const& box, AGRect const& target, bool keepAspect) {
+AGAffineTransform FitBox(const AGRect& box, const AGRect& target, bool keepAspect) {
   AGRect fitted = target;
   if (keepAspect) {
     const double targetRatio = target.x1 == target.x0 ? 0 : target.Height() / target.Width();

@@ -9,9 +9,9 @@ namespace AGGraphicsLow {
 /// Saves the port's state for the time of one call and gives it the context's antialias switch, alpha and clip.
 class PortScope {
  public:
-  explicit PortScope(AGContext const& context);
-  PortScope(PortScope const&) = delete;
-  PortScope& operator=(PortScope const&) = delete;
+  explicit PortScope(const AGContext& context);
+  PortScope(const PortScope&) = delete;
+  PortScope& operator=(const PortScope&) = delete;
   ~PortScope();
 
  private:
@@ -19,19 +19,19 @@ class PortScope {
 };
 
 /// Narrows the port's clip to the context's clip path, which goes through the context's transform.
-void _LowAGContextInstallClipPath(AGContext const& context, CGContextRef port);
+void _LowAGContextInstallClipPath(const AGContext& context, CGContextRef port);
 
 /// From the path's own coordinates to the port's: its origin, the per-call transform, the context's.
-AGAffineTransform PathToPort(AGContext const& context, AGPath const& path, AGAffineTransform const& transform);
+AGAffineTransform PathToPort(const AGContext& context, const AGPath& path, const AGAffineTransform& transform);
 
-CGAffineTransform NativeTransform(AGAffineTransform const& t);
+CGAffineTransform NativeTransform(const AGAffineTransform& t);
 
 /// A native path through a transform for the time of a call; the path itself where that is the identity.
 class MappedPath {
  public:
-  MappedPath(CGPathRef path, AGAffineTransform const& transform);
-  MappedPath(MappedPath const&) = delete;
-  MappedPath& operator=(MappedPath const&) = delete;
+  MappedPath(CGPathRef path, const AGAffineTransform& transform);
+  MappedPath(const MappedPath&) = delete;
+  MappedPath& operator=(const MappedPath&) = delete;
   ~MappedPath();
 
   CGPathRef Get() const { return copy_ != nullptr ? copy_ : path_; }
@@ -42,7 +42,7 @@ class MappedPath {
 };
 
 /// The line width that the context's pen strokes with: a relative one grows with the context's transform.
-double PenWidth(AGContext const& context);
+double PenWidth(const AGContext& context);
 
 void SetFillColor(CGContextRef port, AGColor color);
 void SetStrokeColor(CGContextRef port, AGColor color);

@@ -90,7 +90,7 @@ class LaidOutText {
 
 // How a context draws text.
 struct TextPaint {
-  explicit TextPaint(AGContext const& context) {
+  explicit TextPaint(const AGContext& context) {
     const bool isVisible = context.alpha >= AGContext::kMinVisibleAlpha;
     fills = isVisible && context.brush.Appears();
     strokes = isVisible && context.pen.Appears();
@@ -111,7 +111,7 @@ struct TextPaint {
 };
 
 // Prepares the port, whose state the caller saved, for text through `transform` and then the context's own.
-void SetTextState(AGContext const& context, TextPaint const& paint, AGAffineTransform const& transform) {
+void SetTextState(const AGContext& context, const TextPaint& paint, const AGAffineTransform& transform) {
   CGContextRef port = context.NativePort();
   CGContextSetTextMatrix(port, CGAffineTransformIdentity);
   CGContextSetInterpolationQuality(port, context.antialias ? kCGInterpolationHigh : kCGInterpolationLow);
@@ -122,14 +122,14 @@ void SetTextState(AGContext const& context, TextPaint const& paint, AGAffineTran
   CGContextSetTextDrawingMode(port, paint.Mode(context.HasClip()));
 }
 
-bool CanDraw(AGContext const& context, AGFont const& font, TextPaint const& paint) {
+bool CanDraw(const AGContext& context, const AGFont& font, const TextPaint& paint) {
   return (paint.fills || paint.strokes) && context.NativePort() != nullptr && font.IsValid();
 }
 
 }  // namespace
 
-bool AGContextDrawUText(AGContext const& context, AGFont const& font, AKString const& string, AKUniChars const& text,
-                        AGPoint const& point, AGAffineTransform const& transform, AGTextAlignment alignment) {
+bool AGContextDrawUText(const AGContext& context, const AGFont& font, const AKString& string, const AKUniChars& text,
+                        const AGPoint& point, const AGAffineTransform& transform, AGTextAlignment alignment) {
   const TextPaint paint(context);
   if ((string.IsEmpty() && text.IsEmpty()) || !CanDraw(context, font, paint)) return false;
   bool hasLineBreak = false;
@@ -144,8 +144,8 @@ bool AGContextDrawUText(AGContext const& context, AGFont const& font, AKString c
   return true;
 }
 
-bool AGContextDrawStrings(AGContext const& context, AGFont const& font, AKStringArray const& strings,
-                          AGPointArray const& points, AGAffineTransform const& transform, AGTextAlignment alignment) {
+bool AGContextDrawStrings(const AGContext& context, const AGFont& font, const AKStringArray& strings,
+                          const AGPointArray& points, const AGAffineTransform& transform, AGTextAlignment alignment) {
   const TextPaint paint(context);
   const unsigned int count = std::min(strings.Count(), points.Count());
   if (count == 0 || !CanDraw(context, font, paint)) return false;
@@ -165,8 +165,8 @@ bool AGContextDrawStrings(AGContext const& context, AGFont const& font, AKString
   return drew;
 }
 
-bool AGPathAddUText(AGPath* path, AGFont const& font, AKString const& string, AKUniChars const& text,
-                    AGPoint const& point, AGTextAlignment alignment) {
+bool AGPathAddUText(AGPath* path, const AGFont& font, const AKString& string, const AKUniChars& text,
+                    const AGPoint& point, AGTextAlignment alignment) {
   if ((string.IsEmpty() && text.IsEmpty()) || !font.IsValid()) return false;
   bool hasLineBreak = false;
   const Owned<CFAttributedStringRef> attributed(
@@ -183,7 +183,7 @@ bool AGPathAddUText(AGPath* path, AGFont const& font, AKString const& string, AK
   return true;
 }
 
-AGSize AGFontGetUTextExtent(AGFont const& font, AKString const& string, AKUniChars const& text) {
+AGSize AGFontGetUTextExtent(const AGFont& font, const AKString& string, const AKUniChars& text) {
   AGSize extent;
   if ((string.IsEmpty() && text.IsEmpty()) || !font.IsValid()) return extent;
   bool hasLineBreak = false;
@@ -201,7 +201,7 @@ AGSize AGFontGetUTextExtent(AGFont const& font, AKString const& string, AKUniCha
   return extent;
 }
 
-double AGFontGetLineHeight(AGFont const& font) {
+double AGFontGetLineHeight(const AGFont& font) {
   return AGFontGetUTextExtent(font, AKString(" "), AKUniChars()).height;
 }
 

@@ -31,14 +31,14 @@ AGColor RandomColor(AGColor color, double amount) {
 AGBrush::AGBrush(AGBrushStyle style, AGColor color, AGColor color2)
     : style_(ClampStyle(style)), color_(color), color2_(color2) {}
 
-AGBrush::AGBrush(AGBrush const& other) { CopyFrom(other); }
+AGBrush::AGBrush(const AGBrush& other) { CopyFrom(other); }
 
-AGBrush& AGBrush::operator=(AGBrush const& other) {
+AGBrush& AGBrush::operator=(const AGBrush& other) {
   if (this != &other) CopyFrom(other);
   return *this;
 }
 
-void AGBrush::CopyFrom(AGBrush const& other) {
+void AGBrush::CopyFrom(const AGBrush& other) {
   customGradient_.reset();
   style_ = other.style_;
   fillMode_ = other.fillMode_;
@@ -81,7 +81,7 @@ void AGBrush::SetStyleLinearGradient(AGColor color, AGColor color2, double blend
 
 // A custom gradient is copied before the old one goes: the argument may be the brush's own.
 
-void AGBrush::SetStyleLinearGradient(AGColor color, AGColor color2, ATBrushCustomGradient<double> const& gradient,
+void AGBrush::SetStyleLinearGradient(AGColor color, AGColor color2, const ATBrushCustomGradient<double>& gradient,
                                      double angle) {
   auto copy = std::make_unique<ATBrushCustomGradient<double>>(gradient);
   SetStyleAndColors(kAGBrushStyleLinearGradient, color, color2);
@@ -96,7 +96,7 @@ void AGBrush::SetStyleRadialGradient(AGColor color, AGColor color2, double blend
   SetGradientCenterY(centerY);
 }
 
-void AGBrush::SetStyleRadialGradient(AGColor color, AGColor color2, ATBrushCustomGradient<double> const& gradient,
+void AGBrush::SetStyleRadialGradient(AGColor color, AGColor color2, const ATBrushCustomGradient<double>& gradient,
                                      double centerX, double centerY) {
   auto copy = std::make_unique<ATBrushCustomGradient<double>>(gradient);
   SetStyleAndColors(kAGBrushStyleRadialGradient, color, color2);

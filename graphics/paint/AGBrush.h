@@ -31,8 +31,8 @@ class AGBrush {
   AGBrush() = default;
   /// The defaults with a style (4 and above become 4) and two colours.
   AGBrush(AGBrushStyle style, AGColor color, AGColor color2);
-  AGBrush(AGBrush const& other);
-  AGBrush& operator=(AGBrush const& other);
+  AGBrush(const AGBrush& other);
+  AGBrush& operator=(const AGBrush& other);
   ~AGBrush() = default;
 
   void ResetCustomGradient() { customGradient_.reset(); }
@@ -42,10 +42,10 @@ class AGBrush {
   void SetStyleSolid(AGColor color);
   void SetStylePattern(AGColor color, AGColor color2, unsigned int patternIndex);
   void SetStyleLinearGradient(AGColor color, AGColor color2, double blend, double angle);
-  void SetStyleLinearGradient(AGColor color, AGColor color2, ATBrushCustomGradient<double> const& gradient,
+  void SetStyleLinearGradient(AGColor color, AGColor color2, const ATBrushCustomGradient<double>& gradient,
                               double angle);
   void SetStyleRadialGradient(AGColor color, AGColor color2, double blend, double centerX, double centerY);
-  void SetStyleRadialGradient(AGColor color, AGColor color2, ATBrushCustomGradient<double> const& gradient,
+  void SetStyleRadialGradient(AGColor color, AGColor color2, const ATBrushCustomGradient<double>& gradient,
                               double centerX, double centerY);
 
   void SetStyle(AGBrushStyle style);         ///< 0 to 4, above 4 becomes 4; resets the custom gradient
@@ -68,7 +68,7 @@ class AGBrush {
   double GradientCenterX() const { return centerX_; }
   double GradientCenterY() const { return centerY_; }
   /// Null when there is none; owned by the brush.
-  ATBrushCustomGradient<double> const* CustomGradient() const { return customGradient_.get(); }
+  const ATBrushCustomGradient<double>* CustomGradient() const { return customGradient_.get(); }
 
   /// Whether a fill would paint anything: a solid brush needs colour 1, the others either colour, with an alpha.
   bool Appears() const;
@@ -77,18 +77,18 @@ class AGBrush {
   void Randomize(double amount);
 
   /// The 40-byte record. A failed read leaves kAGNullBrush; values are not clamped. Returns the file's status.
-  int ReadFromFile(AKFile const& file);
+  int ReadFromFile(const AKFile& file);
   int WriteToFile(AKFile& file) const;
 
   /// The property dictionary. Reading keeps what it cannot read and always returns true; `convert` is handed to the
   /// value's accessors.
-  bool ReadFromValue(AKValue const& value, bool convert);
+  bool ReadFromValue(const AKValue& value, bool convert);
   void WriteToValue(AKValue* value) const;
 
  private:
   friend struct AGLayout;
 
-  void CopyFrom(AGBrush const& other);
+  void CopyFrom(const AGBrush& other);
   /// Drops the custom gradient, too.
   void SetStyleAndColors(AGBrushStyle style, AGColor color, AGColor color2);
 

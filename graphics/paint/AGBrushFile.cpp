@@ -45,7 +45,7 @@ class RecordWriter {
 
  private:
   template <typename T>
-  void Put(T const& value) {
+  void Put(const T& value) {
     std::memcpy(bytes_ + size_, &value, sizeof(value));
     size_ += sizeof(value);
   }
@@ -70,7 +70,7 @@ int AGBrush::WriteToFile(AKFile& file) const {
   return record.Write();
 }
 
-int AGBrush::ReadFromFile(AKFile const& file) {
+int AGBrush::ReadFromFile(const AKFile& file) {
   ResetCustomGradient();
   unsigned short reserved = 0;
   const int status =
@@ -95,7 +95,7 @@ int AGPen::WriteToFile(AKFile& file) const {
   return status == 0 ? brush_.WriteToFile(file) : status;
 }
 
-int AGPen::ReadFromFile(AKFile const& file) {
+int AGPen::ReadFromFile(const AKFile& file) {
   unsigned short reserved = 0;
   const int status =
       InOrder([&] { return AKFileReadUInt16(file, &sizeMode_); }, [&] { return AKFileReadUInt16(file, &lineCap_); },

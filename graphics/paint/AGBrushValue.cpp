@@ -41,45 +41,45 @@ double Degrees(double radians) { return static_cast<double>(static_cast<float>(r
 // One dictionary that is read from or written to, key by key.
 class Reader {
  public:
-  Reader(AKDictionary const& dictionary, bool convert) : dictionary_(dictionary), convert_(convert) {}
+  Reader(const AKDictionary& dictionary, bool convert) : dictionary_(dictionary), convert_(convert) {}
 
   template <typename Take>
-  void Number(AKString const& key, Take take) const {
+  void Number(const AKString& key, Take take) const {
     double value = 0;
     if (AKValueGetasFloat64(dictionary_.GetValue(key), &value, convert_)) take(value);
   }
 
   template <typename Take>
-  void Unsigned(AKString const& key, Take take) const {
+  void Unsigned(const AKString& key, Take take) const {
     unsigned int value = 0;
     if (AKValueGetasUInt(dictionary_.GetValue(key), &value, convert_)) take(value);
   }
 
   template <typename Take>
-  void Color(AKString const& key, Take take) const {
+  void Color(const AKString& key, Take take) const {
     AGColor value;
     if (AKValueGetasAGColor(dictionary_.GetValue(key), &value, convert_)) take(value);
   }
 
-  bool Word(AKString const& key, AKValueEnums const* words, unsigned int* value) const {
+  bool Word(const AKString& key, const AKValueEnums* words, unsigned int* value) const {
     return AKValueGetasEnum(dictionary_.GetValue(key), value, words);
   }
 
  private:
-  AKDictionary const& dictionary_;
+  const AKDictionary& dictionary_;
   bool convert_;
 };
 
-void WriteNumber(AKDictionary* dictionary, AKString const& key, double number) {
+void WriteNumber(AKDictionary* dictionary, const AKString& key, double number) {
   dictionary->SetValue(key, AKValueSetasFloat64(number));
 }
 
-void WriteColor(AKDictionary* dictionary, AKString const& key, AGColor color) {
+void WriteColor(AKDictionary* dictionary, const AKString& key, AGColor color) {
   dictionary->SetValue(key, AKValueSetasAGColor(color));
 }
 
-AKDictionary DictionaryOf(AKValue const& value) {
-  AKDictionary const* dictionary = value.GetasAKDictionary();
+AKDictionary DictionaryOf(const AKValue& value) {
+  const AKDictionary* dictionary = value.GetasAKDictionary();
   return dictionary != nullptr ? *dictionary : kAKNullDictionary;
 }
 
@@ -113,7 +113,7 @@ void AGBrush::WriteToValue(AKValue* value) const {
   value->SetasAKDictionary(dictionary);
 }
 
-bool AGBrush::ReadFromValue(AKValue const& value, bool convert) {
+bool AGBrush::ReadFromValue(const AKValue& value, bool convert) {
   ResetCustomGradient();
   const AKDictionary dictionary = DictionaryOf(value);
   const Reader reader(dictionary, convert);
@@ -152,7 +152,7 @@ void AGPen::WriteToValue(AKValue* value) const {
   value->SetasAKDictionary(dictionary);
 }
 
-bool AGPen::ReadFromValue(AKValue const& value, bool convert) {
+bool AGPen::ReadFromValue(const AKValue& value, bool convert) {
   const AKDictionary dictionary = DictionaryOf(value);
   if (dictionary.IsEmpty()) return true;
   brush_.ReadFromValue(dictionary.GetValue(kKey_Brush), convert);

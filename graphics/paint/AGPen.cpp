@@ -10,7 +10,7 @@ namespace {
 
 constexpr double kMaxSize = 96;
 
-std::unique_ptr<AGPenCustomArrow> CopyOf(std::unique_ptr<AGPenCustomArrow> const& arrow) {
+std::unique_ptr<AGPenCustomArrow> CopyOf(const std::unique_ptr<AGPenCustomArrow>& arrow) {
   return arrow ? std::make_unique<AGPenCustomArrow>(*arrow) : nullptr;
 }
 
@@ -23,7 +23,7 @@ AGPen::AGPen(AGBrushStyle style, AGColor color, AGColor color2, double size, AGP
   SetSize(size);
 }
 
-AGPen::AGPen(AGPen const& other)
+AGPen::AGPen(const AGPen& other)
     : sizeMode_(other.sizeMode_),
       lineCap_(other.lineCap_),
       lineJoin_(other.lineJoin_),
@@ -33,7 +33,7 @@ AGPen::AGPen(AGPen const& other)
       brush_(other.brush_),
       customArrow_(CopyOf(other.customArrow_)) {}
 
-AGPen& AGPen::operator=(AGPen const& other) {
+AGPen& AGPen::operator=(const AGPen& other) {
   if (this == &other) return *this;
   sizeMode_ = other.sizeMode_;
   lineCap_ = other.lineCap_;
@@ -63,7 +63,7 @@ void AGPen::SetSize(double size) { size_ = static_cast<float>(AGClamp(size, 0.0,
 void AGPen::SetRatio(double ratio) { ratio_ = static_cast<float>(AGClamp(ratio, 0.0, 1.0)); }
 void AGPen::SetAngle(double angle) { angle_ = static_cast<float>(AGNormalizeAngle(angle, kPi)); }
 
-void AGPen::SetCustomArrow(AGPenCustomArrow const& arrow) { customArrow_ = std::make_unique<AGPenCustomArrow>(arrow); }
+void AGPen::SetCustomArrow(const AGPenCustomArrow& arrow) { customArrow_ = std::make_unique<AGPenCustomArrow>(arrow); }
 
 void AGPen::Randomize(double amount) {
   size_ = static_cast<float>(AKRandom::_lowRandom(size_, 1, 32, amount));

@@ -33,8 +33,8 @@ class AGPen {
   AGPen() = default;
   /// Butt caps, mitre joins, a round nib, the size mode from the argument.
   AGPen(AGBrushStyle style, AGColor color, AGColor color2, double size, AGPenSizeMode mode);
-  AGPen(AGPen const& other);
-  AGPen& operator=(AGPen const& other);
+  AGPen(const AGPen& other);
+  AGPen& operator=(const AGPen& other);
   ~AGPen() = default;
 
   void ResetCustomArrow() { customArrow_.reset(); }
@@ -49,8 +49,8 @@ class AGPen {
   void SetSize(double size);             ///< line width, clamped to 0..96
   void SetRatio(double ratio);           ///< clamped to 0..1
   void SetAngle(double angle);           ///< radians, into [0, π); a negative multiple of π becomes π
-  void SetBrush(AGBrush const& brush) { brush_ = brush; }
-  void SetCustomArrow(AGPenCustomArrow const& arrow);
+  void SetBrush(const AGBrush& brush) { brush_ = brush; }
+  void SetCustomArrow(const AGPenCustomArrow& arrow);
 
   AGPenSizeMode SizeMode() const { return sizeMode_; }
   AGPenLineCap LineCap() const { return lineCap_; }
@@ -58,9 +58,9 @@ class AGPen {
   double Size() const { return size_; }
   double Ratio() const { return ratio_; }
   double Angle() const { return angle_; }
-  AGBrush const& Brush() const { return brush_; }
+  const AGBrush& Brush() const { return brush_; }
   /// Null when there is none; owned by the pen.
-  AGPenCustomArrow const* CustomArrow() const { return customArrow_.get(); }
+  const AGPenCustomArrow* CustomArrow() const { return customArrow_.get(); }
 
   /// A size above 0 and a brush that appears.
   bool Appears() const { return size_ > 0 && brush_.Appears(); }
@@ -68,11 +68,11 @@ class AGPen {
   void Randomize(double amount);
 
   /// The 80-byte record. A failed read leaves kAGNullPen; values are not clamped. Returns the file's status.
-  int ReadFromFile(AKFile const& file);
+  int ReadFromFile(const AKFile& file);
   int WriteToFile(AKFile& file) const;
 
   /// The property dictionary; see AGBrush.
-  bool ReadFromValue(AKValue const& value, bool convert);
+  bool ReadFromValue(const AKValue& value, bool convert);
   void WriteToValue(AKValue* value) const;
 
  private:

@@ -9,18 +9,18 @@
 template <typename T>
 class ATBrushCustomGradient {
  public:
-  void SetBounds(AGRect const& bounds) { bounds_ = bounds; }
-  AGRect const& Bounds() const { return bounds_; }
+  void SetBounds(const AGRect& bounds) { bounds_ = bounds; }
+  const AGRect& Bounds() const { return bounds_; }
 
   /// Replaces both arrays by `count` values; a null pointer or a count of 0 empties that array.
-  void SetFactors(float const* factors, float const* positions, unsigned int count) { Set(factors, positions, count); }
-  void SetFactors(double const* factors, double const* positions, unsigned int count) {
+  void SetFactors(const float* factors, const float* positions, unsigned int count) { Set(factors, positions, count); }
+  void SetFactors(const double* factors, const double* positions, unsigned int count) {
     Set(factors, positions, count);
   }
 
   /// The first element, or null when the array is empty.
-  T const* Positions() const { return positions_.Data(); }
-  T const* Factors() const { return factors_.Data(); }
+  const T* Positions() const { return positions_.Data(); }
+  const T* Factors() const { return factors_.Data(); }
   unsigned int FactorCount() const { return factors_.Count(); }
   unsigned int PositionCount() const { return positions_.Count(); }
 
@@ -28,7 +28,7 @@ class ATBrushCustomGradient {
   using Numbers = ATNumberArray<T, T, 0>;
 
   template <typename Source>
-  static void Fill(Numbers* target, Source const* source, unsigned int count) {
+  static void Fill(Numbers* target, const Source* source, unsigned int count) {
     Numbers values;
     if (source != nullptr) {
       values.Reserve(count);
@@ -38,7 +38,7 @@ class ATBrushCustomGradient {
   }
 
   template <typename Source>
-  void Set(Source const* factors, Source const* positions, unsigned int count) {
+  void Set(const Source* factors, const Source* positions, unsigned int count) {
     Numbers newPositions;
     Fill(&newPositions, positions, count);
     Fill(&factors_, factors, count);

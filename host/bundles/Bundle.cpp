@@ -12,7 +12,7 @@ namespace {
 using PluginMain = int (*)(void*);
 
 // dlopen looks along its search path for a name without a slash; a bundle is always the file that was named.
-std::string FileToOpen(std::string const& path) { return path.find('/') == std::string::npos ? "./" + path : path; }
+std::string FileToOpen(const std::string& path) { return path.find('/') == std::string::npos ? "./" + path : path; }
 
 }  // namespace
 
@@ -24,7 +24,7 @@ Bundle::~Bundle() {
   dlclose(library_);
 }
 
-std::unique_ptr<Bundle> Bundle::Load(std::string const& path, std::string* error) {
+std::unique_ptr<Bundle> Bundle::Load(const std::string& path, std::string* error) {
   const std::string file = FileToOpen(path);
   if (access(file.c_str(), R_OK) != 0) {
     *error = "can't open bundle \"" + path + "\": " + std::strerror(errno);
@@ -52,9 +52,9 @@ std::unique_ptr<Bundle> Bundle::Load(std::string const& path, std::string* error
   return bundle;
 }
 
-std::vector<RegisteredClass const*> Bundle::Classes() const {
-  std::vector<RegisteredClass const*> classes;
-  auto const& all = Host::Instance().Classes().Classes();
+std::vector<const RegisteredClass*> Bundle::Classes() const {
+  std::vector<const RegisteredClass*> classes;
+  const auto& all = Host::Instance().Classes().Classes();
   for (std::size_t i = firstClass_; i < all.size(); ++i) classes.push_back(&all[i]);
   return classes;
 }

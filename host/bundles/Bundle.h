@@ -15,15 +15,15 @@ namespace host {
 class Bundle {
  public:
   /// Null when the bundle can't be used, with one line in `*error` that says why.
-  static std::unique_ptr<Bundle> Load(std::string const& path, std::string* error);
+  static std::unique_ptr<Bundle> Load(const std::string& path, std::string* error);
 
-  Bundle(Bundle const&) = delete;
-  Bundle& operator=(Bundle const&) = delete;
+  Bundle(const Bundle&) = delete;
+  Bundle& operator=(const Bundle&) = delete;
   ~Bundle();
 
-  std::string const& Path() const { return path_; }
+  const std::string& Path() const { return path_; }
   /// The classes that the bundle registered.
-  std::vector<RegisteredClass const*> Classes() const;
+  std::vector<const RegisteredClass*> Classes() const;
 
  private:
   Bundle(std::string path, void* library);

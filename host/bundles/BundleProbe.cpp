@@ -27,8 +27,8 @@ class SpawnActions {
     posix_spawn_file_actions_addopen(&files_, STDIN_FILENO, "/dev/null", O_RDONLY, 0);
     posix_spawn_file_actions_addopen(&files_, STDERR_FILENO, "/dev/null", O_WRONLY, 0);
   }
-  SpawnActions(SpawnActions const&) = delete;
-  SpawnActions& operator=(SpawnActions const&) = delete;
+  SpawnActions(const SpawnActions&) = delete;
+  SpawnActions& operator=(const SpawnActions&) = delete;
   ~SpawnActions() {
     posix_spawn_file_actions_destroy(&files_);
     posix_spawnattr_destroy(&attributes_);
@@ -37,7 +37,7 @@ class SpawnActions {
   void SendOutputTo(int file) { posix_spawn_file_actions_adddup2(&files_, file, STDOUT_FILENO); }
 
   /// 0, or an errno.
-  int Start(std::string const& program, char* const* words, pid_t* process) const {
+  int Start(const std::string& program, char* const* words, pid_t* process) const {
     return posix_spawn(process, program.c_str(), &files_, &attributes_, words, environ);
   }
 
@@ -76,11 +76,11 @@ bool WaitUntil(pid_t process, Clock::time_point end, int* status) {
   return true;
 }
 
-std::string FirstLine(std::string const& text) { return text.substr(0, text.find('\n')); }
+std::string FirstLine(const std::string& text) { return text.substr(0, text.find('\n')); }
 
 }  // namespace
 
-bool ProbeBundle(std::string const& program, std::string const& bundle, std::chrono::milliseconds limit,
+bool ProbeBundle(const std::string& program, const std::string& bundle, std::chrono::milliseconds limit,
                  std::string* error) {
   const std::string name = "bundle \"" + bundle + "\"";
   int ends[2];

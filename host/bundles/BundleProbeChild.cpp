@@ -15,18 +15,18 @@
 namespace host {
 namespace {
 
-void Draw(DocumentObject const& object) {
+void Draw(const DocumentObject& object) {
   const AGBitmap bitmap(128, 128, AGBitmap::kFlagZeroFill);
   DrawObject(object, bitmap.GetContextOfBitmap(), object.brush, object.pen);
 }
 
-void WriteAndRead(AKObject const* object) {
+void WriteAndRead(const AKObject* object) {
   AKFile file(AKFile::kModeMemory);
   if (file.CreateForReadWrite() != 0 || AKClass::WriteObjectToFile(object, file) != 0 || file.SetPos(0) != 0) return;
   const Instance copy(AKClass::NewObjectFromFile(nullptr, file, 0));
 }
 
-void FillPanel(RegisteredClass const& entry, AKObject const* object) {
+void FillPanel(const RegisteredClass& entry, const AKObject* object) {
   if (entry.panel == nullptr || !HasSlot(*entry.record, kAKMethodInspector)) return;
   AKGUIEvent event;
   event.kind = AKGUIEvent::kFillControls;
@@ -34,7 +34,7 @@ void FillPanel(RegisteredClass const& entry, AKObject const* object) {
 }
 
 // What the calls return is the class's business; they have to come back.
-void Try(RegisteredClass const& entry) {
+void Try(const RegisteredClass& entry) {
   std::string error;
   const auto object = Document::NewObject(entry.record->classID, "-default", &error);
   if (object == nullptr) return;
@@ -46,7 +46,7 @@ void Try(RegisteredClass const& entry) {
 
 }  // namespace
 
-int RunProbe(std::string const& bundlePath) {
+int RunProbe(const std::string& bundlePath) {
   const rlimit none{0, 0};
   setrlimit(RLIMIT_CORE, &none);
   const QuietLog quiet;
@@ -56,7 +56,7 @@ int RunProbe(std::string const& bundlePath) {
     std::printf("%s\n", error.c_str());
     return 1;
   }
-  for (RegisteredClass const* entry : bundle->Classes()) Try(*entry);
+  for (const RegisteredClass* entry : bundle->Classes()) Try(*entry);
   return 0;
 }
 

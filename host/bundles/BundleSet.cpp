@@ -27,10 +27,10 @@ std::vector<std::string> Listed(const char* list) {
   return folders;
 }
 
-std::vector<path> FilesOf(std::string const& folder) {
+std::vector<path> FilesOf(const std::string& folder) {
   std::vector<path> files;
   std::error_code error;
-  for (auto const& entry : std::filesystem::directory_iterator(folder, error)) {
+  for (const auto& entry : std::filesystem::directory_iterator(folder, error)) {
     if (entry.path().extension() == ".so") files.push_back(entry.path());
   }
   std::sort(files.begin(), files.end());
@@ -38,7 +38,7 @@ std::vector<path> FilesOf(std::string const& folder) {
 }
 
 // A bundle's translations lie in the folder "locale" beside it.
-void AddCatalogues(std::string const& bundle) {
+void AddCatalogues(const std::string& bundle) {
   Localisation::Instance().AddFolder((path(bundle).parent_path() / "locale").string());
 }
 
@@ -48,7 +48,7 @@ BundleSet::~BundleSet() {
   while (!loaded_.empty()) loaded_.pop_back();
 }
 
-bool BundleSet::Load(std::string const& file, std::string* error) {
+bool BundleSet::Load(const std::string& file, std::string* error) {
   if (!program_.empty() && !ProbeBundle(program_, file, kProbeLimit, error)) return false;
   AddCatalogues(file);
   auto bundle = Bundle::Load(file, error);
@@ -58,7 +58,7 @@ bool BundleSet::Load(std::string const& file, std::string* error) {
 }
 
 void BundleSet::LoadFound() {
-  for (std::string const& file : Find()) {
+  for (const std::string& file : Find()) {
     std::string error;
     if (!Load(file, &error)) skipped_.push_back({file, error});
   }
@@ -79,8 +79,8 @@ std::vector<std::string> BundleSet::Folders() const {
 std::vector<std::string> BundleSet::Find() const {
   std::vector<std::string> files;
   std::set<std::string> names;
-  for (std::string const& folder : Folders()) {
-    for (path const& file : FilesOf(folder)) {
+  for (const std::string& folder : Folders()) {
+    for (const path& file : FilesOf(folder)) {
       if (names.insert(file.filename().string()).second) files.push_back(file.string());
     }
   }

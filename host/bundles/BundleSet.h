@@ -27,17 +27,17 @@ class BundleSet {
 
   /// `program` is the objecthost that tries bundles; empty to load them untried.
   explicit BundleSet(std::string program) : program_(std::move(program)) {}
-  BundleSet(BundleSet const&) = delete;
-  BundleSet& operator=(BundleSet const&) = delete;
+  BundleSet(const BundleSet&) = delete;
+  BundleSet& operator=(const BundleSet&) = delete;
   ~BundleSet();
 
   /// False, with one line in `*error`, when the bundle can't be used.
-  bool Load(std::string const& path, std::string* error);
+  bool Load(const std::string& path, std::string* error);
   /// Loads every bundle of the search path; those that can't be used are skipped.
   void LoadFound();
 
-  std::vector<std::unique_ptr<Bundle>> const& Loaded() const { return loaded_; }
-  std::vector<Skipped> const& NotLoaded() const { return skipped_; }
+  const std::vector<std::unique_ptr<Bundle>>& Loaded() const { return loaded_; }
+  const std::vector<Skipped>& NotLoaded() const { return skipped_; }
 
   /// The search path; folders need not exist.
   std::vector<std::string> Folders() const;

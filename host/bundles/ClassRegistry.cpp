@@ -22,7 +22,7 @@ void ClassRegistry::AddOwn(const char* id, const char* parent, const char* name)
   classes_.push_back({std::move(record), nullptr, false});
 }
 
-int ClassRegistry::Register(AKClassInfo const& info, AKClass** out) {
+int ClassRegistry::Register(const AKClassInfo& info, AKClass** out) {
   const bool complete = !(info.classID == kAKNullClassID) && info.className != nullptr && info.className[0] != '\0' &&
                         info.constructor != nullptr && info.destructor != nullptr && info.instanceSize != 0;
   if (out == nullptr || !complete) return AKLogError(kStatusBadInfo, "The description of a class is not complete");
@@ -48,15 +48,15 @@ void ClassRegistry::AttachPanel(AKClass* cls, AKGUIDesc* panel) {
   }
 }
 
-RegisteredClass const* ClassRegistry::FindEntry(AKClassID id) const {
-  for (RegisteredClass const& entry : classes_) {
+const RegisteredClass* ClassRegistry::FindEntry(AKClassID id) const {
+  for (const RegisteredClass& entry : classes_) {
     if (entry.record->classID == id) return &entry;
   }
   return nullptr;
 }
 
 AKClass* ClassRegistry::Find(AKClassID id) const {
-  RegisteredClass const* entry = FindEntry(id);
+  const RegisteredClass* entry = FindEntry(id);
   return entry == nullptr ? nullptr : entry->record.get();
 }
 
@@ -64,6 +64,6 @@ void ClassRegistry::RemoveAfter(std::size_t count) {
   while (classes_.size() > count) classes_.pop_back();
 }
 
-AKString const& DisplayName(AKClass const& cls) { return cls.names[1]; }
+const AKString& DisplayName(const AKClass& cls) { return cls.names[1]; }
 
 }  // namespace host

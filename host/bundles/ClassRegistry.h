@@ -29,14 +29,14 @@ class ClassRegistry {
   ClassRegistry();
 
   /// Makes a record from a bundle's description. Logs and returns a status above on failure.
-  int Register(AKClassInfo const& info, AKClass** out);
+  int Register(const AKClassInfo& info, AKClass** out);
   void AttachPanel(AKClass* cls, AKGUIDesc* panel);
 
   /// Null when there is none.
   AKClass* Find(AKClassID id) const;
-  RegisteredClass const* FindEntry(AKClassID id) const;
+  const RegisteredClass* FindEntry(AKClassID id) const;
   AKClass* Top() const { return classes_.front().record.get(); }
-  std::deque<RegisteredClass> const& Classes() const { return classes_; }
+  const std::deque<RegisteredClass>& Classes() const { return classes_; }
 
   /// Forgets the classes registered after the first `count`, the last first; their instances must be gone.
   void RemoveAfter(std::size_t count);
@@ -48,6 +48,6 @@ class ClassRegistry {
 };
 
 /// The name that users see: what the bundle set, or the class name.
-AKString const& DisplayName(AKClass const& cls);
+const AKString& DisplayName(const AKClass& cls);
 
 }  // namespace host

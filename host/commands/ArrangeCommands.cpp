@@ -14,9 +14,9 @@ struct Word {
 
 // One of a list of words.
 template <typename Value, std::size_t kCount>
-bool ParseWord(std::string const& text, Word<Value> const (&words)[kCount], Value* value, std::string* error) {
+bool ParseWord(const std::string& text, const Word<Value> (&words)[kCount], Value* value, std::string* error) {
   std::string known;
-  for (Word<Value> const& entry : words) {
+  for (const Word<Value>& entry : words) {
     if (text == entry.word) {
       *value = entry.value;
       return true;
@@ -36,18 +36,18 @@ constexpr Word<OrderChange> kOrders[] = {{"front", OrderChange::kToFront},
                                          {"forward", OrderChange::kForward},
                                          {"backward", OrderChange::kBackward}};
 
-bool ParseOffset(std::string const& text, std::vector<double>* offset, std::string* error) {
+bool ParseOffset(const std::string& text, std::vector<double>* offset, std::string* error) {
   return ParseList(text, 2, "an offset is two numbers as DX,DY", offset, error);
 }
 
-bool RunMove(EditContext& context, EditArguments const& arguments, std::string* error) {
+bool RunMove(EditContext& context, const EditArguments& arguments, std::string* error) {
   ObjectIDs ids;
   std::vector<double> offset;
   return ParseObjects(context, arguments.words[0], &ids, error) && ParseOffset(arguments.words[1], &offset, error) &&
          context.session->Move(ids, offset[0], offset[1], error);
 }
 
-bool RunResize(EditContext& context, EditArguments const& arguments, std::string* error) {
+bool RunResize(EditContext& context, const EditArguments& arguments, std::string* error) {
   ObjectIDs ids;
   std::vector<double> b;
   AGRect box;
@@ -61,7 +61,7 @@ bool RunResize(EditContext& context, EditArguments const& arguments, std::string
   return context.session->Resize(ids, box, to, error);
 }
 
-bool RunRotate(EditContext& context, EditArguments const& arguments, std::string* error) {
+bool RunRotate(EditContext& context, const EditArguments& arguments, std::string* error) {
   ObjectIDs ids;
   double degrees = 0;
   std::vector<double> about;
@@ -75,7 +75,7 @@ bool RunRotate(EditContext& context, EditArguments const& arguments, std::string
          context.session->Rotate(ids, degrees * kDegToRad, {about[0], about[1]}, error);
 }
 
-bool RunAlign(EditContext& context, EditArguments const& arguments, std::string* error) {
+bool RunAlign(EditContext& context, const EditArguments& arguments, std::string* error) {
   ObjectIDs ids;
   Alignment alignment{};
   return ParseObjects(context, arguments.words[0], &ids, error) &&
@@ -83,14 +83,14 @@ bool RunAlign(EditContext& context, EditArguments const& arguments, std::string*
          context.session->Align(ids, alignment, arguments.Has("page") ? AlignTo::kPage : AlignTo::kObjects, error);
 }
 
-bool RunDistribute(EditContext& context, EditArguments const& arguments, std::string* error) {
+bool RunDistribute(EditContext& context, const EditArguments& arguments, std::string* error) {
   ObjectIDs ids;
   Axis axis{};
   return ParseObjects(context, arguments.words[0], &ids, error) && ParseWord(arguments.words[1], kAxes, &axis, error) &&
          context.session->Distribute(ids, axis, error);
 }
 
-bool RunOrder(EditContext& context, EditArguments const& arguments, std::string* error) {
+bool RunOrder(EditContext& context, const EditArguments& arguments, std::string* error) {
   ObjectIDs ids;
   OrderChange change{};
   return ParseObjects(context, arguments.words[0], &ids, error) &&

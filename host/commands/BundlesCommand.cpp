@@ -10,22 +10,22 @@
 namespace host {
 namespace {
 
-int RunBundles(std::vector<std::string> const& words) {
+int RunBundles(const std::vector<std::string>& words) {
   CommandLine line({}, {});
   std::string error;
   if (!line.Parse(words, 0, 0, &error)) return Fail(error);
-  BundleSet const& bundles = Program::Bundles();
+  const BundleSet& bundles = Program::Bundles();
   std::printf("search path\n");
-  for (std::string const& folder : bundles.Folders()) std::printf("  %s\n", folder.c_str());
+  for (const std::string& folder : bundles.Folders()) std::printf("  %s\n", folder.c_str());
   std::printf("loaded\n");
-  for (auto const& bundle : bundles.Loaded()) {
+  for (const auto& bundle : bundles.Loaded()) {
     std::printf("  %s\n", bundle->Path().c_str());
-    for (RegisteredClass const* entry : bundle->Classes()) {
+    for (const RegisteredClass* entry : bundle->Classes()) {
       std::printf("    %-8s %s\n", entry->record->classID.chars, DisplayText(DisplayName(*entry->record)).c_str());
     }
   }
   if (!bundles.NotLoaded().empty()) std::printf("skipped\n");
-  for (BundleSet::Skipped const& skipped : bundles.NotLoaded()) std::printf("  %s\n", skipped.reason.c_str());
+  for (const BundleSet::Skipped& skipped : bundles.NotLoaded()) std::printf("  %s\n", skipped.reason.c_str());
   return 0;
 }
 

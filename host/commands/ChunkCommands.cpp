@@ -6,15 +6,15 @@
 namespace host {
 namespace {
 
-int RunOnPath(std::vector<std::string> const& words, int (*run)(const std::string&)) {
+int RunOnPath(const std::vector<std::string>& words, int (*run)(const std::string&)) {
   CommandLine line({}, {});
   std::string error;
   if (!line.Parse(words, 1, 1, &error)) return Fail(error);
   return run(line.Positional()[0]);
 }
 
-int RunDump(std::vector<std::string> const& words) { return RunOnPath(words, &DumpChunkFile); }
-int RunCheck(std::vector<std::string> const& words) { return RunOnPath(words, &CheckChunkFile); }
+int RunDump(const std::vector<std::string>& words) { return RunOnPath(words, &DumpChunkFile); }
+int RunCheck(const std::vector<std::string>& words) { return RunOnPath(words, &CheckChunkFile); }
 
 }  // namespace
 

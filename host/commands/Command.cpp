@@ -6,7 +6,7 @@
 
 namespace host {
 
-std::vector<Command> const& Commands() {
+const std::vector<Command>& Commands() {
   static const Command newOnFile = {kNewEdit.name, kNewEdit.summary, kNewEdit.help, &RunNewOnFile};
   static const std::vector<Command> commands = {
       newOnFile,
@@ -48,14 +48,14 @@ std::vector<Command> const& Commands() {
   return commands;
 }
 
-Command const* FindCommand(std::string const& name) {
-  for (Command const& command : Commands()) {
+const Command* FindCommand(const std::string& name) {
+  for (const Command& command : Commands()) {
     if (name == command.name) return &command;
   }
   return nullptr;
 }
 
-int Fail(std::string const& message) {
+int Fail(const std::string& message) {
   std::fprintf(stderr, "objecthost: %s\n", message.c_str());
   return 1;
 }

@@ -12,16 +12,16 @@ struct Command {
   const char* name;
   const char* summary;  ///< one line for the list of commands
   const char* help;     ///< usage and details
-  int (*run)(std::vector<std::string> const& words);
+  int (*run)(const std::vector<std::string>& words);
 };
 
 /// All commands, in the order in which they are listed.
-std::vector<Command> const& Commands();
+const std::vector<Command>& Commands();
 /// Null for an unknown name.
-Command const* FindCommand(std::string const& name);
+const Command* FindCommand(const std::string& name);
 
 /// Prints "objecthost: message" on standard error and returns 1.
-int Fail(std::string const& message);
+int Fail(const std::string& message);
 
 // The commands that do not work on one open document (those that do: EditCommand.h), one file an area.
 extern const Command kScriptCommand;

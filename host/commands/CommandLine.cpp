@@ -8,11 +8,11 @@ namespace host {
 namespace {
 
 // A dash before a digit or a point belongs to a number, or to several: "-20,5".
-bool IsOption(std::string const& word) {
+bool IsOption(const std::string& word) {
   return word.size() > 1 && word[0] == '-' && word[1] != '.' && (word[1] < '0' || word[1] > '9');
 }
 
-bool Contains(std::vector<std::string> const& list, std::string const& item) {
+bool Contains(const std::vector<std::string>& list, const std::string& item) {
   return std::find(list.begin(), list.end(), item) != list.end();
 }
 
@@ -21,10 +21,10 @@ bool Contains(std::vector<std::string> const& list, std::string const& item) {
 CommandLine::CommandLine(std::vector<std::string> withValue, std::vector<std::string> withoutValue)
     : withValue_(std::move(withValue)), withoutValue_(std::move(withoutValue)) {}
 
-bool CommandLine::Parse(std::vector<std::string> const& words, std::size_t least, std::size_t most,
+bool CommandLine::Parse(const std::vector<std::string>& words, std::size_t least, std::size_t most,
                         std::string* error) {
   for (std::size_t i = 0; i < words.size(); ++i) {
-    std::string const& word = words[i];
+    const std::string& word = words[i];
     if (!IsOption(word)) {
       positional_.push_back(word);
       continue;
@@ -54,17 +54,17 @@ bool CommandLine::Parse(std::vector<std::string> const& words, std::size_t least
   return true;
 }
 
-std::vector<std::string> CommandLine::Values(std::string const& option) const {
+std::vector<std::string> CommandLine::Values(const std::string& option) const {
   const auto found = values_.find(option);
   return found == values_.end() ? std::vector<std::string>() : found->second;
 }
 
-std::string CommandLine::Value(std::string const& option, std::string const& fallback) const {
+std::string CommandLine::Value(const std::string& option, const std::string& fallback) const {
   const auto found = values_.find(option);
   return found == values_.end() || found->second.empty() ? fallback : found->second.back();
 }
 
-bool SplitAssignment(std::string const& text, std::string* name, std::string* value) {
+bool SplitAssignment(const std::string& text, std::string* name, std::string* value) {
   const std::size_t middle = text.find('=');
   if (middle == std::string::npos || middle == 0) return false;
   *name = text.substr(0, middle);
@@ -72,9 +72,9 @@ bool SplitAssignment(std::string const& text, std::string* name, std::string* va
   return true;
 }
 
-bool ParseIndex(std::string const& text, std::size_t* value) { return ParseWhole(text, value); }
+bool ParseIndex(const std::string& text, std::size_t* value) { return ParseWhole(text, value); }
 
-bool ParseNumbers(std::string const& text, std::size_t count, std::vector<double>* values) {
+bool ParseNumbers(const std::string& text, std::size_t count, std::vector<double>* values) {
   values->clear();
   std::size_t start = 0;
   while (start <= text.size()) {

@@ -14,14 +14,14 @@ class CommandLine {
 
   /// Sorts the words. An argument that begins with a dash and a digit counts as positional. False, with one line in
   /// `*error`, for an unknown option, a missing value, or a count of positional arguments out of range.
-  bool Parse(std::vector<std::string> const& words, std::size_t least, std::size_t most, std::string* error);
+  bool Parse(const std::vector<std::string>& words, std::size_t least, std::size_t most, std::string* error);
 
-  std::vector<std::string> const& Positional() const { return positional_; }
-  bool Has(std::string const& option) const { return values_.count(option) != 0; }
+  const std::vector<std::string>& Positional() const { return positional_; }
+  bool Has(const std::string& option) const { return values_.count(option) != 0; }
   /// The values of an option in the order given; empty when it was not.
-  std::vector<std::string> Values(std::string const& option) const;
+  std::vector<std::string> Values(const std::string& option) const;
   /// The last value, or `fallback`.
-  std::string Value(std::string const& option, std::string const& fallback) const;
+  std::string Value(const std::string& option, const std::string& fallback) const;
 
  private:
   std::vector<std::string> withValue_;
@@ -31,12 +31,12 @@ class CommandLine {
 };
 
 /// "name=value" split at the first "="; false when there is none or the name is empty.
-bool SplitAssignment(std::string const& text, std::string* name, std::string* value);
+bool SplitAssignment(const std::string& text, std::string* name, std::string* value);
 
 /// A count or index: decimal digits only.
-bool ParseIndex(std::string const& text, std::size_t* value);
+bool ParseIndex(const std::string& text, std::size_t* value);
 
 /// `count` finite numbers separated by commas.
-bool ParseNumbers(std::string const& text, std::size_t count, std::vector<double>* values);
+bool ParseNumbers(const std::string& text, std::size_t count, std::vector<double>* values);
 
 }  // namespace host

@@ -23,9 +23,9 @@ namespace host {
 namespace {
 
 // Runs this program again and returns its exit code, or -1 when it could not be run.
-int RunSelf(std::vector<std::string> const& words) {
+int RunSelf(const std::vector<std::string>& words) {
   std::vector<std::string> all = {Program::ExecutablePath()};
-  for (auto const& bundle : Program::Bundles().Loaded()) {
+  for (const auto& bundle : Program::Bundles().Loaded()) {
     all.emplace_back("--bundle");
     all.push_back(bundle->Path());
   }
@@ -44,7 +44,7 @@ int RunSelf(std::vector<std::string> const& words) {
   return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
 }
 
-bool SaveScene(Document const& document, std::string const& base, std::string* error) {
+bool SaveScene(const Document& document, const std::string& base, std::string* error) {
   const std::string listing = FullListing(document);
   return WriteDocument(document, base + ".akd", error) &&
          ReplaceFile(base + ".txt", listing.data(), listing.size(), error) &&
@@ -53,7 +53,7 @@ bool SaveScene(Document const& document, std::string const& base, std::string* e
          ExportPicture(document, base + ".svg", {}, nullptr, error);
 }
 
-int RunDemo(std::vector<std::string> const& words) {
+int RunDemo(const std::vector<std::string>& words) {
   CommandLine line({}, {});
   std::string error;
   if (!line.Parse(words, 0, 1, &error)) return Fail(error);
@@ -62,7 +62,7 @@ int RunDemo(std::vector<std::string> const& words) {
     return Fail("can't make the folder \"" + folder + "\": " + std::strerror(errno));
   }
   const std::string base = folder + "/scene";
-  for (auto const& bundle : Program::Bundles().Loaded()) std::printf("Loaded the bundle %s\n", bundle->Path().c_str());
+  for (const auto& bundle : Program::Bundles().Loaded()) std::printf("Loaded the bundle %s\n", bundle->Path().c_str());
   {
     const auto session = MakeDemoScene(&error);
     if (!session) return Fail(error);
@@ -77,11 +77,11 @@ int RunDemo(std::vector<std::string> const& words) {
   return 0;
 }
 
-int RunVerify(std::vector<std::string> const& words) {
+int RunVerify(const std::vector<std::string>& words) {
   CommandLine line({"listing", "picture", "scale"}, {});
   std::string error;
   if (!line.Parse(words, 1, 1, &error)) return Fail(error);
-  std::string const& path = line.Positional()[0];
+  const std::string& path = line.Positional()[0];
   const auto document = ReadDocument(path, &error);
   if (!document) return Fail(error);
   std::string report = "  " + path + " opened: " + std::to_string(document->ObjectCount()) + " objects\n";

@@ -14,12 +14,12 @@ std::vector<std::string> Split(const char* words) {
   return split;
 }
 
-CommandLine LineOf(EditCommand const& command) {
+CommandLine LineOf(const EditCommand& command) {
   std::vector<std::string> flags = Split(command.flagOptions);
   return {Split(command.valueOptions), std::move(flags)};
 }
 
-bool AddNumber(EditContext const& context, std::string const& text, std::size_t* number, std::string* error) {
+bool AddNumber(const EditContext& context, const std::string& text, std::size_t* number, std::string* error) {
   if (!ParseIndex(text, number)) {
     *error = "\"" + text + "\" is no object number";
     return false;
@@ -31,7 +31,7 @@ bool AddNumber(EditContext const& context, std::string const& text, std::size_t*
 }
 
 // "3" or "4-6".
-bool AddRange(EditContext const& context, std::string const& text, ObjectIDs* ids, std::string* error) {
+bool AddRange(const EditContext& context, const std::string& text, ObjectIDs* ids, std::string* error) {
   const std::size_t dash = text.find('-', 1);
   std::size_t first = 0;
   std::size_t last = 0;
@@ -54,8 +54,8 @@ void EditContext::SetSession(std::unique_ptr<DocumentSession> next) {
   if (inScript && session) recovery = std::make_unique<Recovery>(*session, autosaveSeconds);
 }
 
-std::vector<EditCommand const*> const& EditCommands() {
-  static const std::vector<EditCommand const*> commands = {
+const std::vector<const EditCommand*>& EditCommands() {
+  static const std::vector<const EditCommand*> commands = {
       &kNewEdit,     &kOpenEdit,      &kSaveEdit, &kCloseEdit,  &kAddEdit,     &kListEdit,   &kGetEdit,
       &kSetEdit,     &kDeleteEdit,    &kMoveEdit, &kResizeEdit, &kRotateEdit,  &kAlignEdit,  &kDistributeEdit,
       &kOrderEdit,   &kDuplicateEdit, &kCopyEdit, &kCutEdit,    &kPasteEdit,   &kSelectEdit, &kLayersEdit,
@@ -65,14 +65,14 @@ std::vector<EditCommand const*> const& EditCommands() {
   return commands;
 }
 
-EditCommand const* FindEditCommand(std::string const& name) {
-  for (EditCommand const* command : EditCommands()) {
+const EditCommand* FindEditCommand(const std::string& name) {
+  for (const EditCommand* command : EditCommands()) {
     if (name == command->name) return command;
   }
   return nullptr;
 }
 
-bool RunInContext(EditCommand const& command, EditContext& context, std::vector<std::string> const& words,
+bool RunInContext(const EditCommand& command, EditContext& context, const std::vector<std::string>& words,
                   std::string* error) {
   if (!context.session && command.use != EditUse::kWithoutDocument) {
     *error = "no document is open: \"open FILE\" or \"new\" comes first";
@@ -84,12 +84,12 @@ bool RunInContext(EditCommand const& command, EditContext& context, std::vector<
   return command.run(context, {line, line.Positional()}, error);
 }
 
-int RunOnFile(EditCommand const& command, std::vector<std::string> const& words) {
+int RunOnFile(const EditCommand& command, const std::vector<std::string>& words) {
   CommandLine line = LineOf(command);
   EditContext context;
   std::string error;
   if (!line.Parse(words, command.least + 1, command.most + 1, &error)) return Fail(error);
-  std::vector<std::string> const& all = line.Positional();
+  const std::vector<std::string>& all = line.Positional();
   context.session = DocumentSession::Open(all[0], &error);
   if (!context.session || !command.run(context, {line, {all.begin() + 1, all.end()}}, &error)) return Fail(error);
   if (context.session->HasUnsavedChanges() && !context.session->Save(false, &error)) return Fail(error);
@@ -97,14 +97,14 @@ int RunOnFile(EditCommand const& command, std::vector<std::string> const& words)
   return 0;
 }
 
-bool ParseObjects(EditContext const& context, std::string const& text, ObjectIDs* ids, std::string* error) {
+bool ParseObjects(const EditContext& context, const std::string& text, ObjectIDs* ids, std::string* error) {
   ids->clear();
   if (text == "selected") {
     *ids = context.session->Selected().IDs();
     return true;
   }
   if (text == "all") {
-    context.Doc().ForEachObject([&](DocumentObject const& object) {
+    context.Doc().ForEachObject([&](const DocumentObject& object) {
       if (context.session->IsEditable(object.id)) ids->push_back(object.id);
     });
     return true;
@@ -117,21 +117,21 @@ bool ParseObjects(EditContext const& context, std::string const& text, ObjectIDs
   return true;
 }
 
-bool ParseObject(EditContext const& context, std::string const& text, ObjectID* id, std::string* error) {
+bool ParseObject(const EditContext& context, const std::string& text, ObjectID* id, std::string* error) {
   std::size_t number = 0;
   if (!AddNumber(context, text, &number, error)) return false;
   *id = context.Doc().ObjectAt(number).id;
   return true;
 }
 
-bool ParseLayer(EditContext const& context, std::string const& text, LayerID* id, std::string* error) {
-  auto const& layers = context.Doc().Layers();
+bool ParseLayer(const EditContext& context, const std::string& text, LayerID* id, std::string* error) {
+  const auto& layers = context.Doc().Layers();
   std::size_t number = 0;
   if (ParseIndex(text, &number) && number < layers.size()) {
     *id = layers[number]->id;
     return true;
   }
-  for (auto const& layer : layers) {
+  for (const auto& layer : layers) {
     if (layer->settings.name != text) continue;
     *id = layer->id;
     return true;
@@ -140,9 +140,9 @@ bool ParseLayer(EditContext const& context, std::string const& text, LayerID* id
   return false;
 }
 
-bool ParseAssignments(std::vector<std::string> const& words, std::vector<std::pair<std::string, std::string>>* pairs,
+bool ParseAssignments(const std::vector<std::string>& words, std::vector<std::pair<std::string, std::string>>* pairs,
                       std::string* error) {
-  for (std::string const& word : words) {
+  for (const std::string& word : words) {
     std::string name;
     std::string value;
     if (!SplitAssignment(word, &name, &value)) {
@@ -154,7 +154,7 @@ bool ParseAssignments(std::vector<std::string> const& words, std::vector<std::pa
   return true;
 }
 
-bool ParseList(std::string const& text, std::size_t count, const char* what, std::vector<double>* numbers,
+bool ParseList(const std::string& text, std::size_t count, const char* what, std::vector<double>* numbers,
                std::string* error) {
   if (ParseNumbers(text, count, numbers)) return true;
   *error = what;

@@ -26,14 +26,14 @@ struct EditContext {
   /// Leaves the document that was open for another one, or for null.
   void SetSession(std::unique_ptr<DocumentSession> next);
 
-  Document const& Doc() const { return session->Doc(); }
+  const Document& Doc() const { return session->Doc(); }
   /// The document's file in messages.
   std::string Name() const { return session->Path().empty() ? "the document" : "\"" + session->Path() + "\""; }
 };
 
 /// The words of a call, sorted.
 struct EditArguments {
-  CommandLine const& line;         ///< for the options
+  const CommandLine& line;         ///< for the options
   std::vector<std::string> words;  ///< without the file
 
   bool Has(const char* option) const { return line.Has(option); }
@@ -57,45 +57,45 @@ struct EditCommand {
   std::size_t least;  ///< count of words, without the file
   std::size_t most;
   /// False, with one line in `*error` and the document as it was.
-  bool (*run)(EditContext& context, EditArguments const& arguments, std::string* error);
+  bool (*run)(EditContext& context, const EditArguments& arguments, std::string* error);
 };
 
 inline constexpr std::size_t kManyWords = 100000;
 
 /// Runs a command on the words of a script line, its name taken off. False with one line in `*error`.
-bool RunInContext(EditCommand const& command, EditContext& context, std::vector<std::string> const& words,
+bool RunInContext(const EditCommand& command, EditContext& context, const std::vector<std::string>& words,
                   std::string* error);
 
 /// Runs a command on the file that the first word names, and saves what it changed.
-int RunOnFile(EditCommand const& command, std::vector<std::string> const& words);
+int RunOnFile(const EditCommand& command, const std::vector<std::string>& words);
 
-template <EditCommand const& kEdit>
-int RunAlone(std::vector<std::string> const& words) {
+template <const EditCommand& kEdit>
+int RunAlone(const std::vector<std::string>& words) {
   return RunOnFile(kEdit, words);
 }
 /// The edit as a command of the program.
-template <EditCommand const& kEdit>
+template <const EditCommand& kEdit>
 Command Alone() {
   return {kEdit.name, kEdit.summary, kEdit.help, &RunAlone<kEdit>};
 }
 
 /// All of them, in the order in which they are listed.
-std::vector<EditCommand const*> const& EditCommands();
-EditCommand const* FindEditCommand(std::string const& name);  ///< null for an unknown name
+const std::vector<const EditCommand*>& EditCommands();
+const EditCommand* FindEditCommand(const std::string& name);  ///< null for an unknown name
 
 // Words as things of the document. Each returns false with one line in `*error`.
 
 /// "3", "0,2-4", "all" (that can be edited) or "selected", as IDs.
-bool ParseObjects(EditContext const& context, std::string const& text, ObjectIDs* ids, std::string* error);
+bool ParseObjects(const EditContext& context, const std::string& text, ObjectIDs* ids, std::string* error);
 /// One object number.
-bool ParseObject(EditContext const& context, std::string const& text, ObjectID* id, std::string* error);
+bool ParseObject(const EditContext& context, const std::string& text, ObjectID* id, std::string* error);
 /// A layer by its number or its name.
-bool ParseLayer(EditContext const& context, std::string const& text, LayerID* id, std::string* error);
+bool ParseLayer(const EditContext& context, const std::string& text, LayerID* id, std::string* error);
 /// "NAME=VALUE" words as pairs.
-bool ParseAssignments(std::vector<std::string> const& words, std::vector<std::pair<std::string, std::string>>* pairs,
+bool ParseAssignments(const std::vector<std::string>& words, std::vector<std::pair<std::string, std::string>>* pairs,
                       std::string* error);
 /// Numbers separated by commas; `what` says what is taken, as in "--bounds takes four numbers as X0,Y0,X1,Y1".
-bool ParseList(std::string const& text, std::size_t count, const char* what, std::vector<double>* numbers,
+bool ParseList(const std::string& text, std::size_t count, const char* what, std::vector<double>* numbers,
                std::string* error);
 
 // The commands, one file an area.
@@ -108,6 +108,6 @@ extern const EditCommand kUndoEdit, kRedoEdit, kHistoryEdit, kBeginEdit, kEndEdi
 extern const EditCommand kNewEdit, kOpenEdit, kSaveEdit, kCloseEdit;
 
 /// `new` with the name of the file, as a command of its own.
-int RunNewOnFile(std::vector<std::string> const& words);
+int RunNewOnFile(const std::vector<std::string>& words);
 
 }  // namespace host

@@ -8,7 +8,7 @@
 namespace host {
 namespace {
 
-std::unique_ptr<DocumentSession> NewSession(CommandLine const& line, std::string* error) {
+std::unique_ptr<DocumentSession> NewSession(const CommandLine& line, std::string* error) {
   AGSize size{640, 480};
   AGColor background = kAGColorWhite;
   if (!ParsePageOptions(line, &size, &background, error)) return nullptr;
@@ -18,13 +18,13 @@ std::unique_ptr<DocumentSession> NewSession(CommandLine const& line, std::string
 }
 
 // A script may leave changes unsaved only when it says so.
-bool MayLeave(EditContext const& context, EditArguments const& arguments, std::string* error) {
+bool MayLeave(const EditContext& context, const EditArguments& arguments, std::string* error) {
   if (!context.session || !context.session->HasUnsavedChanges() || arguments.Has("discard")) return true;
   *error = context.Name() + " has unsaved changes: \"save\" it, or give --discard";
   return false;
 }
 
-bool RunNew(EditContext& context, EditArguments const& arguments, std::string* error) {
+bool RunNew(EditContext& context, const EditArguments& arguments, std::string* error) {
   if (!MayLeave(context, arguments, error)) return false;
   auto session = NewSession(arguments.line, error);
   if (!session) return false;
@@ -32,7 +32,7 @@ bool RunNew(EditContext& context, EditArguments const& arguments, std::string* e
   return true;
 }
 
-bool RunOpen(EditContext& context, EditArguments const& arguments, std::string* error) {
+bool RunOpen(EditContext& context, const EditArguments& arguments, std::string* error) {
   if (!MayLeave(context, arguments, error)) return false;
   auto session = DocumentSession::Open(arguments.words[0], error);
   if (!session) return false;
@@ -40,7 +40,7 @@ bool RunOpen(EditContext& context, EditArguments const& arguments, std::string* 
   return true;
 }
 
-bool RunSave(EditContext& context, EditArguments const& arguments, std::string* error) {
+bool RunSave(EditContext& context, const EditArguments& arguments, std::string* error) {
   if (context.session->IsStepOpen()) {
     *error = "a step is open: \"end\" or \"cancel\" comes first";
     return false;
@@ -49,13 +49,13 @@ bool RunSave(EditContext& context, EditArguments const& arguments, std::string* 
   return context.session->SaveAs(arguments.words[0], error);
 }
 
-bool RunClose(EditContext& context, EditArguments const& arguments, std::string* error) {
+bool RunClose(EditContext& context, const EditArguments& arguments, std::string* error) {
   if (!MayLeave(context, arguments, error)) return false;
   context.SetSession(nullptr);
   return true;
 }
 
-bool RunExport(EditContext& context, EditArguments const& arguments, std::string* error) {
+bool RunExport(EditContext& context, const EditArguments& arguments, std::string* error) {
   PictureOptions options;
   const std::string scale = arguments.Value("scale", "1");
   if (!ParseFinite(scale, &options.scale) || options.scale <= 0) {
@@ -74,7 +74,7 @@ bool RunExport(EditContext& context, EditArguments const& arguments, std::string
 
 }  // namespace
 
-int RunNewOnFile(std::vector<std::string> const& words) {
+int RunNewOnFile(const std::vector<std::string>& words) {
   CommandLine line({"size", "background"}, {});
   std::string error;
   if (!line.Parse(words, 1, 1, &error)) return Fail(error);

@@ -9,15 +9,15 @@
 namespace host {
 namespace {
 
-bool SaveItems(std::string const& folder, std::string* error) {
+bool SaveItems(const std::string& folder, std::string* error) {
   if (!MakeFolder(folder, error)) return false;
-  for (GalleryItem const& item : GalleryItems()) {
+  for (const GalleryItem& item : GalleryItems()) {
     if (!SavePNG(*DrawGalleryItem(item, 0), folder + "/" + item.name + ".png", error)) return false;
   }
   return true;
 }
 
-int RunGallery(std::vector<std::string> const& words) {
+int RunGallery(const std::vector<std::string>& words) {
   CommandLine line({"items"}, {});
   std::string error;
   if (!line.Parse(words, 0, 1, &error)) return Fail(error);

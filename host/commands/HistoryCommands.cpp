@@ -6,14 +6,14 @@ namespace host {
 namespace {
 
 // "undo" and "redo", once or as often as the word says.
-bool Repeat(EditContext& context, EditArguments const& arguments, bool isUndo, std::string* error) {
+bool Repeat(EditContext& context, const EditArguments& arguments, bool isUndo, std::string* error) {
   std::size_t times = 1;
   if (!arguments.words.empty() && !ParseIndex(arguments.words[0], &times)) {
     *error = "\"" + arguments.words[0] + "\" is no count of steps";
     return false;
   }
   DocumentSession& session = *context.session;
-  History const& steps = session.Steps();
+  const History& steps = session.Steps();
   const std::size_t known = isUndo ? steps.Position() : steps.Count() - steps.Position();
   if (session.IsStepOpen() || times > known) {
     *error = session.IsStepOpen() ? "a step is open: \"end\" or \"cancel\" comes first"
@@ -27,20 +27,20 @@ bool Repeat(EditContext& context, EditArguments const& arguments, bool isUndo, s
   return true;
 }
 
-bool RunUndo(EditContext& context, EditArguments const& arguments, std::string* error) {
+bool RunUndo(EditContext& context, const EditArguments& arguments, std::string* error) {
   return Repeat(context, arguments, true, error);
 }
 
-bool RunRedo(EditContext& context, EditArguments const& arguments, std::string* error) {
+bool RunRedo(EditContext& context, const EditArguments& arguments, std::string* error) {
   return Repeat(context, arguments, false, error);
 }
 
-bool RunHistory(EditContext& context, EditArguments const& arguments, std::string*) {
+bool RunHistory(EditContext& context, const EditArguments& arguments, std::string*) {
   if (arguments.IsJson()) {
     context.output = JsonOfHistory(*context.session);
     return true;
   }
-  History const& steps = context.session->Steps();
+  const History& steps = context.session->Steps();
   for (std::size_t i = 0; i < steps.Count(); ++i) {
     context.output += std::string(i < steps.Position() ? "done    " : "undone  ") + steps.NameAt(i) + "\n";
   }
@@ -48,24 +48,24 @@ bool RunHistory(EditContext& context, EditArguments const& arguments, std::strin
   return true;
 }
 
-bool RunBegin(EditContext& context, EditArguments const& arguments, std::string*) {
+bool RunBegin(EditContext& context, const EditArguments& arguments, std::string*) {
   context.session->BeginStep(arguments.words.empty() ? "" : arguments.words[0]);
   return true;
 }
 
-bool CheckOpen(EditContext const& context, std::string* error) {
+bool CheckOpen(const EditContext& context, std::string* error) {
   if (context.session->IsStepOpen()) return true;
   *error = "no step is open: \"begin\" comes first";
   return false;
 }
 
-bool RunEnd(EditContext& context, EditArguments const&, std::string* error) {
+bool RunEnd(EditContext& context, const EditArguments&, std::string* error) {
   if (!CheckOpen(context, error)) return false;
   context.session->EndStep();
   return true;
 }
 
-bool RunCancel(EditContext& context, EditArguments const&, std::string* error) {
+bool RunCancel(EditContext& context, const EditArguments&, std::string* error) {
   if (!CheckOpen(context, error)) return false;
   context.session->CancelStep();
   return true;

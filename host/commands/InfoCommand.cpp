@@ -12,7 +12,7 @@
 namespace host {
 namespace {
 
-void PrintRecord(AKClass const& cls) {
+void PrintRecord(const AKClass& cls) {
   std::printf("class \"%s\", ID \"%s\", parent \"%s\", %u bytes an instance\n", DisplayText(DisplayName(cls)).c_str(),
               cls.classID.chars, cls.parentClassID.chars, cls.instanceSize);
   std::printf("record of %zu bytes\n", sizeof(AKClass));
@@ -33,17 +33,17 @@ void PrintRecord(AKClass const& cls) {
 }
 
 // Addresses differ from run to run; what is said is whether a slot is filled, and in which form.
-void PrintSlots(AKClass const& cls) {
+void PrintSlots(const AKClass& cls) {
   std::printf("method slots\n");
   for (unsigned int i = 0; i < kAKMethodCount; ++i) {
-    AKMethodSlot const& slot = cls.methods[i];
+    const AKMethodSlot& slot = cls.methods[i];
     if (slot.function == 0) continue;
     std::printf("  %2u  at %4zu  %-23s %s, adjustment %td\n", i, 144 + sizeof(AKMethodSlot) * i, MethodName(i),
                 (slot.function & 1) != 0 ? "virtual" : "plain", slot.adjustment);
   }
 }
 
-int RunInfo(std::vector<std::string> const& words) {
+int RunInfo(const std::vector<std::string>& words) {
   CommandLine line({}, {"json"});
   std::string error;
   if (!line.Parse(words, 1, 1, &error)) return Fail(error);
@@ -54,10 +54,10 @@ int RunInfo(std::vector<std::string> const& words) {
     return 0;
   }
   std::printf("bundle %s\n", bundle->Path().c_str());
-  for (RegisteredClass const* entry : bundle->Classes()) {
+  for (const RegisteredClass* entry : bundle->Classes()) {
     PrintRecord(*entry->record);
     PrintSlots(*entry->record);
-    if (HostPanel const* panel = HostPanel::Of(entry->panel.get())) std::fputs(PanelListing(*panel).c_str(), stdout);
+    if (const HostPanel* panel = HostPanel::Of(entry->panel.get())) std::fputs(PanelListing(*panel).c_str(), stdout);
   }
   return 0;
 }

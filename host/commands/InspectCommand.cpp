@@ -8,9 +8,9 @@
 namespace host {
 namespace {
 
-std::string NameOrNothing(std::string const& actionName) { return actionName.empty() ? "no change" : actionName; }
+std::string NameOrNothing(const std::string& actionName) { return actionName.empty() ? "no change" : actionName; }
 
-bool CheckControl(Inspector const& inspector, std::string const& text, unsigned int* id, std::string* error) {
+bool CheckControl(const Inspector& inspector, const std::string& text, unsigned int* id, std::string* error) {
   if (!ParseWhole(text, id)) {
     *error = "\"" + text + "\" is no number of a control";
     return false;
@@ -20,7 +20,7 @@ bool CheckControl(Inspector const& inspector, std::string const& text, unsigned 
   return false;
 }
 
-bool ApplyChange(Inspector* inspector, std::string const& assignment, std::string* output, std::string* error) {
+bool ApplyChange(Inspector* inspector, const std::string& assignment, std::string* output, std::string* error) {
   std::string idText;
   std::string valueText;
   std::string actionName;
@@ -37,7 +37,7 @@ bool ApplyChange(Inspector* inspector, std::string const& assignment, std::strin
 }
 
 // "KIND" or "KIND,CONTROL".
-bool SendEvent(Inspector* inspector, std::string const& text, std::string* output, std::string* error) {
+bool SendEvent(Inspector* inspector, const std::string& text, std::string* output, std::string* error) {
   const std::size_t comma = text.find(',');
   unsigned int kind = 0;
   unsigned int control = 0;
@@ -56,7 +56,7 @@ bool SendEvent(Inspector* inspector, std::string const& text, std::string* outpu
   return true;
 }
 
-bool RunInspect(EditContext& context, EditArguments const& arguments, std::string* error) {
+bool RunInspect(EditContext& context, const EditArguments& arguments, std::string* error) {
   ObjectIDs ids;
   Inspector inspector;
   if (!ParseObjects(context, arguments.words[0], &ids, error) || !inspector.Open(context.session.get(), ids, error)) {
@@ -65,10 +65,10 @@ bool RunInspect(EditContext& context, EditArguments const& arguments, std::strin
   int status = inspector.Fill();
   EditStep step(*context.session, "");
   std::string changes;
-  for (std::string const& assignment : arguments.line.Values("set")) {
+  for (const std::string& assignment : arguments.line.Values("set")) {
     if (!ApplyChange(&inspector, assignment, &changes, error)) return false;
   }
-  for (std::string const& event : arguments.line.Values("event")) {
+  for (const std::string& event : arguments.line.Values("event")) {
     if (!SendEvent(&inspector, event, &changes, error)) return false;
   }
   step.End();

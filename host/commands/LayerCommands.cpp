@@ -9,13 +9,13 @@
 namespace host {
 namespace {
 
-bool RunLayers(EditContext& context, EditArguments const& arguments, std::string*) {
+bool RunLayers(EditContext& context, const EditArguments& arguments, std::string*) {
   if (arguments.IsJson()) {
     context.output = JsonOfLayers(*context.session);
     return true;
   }
   std::size_t number = 0;
-  for (auto const& layer : context.Doc().Layers()) {
+  for (const auto& layer : context.Doc().Layers()) {
     context.output += std::to_string(number++) + "  " + std::to_string(layer->objects.Count()) + " objects";
     if (!layer->settings.visible) context.output += ", hidden";
     if (layer->settings.locked) context.output += ", locked";
@@ -27,7 +27,7 @@ bool RunLayers(EditContext& context, EditArguments const& arguments, std::string
 
 using Words = std::vector<std::string>;
 
-bool AddLayer(EditContext& context, Words const& words, std::string* error) {
+bool AddLayer(EditContext& context, const Words& words, std::string* error) {
   std::size_t index = context.Doc().Layers().size();
   if (words.size() > 2 && (!ParseIndex(words[2], &index) || index > context.Doc().Layers().size())) {
     *error = "\"" + words[2] + "\" is no place of a layer";
@@ -42,59 +42,59 @@ bool AddLayer(EditContext& context, Words const& words, std::string* error) {
 struct LayerAction {
   const char* word;
   bool takesText;
-  bool (*run)(EditContext& context, LayerID id, std::string const& text, std::string* error);
+  bool (*run)(EditContext& context, LayerID id, const std::string& text, std::string* error);
 };
 
-bool MoveLayer(EditContext& context, LayerID id, std::string const& text, std::string* error) {
+bool MoveLayer(EditContext& context, LayerID id, const std::string& text, std::string* error) {
   std::size_t index = 0;
   if (ParseIndex(text, &index)) return context.session->MoveLayer(id, index, error);
   *error = "\"" + text + "\" is no place of a layer";
   return false;
 }
 
-bool TakeObjects(EditContext& context, LayerID id, std::string const& text, std::string* error) {
+bool TakeObjects(EditContext& context, LayerID id, const std::string& text, std::string* error) {
   ObjectIDs ids;
   return ParseObjects(context, text, &ids, error) && context.session->MoveToLayer(ids, id, error);
 }
 
 constexpr LayerAction kActions[] = {
     {"remove", false,
-     [](EditContext& c, LayerID id, std::string const&, std::string* error) {
+     [](EditContext& c, LayerID id, const std::string&, std::string* error) {
        return c.session->RemoveLayer(id, error);
      }},
     {"rename", true,
-     [](EditContext& c, LayerID id, std::string const& text, std::string* error) {
+     [](EditContext& c, LayerID id, const std::string& text, std::string* error) {
        return c.session->SetLayerName(id, text, error);
      }},
     {"show", false,
-     [](EditContext& c, LayerID id, std::string const&, std::string* error) {
+     [](EditContext& c, LayerID id, const std::string&, std::string* error) {
        return c.session->SetLayerVisible(id, true, error);
      }},
     {"hide", false,
-     [](EditContext& c, LayerID id, std::string const&, std::string* error) {
+     [](EditContext& c, LayerID id, const std::string&, std::string* error) {
        return c.session->SetLayerVisible(id, false, error);
      }},
     {"lock", false,
-     [](EditContext& c, LayerID id, std::string const&, std::string* error) {
+     [](EditContext& c, LayerID id, const std::string&, std::string* error) {
        return c.session->SetLayerLocked(id, true, error);
      }},
     {"unlock", false,
-     [](EditContext& c, LayerID id, std::string const&, std::string* error) {
+     [](EditContext& c, LayerID id, const std::string&, std::string* error) {
        return c.session->SetLayerLocked(id, false, error);
      }},
     {"move", true, &MoveLayer},
     {"take", true, &TakeObjects},
     {"activate", false,
-     [](EditContext& c, LayerID id, std::string const&, std::string*) {
+     [](EditContext& c, LayerID id, const std::string&, std::string*) {
        c.session->SetActiveLayer(id);
        return true;
      }},
 };
 
-bool RunLayer(EditContext& context, EditArguments const& arguments, std::string* error) {
-  Words const& words = arguments.words;
+bool RunLayer(EditContext& context, const EditArguments& arguments, std::string* error) {
+  const Words& words = arguments.words;
   if (words[0] == "add") return AddLayer(context, words, error);
-  for (LayerAction const& action : kActions) {
+  for (const LayerAction& action : kActions) {
     if (words[0] != action.word) continue;
     LayerID id = kNoLayerID;
     if (words.size() != (action.takesText ? 3 : 2)) {
@@ -108,7 +108,7 @@ bool RunLayer(EditContext& context, EditArguments const& arguments, std::string*
   return false;
 }
 
-bool RunPage(EditContext& context, EditArguments const& arguments, std::string* error) {
+bool RunPage(EditContext& context, const EditArguments& arguments, std::string* error) {
   AGSize size = context.Doc().Page();
   AGColor background = context.Doc().Background();
   if (!ParsePageOptions(arguments.line, &size, &background, error)) return false;

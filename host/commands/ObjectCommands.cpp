@@ -10,7 +10,7 @@
 namespace host {
 namespace {
 
-bool ParsePlacement(EditArguments const& arguments, ObjectPlacement* placement, std::string* error) {
+bool ParsePlacement(const EditArguments& arguments, ObjectPlacement* placement, std::string* error) {
   std::vector<double> b;
   double degrees = 0;
   if (!ParseList(arguments.Value("bounds", "0,0,100,100"), 4, "--bounds takes four numbers as X0,Y0,X1,Y1", &b,
@@ -25,7 +25,7 @@ bool ParsePlacement(EditArguments const& arguments, ObjectPlacement* placement, 
   return true;
 }
 
-bool RunAdd(EditContext& context, EditArguments const& arguments, std::string* error) {
+bool RunAdd(EditContext& context, const EditArguments& arguments, std::string* error) {
   DocumentSession& session = *context.session;
   ObjectPlacement placement;
   std::vector<std::pair<std::string, std::string>> pairs;
@@ -43,7 +43,7 @@ bool RunAdd(EditContext& context, EditArguments const& arguments, std::string* e
   return step.End();
 }
 
-bool RunList(EditContext& context, EditArguments const& arguments, std::string*) {
+bool RunList(EditContext& context, const EditArguments& arguments, std::string*) {
   if (arguments.IsJson()) {
     context.output = JsonOfDocument(*context.session);
   } else {
@@ -52,7 +52,7 @@ bool RunList(EditContext& context, EditArguments const& arguments, std::string*)
   return true;
 }
 
-bool RunGet(EditContext& context, EditArguments const& arguments, std::string* error) {
+bool RunGet(EditContext& context, const EditArguments& arguments, std::string* error) {
   ObjectID id = kNoObjectID;
   if (!ParseObject(context, arguments.words[0], &id, error)) return false;
   const AKDictionary properties = PropertiesOf(*context.Doc().Find(id));
@@ -61,7 +61,7 @@ bool RunGet(EditContext& context, EditArguments const& arguments, std::string* e
       context.output = JsonOfProperties(properties);
       return true;
     }
-    properties.ForEach([&context](AKString const& key, AKValue const& value) {
+    properties.ForEach([&context](const AKString& key, const AKValue& value) {
       context.output += DisplayText(key) + "=" + TextOf(value) + "\n";
     });
     return true;
@@ -71,12 +71,12 @@ bool RunGet(EditContext& context, EditArguments const& arguments, std::string* e
     *error = "there is no property \"" + arguments.words[1] + "\"";
     return false;
   }
-  AKValue const& value = properties.GetValue(path);
+  const AKValue& value = properties.GetValue(path);
   context.output = arguments.IsJson() ? JsonOfValue(value) : TextOf(value) + "\n";
   return true;
 }
 
-bool RunSet(EditContext& context, EditArguments const& arguments, std::string* error) {
+bool RunSet(EditContext& context, const EditArguments& arguments, std::string* error) {
   ObjectIDs ids;
   std::vector<std::pair<std::string, std::string>> pairs;
   return ParseObjects(context, arguments.words[0], &ids, error) &&
@@ -84,7 +84,7 @@ bool RunSet(EditContext& context, EditArguments const& arguments, std::string* e
          context.session->SetProperties(ids, pairs, error);
 }
 
-bool RunDelete(EditContext& context, EditArguments const& arguments, std::string* error) {
+bool RunDelete(EditContext& context, const EditArguments& arguments, std::string* error) {
   ObjectIDs ids;
   return ParseObjects(context, arguments.words[0], &ids, error) && context.session->Delete(ids, error);
 }

@@ -3,7 +3,7 @@
 namespace host {
 namespace {
 
-bool ParseColor(std::string const& text, AGColor* color, std::string* error) {
+bool ParseColor(const std::string& text, AGColor* color, std::string* error) {
   std::vector<double> numbers;
   if (!ParseNumbers(text, 3, &numbers)) {
     *error = "--background takes three numbers from 0 to 255 as RED,GREEN,BLUE";
@@ -23,7 +23,7 @@ bool ParseColor(std::string const& text, AGColor* color, std::string* error) {
 
 }  // namespace
 
-bool ParsePageOptions(CommandLine const& line, AGSize* size, AGColor* background, std::string* error) {
+bool ParsePageOptions(const CommandLine& line, AGSize* size, AGColor* background, std::string* error) {
   std::vector<double> sides = {size->width, size->height};
   if (line.Has("size") && (!ParseNumbers(line.Value("size", ""), 2, &sides) || sides[0] <= 0 || sides[1] <= 0)) {
     *error = "--size takes two numbers above 0 as WIDTH,HEIGHT";

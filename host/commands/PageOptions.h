@@ -8,6 +8,6 @@
 namespace host {
 
 /// Takes what is given; the rest stays. False, with one line in `*error`, when it makes no sense.
-bool ParsePageOptions(CommandLine const& line, AGSize* size, AGColor* background, std::string* error);
+bool ParsePageOptions(const CommandLine& line, AGSize* size, AGColor* background, std::string* error);
 
 }  // namespace host

@@ -12,8 +12,8 @@ class ProgressBar final : public Progress {
  public:
   /// `what` is one word for the work.
   explicit ProgressBar(std::string what);
-  ProgressBar(ProgressBar const&) = delete;
-  ProgressBar& operator=(ProgressBar const&) = delete;
+  ProgressBar(const ProgressBar&) = delete;
+  ProgressBar& operator=(const ProgressBar&) = delete;
   /// Wipes the bar away.
   ~ProgressBar() override;
 

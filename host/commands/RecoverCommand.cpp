@@ -19,19 +19,19 @@ std::string TimeText(std::int64_t time) {
   return text;
 }
 
-void PrintList(std::vector<RecoveryFile> const& found) {
+void PrintList(const std::vector<RecoveryFile>& found) {
   if (found.empty()) std::printf("nothing is to be recovered\n");
   for (std::size_t i = 0; i < found.size(); ++i) {
-    std::string const& original = found[i].original;
+    const std::string& original = found[i].original;
     std::printf("%zu  %s  %s\n", i, TimeText(found[i].time).c_str(),
                 original.empty() ? "(never saved)" : original.c_str());
   }
 }
 
-void PrintJson(std::vector<RecoveryFile> const& found) {
+void PrintJson(const std::vector<RecoveryFile>& found) {
   JsonWriter json;
   json.BeginArray();
-  for (RecoveryFile const& recovery : found) {
+  for (const RecoveryFile& recovery : found) {
     json.BeginObject();
     json.String("original", recovery.original);
     json.String("file", recovery.file);
@@ -42,14 +42,14 @@ void PrintJson(std::vector<RecoveryFile> const& found) {
   std::fputs(json.Line().c_str(), stdout);
 }
 
-int RecoverInto(RecoveryFile const& recovery, std::string const& path) {
+int RecoverInto(const RecoveryFile& recovery, const std::string& path) {
   std::string error;
   const auto session = OpenRecovery(recovery, &error);
   const bool done = session && session->SaveAs(path, &error) && DiscardRecovery(recovery, &error);
   return done ? 0 : Fail(error);
 }
 
-int RunRecover(std::vector<std::string> const& words) {
+int RunRecover(const std::vector<std::string>& words) {
   CommandLine line({"to"}, {"discard", "json"});
   std::string error;
   if (!line.Parse(words, 0, 1, &error)) return Fail(error);
@@ -59,7 +59,7 @@ int RunRecover(std::vector<std::string> const& words) {
     return 0;
   }
   std::size_t number = 0;
-  std::string const& text = line.Positional()[0];
+  const std::string& text = line.Positional()[0];
   if (!ParseIndex(text, &number) || number >= found.size()) return Fail("there is no recovery file " + text);
   if (line.Has("to")) return RecoverInto(found[number], line.Value("to", ""));
   if (!line.Has("discard")) return Fail("--to has to name the file to recover into, or --discard be given");

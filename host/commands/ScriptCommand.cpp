@@ -22,7 +22,7 @@ std::string Help() {
       "comment. The first line that fails ends the script with its number and exit code 1. Nothing is\n"
       "saved but by \"save\". What is unsaved is kept for \"recover\" every SECONDS (10; 0 after each line)\n"
       "until the script has ended.\n\n";
-  for (EditCommand const* command : EditCommands()) {
+  for (const EditCommand* command : EditCommands()) {
     std::string name = command->name;
     name.resize(std::max<std::size_t>(name.size() + 1, 11), ' ');
     text += "  " + name + command->summary + "\n";
@@ -30,11 +30,11 @@ std::string Help() {
   return text + "\n\"objecthost COMMAND --help\" tells more of those that are commands of their own.\n";
 }
 
-bool RunLine(std::string const& text, EditContext& context, std::string* error) {
+bool RunLine(const std::string& text, EditContext& context, std::string* error) {
   std::vector<std::string> words;
   if (!SplitScriptLine(text, &words, error)) return false;
   if (words.empty()) return true;
-  EditCommand const* command = FindEditCommand(words[0]);
+  const EditCommand* command = FindEditCommand(words[0]);
   if (command == nullptr) {
     *error = "unknown command \"" + words[0] + "\"";
     return false;
@@ -42,7 +42,7 @@ bool RunLine(std::string const& text, EditContext& context, std::string* error) 
   return RunInContext(*command, context, {words.begin() + 1, words.end()}, error);
 }
 
-int RunLines(std::istream& lines, std::string const& name, EditContext& context) {
+int RunLines(std::istream& lines, const std::string& name, EditContext& context) {
   std::string error;
   std::size_t number = 0;
   for (std::string text; std::getline(lines, text);) {
@@ -60,7 +60,7 @@ int RunLines(std::istream& lines, std::string const& name, EditContext& context)
   return 0;
 }
 
-int RunScript(std::vector<std::string> const& words) {
+int RunScript(const std::vector<std::string>& words) {
   CommandLine line({"document", "autosave"}, {});
   EditContext context;
   context.inScript = true;

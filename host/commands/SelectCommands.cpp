@@ -11,12 +11,12 @@
 namespace host {
 namespace {
 
-bool ParseOffset(EditArguments const& arguments, const char* fallback, std::vector<double>* offset,
+bool ParseOffset(const EditArguments& arguments, const char* fallback, std::vector<double>* offset,
                  std::string* error) {
   return ParseList(arguments.Value("offset", fallback), 2, "--offset takes two numbers as DX,DY", offset, error);
 }
 
-bool FindWithin(EditContext const& context, EditArguments const& arguments, const char* option, Band rule,
+bool FindWithin(const EditContext& context, const EditArguments& arguments, const char* option, Band rule,
                 ObjectIDs* found, std::string* error) {
   std::vector<double> b;
   if (!ParseList(arguments.Value(option, ""), 4, "a band is four numbers as X0,Y0,X1,Y1", &b, error)) return false;
@@ -24,7 +24,7 @@ bool FindWithin(EditContext const& context, EditArguments const& arguments, cons
   return true;
 }
 
-bool FindAt(EditContext const& context, EditArguments const& arguments, ObjectIDs* found, std::string* error) {
+bool FindAt(const EditContext& context, const EditArguments& arguments, ObjectIDs* found, std::string* error) {
   std::vector<double> point;
   double tolerance = 0;
   if (!ParseList(arguments.Value("at", ""), 2, "--at takes two numbers as X,Y", &point, error)) return false;
@@ -37,7 +37,7 @@ bool FindAt(EditContext const& context, EditArguments const& arguments, ObjectID
   return true;
 }
 
-bool FindObjects(EditContext const& context, EditArguments const& arguments, ObjectIDs* found, std::string* error) {
+bool FindObjects(const EditContext& context, const EditArguments& arguments, ObjectIDs* found, std::string* error) {
   if (arguments.Has("at")) return FindAt(context, arguments, found, error);
   if (arguments.Has("within")) return FindWithin(context, arguments, "within", Band::kWithin, found, error);
   if (arguments.Has("touching")) return FindWithin(context, arguments, "touching", Band::kTouched, found, error);
@@ -48,7 +48,7 @@ bool FindObjects(EditContext const& context, EditArguments const& arguments, Obj
   return true;
 }
 
-bool RunSelect(EditContext& context, EditArguments const& arguments, std::string* error) {
+bool RunSelect(EditContext& context, const EditArguments& arguments, std::string* error) {
   ObjectIDs found;
   if (!FindObjects(context, arguments, &found, error)) return false;
   if (arguments.Has("add")) {
@@ -69,7 +69,7 @@ bool RunSelect(EditContext& context, EditArguments const& arguments, std::string
   return true;
 }
 
-bool RunDuplicate(EditContext& context, EditArguments const& arguments, std::string* error) {
+bool RunDuplicate(EditContext& context, const EditArguments& arguments, std::string* error) {
   ObjectIDs ids;
   std::vector<double> offset;
   return ParseObjects(context, arguments.words[0], &ids, error) && ParseOffset(arguments, "10,-10", &offset, error) &&
@@ -77,7 +77,7 @@ bool RunDuplicate(EditContext& context, EditArguments const& arguments, std::str
 }
 
 // The clipboard lives as long as the script; a command of its own needs a file.
-bool KeepClipboard(EditContext& context, EditArguments const& arguments, std::string bytes, std::string* error) {
+bool KeepClipboard(EditContext& context, const EditArguments& arguments, std::string bytes, std::string* error) {
   if (arguments.Has("to")) return ReplaceFile(arguments.Value("to", ""), bytes.data(), bytes.size(), error);
   if (!context.inScript) {
     *error = "outside of a script --to has to name the file that takes the objects";
@@ -87,7 +87,7 @@ bool KeepClipboard(EditContext& context, EditArguments const& arguments, std::st
   return true;
 }
 
-bool RunCopy(EditContext& context, EditArguments const& arguments, std::string* error) {
+bool RunCopy(EditContext& context, const EditArguments& arguments, std::string* error) {
   ObjectIDs ids;
   if (!ParseObjects(context, arguments.words[0], &ids, error)) return false;
   std::string bytes = context.session->Copy(ids);
@@ -96,7 +96,7 @@ bool RunCopy(EditContext& context, EditArguments const& arguments, std::string* 
   return false;
 }
 
-bool RunCut(EditContext& context, EditArguments const& arguments, std::string* error) {
+bool RunCut(EditContext& context, const EditArguments& arguments, std::string* error) {
   ObjectIDs ids;
   std::string bytes;
   if (!ParseObjects(context, arguments.words[0], &ids, error)) return false;
@@ -105,7 +105,7 @@ bool RunCut(EditContext& context, EditArguments const& arguments, std::string* e
          step.End();
 }
 
-bool RunPaste(EditContext& context, EditArguments const& arguments, std::string* error) {
+bool RunPaste(EditContext& context, const EditArguments& arguments, std::string* error) {
   std::vector<double> offset;
   std::string bytes = context.clipboard;
   if (!ParseOffset(arguments, "0,0", &offset, error)) return false;

@@ -9,7 +9,7 @@
 namespace host {
 namespace {
 
-int RunShapes(std::vector<std::string> const& words) {
+int RunShapes(const std::vector<std::string>& words) {
   CommandLine line({}, {});
   std::string error;
   if (!line.Parse(words, 0, 1, &error)) return Fail(error);

@@ -15,18 +15,18 @@
 namespace host {
 namespace {
 
-bool SaveBitmap(std::string const& path, std::string* error) {
+bool SaveBitmap(const std::string& path, std::string* error) {
   const AGBitmap bitmap(TextPageSize(), 0);
   DrawTextPage(bitmap.GetContextOfBitmap());
   return SavePNG(bitmap, path, error);
 }
 
-bool TakeBytes(void* info, void const* bytes, std::size_t count) {
-  static_cast<std::string*>(info)->append(static_cast<char const*>(bytes), count);
+bool TakeBytes(void* info, const void* bytes, std::size_t count) {
+  static_cast<std::string*>(info)->append(static_cast<const char*>(bytes), count);
   return true;
 }
 
-bool SavePage(PictureKind kind, std::string const& path, std::string* error) {
+bool SavePage(PictureKind kind, const std::string& path, std::string* error) {
   const AGSize size = TextPageSize();
   std::string file;
   CGContextRef page = (kind == PictureKind::kPDF ? &CGVectorContextCreatePDF : &CGVectorContextCreateSVG)(
@@ -39,7 +39,7 @@ bool SavePage(PictureKind kind, std::string const& path, std::string* error) {
   return false;
 }
 
-int RunText(std::vector<std::string> const& words) {
+int RunText(const std::vector<std::string>& words) {
   CommandLine line({}, {});
   std::string error;
   if (!line.Parse(words, 0, 1, &error)) return Fail(error);

@@ -11,14 +11,14 @@
 namespace host {
 namespace {
 
-int RunWindow(std::vector<std::string> const& words) {
+int RunWindow(const std::vector<std::string>& words) {
   CommandLine line({}, {});
   std::string error;
   if (!line.Parse(words, 0, 1000, &error)) return Fail(error);
   const std::string own = Program::ExecutablePath();
   std::vector<std::string> all = {own.substr(0, own.rfind('/') + 1) + "objecthost-window"};
-  for (std::string const& option : Program::BundleOptions()) all.push_back(option);
-  for (std::string const& path : line.Positional()) all.push_back(path);
+  for (const std::string& option : Program::BundleOptions()) all.push_back(option);
+  for (const std::string& path : line.Positional()) all.push_back(path);
   std::vector<char*> arguments;
   arguments.reserve(all.size() + 1);
   for (std::string& word : all) arguments.push_back(word.data());

@@ -49,11 +49,11 @@ constexpr SceneItem kInspected = {{60, 20, 220, 90}, 5, "0", 0, {240, 240, 210},
 constexpr unsigned int kNumberField = 1;
 constexpr unsigned int kSlider = 2;
 
-double RoundingOf(DocumentSession const& session, ObjectID id) {
+double RoundingOf(const DocumentSession& session, ObjectID id) {
   return AKValueGetasFloat64(PropertiesOf(*session.Doc().Find(id)).GetValue("Rounding"), false);
 }
 
-ObjectID AddItem(DocumentSession* session, SceneItem const& item, std::string* error) {
+ObjectID AddItem(DocumentSession* session, const SceneItem& item, std::string* error) {
   const ObjectID id = session->Add(kRectangle, "", {item.bounds, item.degrees * kDegToRad}, error);
   if (id == kNoObjectID) return id;
   AGBrush brush;
@@ -86,7 +86,7 @@ bool UseInspector(DocumentSession* session, ObjectID id, std::string* error) {
     double value;
     double expected;
   } steps[] = {{kSlider, 1.7, 1}, {kNumberField, 0.75, 0.75}};
-  for (auto const& step : steps) {
+  for (const auto& step : steps) {
     std::string actionName;
     inspector.Change(step.control, step.value, &actionName);
     const double field = inspector.Wrapper().GetValueAsFloat64(kNumberField);
@@ -109,7 +109,7 @@ std::unique_ptr<DocumentSession> MakeDemoScene(std::string* error) {
   auto document = std::make_unique<Document>(AGSize{640, 480});
   document->SetPage(document->Page(), AGColor(250, 250, 246));
   auto session = std::make_unique<DocumentSession>(std::move(document));
-  for (SceneItem const& item : kItems) {
+  for (const SceneItem& item : kItems) {
     if (AddItem(session.get(), item, error) == kNoObjectID) return nullptr;
   }
   const ObjectID inspected = AddItem(session.get(), kInspected, error);

@@ -13,7 +13,7 @@ constexpr unsigned int kCellWidth = kGalleryWidth * kZoom + kMargin;
 constexpr unsigned int kCellHeight = kGalleryHeight * kZoom + kLabelHeight + 2 * kMargin;
 
 // Pixel by pixel, since a resampled picture would hide the very pixels that the page is there to show.
-void CopyEnlarged(AGBitmap const& from, AGBitmap* to, unsigned int left, unsigned int bottom) {
+void CopyEnlarged(const AGBitmap& from, AGBitmap* to, unsigned int left, unsigned int bottom) {
   for (unsigned int y = 0; y < from.Height() * kZoom; ++y) {
     for (unsigned int x = 0; x < from.Width() * kZoom; ++x) {
       to->SetPixelColor(left + x, bottom + y, from.GetPixelColor(x / kZoom, y / kZoom));
@@ -33,7 +33,7 @@ std::vector<GalleryItem> GalleryItems() {
   return items;
 }
 
-std::unique_ptr<AGBitmap> DrawGalleryItem(GalleryItem const& item, unsigned int bitmapFlags) {
+std::unique_ptr<AGBitmap> DrawGalleryItem(const GalleryItem& item, unsigned int bitmapFlags) {
   auto bitmap = std::make_unique<AGBitmap>(kGalleryWidth, kGalleryHeight, bitmapFlags);
   if (!bitmap->IsOpen()) return bitmap;
   AGContext context = bitmap->GetContextOfBitmap();

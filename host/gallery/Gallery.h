@@ -24,7 +24,7 @@ struct GalleryItem {
 std::vector<GalleryItem> GalleryItems();
 
 /// The item on a new bitmap made with these flags of AGBitmap.
-std::unique_ptr<AGBitmap> DrawGalleryItem(GalleryItem const& item, unsigned int bitmapFlags);
+std::unique_ptr<AGBitmap> DrawGalleryItem(const GalleryItem& item, unsigned int bitmapFlags);
 
 /// All items in a labelled grid, each at twice its size.
 std::unique_ptr<AGBitmap> DrawGalleryPage();

@@ -35,7 +35,7 @@ AGImage Stripes() {
 }
 
 // The image after a way through a file of the format.
-AGImage ThroughFile(AGImage const& image, AGImageFileFormat format) {
+AGImage ThroughFile(const AGImage& image, AGImageFileFormat format) {
   AGImage read;
   AKFilePath path;
   const int descriptor = AKFileUtils::CreateUnusedFileInTemporaryDir(&path);
@@ -46,7 +46,7 @@ AGImage ThroughFile(AGImage const& image, AGImageFileFormat format) {
   return read;
 }
 
-void Image(AGContext& context, AGRect const& rect, bool keepAspect, AGImageQuality quality) {
+void Image(AGContext& context, const AGRect& rect, bool keepAspect, AGImageQuality quality) {
   context.DrawImage(SmallImage(), rect, keepAspect, quality);
 }
 

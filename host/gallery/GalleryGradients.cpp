@@ -14,18 +14,18 @@ void Linear(AGContext& context, double blend, double degrees) {
   context.DrawRect(kBox);
 }
 
-void Radial(AGContext& context, double blend, double x, double y, AGRect const& box = kBox) {
+void Radial(AGContext& context, double blend, double x, double y, const AGRect& box = kBox) {
   context.brush.SetStyleRadialGradient(kFrom, kTo, blend, x, y);
   context.DrawRect(box);
 }
 
-ATBrushCustomGradient<double> Stops(std::vector<double> const& factors, std::vector<double> const& positions) {
+ATBrushCustomGradient<double> Stops(const std::vector<double>& factors, const std::vector<double>& positions) {
   ATBrushCustomGradient<double> gradient;
   gradient.SetFactors(factors.data(), positions.data(), static_cast<unsigned int>(factors.size()));
   return gradient;
 }
 
-void CustomLinear(AGContext& context, ATBrushCustomGradient<double> const& gradient) {
+void CustomLinear(AGContext& context, const ATBrushCustomGradient<double>& gradient) {
   context.brush.SetStyleLinearGradient(kFrom, kTo, gradient, 0);
   context.DrawRect(kBox);
 }

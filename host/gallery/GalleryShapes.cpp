@@ -57,7 +57,7 @@ std::vector<GalleryItem> RectangleItems() {
        [](AGContext& context) {
          UseBoth(context);
          AGPointArray points;
-         for (AGPoint const& point : kZigzag) points.Append(point);
+         for (const AGPoint& point : kZigzag) points.Append(point);
          context.DrawLines(points, true);
        }},
       {"fit-aspect",

@@ -20,7 +20,7 @@ void Cap(AGContext& context, AGPenLineCap cap) {
   context.DrawSegment({16, 24}, {48, 24});
 }
 
-void Corner(AGContext& context, AGPenLineJoin join, AGPoint const& tip) {
+void Corner(AGContext& context, AGPenLineJoin join, const AGPoint& tip) {
   UsePen(context, 10);
   context.pen.SetLineJoin(join);
   const AGPoint points[] = {{10, 8}, tip, {tip.x + (tip.x - 10), 8}};
@@ -29,7 +29,7 @@ void Corner(AGContext& context, AGPenLineJoin join, AGPoint const& tip) {
   context.DrawPath(path);
 }
 
-void Scaled(AGContext& context, AGPenSizeMode mode, AGAffineTransform const& transform) {
+void Scaled(AGContext& context, AGPenSizeMode mode, const AGAffineTransform& transform) {
   UsePen(context, 3);
   context.pen.SetSizeMode(mode);
   context.transform = transform;

@@ -13,7 +13,7 @@ constexpr AGPoint kMiddle{32, 20};
 
 AGFont Font(double size, AGFontStyle style = kAGFontStyleRegular) { return {"DejaVu Sans", size, style}; }
 
-void Draw(AGContext& context, const char* text, AGFont const& font, AGPoint const& point, AGTextAlignment alignment) {
+void Draw(AGContext& context, const char* text, const AGFont& font, const AGPoint& point, AGTextAlignment alignment) {
   context.DrawText(text, font, point, kAGAffineTransformIdentity, alignment);
 }
 

@@ -143,12 +143,12 @@ std::vector<ShapeItem> ShapeAndPathItems() {
   };
 }
 
-void StrokeBox(AGContext& context, AGRect const& box, AGColor color) {
+void StrokeBox(AGContext& context, const AGRect& box, AGColor color) {
   context.pen.SetStyleSolid(color, 0.8, kAGPenSizeModeAbsolute);
   context.DrawRect(box);
 }
 
-void DrawItem(AGContext context, ShapeItem const& item, double left, double bottom) {
+void DrawItem(AGContext context, const ShapeItem& item, double left, double bottom) {
   AGPath path;
   item.build(path);
   context.pen.SetStyleSolid(kAGColorBlack, 1, kAGPenSizeModeAbsolute);

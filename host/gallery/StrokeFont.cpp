@@ -54,7 +54,7 @@ constexpr Glyph kGlyphs[] = {
     {'-', "0343"},
 };
 
-void AddGlyph(AGPath* path, const char* strokes, AGPoint const& origin, double unit) {
+void AddGlyph(AGPath* path, const char* strokes, const AGPoint& origin, double unit) {
   AGPointArray points;
   for (const char* at = strokes;; ++at) {
     if (*at == ' ' || *at == '\0') {
@@ -74,13 +74,13 @@ void AddGlyph(AGPath* path, const char* strokes, AGPoint const& origin, double u
 
 }  // namespace
 
-void DrawStrokeText(AGContext const& context, std::string const& text, AGPoint const& origin, double height) {
+void DrawStrokeText(const AGContext& context, const std::string& text, const AGPoint& origin, double height) {
   const double unit = height / 6;
   AGPath path;
   AGPoint pen = origin;
   for (const char character : text) {
     const int capital = std::toupper(static_cast<unsigned char>(character));
-    for (Glyph const& glyph : kGlyphs) {
+    for (const Glyph& glyph : kGlyphs) {
       if (glyph.character == capital) AddGlyph(&path, glyph.strokes, pen, unit);
     }
     pen.x += 5 * unit;

@@ -10,6 +10,6 @@ namespace host {
 /// Strokes the text with the context's pen, the lower left corner of its first letter at `origin`. Capitals are
 /// `height` units high and advance by that too, less a sixth. Small letters look like capitals; characters that the
 /// font lacks are blanks.
-void DrawStrokeText(AGContext const& context, std::string const& text, AGPoint const& origin, double height);
+void DrawStrokeText(const AGContext& context, const std::string& text, const AGPoint& origin, double height);
 
 }  // namespace host

@@ -37,7 +37,7 @@ void Aligned(AGContext& context, const char* text, AGTextAlignment alignment) {
   context.DrawText(text, Font(20), AGPoint{x, 50}, kAGAffineTransformIdentity, alignment);
 }
 
-void Centered(AGContext& context, AKUniChars const& text, AGFont const& font) {
+void Centered(AGContext& context, const AKUniChars& text, const AGFont& font) {
   context.brush.SetStyleSolid(kInk);
   context.DrawUText(text, font, kMiddle, kAGAffineTransformIdentity, kAGTextAlignmentCenter);
 }

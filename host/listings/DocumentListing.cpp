@@ -15,19 +15,19 @@ std::string Number(double value) {
   return text;
 }
 
-std::string RectText(AGRect const& rect) {
+std::string RectText(const AGRect& rect) {
   return "(" + Number(rect.x0) + ";" + Number(rect.y0) + ";" + Number(rect.x1) + ";" + Number(rect.y1) + ")";
 }
 
-std::string RoundedText(AKValue const& value) {
+std::string RoundedText(const AKValue& value) {
   if (value.Type() == kAKValueTypeFloat) {
     double number = 0;
     value.GetasFloat(&number, false);
     return Number(number);
   }
-  if (AKDictionary const* dictionary = value.GetasAKDictionary()) {
+  if (const AKDictionary* dictionary = value.GetasAKDictionary()) {
     std::string text = "{";
-    dictionary->ForEach([&text](AKString const& key, AKValue const& entry) {
+    dictionary->ForEach([&text](const AKString& key, const AKValue& entry) {
       text += (text.size() > 1 ? " " : "") + std::string(key.CStr()) + "=" + RoundedText(entry);
     });
     return text + "}";
@@ -35,22 +35,22 @@ std::string RoundedText(AKValue const& value) {
   return TextOf(value);
 }
 
-bool IsClassProperty(AKString const& key) {
+bool IsClassProperty(const AKString& key) {
   return !(key == "Bounds") && !(key == "Angle") && !(key == "Brush") && !(key == "Pen");
 }
 
-std::string Header(DocumentObject const& object, std::size_t index) {
+std::string Header(const DocumentObject& object, std::size_t index) {
   return std::to_string(index) + "  " + object.classID.chars + (object.IsPlaceholder() ? " (placeholder)" : "");
 }
 
 }  // namespace
 
-std::string ShortListing(Document const& document) {
+std::string ShortListing(const Document& document) {
   std::string text;
   std::size_t number = 0;
-  document.ForEachObject([&](DocumentObject const& object) {
+  document.ForEachObject([&](const DocumentObject& object) {
     text += Header(object, number++) + "  " + RectText(object.bounds) + "  " + Number(object.angle * kRadToDeg);
-    PropertiesOf(object).ForEach([&text](AKString const& key, AKValue const& value) {
+    PropertiesOf(object).ForEach([&text](const AKString& key, const AKValue& value) {
       if (IsClassProperty(key)) text += "  " + std::string(key.CStr()) + "=" + RoundedText(value);
     });
     text += "\n";
@@ -58,12 +58,12 @@ std::string ShortListing(Document const& document) {
   return text;
 }
 
-std::string FullListing(Document const& document) {
+std::string FullListing(const Document& document) {
   std::string text = "page " + Number(document.Page().width) + " by " + Number(document.Page().height) + "\n";
   std::size_t number = 0;
-  document.ForEachObject([&](DocumentObject const& object) {
+  document.ForEachObject([&](const DocumentObject& object) {
     text += Header(object, number++);
-    PropertiesOf(object).ForEach([&text](AKString const& key, AKValue const& value) {
+    PropertiesOf(object).ForEach([&text](const AKString& key, const AKValue& value) {
       text += "  " + std::string(key.CStr()) + "=" + RoundedText(value);
     });
     text += "\n";

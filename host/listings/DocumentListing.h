@@ -8,10 +8,10 @@
 namespace host {
 
 /// One line an object: number, class, bounds, angle in degrees, the properties of its class.
-std::string ShortListing(Document const& document);
+std::string ShortListing(const Document& document);
 
 /// The page and every property of every object. Numbers have seven digits: a curvature that a document keeps as a
 /// 32-bit float reads the same before and after.
-std::string FullListing(Document const& document);
+std::string FullListing(const Document& document);
 
 }  // namespace host

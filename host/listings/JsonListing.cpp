@@ -22,16 +22,16 @@ void WriteColor(JsonWriter* json, std::string_view name, AGColor color) {
                 static_cast<double>(color.Alpha())});
 }
 
-void WriteProperties(JsonWriter* json, AKDictionary const& properties) {
+void WriteProperties(JsonWriter* json, const AKDictionary& properties) {
   json->BeginObject();
-  properties.ForEach([json](AKString const& key, AKValue const& value) {
+  properties.ForEach([json](const AKString& key, const AKValue& value) {
     json->Key(DisplayText(key));
     json->Value(value);
   });
   json->EndObject();
 }
 
-void WritePage(JsonWriter* json, Document const& document) {
+void WritePage(JsonWriter* json, const Document& document) {
   json->Key("page");
   json->BeginObject();
   json->Number("width", document.Page().width);
@@ -40,7 +40,7 @@ void WritePage(JsonWriter* json, Document const& document) {
   json->EndObject();
 }
 
-void WriteObject(JsonWriter* json, DocumentSession const& session, DocumentObject const& object, std::size_t number) {
+void WriteObject(JsonWriter* json, const DocumentSession& session, const DocumentObject& object, std::size_t number) {
   json->BeginObject();
   json->Integer("number", static_cast<long long>(number));
   json->String("class", object.classID.chars);
@@ -53,7 +53,7 @@ void WriteObject(JsonWriter* json, DocumentSession const& session, DocumentObjec
   json->EndObject();
 }
 
-std::string JsonOf(DocumentSession const& session, bool withObjects) {
+std::string JsonOf(const DocumentSession& session, bool withObjects) {
   JsonWriter json;
   std::size_t number = 0;
   std::size_t layerNumber = 0;
@@ -61,7 +61,7 @@ std::string JsonOf(DocumentSession const& session, bool withObjects) {
   WritePage(&json, session.Doc());
   json.Key("layers");
   json.BeginArray();
-  for (auto const& layer : session.Doc().Layers()) {
+  for (const auto& layer : session.Doc().Layers()) {
     json.BeginObject();
     json.Integer("number", static_cast<long long>(layerNumber++));
     json.String("name", layer->settings.name);
@@ -71,7 +71,7 @@ std::string JsonOf(DocumentSession const& session, bool withObjects) {
     if (withObjects) {
       json.Key("objects");
       json.BeginArray();
-      layer->objects.ForEach([&](DocumentObject const& object) { WriteObject(&json, session, object, number++); });
+      layer->objects.ForEach([&](const DocumentObject& object) { WriteObject(&json, session, object, number++); });
       json.EndArray();
     } else {
       json.Integer("objects", static_cast<long long>(layer->objects.Count()));
@@ -83,7 +83,7 @@ std::string JsonOf(DocumentSession const& session, bool withObjects) {
   return json.Line();
 }
 
-void WriteControlValue(JsonWriter* json, HostControl const& control) {
+void WriteControlValue(JsonWriter* json, const HostControl& control) {
   json->Key("value");
   switch (control.Type()) {
     case ControlType::kColor: {
@@ -105,7 +105,7 @@ void WriteControlValue(JsonWriter* json, HostControl const& control) {
 }
 
 // The inspector that shows the panel tells what differs between its objects; null for a panel that nobody shows.
-void WriteControl(JsonWriter* json, HostControl const& control, Inspector const* inspector) {
+void WriteControl(JsonWriter* json, const HostControl& control, const Inspector* inspector) {
   int x0 = 0;
   int y0 = 0;
   int x1 = 0;
@@ -141,7 +141,7 @@ void WriteControl(JsonWriter* json, HostControl const& control, Inspector const*
   json->EndObject();
 }
 
-void WritePanel(JsonWriter* json, HostPanel const& panel, Inspector const* inspector) {
+void WritePanel(JsonWriter* json, const HostPanel& panel, const Inspector* inspector) {
   int width = 0;
   int height = 0;
   panel.GetPanelSize(&width, &height);
@@ -157,11 +157,11 @@ void WritePanel(JsonWriter* json, HostPanel const& panel, Inspector const* inspe
   json->EndObject();
 }
 
-void WriteSlots(JsonWriter* json, AKClass const& cls) {
+void WriteSlots(JsonWriter* json, const AKClass& cls) {
   json->Key("slots");
   json->BeginArray();
   for (unsigned int i = 0; i < kAKMethodCount; ++i) {
-    AKMethodSlot const& slot = cls.methods[i];
+    const AKMethodSlot& slot = cls.methods[i];
     if (slot.function == 0) continue;
     json->BeginObject();
     json->Integer("slot", i);
@@ -173,8 +173,8 @@ void WriteSlots(JsonWriter* json, AKClass const& cls) {
   json->EndArray();
 }
 
-void WriteClass(JsonWriter* json, RegisteredClass const& entry) {
-  AKClass const& cls = *entry.record;
+void WriteClass(JsonWriter* json, const RegisteredClass& entry) {
+  const AKClass& cls = *entry.record;
   json->BeginObject();
   json->String("id", cls.classID.chars);
   json->String("parent", cls.parentClassID.chars);
@@ -184,7 +184,7 @@ void WriteClass(JsonWriter* json, RegisteredClass const& entry) {
   json->Integer("flags", cls.flags);
   json->Integer("instance", cls.instanceSize);
   WriteSlots(json, cls);
-  if (HostPanel const* panel = HostPanel::Of(entry.panel.get())) {
+  if (const HostPanel* panel = HostPanel::Of(entry.panel.get())) {
     json->Key("panel");
     WritePanel(json, *panel, nullptr);
   }
@@ -193,41 +193,41 @@ void WriteClass(JsonWriter* json, RegisteredClass const& entry) {
 
 }  // namespace
 
-std::string JsonOfDocument(DocumentSession const& session) { return JsonOf(session, true); }
-std::string JsonOfLayers(DocumentSession const& session) { return JsonOf(session, false); }
+std::string JsonOfDocument(const DocumentSession& session) { return JsonOf(session, true); }
+std::string JsonOfLayers(const DocumentSession& session) { return JsonOf(session, false); }
 
-std::string JsonOfProperties(AKDictionary const& properties) {
+std::string JsonOfProperties(const AKDictionary& properties) {
   JsonWriter json;
   WriteProperties(&json, properties);
   return json.Line();
 }
 
-std::string JsonOfValue(AKValue const& value) {
+std::string JsonOfValue(const AKValue& value) {
   JsonWriter json;
   json.Value(value);
   return json.Line();
 }
 
-std::string JsonOfPanel(Inspector const& inspector) {
+std::string JsonOfPanel(const Inspector& inspector) {
   JsonWriter json;
   WritePanel(&json, inspector.Panel(), &inspector);
   return json.Line();
 }
 
-std::string JsonOfBundle(Bundle const& bundle) {
+std::string JsonOfBundle(const Bundle& bundle) {
   JsonWriter json;
   json.BeginObject();
   json.String("path", bundle.Path());
   json.Key("classes");
   json.BeginArray();
-  for (RegisteredClass const* entry : bundle.Classes()) WriteClass(&json, *entry);
+  for (const RegisteredClass* entry : bundle.Classes()) WriteClass(&json, *entry);
   json.EndArray();
   json.EndObject();
   return json.Line();
 }
 
-std::string JsonOfHistory(DocumentSession const& session) {
-  History const& steps = session.Steps();
+std::string JsonOfHistory(const DocumentSession& session) {
+  const History& steps = session.Steps();
   JsonWriter json;
   json.BeginObject();
   json.String("undo", session.UndoTitle());

@@ -14,23 +14,23 @@ namespace host {
 /// {"page": {"width", "height", "background": [r, g, b, a]}, "layers": [{"number", "name", "visible", "locked",
 /// "active", "objects": [{"number", "class", "placeholder", "selected", "bounds": [x0, y0, x1, y1], "angle" in degrees,
 /// "properties"}]}]}
-std::string JsonOfDocument(DocumentSession const& session);
+std::string JsonOfDocument(const DocumentSession& session);
 /// The same without the objects, whose count stands in their place.
-std::string JsonOfLayers(DocumentSession const& session);
+std::string JsonOfLayers(const DocumentSession& session);
 
-std::string JsonOfProperties(AKDictionary const& properties);
-std::string JsonOfValue(AKValue const& value);
+std::string JsonOfProperties(const AKDictionary& properties);
+std::string JsonOfValue(const AKValue& value);
 
 /// {"title", "width", "height", "multiple", "controls": [{"id", "type", "title", "x", "y", "width", "height",
 /// "visible", "enabled", "mixed", "shown", "value", "range": [a, b], "items": []}]}; the last three where the control
 /// has them.
-std::string JsonOfPanel(Inspector const& inspector);
+std::string JsonOfPanel(const Inspector& inspector);
 
 /// {"path", "classes": [{"id", "parent", "further", "name", "comments", "flags", "instance" in bytes, "slots":
 /// [{"slot", "method", "virtual", "adjustment"}], "panel" as above without "mixed", where the class has one}]}
-std::string JsonOfBundle(Bundle const& bundle);
+std::string JsonOfBundle(const Bundle& bundle);
 
 /// {"undo", "redo", "position", "steps": [names], "unsaved"}
-std::string JsonOfHistory(DocumentSession const& session);
+std::string JsonOfHistory(const DocumentSession& session);
 
 }  // namespace host

@@ -30,7 +30,7 @@ void AppendEscaped(std::string* text, char byte) {
   }
 }
 
-std::string Hexadecimal(AKMemoryBlock const& block) {
+std::string Hexadecimal(const AKMemoryBlock& block) {
   std::string digits;
   for (unsigned int i = 0; i < block.Size(); ++i) {
     char pair[4];
@@ -106,7 +106,7 @@ void JsonWriter::Null() {
   text_ += "null";
 }
 
-void JsonWriter::Value(AKValue const& value) {
+void JsonWriter::Value(const AKValue& value) {
   bool flag = false;
   long long integer = 0;
   double number = 0;
@@ -128,7 +128,7 @@ void JsonWriter::Value(AKValue const& value) {
       break;
     case kAKValueTypeDictionary:
       BeginObject();
-      value.GetasAKDictionary()->ForEach([this](AKString const& key, AKValue const& entry) {
+      value.GetasAKDictionary()->ForEach([this](const AKString& key, const AKValue& entry) {
         Key(DisplayText(key));
         Value(entry);
       });
@@ -136,7 +136,7 @@ void JsonWriter::Value(AKValue const& value) {
       break;
     case kAKValueTypeArray:
       BeginArray();
-      for (AKValue const& entry : *value.GetasAKValueArray()) Value(entry);
+      for (const AKValue& entry : *value.GetasAKValueArray()) Value(entry);
       EndArray();
       break;
     case kAKValueTypeBinary:

@@ -27,7 +27,7 @@ class JsonWriter {
   void Bool(bool value);
   void Null();
   /// A kit value: dictionaries become objects, arrays arrays, blocks of bytes hexadecimal digits, empty values null.
-  void Value(AKValue const& value);
+  void Value(const AKValue& value);
 
   // A name and its value.
 

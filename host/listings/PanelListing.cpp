@@ -7,7 +7,7 @@
 namespace host {
 namespace {
 
-std::string ControlLine(HostControl const& control) {
+std::string ControlLine(const HostControl& control) {
   int x0 = 0;
   int y0 = 0;
   int x1 = 0;
@@ -29,7 +29,7 @@ std::string ControlLine(HostControl const& control) {
 
 }  // namespace
 
-std::string PanelListing(HostPanel const& panel) {
+std::string PanelListing(const HostPanel& panel) {
   int width = 0;
   int height = 0;
   panel.GetPanelSize(&width, &height);

@@ -8,6 +8,6 @@
 namespace host {
 
 /// The panel, then one line a control: ID, type, place and size, and what it shows.
-std::string PanelListing(HostPanel const& panel);
+std::string PanelListing(const HostPanel& panel);
 
 }  // namespace host

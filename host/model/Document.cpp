@@ -11,7 +11,7 @@
 namespace host {
 namespace {
 
-AKObject* NewInstance(AKClassID classID, char const* format, ...) {
+AKObject* NewInstance(AKClassID classID, const char* format, ...) {
   va_list list;
   va_start(list, format);
   AKObject* object = AKClass::NewObjectWithArgs(nullptr, classID, format, list);
@@ -26,7 +26,7 @@ auto At(Layers& layers, std::size_t index) {
 
 }  // namespace
 
-Document::Document(AGSize const& page) : page_(page) { InsertLayer({TrWith("Layer %s", "1")}, 0); }
+Document::Document(const AGSize& page) : page_(page) { InsertLayer({TrWith("Layer %s", "1")}, 0); }
 
 Document::~Document() {
   objects_.ForEach([](DocumentObject& object) { InstanceCall::Destroy(std::move(object.instance)); });
@@ -40,13 +40,13 @@ void Document::Notify(Call call) const {
   }
 }
 
-void Document::NotifyArea(DocumentObject const& object, Layer const& layer) const {
+void Document::NotifyArea(const DocumentObject& object, const Layer& layer) const {
   if (!layer.settings.visible || observers_.empty()) return;
   const AGRect area = PaintedBox(object);
   Notify([&area](DocumentObserver& observer) { observer.OnAreaChanged(area); });
 }
 
-void Document::SetPage(AGSize const& page, AGColor background) {
+void Document::SetPage(const AGSize& page, AGColor background) {
   page_ = page;
   background_ = background;
   Notify([](DocumentObserver& observer) { observer.OnPageChanged(); });
@@ -54,7 +54,7 @@ void Document::SetPage(AGSize const& page, AGColor background) {
 
 Layer* Document::MutableLayer(LayerID id) { return layers_[IndexOfLayer(id)].get(); }
 
-Layer const* Document::FindLayer(LayerID id) const {
+const Layer* Document::FindLayer(LayerID id) const {
   const std::size_t index = IndexOfLayer(id);
   return index < layers_.size() ? layers_[index].get() : nullptr;
 }
@@ -88,7 +88,7 @@ void Document::MoveLayer(LayerID id, std::size_t index) {
   layers_.erase(At(layers_, from));
   layers_.insert(At(layers_, index), std::move(layer));
   Notify([](DocumentObserver& observer) { observer.OnLayersChanged(); });
-  MutableLayer(id)->objects.ForEach([&](DocumentObject const& object) { NotifyArea(object, *FindLayer(id)); });
+  MutableLayer(id)->objects.ForEach([&](const DocumentObject& object) { NotifyArea(object, *FindLayer(id)); });
 }
 
 void Document::SetLayerSettings(LayerID id, LayerSettings settings) {
@@ -97,7 +97,7 @@ void Document::SetLayerSettings(LayerID id, LayerSettings settings) {
   layer->settings = std::move(settings);
   Notify([](DocumentObserver& observer) { observer.OnLayersChanged(); });
   if (!shownOrHidden) return;
-  layer->objects.ForEach([this](DocumentObject const& object) {
+  layer->objects.ForEach([this](const DocumentObject& object) {
     const AGRect area = PaintedBox(object);
     Notify([&area](DocumentObserver& observer) { observer.OnAreaChanged(area); });
   });
@@ -109,28 +109,28 @@ AKObject* Document::StandInOf(LayerID id) {
   return layer->standIn.get();
 }
 
-DocumentObject const* Document::Find(ObjectID id) const {
-  ObjectTable::Entry const* entry = objects_.Find(id);
+const DocumentObject* Document::Find(ObjectID id) const {
+  const ObjectTable::Entry* entry = objects_.Find(id);
   return entry == nullptr ? nullptr : entry->object.get();
 }
 
-DocumentObject const* Document::FindByInstance(AKObject const* instance) const {
+const DocumentObject* Document::FindByInstance(const AKObject* instance) const {
   return Find(instances_.Find(instance));
 }
 
-Layer const* Document::LayerOf(ObjectID id) const {
-  ObjectTable::Entry const* entry = objects_.Find(id);
+const Layer* Document::LayerOf(ObjectID id) const {
+  const ObjectTable::Entry* entry = objects_.Find(id);
   if (entry == nullptr) return nullptr;
   FetchObject(entry->object.get());  // whoever asks goes on to the object
   return entry->layer;
 }
 
 ObjectPlace Document::PlaceOf(ObjectID id) const {
-  ObjectTable::Entry const& entry = *objects_.Find(id);
+  const ObjectTable::Entry& entry = *objects_.Find(id);
   return {entry.layer->id, entry.layer->objects.IndexOf(entry.object.get())};
 }
 
-DocumentObject const& Document::ObjectAt(std::size_t number) const {
+const DocumentObject& Document::ObjectAt(std::size_t number) const {
   std::size_t layer = 0;
   while (number >= layers_[layer]->objects.Count()) number -= layers_[layer++]->objects.Count();
   return *layers_[layer]->objects.At(number);
@@ -139,7 +139,7 @@ DocumentObject const& Document::ObjectAt(std::size_t number) const {
 std::size_t Document::NumberOf(ObjectID id) const {
   const ObjectPlace place = PlaceOf(id);
   std::size_t number = place.index;
-  for (auto const& layer : layers_) {
+  for (const auto& layer : layers_) {
     if (layer->id == place.layer) break;
     number += layer->objects.Count();
   }
@@ -156,7 +156,7 @@ std::unique_ptr<DocumentObject> Document::AdoptInstance(AKObject* instance) {
   return object;
 }
 
-std::unique_ptr<DocumentObject> Document::NewObject(AKClassID classID, std::string const& arguments,
+std::unique_ptr<DocumentObject> Document::NewObject(AKClassID classID, const std::string& arguments,
                                                     std::string* error) {
   const QuietLog quiet;
   const InstanceCall call(InstanceCall::Kind::kEdit);
@@ -167,14 +167,14 @@ std::unique_ptr<DocumentObject> Document::NewObject(AKClassID classID, std::stri
   return nullptr;
 }
 
-ObjectID Document::InsertObject(std::unique_ptr<DocumentObject> object, ObjectPlace const& place) {
+ObjectID Document::InsertObject(std::unique_ptr<DocumentObject> object, const ObjectPlace& place) {
   if (object->id == kNoObjectID) object->id = lastObject_ + 1;
   lastObject_ = std::max(lastObject_, object->id);
   const ObjectID id = object->id;
   Layer* layer = MutableLayer(place.layer);
   layer->objects.Insert(place.index, object.get());
   if (object->instance) instances_.Insert(object->instance.get(), id);
-  DocumentObject const& inserted = *object;
+  const DocumentObject& inserted = *object;
   objects_.Insert(std::move(object), layer);
   NotifyArea(inserted, *layer);
   Notify([id](DocumentObserver& observer) { observer.OnObjectChanged(id); });
@@ -182,7 +182,7 @@ ObjectID Document::InsertObject(std::unique_ptr<DocumentObject> object, ObjectPl
 }
 
 ObjectID Document::AppendObject(std::unique_ptr<DocumentObject> object) {
-  Layer const& last = *layers_.back();
+  const Layer& last = *layers_.back();
   return InsertObject(std::move(object), {last.id, last.objects.Count()});
 }
 
@@ -196,7 +196,7 @@ std::unique_ptr<DocumentObject> Document::RemoveObject(ObjectID id) {
   return object;
 }
 
-void Document::MoveObject(ObjectID id, ObjectPlace const& place) {
+void Document::MoveObject(ObjectID id, const ObjectPlace& place) {
   ObjectTable::Entry& entry = *objects_.Find(id);
   NotifyArea(*entry.object, *entry.layer);
   entry.layer->objects.Remove(entry.object.get());
@@ -217,21 +217,21 @@ void Document::ObjectChanged(DocumentObject* object) {
   Notify([object](DocumentObserver& observer) { observer.OnObjectChanged(object->id); });
 }
 
-void Document::SetPlacement(ObjectID id, ObjectPlacement const& placement) {
+void Document::SetPlacement(ObjectID id, const ObjectPlacement& placement) {
   DocumentObject* object = Mutable(id);
   object->bounds = placement.bounds;
   object->angle = placement.angle;
   ObjectChanged(object);
 }
 
-void Document::SetStyle(ObjectID id, AGBrush const& brush, AGPen const& pen) {
+void Document::SetStyle(ObjectID id, const AGBrush& brush, const AGPen& pen) {
   DocumentObject* object = Mutable(id);
   object->brush = brush;
   object->pen = pen;
   ObjectChanged(object);
 }
 
-void Document::ReplaceInstance(ObjectID id, Instance instance, AKMemoryBlock const& record) {
+void Document::ReplaceInstance(ObjectID id, Instance instance, const AKMemoryBlock& record) {
   DocumentObject* object = Mutable(id);
   instances_.Remove(object->instance.get());
   InstanceCall::Destroy(std::exchange(object->instance, std::move(instance)));
@@ -244,7 +244,7 @@ void Document::ReplaceInstance(ObjectID id, Instance instance, AKMemoryBlock con
   ObjectChanged(object);
 }
 
-void Document::NoteRecord(ObjectID id, AKMemoryBlock const& record) {
+void Document::NoteRecord(ObjectID id, const AKMemoryBlock& record) {
   DocumentObject* object = Mutable(id);
   object->record = record;
   ObjectChanged(object);

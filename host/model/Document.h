@@ -22,28 +22,28 @@ struct ObjectPlace {
   LayerID layer = kNoLayerID;
   std::size_t index = 0;
 
-  bool operator==(ObjectPlace const&) const = default;
+  bool operator==(const ObjectPlace&) const = default;
 };
 
 class Document {
  public:
   /// With one empty layer, "Layer 1".
-  explicit Document(AGSize const& page);
-  Document(Document const&) = delete;
-  Document& operator=(Document const&) = delete;
+  explicit Document(const AGSize& page);
+  Document(const Document&) = delete;
+  Document& operator=(const Document&) = delete;
   ~Document();
 
   // The page.
 
-  AGSize const& Page() const { return page_; }
+  const AGSize& Page() const { return page_; }
   AGColor Background() const { return background_; }
-  void SetPage(AGSize const& page, AGColor background);
+  void SetPage(const AGSize& page, AGColor background);
 
   // Layers. Functions that take the ID of a layer need one that exists unless they say otherwise.
 
-  std::vector<std::unique_ptr<Layer>> const& Layers() const { return layers_; }
-  Layer const& FirstLayer() const { return *layers_.front(); }
-  Layer const* FindLayer(LayerID id) const;  ///< null for an unknown ID
+  const std::vector<std::unique_ptr<Layer>>& Layers() const { return layers_; }
+  const Layer& FirstLayer() const { return *layers_.front(); }
+  const Layer* FindLayer(LayerID id) const;  ///< null for an unknown ID
   std::size_t IndexOfLayer(LayerID id) const;
   /// Puts a new empty layer at an index of 0 to the count of layers; 0 as its ID gives it a new one.
   LayerID InsertLayer(LayerSettings settings, std::size_t index, LayerID id = kNoLayerID);
@@ -58,38 +58,38 @@ class Document {
   // document unless they say otherwise.
 
   std::size_t ObjectCount() const { return objects_.Count(); }
-  DocumentObject const* Find(ObjectID id) const;                         ///< null for an unknown ID
-  DocumentObject const* FindByInstance(AKObject const* instance) const;  ///< null when there is none
-  Layer const* LayerOf(ObjectID id) const;                               ///< null for an unknown ID
+  const DocumentObject* Find(ObjectID id) const;                         ///< null for an unknown ID
+  const DocumentObject* FindByInstance(const AKObject* instance) const;  ///< null when there is none
+  const Layer* LayerOf(ObjectID id) const;                               ///< null for an unknown ID
   ObjectPlace PlaceOf(ObjectID id) const;
-  DocumentObject const& ObjectAt(std::size_t number) const;  ///< a number below ObjectCount()
+  const DocumentObject& ObjectAt(std::size_t number) const;  ///< a number below ObjectCount()
   std::size_t NumberOf(ObjectID id) const;
   /// Calls `f` with each object in drawing order.
   template <typename F>
   void ForEachObject(F f) const {
-    for (auto const& layer : layers_) layer->objects.ForEach([&f](DocumentObject const& object) { f(object); });
+    for (const auto& layer : layers_) layer->objects.ForEach([&f](const DocumentObject& object) { f(object); });
   }
 
   /// Makes an object of a class, initialised from argument text such as "-default", with a default brush and pen. Null
   /// when the class is unknown or refuses, with the reason in `*error`.
-  static std::unique_ptr<DocumentObject> NewObject(AKClassID classID, std::string const& arguments, std::string* error);
+  static std::unique_ptr<DocumentObject> NewObject(AKClassID classID, const std::string& arguments, std::string* error);
   /// The same around an instance that a plug-in made.
   static std::unique_ptr<DocumentObject> AdoptInstance(AKObject* instance);
 
   /// An object without an ID gets one.
-  ObjectID InsertObject(std::unique_ptr<DocumentObject> object, ObjectPlace const& place);
+  ObjectID InsertObject(std::unique_ptr<DocumentObject> object, const ObjectPlace& place);
   /// Puts the object in front of all others.
   ObjectID AppendObject(std::unique_ptr<DocumentObject> object);
   /// The caller disposes of the instance with InstanceCall::Destroy.
   std::unique_ptr<DocumentObject> RemoveObject(ObjectID id);
   /// The index counts without the object itself.
-  void MoveObject(ObjectID id, ObjectPlace const& place);
-  void SetPlacement(ObjectID id, ObjectPlacement const& placement);
-  void SetStyle(ObjectID id, AGBrush const& brush, AGPen const& pen);
+  void MoveObject(ObjectID id, const ObjectPlace& place);
+  void SetPlacement(ObjectID id, const ObjectPlacement& placement);
+  void SetStyle(ObjectID id, const AGBrush& brush, const AGPen& pen);
   /// Another instance of the same class with the record that it gives. Null makes the object a placeholder.
-  void ReplaceInstance(ObjectID id, Instance instance, AKMemoryBlock const& record);
+  void ReplaceInstance(ObjectID id, Instance instance, const AKMemoryBlock& record);
   /// The instance changed by itself: its record, kept from now on.
-  void NoteRecord(ObjectID id, AKMemoryBlock const& record);
+  void NoteRecord(ObjectID id, const AKMemoryBlock& record);
 
   // Views. An observer is removed before it dies.
 
@@ -102,7 +102,7 @@ class Document {
   void ObjectChanged(DocumentObject* object);
   template <typename Call>
   void Notify(Call call) const;
-  void NotifyArea(DocumentObject const& object, Layer const& layer) const;
+  void NotifyArea(const DocumentObject& object, const Layer& layer) const;
 
   AGSize page_;
   AGColor background_ = kAGColorWhite;

@@ -14,7 +14,7 @@ constexpr double kFringe = 1;
 
 }  // namespace
 
-void GetTurnedCorners(ObjectPlacement const& placement, AGPoint* out4) {
+void GetTurnedCorners(const ObjectPlacement& placement, AGPoint* out4) {
   const AGRect& b = placement.bounds;
   const AGPoint center = b.Center();
   const double c = std::cos(placement.angle);
@@ -27,18 +27,18 @@ void GetTurnedCorners(ObjectPlacement const& placement, AGPoint* out4) {
   }
 }
 
-AGRect TurnedBox(ObjectPlacement const& placement) {
+AGRect TurnedBox(const ObjectPlacement& placement) {
   AGPoint corners[4];
   GetTurnedCorners(placement, corners);
   AGRect box{corners[0].x, corners[0].y, corners[0].x, corners[0].y};
-  for (AGPoint const& corner : corners) {
+  for (const AGPoint& corner : corners) {
     box = {std::min(box.x0, corner.x), std::min(box.y0, corner.y), std::max(box.x1, corner.x),
            std::max(box.y1, corner.y)};
   }
   return box;
 }
 
-AGRect PaintedBox(DocumentObject const& object) {
+AGRect PaintedBox(const DocumentObject& object) {
   double reach = kFringe;
   if (object.IsPlaceholder()) {
     reach += 1;
@@ -49,7 +49,7 @@ AGRect PaintedBox(DocumentObject const& object) {
   return {box.x0 - reach, box.y0 - reach, box.x1 + reach, box.y1 + reach};
 }
 
-std::unique_ptr<DocumentObject> CopyState(DocumentObject const& object) {
+std::unique_ptr<DocumentObject> CopyState(const DocumentObject& object) {
   auto state = std::make_unique<DocumentObject>();
   state->id = object.id;
   state->classID = object.classID;
@@ -62,7 +62,7 @@ std::unique_ptr<DocumentObject> CopyState(DocumentObject const& object) {
   return state;
 }
 
-std::unique_ptr<DocumentObject> Revive(DocumentObject const& state) {
+std::unique_ptr<DocumentObject> Revive(const DocumentObject& state) {
   auto object = CopyState(state);
   if (object->IsPlaceholder()) return object;
   int status = 0;

@@ -27,7 +27,7 @@ struct ObjectPlacement {
   AGRect bounds{0, 0, 100, 100};
   double angle = 0;  ///< about the centre of the bounds
 
-  bool operator==(ObjectPlacement const&) const = default;
+  bool operator==(const ObjectPlacement&) const = default;
 };
 
 struct ObjectBlock;
@@ -54,20 +54,20 @@ struct DocumentObject {
 };
 
 /// The four corners of the turned bounds in order.
-void GetTurnedCorners(ObjectPlacement const& placement, AGPoint* out4);
+void GetTurnedCorners(const ObjectPlacement& placement, AGPoint* out4);
 
 /// The upright box of the turned bounds.
-AGRect TurnedBox(ObjectPlacement const& placement);
+AGRect TurnedBox(const ObjectPlacement& placement);
 
 /// A box outside of which the object paints nothing, provided that its class keeps to the bounds, the angle and the
 /// pen: the turned bounds with room for the pen and its mitres.
-AGRect PaintedBox(DocumentObject const& object);
+AGRect PaintedBox(const DocumentObject& object);
 
 /// Everything but the instance; the records are shared.
-std::unique_ptr<DocumentObject> CopyState(DocumentObject const& object);
+std::unique_ptr<DocumentObject> CopyState(const DocumentObject& object);
 
 /// An object in that state, with a new instance made from the record. When the class is gone or refuses its record, the
 /// object is a placeholder that keeps all of it.
-std::unique_ptr<DocumentObject> Revive(DocumentObject const& state);
+std::unique_ptr<DocumentObject> Revive(const DocumentObject& state);
 
 }  // namespace host

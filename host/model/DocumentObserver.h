@@ -12,7 +12,7 @@ class DocumentObserver {
   virtual ~DocumentObserver() = default;
 
   /// Everything within the area, in map units, has to be drawn again.
-  virtual void OnAreaChanged(AGRect const& /*area*/) {}
+  virtual void OnAreaChanged(const AGRect& /*area*/) {}
   /// The object's fields, its instance or its place in the order changed, or it was added or removed.
   virtual void OnObjectChanged(ObjectID /*object*/) {}
   /// Layers were added, removed, reordered, renamed, shown, hidden, locked or unlocked.

@@ -14,8 +14,8 @@ class InstanceCall {
   enum class Kind { kEdit, kDraw };
 
   explicit InstanceCall(Kind kind);
-  InstanceCall(InstanceCall const&) = delete;
-  InstanceCall& operator=(InstanceCall const&) = delete;
+  InstanceCall(const InstanceCall&) = delete;
+  InstanceCall& operator=(const InstanceCall&) = delete;
   ~InstanceCall();
 
   /// True within a call that draws.

@@ -13,7 +13,7 @@ struct LayerSettings {
   bool visible = true;
   bool locked = false;
 
-  bool operator==(LayerSettings const&) const = default;
+  bool operator==(const LayerSettings&) const = default;
 };
 
 struct Layer {

@@ -21,9 +21,9 @@ Instance LayerObject::Make(LayerID layer) {
   return Instance(memory == nullptr ? nullptr : new (memory) LayerObject(layer));
 }
 
-LayerID LayerObject::LayerOf(AKObject const* object) {
+LayerID LayerObject::LayerOf(const AKObject* object) {
   if (object == nullptr || !(object->ClassID() == ClassOfLayers())) return kNoLayerID;
-  return static_cast<LayerObject const*>(object)->layer_;
+  return static_cast<const LayerObject*>(object)->layer_;
 }
 
 }  // namespace host

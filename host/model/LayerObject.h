@@ -23,7 +23,7 @@ class LayerObject final : public AKObject {
   /// Null when there is no memory.
   static Instance Make(LayerID layer);
   /// The layer that the object stands for; kNoLayerID for null and for an object of another class.
-  static LayerID LayerOf(AKObject const* object);
+  static LayerID LayerOf(const AKObject* object);
 
   void _PureVirtualMethod() const override {}
 

@@ -9,8 +9,8 @@ namespace {
 constexpr std::size_t kMostEntries = 512;
 
 // Entries seldom move far from where they were seen last: the search goes outwards from there.
-std::size_t PositionIn(ObjectBlock const& block, DocumentObject* object) {
-  auto const& entries = block.entries;
+std::size_t PositionIn(const ObjectBlock& block, DocumentObject* object) {
+  const auto& entries = block.entries;
   const std::size_t guess = std::min<std::size_t>(object->slot, entries.size() - 1);
   std::size_t found = guess;
   for (std::size_t d = 0; entries[found].object != object; ++d) {
@@ -28,7 +28,7 @@ auto At(Entries& entries, std::size_t index) {
 
 }  // namespace
 
-void ObjectBlock::Include(AGRect const& box) {
+void ObjectBlock::Include(const AGRect& box) {
   if (box.IsEmpty()) return;
   if (painted.IsEmpty()) {
     painted = box;
@@ -87,7 +87,7 @@ void ObjectOrder::Split(ObjectBlock* block) {
   const std::size_t keep = block->number + 1 == blocks_.size() ? kMostEntries : block->entries.size() / 2;
   second->entries.assign(host::At(block->entries, keep), block->entries.end());
   block->entries.erase(host::At(block->entries, keep), block->entries.end());
-  for (ObjectEntry const& entry : second->entries) {
+  for (const ObjectEntry& entry : second->entries) {
     entry.object->block = second.get();
     entry.object->slot -= static_cast<std::uint32_t>(std::min<std::size_t>(keep, entry.object->slot));
     second->Include(entry.painted);

@@ -22,19 +22,19 @@ const AKString kKey_Angle(N_("Angle"));
 const AKString kKey_Brush(N_("Brush"));
 const AKString kKey_Pen(N_("Pen"));
 
-bool IsHostKey(AKString const& name) {
+bool IsHostKey(const AKString& name) {
   return name == kKey_Bounds || name == kKey_Angle || name == kKey_Brush || name == kKey_Pen;
 }
 
-AKString FirstName(AKString const& path) {
+AKString FirstName(const AKString& path) {
   const AKString name = path.BeforeFirst(".");
   return name.IsEmpty() ? path : name;
 }
 
-AKDictionary ClassProperties(DocumentObject const& object) {
+AKDictionary ClassProperties(const DocumentObject& object) {
   AKDictionary properties;
   if (object.IsPlaceholder()) return properties;
-  AKClass const& cls = *object.instance->Class();
+  const AKClass& cls = *object.instance->Class();
   if (HasSlot(cls, kAKMethodGetObjectProperties)) {
     const InstanceCall call(InstanceCall::Kind::kEdit);
     CallSlot<int, AKDictionary*>(cls, kAKMethodGetObjectProperties, object.instance.get(), &properties);
@@ -43,7 +43,7 @@ AKDictionary ClassProperties(DocumentObject const& object) {
 }
 
 // Four numbers in parentheses, the whole text.
-bool ParseRect(std::string const& text, AGRect* rect) {
+bool ParseRect(const std::string& text, AGRect* rect) {
   if (text.size() < 2 || text.front() != '(' || text.back() != ')') return false;
   double* const parts[] = {&rect->x0, &rect->y0, &rect->x1, &rect->y1};
   std::size_t start = 1;
@@ -56,7 +56,7 @@ bool ParseRect(std::string const& text, AGRect* rect) {
 }
 
 // A value of the same kind as `old` from text.
-bool ParseLike(AKValue const& old, std::string const& text, AKValue* value) {
+bool ParseLike(const AKValue& old, const std::string& text, AKValue* value) {
   double number = 0;
   AGRect rect;
   switch (old.Type()) {
@@ -84,7 +84,7 @@ bool ParseLike(AKValue const& old, std::string const& text, AKValue* value) {
   }
 }
 
-const char* KindName(AKValue const& value) {
+const char* KindName(const AKValue& value) {
   switch (value.Type()) {
     case kAKValueTypeBool:
       return "0 or 1";
@@ -99,8 +99,8 @@ const char* KindName(AKValue const& value) {
   }
 }
 
-void TakeProperty(DocumentObject const& object, HostFields* fields, AKString const& name, AKDictionary const& all) {
-  AKValue const& value = all.GetValue(name);
+void TakeProperty(const DocumentObject& object, HostFields* fields, const AKString& name, const AKDictionary& all) {
+  const AKValue& value = all.GetValue(name);
   double degrees = 0;
   if (name == kKey_Bounds) {
     AKValueGetasAGRect(value, &fields->placement.bounds, false);
@@ -113,13 +113,13 @@ void TakeProperty(DocumentObject const& object, HostFields* fields, AKString con
   } else {
     AKDictionary properties;
     properties.SetValue(name, value);
-    AKClass const& cls = *object.instance->Class();
+    const AKClass& cls = *object.instance->Class();
     const InstanceCall call(InstanceCall::Kind::kEdit);
-    CallSlot<int, AKDictionary const&>(cls, kAKMethodSetObjectProperties, object.instance.get(), properties);
+    CallSlot<int, const AKDictionary&>(cls, kAKMethodSetObjectProperties, object.instance.get(), properties);
   }
 }
 
-AKDictionary AllProperties(DocumentObject const& object, HostFields const& fields) {
+AKDictionary AllProperties(const DocumentObject& object, const HostFields& fields) {
   AKDictionary all = ClassProperties(object);
   AKValue value;
   all.SetValue(kKey_Bounds, AKValueSetasAGRect(fields.placement.bounds));
@@ -132,7 +132,7 @@ AKDictionary AllProperties(DocumentObject const& object, HostFields const& field
 }
 
 // Words and colours are texts too; what the object did not take is still its old text.
-bool WasTaken(AKValue const& value, AKValue const& old, AKValue const& now, std::string const& text) {
+bool WasTaken(const AKValue& value, const AKValue& old, const AKValue& now, const std::string& text) {
   if (value.Type() != kAKValueTypeString || now.IsEqual(value) || !now.IsEqual(old)) return true;
   AGColor color;
   return strGetasAGColor(text.c_str(), &color, kAGNullColor) && AKValueGetasAGColor(now, false) == color;
@@ -141,15 +141,15 @@ bool WasTaken(AKValue const& value, AKValue const& old, AKValue const& now, std:
 }  // namespace
 
 std::string ClassName(AKClassID classID) {
-  AKClass const* cls = Host::Instance().Classes().Find(classID);
+  const AKClass* cls = Host::Instance().Classes().Find(classID);
   return cls == nullptr ? classID.chars : DisplayText(DisplayName(*cls));
 }
 
-AKDictionary PropertiesOf(DocumentObject const& object) {
+AKDictionary PropertiesOf(const DocumentObject& object) {
   return AllProperties(object, {object.Placement(), object.brush, object.pen});
 }
 
-bool SetProperty(DocumentObject const& object, HostFields* fields, std::string const& path, std::string const& text,
+bool SetProperty(const DocumentObject& object, HostFields* fields, const std::string& path, const std::string& text,
                  std::string* error) {
   if (object.IsPlaceholder()) {
     *error = ErrorText("the object can't be changed: no bundle has its class \"%s\"", {object.classID.chars});
@@ -179,7 +179,7 @@ bool SetProperty(DocumentObject const& object, HostFields* fields, std::string c
   return false;
 }
 
-std::string TextOf(AKValue const& value) {
+std::string TextOf(const AKValue& value) {
   char buffer[32];
   switch (value.Type()) {
     case kAKValueTypeBool: {
@@ -202,7 +202,7 @@ std::string TextOf(AKValue const& value) {
       return DisplayText(*value.GetasAKString());
     case kAKValueTypeDictionary: {
       std::string text = "{";
-      value.GetasAKDictionary()->ForEach([&text](AKString const& key, AKValue const& entry) {
+      value.GetasAKDictionary()->ForEach([&text](const AKString& key, const AKValue& entry) {
         text += (text.size() > 1 ? " " : "") + DisplayText(key) + "=" + TextOf(entry);
       });
       return text + "}";

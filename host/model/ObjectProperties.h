@@ -12,7 +12,7 @@
 namespace host {
 
 /// Everything that the object has; a placeholder has only what the host keeps.
-AKDictionary PropertiesOf(DocumentObject const& object);
+AKDictionary PropertiesOf(const DocumentObject& object);
 
 /// The name that users see of a class; its ID when no bundle has it.
 std::string ClassName(AKClassID classID);
@@ -28,10 +28,10 @@ struct HostFields {
 /// colour as "(r;g;b;a)", bounds as "(x0;y0;x1;y1)". Values out of range are taken as the object takes them (clamped,
 /// as a rule). What is the host's is set in `*fields`, what is the class's in the object's instance. False, with one
 /// line in `*error`, when there is no such property or the text does not suit it.
-bool SetProperty(DocumentObject const& object, HostFields* fields, std::string const& path, std::string const& text,
+bool SetProperty(const DocumentObject& object, HostFields* fields, const std::string& path, const std::string& text,
                  std::string* error);
 
 /// A value as text: numbers as short as they can be to read back the same, dictionaries in braces.
-std::string TextOf(AKValue const& value);
+std::string TextOf(const AKValue& value);
 
 }  // namespace host

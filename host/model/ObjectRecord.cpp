@@ -14,7 +14,7 @@ namespace {
 constexpr std::uint32_t kObjectSignature = 0x484F626A;  // "HObj"
 constexpr std::uint32_t kRecordSignature = 0x48526563;  // "HRec"
 
-int BlockOf(AKFile const& stream, AKMemoryBlock* block) {
+int BlockOf(const AKFile& stream, AKMemoryBlock* block) {
   const void* data = nullptr;
   unsigned long long size = 0;
   const int status = stream.GetMemoryStreamDataPtr(&data, &size);
@@ -22,8 +22,8 @@ int BlockOf(AKFile const& stream, AKMemoryBlock* block) {
   return status;
 }
 
-int WriteInstance(AKFile& file, AKObject const& instance) {
-  AKClass const& cls = *instance.Class();
+int WriteInstance(AKFile& file, const AKObject& instance) {
+  const AKClass& cls = *instance.Class();
   if (!HasSlot(cls, kAKMethodWriteToFile)) return 0;
   const InstanceCall call(InstanceCall::Kind::kEdit);
   return CallSlot<int, AKFile&>(cls, kAKMethodWriteToFile, &instance, file);
@@ -63,14 +63,14 @@ constexpr std::uint32_t kBytesBeforeRecord = 8 + 32 + 8 + 40 + 80 + kAKFileChunk
 
 }  // namespace
 
-int WriteRecord(AKObject const& instance, AKMemoryBlock* record) {
+int WriteRecord(const AKObject& instance, AKMemoryBlock* record) {
   AKFile stream(AKFile::kModeMemory);
   int status = stream.CreateForReadWrite();
   if (status == 0) status = WriteInstance(stream, instance);
   return status == 0 ? BlockOf(stream, record) : status;
 }
 
-Instance MakeInstance(AKClassID classID, AKMemoryBlock const& record, int* status) {
+Instance MakeInstance(AKClassID classID, const AKMemoryBlock& record, int* status) {
   AKFile stream(AKFile::kModeMemory);
   stream.CreateForReadWrite();
   stream.Write(classID.chars, sizeof(classID.chars));
@@ -82,7 +82,7 @@ Instance MakeInstance(AKClassID classID, AKMemoryBlock const& record, int* statu
   return instance;
 }
 
-int WriteBody(AKFile& file, DocumentObject const& object) {
+int WriteBody(AKFile& file, const DocumentObject& object) {
   if (object.IsPlaceholder()) return AKFileWrite(file, object.unknownBody.Data(), object.unknownBody.Size());
   int status = AKFileWriteAKClassID(file, object.classID);
   if (status == 0) status = AKFileWriteAGRect(file, object.bounds);
@@ -101,14 +101,14 @@ int WriteBody(AKFile& file, DocumentObject const& object) {
   return status == 0 ? record.Complete() : status;
 }
 
-AKMemoryBlock BodyOf(DocumentObject const& object) {
+AKMemoryBlock BodyOf(const DocumentObject& object) {
   AKMemoryBlock body;
   AKFile stream(AKFile::kModeMemory);
   if (stream.CreateForReadWrite() == 0 && WriteBody(stream, object) == 0) BlockOf(stream, &body);
   return body;
 }
 
-int WriteObjectChunk(AKFile& file, DocumentObject const& object) {
+int WriteObjectChunk(AKFile& file, const DocumentObject& object) {
   ForeseenChunk chunk(file, kObjectSignature);
   const std::uint32_t size =
       object.IsPlaceholder() ? object.unknownBody.Size() : kBytesBeforeRecord + object.record.Size();
@@ -122,7 +122,7 @@ bool ObjectChunkReader::Ok(int status) {
   return status == 0;
 }
 
-bool ObjectChunkReader::ReadHeader(AKFileChunk const& outer, std::uint32_t signature, AKFileChunk* chunk) {
+bool ObjectChunkReader::ReadHeader(const AKFileChunk& outer, std::uint32_t signature, AKFileChunk* chunk) {
   if (!Ok(AKFileReadChunkHeader(file_, chunk))) return false;
   if (chunk->signature != signature) {
     problem_ = ErrorText("unexpected bytes at position %s", {std::to_string(chunk->pos)});
@@ -151,7 +151,7 @@ bool ObjectChunkReader::ReadHostFields(DocumentObject* object) {
   return true;
 }
 
-bool ObjectChunkReader::ReadInstance(AKFileChunk const& record, DocumentObject* object) {
+bool ObjectChunkReader::ReadInstance(const AKFileChunk& record, DocumentObject* object) {
   if (!ReadBytes(record.size, &object->record)) return false;
   int status = 0;
   object->instance = MakeInstance(object->classID, object->record, &status);
@@ -161,7 +161,7 @@ bool ObjectChunkReader::ReadInstance(AKFileChunk const& record, DocumentObject* 
   return false;
 }
 
-std::unique_ptr<DocumentObject> ObjectChunkReader::Read(AKFileChunk const& outer) {
+std::unique_ptr<DocumentObject> ObjectChunkReader::Read(const AKFileChunk& outer) {
   AKFileChunk chunk;
   AKFileChunk record;
   auto object = std::make_unique<DocumentObject>();
@@ -169,7 +169,7 @@ std::unique_ptr<DocumentObject> ObjectChunkReader::Read(AKFileChunk const& outer
       !ReadHeader(chunk, kRecordSignature, &record)) {
     return nullptr;
   }
-  AKClass const* cls = Host::Instance().Classes().Find(object->classID);
+  const AKClass* cls = Host::Instance().Classes().Find(object->classID);
   if (cls != nullptr && cls->constructor != nullptr) {
     if (!ReadInstance(record, object.get())) return nullptr;
   } else if (!Ok(file_.SetPos(chunk.pos + kAKFileChunkHeaderSize)) || !ReadBytes(chunk.size, &object->unknownBody)) {

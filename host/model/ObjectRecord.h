@@ -14,41 +14,41 @@ namespace host {
 inline constexpr unsigned int kRecordVersion = 1;
 
 /// What the instance's class writes of it; nothing for a class without such a method.
-int WriteRecord(AKObject const& instance, AKMemoryBlock* record);
+int WriteRecord(const AKObject& instance, AKMemoryBlock* record);
 
 /// A new instance that has read the record from a stream of its own, so that it cannot run into what follows. Null with
 /// the reason in `*status` when there is no such class or it refuses.
-Instance MakeInstance(AKClassID classID, AKMemoryBlock const& record, int* status);
+Instance MakeInstance(AKClassID classID, const AKMemoryBlock& record, int* status);
 
 /// The body of the object's chunk. A living instance is asked for its record; a state without one gives the record that
 /// it keeps.
-int WriteBody(AKFile& file, DocumentObject const& object);
-AKMemoryBlock BodyOf(DocumentObject const& object);
+int WriteBody(AKFile& file, const DocumentObject& object);
+AKMemoryBlock BodyOf(const DocumentObject& object);
 
 /// A whole "HObj" chunk.
-int WriteObjectChunk(AKFile& file, DocumentObject const& object);
+int WriteObjectChunk(AKFile& file, const DocumentObject& object);
 
 /// Reads "HObj" chunks, each of which must end within the chunk around it.
 class ObjectChunkReader {
  public:
-  explicit ObjectChunkReader(AKFile const& file) : file_(file) {}
+  explicit ObjectChunkReader(const AKFile& file) : file_(file) {}
 
   /// The object, without an ID and behind its chunk, or null with the reason in Problem().
-  std::unique_ptr<DocumentObject> Read(AKFileChunk const& outer);
+  std::unique_ptr<DocumentObject> Read(const AKFileChunk& outer);
   /// A chunk of a signature that ends no later than the one around it; the position is then behind its header.
-  bool ReadHeader(AKFileChunk const& outer, std::uint32_t signature, AKFileChunk* chunk);
+  bool ReadHeader(const AKFileChunk& outer, std::uint32_t signature, AKFileChunk* chunk);
   /// `size` bytes, which must be there, from the position.
   bool ReadBytes(std::uint32_t size, AKMemoryBlock* bytes);
   /// True for status 0; otherwise Problem() says that the file ends too early.
   bool Ok(int status);
 
-  std::string const& Problem() const { return problem_; }
+  const std::string& Problem() const { return problem_; }
 
  private:
   bool ReadHostFields(DocumentObject* object);
-  bool ReadInstance(AKFileChunk const& record, DocumentObject* object);
+  bool ReadInstance(const AKFileChunk& record, DocumentObject* object);
 
-  AKFile const& file_;
+  const AKFile& file_;
   std::string problem_;
 };
 

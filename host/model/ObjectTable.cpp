@@ -11,23 +11,23 @@ constexpr std::size_t kFirstSlots = 16;
 
 // Blocks of memory lie 16 bytes apart, so the low bits say nothing; the multiplier (2^64 divided by the golden ratio)
 // spreads the others upwards, and the high half is used.
-std::size_t InstanceIndex::Home(AKObject const* instance) const {
+std::size_t InstanceIndex::Home(const AKObject* instance) const {
   const auto address = reinterpret_cast<std::uintptr_t>(instance);
   return ((address >> 4) * 0x9E3779B97F4A7C15ULL >> 32) & (slots_.size() - 1);
 }
 
 // Where the instance is, or the empty slot where it would go.
-std::size_t InstanceIndex::SlotOf(AKObject const* instance) const {
+std::size_t InstanceIndex::SlotOf(const AKObject* instance) const {
   std::size_t slot = Home(instance);
   while (slots_[slot].instance != nullptr && slots_[slot].instance != instance) slot = (slot + 1) & (slots_.size() - 1);
   return slot;
 }
 
-ObjectID InstanceIndex::Find(AKObject const* instance) const {
+ObjectID InstanceIndex::Find(const AKObject* instance) const {
   return slots_.empty() || instance == nullptr ? kNoObjectID : slots_[SlotOf(instance)].id;
 }
 
-void InstanceIndex::Insert(AKObject const* instance, ObjectID id) {
+void InstanceIndex::Insert(const AKObject* instance, ObjectID id) {
   if (2 * (count_ + 1) > slots_.size()) Grow();
   slots_[SlotOf(instance)] = {instance, id};
   ++count_;
@@ -36,14 +36,14 @@ void InstanceIndex::Insert(AKObject const* instance, ObjectID id) {
 void InstanceIndex::Grow() {
   const std::vector<Slot> old =
       std::exchange(slots_, std::vector<Slot>(slots_.empty() ? kFirstSlots : 2 * slots_.size()));
-  for (Slot const& slot : old) {
+  for (const Slot& slot : old) {
     if (slot.instance != nullptr) slots_[SlotOf(slot.instance)] = slot;
   }
 }
 
 // Those behind the gap whose home lies at or before it move into it, so that every instance is reached from its home
 // (Knuth, The Art of Computer Programming, volume 3, section 6.4, algorithm R).
-void InstanceIndex::Remove(AKObject const* instance) {
+void InstanceIndex::Remove(const AKObject* instance) {
   if (slots_.empty() || instance == nullptr) return;
   std::size_t gap = SlotOf(instance);
   if (slots_[gap].instance == nullptr) return;

@@ -19,20 +19,20 @@ struct Layer;
 class InstanceIndex {
  public:
   /// kNoObjectID when the instance is not there.
-  ObjectID Find(AKObject const* instance) const;
+  ObjectID Find(const AKObject* instance) const;
   /// The instance must not be there.
-  void Insert(AKObject const* instance, ObjectID id);
+  void Insert(const AKObject* instance, ObjectID id);
   /// One that is not there is passed over.
-  void Remove(AKObject const* instance);
+  void Remove(const AKObject* instance);
 
  private:
   struct Slot {
-    AKObject const* instance = nullptr;
+    const AKObject* instance = nullptr;
     ObjectID id = kNoObjectID;
   };
 
-  std::size_t Home(AKObject const* instance) const;
-  std::size_t SlotOf(AKObject const* instance) const;
+  std::size_t Home(const AKObject* instance) const;
+  std::size_t SlotOf(const AKObject* instance) const;
   void Grow();
 
   std::vector<Slot> slots_;  // as many as a power of two, or none
@@ -60,7 +60,7 @@ class ObjectTable {
   std::unique_ptr<DocumentObject> Remove(ObjectID id);
   template <typename F>
   void ForEach(F f) {
-    for (auto const& page : pages_) {
+    for (const auto& page : pages_) {
       if (page == nullptr) continue;
       for (Entry& entry : page->entries) {
         if (entry.object != nullptr) f(*entry.object);

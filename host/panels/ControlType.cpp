@@ -18,15 +18,15 @@ constexpr ControlTypeInfo kTypes[] = {
 
 }  // namespace
 
-ControlTypeInfo const& InfoOf(ControlType type) {
-  for (ControlTypeInfo const& info : kTypes) {
+const ControlTypeInfo& InfoOf(ControlType type) {
+  for (const ControlTypeInfo& info : kTypes) {
     if (info.type == type) return info;
   }
   return kTypes[0];
 }
 
 ControlType ControlTypeNamed(std::string_view name) {
-  for (ControlTypeInfo const& info : kTypes) {
+  for (const ControlTypeInfo& info : kTypes) {
     if (name == info.name) return info.type;
   }
   return ControlType::kUnknown;

@@ -30,7 +30,7 @@ struct ControlTypeInfo {
 };
 
 /// What a type offers; of an unknown one nothing, by the name "Unknown".
-ControlTypeInfo const& InfoOf(ControlType type);
+const ControlTypeInfo& InfoOf(ControlType type);
 /// kUnknown for any other name; names are compared exactly.
 ControlType ControlTypeNamed(std::string_view name);
 

@@ -10,15 +10,15 @@
 namespace host {
 namespace {
 
-std::string_view ViewOf(AKString const& text) { return {text.CStr(), text.Length()}; }
+std::string_view ViewOf(const AKString& text) { return {text.CStr(), text.Length()}; }
 
 }  // namespace
 
-bool ParseDescription(AKString const& description, std::function<bool(AKString const& item)> const& take) {
+bool ParseDescription(const AKString& description, const std::function<bool(const AKString& item)>& take) {
   const AKArgs items(description, true);
   AKString strange;
   for (unsigned int i = 0; i < items.Count(); ++i) {
-    AKString const& item = items.GetArg(i);
+    const AKString& item = items.GetArg(i);
     if (item.IsEmpty() || take(item)) continue;  // blanks at the end make an empty item
     if (!strange.IsEmpty()) strange += ' ';
     strange += item;
@@ -28,12 +28,12 @@ bool ParseDescription(AKString const& description, std::function<bool(AKString c
   return false;
 }
 
-bool ParseInteger(AKString const& text, int* value) { return ParseWhole(ViewOf(text), value); }
-bool ParseUnsigned(AKString const& text, unsigned int* value) { return ParseWhole(ViewOf(text), value); }
+bool ParseInteger(const AKString& text, int* value) { return ParseWhole(ViewOf(text), value); }
+bool ParseUnsigned(const AKString& text, unsigned int* value) { return ParseWhole(ViewOf(text), value); }
 
-bool ParseNumber(AKString const& text, double* value) { return ParseFinite(ViewOf(text), value); }
+bool ParseNumber(const AKString& text, double* value) { return ParseFinite(ViewOf(text), value); }
 
-bool ParsePair(AKString const& text, AGPoint* pair) {
+bool ParsePair(const AKString& text, AGPoint* pair) {
   const std::string_view whole = ViewOf(text);
   const std::size_t middle = whole.find(';');
   if (whole.size() < 5 || whole.front() != '(' || whole.back() != ')' || middle == std::string_view::npos) return false;

@@ -10,14 +10,14 @@ namespace host {
 
 /// Hands each item, quotes taken off, to `take`, which says whether it understood it. Items that it did not are named
 /// in one log line. Returns true when all were understood.
-bool ParseDescription(AKString const& description, std::function<bool(AKString const& item)> const& take);
+bool ParseDescription(const AKString& description, const std::function<bool(const AKString& item)>& take);
 
 /// These accept the whole text or nothing. Leading zeros are decimal.
-bool ParseInteger(AKString const& text, int* value);
-bool ParseUnsigned(AKString const& text, unsigned int* value);
+bool ParseInteger(const AKString& text, int* value);
+bool ParseUnsigned(const AKString& text, unsigned int* value);
 /// A finite number.
-bool ParseNumber(AKString const& text, double* value);
+bool ParseNumber(const AKString& text, double* value);
 /// "(a;b)", two finite numbers.
-bool ParsePair(AKString const& text, AGPoint* pair);
+bool ParsePair(const AKString& text, AGPoint* pair);
 
 }  // namespace host

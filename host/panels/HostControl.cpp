@@ -25,18 +25,18 @@ constexpr struct {
 
 }  // namespace
 
-HostControl::HostControl(AKString const& description) {
-  ParseDescription(description, [this](AKString const& item) { return TakeItem(item); });
+HostControl::HostControl(const AKString& description) {
+  ParseDescription(description, [this](const AKString& item) { return TakeItem(item); });
   if (hasFirstValue_ && !Enter(firstValue_)) {
     AKLog("description of a control: \"%s\" is no value of type %s", firstValue_.CStr(), InfoOf(type_).name);
   }
 }
 
-HostControl* HostControl::Of(AKGUICtrl const* wrapper) {
+HostControl* HostControl::Of(const AKGUICtrl* wrapper) {
   return wrapper == nullptr ? nullptr : static_cast<HostControl*>(wrapper->HostObject());
 }
 
-bool HostControl::TakeItem(AKString const& item) {
+bool HostControl::TakeItem(const AKString& item) {
   AKString value;
   AGPoint pair;
   double number = 0;
@@ -78,8 +78,8 @@ bool HostControl::TakeItem(AKString const& item) {
   return false;
 }
 
-bool HostControl::TakeSwitch(AKString const& text, bool* state) const {
-  for (auto const& entry : kSwitchWords) {
+bool HostControl::TakeSwitch(const AKString& text, bool* state) const {
+  for (const auto& entry : kSwitchWords) {
     if (!(text == entry.word)) continue;
     *state = entry.state;
     return true;
@@ -87,7 +87,7 @@ bool HostControl::TakeSwitch(AKString const& text, bool* state) const {
   return false;
 }
 
-void HostControl::MoveTo(AGPoint const& position) {
+void HostControl::MoveTo(const AGPoint& position) {
   const int width = bounds_[2] - bounds_[0];
   const int height = bounds_[3] - bounds_[1];
   bounds_[0] = RoundInto<int>(position.x, INT16_MIN, INT16_MAX);
@@ -96,7 +96,7 @@ void HostControl::MoveTo(AGPoint const& position) {
   bounds_[3] = bounds_[1] + height;
 }
 
-void HostControl::Resize(AGPoint const& size) {
+void HostControl::Resize(const AGPoint& size) {
   bounds_[2] = bounds_[0] + RoundInto<int>(size.x, 0, INT16_MAX);
   bounds_[3] = bounds_[1] + RoundInto<int>(size.y, 0, INT16_MAX);
 }
@@ -125,7 +125,7 @@ AKString HostControl::DisplayedValue() const {
   }
 }
 
-bool HostControl::Enter(AKString const& text) {
+bool HostControl::Enter(const AKString& text) {
   bool state = false;
   switch (type_) {
     case ControlType::kEditNum:
@@ -149,7 +149,7 @@ bool HostControl::Enter(AKString const& text) {
   }
 }
 
-bool HostControl::EnterNumber(AKString const& text) {
+bool HostControl::EnterNumber(const AKString& text) {
   double number = 0;
   if (!ParseNumber(text, &number) && !(showsTime_ && strGetasTimeHMS(text.CStr(), &number, 0))) return false;
   if (GetProperty(kAKGUIPropertyHasRange) != 0) {
@@ -159,7 +159,7 @@ bool HostControl::EnterNumber(AKString const& text) {
   return true;
 }
 
-bool HostControl::EnterMenuItem(AKString const& text) {
+bool HostControl::EnterMenuItem(const AKString& text) {
   std::optional<unsigned int> index = IndexOf(text);
   unsigned int number = 0;
   if (!index && ParseUnsigned(text, &number) && number < items_.Count()) index = number;
@@ -168,7 +168,7 @@ bool HostControl::EnterMenuItem(AKString const& text) {
   return true;
 }
 
-bool HostControl::EnterColor(AKString const& text) {
+bool HostControl::EnterColor(const AKString& text) {
   AGColor color;
   const bool listed = !text.IsEmpty() && text[0] == '(';
   const bool parsed = listed ? strGetasAGColor(text.CStr(), &color, kAGColorBlack)
@@ -177,7 +177,7 @@ bool HostControl::EnterColor(AKString const& text) {
   return parsed;
 }
 
-std::optional<unsigned int> HostControl::IndexOf(AKString const& item) const {
+std::optional<unsigned int> HostControl::IndexOf(const AKString& item) const {
   for (unsigned int i = 0; i < items_.Count(); ++i) {
     if (items_[i] == item) return i;
   }
@@ -201,7 +201,7 @@ void HostControl::SetProperty(unsigned int selector, unsigned int value) {
 }
 
 unsigned int HostControl::GetProperty(unsigned int selector) const {
-  ControlTypeInfo const& info = InfoOf(type_);
+  const ControlTypeInfo& info = InfoOf(type_);
   switch (selector) {
     case kAKGUIPropertyType:
       return static_cast<unsigned int>(type_);
@@ -253,7 +253,7 @@ void HostControl::GetRange(double* minimum, double* maximum) const {
   if (maximum != nullptr) *maximum = maximum_;
 }
 
-void HostControl::SetMenuItemList(AKStringArray const& items) {
+void HostControl::SetMenuItemList(const AKStringArray& items) {
   items_ = items;
   SetMenuIndex(0);
 }
@@ -262,7 +262,7 @@ AKString HostControl::GetMenuItemAtIndex(unsigned int index) const {
   return index < items_.Count() ? items_[index] : kAKNullString;
 }
 
-void HostControl::SetMenuItem(AKString const& item) {
+void HostControl::SetMenuItem(const AKString& item) {
   if (const auto index = IndexOf(item)) SetMenuIndex(*index);
 }
 
@@ -271,7 +271,7 @@ AKString HostControl::GetValueAsString() const { return text_.IsEmpty() ? Displa
 int HostControl::GetValueAsSInt() const { return RoundInto<int>(number_, INT32_MIN, INT32_MAX); }
 unsigned int HostControl::GetValueAsUInt() const { return RoundInto<unsigned int>(number_, 0, UINT32_MAX); }
 
-void HostControl::SetValueAsString(AKString const& value) {
+void HostControl::SetValueAsString(const AKString& value) {
   if (type_ == ControlType::kPopUp) return SetMenuItem(value);
   if (type_ == ControlType::kColor) return static_cast<void>(EnterColor(value));
   text_ = value;

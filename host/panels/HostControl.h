@@ -41,18 +41,18 @@ class ControlOperations {
   virtual unsigned int GetProperty(unsigned int selector) const = 0;
   virtual void SetBounds(int x0, int y0, int x1, int y1) = 0;
   virtual void GetBounds(int* x0, int* y0, int* x1, int* y1) const = 0;
-  virtual void SetTitle(AKString const& title) = 0;
+  virtual void SetTitle(const AKString& title) = 0;
   virtual AKString GetTitle() const = 0;
   virtual void SetRange(double minimum, double maximum) = 0;
   virtual void GetRange(double* minimum, double* maximum) const = 0;
-  virtual void SetXPMIcon(char const** icon) = 0;
-  virtual char const** GetXPMIcon() const = 0;
-  virtual void SetMenuItemList(AKStringArray const& items) = 0;
+  virtual void SetXPMIcon(const char** icon) = 0;
+  virtual const char** GetXPMIcon() const = 0;
+  virtual void SetMenuItemList(const AKStringArray& items) = 0;
   virtual AKString GetMenuItemAtIndex(unsigned int index) const = 0;
   virtual unsigned int GetMenuItemCount() const = 0;
   virtual void SetMenuIndex(unsigned int index) = 0;
   virtual unsigned int GetMenuIndex() const = 0;
-  virtual void SetMenuItem(AKString const& item) = 0;
+  virtual void SetMenuItem(const AKString& item) = 0;
   virtual AKString GetMenuItem() const = 0;
   virtual int GetValuePrecision() const = 0;
   virtual AKString GetValueAsString() const = 0;
@@ -64,7 +64,7 @@ class ControlOperations {
   virtual double GetValueAsTimeHMS() const = 0;
   virtual AGColor GetValueAsAGColor() const = 0;
   virtual void SetValuePrecision(int decimals) = 0;
-  virtual void SetValueAsString(AKString const& value) = 0;
+  virtual void SetValueAsString(const AKString& value) = 0;
   virtual void SetValueAsBool(bool value) = 0;
   virtual void SetValueAsSInt(int value) = 0;
   virtual void SetValueAsUInt(unsigned int value) = 0;
@@ -79,17 +79,17 @@ class HostControl final : public PanelItem, public ControlOperations {
  public:
   /// Takes what a formatted description string says, the last of repeated items; what it does not understand is logged
   /// in one line.
-  explicit HostControl(AKString const& description);
+  explicit HostControl(const AKString& description);
 
   /// The control behind a kit wrapper; null when the wrapper is null or has none.
-  static HostControl* Of(AKGUICtrl const* wrapper);
+  static HostControl* Of(const AKGUICtrl* wrapper);
   /// The control service table, made once.
   static void* Table();
 
   ControlType Type() const { return type_; }
   bool IsVisible() const { return visible_; }
   bool IsEnabled() const { return enabled_; }
-  AKString const& Tip() const { return tip_; }
+  const AKString& Tip() const { return tip_; }
   /// What a step of a numeric field adds.
   double Step() const;
   /// True when the number is to be read and shown as hours, minutes and seconds.
@@ -100,25 +100,25 @@ class HostControl final : public PanelItem, public ControlOperations {
   /// the text does not suit: no number, no item of the menu, no colour. A check box takes on and off (also yes and no,
   /// true and false, 1 and 0), a menu an item or its index, a colour "(r;g;b;a)" or hexadecimal digits, a button the
   /// empty text.
-  bool Enter(AKString const& text);
+  bool Enter(const AKString& text);
 
   void SetProperty(unsigned int selector, unsigned int value) override;
   unsigned int GetProperty(unsigned int selector) const override;
   void SetBounds(int x0, int y0, int x1, int y1) override;
   void GetBounds(int* x0, int* y0, int* x1, int* y1) const override;
-  void SetTitle(AKString const& title) override { title_ = title; }
+  void SetTitle(const AKString& title) override { title_ = title; }
   AKString GetTitle() const override { return title_; }
   void SetRange(double minimum, double maximum) override;
   void GetRange(double* minimum, double* maximum) const override;
-  void SetXPMIcon(char const** icon) override { icon_ = icon; }
-  char const** GetXPMIcon() const override { return icon_; }
-  void SetMenuItemList(AKStringArray const& items) override;
+  void SetXPMIcon(const char** icon) override { icon_ = icon; }
+  const char** GetXPMIcon() const override { return icon_; }
+  void SetMenuItemList(const AKStringArray& items) override;
   AKString GetMenuItemAtIndex(unsigned int index) const override;
   unsigned int GetMenuItemCount() const override { return items_.Count(); }
   /// The index is the control's number; one behind the last item shows none.
   void SetMenuIndex(unsigned int index) override { SetValueAsFloat64(index); }
   unsigned int GetMenuIndex() const override { return GetValueAsUInt(); }
-  void SetMenuItem(AKString const& item) override;
+  void SetMenuItem(const AKString& item) override;
   AKString GetMenuItem() const override { return GetMenuItemAtIndex(GetMenuIndex()); }
   int GetValuePrecision() const override { return precision_; }
   AKString GetValueAsString() const override;
@@ -130,7 +130,7 @@ class HostControl final : public PanelItem, public ControlOperations {
   double GetValueAsTimeHMS() const override { return number_; }
   AGColor GetValueAsAGColor() const override { return color_; }
   void SetValuePrecision(int decimals) override { precision_ = decimals; }
-  void SetValueAsString(AKString const& value) override;
+  void SetValueAsString(const AKString& value) override;
   void SetValueAsBool(bool value) override { SetValueAsFloat64(value ? 1 : 0); }
   void SetValueAsSInt(int value) override { SetValueAsFloat64(value); }
   void SetValueAsUInt(unsigned int value) override { SetValueAsFloat64(value); }
@@ -142,15 +142,15 @@ class HostControl final : public PanelItem, public ControlOperations {
   void Refresh() const override {}
 
  private:
-  bool TakeItem(AKString const& item);
-  bool TakeSwitch(AKString const& text, bool* state) const;
-  void MoveTo(AGPoint const& position);
-  void Resize(AGPoint const& size);
-  bool EnterNumber(AKString const& text);
-  bool EnterMenuItem(AKString const& text);
-  bool EnterColor(AKString const& text);
+  bool TakeItem(const AKString& item);
+  bool TakeSwitch(const AKString& text, bool* state) const;
+  void MoveTo(const AGPoint& position);
+  void Resize(const AGPoint& size);
+  bool EnterNumber(const AKString& text);
+  bool EnterMenuItem(const AKString& text);
+  bool EnterColor(const AKString& text);
   /// The index of an item of the menu.
-  std::optional<unsigned int> IndexOf(AKString const& item) const;
+  std::optional<unsigned int> IndexOf(const AKString& item) const;
 
   ControlType type_ = ControlType::kUnknown;
   bool visible_ = true;
@@ -161,7 +161,7 @@ class HostControl final : public PanelItem, public ControlOperations {
   double minimum_ = 0;
   double maximum_ = 1;
   bool hasRange_ = false;
-  char const** icon_ = nullptr;
+  const char** icon_ = nullptr;
   AKStringArray items_;
   int precision_ = 2;
   double step_ = 0;  // 0: by the precision

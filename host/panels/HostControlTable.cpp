@@ -6,7 +6,7 @@
 namespace host {
 namespace {
 
-void Construct(AKGUICtrl* wrapper, AKGUIDesc*, char const* format, va_list list) {
+void Construct(AKGUICtrl* wrapper, AKGUIDesc*, const char* format, va_list list) {
   AKString description;
   description.Assignv(format, list);
   wrapper->SetHostObject(new HostControl(description));

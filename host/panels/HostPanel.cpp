@@ -11,7 +11,7 @@ namespace host {
 namespace {
 
 // An empty format comes from a panel without a description.
-void Construct(AKGUIDesc* wrapper, char const* format, va_list list) {
+void Construct(AKGUIDesc* wrapper, const char* format, va_list list) {
   AKString description;
   if (format != nullptr) description.Assignv(format, list);
   wrapper->SetHostObject(new HostPanel(wrapper, description));
@@ -48,11 +48,11 @@ TableBuilder MakeTable() {
 
 }  // namespace
 
-HostPanel::HostPanel(AKGUIDesc* wrapper, AKString const& description) : wrapper_(wrapper) {
-  ParseDescription(description, [this](AKString const& item) { return TakeItem(item); });
+HostPanel::HostPanel(AKGUIDesc* wrapper, const AKString& description) : wrapper_(wrapper) {
+  ParseDescription(description, [this](const AKString& item) { return TakeItem(item); });
 }
 
-HostPanel* HostPanel::Of(AKGUIDesc const* wrapper) {
+HostPanel* HostPanel::Of(const AKGUIDesc* wrapper) {
   return wrapper == nullptr ? nullptr : static_cast<HostPanel*>(wrapper->HostObject());
 }
 
@@ -61,7 +61,7 @@ void* HostPanel::Table() {
   return table.Table();
 }
 
-bool HostPanel::TakeItem(AKString const& item) {
+bool HostPanel::TakeItem(const AKString& item) {
   AKString value;
   unsigned int number = 0;
   if (item.StartsWith("-multisel:", &value) && ParseUnsigned(value, &number)) {
@@ -77,7 +77,7 @@ bool HostPanel::TakeItem(AKString const& item) {
   return false;
 }
 
-HostControl const& HostPanel::ControlAt(unsigned int index) const { return *HostControl::Of(controls_[index].get()); }
+const HostControl& HostPanel::ControlAt(unsigned int index) const { return *HostControl::Of(controls_[index].get()); }
 HostControl& HostPanel::ControlAt(unsigned int index) { return *HostControl::Of(controls_[index].get()); }
 
 HostControl* HostPanel::FindControl(unsigned int controlID) const { return HostControl::Of(GetController(controlID)); }
@@ -102,7 +102,7 @@ void HostPanel::GetPanelSize(int* width, int* height) const {
 }
 
 void HostPanel::AddControl(AKGUICtrl* control) {
-  HostControl const* own = HostControl::Of(control);
+  const HostControl* own = HostControl::Of(control);
   if (own == nullptr) return;
   controls_.emplace_back(control);
   byID_.try_emplace(own->id, control);

@@ -26,7 +26,7 @@ class PanelOperations {
   virtual unsigned int GetProperty(unsigned int selector) const = 0;
   virtual void SetPanelSize(int width, int height) = 0;
   virtual void GetPanelSize(int* width, int* height) const = 0;
-  virtual void SetPanelTitle(AKString const& title) = 0;
+  virtual void SetPanelTitle(const AKString& title) = 0;
   virtual AKString GetPanelTitle() const = 0;
   virtual void AddControl(AKGUICtrl* control) = 0;
   virtual AKGUICtrl* GetController(unsigned int id) const = 0;
@@ -41,10 +41,10 @@ class HostPanel final : public PanelItem, public PanelOperations {
 
   /// Takes what a formatted description string says; what it does not understand is logged in one line.
   /// `wrapper` is the kit's side, which owns this one.
-  HostPanel(AKGUIDesc* wrapper, AKString const& description);
+  HostPanel(AKGUIDesc* wrapper, const AKString& description);
 
   /// The panel behind a kit wrapper; null when the wrapper is null or has none.
-  static HostPanel* Of(AKGUIDesc const* wrapper);
+  static HostPanel* Of(const AKGUIDesc* wrapper);
   /// The panel service table, made once.
   static void* Table();
 
@@ -52,7 +52,7 @@ class HostPanel final : public PanelItem, public PanelOperations {
   /// True when the panel may be shown for several selected objects.
   bool AllowsMultipleSelection() const { return multipleSelection_; }
   /// The control of an index below GetControllerCount(), in the order of their making.
-  HostControl const& ControlAt(unsigned int index) const;
+  const HostControl& ControlAt(unsigned int index) const;
   HostControl& ControlAt(unsigned int index);
   /// The control of an ID, or null.
   HostControl* FindControl(unsigned int controlID) const;
@@ -62,7 +62,7 @@ class HostPanel final : public PanelItem, public PanelOperations {
   /// A width of 0 means: as wide as the host's panels are.
   void SetPanelSize(int width, int height) override;
   void GetPanelSize(int* width, int* height) const override;
-  void SetPanelTitle(AKString const& title) override { title_ = title; }
+  void SetPanelTitle(const AKString& title) override { title_ = title; }
   AKString GetPanelTitle() const override { return title_; }
   void AddControl(AKGUICtrl* control) override;
   AKGUICtrl* GetController(unsigned int controlID) const override;
@@ -74,7 +74,7 @@ class HostPanel final : public PanelItem, public PanelOperations {
   void CloseDialog(int result) override;
 
  private:
-  bool TakeItem(AKString const& item);
+  bool TakeItem(const AKString& item);
 
   AKGUIDesc* wrapper_;
   bool multipleSelection_ = false;

@@ -11,8 +11,8 @@
 namespace host {
 namespace {
 
-RegisteredClass const* ClassWithPanel(DocumentObject const& object) {
-  RegisteredClass const* entry = Host::Instance().Classes().FindEntry(object.classID);
+const RegisteredClass* ClassWithPanel(const DocumentObject& object) {
+  const RegisteredClass* entry = Host::Instance().Classes().FindEntry(object.classID);
   const bool usable = object.instance != nullptr && entry != nullptr && HostPanel::Of(entry->panel.get()) != nullptr &&
                       HasSlot(*entry->record, kAKMethodInspector);
   return usable ? entry : nullptr;
@@ -20,15 +20,15 @@ RegisteredClass const* ClassWithPanel(DocumentObject const& object) {
 
 }  // namespace
 
-bool Inspector::Open(DocumentSession* session, ObjectIDs const& ids, std::string* error) {
-  RegisteredClass const* entry = nullptr;
+bool Inspector::Open(DocumentSession* session, const ObjectIDs& ids, std::string* error) {
+  const RegisteredClass* entry = nullptr;
   for (const ObjectID id : ids) {
-    DocumentObject const* object = session->Doc().Find(id);
+    const DocumentObject* object = session->Doc().Find(id);
     if (object == nullptr || !session->IsEditable(id)) {
       *error = ErrorText("the object can't be inspected: its layer is hidden or locked");
       return false;
     }
-    RegisteredClass const* own = ClassWithPanel(*object);
+    const RegisteredClass* own = ClassWithPanel(*object);
     if (own == nullptr) {
       *error = ErrorText("class \"%s\" has no inspector panel", {object->classID.chars});
       return false;
@@ -52,7 +52,7 @@ bool Inspector::Open(DocumentSession* session, ObjectIDs const& ids, std::string
 
 // An object that is gone meanwhile, perhaps by its own wish, is passed over.
 int Inspector::SendTo(ObjectID id, AKGUIEvent* event) {
-  DocumentObject const* object = session_->Doc().Find(id);
+  const DocumentObject* object = session_->Doc().Find(id);
   if (object == nullptr || !object->instance) return 0;
   AKObject* instance = object->instance.get();
   session_->MakeCurrent();
@@ -60,7 +60,7 @@ int Inspector::SendTo(ObjectID id, AKGUIEvent* event) {
   return CallSlot<int, AKGUIDesc&, AKGUIEvent&>(*instance->Class(), kAKMethodInspector, instance, *panel_, *event);
 }
 
-int Inspector::SendToAll(unsigned int kind, unsigned int controlID, Prepare const& prepare, std::string* actionName) {
+int Inspector::SendToAll(unsigned int kind, unsigned int controlID, const Prepare& prepare, std::string* actionName) {
   session_->SetActionName("");
   session_->BeginStep("");
   int status = 0;
@@ -118,14 +118,14 @@ int Inspector::Send(unsigned int kind, unsigned int controlID, std::string* acti
       kind, controlID, [] {}, actionName);
 }
 
-int Inspector::Change(unsigned int controlID, std::function<void(AKGUIDesc&, unsigned int)> const& set,
+int Inspector::Change(unsigned int controlID, const std::function<void(AKGUIDesc&, unsigned int)>& set,
                       std::string* actionName) {
   mixed_.clear();
   return SendToAll(
       AKGUIEvent::kControlChanged, controlID, [&] { set(*panel_, controlID); }, actionName);
 }
 
-bool Inspector::Enter(unsigned int controlID, std::string const& text, std::string* actionName, std::string* error) {
+bool Inspector::Enter(unsigned int controlID, const std::string& text, std::string* actionName, std::string* error) {
   HostControl* control = HostControl::Of(panel_->GetController(controlID));
   const AKString value = TextForBundles(text);
   if (control == nullptr || !control->Enter(value)) {

@@ -18,10 +18,10 @@ class Inspector {
  public:
   /// False, with one line in `*error`, when there is no panel for all of the objects: they are of several classes, the
   /// class has none, or it is for one object at a time. The session outlives the inspector.
-  bool Open(DocumentSession* session, ObjectIDs const& ids, std::string* error);
+  bool Open(DocumentSession* session, const ObjectIDs& ids, std::string* error);
 
   /// The host's side of the open panel.
-  HostPanel const& Panel() const { return *HostPanel::Of(panel_); }
+  const HostPanel& Panel() const { return *HostPanel::Of(panel_); }
   AKGUIDesc& Wrapper() { return *panel_; }
 
   /// Asks the objects to fill the controls. Returns the first status that is not 0.
@@ -33,18 +33,18 @@ class Inspector {
   /// change, empty when they named none. Returns the first status that is not 0.
   int Change(unsigned int controlID, double value, std::string* actionName);
   /// The same with any kind of value: `set` gives it to the control of the panel, once for each object.
-  int Change(unsigned int controlID, std::function<void(AKGUIDesc& panel, unsigned int controlID)> const& set,
+  int Change(unsigned int controlID, const std::function<void(AKGUIDesc& panel, unsigned int controlID)>& set,
              std::string* actionName);
   /// The same from a text that suits the control (HostControl::Enter), UTF-8. False, with one line in `*error`, when it
   /// does not or an object returns a status.
-  bool Enter(unsigned int controlID, std::string const& text, std::string* actionName, std::string* error);
+  bool Enter(unsigned int controlID, const std::string& text, std::string* actionName, std::string* error);
   /// Sends an event of any kind to all objects.
   int Send(unsigned int kind, unsigned int controlID, std::string* actionName);
 
  private:
   using Prepare = std::function<void()>;
 
-  int SendToAll(unsigned int kind, unsigned int controlID, Prepare const& prepare, std::string* actionName);
+  int SendToAll(unsigned int kind, unsigned int controlID, const Prepare& prepare, std::string* actionName);
   int SendTo(ObjectID id, AKGUIEvent* event);
   std::vector<AKString> ShownValues() const;
 

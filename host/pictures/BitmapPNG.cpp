@@ -7,7 +7,7 @@
 
 namespace host {
 
-bool EncodePNG(AGBitmap const& bitmap, std::vector<unsigned char>* png) {
+bool EncodePNG(const AGBitmap& bitmap, std::vector<unsigned char>* png) {
   png->clear();
   if (!bitmap.IsOpen()) return false;
   std::size_t byteCount = 0;

@@ -8,6 +8,6 @@
 namespace host {
 
 /// The bitmap as a PNG file in memory; false, and no bytes, when it is empty or can't be encoded.
-bool EncodePNG(AGBitmap const& bitmap, std::vector<unsigned char>* png);
+bool EncodePNG(const AGBitmap& bitmap, std::vector<unsigned char>* png);
 
 }  // namespace host

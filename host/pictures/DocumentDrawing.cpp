@@ -11,7 +11,7 @@ namespace {
 constexpr std::size_t kProgressStep = 256;  // objects
 
 // A box with its diagonals, so that nobody takes it for a drawn rectangle.
-void DrawPlaceholder(DocumentObject const& object, AGContext const& context) {
+void DrawPlaceholder(const DocumentObject& object, const AGContext& context) {
   AGContext copy(context);
   copy.brush.SetStyleNone();
   copy.pen.SetStyleSolid(AGColor(128, 128, 128), 1.0, kAGPenSizeModeAbsolute);
@@ -23,7 +23,7 @@ void DrawPlaceholder(DocumentObject const& object, AGContext const& context) {
 }
 
 template <typename Draw>
-void DrawScaled(AGContext const& context, double scale, Draw draw) {
+void DrawScaled(const AGContext& context, double scale, Draw draw) {
   CGContextRef port = context.NativePort();
   CGContextSaveGState(port);
   CGContextConcatCTM(port, {scale, 0, 0, scale, 0, 0});
@@ -33,29 +33,29 @@ void DrawScaled(AGContext const& context, double scale, Draw draw) {
 
 }  // namespace
 
-void DrawObject(DocumentObject const& object, AGContext const& context, AGBrush const& brush, AGPen const& pen) {
+void DrawObject(const DocumentObject& object, const AGContext& context, const AGBrush& brush, const AGPen& pen) {
   const InstanceCall call(InstanceCall::Kind::kDraw);
   if (object.IsPlaceholder()) {
     DrawPlaceholder(object, context);
     return;
   }
-  AKClass const& cls = *object.instance->Class();
+  const AKClass& cls = *object.instance->Class();
   if (!HasSlot(cls, kAKMethodDraw)) return;
   AKDrawEvent event;
   event.bounds = object.bounds;
   event.angle = object.angle;
   event.recommendedBrush = &brush;
   event.recommendedPen = &pen;
-  CallSlot<int, AGContext const&, AKDrawEvent const&>(cls, kAKMethodDraw, object.instance.get(), context, event);
+  CallSlot<int, const AGContext&, const AKDrawEvent&>(cls, kAKMethodDraw, object.instance.get(), context, event);
 }
 
-bool DrawObjects(Document const& document, AGContext const& context, double scale, Progress* progress) {
+bool DrawObjects(const Document& document, const AGContext& context, double scale, Progress* progress) {
   std::size_t count = 0;
   bool goesOn = true;
   DrawScaled(context, scale, [&] {
-    for (auto const& layer : document.Layers()) {
+    for (const auto& layer : document.Layers()) {
       if (!layer->settings.visible) continue;
-      layer->objects.ForEach([&](DocumentObject const& object) {
+      layer->objects.ForEach([&](const DocumentObject& object) {
         if (!goesOn) return;
         DrawObject(object, context, object.brush, object.pen);
         if (progress == nullptr || ++count % kProgressStep != 0) return;
@@ -66,12 +66,12 @@ bool DrawObjects(Document const& document, AGContext const& context, double scal
   return goesOn;
 }
 
-void DrawObjects(Document const& document, AGContext const& context, double scale, AGRect const& area) {
+void DrawObjects(const Document& document, const AGContext& context, double scale, const AGRect& area) {
   DrawScaled(context, scale, [&] {
-    for (auto const& layer : document.Layers()) {
+    for (const auto& layer : document.Layers()) {
       if (!layer->settings.visible) continue;
       layer->objects.ForEachIn(
-          area, [&context](DocumentObject const& object) { DrawObject(object, context, object.brush, object.pen); });
+          area, [&context](const DocumentObject& object) { DrawObject(object, context, object.brush, object.pen); });
     }
   });
 }

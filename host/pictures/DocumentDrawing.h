@@ -8,14 +8,14 @@
 namespace host {
 
 /// Draws one object as its class draws itself with a brush and a pen; a placeholder as an outlined box.
-void DrawObject(DocumentObject const& object, AGContext const& context, AGBrush const& brush, AGPen const& pen);
+void DrawObject(const DocumentObject& object, const AGContext& context, const AGBrush& brush, const AGPen& pen);
 
 /// Draws the objects of the visible layers in order through the context, each with its own brush and pen. `scale`
 /// multiplies map units. False when `progress`, which may be null, stopped it.
-bool DrawObjects(Document const& document, AGContext const& context, double scale, Progress* progress = nullptr);
+bool DrawObjects(const Document& document, const AGContext& context, double scale, Progress* progress = nullptr);
 
 /// The same for those objects alone that may paint within `area`, in map units. The caller clips: what is drawn may
 /// reach beyond the area.
-void DrawObjects(Document const& document, AGContext const& context, double scale, AGRect const& area);
+void DrawObjects(const Document& document, const AGContext& context, double scale, const AGRect& area);
 
 }  // namespace host

@@ -28,7 +28,7 @@ struct KindInfo {
   PictureKind kind;
   const char* extension;
   AGImageFileFormat format;
-  bool (*encode)(AGBitmap const& bitmap, Bytes* file);
+  bool (*encode)(const AGBitmap& bitmap, Bytes* file);
   CGContextRef (*createPage)(CGFloat width, CGFloat height, CGVectorWriteCallback write, void* info);
 };
 
@@ -42,11 +42,11 @@ constexpr KindInfo kKinds[] = {
     {PictureKind::kSVG, ".svg", AGImageFileFormat::kNone, nullptr, &CGVectorContextCreateSVG},
 };
 
-KindInfo const& InfoOf(PictureKind kind) {
-  return *std::find_if(std::begin(kKinds), std::end(kKinds), [kind](KindInfo const& row) { return row.kind == kind; });
+const KindInfo& InfoOf(PictureKind kind) {
+  return *std::find_if(std::begin(kKinds), std::end(kKinds), [kind](const KindInfo& row) { return row.kind == kind; });
 }
 
-bool NoPicture(AGSize const& size, std::string* error) {
+bool NoPicture(const AGSize& size, std::string* error) {
   char width[32];
   char height[32];
   std::snprintf(width, sizeof(width), "%.6g", size.width);
@@ -55,20 +55,20 @@ bool NoPicture(AGSize const& size, std::string* error) {
   return false;
 }
 
-bool AppendBytes(void* info, void const* bytes, std::size_t count) {
+bool AppendBytes(void* info, const void* bytes, std::size_t count) {
   auto* file = static_cast<Bytes*>(info);
-  auto const* first = static_cast<unsigned char const*>(bytes);
+  const auto* first = static_cast<const unsigned char*>(bytes);
   file->insert(file->end(), first, first + count);
   return true;
 }
 
-bool DrawAll(Document const& document, AGContext const& context, double scale, Progress* progress, std::string* error) {
+bool DrawAll(const Document& document, const AGContext& context, double scale, Progress* progress, std::string* error) {
   if (DrawObjects(document, context, scale, progress)) return true;
   *error = ErrorText("the picture was given up");
   return false;
 }
 
-bool RenderPage(Document const& document, KindInfo const& info, PictureOptions const& options, Progress* progress,
+bool RenderPage(const Document& document, const KindInfo& info, const PictureOptions& options, Progress* progress,
                 Bytes* file, std::string* error) {
   const AGSize size{document.Page().width * options.scale, document.Page().height * options.scale};
   CGContextRef page = info.createPage(size.width, size.height, &AppendBytes, file);
@@ -85,7 +85,7 @@ bool RenderPage(Document const& document, KindInfo const& info, PictureOptions c
 }
 
 // The page in a bitmap; null with one line in `*error`.
-std::unique_ptr<AGBitmap> DrawBitmap(Document const& document, PictureOptions const& options, Progress* progress,
+std::unique_ptr<AGBitmap> DrawBitmap(const Document& document, const PictureOptions& options, Progress* progress,
                                      std::string* error) {
   const AGSize size{document.Page().width * options.scale, document.Page().height * options.scale};
   auto bitmap = std::make_unique<AGBitmap>(size, AGBitmap::kFlagLittleEndian | AGBitmap::kFlagZeroFill);
@@ -98,7 +98,7 @@ std::unique_ptr<AGBitmap> DrawBitmap(Document const& document, PictureOptions co
   return DrawAll(document, context, options.scale, progress, error) ? std::move(bitmap) : nullptr;
 }
 
-bool RenderBitmap(Document const& document, KindInfo const& info, PictureOptions const& options, Progress* progress,
+bool RenderBitmap(const Document& document, const KindInfo& info, const PictureOptions& options, Progress* progress,
                   Bytes* file, std::string* error) {
   const auto bitmap = DrawBitmap(document, options, progress, error);
   if (!bitmap) return false;
@@ -107,7 +107,7 @@ bool RenderBitmap(Document const& document, KindInfo const& info, PictureOptions
   return false;
 }
 
-bool SaveImage(Document const& document, KindInfo const& info, std::string const& path, PictureOptions const& options,
+bool SaveImage(const Document& document, const KindInfo& info, const std::string& path, const PictureOptions& options,
                Progress* progress, std::string* error) {
   const auto bitmap = DrawBitmap(document, options, progress, error);
   if (!bitmap) return false;
@@ -125,10 +125,10 @@ bool SaveImage(Document const& document, KindInfo const& info, std::string const
 
 }  // namespace
 
-bool PictureKindOf(std::string const& path, PictureKind* kind) {
+bool PictureKindOf(const std::string& path, PictureKind* kind) {
   std::string lower(path);
   for (char& letter : lower) letter = static_cast<char>(std::tolower(static_cast<unsigned char>(letter)));
-  for (KindInfo const& row : kKinds) {
+  for (const KindInfo& row : kKinds) {
     if (!lower.ends_with(row.extension)) continue;
     *kind = row.kind;
     return true;
@@ -138,16 +138,16 @@ bool PictureKindOf(std::string const& path, PictureKind* kind) {
 
 std::string PictureExtensions() {
   std::string text;
-  for (KindInfo const& row : kKinds) {
+  for (const KindInfo& row : kKinds) {
     if (!text.empty()) text += &row == std::end(kKinds) - 1 ? " or " : ", ";
     text += row.extension;
   }
   return text;
 }
 
-bool RenderPicture(Document const& document, PictureKind kind, PictureOptions const& options, Progress* progress,
+bool RenderPicture(const Document& document, PictureKind kind, const PictureOptions& options, Progress* progress,
                    std::vector<unsigned char>* file, std::string* error) {
-  KindInfo const& info = InfoOf(kind);
+  const KindInfo& info = InfoOf(kind);
   if (info.format != AGImageFileFormat::kNone) {
     *error = std::string("a ") + info.extension + " picture is made in a file only";
     return false;
@@ -156,7 +156,7 @@ bool RenderPicture(Document const& document, PictureKind kind, PictureOptions co
   return render(document, info, options, progress, file, error);
 }
 
-bool ExportPicture(Document const& document, std::string const& path, PictureOptions const& options, Progress* progress,
+bool ExportPicture(const Document& document, const std::string& path, const PictureOptions& options, Progress* progress,
                    std::string* error) {
   PictureKind kind{};
   Bytes file;

@@ -13,7 +13,7 @@ namespace host {
 enum class PictureKind { kPNG, kJPEG, kTIFF, kPDF, kSVG };
 
 /// False for an unknown one.
-bool PictureKindOf(std::string const& path, PictureKind* kind);
+bool PictureKindOf(const std::string& path, PictureKind* kind);
 /// The extensions for messages: ".png, ... or .svg".
 std::string PictureExtensions();
 
@@ -25,11 +25,11 @@ struct PictureOptions {
 
 /// The page as a picture file in memory: PNG, PDF or SVG. False, with one line in `*error`, when there is no such
 /// picture, or when `progress`, which may be null, stopped the work.
-bool RenderPicture(Document const& document, PictureKind kind, PictureOptions const& options, Progress* progress,
+bool RenderPicture(const Document& document, PictureKind kind, const PictureOptions& options, Progress* progress,
                    std::vector<unsigned char>* file, std::string* error);
 
 /// Renders the page and puts it into a file of the kind that its name tells: whole, or not at all.
-bool ExportPicture(Document const& document, std::string const& path, PictureOptions const& options, Progress* progress,
+bool ExportPicture(const Document& document, const std::string& path, const PictureOptions& options, Progress* progress,
                    std::string* error);
 
 }  // namespace host

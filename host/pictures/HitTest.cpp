@@ -16,7 +16,7 @@ constexpr double kRadiusSquared = 2.5 * 2.5;
 double Clamped(double tolerance) { return tolerance > kLeastTolerance ? tolerance : kLeastTolerance; }
 
 // Patterns have holes and gradients fade, but what appears can be clicked.
-AGBrush Opaque(AGBrush const& brush) {
+AGBrush Opaque(const AGBrush& brush) {
   AGBrush opaque(brush);
   if (brush.Appears()) opaque.SetStyleSolid(kAGColorBlack);
   return opaque;
@@ -24,7 +24,7 @@ AGBrush Opaque(AGBrush const& brush) {
 
 }  // namespace
 
-HitTest::HitTest(AGPoint const& point, double tolerance)
+HitTest::HitTest(const AGPoint& point, double tolerance)
     : area_{point.x - Clamped(tolerance), point.y - Clamped(tolerance), point.x + Clamped(tolerance),
             point.y + Clamped(tolerance)},
       bitmap_(kSide, kSide, AGBitmap::kFlagLittleEndian | AGBitmap::kFlagZeroFill) {}
@@ -42,7 +42,7 @@ bool HitTest::HasInk() const {
   return false;
 }
 
-bool HitTest::Hits(DocumentObject const& object) {
+bool HitTest::Hits(const DocumentObject& object) {
   if (!bitmap_.IsOpen()) return false;
   bitmap_.ClearPixels();
   const AGContext context = bitmap_.GetContextOfBitmap();

@@ -13,11 +13,11 @@ namespace host {
 class HitTest {
  public:
   /// Ink within `tolerance` map units of the point counts; a tolerance that is not above 0 becomes very small.
-  HitTest(AGPoint const& point, double tolerance);
+  HitTest(const AGPoint& point, double tolerance);
 
   /// What the point can see at all.
-  AGRect const& Area() const { return area_; }
-  bool Hits(DocumentObject const& object);
+  const AGRect& Area() const { return area_; }
+  bool Hits(const DocumentObject& object);
 
  private:
   bool HasInk() const;

@@ -10,13 +10,13 @@
 
 namespace host {
 
-bool MakeFolder(std::string const& path, std::string* error) {
+bool MakeFolder(const std::string& path, std::string* error) {
   if (path.empty() || mkdir(path.c_str(), 0777) == 0 || errno == EEXIST) return true;
   *error = "can't make folder \"" + path + "\": " + std::strerror(errno);
   return false;
 }
 
-bool SavePNG(AGBitmap const& bitmap, std::string const& path, std::string* error) {
+bool SavePNG(const AGBitmap& bitmap, const std::string& path, std::string* error) {
   std::vector<unsigned char> png;
   if (EncodePNG(bitmap, &png)) return ReplaceFile(path, png.data(), png.size(), error);
   *error = "can't encode the picture";

@@ -8,9 +8,9 @@
 namespace host {
 
 /// Makes the folder; one that is there already, and the empty path, are fine.
-bool MakeFolder(std::string const& path, std::string* error);
+bool MakeFolder(const std::string& path, std::string* error);
 
 /// Writes the bitmap as a PNG file, whole or not at all.
-bool SavePNG(AGBitmap const& bitmap, std::string const& path, std::string* error);
+bool SavePNG(const AGBitmap& bitmap, const std::string& path, std::string* error);
 
 }  // namespace host

@@ -17,12 +17,12 @@ void Remove(Document& document, ObjectID id) {
 template <typename Subject>
 class ValueChange final : public Change {
  public:
-  ValueChange(Document const& document, typename Subject::Key key)
+  ValueChange(const Document& document, typename Subject::Key key)
       : key_(key), before_(Subject::Read(document, key)), after_(before_) {}
 
   void Undo(Document& document) override { Subject::Write(document, key_, before_); }
   void Redo(Document& document) override { Subject::Write(document, key_, after_); }
-  void Seal(Document const& document) override {
+  void Seal(const Document& document) override {
     if (Subject::Exists(document, key_)) after_ = Subject::Read(document, key_);
   }
   bool IsVoid() const override { return Subject::Equal(before_, after_); }
@@ -39,11 +39,11 @@ struct PlacementSubject {
   static constexpr bool kIsObject = true;
   using Key = ObjectID;
   using Value = ObjectPlacement;
-  static bool Exists(Document const& document, Key id) { return document.Find(id) != nullptr; }
-  static Value Read(Document const& document, Key id) { return document.Find(id)->Placement(); }
-  static void Write(Document& document, Key id, Value const& value) { document.SetPlacement(id, value); }
-  static bool Equal(Value const& a, Value const& b) { return a == b; }
-  static std::size_t Size(Value const&) { return 0; }
+  static bool Exists(const Document& document, Key id) { return document.Find(id) != nullptr; }
+  static Value Read(const Document& document, Key id) { return document.Find(id)->Placement(); }
+  static void Write(Document& document, Key id, const Value& value) { document.SetPlacement(id, value); }
+  static bool Equal(const Value& a, const Value& b) { return a == b; }
+  static std::size_t Size(const Value&) { return 0; }
 };
 
 // Brush and pen are compared as their records, and by custom gradients and arrows, which those leave out.
@@ -52,7 +52,7 @@ struct Style {
   AGPen pen;
 };
 
-bool SameGradient(ATBrushCustomGradient<double> const* a, ATBrushCustomGradient<double> const* b) {
+bool SameGradient(const ATBrushCustomGradient<double>* a, const ATBrushCustomGradient<double>* b) {
   if (a == nullptr || b == nullptr) return a == b;
   return a->Bounds() == b->Bounds() &&
          std::equal(a->Positions(), a->Positions() + a->PositionCount(), b->Positions(),
@@ -60,7 +60,7 @@ bool SameGradient(ATBrushCustomGradient<double> const* a, ATBrushCustomGradient<
          std::equal(a->Factors(), a->Factors() + a->FactorCount(), b->Factors(), b->Factors() + b->FactorCount());
 }
 
-AKMemoryBlock StyleRecord(Style const& style) {
+AKMemoryBlock StyleRecord(const Style& style) {
   AKFile stream(AKFile::kModeMemory);
   AKMemoryBlock record;
   stream.CreateForReadWrite();
@@ -74,20 +74,20 @@ struct StyleSubject {
   static constexpr bool kIsObject = true;
   using Key = ObjectID;
   using Value = Style;
-  static bool Exists(Document const& document, Key id) { return document.Find(id) != nullptr; }
-  static Value Read(Document const& document, Key id) {
-    DocumentObject const* object = document.Find(id);
+  static bool Exists(const Document& document, Key id) { return document.Find(id) != nullptr; }
+  static Value Read(const Document& document, Key id) {
+    const DocumentObject* object = document.Find(id);
     return {object->brush, object->pen};
   }
-  static void Write(Document& document, Key id, Value const& value) { document.SetStyle(id, value.brush, value.pen); }
-  static bool Equal(Value const& a, Value const& b) {
+  static void Write(Document& document, Key id, const Value& value) { document.SetStyle(id, value.brush, value.pen); }
+  static bool Equal(const Value& a, const Value& b) {
     const bool noArrows = a.pen.CustomArrow() == nullptr && b.pen.CustomArrow() == nullptr;
     return noArrows && SameGradient(a.brush.CustomGradient(), b.brush.CustomGradient()) &&
            SameGradient(a.pen.Brush().CustomGradient(), b.pen.Brush().CustomGradient()) &&
            StyleRecord(a) == StyleRecord(b);
   }
-  static std::size_t Size(Value const& value) {
-    ATBrushCustomGradient<double> const* gradient = value.brush.CustomGradient();
+  static std::size_t Size(const Value& value) {
+    const ATBrushCustomGradient<double>* gradient = value.brush.CustomGradient();
     return gradient == nullptr ? 0 : 2 * sizeof(double) * gradient->PositionCount();
   }
 };
@@ -97,14 +97,14 @@ struct RecordSubject {
   static constexpr bool kIsObject = true;
   using Key = ObjectID;
   using Value = AKMemoryBlock;
-  static bool Exists(Document const& document, Key id) { return document.Find(id) != nullptr; }
-  static Value Read(Document const& document, Key id) { return document.Find(id)->record; }
-  static void Write(Document& document, Key id, Value const& value) {
+  static bool Exists(const Document& document, Key id) { return document.Find(id) != nullptr; }
+  static Value Read(const Document& document, Key id) { return document.Find(id)->record; }
+  static void Write(Document& document, Key id, const Value& value) {
     int status = 0;
     document.ReplaceInstance(id, MakeInstance(document.Find(id)->classID, value, &status), value);
   }
-  static bool Equal(Value const& a, Value const& b) { return a == b; }
-  static std::size_t Size(Value const& value) { return value.Size(); }
+  static bool Equal(const Value& a, const Value& b) { return a == b; }
+  static std::size_t Size(const Value& value) { return value.Size(); }
 };
 
 struct PageSubject {
@@ -114,33 +114,33 @@ struct PageSubject {
     AGSize size;
     AGColor background;
   };
-  static bool Exists(Document const&, Key) { return true; }
-  static Value Read(Document const& document, Key) { return {document.Page(), document.Background()}; }
-  static void Write(Document& document, Key, Value const& value) { document.SetPage(value.size, value.background); }
-  static bool Equal(Value const& a, Value const& b) {
+  static bool Exists(const Document&, Key) { return true; }
+  static Value Read(const Document& document, Key) { return {document.Page(), document.Background()}; }
+  static void Write(Document& document, Key, const Value& value) { document.SetPage(value.size, value.background); }
+  static bool Equal(const Value& a, const Value& b) {
     return a.size.width == b.size.width && a.size.height == b.size.height && a.background == b.background;
   }
-  static std::size_t Size(Value const&) { return 0; }
+  static std::size_t Size(const Value&) { return 0; }
 };
 
 struct LayerSettingsSubject {
   static constexpr bool kIsObject = false;
   using Key = LayerID;
   using Value = LayerSettings;
-  static bool Exists(Document const& document, Key id) { return document.FindLayer(id) != nullptr; }
-  static Value Read(Document const& document, Key id) { return document.FindLayer(id)->settings; }
-  static void Write(Document& document, Key id, Value const& value) { document.SetLayerSettings(id, value); }
-  static bool Equal(Value const& a, Value const& b) { return a == b; }
-  static std::size_t Size(Value const& value) { return value.name.size(); }
+  static bool Exists(const Document& document, Key id) { return document.FindLayer(id) != nullptr; }
+  static Value Read(const Document& document, Key id) { return document.FindLayer(id)->settings; }
+  static void Write(Document& document, Key id, const Value& value) { document.SetLayerSettings(id, value); }
+  static bool Equal(const Value& a, const Value& b) { return a == b; }
+  static std::size_t Size(const Value& value) { return value.name.size(); }
 };
 
 struct LayerIndexSubject {
   static constexpr bool kIsObject = false;
   using Key = LayerID;
   using Value = std::size_t;
-  static bool Exists(Document const& document, Key id) { return document.FindLayer(id) != nullptr; }
-  static Value Read(Document const& document, Key id) { return document.IndexOfLayer(id); }
-  static void Write(Document& document, Key id, Value const& value) { document.MoveLayer(id, value); }
+  static bool Exists(const Document& document, Key id) { return document.FindLayer(id) != nullptr; }
+  static Value Read(const Document& document, Key id) { return document.IndexOfLayer(id); }
+  static void Write(Document& document, Key id, const Value& value) { document.MoveLayer(id, value); }
   static bool Equal(Value a, Value b) { return a == b; }
   static std::size_t Size(Value) { return 0; }
 };
@@ -150,14 +150,14 @@ struct PlaceSubject {
   using Key = ObjectID;
   using Value = ObjectPlace;
   // Where an object stands depends on the others, so the place after is taken at once (see NewMove).
-  static bool Exists(Document const& document, Key id) { return document.Find(id) != nullptr; }
-  static Value Read(Document const& document, Key id) { return document.PlaceOf(id); }
-  static void Write(Document& document, Key id, Value const& value) { document.MoveObject(id, value); }
-  static bool Equal(Value const& a, Value const& b) { return a == b; }
-  static std::size_t Size(Value const&) { return 0; }
+  static bool Exists(const Document& document, Key id) { return document.Find(id) != nullptr; }
+  static Value Read(const Document& document, Key id) { return document.PlaceOf(id); }
+  static void Write(Document& document, Key id, const Value& value) { document.MoveObject(id, value); }
+  static bool Equal(const Value& a, const Value& b) { return a == b; }
+  static std::size_t Size(const Value&) { return 0; }
 };
 
-std::size_t StateBytes(DocumentObject const* state) {
+std::size_t StateBytes(const DocumentObject* state) {
   return state == nullptr ? 0 : sizeof(*state) + state->record.Size() + state->unknownBody.Size();
 }
 
@@ -166,16 +166,16 @@ class Presence final : public Change {
  public:
   Presence(ObjectID id, bool comes) : id_(id), comes_(comes) {}
 
-  void TakeState(Document const& document) {
+  void TakeState(const Document& document) {
     state_ = CopyState(*document.Find(id_));
     place_ = document.PlaceOf(id_);
   }
   void Undo(Document& document) override { comes_ ? Remove(document, id_) : Put(document); }
   void Redo(Document& document) override { comes_ ? Put(document) : Remove(document, id_); }
-  void Seal(Document const& document) override {
+  void Seal(const Document& document) override {
     if (comes_ && document.Find(id_) != nullptr) state_ = CopyState(*document.Find(id_));
   }
-  void TakePlace(Document const& document) { place_ = document.PlaceOf(id_); }
+  void TakePlace(const Document& document) { place_ = document.PlaceOf(id_); }
   std::size_t Bytes() const override { return sizeof(*this) + StateBytes(state_.get()); }
   ObjectID Object() const override { return id_; }
 
@@ -191,7 +191,7 @@ class Presence final : public Change {
 // A layer that comes or goes, always empty: its objects come after it and go before it.
 class LayerPresence final : public Change {
  public:
-  LayerPresence(Document const& document, LayerID id, bool comes)
+  LayerPresence(const Document& document, LayerID id, bool comes)
       : id_(id), comes_(comes), index_(document.IndexOfLayer(id)), settings_(document.FindLayer(id)->settings) {}
 
   void Undo(Document& document) override { Do(document, !comes_); }
@@ -215,51 +215,51 @@ class LayerPresence final : public Change {
 
 }  // namespace
 
-std::unique_ptr<Change> NewPlacementChange(Document const& document, ObjectID id) {
+std::unique_ptr<Change> NewPlacementChange(const Document& document, ObjectID id) {
   return std::make_unique<ValueChange<PlacementSubject>>(document, id);
 }
 
-std::unique_ptr<Change> NewStyleChange(Document const& document, ObjectID id) {
+std::unique_ptr<Change> NewStyleChange(const Document& document, ObjectID id) {
   return std::make_unique<ValueChange<StyleSubject>>(document, id);
 }
 
-std::unique_ptr<Change> NewRecordChange(Document const& document, ObjectID id) {
+std::unique_ptr<Change> NewRecordChange(const Document& document, ObjectID id) {
   return std::make_unique<ValueChange<RecordSubject>>(document, id);
 }
 
-std::unique_ptr<Change> NewMove(Document const& document, ObjectID id) {
+std::unique_ptr<Change> NewMove(const Document& document, ObjectID id) {
   return std::make_unique<ValueChange<PlaceSubject>>(document, id);
 }
 
-std::unique_ptr<Change> NewPageChange(Document const& document) {
+std::unique_ptr<Change> NewPageChange(const Document& document) {
   return std::make_unique<ValueChange<PageSubject>>(document, kNoObjectID);
 }
 
-std::unique_ptr<Change> NewLayerSettingsChange(Document const& document, LayerID id) {
+std::unique_ptr<Change> NewLayerSettingsChange(const Document& document, LayerID id) {
   return std::make_unique<ValueChange<LayerSettingsSubject>>(document, id);
 }
 
-std::unique_ptr<Change> NewLayerMove(Document const& document, LayerID id) {
+std::unique_ptr<Change> NewLayerMove(const Document& document, LayerID id) {
   return std::make_unique<ValueChange<LayerIndexSubject>>(document, id);
 }
 
-std::unique_ptr<Change> NewInsertion(Document const& document, ObjectID id) {
+std::unique_ptr<Change> NewInsertion(const Document& document, ObjectID id) {
   auto change = std::make_unique<Presence>(id, true);
   change->TakePlace(document);
   return change;
 }
 
-std::unique_ptr<Change> NewRemoval(Document const& document, ObjectID id) {
+std::unique_ptr<Change> NewRemoval(const Document& document, ObjectID id) {
   auto change = std::make_unique<Presence>(id, false);
   change->TakeState(document);
   return change;
 }
 
-std::unique_ptr<Change> NewLayerInsertion(Document const& document, LayerID id) {
+std::unique_ptr<Change> NewLayerInsertion(const Document& document, LayerID id) {
   return std::make_unique<LayerPresence>(document, id, true);
 }
 
-std::unique_ptr<Change> NewLayerRemoval(Document const& document, LayerID id) {
+std::unique_ptr<Change> NewLayerRemoval(const Document& document, LayerID id) {
   return std::make_unique<LayerPresence>(document, id, false);
 }
 

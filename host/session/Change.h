@@ -18,7 +18,7 @@ class Change {
 
   virtual void Undo(Document& document) = 0;
   virtual void Redo(Document& document) = 0;
-  virtual void Seal(Document const&) {}
+  virtual void Seal(const Document&) {}
   /// A sealed change without an effect.
   virtual bool IsVoid() const { return false; }
   /// The memory that it takes, about.
@@ -30,16 +30,16 @@ class Change {
 // The states before are taken when these are called. The insertions follow the change, the others go before it;
 // NewRecordChange goes before the document is told of the new record.
 
-std::unique_ptr<Change> NewPlacementChange(Document const& document, ObjectID id);
-std::unique_ptr<Change> NewStyleChange(Document const& document, ObjectID id);
-std::unique_ptr<Change> NewRecordChange(Document const& document, ObjectID id);
-std::unique_ptr<Change> NewInsertion(Document const& document, ObjectID id);
-std::unique_ptr<Change> NewRemoval(Document const& document, ObjectID id);
-std::unique_ptr<Change> NewMove(Document const& document, ObjectID id);
-std::unique_ptr<Change> NewPageChange(Document const& document);
-std::unique_ptr<Change> NewLayerInsertion(Document const& document, LayerID id);
-std::unique_ptr<Change> NewLayerRemoval(Document const& document, LayerID id);
-std::unique_ptr<Change> NewLayerMove(Document const& document, LayerID id);
-std::unique_ptr<Change> NewLayerSettingsChange(Document const& document, LayerID id);
+std::unique_ptr<Change> NewPlacementChange(const Document& document, ObjectID id);
+std::unique_ptr<Change> NewStyleChange(const Document& document, ObjectID id);
+std::unique_ptr<Change> NewRecordChange(const Document& document, ObjectID id);
+std::unique_ptr<Change> NewInsertion(const Document& document, ObjectID id);
+std::unique_ptr<Change> NewRemoval(const Document& document, ObjectID id);
+std::unique_ptr<Change> NewMove(const Document& document, ObjectID id);
+std::unique_ptr<Change> NewPageChange(const Document& document);
+std::unique_ptr<Change> NewLayerInsertion(const Document& document, LayerID id);
+std::unique_ptr<Change> NewLayerRemoval(const Document& document, LayerID id);
+std::unique_ptr<Change> NewLayerMove(const Document& document, LayerID id);
+std::unique_ptr<Change> NewLayerSettingsChange(const Document& document, LayerID id);
 
 }  // namespace host

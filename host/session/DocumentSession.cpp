@@ -60,7 +60,7 @@ void DocumentSession::RemoveObserver(SessionObserver* observer) {
   document_->RemoveObserver(observer);
 }
 
-std::unique_ptr<DocumentSession> DocumentSession::Open(std::string const& path, std::string* error) {
+std::unique_ptr<DocumentSession> DocumentSession::Open(const std::string& path, std::string* error) {
   const FileStamp stamp = FileStamp::Of(path);
   auto document = ReadDocument(path, error);
   if (!document) return nullptr;
@@ -70,7 +70,7 @@ std::unique_ptr<DocumentSession> DocumentSession::Open(std::string const& path, 
   return session;
 }
 
-std::unique_ptr<DocumentSession> DocumentSession::Restore(std::unique_ptr<Document> document, std::string const& path) {
+std::unique_ptr<DocumentSession> DocumentSession::Restore(std::unique_ptr<Document> document, const std::string& path) {
   auto session = std::make_unique<DocumentSession>(std::move(document));
   session->path_ = path;
   session->stamp_ = FileStamp::Of(path);
@@ -92,7 +92,7 @@ bool DocumentSession::Save(bool overwrite, std::string* error) {
   return SaveAs(std::string(path_), error);
 }
 
-bool DocumentSession::SaveAs(std::string const& path, std::string* error) {
+bool DocumentSession::SaveAs(const std::string& path, std::string* error) {
   if (!WriteDocument(*document_, path, error)) return false;
   const bool isNew = path != path_;
   path_ = path;
@@ -156,7 +156,7 @@ void DocumentSession::AfterRemoval() {
 }
 
 // Objects that the step brought back or changed become selected, so that it is seen what happened.
-void DocumentSession::AfterChange(ObjectIDs const& toSelect) {
+void DocumentSession::AfterChange(const ObjectIDs& toSelect) {
   ++changes_;
   AfterRemoval();
   const auto known = [this](ObjectID id) { return document_->Find(id) != nullptr && IsEditable(id); };

@@ -35,8 +35,8 @@ enum class Band { kWithin, kTouched };
 class DocumentSession {
  public:
   explicit DocumentSession(std::unique_ptr<Document> document);
-  DocumentSession(DocumentSession const&) = delete;
-  DocumentSession& operator=(DocumentSession const&) = delete;
+  DocumentSession(const DocumentSession&) = delete;
+  DocumentSession& operator=(const DocumentSession&) = delete;
   ~DocumentSession();
 
   /// The session that handlers of plug-ins act on: the one made current last; null when there is none.
@@ -46,16 +46,16 @@ class DocumentSession {
   std::uint64_t Serial() const { return serial_; }
   static DocumentSession* FindBySerial(std::uint64_t serial);
 
-  Document const& Doc() const { return *document_; }
+  const Document& Doc() const { return *document_; }
 
   // Files.
 
   /// Null, with one line in `*error`, when the file can't be read.
-  static std::unique_ptr<DocumentSession> Open(std::string const& path, std::string* error);
+  static std::unique_ptr<DocumentSession> Open(const std::string& path, std::string* error);
   /// A document that a crash left unsaved, to be saved at `path`.
-  static std::unique_ptr<DocumentSession> Restore(std::unique_ptr<Document> document, std::string const& path);
+  static std::unique_ptr<DocumentSession> Restore(std::unique_ptr<Document> document, const std::string& path);
   /// Empty for a document that was never saved.
-  std::string const& Path() const { return path_; }
+  const std::string& Path() const { return path_; }
   bool HasUnsavedChanges() const { return !history_.IsClean(); }
   /// Counts steps made, undone and redone: it differs whenever the document does.
   std::uint64_t ChangeCount() const { return changes_; }
@@ -64,7 +64,7 @@ class DocumentSession {
   /// Writes to Path(). Refused when the file was changed outside, unless `overwrite` is set.
   bool Save(bool overwrite, std::string* error);
   /// The document belongs to the new path from then on.
-  bool SaveAs(std::string const& path, std::string* error);
+  bool SaveAs(const std::string& path, std::string* error);
 
   // Steps. They nest: an inner step becomes part of the outer one. A drag is BeginStep, then for each motion RewindStep
   // and the edit from where the drag began, then EndStep.
@@ -80,9 +80,9 @@ class DocumentSession {
   bool IsStepOpen() const { return !open_.empty(); }
   /// Names the open step, or the next one: what a plug-in called the change.
   void SetActionName(std::string name);
-  std::string const& ActionName() const { return actionName_; }
+  const std::string& ActionName() const { return actionName_; }
 
-  History const& Steps() const { return history_; }
+  const History& Steps() const { return history_; }
   /// "Undo Move"; "Undo" alone when there is nothing to undo.
   std::string UndoTitle() const;
   std::string RedoTitle() const;
@@ -94,56 +94,56 @@ class DocumentSession {
 
   // The selection. Only objects of visible and unlocked layers can be selected; others are passed over.
 
-  Selection const& Selected() const { return selection_; }
+  const Selection& Selected() const { return selection_; }
   bool IsEditable(ObjectID id) const;
-  void Select(ObjectIDs const& ids);
-  void AddToSelection(ObjectIDs const& ids);
+  void Select(const ObjectIDs& ids);
+  void AddToSelection(const ObjectIDs& ids);
   void ToggleInSelection(ObjectID id);
   void SelectAll();
   void SelectNone();
   /// The foremost object that can be selected and shows ink within `tolerance` of the point; kNoObjectID for none.
-  ObjectID ObjectAt(AGPoint const& point, double tolerance) const;
+  ObjectID ObjectAt(const AGPoint& point, double tolerance) const;
   /// Those that a rubber band takes, in drawing order.
-  ObjectIDs ObjectsIn(AGRect const& band, Band rule) const;
+  ObjectIDs ObjectsIn(const AGRect& band, Band rule) const;
   /// The box of the objects' turned bounds; false for none.
-  bool GetBox(ObjectIDs const& ids, AGRect* box) const;
+  bool GetBox(const ObjectIDs& ids, AGRect* box) const;
 
   // Objects.
 
   /// A new object of a class, in front on the active layer, and selected; kNoObjectID on failure.
-  ObjectID Add(AKClassID classID, std::string const& arguments, ObjectPlacement const& placement, std::string* error);
-  bool Delete(ObjectIDs const& ids, std::string* error);
-  bool SetPlacement(ObjectID id, ObjectPlacement const& placement, std::string* error);
-  bool SetAngle(ObjectIDs const& ids, double angle, std::string* error);
-  bool Move(ObjectIDs const& ids, double dx, double dy, std::string* error);
+  ObjectID Add(AKClassID classID, const std::string& arguments, const ObjectPlacement& placement, std::string* error);
+  bool Delete(const ObjectIDs& ids, std::string* error);
+  bool SetPlacement(ObjectID id, const ObjectPlacement& placement, std::string* error);
+  bool SetAngle(const ObjectIDs& ids, double angle, std::string* error);
+  bool Move(const ObjectIDs& ids, double dx, double dy, std::string* error);
   /// Stretches the objects as the box `from` is to `to`. A turned object is moved with its centre and stretched along
   /// its own sides. Refused when `from` has no area.
-  bool Resize(ObjectIDs const& ids, AGRect const& from, AGRect const& to, std::string* error);
+  bool Resize(const ObjectIDs& ids, const AGRect& from, const AGRect& to, std::string* error);
   /// Turns the objects together about a point.
-  bool Rotate(ObjectIDs const& ids, double angle, AGPoint const& about, std::string* error);
+  bool Rotate(const ObjectIDs& ids, double angle, const AGPoint& about, std::string* error);
   /// Turns them about the centre of their box.
-  bool Rotate(ObjectIDs const& ids, double angle, std::string* error);
-  bool SetBrush(ObjectIDs const& ids, AGBrush const& brush, std::string* error);
-  bool SetPen(ObjectIDs const& ids, AGPen const& pen, std::string* error);
+  bool Rotate(const ObjectIDs& ids, double angle, std::string* error);
+  bool SetBrush(const ObjectIDs& ids, const AGBrush& brush, std::string* error);
+  bool SetPen(const ObjectIDs& ids, const AGPen& pen, std::string* error);
   /// Properties as pairs of a key path and a text; see ObjectProperties.h. All of them or none.
-  bool SetProperties(ObjectIDs const& ids, std::vector<std::pair<std::string, std::string>> const& assignments,
+  bool SetProperties(const ObjectIDs& ids, const std::vector<std::pair<std::string, std::string>>& assignments,
                      std::string* error);
 
   // The order, within each layer.
 
-  bool ChangeOrder(ObjectIDs const& ids, OrderChange change, std::string* error);
+  bool ChangeOrder(const ObjectIDs& ids, OrderChange change, std::string* error);
   /// By the boxes of the turned bounds.
-  bool Align(ObjectIDs const& ids, Alignment alignment, AlignTo to, std::string* error);
+  bool Align(const ObjectIDs& ids, Alignment alignment, AlignTo to, std::string* error);
   /// Equal gaps between three or more objects; the outermost stay.
-  bool Distribute(ObjectIDs const& ids, Axis axis, std::string* error);
+  bool Distribute(const ObjectIDs& ids, Axis axis, std::string* error);
 
   // The clipboard: bytes that any session of this program can paste.
 
-  std::string Copy(ObjectIDs const& ids) const;
-  bool Cut(ObjectIDs const& ids, std::string* clipboard, std::string* error);
+  std::string Copy(const ObjectIDs& ids) const;
+  bool Cut(const ObjectIDs& ids, std::string* clipboard, std::string* error);
   /// In front on the active layer, moved by (dx, dy) but for placeholders, and selected.
-  bool Paste(std::string const& clipboard, double dx, double dy, std::string* error);
-  bool Duplicate(ObjectIDs const& ids, double dx, double dy, std::string* error);
+  bool Paste(const std::string& clipboard, double dx, double dy, std::string* error);
+  bool Duplicate(const ObjectIDs& ids, double dx, double dy, std::string* error);
 
   // Layers. Locked ones can be edited as layers.
 
@@ -151,27 +151,27 @@ class DocumentSession {
   LayerID ActiveLayer() const { return activeLayer_; }
   void SetActiveLayer(LayerID id);
   /// Above all others unless an index is given; it becomes active. An empty name becomes "Layer N".
-  LayerID AddLayer(std::string const& name, std::size_t index = static_cast<std::size_t>(-1));
+  LayerID AddLayer(const std::string& name, std::size_t index = static_cast<std::size_t>(-1));
   /// With its objects. The only layer can't be removed.
   bool RemoveLayer(LayerID id, std::string* error);
-  bool SetLayerName(LayerID id, std::string const& name, std::string* error);
+  bool SetLayerName(LayerID id, const std::string& name, std::string* error);
   bool SetLayerVisible(LayerID id, bool visible, std::string* error);
   bool SetLayerLocked(LayerID id, bool locked, std::string* error);
   bool MoveLayer(LayerID id, std::size_t index, std::string* error);
-  bool MoveToLayer(ObjectIDs const& ids, LayerID layer, std::string* error);
+  bool MoveToLayer(const ObjectIDs& ids, LayerID layer, std::string* error);
 
   // The page.
 
   /// Both sides must be above 0.
-  bool SetPage(AGSize const& page, std::string* error);
+  bool SetPage(const AGSize& page, std::string* error);
   void SetBackground(AGColor color);
 
   // What plug-ins do. The objects are linked at a place; statuses are 0 or those of HandlerTable.cpp.
 
-  ObjectID Adopt(AKObject* instance, ObjectPlace const& place);
-  void DeleteAny(ObjectIDs const& ids);
+  ObjectID Adopt(AKObject* instance, const ObjectPlace& place);
+  void DeleteAny(const ObjectIDs& ids);
   /// Looks whether the objects' instances changed by themselves; changes become part of the open step, or one.
-  void NoticeChanges(ObjectIDs const& ids);
+  void NoticeChanges(const ObjectIDs& ids);
   AKObject* StandInOf(LayerID id) { return document_->StandInOf(id); }
 
   void AddObserver(SessionObserver* observer);
@@ -183,20 +183,20 @@ class DocumentSession {
   template <typename Call>
   void Notify(Call call) const;
   UndoStep& Step() { return *open_.back(); }
-  bool CheckEditable(ObjectIDs const& ids, std::string* error) const;
+  bool CheckEditable(const ObjectIDs& ids, std::string* error) const;
   /// Those that can be changed; empty, with the reason in `*error`, when the edit is refused.
-  ObjectIDs Changeable(ObjectIDs const& ids, std::string* error) const;
+  ObjectIDs Changeable(const ObjectIDs& ids, std::string* error) const;
   bool CheckActiveLayer(std::string* error) const;
   bool CheckLayer(LayerID id, std::string* error) const;
   template <typename Place>
-  bool PlaceEach(ObjectIDs const& ids, const char* name, Place place, std::string* error);
+  bool PlaceEach(const ObjectIDs& ids, const char* name, Place place, std::string* error);
   bool ChangeSettings(LayerID id, const char* name, LayerSettings settings, std::string* error);
-  ObjectIDs InDrawingOrder(ObjectIDs const& ids) const;
-  void MoveOne(ObjectID id, ObjectPlace const& place);
+  ObjectIDs InDrawingOrder(const ObjectIDs& ids) const;
+  void MoveOne(ObjectID id, const ObjectPlace& place);
   void RemoveOne(ObjectID id);
-  ObjectID InsertOne(std::unique_ptr<DocumentObject> object, ObjectPlace const& place);
+  ObjectID InsertOne(std::unique_ptr<DocumentObject> object, const ObjectPlace& place);
   bool NoticeChange(ObjectID id);
-  void AfterChange(ObjectIDs const& toSelect);
+  void AfterChange(const ObjectIDs& toSelect);
   void AfterRemoval();
   void PruneSelection();
 
@@ -217,8 +217,8 @@ class DocumentSession {
 class EditStep {
  public:
   EditStep(DocumentSession& session, std::string name) : session_(session) { session_.BeginStep(std::move(name)); }
-  EditStep(EditStep const&) = delete;
-  EditStep& operator=(EditStep const&) = delete;
+  EditStep(const EditStep&) = delete;
+  EditStep& operator=(const EditStep&) = delete;
   ~EditStep() {
     if (!ended_) session_.CancelStep();
   }

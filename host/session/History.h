@@ -26,7 +26,7 @@ class History {
   /// All steps that are known, the oldest first; those from Position() on can be redone.
   std::size_t Count() const { return steps_.size(); }
   std::size_t Position() const { return position_; }
-  std::string const& NameAt(std::size_t index) const { return steps_[index].step->name; }
+  const std::string& NameAt(std::size_t index) const { return steps_[index].step->name; }
   std::size_t Bytes() const { return bytes_; }
 
   /// Takes a sealed step; what could be redone is forgotten.

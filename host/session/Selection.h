@@ -11,7 +11,7 @@ namespace host {
 
 class Selection {
  public:
-  std::vector<ObjectID> const& IDs() const { return order_; }
+  const std::vector<ObjectID>& IDs() const { return order_; }
   bool IsEmpty() const { return order_.empty(); }
   std::size_t Count() const { return order_.size(); }
   bool Contains(ObjectID id) const { return set_.count(id) != 0; }
@@ -34,7 +34,7 @@ class Selection {
     set_.clear();
   }
 
-  bool operator==(Selection const& other) const { return order_ == other.order_; }
+  bool operator==(const Selection& other) const { return order_ == other.order_; }
 
  private:
   std::vector<ObjectID> order_;

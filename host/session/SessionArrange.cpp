@@ -8,7 +8,7 @@
 namespace host {
 namespace {
 
-AGPoint AlignOffset(AGRect const& box, AGRect const& target, Alignment alignment) {
+AGPoint AlignOffset(const AGRect& box, const AGRect& target, Alignment alignment) {
   switch (alignment) {
     case Alignment::kLeft:
       return {target.x0 - box.x0, 0};
@@ -49,7 +49,7 @@ const char* OrderName(OrderChange change) {
 
 }  // namespace
 
-void DocumentSession::MoveOne(ObjectID id, ObjectPlace const& place) {
+void DocumentSession::MoveOne(ObjectID id, const ObjectPlace& place) {
   Step().BeforeMove(*document_, id);
   document_->MoveObject(id, place);
   Step().AfterMove(*document_);
@@ -57,7 +57,7 @@ void DocumentSession::MoveOne(ObjectID id, ObjectPlace const& place) {
 
 // The objects keep their order among each other. Steps forward stop below the object that stopped before, so that a
 // group at the end stays as it is.
-bool DocumentSession::ChangeOrder(ObjectIDs const& ids, OrderChange change, std::string* error) {
+bool DocumentSession::ChangeOrder(const ObjectIDs& ids, OrderChange change, std::string* error) {
   if (!CheckEditable(ids, error)) return false;
   ObjectIDs sorted = InDrawingOrder(ids);
   const bool forward = change == OrderChange::kToFront || change == OrderChange::kForward;
@@ -76,7 +76,7 @@ bool DocumentSession::ChangeOrder(ObjectIDs const& ids, OrderChange change, std:
   return step.End();
 }
 
-bool DocumentSession::Align(ObjectIDs const& ids, Alignment alignment, AlignTo to, std::string* error) {
+bool DocumentSession::Align(const ObjectIDs& ids, Alignment alignment, AlignTo to, std::string* error) {
   const ObjectIDs changeable = Changeable(ids, error);
   if (changeable.empty()) return false;
   AGRect target{0, 0, document_->Page().width, document_->Page().height};
@@ -89,7 +89,7 @@ bool DocumentSession::Align(ObjectIDs const& ids, Alignment alignment, AlignTo t
   return step.End();
 }
 
-bool DocumentSession::Distribute(ObjectIDs const& ids, Axis axis, std::string* error) {
+bool DocumentSession::Distribute(const ObjectIDs& ids, Axis axis, std::string* error) {
   const ObjectIDs changeable = Changeable(ids, error);
   if (changeable.empty()) return false;
   if (changeable.size() < 3) {
@@ -104,11 +104,11 @@ bool DocumentSession::Distribute(ObjectIDs const& ids, Axis axis, std::string* e
     spans.push_back(across ? Span{box.x0, box.x1, id} : Span{box.y0, box.y1, id});
     filled += spans.back().end - spans.back().start;
   }
-  std::stable_sort(spans.begin(), spans.end(), [](Span const& a, Span const& b) { return a.Middle() < b.Middle(); });
+  std::stable_sort(spans.begin(), spans.end(), [](const Span& a, const Span& b) { return a.Middle() < b.Middle(); });
   const double gap = (spans.back().end - spans.front().start - filled) / static_cast<double>(spans.size() - 1);
   EditStep step(*this, Tr("Distribute"));
   double next = spans.front().start;
-  for (Span const& span : spans) {
+  for (const Span& span : spans) {
     const double offset = next - span.start;
     next += span.end - span.start + gap;
     const bool fixed = &span == &spans.front() || &span == &spans.back();

@@ -15,12 +15,12 @@ namespace {
 constexpr std::uint32_t kClipboardSignature = 0x48436C70;  // "HClp"
 constexpr unsigned int kClipboardVersion = 1;
 
-int WriteClipboard(AKFile& file, std::vector<DocumentObject const*> const& objects) {
+int WriteClipboard(AKFile& file, const std::vector<const DocumentObject*>& objects) {
   AKFileChunk chunk{kClipboardSignature};
   int status = AKFileWriteChunkHeader(file, chunk);
   if (status == 0) status = AKFileWriteUInt32(file, kClipboardVersion);
   if (status == 0) status = AKFileWriteUInt32(file, static_cast<unsigned int>(objects.size()));
-  for (DocumentObject const* object : objects) {
+  for (const DocumentObject* object : objects) {
     if (status == 0) status = WriteObjectChunk(file, *object);
   }
   return status == 0 ? AKFileWriteChunkComplete(file, chunk) : status;
@@ -29,7 +29,7 @@ int WriteClipboard(AKFile& file, std::vector<DocumentObject const*> const& objec
 using Objects = std::vector<std::unique_ptr<DocumentObject>>;
 
 // Everything or nothing.
-bool ReadClipboard(std::string const& bytes, Objects* objects, std::string* error) {
+bool ReadClipboard(const std::string& bytes, Objects* objects, std::string* error) {
   const QuietLog quiet;
   AKFile stream(bytes.data(), static_cast<unsigned int>(bytes.size()));
   ObjectChunkReader reader(stream);
@@ -49,8 +49,8 @@ bool ReadClipboard(std::string const& bytes, Objects* objects, std::string* erro
 
 }  // namespace
 
-std::string DocumentSession::Copy(ObjectIDs const& ids) const {
-  std::vector<DocumentObject const*> objects;
+std::string DocumentSession::Copy(const ObjectIDs& ids) const {
+  std::vector<const DocumentObject*> objects;
   for (const ObjectID id : InDrawingOrder(ids)) objects.push_back(document_->Find(id));
   AKFile stream(AKFile::kModeMemory);
   const void* data = nullptr;
@@ -62,7 +62,7 @@ std::string DocumentSession::Copy(ObjectIDs const& ids) const {
   return {static_cast<const char*>(data), static_cast<std::size_t>(size)};
 }
 
-bool DocumentSession::Cut(ObjectIDs const& ids, std::string* clipboard, std::string* error) {
+bool DocumentSession::Cut(const ObjectIDs& ids, std::string* clipboard, std::string* error) {
   if (!CheckEditable(ids, error)) return false;
   std::string bytes = Copy(ids);
   if (bytes.empty()) {
@@ -75,7 +75,7 @@ bool DocumentSession::Cut(ObjectIDs const& ids, std::string* clipboard, std::str
   return step.End();
 }
 
-bool DocumentSession::Paste(std::string const& clipboard, double dx, double dy, std::string* error) {
+bool DocumentSession::Paste(const std::string& clipboard, double dx, double dy, std::string* error) {
   Objects objects;
   if (!CheckActiveLayer(error) || !ReadClipboard(clipboard, &objects, error)) return false;
   EditStep step(*this, Tr("Paste"));
@@ -90,7 +90,7 @@ bool DocumentSession::Paste(std::string const& clipboard, double dx, double dy, 
   return true;
 }
 
-bool DocumentSession::Duplicate(ObjectIDs const& ids, double dx, double dy, std::string* error) {
+bool DocumentSession::Duplicate(const ObjectIDs& ids, double dx, double dy, std::string* error) {
   if (!CheckEditable(ids, error)) return false;
   EditStep step(*this, Tr("Duplicate"));
   return Paste(Copy(ids), dx, dy, error) && step.End();

@@ -11,13 +11,13 @@
 namespace host {
 namespace {
 
-bool IsFinite(ObjectPlacement const& placement) {
-  AGRect const& b = placement.bounds;
+bool IsFinite(const ObjectPlacement& placement) {
+  const AGRect& b = placement.bounds;
   return std::isfinite(b.x0) && std::isfinite(b.y0) && std::isfinite(b.x1) && std::isfinite(b.y1) &&
          std::isfinite(placement.angle);
 }
 
-AGPoint Turned(AGPoint const& point, AGPoint const& about, double angle) {
+AGPoint Turned(const AGPoint& point, const AGPoint& about, double angle) {
   const double c = std::cos(angle);
   const double s = std::sin(angle);
   const double dx = point.x - about.x;
@@ -25,7 +25,7 @@ AGPoint Turned(AGPoint const& point, AGPoint const& about, double angle) {
   return {about.x + dx * c - dy * s, about.y + dx * s + dy * c};
 }
 
-AGRect Shifted(AGRect const& rect, double dx, double dy) {
+AGRect Shifted(const AGRect& rect, double dx, double dy) {
   return {rect.x0 + dx, rect.y0 + dy, rect.x1 + dx, rect.y1 + dy};
 }
 
@@ -33,10 +33,10 @@ AGRect Shifted(AGRect const& rect, double dx, double dy) {
 struct Stretch {
   double sx, sy, tx, ty;
 
-  AGPoint Apply(AGPoint const& p) const { return {p.x * sx + tx, p.y * sy + ty}; }
+  AGPoint Apply(const AGPoint& p) const { return {p.x * sx + tx, p.y * sy + ty}; }
 
   // Turned sides take the factor of the directions that they run in.
-  ObjectPlacement Apply(ObjectPlacement const& old) const {
+  ObjectPlacement Apply(const ObjectPlacement& old) const {
     const AGPoint center = Apply(old.bounds.Center());
     const double c = std::cos(old.angle);
     const double s = std::sin(old.angle);
@@ -52,20 +52,20 @@ struct Stretch {
   }
 };
 
-std::string FixedObjectText(LayerSettings const& settings) {
+std::string FixedObjectText(const LayerSettings& settings) {
   return settings.locked ? ErrorText("layer \"%s\" is locked: its objects can't be changed", {settings.name})
                          : ErrorText("layer \"%s\" is hidden: its objects can't be changed", {settings.name});
 }
 
 }  // namespace
 
-bool DocumentSession::CheckEditable(ObjectIDs const& ids, std::string* error) const {
+bool DocumentSession::CheckEditable(const ObjectIDs& ids, std::string* error) const {
   if (ids.empty()) {
     *error = ErrorText("there is no object to change");
     return false;
   }
   for (const ObjectID id : ids) {
-    Layer const* layer = document_->LayerOf(id);
+    const Layer* layer = document_->LayerOf(id);
     if (layer != nullptr && layer->IsEditable()) continue;
     *error = layer == nullptr ? ErrorText("there is no such object") : FixedObjectText(layer->settings);
     return false;
@@ -73,7 +73,7 @@ bool DocumentSession::CheckEditable(ObjectIDs const& ids, std::string* error) co
   return true;
 }
 
-ObjectIDs DocumentSession::Changeable(ObjectIDs const& ids, std::string* error) const {
+ObjectIDs DocumentSession::Changeable(const ObjectIDs& ids, std::string* error) const {
   if (!CheckEditable(ids, error)) return {};
   ObjectIDs changeable;
   for (const ObjectID id : ids) {
@@ -86,7 +86,7 @@ ObjectIDs DocumentSession::Changeable(ObjectIDs const& ids, std::string* error) 
   return changeable;
 }
 
-ObjectID DocumentSession::InsertOne(std::unique_ptr<DocumentObject> object, ObjectPlace const& place) {
+ObjectID DocumentSession::InsertOne(std::unique_ptr<DocumentObject> object, const ObjectPlace& place) {
   const ObjectID id = document_->InsertObject(std::move(object), place);
   Step().Inserted(*document_, id);
   return id;
@@ -94,13 +94,13 @@ ObjectID DocumentSession::InsertOne(std::unique_ptr<DocumentObject> object, Obje
 
 void DocumentSession::RemoveOne(ObjectID id) {
   NoticeChange(id);
-  for (auto const& step : open_) step->TakeStatesOf(*document_, id);
+  for (const auto& step : open_) step->TakeStatesOf(*document_, id);
   Step().BeforeRemoval(*document_, id);
   const std::unique_ptr<DocumentObject> object = document_->RemoveObject(id);
   InstanceCall::Destroy(std::move(object->instance));
 }
 
-ObjectID DocumentSession::Add(AKClassID classID, std::string const& arguments, ObjectPlacement const& placement,
+ObjectID DocumentSession::Add(AKClassID classID, const std::string& arguments, const ObjectPlacement& placement,
                               std::string* error) {
   if (!CheckActiveLayer(error)) return kNoObjectID;
   if (!IsFinite(placement)) {
@@ -118,11 +118,11 @@ ObjectID DocumentSession::Add(AKClassID classID, std::string const& arguments, O
   return id;
 }
 
-bool DocumentSession::Delete(ObjectIDs const& ids, std::string* error) {
+bool DocumentSession::Delete(const ObjectIDs& ids, std::string* error) {
   if (!CheckEditable(ids, error)) return false;
   EditStep step(*this, Tr("Delete"));
   for (const ObjectID id : ids) {
-    DocumentObject const* object = document_->Find(id);
+    const DocumentObject* object = document_->Find(id);
     if (object == nullptr) continue;  // an ID may be named twice
     FetchInstance(object->instance.get());
     RemoveOne(id);
@@ -131,7 +131,7 @@ bool DocumentSession::Delete(ObjectIDs const& ids, std::string* error) {
 }
 
 template <typename Place>
-bool DocumentSession::PlaceEach(ObjectIDs const& ids, const char* name, Place place, std::string* error) {
+bool DocumentSession::PlaceEach(const ObjectIDs& ids, const char* name, Place place, std::string* error) {
   const ObjectIDs changeable = Changeable(ids, error);
   if (changeable.empty()) return false;
   std::vector<ObjectPlacement> placements;
@@ -150,24 +150,24 @@ bool DocumentSession::PlaceEach(ObjectIDs const& ids, const char* name, Place pl
   return step.End();
 }
 
-bool DocumentSession::SetPlacement(ObjectID id, ObjectPlacement const& placement, std::string* error) {
+bool DocumentSession::SetPlacement(ObjectID id, const ObjectPlacement& placement, std::string* error) {
   return PlaceEach(
-      {id}, Tr("Change Bounds"), [&placement](ObjectPlacement const&) { return placement; }, error);
+      {id}, Tr("Change Bounds"), [&placement](const ObjectPlacement&) { return placement; }, error);
 }
 
-bool DocumentSession::SetAngle(ObjectIDs const& ids, double angle, std::string* error) {
-  const auto place = [angle](ObjectPlacement const& old) { return ObjectPlacement{old.bounds, angle}; };
+bool DocumentSession::SetAngle(const ObjectIDs& ids, double angle, std::string* error) {
+  const auto place = [angle](const ObjectPlacement& old) { return ObjectPlacement{old.bounds, angle}; };
   return PlaceEach(ids, Tr("Rotate"), place, error);
 }
 
-bool DocumentSession::Move(ObjectIDs const& ids, double dx, double dy, std::string* error) {
-  const auto place = [dx, dy](ObjectPlacement const& old) {
+bool DocumentSession::Move(const ObjectIDs& ids, double dx, double dy, std::string* error) {
+  const auto place = [dx, dy](const ObjectPlacement& old) {
     return ObjectPlacement{Shifted(old.bounds, dx, dy), old.angle};
   };
   return PlaceEach(ids, Tr("Move"), place, error);
 }
 
-bool DocumentSession::Resize(ObjectIDs const& ids, AGRect const& from, AGRect const& to, std::string* error) {
+bool DocumentSession::Resize(const ObjectIDs& ids, const AGRect& from, const AGRect& to, std::string* error) {
   if (from.Width() == 0 || from.Height() == 0) {
     *error = ErrorText("a box without an area can't be stretched");
     return false;
@@ -176,11 +176,11 @@ bool DocumentSession::Resize(ObjectIDs const& ids, AGRect const& from, AGRect co
   stretch.tx = to.x0 - from.x0 * stretch.sx;
   stretch.ty = to.y0 - from.y0 * stretch.sy;
   return PlaceEach(
-      ids, Tr("Resize"), [&stretch](ObjectPlacement const& old) { return stretch.Apply(old); }, error);
+      ids, Tr("Resize"), [&stretch](const ObjectPlacement& old) { return stretch.Apply(old); }, error);
 }
 
-bool DocumentSession::Rotate(ObjectIDs const& ids, double angle, AGPoint const& about, std::string* error) {
-  const auto place = [angle, &about](ObjectPlacement const& old) {
+bool DocumentSession::Rotate(const ObjectIDs& ids, double angle, const AGPoint& about, std::string* error) {
+  const auto place = [angle, &about](const ObjectPlacement& old) {
     const AGPoint center = old.bounds.Center();
     const AGPoint turned = Turned(center, about, angle);
     return ObjectPlacement{Shifted(old.bounds, turned.x - center.x, turned.y - center.y), old.angle + angle};
@@ -188,13 +188,13 @@ bool DocumentSession::Rotate(ObjectIDs const& ids, double angle, AGPoint const& 
   return PlaceEach(ids, Tr("Rotate"), place, error);
 }
 
-bool DocumentSession::Rotate(ObjectIDs const& ids, double angle, std::string* error) {
+bool DocumentSession::Rotate(const ObjectIDs& ids, double angle, std::string* error) {
   AGRect box;
   const ObjectIDs changeable = Changeable(ids, error);
   return GetBox(changeable, &box) && Rotate(changeable, angle, box.Center(), error);
 }
 
-bool DocumentSession::SetBrush(ObjectIDs const& ids, AGBrush const& brush, std::string* error) {
+bool DocumentSession::SetBrush(const ObjectIDs& ids, const AGBrush& brush, std::string* error) {
   const ObjectIDs changeable = Changeable(ids, error);
   if (changeable.empty()) return false;
   EditStep step(*this, Tr("Change Brush"));
@@ -205,7 +205,7 @@ bool DocumentSession::SetBrush(ObjectIDs const& ids, AGBrush const& brush, std::
   return step.End();
 }
 
-bool DocumentSession::SetPen(ObjectIDs const& ids, AGPen const& pen, std::string* error) {
+bool DocumentSession::SetPen(const ObjectIDs& ids, const AGPen& pen, std::string* error) {
   const ObjectIDs changeable = Changeable(ids, error);
   if (changeable.empty()) return false;
   EditStep step(*this, Tr("Change Pen"));
@@ -216,18 +216,18 @@ bool DocumentSession::SetPen(ObjectIDs const& ids, AGPen const& pen, std::string
   return step.End();
 }
 
-bool DocumentSession::SetProperties(ObjectIDs const& ids,
-                                    std::vector<std::pair<std::string, std::string>> const& assignments,
+bool DocumentSession::SetProperties(const ObjectIDs& ids,
+                                    const std::vector<std::pair<std::string, std::string>>& assignments,
                                     std::string* error) {
   const ObjectIDs changeable = Changeable(ids, error);
   if (changeable.empty()) return false;
   EditStep step(*this, assignments.size() == 1 ? TrWith("Change %s", Tr(assignments.front().first.c_str()))
                                                : Tr("Change Properties"));
   for (const ObjectID id : changeable) {
-    DocumentObject const& object = *document_->Find(id);
+    const DocumentObject& object = *document_->Find(id);
     HostFields fields{object.Placement(), object.brush, object.pen};
     bool taken = true;
-    for (auto const& [path, text] : assignments) taken = taken && SetProperty(object, &fields, path, text, error);
+    for (const auto& [path, text] : assignments) taken = taken && SetProperty(object, &fields, path, text, error);
     NoticeChange(id);  // also of what must be taken back
     if (!taken) return false;
     Step().BeforePlacement(*document_, id);
@@ -240,7 +240,7 @@ bool DocumentSession::SetProperties(ObjectIDs const& ids,
 
 // A class that fails to write its record keeps the one that is known.
 bool DocumentSession::NoticeChange(ObjectID id) {
-  DocumentObject const* object = document_->Find(id);
+  const DocumentObject* object = document_->Find(id);
   AKMemoryBlock record;
   if (object == nullptr || !object->instance || WriteRecord(*object->instance, &record) != 0) return false;
   if (record == object->record) return false;
@@ -249,13 +249,13 @@ bool DocumentSession::NoticeChange(ObjectID id) {
   return true;
 }
 
-void DocumentSession::NoticeChanges(ObjectIDs const& ids) {
+void DocumentSession::NoticeChanges(const ObjectIDs& ids) {
   EditStep step(*this, actionName_);
   for (const ObjectID id : ids) NoticeChange(id);
   step.End();
 }
 
-ObjectID DocumentSession::Adopt(AKObject* instance, ObjectPlace const& place) {
+ObjectID DocumentSession::Adopt(AKObject* instance, const ObjectPlace& place) {
   auto object = Document::AdoptInstance(instance);
   const std::string name = actionName_.empty() ? TrWith("Add %s", ClassName(object->classID)) : actionName_;
   EditStep step(*this, name);
@@ -264,7 +264,7 @@ ObjectID DocumentSession::Adopt(AKObject* instance, ObjectPlace const& place) {
   return id;
 }
 
-void DocumentSession::DeleteAny(ObjectIDs const& ids) {
+void DocumentSession::DeleteAny(const ObjectIDs& ids) {
   EditStep step(*this, actionName_.empty() ? Tr("Delete") : actionName_);
   for (const ObjectID id : ids) {
     if (document_->Find(id) != nullptr) RemoveOne(id);

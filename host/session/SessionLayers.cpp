@@ -9,7 +9,7 @@
 namespace host {
 namespace {
 
-std::string ClosedLayerText(LayerSettings const& settings) {
+std::string ClosedLayerText(const LayerSettings& settings) {
   return settings.locked ? ErrorText("layer \"%s\" is locked: it takes no objects", {settings.name})
                          : ErrorText("layer \"%s\" is hidden: it takes no objects", {settings.name});
 }
@@ -23,7 +23,7 @@ bool DocumentSession::CheckLayer(LayerID id, std::string* error) const {
 }
 
 bool DocumentSession::CheckActiveLayer(std::string* error) const {
-  LayerSettings const& settings = document_->FindLayer(activeLayer_)->settings;
+  const LayerSettings& settings = document_->FindLayer(activeLayer_)->settings;
   if (settings.visible && !settings.locked) return true;
   *error = ClosedLayerText(settings);
   return false;
@@ -35,7 +35,7 @@ void DocumentSession::SetActiveLayer(LayerID id) {
   Notify([](SessionObserver& observer) { observer.OnActiveLayerChanged(); });
 }
 
-LayerID DocumentSession::AddLayer(std::string const& name, std::size_t index) {
+LayerID DocumentSession::AddLayer(const std::string& name, std::size_t index) {
   EditStep step(*this, Tr("Add Layer"));
   std::size_t number = document_->Layers().size() + 1;
   const LayerID id = document_->InsertLayer({name.empty() ? TrWith("Layer %s", std::to_string(number)) : name}, index);
@@ -53,9 +53,9 @@ bool DocumentSession::RemoveLayer(LayerID id, std::string* error) {
   }
   EditStep step(*this, Tr("Remove Layer"));
   ObjectIDs ids;
-  document_->FindLayer(id)->objects.ForEach([&ids](DocumentObject const& object) { ids.push_back(object.id); });
+  document_->FindLayer(id)->objects.ForEach([&ids](const DocumentObject& object) { ids.push_back(object.id); });
   for (auto object = ids.rbegin(); object != ids.rend(); ++object) RemoveOne(*object);
-  for (auto const& open : open_) open->TakeSettingsOf(*document_, id);
+  for (const auto& open : open_) open->TakeSettingsOf(*document_, id);
   Step().BeforeLayerRemoval(*document_, id);
   const std::size_t index = document_->IndexOfLayer(id);
   document_->RemoveLayer(id);
@@ -71,7 +71,7 @@ bool DocumentSession::ChangeSettings(LayerID id, const char* name, LayerSettings
   return step.End();
 }
 
-bool DocumentSession::SetLayerName(LayerID id, std::string const& name, std::string* error) {
+bool DocumentSession::SetLayerName(LayerID id, const std::string& name, std::string* error) {
   if (!CheckLayer(id, error)) return false;
   if (name.empty() || FindInvalidUtf8(name) != name.size()) {
     *error = ErrorText("a layer needs a name");
@@ -105,9 +105,9 @@ bool DocumentSession::MoveLayer(LayerID id, std::size_t index, std::string* erro
   return step.End();
 }
 
-bool DocumentSession::MoveToLayer(ObjectIDs const& ids, LayerID layer, std::string* error) {
+bool DocumentSession::MoveToLayer(const ObjectIDs& ids, LayerID layer, std::string* error) {
   if (!CheckLayer(layer, error) || !CheckEditable(ids, error)) return false;
-  Layer const& target = *document_->FindLayer(layer);
+  const Layer& target = *document_->FindLayer(layer);
   if (!target.IsEditable()) {
     *error = ClosedLayerText(target.settings);
     return false;
@@ -119,7 +119,7 @@ bool DocumentSession::MoveToLayer(ObjectIDs const& ids, LayerID layer, std::stri
   return step.End();
 }
 
-bool DocumentSession::SetPage(AGSize const& page, std::string* error) {
+bool DocumentSession::SetPage(const AGSize& page, std::string* error) {
   if (!(page.width > 0 && page.height > 0) || !std::isfinite(page.width) || !std::isfinite(page.height)) {
     *error = ErrorText("the sides of a page are numbers above 0");
     return false;

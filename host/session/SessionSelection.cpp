@@ -9,12 +9,12 @@
 namespace host {
 namespace {
 
-bool Contains(AGRect const& outer, AGRect const& inner) {
+bool Contains(const AGRect& outer, const AGRect& inner) {
   return outer.x0 <= inner.x0 && outer.y0 <= inner.y0 && inner.x1 <= outer.x1 && inner.y1 <= outer.y1;
 }
 
 // The band against the turned bounds; the upright box of those is known to touch it.
-bool BandTakes(AGRect const& band, ObjectPlacement const& placement, Band rule) {
+bool BandTakes(const AGRect& band, const ObjectPlacement& placement, Band rule) {
   if (rule == Band::kWithin) return Contains(band, TurnedBox(placement));
   if (!Touches(band, TurnedBox(placement))) return false;
   if (placement.angle == 0) return true;
@@ -28,11 +28,11 @@ bool BandTakes(AGRect const& band, ObjectPlacement const& placement, Band rule) 
 }  // namespace
 
 bool DocumentSession::IsEditable(ObjectID id) const {
-  Layer const* layer = document_->LayerOf(id);
+  const Layer* layer = document_->LayerOf(id);
   return layer != nullptr && layer->IsEditable();
 }
 
-void DocumentSession::Select(ObjectIDs const& ids) {
+void DocumentSession::Select(const ObjectIDs& ids) {
   Selection selected;
   for (const ObjectID id : ids) {
     if (IsEditable(id)) selected.Add(id);
@@ -42,7 +42,7 @@ void DocumentSession::Select(ObjectIDs const& ids) {
   Notify([](SessionObserver& observer) { observer.OnSelectionChanged(); });
 }
 
-void DocumentSession::AddToSelection(ObjectIDs const& ids) {
+void DocumentSession::AddToSelection(const ObjectIDs& ids) {
   bool changed = false;
   for (const ObjectID id : ids) changed |= IsEditable(id) && selection_.Add(id);
   if (changed) Notify([](SessionObserver& observer) { observer.OnSelectionChanged(); });
@@ -58,9 +58,9 @@ void DocumentSession::ToggleInSelection(ObjectID id) {
 
 void DocumentSession::SelectAll() {
   ObjectIDs all;
-  for (auto const& layer : document_->Layers()) {
+  for (const auto& layer : document_->Layers()) {
     if (!layer->IsEditable()) continue;
-    layer->objects.ForEach([&all](DocumentObject const& object) { all.push_back(object.id); });
+    layer->objects.ForEach([&all](const DocumentObject& object) { all.push_back(object.id); });
   }
   Select(all);
 }
@@ -72,34 +72,34 @@ void DocumentSession::PruneSelection() {
   Notify([](SessionObserver& observer) { observer.OnSelectionChanged(); });
 }
 
-ObjectID DocumentSession::ObjectAt(AGPoint const& point, double tolerance) const {
+ObjectID DocumentSession::ObjectAt(const AGPoint& point, double tolerance) const {
   HitTest test(point, tolerance);
   for (auto layer = document_->Layers().rbegin(); layer != document_->Layers().rend(); ++layer) {
     if (!(*layer)->IsEditable()) continue;
-    DocumentObject const* hit =
-        (*layer)->objects.FindFrontIn(test.Area(), [&test](DocumentObject const& object) { return test.Hits(object); });
+    const DocumentObject* hit =
+        (*layer)->objects.FindFrontIn(test.Area(), [&test](const DocumentObject& object) { return test.Hits(object); });
     if (hit != nullptr) return hit->id;
   }
   return kNoObjectID;
 }
 
-ObjectIDs DocumentSession::ObjectsIn(AGRect const& band, Band rule) const {
+ObjectIDs DocumentSession::ObjectsIn(const AGRect& band, Band rule) const {
   AGRect box(band);
   box.Normalize();
   ObjectIDs taken;
-  for (auto const& layer : document_->Layers()) {
+  for (const auto& layer : document_->Layers()) {
     if (!layer->IsEditable()) continue;
-    layer->objects.ForEachIn(box, [&](DocumentObject const& object) {
+    layer->objects.ForEachIn(box, [&](const DocumentObject& object) {
       if (BandTakes(box, object.Placement(), rule)) taken.push_back(object.id);
     });
   }
   return taken;
 }
 
-bool DocumentSession::GetBox(ObjectIDs const& ids, AGRect* box) const {
+bool DocumentSession::GetBox(const ObjectIDs& ids, AGRect* box) const {
   bool any = false;
   for (const ObjectID id : ids) {
-    DocumentObject const* object = document_->Find(id);
+    const DocumentObject* object = document_->Find(id);
     if (object == nullptr) continue;
     const AGRect turned = TurnedBox(object->Placement());
     *box = any ? AGRect{std::min(box->x0, turned.x0), std::min(box->y0, turned.y0), std::max(box->x1, turned.x1),
@@ -110,7 +110,7 @@ bool DocumentSession::GetBox(ObjectIDs const& ids, AGRect* box) const {
   return any;
 }
 
-ObjectIDs DocumentSession::InDrawingOrder(ObjectIDs const& ids) const {
+ObjectIDs DocumentSession::InDrawingOrder(const ObjectIDs& ids) const {
   std::vector<std::pair<std::size_t, ObjectID>> numbered;
   numbered.reserve(ids.size());
   for (const ObjectID id : ids) numbered.emplace_back(document_->NumberOf(id), id);
@@ -118,7 +118,7 @@ ObjectIDs DocumentSession::InDrawingOrder(ObjectIDs const& ids) const {
   numbered.erase(std::unique(numbered.begin(), numbered.end()), numbered.end());
   ObjectIDs sorted;
   sorted.reserve(numbered.size());
-  for (auto const& [number, id] : numbered) sorted.push_back(id);
+  for (const auto& [number, id] : numbered) sorted.push_back(id);
   return sorted;
 }
 

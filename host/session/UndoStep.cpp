@@ -5,76 +5,76 @@
 namespace host {
 
 template <typename Make>
-void UndoStep::Note(Document const& document, Kind kind, std::uint64_t id, Make make) {
+void UndoStep::Note(const Document& document, Kind kind, std::uint64_t id, Make make) {
   const auto [slot, isNew] = open_.try_emplace({kind, id}, nullptr);
   if (!isNew) return;
   changes_.push_back(make(document, id));
   slot->second = changes_.back().get();
 }
 
-void UndoStep::BeforePlacement(Document const& document, ObjectID id) {
+void UndoStep::BeforePlacement(const Document& document, ObjectID id) {
   Note(document, Kind::kPlacement, id, &NewPlacementChange);
 }
 
-void UndoStep::BeforeStyle(Document const& document, ObjectID id) { Note(document, Kind::kStyle, id, &NewStyleChange); }
+void UndoStep::BeforeStyle(const Document& document, ObjectID id) { Note(document, Kind::kStyle, id, &NewStyleChange); }
 
-void UndoStep::BeforeRecord(Document const& document, ObjectID id) {
+void UndoStep::BeforeRecord(const Document& document, ObjectID id) {
   Note(document, Kind::kRecord, id, &NewRecordChange);
 }
 
-void UndoStep::BeforePage(Document const& document) {
-  Note(document, Kind::kPage, 0, [](Document const& page, std::uint64_t) { return NewPageChange(page); });
+void UndoStep::BeforePage(const Document& document) {
+  Note(document, Kind::kPage, 0, [](const Document& page, std::uint64_t) { return NewPageChange(page); });
 }
 
-void UndoStep::BeforeLayerSettings(Document const& document, LayerID id) {
+void UndoStep::BeforeLayerSettings(const Document& document, LayerID id) {
   Note(document, Kind::kLayerSettings, id, &NewLayerSettingsChange);
 }
 
-void UndoStep::Inserted(Document const& document, ObjectID id) { Note(document, Kind::kPresence, id, &NewInsertion); }
+void UndoStep::Inserted(const Document& document, ObjectID id) { Note(document, Kind::kPresence, id, &NewInsertion); }
 
-void UndoStep::TakeStatesOf(Document const& document, ObjectID id) {
+void UndoStep::TakeStatesOf(const Document& document, ObjectID id) {
   for (const Kind kind : {Kind::kPlacement, Kind::kStyle, Kind::kRecord, Kind::kPresence}) {
     const auto found = open_.find({kind, id});
     if (found != open_.end()) found->second->Seal(document);
   }
 }
 
-void UndoStep::TakeSettingsOf(Document const& document, LayerID id) {
+void UndoStep::TakeSettingsOf(const Document& document, LayerID id) {
   const auto found = open_.find({Kind::kLayerSettings, id});
   if (found != open_.end()) found->second->Seal(document);
 }
 
-void UndoStep::BeforeRemoval(Document const& document, ObjectID id) { changes_.push_back(NewRemoval(document, id)); }
+void UndoStep::BeforeRemoval(const Document& document, ObjectID id) { changes_.push_back(NewRemoval(document, id)); }
 
-void UndoStep::BeforeMove(Document const& document, ObjectID id) { changes_.push_back(NewMove(document, id)); }
+void UndoStep::BeforeMove(const Document& document, ObjectID id) { changes_.push_back(NewMove(document, id)); }
 
-void UndoStep::BeforeLayerMove(Document const& document, LayerID id) { changes_.push_back(NewLayerMove(document, id)); }
+void UndoStep::BeforeLayerMove(const Document& document, LayerID id) { changes_.push_back(NewLayerMove(document, id)); }
 
-void UndoStep::AfterMove(Document const& document) {
+void UndoStep::AfterMove(const Document& document) {
   changes_.back()->Seal(document);
   if (changes_.back()->IsVoid()) changes_.pop_back();
 }
 
-void UndoStep::LayerInserted(Document const& document, LayerID id) {
+void UndoStep::LayerInserted(const Document& document, LayerID id) {
   changes_.push_back(NewLayerInsertion(document, id));
 }
 
-void UndoStep::BeforeLayerRemoval(Document const& document, LayerID id) {
+void UndoStep::BeforeLayerRemoval(const Document& document, LayerID id) {
   changes_.push_back(NewLayerRemoval(document, id));
 }
 
-bool UndoStep::Seal(Document const& document) {
-  for (auto const& [key, change] : open_) change->Seal(document);
+bool UndoStep::Seal(const Document& document) {
+  for (const auto& [key, change] : open_) change->Seal(document);
   open_.clear();
-  std::erase_if(changes_, [](std::unique_ptr<Change> const& change) { return change->IsVoid(); });
+  std::erase_if(changes_, [](const std::unique_ptr<Change>& change) { return change->IsVoid(); });
   changes_.shrink_to_fit();
   return !changes_.empty();
 }
 
 // A change that this step has begun already goes on: its state before is the older one.
 void UndoStep::Merge(UndoStep&& inner) {
-  std::map<Change const*, Key> keys;
-  for (auto const& [key, change] : inner.open_) keys.emplace(change, key);
+  std::map<const Change*, Key> keys;
+  for (const auto& [key, change] : inner.open_) keys.emplace(change, key);
   for (auto& change : inner.changes_) {
     const auto key = keys.find(change.get());
     if (key != keys.end() && !open_.try_emplace(key->second, change.get()).second) continue;
@@ -90,7 +90,7 @@ void UndoStep::Undo(Document& document) {
 }
 
 void UndoStep::Redo(Document& document) {
-  for (auto const& change : changes_) change->Redo(document);
+  for (const auto& change : changes_) change->Redo(document);
 }
 
 void UndoStep::Rewind(Document& document) {
@@ -101,14 +101,14 @@ void UndoStep::Rewind(Document& document) {
 
 std::size_t UndoStep::Bytes() const {
   std::size_t bytes = sizeof(*this) + name.size();
-  for (auto const& change : changes_) bytes += sizeof(change) + change->Bytes();
+  for (const auto& change : changes_) bytes += sizeof(change) + change->Bytes();
   return bytes;
 }
 
 std::vector<ObjectID> UndoStep::Objects() const {
   std::vector<ObjectID> objects;
   std::unordered_set<ObjectID> seen;
-  for (auto const& change : changes_) {
+  for (const auto& change : changes_) {
     const ObjectID id = change->Object();
     if (id != kNoObjectID && seen.insert(id).second) objects.push_back(id);
   }

@@ -18,26 +18,26 @@ class UndoStep {
 
   // What is about to happen, or has just happened for insertions. Moves are sealed by AfterMove.
 
-  void BeforePlacement(Document const& document, ObjectID id);
-  void BeforeStyle(Document const& document, ObjectID id);
-  void BeforeRecord(Document const& document, ObjectID id);
-  void BeforePage(Document const& document);
-  void BeforeLayerSettings(Document const& document, LayerID id);
-  void Inserted(Document const& document, ObjectID id);
-  void BeforeRemoval(Document const& document, ObjectID id);
-  void BeforeMove(Document const& document, ObjectID id);
-  void BeforeLayerMove(Document const& document, LayerID id);
-  void AfterMove(Document const& document);
-  void LayerInserted(Document const& document, LayerID id);
-  void BeforeLayerRemoval(Document const& document, LayerID id);
+  void BeforePlacement(const Document& document, ObjectID id);
+  void BeforeStyle(const Document& document, ObjectID id);
+  void BeforeRecord(const Document& document, ObjectID id);
+  void BeforePage(const Document& document);
+  void BeforeLayerSettings(const Document& document, LayerID id);
+  void Inserted(const Document& document, ObjectID id);
+  void BeforeRemoval(const Document& document, ObjectID id);
+  void BeforeMove(const Document& document, ObjectID id);
+  void BeforeLayerMove(const Document& document, LayerID id);
+  void AfterMove(const Document& document);
+  void LayerInserted(const Document& document, LayerID id);
+  void BeforeLayerRemoval(const Document& document, LayerID id);
 
   /// An object or a layer is about to be removed by this step or by one that was opened within it: what is open about
   /// it takes its state now, while it is there.
-  void TakeStatesOf(Document const& document, ObjectID id);
-  void TakeSettingsOf(Document const& document, LayerID id);
+  void TakeStatesOf(const Document& document, ObjectID id);
+  void TakeSettingsOf(const Document& document, LayerID id);
 
   /// Takes the states after and drops what changed nothing. True when anything is left.
-  bool Seal(Document const& document);
+  bool Seal(const Document& document);
   void Undo(Document& document);
   void Redo(Document& document);
   /// Takes over the changes of a step that was opened and closed within this open one.
@@ -55,7 +55,7 @@ class UndoStep {
   using Key = std::pair<Kind, std::uint64_t>;
 
   template <typename Make>
-  void Note(Document const& document, Kind kind, std::uint64_t id, Make make);
+  void Note(const Document& document, Kind kind, std::uint64_t id, Make make);
 
   std::vector<std::unique_ptr<Change>> changes_;
   std::map<Key, Change*> open_;  // not sealed yet

@@ -24,7 +24,7 @@ constexpr unsigned int kLayerVisible = 1;
 constexpr unsigned int kLayerLocked = 2;
 
 // Text without its padding; false when it is no UTF-8.
-bool TakeText(AKMemoryBlock const& bytes, std::string* text) {
+bool TakeText(const AKMemoryBlock& bytes, std::string* text) {
   text->assign(reinterpret_cast<const char*>(bytes.Data()), bytes.Size());
   text->erase(text->find_last_not_of('\0') + 1);
   return FindInvalidUtf8(*text) == text->size();
@@ -33,7 +33,7 @@ bool TakeText(AKMemoryBlock const& bytes, std::string* text) {
 // Reads one document from a stream that holds the whole file. The first problem is kept as a text.
 class DocumentReader {
  public:
-  explicit DocumentReader(AKFile const& file) : file_(file), objects_(file) {}
+  explicit DocumentReader(const AKFile& file) : file_(file), objects_(file) {}
 
   std::unique_ptr<Document> Read() {
     AKFileChunk chunk;
@@ -64,7 +64,7 @@ class DocumentReader {
     return sound ? std::move(document_) : nullptr;
   }
 
-  std::string const& Problem() const { return problem_; }
+  const std::string& Problem() const { return problem_; }
 
  private:
   std::unique_ptr<Document> Fail(std::string problem) {
@@ -77,7 +77,7 @@ class DocumentReader {
     return status == 0;
   }
 
-  bool ReadLayers(AKFileChunk const& outer, unsigned int count, LayerID first) {
+  bool ReadLayers(const AKFileChunk& outer, unsigned int count, LayerID first) {
     if (count == 0) {
       problem_ = ErrorText("is damaged: it has no layer");
       return false;
@@ -93,7 +93,7 @@ class DocumentReader {
     return true;
   }
 
-  bool ReadLayer(AKFileChunk const& outer, LayerID layer) {
+  bool ReadLayer(const AKFileChunk& outer, LayerID layer) {
     AKFileChunk chunk;
     unsigned int flags = 0;
     unsigned int count = 0;
@@ -108,7 +108,7 @@ class DocumentReader {
     return ReadObjects(chunk, count, layer) && objects_.Ok(AKFileGotoChunkEnd(file_, chunk));
   }
 
-  bool ReadName(AKFileChunk const& outer, std::string* name) {
+  bool ReadName(const AKFileChunk& outer, std::string* name) {
     AKFileChunk chunk;
     AKMemoryBlock bytes;
     if (!objects_.ReadHeader(outer, kTextSignature, &chunk) || !objects_.ReadBytes(chunk.size, &bytes)) return false;
@@ -117,7 +117,7 @@ class DocumentReader {
     return false;
   }
 
-  bool ReadObjects(AKFileChunk const& outer, unsigned int count, LayerID layer) {
+  bool ReadObjects(const AKFileChunk& outer, unsigned int count, LayerID layer) {
     for (unsigned int i = 0; i < count; ++i) {
       auto object = objects_.Read(outer);
       if (!object) {
@@ -130,21 +130,21 @@ class DocumentReader {
     return true;
   }
 
-  AKFile const& file_;
+  const AKFile& file_;
   ObjectChunkReader objects_;
   std::unique_ptr<Document> document_;
   std::string problem_;
 };
 
-int WriteLayer(AKFile& file, Layer const& layer) {
-  LayerSettings const& settings = layer.settings;
+int WriteLayer(AKFile& file, const Layer& layer) {
+  const LayerSettings& settings = layer.settings;
   AKFileChunk chunk{kLayerSignature};
   int status = AKFileWriteChunkHeader(file, chunk);
   const unsigned int flags = (settings.visible ? kLayerVisible : 0) | (settings.locked ? kLayerLocked : 0);
   if (status == 0) status = AKFileWriteUInt32(file, flags);
   if (status == 0) status = AKFileWriteUInt32(file, static_cast<unsigned int>(layer.objects.Count()));
   if (status == 0) status = WriteTextChunk(file, settings.name);
-  layer.objects.ForEach([&](DocumentObject const& object) {
+  layer.objects.ForEach([&](const DocumentObject& object) {
     if (status == 0) status = WriteObjectChunk(file, object);
   });
   return status == 0 ? AKFileWriteChunkComplete(file, chunk) : status;
@@ -152,7 +152,7 @@ int WriteLayer(AKFile& file, Layer const& layer) {
 
 }  // namespace
 
-int WriteTextChunk(AKFile& file, std::string const& utf8) {
+int WriteTextChunk(AKFile& file, const std::string& utf8) {
   AKFileChunk chunk{kTextSignature};
   int status = AKFileWriteChunkHeader(file, chunk);
   if (status == 0) status = AKFileWrite(file, utf8.data(), utf8.size());
@@ -160,7 +160,7 @@ int WriteTextChunk(AKFile& file, std::string const& utf8) {
   return status == 0 ? AKFileWriteChunkComplete(file, chunk) : status;
 }
 
-bool ReadTextChunk(AKFile const& file, std::string* utf8) {
+bool ReadTextChunk(const AKFile& file, std::string* utf8) {
   AKFileChunk chunk;
   AKMemoryBlock bytes;
   if (AKFileReadChunkHeader(file, &chunk) != 0 || chunk.signature != kTextSignature || !file.HasBytes(chunk.size)) {
@@ -171,20 +171,20 @@ bool ReadTextChunk(AKFile const& file, std::string* utf8) {
   return TakeText(bytes, utf8);
 }
 
-int WriteDocument(Document const& document, AKFile& file) {
+int WriteDocument(const Document& document, AKFile& file) {
   AKFileChunk chunk{kDocumentSignature};
   int status = AKFileWriteChunkHeader(file, chunk);
   if (status == 0) status = AKFileWriteUInt32(file, kFormatVersion);
   if (status == 0) status = AKFileWriteAGSize(file, document.Page());
   if (status == 0) status = AKFileWriteAGColor(file, document.Background());
   if (status == 0) status = AKFileWriteUInt32(file, static_cast<unsigned int>(document.Layers().size()));
-  for (auto const& layer : document.Layers()) {
+  for (const auto& layer : document.Layers()) {
     if (status == 0) status = WriteLayer(file, *layer);
   }
   return status == 0 ? AKFileWriteChunkComplete(file, chunk) : status;
 }
 
-bool ReplaceFileBy(std::string const& path, std::function<int(AKFile&)> const& write, std::string* error) {
+bool ReplaceFileBy(const std::string& path, const std::function<int(AKFile&)>& write, std::string* error) {
   const QuietLog quiet;
   AKFilePath target;
   int status = -1;
@@ -203,7 +203,7 @@ bool ReplaceFileBy(std::string const& path, std::function<int(AKFile&)> const& w
   return false;
 }
 
-std::unique_ptr<Document> ReadDocument(std::string const& path, std::string* error) {
+std::unique_ptr<Document> ReadDocument(const std::string& path, std::string* error) {
   const QuietLog quiet;
   AKFilePath source;
   if (!AKFileUtils::GetFromSystemPath(path.c_str(), &source)) {
@@ -226,19 +226,19 @@ std::unique_ptr<Document> ReadDocument(std::string const& path, std::string* err
   return document;
 }
 
-std::unique_ptr<Document> ReadDocument(AKFile const& file, std::string* problem) {
+std::unique_ptr<Document> ReadDocument(const AKFile& file, std::string* problem) {
   DocumentReader reader(file);
   auto document = reader.Read();
   if (!document) *problem = reader.Problem();
   return document;
 }
 
-bool WriteDocument(Document const& document, std::string const& path, std::string* error) {
+bool WriteDocument(const Document& document, const std::string& path, std::string* error) {
   return ReplaceFileBy(
       path, [&document](AKFile& file) { return WriteDocument(document, file); }, error);
 }
 
-bool ReplaceFile(std::string const& path, void const* data, std::size_t size, std::string* error) {
+bool ReplaceFile(const std::string& path, const void* data, std::size_t size, std::string* error) {
   return ReplaceFileBy(
       path, [data, size](AKFile& file) { return AKFileWrite(file, data, size); }, error);
 }

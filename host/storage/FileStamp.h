@@ -14,10 +14,10 @@ struct FileStamp {
   std::int64_t seconds = 0;  ///< of the last modification, since 1970
   std::int64_t nanoseconds = 0;
 
-  bool operator==(FileStamp const&) const = default;
+  bool operator==(const FileStamp&) const = default;
 
   /// As the file is now; one that can't be looked at does not exist.
-  static FileStamp Of(std::string const& path);
+  static FileStamp Of(const std::string& path);
 };
 
 }  // namespace host

@@ -7,7 +7,7 @@
 
 namespace host {
 
-bool ReadWholeFile(std::string const& path, std::string* bytes, std::string* error) {
+bool ReadWholeFile(const std::string& path, std::string* bytes, std::string* error) {
   bytes->clear();
   const std::unique_ptr<std::FILE, decltype(&std::fclose)> file(std::fopen(path.c_str(), "rb"), &std::fclose);
   if (!file) {

@@ -7,6 +7,6 @@ namespace host {
 
 /// Puts the whole file into `*bytes`. False, with one line in `*error`, when it can't be
 /// read.
-bool ReadWholeFile(std::string const& path, std::string* bytes, std::string* error);
+bool ReadWholeFile(const std::string& path, std::string* bytes, std::string* error);
 
 }  // namespace host

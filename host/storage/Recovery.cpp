@@ -50,13 +50,13 @@ struct Header {
   std::string original;
 };
 
-std::string AbsolutePath(std::string const& path) {
+std::string AbsolutePath(const std::string& path) {
   std::error_code error;
   const std::string absolute = path.empty() ? path : std::filesystem::absolute(path, error).string();
   return error ? path : absolute;
 }
 
-int WriteRecovery(AKFile& file, Header const& header, Document const& document) {
+int WriteRecovery(AKFile& file, const Header& header, const Document& document) {
   AKFileChunk chunk{kRecoverySignature};
   int status = AKFileWriteChunkHeader(file, chunk);
   if (status == 0) status = AKFileWriteUInt32(file, kRecoveryVersion);
@@ -68,7 +68,7 @@ int WriteRecovery(AKFile& file, Header const& header, Document const& document) 
   return status == 0 ? AKFileWriteChunkComplete(file, chunk) : status;
 }
 
-bool ReadHeader(AKFile const& file, Header* header) {
+bool ReadHeader(const AKFile& file, Header* header) {
   AKFileChunk chunk;
   unsigned int version = 0;
   return AKFileReadChunkHeader(file, &chunk) == 0 && chunk.signature == kRecoverySignature &&
@@ -79,7 +79,7 @@ bool ReadHeader(AKFile const& file, Header* header) {
 
 }  // namespace
 
-Recovery::Recovery(DocumentSession const& session, double seconds)
+Recovery::Recovery(const DocumentSession& session, double seconds)
     : session_(session), interval_(seconds), when_(std::chrono::steady_clock::now()) {
   if (!session.HasUnsavedChanges()) written_ = session.ChangeCount();
 }
@@ -128,7 +128,7 @@ std::vector<RecoveryFile> FindRecoveries() {
   const QuietLog quiet;
   std::vector<RecoveryFile> found;
   std::error_code failed;
-  for (auto const& entry : std::filesystem::directory_iterator(RecoveryFolder(), failed)) {
+  for (const auto& entry : std::filesystem::directory_iterator(RecoveryFolder(), failed)) {
     std::string bytes;
     std::string error;
     if (entry.path().extension() != kExtension || !ReadWholeFile(entry.path().string(), &bytes, &error)) continue;
@@ -138,13 +138,13 @@ std::vector<RecoveryFile> FindRecoveries() {
     if (header.start != 0 && StartOf(header.process) == header.start) continue;
     found.push_back({entry.path().string(), header.original, header.time});
   }
-  std::sort(found.begin(), found.end(), [](RecoveryFile const& a, RecoveryFile const& b) {
+  std::sort(found.begin(), found.end(), [](const RecoveryFile& a, const RecoveryFile& b) {
     return a.time != b.time ? a.time > b.time : a.file < b.file;
   });
   return found;
 }
 
-std::unique_ptr<DocumentSession> OpenRecovery(RecoveryFile const& recovery, std::string* error) {
+std::unique_ptr<DocumentSession> OpenRecovery(const RecoveryFile& recovery, std::string* error) {
   const QuietLog quiet;
   std::string bytes;
   Header header;
@@ -165,7 +165,7 @@ std::unique_ptr<DocumentSession> OpenRecovery(RecoveryFile const& recovery, std:
   return DocumentSession::Restore(std::move(document), header.original);
 }
 
-bool DiscardRecovery(RecoveryFile const& recovery, std::string* error) {
+bool DiscardRecovery(const RecoveryFile& recovery, std::string* error) {
   if (unlink(recovery.file.c_str()) == 0) return true;
   *error = "can't remove \"" + recovery.file + "\": " + std::strerror(errno);
   return false;

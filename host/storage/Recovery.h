@@ -24,9 +24,9 @@ namespace host {
 class Recovery {
  public:
   /// At most one file in `seconds`; 0 for one at each change.
-  Recovery(DocumentSession const& session, double seconds);
-  Recovery(Recovery const&) = delete;
-  Recovery& operator=(Recovery const&) = delete;
+  Recovery(const DocumentSession& session, double seconds);
+  Recovery(const Recovery&) = delete;
+  Recovery& operator=(const Recovery&) = delete;
   /// The document is closed in good order: nothing needs to be recovered.
   ~Recovery();
 
@@ -37,7 +37,7 @@ class Recovery {
   bool Write();
   void Remove();
 
-  DocumentSession const& session_;
+  const DocumentSession& session_;
   std::chrono::duration<double> interval_;
   std::string file_;                      // empty while there is none
   std::optional<std::uint64_t> written_;  // the session's count of changes then
@@ -56,9 +56,9 @@ std::vector<RecoveryFile> FindRecoveries();
 
 /// The document as it was, with unsaved changes, to be saved at its original path. Null, with one line in `*error`,
 /// when the file can't be read. The file stays until DiscardRecovery.
-std::unique_ptr<DocumentSession> OpenRecovery(RecoveryFile const& recovery, std::string* error);
+std::unique_ptr<DocumentSession> OpenRecovery(const RecoveryFile& recovery, std::string* error);
 
 /// False, with one line in `*error`, when the file can't be removed.
-bool DiscardRecovery(RecoveryFile const& recovery, std::string* error);
+bool DiscardRecovery(const RecoveryFile& recovery, std::string* error);
 
 }  // namespace host

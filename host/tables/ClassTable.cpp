@@ -29,7 +29,7 @@ AKObject* Fail(int status) {
 // A bare instance of a registered class.
 Instance NewInstance(AKClassID id) {
   sErrorNew = 0;
-  AKClass const* cls = Host::Instance().Classes().Find(id);
+  const AKClass* cls = Host::Instance().Classes().Find(id);
   if (cls == nullptr || cls->constructor == nullptr) {
     sErrorNew = AKLogError(kStatusNoClass, "There is no class of ID \"%.8s\"", id.chars);
     return nullptr;
@@ -42,18 +42,18 @@ Instance NewInstance(AKClassID id) {
 // An instance for which a method slot returned `status`.
 AKObject* Finish(Instance object, int status) { return status == 0 ? object.release() : Fail(status); }
 
-int ClassSetup(AKClassInfo const& info, unsigned int, AKClass** out) {
+int ClassSetup(const AKClassInfo& info, unsigned int, AKClass** out) {
   return Host::Instance().Classes().Register(info, out);
 }
 
 // Of the four name strings the second is what users see; the bundle's second text is kept beside it when it is given.
-void SetClassName(AKClass* cls, AKString const& name, AKString const& second) {
+void SetClassName(AKClass* cls, const AKString& name, const AKString& second) {
   if (cls == nullptr) return;
   cls->names[1] = name;
   if (!second.IsEmpty()) cls->names[2] = second;
 }
 
-void SetClassComments(AKClass* cls, AKString const& comments) {
+void SetClassComments(AKClass* cls, const AKString& comments) {
   if (cls != nullptr) cls->comments = comments;
 }
 
@@ -62,59 +62,59 @@ void AddInspectorGUIDesc(AKClass* cls, AKGUIDesc* panel) { Host::Instance().Clas
 AKClass* GetTopClass() { return Host::Instance().Classes().Top(); }
 AKClass* GetClassOfID(AKClassID id) { return Host::Instance().Classes().Find(id); }
 
-bool IsBelow(AKClass const* cls, AKClass const* ancestor) {
-  for (; cls != nullptr; cls = static_cast<AKClass const*>(cls->parentLink)) {
+bool IsBelow(const AKClass* cls, const AKClass* ancestor) {
+  for (; cls != nullptr; cls = static_cast<const AKClass*>(cls->parentLink)) {
     if (cls == ancestor) return true;
   }
   return false;
 }
 
 // All classes from `cls` down (all there are for null), in the order of registration; no selection is made.
-void GetClassCollection(AKClassArray* out, AKClass const* cls, unsigned int) {
+void GetClassCollection(AKClassArray* out, const AKClass* cls, unsigned int) {
   if (out == nullptr) return;
   out->Clear();
-  for (RegisteredClass const& entry : Host::Instance().Classes().Classes()) {
+  for (const RegisteredClass& entry : Host::Instance().Classes().Classes()) {
     if (cls == nullptr || IsBelow(entry.record.get(), cls)) out->Append(entry.record.get());
   }
 }
 
-AKObject* NewObjectWithArgs(AKContextObject const*, AKClassID id, char const* format, va_list list) {
+AKObject* NewObjectWithArgs(const AKContextObject*, AKClassID id, const char* format, va_list list) {
   Instance object = NewInstance(id);
   if (!object) return nullptr;
   AKString text;
   if (format != nullptr) text.Assignv(format, list);
-  AKClass const& cls = *object->Class();
+  const AKClass& cls = *object->Class();
   if (!HasSlot(cls, kAKMethodInitWithArgs)) return object.release();
   const AKArgs args(text, true);
-  const int status = CallSlot<int, AKArgs const&>(cls, kAKMethodInitWithArgs, object.get(), args);
+  const int status = CallSlot<int, const AKArgs&>(cls, kAKMethodInitWithArgs, object.get(), args);
   return Finish(std::move(object), status);
 }
 
 // What WriteObjectToFile wrote: the class ID and the object's own record, which a class without state need not have.
-AKObject* NewObjectFromFile(AKContextObject const*, AKFile const& file, unsigned int version) {
+AKObject* NewObjectFromFile(const AKContextObject*, const AKFile& file, unsigned int version) {
   AKClassID id;
   const int readStatus = AKFileRead(file, id.chars, sizeof(id.chars));
   if (readStatus != 0) return Fail(readStatus);
   Instance object = NewInstance(id);
   if (!object) return nullptr;
-  AKClass const& cls = *object->Class();
+  const AKClass& cls = *object->Class();
   if (!HasSlot(cls, kAKMethodInitFromFile)) return object.release();
   const int status =
-      CallSlot<int, AKFile const&, unsigned int>(cls, kAKMethodInitFromFile, object.get(), file, version);
+      CallSlot<int, const AKFile&, unsigned int>(cls, kAKMethodInitFromFile, object.get(), file, version);
   return Finish(std::move(object), status);
 }
 
-int WriteObjectToFile(AKObject const* object, AKFile& file) {
+int WriteObjectToFile(const AKObject* object, AKFile& file) {
   if (object == nullptr) return kStatusNoInstance;
-  AKClass const& cls = *object->Class();
+  const AKClass& cls = *object->Class();
   const int status = AKFileWrite(file, cls.classID.chars, sizeof(cls.classID.chars));
   if (status != 0 || !HasSlot(cls, kAKMethodWriteToFile)) return status;
   return CallSlot<int, AKFile&>(cls, kAKMethodWriteToFile, object, file);
 }
 
-int WriteObjectToDictionary(AKObject const* object, AKDictionary& dictionary) {
+int WriteObjectToDictionary(const AKObject* object, AKDictionary& dictionary) {
   if (object == nullptr) return kStatusNoInstance;
-  AKClass const& cls = *object->Class();
+  const AKClass& cls = *object->Class();
   if (!HasSlot(cls, kAKMethodGetObjectProperties)) return kStatusNoMethod;
   const int status = CallSlot<int, AKDictionary*>(cls, kAKMethodGetObjectProperties, object, &dictionary);
   if (status != 0) return status;
@@ -123,17 +123,17 @@ int WriteObjectToDictionary(AKObject const* object, AKDictionary& dictionary) {
   return dictionary.SetValue("ClassID", value);
 }
 
-AKObject* NewObjectFromDictionary(AKContextObject const*, AKDictionary const& dictionary) {
+AKObject* NewObjectFromDictionary(const AKContextObject*, const AKDictionary& dictionary) {
   Instance object = NewInstance(AKValueGetasAKClassID(dictionary.GetValue("ClassID")));
   if (!object) return nullptr;
-  AKClass const& cls = *object->Class();
+  const AKClass& cls = *object->Class();
   if (!HasSlot(cls, kAKMethodSetObjectProperties)) return object.release();
-  const int status = CallSlot<int, AKDictionary const&>(cls, kAKMethodSetObjectProperties, object.get(), dictionary);
+  const int status = CallSlot<int, const AKDictionary&>(cls, kAKMethodSetObjectProperties, object.get(), dictionary);
   return Finish(std::move(object), status);
 }
 
 // A copy goes through the object's own record, so that it carries all that a document would.
-AKObject* NewObjectFromOriginal(AKContextObject const* context, AKObject const* original) {
+AKObject* NewObjectFromOriginal(const AKContextObject* context, const AKObject* original) {
   AKFile stream(AKFile::kModeMemory);
   int status = stream.CreateForReadWrite();
   if (status == 0) status = WriteObjectToFile(original, stream);
@@ -141,17 +141,17 @@ AKObject* NewObjectFromOriginal(AKContextObject const* context, AKObject const* 
   return status == 0 ? NewObjectFromFile(context, stream, 0) : Fail(status);
 }
 
-int ReinitObjectFromFile(AKObject* object, AKFile const& file) {
+int ReinitObjectFromFile(AKObject* object, const AKFile& file) {
   if (object == nullptr) return kStatusNoInstance;
-  AKClass const& cls = *object->Class();
+  const AKClass& cls = *object->Class();
   const int status = AKFileSkip(file, sizeof(AKClassID));
   if (status != 0 || !HasSlot(cls, kAKMethodInitFromFile)) return status;
-  return CallSlot<int, AKFile const&, unsigned int>(cls, kAKMethodInitFromFile, object, file, 0U);
+  return CallSlot<int, const AKFile&, unsigned int>(cls, kAKMethodInitFromFile, object, file, 0U);
 }
 
 void DeleteObject(AKObject* object) {
   if (object == nullptr) return;
-  AKClass const& cls = *object->Class();
+  const AKClass& cls = *object->Class();
   if (HasSlot(cls, kAKMethodDelete)) CallSlot<int>(cls, kAKMethodDelete, object);
   cls.destructor(object);
 }

@@ -17,40 +17,40 @@ namespace {
 
 constexpr int kStatusUnknownProperty = -711;
 
-int GetApplicationProperty(AKString const& key, AKValue* out) {
+int GetApplicationProperty(const AKString& key, AKValue* out) {
   if (out == nullptr || !(key == "Name")) return kStatusUnknownProperty;
   out->SetasAKString("objecthost");
   return 0;
 }
 
 // This host numbers no standard paths but 0, the temporary folder.
-AKFilePath const& GetStandardPath(unsigned int kind) {
+const AKFilePath& GetStandardPath(unsigned int kind) {
   static const AKFilePath temporary = AKFileUtils::GetTemporaryDir();
   static const AKFilePath none;
   return kind == 0 ? temporary : none;
 }
 
-void LocaleSetDomain(char const* domain) { Localisation::Instance().SetDomain(domain != nullptr ? domain : ""); }
-char const* LocaleGetString(char const* text) { return Localisation::Instance().ForBundle(text); }
+void LocaleSetDomain(const char* domain) { Localisation::Instance().SetDomain(domain != nullptr ? domain : ""); }
+const char* LocaleGetString(const char* text) { return Localisation::Instance().ForBundle(text); }
 
 // The texts of the file dialogs are a title and a list of extensions such as "akd;png". Their result is 1 when the user
 // chose, else 0.
-template <bool (UserInterface::*choose)(AKFilePath*, std::string const&, std::string const&)>
-int ChooseFile(AKFilePath& path, AKString const& title, AKString const& extensions) {
+template <bool (UserInterface::*choose)(AKFilePath*, const std::string&, const std::string&)>
+int ChooseFile(AKFilePath& path, const AKString& title, const AKString& extensions) {
   UserInterface* const interface = Host::Instance().userInterface;
   return interface != nullptr && (interface->*choose)(&path, DisplayText(title), DisplayText(extensions)) ? 1 : 0;
 }
 
 // Of the progress window the command is 0 to show it and 1 to close it; the fraction runs from 0 to 1. The result is 1
 // when the user wants the work to stop, else 0.
-int ShowProgress(unsigned int command, double fraction, AKString const& text) {
+int ShowProgress(unsigned int command, double fraction, const AKString& text) {
   constexpr double kClose = 2;  // beyond the end
   UserInterface* const interface = Host::Instance().userInterface;
   if (interface == nullptr) return 0;
   return interface->ShowProgress(command == 0 ? std::clamp(fraction, 0.0, 1.0) : kClose, DisplayText(text)) ? 1 : 0;
 }
 
-void LogMessage(char const* line) {
+void LogMessage(const char* line) {
   Host& host = Host::Instance();
   if (host.quietCount != 0) return;
   if (host.collectedLog != nullptr) {

@@ -31,12 +31,12 @@ class HostHandler {
 
   bool IsActive() const { return Session() != nullptr; }
 
-  void SetActionName(AKString const& name) {
+  void SetActionName(const AKString& name) {
     if (DocumentSession* session = Session()) session->SetActionName(DisplayText(name));
   }
 
   AKString ActionName() const {
-    DocumentSession const* session = Session();
+    const DocumentSession* session = Session();
     return session == nullptr ? AKString() : TextForBundles(session->ActionName());
   }
 
@@ -47,7 +47,7 @@ class HostHandler {
   }
 
   // The objects go over to the document unless the call fails; then the caller keeps them all.
-  int AddObjects(AKObjectArray const& objects, AKObject* parent, AKHandlerLinkMode mode) {
+  int AddObjects(const AKObjectArray& objects, AKObject* parent, AKHandlerLinkMode mode) {
     ObjectPlace place;
     int status = Check();
     if (status == 0) status = CheckNew(objects);
@@ -63,14 +63,14 @@ class HostHandler {
     return 0;
   }
 
-  int DeleteObjects(AKObjectArray const& objects) {
+  int DeleteObjects(const AKObjectArray& objects) {
     ObjectIDs ids;
     const int status = Find(objects, &ids);
     if (status == 0) Session()->DeleteAny(ids);
     return status == 0 ? 0 : AKLogError(status, "Can't delete objects of the document");
   }
 
-  int ReviseObjects(AKObjectArray const& objects) {
+  int ReviseObjects(const AKObjectArray& objects) {
     ObjectIDs ids;
     const int status = Find(objects, &ids);
     if (status == 0) Session()->NoticeChanges(ids);
@@ -86,11 +86,11 @@ class HostHandler {
   }
 
   // All of them or none.
-  int Find(AKObjectArray const& objects, ObjectIDs* ids) const {
+  int Find(const AKObjectArray& objects, ObjectIDs* ids) const {
     const int status = Check();
     if (status != 0) return status;
-    for (AKObject const* object : objects) {
-      DocumentObject const* found = Session()->Doc().FindByInstance(object);
+    for (const AKObject* object : objects) {
+      const DocumentObject* found = Session()->Doc().FindByInstance(object);
       if (found == nullptr) return kStatusNotInDocument;
       ids->push_back(found->id);
     }
@@ -98,9 +98,9 @@ class HostHandler {
   }
 
   // Objects of registered classes that are in no document yet, each named once.
-  int CheckNew(AKObjectArray const& objects) const {
+  int CheckNew(const AKObjectArray& objects) const {
     for (unsigned int i = 0; i < objects.Count(); ++i) {
-      AKObject const* object = objects[i];
+      const AKObject* object = objects[i];
       if (object == nullptr || object->Class() == nullptr || object->Class()->constructor == nullptr ||
           Session()->Doc().FindByInstance(object) != nullptr) {
         return kStatusBadObject;
@@ -113,15 +113,15 @@ class HostHandler {
   }
 
   // No parent means the active layer.
-  int FindPlace(AKObject const* parent, AKHandlerLinkMode mode, ObjectPlace* place) const {
-    Document const& document = Session()->Doc();
-    if (DocumentObject const* sibling = document.FindByInstance(parent)) {
+  int FindPlace(const AKObject* parent, AKHandlerLinkMode mode, ObjectPlace* place) const {
+    const Document& document = Session()->Doc();
+    if (const DocumentObject* sibling = document.FindByInstance(parent)) {
       *place = document.PlaceOf(sibling->id);
       if (mode != kLinkBehind) ++place->index;
       return 0;
     }
     place->layer = parent == nullptr ? Session()->ActiveLayer() : LayerObject::LayerOf(parent);
-    Layer const* layer = document.FindLayer(place->layer);
+    const Layer* layer = document.FindLayer(place->layer);
     if (layer == nullptr) return kStatusNotInDocument;
     place->index = mode == kLinkBehind ? 0 : layer->objects.Count();
     return 0;

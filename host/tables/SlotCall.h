@@ -6,12 +6,12 @@
 
 namespace host {
 
-inline bool HasSlot(AKClass const& cls, unsigned int index) { return cls.methods[index].function != 0; }
+inline bool HasSlot(const AKClass& cls, unsigned int index) { return cls.methods[index].function != 0; }
 
 /// Calls a slot that the class provides; HasSlot tells whether it does.
 template <typename Result, typename... Parameters>
-Result CallSlot(AKClass const& cls, unsigned int index, AKObject const* object, Parameters... arguments) {
-  AKMethodSlot const& slot = cls.methods[index];
+Result CallSlot(const AKClass& cls, unsigned int index, const AKObject* object, Parameters... arguments) {
+  const AKMethodSlot& slot = cls.methods[index];
   return AKHostCallMethod<Result, Parameters...>(slot.function, slot.adjustment, const_cast<AKObject*>(object),
                                                  arguments...);
 }

@@ -8,7 +8,7 @@ namespace {
 constexpr std::string_view kSignature = "\xEF\xBB\xBF";
 
 AKString ToString(std::string_view text) { return AKString(text.data(), static_cast<unsigned int>(text.size())); }
-std::string_view ViewOf(AKString const& text) { return {text.CStr(), text.Length()}; }
+std::string_view ViewOf(const AKString& text) { return {text.CStr(), text.Length()}; }
 
 std::string FromMacRoman(std::string_view text) {
   return std::string(
@@ -21,7 +21,7 @@ AKString ToMacRoman(std::string_view utf8) {
 
 }  // namespace
 
-std::string DisplayText(AKString const& text) {
+std::string DisplayText(const AKString& text) {
   const std::string_view bytes = ViewOf(text);
   const std::size_t signature = bytes.find(kSignature);
   if (signature == std::string_view::npos) return FromMacRoman(bytes);

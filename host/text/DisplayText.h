@@ -14,7 +14,7 @@ namespace host {
 
 /// What a bundle or the kit wrote, as UTF-8: Mac OS Roman up to a signature, UTF-8 behind it. Bytes behind a signature
 /// that are no UTF-8 are read as Mac OS Roman.
-std::string DisplayText(AKString const& text);
+std::string DisplayText(const AKString& text);
 
 /// UTF-8 as a bundle gets it: Mac OS Roman, or UTF-8 with a signature in front.
 AKString TextForBundles(std::string_view utf8);

@@ -51,9 +51,9 @@ std::string Filled(std::string text, std::initializer_list<std::string_view> par
   return text;
 }
 
-bool HasCatalogue(std::string const& folder, std::string const& domain) {
+bool HasCatalogue(const std::string& folder, const std::string& domain) {
   std::error_code error;
-  for (auto const& language : std::filesystem::directory_iterator(folder, error)) {
+  for (const auto& language : std::filesystem::directory_iterator(folder, error)) {
     if (std::filesystem::exists(language.path() / "LC_MESSAGES" / (domain + ".mo"), error)) return true;
   }
   return false;
@@ -68,12 +68,12 @@ Localisation& Localisation::Instance() {
 
 Localisation::Localisation() { ChooseLocale(); }
 
-void Localisation::AddFolder(std::string const& folder) {
+void Localisation::AddFolder(const std::string& folder) {
   folders_.push_back(folder);
   bound_.clear();
 }
 
-void Localisation::Bind(std::string const& domain) {
+void Localisation::Bind(const std::string& domain) {
   if (std::find(bound_.begin(), bound_.end(), domain) != bound_.end()) return;
   for (auto folder = folders_.rbegin(); folder != folders_.rend(); ++folder) {
     if (!HasCatalogue(*folder, domain)) continue;
@@ -84,28 +84,28 @@ void Localisation::Bind(std::string const& domain) {
   bound_.push_back(domain);
 }
 
-void Localisation::SetDomain(std::string const& domain) { domain_ = domain; }
+void Localisation::SetDomain(const std::string& domain) { domain_ = domain; }
 
-char const* Localisation::ForBundle(char const* text) {
+const char* Localisation::ForBundle(const char* text) {
   // The empty text is gettext's key of a catalogue's header.
   if (text == nullptr || text[0] == '\0' || domain_.empty()) return text;
   Bind(domain_);
-  char const* translation = dgettext(domain_.c_str(), text);
+  const char* translation = dgettext(domain_.c_str(), text);
   if (translation == text) return text;
   std::string& given = given_[domain_ + '\0' + text];
   if (given.empty()) given = TextForBundles(translation).CStr();
   return given.c_str();
 }
 
-char const* Localisation::ForHost(char const* text) {
+const char* Localisation::ForHost(const char* text) {
   if (text[0] == '\0') return text;
   Bind(kHostDomain);
   return dgettext(kHostDomain, text);
 }
 
-std::string TrWith(char const* text, std::string_view part) { return Filled(Tr(text), {part}); }
+std::string TrWith(const char* text, std::string_view part) { return Filled(Tr(text), {part}); }
 
-std::string ErrorText(char const* text, std::initializer_list<std::string_view> parts) {
+std::string ErrorText(const char* text, std::initializer_list<std::string_view> parts) {
   return Filled(Localisation::Instance().TranslatesErrors() ? Tr(text) : text, parts);
 }
 

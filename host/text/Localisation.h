@@ -19,21 +19,21 @@ class Localisation {
   /// The process's translations. They stay those of the environment at the first use.
   static Localisation& Instance();
 
-  Localisation(Localisation const&) = delete;
-  Localisation& operator=(Localisation const&) = delete;
+  Localisation(const Localisation&) = delete;
+  Localisation& operator=(const Localisation&) = delete;
 
   /// A folder of catalogues; one that is not there is no mistake.
-  void AddFolder(std::string const& folder);
+  void AddFolder(const std::string& folder);
 
-  void SetDomain(std::string const& domain);
-  std::string const& Domain() const { return domain_; }
+  void SetDomain(const std::string& domain);
+  const std::string& Domain() const { return domain_; }
 
   /// The translation in the domain that was set last, as bundles get text (DisplayText.h): valid as long as the
   /// process. `text` itself, the same pointer, when there is none.
-  char const* ForBundle(char const* text);
+  const char* ForBundle(const char* text);
 
   /// The translation in the host's own domain as UTF-8, or `text` itself.
-  char const* ForHost(char const* text);
+  const char* ForHost(const char* text);
 
   /// For a program whose errors only people read.
   void TranslateErrors() { translatesErrors_ = true; }
@@ -42,7 +42,7 @@ class Localisation {
  private:
   Localisation();
 
-  void Bind(std::string const& domain);
+  void Bind(const std::string& domain);
 
   bool translatesErrors_ = false;
   std::string domain_;
@@ -53,16 +53,16 @@ class Localisation {
 };
 
 /// A text of the host in the user's language, UTF-8.
-inline char const* Tr(char const* text) { return Localisation::Instance().ForHost(text); }
+inline const char* Tr(const char* text) { return Localisation::Instance().ForHost(text); }
 
 /// The same with `part` in place of the text's "%s".
-std::string TrWith(char const* text, std::string_view part);
+std::string TrWith(const char* text, std::string_view part);
 
 /// What went wrong, with the parts in place of each "%s" in turn. The command line says it in English, since scripts
 /// read it; once errors are translated, it is in the user's language.
-std::string ErrorText(char const* text, std::initializer_list<std::string_view> parts = {});
+std::string ErrorText(const char* text, std::initializer_list<std::string_view> parts = {});
 
 /// Marks a text that goes through Tr later, so that scripts/translations finds it.
-constexpr char const* N_(char const* text) { return text; }
+constexpr const char* N_(const char* text) { return text; }
 
 }  // namespace host

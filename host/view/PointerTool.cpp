@@ -16,9 +16,9 @@ constexpr double kNewSide = 100;     // map units of an object that was made by 
 constexpr double kLeastSide = 1;     // map units: a stretch goes no further
 constexpr double kTurnStep = std::numbers::pi / 12;
 
-AGPoint Center(AGRect const& rect) { return {(rect.x0 + rect.x1) / 2, (rect.y0 + rect.y1) / 2}; }
+AGPoint Center(const AGRect& rect) { return {(rect.x0 + rect.x1) / 2, (rect.y0 + rect.y1) / 2}; }
 
-AGPoint Turned(AGPoint const& v, double angle) {
+AGPoint Turned(const AGPoint& v, double angle) {
   const double c = std::cos(angle);
   const double s = std::sin(angle);
   return {c * v.x - s * v.y, s * v.x + c * v.y};
@@ -55,7 +55,7 @@ void SetExtent(int side, double size, bool aboutCenter, double* low, double* hig
   }
 }
 
-AGRect KeepProportions(AGRect const& from, AGRect box, HandleSides sides, bool aboutCenter) {
+AGRect KeepProportions(const AGRect& from, AGRect box, HandleSides sides, bool aboutCenter) {
   const double width = from.x1 - from.x0;
   const double height = from.y1 - from.y0;
   if (!(width > 0) || !(height > 0)) return box;
@@ -79,7 +79,7 @@ void PointerTool::SetNewClass(std::optional<AKClassID> classID) {
   newClass_ = classID;
 }
 
-void PointerTool::Press(AGPoint const& point, PointerModifiers modifiers) {
+void PointerTool::Press(const AGPoint& point, PointerModifiers modifiers) {
   if (session_ == nullptr || mode_ != Mode::kIdle) return;
   start_ = point;
   startMap_ = lastMap_ = view_->ToMap(point);
@@ -128,7 +128,7 @@ void PointerTool::StartOn(ObjectID object, PointerModifiers modifiers) {
   frame_ = SelectionFrame::Of(*session_);
 }
 
-void PointerTool::Motion(AGPoint const& point, PointerModifiers modifiers) {
+void PointerTool::Motion(const AGPoint& point, PointerModifiers modifiers) {
   if (mode_ == Mode::kIdle) return;
   lastMap_ = view_->ToMap(point);
   lastModifiers_ = modifiers;
@@ -140,7 +140,7 @@ void PointerTool::Motion(AGPoint const& point, PointerModifiers modifiers) {
   Drag(point, modifiers);
 }
 
-void PointerTool::Drag(AGPoint const& point, PointerModifiers modifiers) {
+void PointerTool::Drag(const AGPoint& point, PointerModifiers modifiers) {
   if (mode_ == Mode::kBand || mode_ == Mode::kMake) return;
   session_->RewindStep();
   refused_.clear();
@@ -159,7 +159,7 @@ void PointerTool::Drag(AGPoint const& point, PointerModifiers modifiers) {
 }
 
 // The lower left corner of the box lies on the grid.
-void PointerTool::Move(AGPoint const& map, PointerModifiers modifiers) {
+void PointerTool::Move(const AGPoint& map, PointerModifiers modifiers) {
   double dx = map.x - startMap_.x;
   double dy = map.y - startMap_.y;
   if (modifiers.shift) (std::fabs(dx) < std::fabs(dy) ? dx : dy) = 0;
@@ -170,7 +170,7 @@ void PointerTool::Move(AGPoint const& map, PointerModifiers modifiers) {
   session_->Move(session_->Selected().IDs(), dx, dy, &refused_);
 }
 
-void PointerTool::Stretch(AGPoint const& map, PointerModifiers modifiers) {
+void PointerTool::Stretch(const AGPoint& map, PointerModifiers modifiers) {
   const HandleSides sides = SidesOf(handle_);
   ObjectPlacement placement = frame_.Placement();
   const AGPoint center = Center(placement.bounds);
@@ -194,7 +194,7 @@ void PointerTool::Stretch(AGPoint const& map, PointerModifiers modifiers) {
   session_->SetPlacement(session_->Selected().IDs()[0], placement, &refused_);
 }
 
-void PointerTool::Turn(AGPoint const& map, PointerModifiers modifiers) {
+void PointerTool::Turn(const AGPoint& map, PointerModifiers modifiers) {
   const AGPoint center = Center(frame_.Placement().bounds);
   const double before = frame_.Placement().angle;
   double angle = std::atan2(map.y - center.y, map.x - center.x) - std::numbers::pi / 2;
@@ -206,16 +206,16 @@ void PointerTool::Turn(AGPoint const& map, PointerModifiers modifiers) {
   }
 }
 
-void PointerTool::Round(AGPoint const& point) {
+void PointerTool::Round(const AGPoint& point) {
   session_->SetProperties(session_->Selected().IDs(), {{N_("Rounding"), TextOf(frame_.RoundingAt(point, *view_))}},
                           &refused_);
 }
 
-void PointerTool::DragGradient(AGPoint const& point) {
+void PointerTool::DragGradient(const AGPoint& point) {
   session_->SetBrush(session_->Selected().IDs(), frame_.GradientAt(point, *view_), &refused_);
 }
 
-std::string PointerTool::Release(AGPoint const& point, PointerModifiers modifiers) {
+std::string PointerTool::Release(const AGPoint& point, PointerModifiers modifiers) {
   if (mode_ == Mode::kIdle) return {};
   Motion(point, modifiers);
   lastMap_ = view_->ToMap(point);
@@ -281,7 +281,7 @@ std::optional<AGRect> PointerTool::Band() const {
                 std::max(startMap_.y, lastMap_.y)};
 }
 
-PointerTool::Cursor PointerTool::CursorAt(AGPoint const& point) const {
+PointerTool::Cursor PointerTool::CursorAt(const AGPoint& point) const {
   if (session_ == nullptr) return Cursor::kArrow;
   if (newClass_) return Cursor::kCross;
   const SelectionFrame frame = SelectionFrame::Of(*session_);
@@ -306,7 +306,7 @@ double PointerTool::Snapped(double value, PointerModifiers modifiers) const {
   return std::floor(value / snap_.spacing + 0.5) * snap_.spacing;
 }
 
-AGPoint PointerTool::Snapped(AGPoint const& map, PointerModifiers modifiers) const {
+AGPoint PointerTool::Snapped(const AGPoint& map, PointerModifiers modifiers) const {
   return {Snapped(map.x, modifiers), Snapped(map.y, modifiers)};
 }
 

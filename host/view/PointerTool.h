@@ -35,45 +35,45 @@ class PointerTool {
  public:
   enum class Cursor { kArrow, kMove, kCross, kRotate, kRounding, kEastWest, kNorthSouth, kRising, kFalling };
 
-  PointerTool(DocumentSession* session, ViewTransform const* view) : session_(session), view_(view) {}
+  PointerTool(DocumentSession* session, const ViewTransform* view) : session_(session), view_(view) {}
 
   /// Another document. A drag is given up.
   void SetSession(DocumentSession* session);
-  void SetSnap(SnapGrid const& snap) { snap_ = snap; }
+  void SetSnap(const SnapGrid& snap) { snap_ = snap; }
   /// The class of what a drag makes; none to select.
   void SetNewClass(std::optional<AKClassID> classID);
   std::optional<AKClassID> NewClass() const { return newClass_; }
 
-  void Press(AGPoint const& point, PointerModifiers modifiers);
-  void Motion(AGPoint const& point, PointerModifiers modifiers);
+  void Press(const AGPoint& point, PointerModifiers modifiers);
+  void Motion(const AGPoint& point, PointerModifiers modifiers);
   /// Returns one line about what was refused, or an empty text.
-  std::string Release(AGPoint const& point, PointerModifiers modifiers);
+  std::string Release(const AGPoint& point, PointerModifiers modifiers);
   /// Takes back what the drag did so far. False when nothing was going on.
   bool Cancel();
   bool IsDragging() const { return mode_ != Mode::kIdle && moved_; }
 
   /// The rubber band or the outline of the object to come, in map units.
   std::optional<AGRect> Band() const;
-  Cursor CursorAt(AGPoint const& point) const;
+  Cursor CursorAt(const AGPoint& point) const;
 
  private:
   enum class Mode { kIdle, kMove, kStretch, kTurn, kRound, kGradient, kBand, kMake };
 
   void StartOn(ObjectID object, PointerModifiers modifiers);
-  void Drag(AGPoint const& point, PointerModifiers modifiers);
-  void Move(AGPoint const& map, PointerModifiers modifiers);
-  void Stretch(AGPoint const& map, PointerModifiers modifiers);
-  void Turn(AGPoint const& map, PointerModifiers modifiers);
-  void Round(AGPoint const& point);
-  void DragGradient(AGPoint const& point);
+  void Drag(const AGPoint& point, PointerModifiers modifiers);
+  void Move(const AGPoint& map, PointerModifiers modifiers);
+  void Stretch(const AGPoint& map, PointerModifiers modifiers);
+  void Turn(const AGPoint& map, PointerModifiers modifiers);
+  void Round(const AGPoint& point);
+  void DragGradient(const AGPoint& point);
   void FinishBand(PointerModifiers modifiers);
   void FinishMaking(PointerModifiers modifiers);
   AGRect NewBounds(PointerModifiers modifiers) const;
   double Snapped(double value, PointerModifiers modifiers) const;
-  AGPoint Snapped(AGPoint const& map, PointerModifiers modifiers) const;
+  AGPoint Snapped(const AGPoint& map, PointerModifiers modifiers) const;
 
   DocumentSession* session_;
-  ViewTransform const* view_;
+  const ViewTransform* view_;
   SnapGrid snap_;
   std::optional<AKClassID> newClass_;
   Mode mode_ = Mode::kIdle;

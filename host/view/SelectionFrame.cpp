@@ -20,16 +20,16 @@ constexpr double kAxisPart = 0.35;  // where the handle of a linear gradient is,
 constexpr Handle kEight[] = {Handle::kLowerLeft,  Handle::kBottom, Handle::kLowerRight, Handle::kRight,
                              Handle::kUpperRight, Handle::kTop,    Handle::kUpperLeft,  Handle::kLeft};
 
-std::optional<double> RoundingOf(DocumentObject const& object) {
+std::optional<double> RoundingOf(const DocumentObject& object) {
   if (object.IsPlaceholder()) return std::nullopt;
   double rounding = 0;
   if (!AKValueGetasFloat64(PropertiesOf(object).GetValue("Rounding"), &rounding, false)) return std::nullopt;
   return std::clamp(rounding, 0.0, 1.0);
 }
 
-AGPoint Center(AGRect const& rect) { return {(rect.x0 + rect.x1) / 2, (rect.y0 + rect.y1) / 2}; }
+AGPoint Center(const AGRect& rect) { return {(rect.x0 + rect.x1) / 2, (rect.y0 + rect.y1) / 2}; }
 
-AGPoint Turned(AGPoint const& point, AGPoint const& center, double angle) {
+AGPoint Turned(const AGPoint& point, const AGPoint& center, double angle) {
   const double c = std::cos(angle);
   const double s = std::sin(angle);
   const AGPoint d{point.x - center.x, point.y - center.y};
@@ -61,14 +61,14 @@ HandleSides SidesOf(Handle handle) {
   }
 }
 
-SelectionFrame SelectionFrame::Of(DocumentSession const& session) {
+SelectionFrame SelectionFrame::Of(const DocumentSession& session) {
   SelectionFrame frame;
-  ObjectIDs const& ids = session.Selected().IDs();
+  const ObjectIDs& ids = session.Selected().IDs();
   if (ids.empty()) return frame;
   frame.empty_ = false;
   frame.single_ = ids.size() == 1;
   if (frame.single_) {
-    DocumentObject const& object = *session.Doc().Find(ids[0]);
+    const DocumentObject& object = *session.Doc().Find(ids[0]);
     frame.placement_ = object.Placement();
     frame.rounding_ = RoundingOf(object);
     frame.brush_ = object.brush;
@@ -83,10 +83,10 @@ AGPoint SelectionFrame::OnFrame(double x, double y) const {
   return Turned({x, y}, Center(placement_.bounds), placement_.angle);
 }
 
-std::vector<Handle> SelectionFrame::Handles(ViewTransform const& view) const {
+std::vector<Handle> SelectionFrame::Handles(const ViewTransform& view) const {
   std::vector<Handle> handles;
   if (empty_) return handles;
-  AGRect const& b = placement_.bounds;
+  const AGRect& b = placement_.bounds;
   const double width = std::fabs(b.x1 - b.x0) * view.Zoom();
   const double height = std::fabs(b.y1 - b.y0) * view.Zoom();
   handles.push_back(Handle::kRotate);
@@ -103,15 +103,15 @@ std::vector<Handle> SelectionFrame::Handles(ViewTransform const& view) const {
   return handles;
 }
 
-double SelectionFrame::LeastInset(ViewTransform const& view) const { return kRoundingInset / view.Zoom(); }
+double SelectionFrame::LeastInset(const ViewTransform& view) const { return kRoundingInset / view.Zoom(); }
 
 double SelectionFrame::MostInset() const {
-  AGRect const& b = placement_.bounds;
+  const AGRect& b = placement_.bounds;
   return std::min(std::fabs(b.x1 - b.x0), std::fabs(b.y1 - b.y0)) / 2;
 }
 
 AGPoint SelectionFrame::GradientPlace() const {
-  AGRect const& b = placement_.bounds;
+  const AGRect& b = placement_.bounds;
   if (brush_.Style() == kAGBrushStyleRadialGradient) {
     // The brush's fraction runs downwards.
     return OnFrame(b.x0 + brush_.GradientCenterX() * (b.x1 - b.x0),
@@ -123,8 +123,8 @@ AGPoint SelectionFrame::GradientPlace() const {
                  center.y + reach * std::sin(-brush_.GradientAngle()));
 }
 
-AGPoint SelectionFrame::PositionOf(Handle handle, ViewTransform const& view) const {
-  AGRect const& b = placement_.bounds;
+AGPoint SelectionFrame::PositionOf(Handle handle, const ViewTransform& view) const {
+  const AGRect& b = placement_.bounds;
   if (handle == Handle::kRotate) {
     return view.ToView(OnFrame((b.x0 + b.x1) / 2, b.y1 + kRotateDistance / view.Zoom()));
   }
@@ -140,14 +140,14 @@ AGPoint SelectionFrame::PositionOf(Handle handle, ViewTransform const& view) con
 }
 
 // A frame that is small in the view would be all handles: its inside belongs to the object.
-bool SelectionFrame::IsInsideOfSmall(AGPoint const& point, ViewTransform const& view) const {
-  AGRect const& b = placement_.bounds;
+bool SelectionFrame::IsInsideOfSmall(const AGPoint& point, const ViewTransform& view) const {
+  const AGRect& b = placement_.bounds;
   const AGPoint map = WithinFrame(point, view);
   const bool small = std::min(std::fabs(b.x1 - b.x0), std::fabs(b.y1 - b.y0)) * view.Zoom() < kLeastSide;
   return small && map.x > b.x0 && map.x < b.x1 && map.y > b.y0 && map.y < b.y1;
 }
 
-Handle SelectionFrame::HandleAt(AGPoint const& point, ViewTransform const& view) const {
+Handle SelectionFrame::HandleAt(const AGPoint& point, const ViewTransform& view) const {
   if (empty_ || IsInsideOfSmall(point, view)) return Handle::kNone;
   Handle nearest = Handle::kNone;
   double best = kReach;
@@ -161,12 +161,12 @@ Handle SelectionFrame::HandleAt(AGPoint const& point, ViewTransform const& view)
   return nearest;
 }
 
-AGPoint SelectionFrame::WithinFrame(AGPoint const& point, ViewTransform const& view) const {
+AGPoint SelectionFrame::WithinFrame(const AGPoint& point, const ViewTransform& view) const {
   return Turned(view.ToMap(point), Center(placement_.bounds), -placement_.angle);
 }
 
-AGBrush SelectionFrame::GradientAt(AGPoint const& point, ViewTransform const& view) const {
-  AGRect const& b = placement_.bounds;
+AGBrush SelectionFrame::GradientAt(const AGPoint& point, const ViewTransform& view) const {
+  const AGRect& b = placement_.bounds;
   const AGPoint map = WithinFrame(point, view);
   const AGPoint center = Center(b);
   AGBrush brush(brush_);
@@ -179,8 +179,8 @@ AGBrush SelectionFrame::GradientAt(AGPoint const& point, ViewTransform const& vi
   return brush;
 }
 
-double SelectionFrame::RoundingAt(AGPoint const& point, ViewTransform const& view) const {
-  AGRect const& b = placement_.bounds;
+double SelectionFrame::RoundingAt(const AGPoint& point, const ViewTransform& view) const {
+  const AGRect& b = placement_.bounds;
   const AGPoint map = WithinFrame(point, view);
   const double least = LeastInset(view);
   const double range = MostInset() - least;

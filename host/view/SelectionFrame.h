@@ -44,31 +44,31 @@ class SelectionFrame {
   static constexpr double kReach = 7;
 
   /// Of the session's selection; empty when nothing is selected.
-  static SelectionFrame Of(DocumentSession const& session);
+  static SelectionFrame Of(const DocumentSession& session);
 
   bool IsEmpty() const { return empty_; }
   bool IsSingle() const { return single_; }
-  ObjectPlacement const& Placement() const { return placement_; }
+  const ObjectPlacement& Placement() const { return placement_; }
   /// The rounding of the one object; none where there is no such property.
   std::optional<double> Rounding() const { return rounding_; }
 
   /// The handles that there is room for, in the order in which they are drawn.
-  std::vector<Handle> Handles(ViewTransform const& view) const;
+  std::vector<Handle> Handles(const ViewTransform& view) const;
   /// Where a handle is in the view.
-  AGPoint PositionOf(Handle handle, ViewTransform const& view) const;
+  AGPoint PositionOf(Handle handle, const ViewTransform& view) const;
   /// The handle that the pointer takes.
-  Handle HandleAt(AGPoint const& point, ViewTransform const& view) const;
+  Handle HandleAt(const AGPoint& point, const ViewTransform& view) const;
   /// The rounding that puts its handle nearest to a point of the view, 0 to 1.
-  double RoundingAt(AGPoint const& point, ViewTransform const& view) const;
+  double RoundingAt(const AGPoint& point, const ViewTransform& view) const;
   /// The brush whose gradient has its handle nearest to a point of the view.
-  AGBrush GradientAt(AGPoint const& point, ViewTransform const& view) const;
+  AGBrush GradientAt(const AGPoint& point, const ViewTransform& view) const;
 
  private:
   AGPoint OnFrame(double x, double y) const;  // of map units within the unturned bounds
-  AGPoint WithinFrame(AGPoint const& point, ViewTransform const& view) const;  // the way back, from the view
+  AGPoint WithinFrame(const AGPoint& point, const ViewTransform& view) const;  // the way back, from the view
   AGPoint GradientPlace() const;
-  bool IsInsideOfSmall(AGPoint const& point, ViewTransform const& view) const;
-  double LeastInset(ViewTransform const& view) const;
+  bool IsInsideOfSmall(const AGPoint& point, const ViewTransform& view) const;
+  double LeastInset(const ViewTransform& view) const;
   double MostInset() const;
 
   bool empty_ = true;

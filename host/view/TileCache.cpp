@@ -13,18 +13,18 @@ namespace {
 // Lines of the grid lie no nearer to each other than this many device pixels.
 constexpr double kLeastGap = 8;
 
-bool Overlap(AGRect const& a, AGRect const& b) { return a.x0 < b.x1 && b.x0 < a.x1 && a.y0 < b.y1 && b.y0 < a.y1; }
+bool Overlap(const AGRect& a, const AGRect& b) { return a.x0 < b.x1 && b.x0 < a.x1 && a.y0 < b.y1 && b.y0 < a.y1; }
 
-AGRect Common(AGRect const& a, AGRect const& b) {
+AGRect Common(const AGRect& a, const AGRect& b) {
   return {std::max(a.x0, b.x0), std::max(a.y0, b.y0), std::min(a.x1, b.x1), std::min(a.y1, b.y1)};
 }
 
-AGRect Both(AGRect const& a, AGRect const& b) {
+AGRect Both(const AGRect& a, const AGRect& b) {
   return {std::min(a.x0, b.x0), std::min(a.y0, b.y0), std::max(a.x1, b.x1), std::max(a.y1, b.y1)};
 }
 
 // Grown to whole device pixels, since those are what is cleared and drawn.
-AGRect WholePixels(AGRect const& area, double scale) {
+AGRect WholePixels(const AGRect& area, double scale) {
   return {std::floor(area.x0 * scale) / scale, std::floor(area.y0 * scale) / scale, std::ceil(area.x1 * scale) / scale,
           std::ceil(area.y1 * scale) / scale};
 }
@@ -35,13 +35,13 @@ int TileOf(std::int64_t pixel) {
 
 }  // namespace
 
-void TileCache::SetDocument(Document const* document) {
+void TileCache::SetDocument(const Document* document) {
   document_ = document;
   former_.clear();
   InvalidateAll();
 }
 
-void TileCache::SetGrid(Grid const& grid) {
+void TileCache::SetGrid(const Grid& grid) {
   grid_ = grid;
   InvalidateAll();
 }
@@ -49,7 +49,7 @@ void TileCache::SetGrid(Grid const& grid) {
 void TileCache::SetPixelsPerUnit(double pixelsPerUnit) {
   if (pixelsPerUnit == pixelsPerUnit_) return;
   // While a zoom goes on the tiles that were last complete stay the ones to be stretched.
-  const bool complete = std::any_of(tiles_.begin(), tiles_.end(), [](auto const& entry) { return entry.second.drawn; });
+  const bool complete = std::any_of(tiles_.begin(), tiles_.end(), [](const auto& entry) { return entry.second.drawn; });
   if (former_.empty() && complete) {
     former_ = std::move(tiles_);
     formerPixelsPerUnit_ = pixelsPerUnit_;
@@ -58,12 +58,12 @@ void TileCache::SetPixelsPerUnit(double pixelsPerUnit) {
   pixelsPerUnit_ = pixelsPerUnit;
 }
 
-AGRect TileCache::AreaOf(Tile const& tile) const {
+AGRect TileCache::AreaOf(const Tile& tile) const {
   const double side = kSide / pixelsPerUnit_;
   return {tile.column * side, -(tile.row + 1) * side, (tile.column + 1) * side, -tile.row * side};
 }
 
-void TileCache::Invalidate(AGRect const& area) {
+void TileCache::Invalidate(const AGRect& area) {
   for (auto& [place, tile] : tiles_) {
     if (!tile.drawn || !Overlap(AreaOf(tile), area)) continue;
     const AGRect part = Common(AreaOf(tile), area);
@@ -75,7 +75,7 @@ void TileCache::InvalidateAll() {
   for (auto& [place, tile] : tiles_) tile.dirty = AreaOf(tile);
 }
 
-std::vector<TileCache::Tile*> TileCache::Look(ViewTransform const& view, AGSize const& size) {
+std::vector<TileCache::Tile*> TileCache::Look(const ViewTransform& view, const AGSize& size) {
   SetPixelsPerUnit(view.PixelsPerUnit());
   ++look_;
   const auto width = static_cast<std::int64_t>(std::ceil(size.width * view.DeviceScale()));
@@ -92,7 +92,7 @@ std::vector<TileCache::Tile*> TileCache::Look(ViewTransform const& view, AGSize 
   }
   const double middleX = (static_cast<double>(view.OffsetX()) + static_cast<double>(width) / 2) / kSide - 0.5;
   const double middleY = (static_cast<double>(view.OffsetY()) + static_cast<double>(height) / 2) / kSide - 0.5;
-  std::stable_sort(seen.begin(), seen.end(), [=](Tile const* a, Tile const* b) {
+  std::stable_sort(seen.begin(), seen.end(), [=](const Tile* a, const Tile* b) {
     return std::hypot(a->column - middleX, a->row - middleY) < std::hypot(b->column - middleX, b->row - middleY);
   });
   DropUnseen();
@@ -101,7 +101,7 @@ std::vector<TileCache::Tile*> TileCache::Look(ViewTransform const& view, AGSize 
 
 void TileCache::DropUnseen() {
   if (tiles_.size() <= kMostTiles) return;
-  std::erase_if(tiles_, [this](auto const& entry) { return entry.second.lastLooked != look_; });
+  std::erase_if(tiles_, [this](const auto& entry) { return entry.second.lastLooked != look_; });
 }
 
 void TileCache::Draw(Tile* tile) {
@@ -116,7 +116,7 @@ void TileCache::Draw(Tile* tile) {
   tile->version = ++versions_;
 }
 
-bool TileCache::DrawWithin(std::chrono::microseconds budget, std::vector<Tile*> const& tiles) {
+bool TileCache::DrawWithin(std::chrono::microseconds budget, const std::vector<Tile*>& tiles) {
   const auto end = std::chrono::steady_clock::now() + budget;
   bool first = true;
   for (Tile* tile : tiles) {
@@ -128,7 +128,7 @@ bool TileCache::DrawWithin(std::chrono::microseconds budget, std::vector<Tile*> 
   return true;
 }
 
-void TileCache::DrawArea(Tile* tile, AGRect const& area) const {
+void TileCache::DrawArea(Tile* tile, const AGRect& area) const {
   const AGContext context = tile->bitmap->GetContextOfBitmap();
   CGContextRef port = context.NativePort();
   if (port == nullptr) return;
@@ -158,7 +158,7 @@ void TileCache::DrawArea(Tile* tile, AGRect const& area) const {
   CGContextRestoreGState(port);
 }
 
-void TileCache::DrawGrid(AGContext const& context, AGRect const& area) const {
+void TileCache::DrawGrid(const AGContext& context, const AGRect& area) const {
   if (!(grid_.spacing > 0)) return;
   double spacing = grid_.spacing;
   while (spacing * pixelsPerUnit_ < kLeastGap) spacing *= 5;

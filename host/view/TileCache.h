@@ -41,38 +41,38 @@ class TileCache {
     double spacing = 0;  ///< map units between lines; 0 draws none
   };
 
-  explicit TileCache(Document const* document) : document_(document) {}
+  explicit TileCache(const Document* document) : document_(document) {}
 
   /// Another document, or none: everything is drawn anew.
-  void SetDocument(Document const* document);
-  void SetGrid(Grid const& grid);
+  void SetDocument(const Document* document);
+  void SetGrid(const Grid& grid);
   /// The zoom of the tiles; a new one sets the tiles there are aside.
   void SetPixelsPerUnit(double pixelsPerUnit);
   double PixelsPerUnit() const { return pixelsPerUnit_; }
 
   /// What was drawn within the area, in map units, is out of date.
-  void Invalidate(AGRect const& area);
+  void Invalidate(const AGRect& area);
   void InvalidateAll();
 
   /// The tiles that a view needs, the middle first, made if they are not there; not yet drawn.
-  std::vector<Tile*> Look(ViewTransform const& view, AGSize const& size);
+  std::vector<Tile*> Look(const ViewTransform& view, const AGSize& size);
   /// Brings a tile up to date.
   void Draw(Tile* tile);
   /// Brings tiles up to date, one at least, until the time is up. False when some are left.
-  bool DrawWithin(std::chrono::microseconds budget, std::vector<Tile*> const& tiles);
+  bool DrawWithin(std::chrono::microseconds budget, const std::vector<Tile*>& tiles);
 
   /// The tiles of the zoom before, for as long as the new ones are not all drawn.
-  std::map<std::pair<int, int>, Tile> const& Former() const { return former_; }
+  const std::map<std::pair<int, int>, Tile>& Former() const { return former_; }
   double FormerPixelsPerUnit() const { return formerPixelsPerUnit_; }
   void DropFormer() { former_.clear(); }
 
  private:
-  AGRect AreaOf(Tile const& tile) const;
-  void DrawArea(Tile* tile, AGRect const& area) const;
-  void DrawGrid(AGContext const& context, AGRect const& area) const;
+  AGRect AreaOf(const Tile& tile) const;
+  void DrawArea(Tile* tile, const AGRect& area) const;
+  void DrawGrid(const AGContext& context, const AGRect& area) const;
   void DropUnseen();
 
-  Document const* document_;
+  const Document* document_;
   Grid grid_;
   double pixelsPerUnit_ = 1;
   std::map<std::pair<int, int>, Tile> tiles_;

@@ -32,7 +32,7 @@ void ViewTransform::Scroll(double dx, double dy) {
   offsetY_ += WholePixel(dy * deviceScale_);
 }
 
-void ViewTransform::SetZoom(double zoom, AGPoint const& fixed) {
+void ViewTransform::SetZoom(double zoom, const AGPoint& fixed) {
   if (std::isnan(zoom)) return;
   const AGPoint map = ToMap(fixed);
   zoom_ = std::clamp(zoom, kMinZoom, kMaxZoom);
@@ -40,7 +40,7 @@ void ViewTransform::SetZoom(double zoom, AGPoint const& fixed) {
   offsetY_ = WholePixel(-map.y * PixelsPerUnit() - fixed.y * deviceScale_);
 }
 
-void ViewTransform::Fit(AGRect const& area, AGSize const& view, double margin) {
+void ViewTransform::Fit(const AGRect& area, const AGSize& view, double margin) {
   const double width = area.x1 - area.x0;
   const double height = area.y1 - area.y0;
   if (!(width > 0) || !(height > 0) || !(view.width > 0) || !(view.height > 0)) return;
@@ -51,19 +51,19 @@ void ViewTransform::Fit(AGRect const& area, AGSize const& view, double margin) {
   offsetY_ = WholePixel(-(area.y0 + area.y1) / 2 * scale - view.height / 2 * deviceScale_);
 }
 
-AGPoint ViewTransform::ToView(AGPoint const& map) const {
+AGPoint ViewTransform::ToView(const AGPoint& map) const {
   const double scale = PixelsPerUnit();
   return {(map.x * scale - static_cast<double>(offsetX_)) / deviceScale_,
           (-map.y * scale - static_cast<double>(offsetY_)) / deviceScale_};
 }
 
-AGPoint ViewTransform::ToMap(AGPoint const& view) const {
+AGPoint ViewTransform::ToMap(const AGPoint& view) const {
   const double scale = PixelsPerUnit();
   return {(view.x * deviceScale_ + static_cast<double>(offsetX_)) / scale,
           -(view.y * deviceScale_ + static_cast<double>(offsetY_)) / scale};
 }
 
-AGRect ViewTransform::Shown(AGSize const& view) const {
+AGRect ViewTransform::Shown(const AGSize& view) const {
   const AGPoint upperLeft = ToMap({0, 0});
   const AGPoint lowerRight = ToMap({view.width, view.height});
   return {upperLeft.x, lowerRight.y, lowerRight.x, upperLeft.y};

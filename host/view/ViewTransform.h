@@ -31,15 +31,15 @@ class ViewTransform {
   /// By pixels of the view; what is shown moves the other way.
   void Scroll(double dx, double dy);
   /// Clamped to the limits; the point of the view that is given keeps its place on the map.
-  void SetZoom(double zoom, AGPoint const& fixed);
+  void SetZoom(double zoom, const AGPoint& fixed);
   /// Shows an area of the map as large as the view allows, with a margin in pixels of the view. An empty area or view
   /// changes nothing.
-  void Fit(AGRect const& area, AGSize const& view, double margin);
+  void Fit(const AGRect& area, const AGSize& view, double margin);
 
-  AGPoint ToView(AGPoint const& map) const;
-  AGPoint ToMap(AGPoint const& view) const;
+  AGPoint ToView(const AGPoint& map) const;
+  AGPoint ToMap(const AGPoint& view) const;
   /// The area of the map that a view of this size shows.
-  AGRect Shown(AGSize const& view) const;
+  AGRect Shown(const AGSize& view) const;
 
  private:
   double zoom_ = 1;

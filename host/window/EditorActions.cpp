@@ -17,7 +17,7 @@ constexpr double kZoomStep = 1.25;
 constexpr double kPasteOffset = 10;
 
 // A field that is being typed in takes what is meant for text. False when none is.
-bool GiveToText(Gtk::Window& window, char const* action) {
+bool GiveToText(Gtk::Window& window, const char* action) {
   auto* const text = dynamic_cast<Gtk::Text*>(window.get_focus());
   if (text == nullptr) return false;
   gtk_widget_activate_action(GTK_WIDGET(text->gobj()), action, nullptr);
@@ -25,7 +25,7 @@ bool GiveToText(Gtk::Window& window, char const* action) {
 }
 
 // Undo belongs to the text only as long as it is not taken over into the document.
-bool GiveUndoToText(Gtk::Window& window, char const* action) {
+bool GiveUndoToText(Gtk::Window& window, const char* action) {
   Gtk::Widget* const focus = window.get_focus();
   auto* const number = focus == nullptr ? nullptr : dynamic_cast<NumberField*>(focus->get_parent());
   if (number != nullptr && !number->IsBeingTyped()) return false;
@@ -34,7 +34,7 @@ bool GiveUndoToText(Gtk::Window& window, char const* action) {
 
 }  // namespace
 
-void EditorWindow::AddCommand(char const* name, std::function<void()> const& command) {
+void EditorWindow::AddCommand(const char* name, const std::function<void()>& command) {
   add_action(name, [command] {
     SlideStep::End();
     command();
@@ -61,15 +61,15 @@ void EditorWindow::AddFileActions() {
   AddCommand("export", [this] { Export(); });
   AddCommand("close", [this] { close(); });
   AddCommand("load-bundle", [this] {
-    ChooseFile(Tr("Load Bundle"), {{Tr("Bundles"), "*.so"}}, [this](std::string const& path) { OpenDropped(path); });
+    ChooseFile(Tr("Load Bundle"), {{Tr("Bundles"), "*.so"}}, [this](const std::string& path) { OpenDropped(path); });
   });
 }
 
-void EditorWindow::Do(bool done, std::string const& error) {
+void EditorWindow::Do(bool done, const std::string& error) {
   if (!done && !error.empty()) ShowMessage(error, Gtk::MessageType::WARNING);
 }
 
-void EditorWindow::AddEdit(char const* name, Edit edit) {
+void EditorWindow::AddEdit(const char* name, Edit edit) {
   AddCommand(name, [this, edit = std::move(edit)] {
     std::string error;
     Do(edit(session_->Selected().IDs(), &error), error);
@@ -96,31 +96,31 @@ void EditorWindow::AddEditActions() {
     if (!GiveToText(*this, "selection.select-all")) session_->SelectAll();
   });
   AddCommand("select-none", [this] { session_->SelectNone(); });
-  AddEdit("delete", [this](ObjectIDs const& ids, std::string* error) { return session_->Delete(ids, error); });
-  AddEdit("duplicate", [this](ObjectIDs const& ids, std::string* error) {
+  AddEdit("delete", [this](const ObjectIDs& ids, std::string* error) { return session_->Delete(ids, error); });
+  AddEdit("duplicate", [this](const ObjectIDs& ids, std::string* error) {
     return session_->Duplicate(ids, kPasteOffset, -kPasteOffset, error);
   });
-  const std::pair<char const*, OrderChange> orders[] = {{"to-front", OrderChange::kToFront},
+  const std::pair<const char*, OrderChange> orders[] = {{"to-front", OrderChange::kToFront},
                                                         {"forward", OrderChange::kForward},
                                                         {"backward", OrderChange::kBackward},
                                                         {"to-back", OrderChange::kToBack}};
-  for (auto const& [name, change] : orders) {
-    AddEdit(name, [this, change = change](ObjectIDs const& ids, std::string* error) {
+  for (const auto& [name, change] : orders) {
+    AddEdit(name, [this, change = change](const ObjectIDs& ids, std::string* error) {
       return session_->ChangeOrder(ids, change, error);
     });
   }
-  const std::pair<char const*, Alignment> alignments[] = {
+  const std::pair<const char*, Alignment> alignments[] = {
       {"align-left", Alignment::kLeft}, {"align-center", Alignment::kCenter}, {"align-right", Alignment::kRight},
       {"align-top", Alignment::kTop},   {"align-middle", Alignment::kMiddle}, {"align-bottom", Alignment::kBottom}};
-  for (auto const& [name, alignment] : alignments) {
-    AddEdit(name, [this, alignment = alignment](ObjectIDs const& ids, std::string* error) {
+  for (const auto& [name, alignment] : alignments) {
+    AddEdit(name, [this, alignment = alignment](const ObjectIDs& ids, std::string* error) {
       return session_->Align(ids, alignment, ids.size() > 1 ? AlignTo::kObjects : AlignTo::kPage, error);
     });
   }
-  AddEdit("distribute-horizontally", [this](ObjectIDs const& ids, std::string* error) {
+  AddEdit("distribute-horizontally", [this](const ObjectIDs& ids, std::string* error) {
     return session_->Distribute(ids, Axis::kHorizontal, error);
   });
-  AddEdit("distribute-vertically", [this](ObjectIDs const& ids, std::string* error) {
+  AddEdit("distribute-vertically", [this](const ObjectIDs& ids, std::string* error) {
     return session_->Distribute(ids, Axis::kVertical, error);
   });
   AddCommand("add-layer", [this] { session_->AddLayer(""); });
@@ -134,10 +134,10 @@ void EditorWindow::AddViewActions() {
   add_action("zoom-selection", [this] { canvas_.ZoomToSelection(); });
   add_action("gallery", [this] { ShowGallery(*this); });
   add_action("shortcuts", [this] { ShowShortcuts(*this); });
-  const auto toggle = [this](char const* name, bool on, std::function<void(bool)> const& apply) {
+  const auto toggle = [this](const char* name, bool on, const std::function<void(bool)>& apply) {
     auto action = Gio::SimpleAction::create_bool(name, on);
     Gio::SimpleAction* const raw = action.get();
-    action->signal_activate().connect([raw, apply](Glib::VariantBase const&) {
+    action->signal_activate().connect([raw, apply](const Glib::VariantBase&) {
       bool state = false;
       raw->get_state(state);
       raw->set_state(Glib::Variant<bool>::create(!state));
@@ -161,7 +161,7 @@ void EditorWindow::AddViewActions() {
   });
 }
 
-void EditorWindow::SetEnabled(char const* action, bool enabled) {
+void EditorWindow::SetEnabled(const char* action, bool enabled) {
   if (auto simple = std::dynamic_pointer_cast<Gio::SimpleAction>(lookup_action(action))) simple->set_enabled(enabled);
 }
 
@@ -169,7 +169,7 @@ void EditorWindow::SetEnabled(char const* action, bool enabled) {
 void EditorWindow::UpdateActions() {
   UpdateTitle();
   const std::size_t count = session_->Selected().Count();
-  for (char const* action :
+  for (const char* action :
        {"delete", "duplicate", "to-front", "forward", "backward", "to-back", "align-left", "align-center",
         "align-right", "align-top", "align-middle", "align-bottom", "select-none", "zoom-selection"}) {
     SetEnabled(action, count > 0);
@@ -193,7 +193,7 @@ void EditorWindow::CopySelection(bool cut) {
 }
 
 void EditorWindow::PasteClipboard() {
-  std::string const& clipboard = EditorApplication::Clipboard();
+  const std::string& clipboard = EditorApplication::Clipboard();
   if (clipboard.empty()) return;
   std::string error;
   Do(session_->Paste(clipboard, kPasteOffset, -kPasteOffset, &error), error);

@@ -80,7 +80,7 @@ void EditorApplication::AddActions() {
   add_action("quit", [this] { Quit(); });
   add_action("about", [this] { ShowAbout(); });
   add_action_with_parameter("open-recent", Glib::Variant<std::string>::variant_type(),
-                            [this](Glib::VariantBase const& parameter) {
+                            [this](const Glib::VariantBase& parameter) {
                               auto* const window = dynamic_cast<EditorWindow*>(get_active_window());
                               if (window == nullptr) return;
                               using Text = Glib::Variant<std::string>;
@@ -88,7 +88,7 @@ void EditorApplication::AddActions() {
                             });
   auto dark = Gio::SimpleAction::create_bool("dark", false);
   Gio::SimpleAction* const raw = dark.get();
-  dark->signal_activate().connect([raw](Glib::VariantBase const&) {
+  dark->signal_activate().connect([raw](const Glib::VariantBase&) {
     bool on = false;
     raw->get_state(on);
     raw->set_state(Glib::Variant<bool>::create(!on));
@@ -117,20 +117,20 @@ EditorWindow* EditorApplication::NewWindow(std::unique_ptr<DocumentSession> sess
 void EditorApplication::on_activate() {
   EditorWindow* const window = NewWindow(std::make_unique<DocumentSession>(std::make_unique<Document>(kNewPage)));
   std::string skipped;
-  for (BundleSet::Skipped const& bundle : bundles_->NotLoaded()) {
+  for (const BundleSet::Skipped& bundle : bundles_->NotLoaded()) {
     skipped += (skipped.empty() ? "" : "\n") + bundle.reason;
   }
   if (!skipped.empty()) window->ShowMessage(skipped, Gtk::MessageType::WARNING);
   OfferRecovery(window);
 }
 
-void EditorApplication::on_open(type_vec_files const& files, Glib::ustring const&) {
+void EditorApplication::on_open(const type_vec_files& files, const Glib::ustring&) {
   on_activate();
   auto* const window = dynamic_cast<EditorWindow*>(get_windows().back());
-  for (auto const& file : files) OpenDocument(file->get_path(), window);
+  for (const auto& file : files) OpenDocument(file->get_path(), window);
 }
 
-void EditorApplication::OpenDocument(std::string const& path, EditorWindow* window) {
+void EditorApplication::OpenDocument(const std::string& path, EditorWindow* window) {
   std::string error;
   auto session = DocumentSession::Open(path, &error);
   if (session == nullptr) return window->ShowMessage(error, Gtk::MessageType::ERROR);
@@ -142,7 +142,7 @@ void EditorApplication::OpenDocument(std::string const& path, EditorWindow* wind
   }
 }
 
-void EditorApplication::NoteUse(std::string const& path) {
+void EditorApplication::NoteUse(const std::string& path) {
   Gtk::RecentManager::get_default()->add_item(Gio::File::create_for_path(path)->get_uri());
 }
 
@@ -150,9 +150,9 @@ void EditorApplication::NoteUse(std::string const& path) {
 void EditorApplication::ShowRecent() {
   std::vector<Glib::RefPtr<Gtk::RecentInfo>> items = Gtk::RecentManager::get_default()->get_items();
   std::sort(items.begin(), items.end(),
-            [](auto const& a, auto const& b) { return TimeOfUse(*a.get()) > TimeOfUse(*b.get()); });
+            [](const auto& a, const auto& b) { return TimeOfUse(*a.get()) > TimeOfUse(*b.get()); });
   menus_.recent->remove_all();
-  for (auto const& item : items) {
+  for (const auto& item : items) {
     const std::string path = Gio::File::create_for_uri(item->get_uri())->get_path();
     if (!path.ends_with(kDocumentExtension) || !item->exists()) continue;
     auto entry = Gio::MenuItem::create(item->get_display_name(), "");
@@ -162,7 +162,7 @@ void EditorApplication::ShowRecent() {
   }
 }
 
-void EditorApplication::LoadBundle(std::string const& path, EditorWindow* window) {
+void EditorApplication::LoadBundle(const std::string& path, EditorWindow* window) {
   std::string error;
   if (!bundles_->Load(path, &error)) return window->ShowMessage(error, Gtk::MessageType::ERROR);
   for (Gtk::Window* other : get_windows()) {
@@ -171,7 +171,7 @@ void EditorApplication::LoadBundle(std::string const& path, EditorWindow* window
   window->ShowMessage(TrWith("Loaded the bundle %s.", path));
 }
 
-void EditorApplication::ShowUndoTitles(std::string const& undo, std::string const& redo) {
+void EditorApplication::ShowUndoTitles(const std::string& undo, const std::string& redo) {
   if (menus_.undo == nullptr) return;
   menus_.undo->remove_all();
   menus_.undo->append(undo, "win.undo");
@@ -186,7 +186,7 @@ void EditorApplication::Quit() {
 
 // What a crash left, one document after the other.
 void EditorApplication::OfferRecovery(EditorWindow* window) {
-  for (RecoveryFile const& found : FindRecoveries()) {
+  for (const RecoveryFile& found : FindRecoveries()) {
     const std::string name = found.original.empty() ? Tr("Untitled") : found.original;
     window->AskToRecover(name, [this, found, window](bool recover) {
       std::string error;

@@ -13,20 +13,20 @@ namespace host {
 class EditorApplication : public Gtk::Application {
  public:
   /// The bundles outlive the application.
-  EditorApplication(EditorApplication const&) = delete;
-  EditorApplication& operator=(EditorApplication const&) = delete;
+  EditorApplication(const EditorApplication&) = delete;
+  EditorApplication& operator=(const EditorApplication&) = delete;
   static Glib::RefPtr<EditorApplication> Create(BundleSet* bundles);
 
   /// Opens a document, in the window if that is untouched, else in a new one. Says in `window` what went wrong.
-  void OpenDocument(std::string const& path, EditorWindow* window);
+  void OpenDocument(const std::string& path, EditorWindow* window);
   /// Puts a document among those that were used last.
-  static void NoteUse(std::string const& path);
+  static void NoteUse(const std::string& path);
   /// What the menus say of undoing: "Undo Move". The active window's.
-  void ShowUndoTitles(std::string const& undo, std::string const& redo);
+  void ShowUndoTitles(const std::string& undo, const std::string& redo);
   /// The objects that were copied last, for all windows.
   static std::string& Clipboard();
   /// Loads a bundle and tells `window` what became of it.
-  void LoadBundle(std::string const& path, EditorWindow* window);
+  void LoadBundle(const std::string& path, EditorWindow* window);
 
   ~EditorApplication() override;
 
@@ -35,7 +35,7 @@ class EditorApplication : public Gtk::Application {
 
   void on_startup() override;
   void on_activate() override;
-  void on_open(type_vec_files const& files, Glib::ustring const& hint) override;
+  void on_open(const type_vec_files& files, const Glib::ustring& hint) override;
 
  private:
   EditorWindow* NewWindow(std::unique_ptr<DocumentSession> session);

@@ -17,13 +17,13 @@ constexpr char kExtension[] = ".akd";
 enum Answer : int { kSave = 1, kDiscard = 2, kOverwrite = 3 };
 
 // A question in front of the window; the answer comes later.
-void Ask(Gtk::Window& window, std::string const& question, std::string const& details,
-         std::vector<std::pair<std::string, int>> const& answers, std::function<void(int)> const& then) {
+void Ask(Gtk::Window& window, const std::string& question, const std::string& details,
+         const std::vector<std::pair<std::string, int>>& answers, const std::function<void(int)>& then) {
   auto* const dialog =
       new Gtk::MessageDialog(window, question, false, Gtk::MessageType::QUESTION, Gtk::ButtonsType::NONE, true);
   dialog->set_secondary_text(details);
   dialog->add_button(Tr("_Cancel"), Gtk::ResponseType::CANCEL);
-  for (auto const& [text, answer] : answers) dialog->add_button(text, answer);
+  for (const auto& [text, answer] : answers) dialog->add_button(text, answer);
   dialog->set_default_response(answers.back().second);
   dialog->signal_response().connect([dialog, then](int answer) {
     dialog->hide();
@@ -33,14 +33,14 @@ void Ask(Gtk::Window& window, std::string const& question, std::string const& de
   dialog->show();
 }
 
-std::string FileName(std::string const& path) { return path.substr(path.rfind('/') + 1); }
+std::string FileName(const std::string& path) { return path.substr(path.rfind('/') + 1); }
 
 }  // namespace
 
-void EditorWindow::ChooseFile(std::string const& title, std::vector<std::pair<std::string, std::string>> const& kinds,
-                              std::function<void(std::string const&)> const& then) {
+void EditorWindow::ChooseFile(const std::string& title, const std::vector<std::pair<std::string, std::string>>& kinds,
+                              const std::function<void(const std::string&)>& then) {
   chooser_ = Gtk::FileChooserNative::create(title, *this, Gtk::FileChooser::Action::OPEN, Tr("_Open"), Tr("_Cancel"));
-  for (auto const& [name, pattern] : kinds) {
+  for (const auto& [name, pattern] : kinds) {
     auto filter = Gtk::FileFilter::create();
     filter->set_name(name);
     filter->add_pattern(pattern);
@@ -56,14 +56,14 @@ void EditorWindow::ChooseFile(std::string const& title, std::vector<std::pair<st
 
 void EditorWindow::ChooseDocument() {
   ChooseFile(Tr("Open Document"), {{Tr("Documents"), "*.akd"}, {Tr("All Files"), "*"}},
-             [this](std::string const& path) {
+             [this](const std::string& path) {
                if (const auto application = std::dynamic_pointer_cast<EditorApplication>(get_application())) {
                  application->OpenDocument(path, this);
                }
              });
 }
 
-void EditorWindow::Save(std::function<void()> const& then) {
+void EditorWindow::Save(const std::function<void()>& then) {
   FinishTyping();
   if (session_->Path().empty()) return SaveAs(then);
   if (session_->IsFileChangedOutside()) return AskToOverwrite(then);
@@ -73,7 +73,7 @@ void EditorWindow::Save(std::function<void()> const& then) {
   then();
 }
 
-void EditorWindow::AskToOverwrite(std::function<void()> const& then) {
+void EditorWindow::AskToOverwrite(const std::function<void()>& then) {
   const bool isThere = Glib::file_test(session_->Path(), Glib::FileTest::EXISTS);
   Ask(*this, isThere ? Tr("The file was changed by another program.") : Tr("The file is not there any more."),
       isThere ? Tr("Saving replaces it by this document; Save As keeps both.")
@@ -87,7 +87,7 @@ void EditorWindow::AskToOverwrite(std::function<void()> const& then) {
       });
 }
 
-void EditorWindow::SaveAs(std::function<void()> const& then) {
+void EditorWindow::SaveAs(const std::function<void()>& then) {
   FinishTyping();
   chooser_ = Gtk::FileChooserNative::create(Tr("Save Document"), *this, Gtk::FileChooser::Action::SAVE, Tr("_Save"),
                                             Tr("_Cancel"));
@@ -101,7 +101,7 @@ void EditorWindow::SaveAs(std::function<void()> const& then) {
   chooser_->show();
 }
 
-void EditorWindow::SaveTo(std::string const& path, std::function<void()> const& then) {
+void EditorWindow::SaveTo(const std::string& path, const std::function<void()>& then) {
   const bool named = FileName(path).find('.') != std::string::npos;
   std::string error;
   if (!session_->SaveAs(named ? path : path + kExtension, &error)) {
@@ -112,7 +112,7 @@ void EditorWindow::SaveTo(std::string const& path, std::function<void()> const& 
   then();
 }
 
-void EditorWindow::AskToKeepChanges(std::function<void()> const& then) {
+void EditorWindow::AskToKeepChanges(const std::function<void()>& then) {
   FinishTyping();
   if (!session_->HasUnsavedChanges()) return then();
   const std::string name = session_->Path().empty() ? Tr("Untitled") : FileName(session_->Path());
@@ -123,7 +123,7 @@ void EditorWindow::AskToKeepChanges(std::function<void()> const& then) {
       });
 }
 
-void EditorWindow::AskToRecover(std::string const& name, std::function<void(bool recover)> const& then) {
+void EditorWindow::AskToRecover(const std::string& name, const std::function<void(bool recover)>& then) {
   Ask(*this, TrWith("“%s” was not closed in good order. Recover it?", name),
       Tr("Its unsaved changes were kept. Cancel keeps them and asks again the next time."),
       {{Tr("_Discard"), kDiscard}, {Tr("_Recover"), kSave}}, [then](int answer) {
@@ -134,7 +134,7 @@ void EditorWindow::AskToRecover(std::string const& name, std::function<void(bool
 // The dialog closes itself.
 void EditorWindow::Export() {
   FinishTyping();
-  new ExportDialog(*this, *session_, [this](std::string const& text, bool done) {
+  new ExportDialog(*this, *session_, [this](const std::string& text, bool done) {
     ShowMessage(text, done ? Gtk::MessageType::INFO : Gtk::MessageType::ERROR);
   });
 }

@@ -27,12 +27,12 @@ namespace {
 constexpr int kPanelWidth = 260;
 constexpr unsigned int kAutosaveSeconds = 5;
 
-std::string FileName(std::string const& path) {
+std::string FileName(const std::string& path) {
   const std::size_t slash = path.rfind('/');
   return slash == std::string::npos ? path : path.substr(slash + 1);
 }
 
-bool CanBeMade(RegisteredClass const& entry) { return entry.fromBundle && entry.record->constructor != nullptr; }
+bool CanBeMade(const RegisteredClass& entry) { return entry.fromBundle && entry.record->constructor != nullptr; }
 
 }  // namespace
 
@@ -88,7 +88,7 @@ void EditorWindow::SetSession(std::unique_ptr<DocumentSession> session) {
   autosave_.disconnect();
   recovery_.reset();
   canvas_.SetSession(nullptr);
-  for (auto const& panel : panels_) panel->SetSession(nullptr);
+  for (const auto& panel : panels_) panel->SetSession(nullptr);
   if (session_ != nullptr) session_->RemoveObserver(this);
   session_ = std::move(session);
   if (session_ == nullptr) return;
@@ -103,14 +103,14 @@ void EditorWindow::SetSession(std::unique_ptr<DocumentSession> session) {
       kAutosaveSeconds);
   recovery_->Update();  // a document that was recovered has unsaved changes already
   canvas_.SetSession(session_.get());
-  for (auto const& panel : panels_) panel->SetSession(session_.get());
+  for (const auto& panel : panels_) panel->SetSession(session_.get());
   UpdateTitle();
   UpdateActions();
 }
 
 bool EditorWindow::IsUntouched() const { return session_->Path().empty() && session_->Steps().Count() == 0; }
 
-void EditorWindow::ShowMessage(std::string const& text, Gtk::MessageType type) {
+void EditorWindow::ShowMessage(const std::string& text, Gtk::MessageType type) {
   messageText_.set_text(text);
   message_.set_message_type(type);
   message_.set_revealed(true);
@@ -126,8 +126,8 @@ Gtk::Widget* EditorWindow::MakeCanvasArea() {
   grid->attach(*vertical, 2, 1);
   grid->attach(*horizontal, 1, 2);
   canvas_.SignalViewChanged().connect([this] { UpdateZoom(); });
-  canvas_.SignalMessage().connect([this](std::string const& text) { ShowMessage(text, Gtk::MessageType::WARNING); });
-  canvas_.SignalPointer().connect([this](AGPoint const& map) {
+  canvas_.SignalMessage().connect([this](const std::string& text) { ShowMessage(text, Gtk::MessageType::WARNING); });
+  canvas_.SignalPointer().connect([this](const AGPoint& map) {
     horizontalRuler_.SetPointer(map);
     verticalRuler_.SetPointer(map);
     char text[64];
@@ -156,7 +156,7 @@ void EditorWindow::AddPanels(Gtk::Box* side) {
     expander->set_child(*named.panel);
     side->append(*expander);
     named.panel->SignalMessage().connect(
-        [this](std::string const& text) { ShowMessage(text, Gtk::MessageType::WARNING); });
+        [this](const std::string& text) { ShowMessage(text, Gtk::MessageType::WARNING); });
     panels_.push_back(std::move(named.panel));
   }
 }
@@ -166,13 +166,13 @@ void EditorWindow::UpdateClasses() {
   while (Gtk::Widget* child = tools_.get_first_child()) tools_.remove(*child);
   toolButtons_.clear();
   AddTool(Tr("Select"), std::nullopt);
-  for (RegisteredClass const& entry : Host::Instance().Classes().Classes()) {
+  for (const RegisteredClass& entry : Host::Instance().Classes().Classes()) {
     if (CanBeMade(entry)) AddTool(DisplayText(DisplayName(*entry.record)), entry.record->classID);
   }
   ShowTool();
 }
 
-void EditorWindow::AddTool(std::string const& name, std::optional<AKClassID> classID) {
+void EditorWindow::AddTool(const std::string& name, std::optional<AKClassID> classID) {
   auto* const button = Gtk::make_managed<Gtk::ToggleButton>(name);
   button->set_focus_on_click(false);
   button->signal_clicked().connect([this, classID] { canvas_.SetNewClass(classID); });
@@ -181,7 +181,7 @@ void EditorWindow::AddTool(std::string const& name, std::optional<AKClassID> cla
 }
 
 void EditorWindow::ShowTool() {
-  for (auto const& [button, classID] : toolButtons_) button->set_active(classID == canvas_.NewClass());
+  for (const auto& [button, classID] : toolButtons_) button->set_active(classID == canvas_.NewClass());
 }
 
 void EditorWindow::UpdateTitle() {
@@ -200,7 +200,7 @@ void EditorWindow::UpdateZoom() {
 void EditorWindow::AddDropTarget() {
   auto target = Gtk::DropTarget::create(GDK_TYPE_FILE_LIST, Gdk::DragAction::COPY);
   target->signal_drop().connect(
-      [this](Glib::ValueBase const& value, double, double) {
+      [this](const Glib::ValueBase& value, double, double) {
         auto* list = static_cast<GSList*>(g_value_get_boxed(value.gobj()));
         for (; list != nullptr; list = list->next) {
           char* path = g_file_get_path(static_cast<GFile*>(list->data));
@@ -213,7 +213,7 @@ void EditorWindow::AddDropTarget() {
   add_controller(target);
 }
 
-void EditorWindow::OpenDropped(std::string const& path) {
+void EditorWindow::OpenDropped(const std::string& path) {
   const auto application = std::dynamic_pointer_cast<EditorApplication>(get_application());
   if (application == nullptr) return;
   if (path.ends_with(".so")) {

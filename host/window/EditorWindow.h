@@ -20,8 +20,8 @@ namespace host {
 class EditorWindow : public Gtk::ApplicationWindow, public SessionObserver {
  public:
   explicit EditorWindow(std::unique_ptr<DocumentSession> session);
-  EditorWindow(EditorWindow const&) = delete;
-  EditorWindow& operator=(EditorWindow const&) = delete;
+  EditorWindow(const EditorWindow&) = delete;
+  EditorWindow& operator=(const EditorWindow&) = delete;
   ~EditorWindow() override;
 
   DocumentSession& Session() { return *session_; }
@@ -30,11 +30,11 @@ class EditorWindow : public Gtk::ApplicationWindow, public SessionObserver {
   /// True when the window shows a new document that was never changed.
   bool IsUntouched() const;
   /// Says something that needs no answer, above the canvas.
-  void ShowMessage(std::string const& text, Gtk::MessageType type = Gtk::MessageType::INFO);
+  void ShowMessage(const std::string& text, Gtk::MessageType type = Gtk::MessageType::INFO);
   /// Calls `then` when the document may go: it has no unsaved changes, was saved, or the user gives them up.
-  void AskToKeepChanges(std::function<void()> const& then);
+  void AskToKeepChanges(const std::function<void()>& then);
   /// Asks whether a document that a crash left is to be recovered or discarded; without an answer `then` is not called.
-  void AskToRecover(std::string const& name, std::function<void(bool recover)> const& then);
+  void AskToRecover(const std::string& name, const std::function<void(bool recover)>& then);
   /// The classes that can be made are others now.
   void UpdateClasses();
 
@@ -48,21 +48,21 @@ class EditorWindow : public Gtk::ApplicationWindow, public SessionObserver {
   bool on_close_request() override;
 
  private:
-  using Edit = std::function<bool(ObjectIDs const&, std::string*)>;
+  using Edit = std::function<bool(const ObjectIDs&, std::string*)>;
 
   void AddActions();
   /// An action that ends a burst of changes first.
-  void AddCommand(char const* name, std::function<void()> const& command);
+  void AddCommand(const char* name, const std::function<void()>& command);
   /// What stands in a number field without having been taken over is.
   void FinishTyping();
   void AddFileActions();
   void AddEditActions();
   void AddViewActions();
-  void AddEdit(char const* name, Edit edit);
+  void AddEdit(const char* name, Edit edit);
   void AddPanels(Gtk::Box* side);
   Gtk::Widget* MakeCanvasArea();
   Gtk::Widget* MakeStatusLine();
-  void AddTool(std::string const& name, std::optional<AKClassID> classID);
+  void AddTool(const std::string& name, std::optional<AKClassID> classID);
   void ShowTool();
   void AddDropTarget();
   void WatchMenus(Gtk::Widget* part);
@@ -70,21 +70,21 @@ class EditorWindow : public Gtk::ApplicationWindow, public SessionObserver {
   void UpdateActions();
   void UpdateTitle();
   void UpdateZoom();
-  void SetEnabled(char const* action, bool enabled);
-  void Do(bool done, std::string const& error);
+  void SetEnabled(const char* action, bool enabled);
+  void Do(bool done, const std::string& error);
 
   /// `kinds` are names and patterns of files.
-  void ChooseFile(std::string const& title, std::vector<std::pair<std::string, std::string>> const& kinds,
-                  std::function<void(std::string const&)> const& then);
-  void Save(std::function<void()> const& then);
-  void SaveAs(std::function<void()> const& then);
-  void SaveTo(std::string const& path, std::function<void()> const& then);
-  void AskToOverwrite(std::function<void()> const& then);
+  void ChooseFile(const std::string& title, const std::vector<std::pair<std::string, std::string>>& kinds,
+                  const std::function<void(const std::string&)>& then);
+  void Save(const std::function<void()>& then);
+  void SaveAs(const std::function<void()>& then);
+  void SaveTo(const std::string& path, const std::function<void()>& then);
+  void AskToOverwrite(const std::function<void()>& then);
   void Export();
   void ChooseDocument();
   void CopySelection(bool cut);
   void PasteClipboard();
-  void OpenDropped(std::string const& path);
+  void OpenDropped(const std::string& path);
 
   std::unique_ptr<DocumentSession> session_;
   std::unique_ptr<Recovery> recovery_;  ///< of the session

@@ -6,7 +6,7 @@
 
 namespace host {
 
-std::vector<MenuSection> const& MenuSections() {
+const std::vector<MenuSection>& MenuSections() {
   static const std::vector<MenuSection> sections = {
       {N_("_File"), {{N_("_New"), "app.new", {"<Control>n"}}, {N_("_Open…"), "win.open", {"<Control>o"}}}},
       {nullptr,
@@ -64,13 +64,13 @@ Menus MakeMenus() {
   Menus menus;
   menus.bar = Gio::Menu::create();
   Glib::RefPtr<Gio::Menu> submenu;
-  for (MenuSection const& section : MenuSections()) {
+  for (const MenuSection& section : MenuSections()) {
     if (section.title != nullptr) {
       submenu = Gio::Menu::create();
       menus.bar->append_submenu(Tr(section.title), submenu);
     }
     auto entries = Gio::Menu::create();
-    for (ActionKeys const& entry : section.entries) {
+    for (const ActionKeys& entry : section.entries) {
       const auto item = Gio::MenuItem::create(Tr(entry.title), entry.action);
       if (entry.canvasKey != nullptr) {
         item->set_attribute_value("accel", Glib::Variant<Glib::ustring>::create(entry.canvasKey));
@@ -87,14 +87,14 @@ Menus MakeMenus() {
 }
 
 void SetKeys(Gtk::Application& application) {
-  for (MenuSection const& section : MenuSections()) {
-    for (ActionKeys const& entry : section.entries) {
+  for (const MenuSection& section : MenuSections()) {
+    for (const ActionKeys& entry : section.entries) {
       if (!entry.keys.empty()) application.set_accels_for_action(entry.action, {entry.keys.begin(), entry.keys.end()});
     }
   }
 }
 
-std::string ShownKey(ActionKeys const& entry) {
+std::string ShownKey(const ActionKeys& entry) {
   if (entry.keys.empty() && entry.canvasKey == nullptr) return {};
   guint key = 0;
   Gdk::ModifierType modifiers{};

@@ -10,19 +10,19 @@
 namespace host {
 
 struct ActionKeys {
-  char const* title;   ///< as in the menus, not translated
-  char const* action;  ///< with its group: "win.undo"
-  std::vector<char const*> keys;
-  char const* canvasKey = nullptr;  ///< shown in the menu; the canvas takes it itself, since fields need it for text
+  const char* title;   ///< as in the menus, not translated
+  const char* action;  ///< with its group: "win.undo"
+  std::vector<const char*> keys;
+  const char* canvasKey = nullptr;  ///< shown in the menu; the canvas takes it itself, since fields need it for text
 };
 
 struct MenuSection {
-  char const* title;  ///< of the submenu that the section begins; null to go on in the same one
+  const char* title;  ///< of the submenu that the section begins; null to go on in the same one
   std::vector<ActionKeys> entries;
 };
 
 /// All menus in order: the sections of a submenu follow each other.
-std::vector<MenuSection> const& MenuSections();
+const std::vector<MenuSection>& MenuSections();
 
 struct Menus {
   Glib::RefPtr<Gio::Menu> bar;
@@ -32,6 +32,6 @@ struct Menus {
 Menus MakeMenus();
 void SetKeys(Gtk::Application& application);
 /// "<Control>z" as "Ctrl+Z", the first of an action's keys or that of the canvas; empty when it has none.
-std::string ShownKey(ActionKeys const& entry);
+std::string ShownKey(const ActionKeys& entry);
 
 }  // namespace host

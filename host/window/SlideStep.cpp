@@ -22,7 +22,7 @@ Burst& TheBurst() {
 
 }  // namespace
 
-void SlideStep::Continue(DocumentSession* session, std::string const& what) {
+void SlideStep::Continue(DocumentSession* session, const std::string& what) {
   Burst& burst = TheBurst();
   if (burst.session != session->Serial() || burst.what != what) {
     End();

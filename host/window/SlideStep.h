@@ -13,7 +13,7 @@ class DocumentSession;
 class SlideStep {
  public:
   /// To be called before each change. `what` tells bursts apart; another one begins a step of its own.
-  static void Continue(DocumentSession* session, std::string const& what);
+  static void Continue(DocumentSession* session, const std::string& what);
   static void End();
 };
 

@@ -19,7 +19,7 @@ namespace {
 constexpr int kPanelWidth = 240;  // of a panel that leaves it to the host
 
 // "akd;png" as one filter; empty for all files.
-void AddFilter(Gtk::FileChooserNative& chooser, std::string const& extensions) {
+void AddFilter(Gtk::FileChooserNative& chooser, const std::string& extensions) {
   if (extensions.empty()) return;
   auto filter = Gtk::FileFilter::create();
   filter->set_name(extensions);
@@ -43,15 +43,15 @@ struct WindowInterface::Dialog {
 WindowInterface::WindowInterface() = default;
 WindowInterface::~WindowInterface() = default;
 
-bool WindowInterface::ChooseFileToSave(AKFilePath* path, std::string const& title, std::string const& filter) {
+bool WindowInterface::ChooseFileToSave(AKFilePath* path, const std::string& title, const std::string& filter) {
   return ChooseFile(true, path, title, filter);
 }
 
-bool WindowInterface::ChooseFileToOpen(AKFilePath* path, std::string const& title, std::string const& filter) {
+bool WindowInterface::ChooseFileToOpen(AKFilePath* path, const std::string& title, const std::string& filter) {
   return ChooseFile(false, path, title, filter);
 }
 
-bool WindowInterface::ChooseFile(bool save, AKFilePath* path, std::string const& title, std::string const& filter) {
+bool WindowInterface::ChooseFile(bool save, AKFilePath* path, const std::string& title, const std::string& filter) {
   const auto action = save ? Gtk::FileChooser::Action::SAVE : Gtk::FileChooser::Action::OPEN;
   const auto chooser = Gtk::FileChooserNative::create(title, action, save ? Tr("_Save") : Tr("_Open"), Tr("_Cancel"));
   if (parent_ != nullptr) chooser->set_transient_for(*parent_);
@@ -75,7 +75,7 @@ bool WindowInterface::ChooseFile(bool save, AKFilePath* path, std::string const&
   return true;
 }
 
-bool WindowInterface::ShowProgress(double fraction, std::string const& text) {
+bool WindowInterface::ShowProgress(double fraction, const std::string& text) {
   if (fraction > 1) {
     progress_.reset();
     return false;
@@ -84,7 +84,7 @@ bool WindowInterface::ShowProgress(double fraction, std::string const& text) {
   return !progress_->Update(fraction, text);
 }
 
-int WindowInterface::RunDialog(HostPanel& panel, std::function<int(AKGUIEvent&)> const& send) {
+int WindowInterface::RunDialog(HostPanel& panel, const std::function<int(AKGUIEvent&)>& send) {
   Gtk::Window window;
   window.set_title(DisplayText(panel.GetPanelTitle()));
   window.set_modal(true);
@@ -92,7 +92,7 @@ int WindowInterface::RunDialog(HostPanel& panel, std::function<int(AKGUIEvent&)>
   Dialog dialog{&panel, Glib::MainLoop::create(), 0, dialog_};
   dialog_ = &dialog;
   PanelWidget* shown = nullptr;
-  PanelWidget widget(panel, [&](unsigned int controlID, ControlWidget::SetValue const& set, bool) {
+  PanelWidget widget(panel, [&](unsigned int controlID, const ControlWidget::SetValue& set, bool) {
     set(panel.Wrapper(), controlID);
     AKGUIEvent event;
     event.kind = AKGUIEvent::kControlChanged;

@@ -16,23 +16,23 @@ class ProgressWindow;
 class WindowInterface final : public UserInterface {
  public:
   WindowInterface();
-  WindowInterface(WindowInterface const&) = delete;
-  WindowInterface& operator=(WindowInterface const&) = delete;
+  WindowInterface(const WindowInterface&) = delete;
+  WindowInterface& operator=(const WindowInterface&) = delete;
   ~WindowInterface() override;
 
   /// Questions are asked in front of this window; null for none.
   void SetParent(Gtk::Window* parent) { parent_ = parent; }
 
-  bool ChooseFileToSave(AKFilePath* path, std::string const& title, std::string const& filter) override;
-  bool ChooseFileToOpen(AKFilePath* path, std::string const& title, std::string const& filter) override;
-  bool ShowProgress(double fraction, std::string const& text) override;
-  int RunDialog(HostPanel& panel, std::function<int(AKGUIEvent&)> const& send) override;
+  bool ChooseFileToSave(AKFilePath* path, const std::string& title, const std::string& filter) override;
+  bool ChooseFileToOpen(AKFilePath* path, const std::string& title, const std::string& filter) override;
+  bool ShowProgress(double fraction, const std::string& text) override;
+  int RunDialog(HostPanel& panel, const std::function<int(AKGUIEvent&)>& send) override;
   void CloseDialog(HostPanel& panel, int result) override;
 
  private:
   struct Dialog;
 
-  bool ChooseFile(bool save, AKFilePath* path, std::string const& title, std::string const& filter);
+  bool ChooseFile(bool save, AKFilePath* path, const std::string& title, const std::string& filter);
 
   Gtk::Window* parent_ = nullptr;
   std::unique_ptr<ProgressWindow> progress_;

@@ -10,49 +10,49 @@ namespace {
 
 bool HasEntry(std::size_t offset) { return gAKWrap != nullptr && AKHostTableWord(gAKWrap, offset) != 0; }
 
-int CallFileDialog(std::size_t offset, AKFilePath& path, AKString const& first, AKString const& second) {
+int CallFileDialog(std::size_t offset, AKFilePath& path, const AKString& first, const AKString& second) {
   if (!HasEntry(offset)) return 0;
-  return AKHostCallPlain<int, AKFilePath&, AKString const&, AKString const&>(gAKWrap, offset, path, first, second);
+  return AKHostCallPlain<int, AKFilePath&, const AKString&, const AKString&>(gAKWrap, offset, path, first, second);
 }
 
 }  // namespace
 
-int NKGetApplicationProperty(AKString const& key, AKValue* out) {
+int NKGetApplicationProperty(const AKString& key, AKValue* out) {
   if (gAKWrap == nullptr) return -1;
-  return AKHostCallPlain<int, AKString const&, AKValue*>(gAKWrap, kAKServiceApplicationProperty, key, out);
+  return AKHostCallPlain<int, const AKString&, AKValue*>(gAKWrap, kAKServiceApplicationProperty, key, out);
 }
 
-AKFilePath const& NKGetStandardPath(unsigned int kind) {
+const AKFilePath& NKGetStandardPath(unsigned int kind) {
   if (gAKWrap == nullptr) return kAKNullFilePath;
-  return AKHostCallPlain<AKFilePath const&, unsigned int>(gAKWrap, kAKServiceStandardPath, kind);
+  return AKHostCallPlain<const AKFilePath&, unsigned int>(gAKWrap, kAKServiceStandardPath, kind);
 }
 
-AKFilePath NKGetStandardFilePath(unsigned int kind, AKString const& fileName) {
+AKFilePath NKGetStandardFilePath(unsigned int kind, const AKString& fileName) {
   AKFilePath path;
   path.SetPath(NKGetStandardPath(kind).Text());
   path.SetFileName(fileName);
   return path;
 }
 
-void NKLocaleSetDomain(char const* domain) {
-  if (gAKWrap != nullptr) AKHostCallPlain<void, char const*>(gAKWrap, kAKServiceLocaleSetDomain, domain);
+void NKLocaleSetDomain(const char* domain) {
+  if (gAKWrap != nullptr) AKHostCallPlain<void, const char*>(gAKWrap, kAKServiceLocaleSetDomain, domain);
 }
 
-char const* NKLocaleGetString(char const* text) {
+const char* NKLocaleGetString(const char* text) {
   if (gAKWrap == nullptr) return text;
-  return AKHostCallPlain<char const*, char const*>(gAKWrap, kAKServiceLocaleGetString, text);
+  return AKHostCallPlain<const char*, const char*>(gAKWrap, kAKServiceLocaleGetString, text);
 }
 
-int AKGUIDialogSaveFile(AKFilePath& path, AKString const& first, AKString const& second) {
+int AKGUIDialogSaveFile(AKFilePath& path, const AKString& first, const AKString& second) {
   return CallFileDialog(kAKServiceDialogSaveFile, path, first, second);
 }
 
-int AKGUIDialogOpenFile(AKFilePath& path, AKString const& first, AKString const& second) {
+int AKGUIDialogOpenFile(AKFilePath& path, const AKString& first, const AKString& second) {
   return CallFileDialog(kAKServiceDialogOpenFile, path, first, second);
 }
 
-int AKGUIWindowProgress(unsigned int command, double fraction, AKString const& text) {
+int AKGUIWindowProgress(unsigned int command, double fraction, const AKString& text) {
   if (!HasEntry(kAKServiceWindowProgress)) return 0;
-  return AKHostCallPlain<int, unsigned int, double, AKString const&>(gAKWrap, kAKServiceWindowProgress, command,
+  return AKHostCallPlain<int, unsigned int, double, const AKString&>(gAKWrap, kAKServiceWindowProgress, command,
                                                                      fraction, text);
 }

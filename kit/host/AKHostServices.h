@@ -28,19 +28,19 @@ enum AKHostServiceOffset : unsigned int {
 };
 
 /// The host's status; -1 without a host.
-int NKGetApplicationProperty(AKString const& key, AKValue* out);
+int NKGetApplicationProperty(const AKString& key, AKValue* out);
 
 /// The path of a kind that the host numbers, owned by the host; kAKNullFilePath without a host.
-AKFilePath const& NKGetStandardPath(unsigned int kind);
+const AKFilePath& NKGetStandardPath(unsigned int kind);
 /// The standard path of `kind` with `fileName` as its file name.
-AKFilePath NKGetStandardFilePath(unsigned int kind, AKString const& fileName);
+AKFilePath NKGetStandardFilePath(unsigned int kind, const AKString& fileName);
 
 /// Sets the domain of the lookups that follow; each caller sets its own right before them.
-void NKLocaleSetDomain(char const* domain);
+void NKLocaleSetDomain(const char* domain);
 /// The host's translation (borrowed from the host), or `text` itself without a host.
-char const* NKLocaleGetString(char const* text);
+const char* NKLocaleGetString(const char* text);
 
 /// The host's result; 0 without a host or without that dialog. `path` goes in and comes back.
-int AKGUIDialogSaveFile(AKFilePath& path, AKString const& first, AKString const& second);
-int AKGUIDialogOpenFile(AKFilePath& path, AKString const& first, AKString const& second);
-int AKGUIWindowProgress(unsigned int command, double fraction, AKString const& text);
+int AKGUIDialogSaveFile(AKFilePath& path, const AKString& first, const AKString& second);
+int AKGUIDialogOpenFile(AKFilePath& path, const AKString& first, const AKString& second);
+int AKGUIWindowProgress(unsigned int command, double fraction, const AKString& text);

@@ -16,7 +16,7 @@ unsigned int sMuteCount = 0;
 char sLineBuffer[kLineBufferSize];
 
 // Errno 1 to 32. The texts and numbers are fixed; the system's own catalogue is not asked.
-constexpr char const* kErrnoNames[] = {
+constexpr const char* kErrnoNames[] = {
     "EPERM: Operation not permitted",
     "ENOENT: No such file or directory",
     "ESRCH: No such process",
@@ -53,11 +53,11 @@ constexpr char const* kErrnoNames[] = {
 constexpr int kErrnoNameCount = sizeof(kErrnoNames) / sizeof(kErrnoNames[0]);
 static_assert(kErrnoNameCount == 32);
 
-char const* ErrnoName(int number) {
+const char* ErrnoName(int number) {
   return number >= 1 && number <= kErrnoNameCount ? kErrnoNames[number - 1] : "UNKNOWN";
 }
 
-bool HasText(char const* format) { return format != nullptr && format[0] != '\0'; }
+bool HasText(const char* format) { return format != nullptr && format[0] != '\0'; }
 
 bool MayDeliver() { return sMessageProc != nullptr && (sThreadSafe || AKIsMainThread()); }
 
@@ -67,7 +67,7 @@ class LineBuilder {
   LineBuilder() { sLineBuffer[0] = '\0'; }
 
   /// False when the text did not fit or could not be formatted: what fitted stays.
-  bool Append(char const* format, va_list arguments) {
+  bool Append(const char* format, va_list arguments) {
     const unsigned int room = kLineBufferSize - length_;
     const int needed = std::vsnprintf(sLineBuffer + length_, room, format, arguments);
     if (needed < 0) {
@@ -82,7 +82,7 @@ class LineBuilder {
     return true;
   }
 
-  AK_PRINTF_FORMAT(2, 3) bool Appendf(char const* format, ...) {
+  AK_PRINTF_FORMAT(2, 3) bool Appendf(const char* format, ...) {
     va_list arguments;
     va_start(arguments, format);
     const bool complete = Append(format, arguments);
@@ -100,7 +100,7 @@ class LineBuilder {
   unsigned int length_ = 0;
 };
 
-void BuildStatusLine(LineBuilder* line, int status, int errorNumber, char const* format, va_list arguments) {
+void BuildStatusLine(LineBuilder* line, int status, int errorNumber, const char* format, va_list arguments) {
   line->Appendf("# %s %s %d", "AKLib", status < 0 ? "Error" : "Warning", status);
   if (HasText(format) && !(line->Appendf(": ") && line->Append(format, arguments))) return;
   if (line->HasRoom()) line->Appendf(".");
@@ -110,7 +110,7 @@ void BuildStatusLine(LineBuilder* line, int status, int errorNumber, char const*
   if (line->HasRoom()) line->Appendf("\n");
 }
 
-void WriteStatusLine(int status, int errorNumber, char const* format, va_list arguments) {
+void WriteStatusLine(int status, int errorNumber, const char* format, va_list arguments) {
   if (sMuteCount != 0 || !MayDeliver()) return;
   LineBuilder line;
   BuildStatusLine(&line, status, errorNumber, format, arguments);
@@ -124,7 +124,7 @@ void AKSetCustomLogMessageProc(AKLogMessageProc proc, bool threadSafe) {
   sThreadSafe = proc != nullptr && threadSafe;
 }
 
-void AKLog(char const* format, ...) {
+void AKLog(const char* format, ...) {
   if (!MayDeliver()) return;
   LineBuilder line;
   if (!HasText(format)) return;
@@ -135,14 +135,14 @@ void AKLog(char const* format, ...) {
   LineBuilder::Deliver();
 }
 
-void AKLogWarning(int status, char const* format, ...) {
+void AKLogWarning(int status, const char* format, ...) {
   va_list arguments;
   va_start(arguments, format);
   WriteStatusLine(status, 0, format, arguments);
   va_end(arguments);
 }
 
-int AKLogError(int status, char const* format, ...) {
+int AKLogError(int status, const char* format, ...) {
   va_list arguments;
   va_start(arguments, format);
   WriteStatusLine(status, 0, format, arguments);
@@ -150,7 +150,7 @@ int AKLogError(int status, char const* format, ...) {
   return status < 0 ? status : 0;
 }
 
-int AKLogErrorWithErrno(int status, char const* format, ...) {
+int AKLogErrorWithErrno(int status, const char* format, ...) {
   const int errorNumber = errno;
   va_list arguments;
   va_start(arguments, format);
@@ -167,8 +167,8 @@ unsigned int AKLogErrorUnmute() {
   return sMuteCount;
 }
 
-char const* AKGetStatusRawName(int) { return ""; }
+const char* AKGetStatusRawName(int) { return ""; }
 
-void AKLogDebug(char const*, char const*, ...) {}
-void AKAssert(char const*, char const*, int, bool, char const*) {}
-void AKAssertWarning(char const*, char const*, int, bool, char const*) {}
+void AKLogDebug(const char*, const char*, ...) {}
+void AKAssert(const char*, const char*, int, bool, const char*) {}
+void AKAssertWarning(const char*, const char*, int, bool, const char*) {}

@@ -6,22 +6,22 @@
 
 #define AK_PRINTF_FORMAT(format_index, first_argument) __attribute__((format(printf, format_index, first_argument)))
 
-using AKLogMessageProc = void (*)(char const*);
+using AKLogMessageProc = void (*)(const char*);
 
 /// Sets the procedure that receives finished lines (null silences the log). `threadSafe` counts only with a procedure.
 void AKSetCustomLogMessageProc(AKLogMessageProc proc, bool threadSafe);
 
 /// Writes a free-form line as formatted: no prefix, no full stop, no line end; muting does not touch it.
-void AKLog(char const* format, ...) AK_PRINTF_FORMAT(1, 2);
+void AKLog(const char* format, ...) AK_PRINTF_FORMAT(1, 2);
 
 /// Writes "# AKLib Warning STATUS: message." (or "Error" for a negative status).
-void AKLogWarning(int status, char const* format, ...) AK_PRINTF_FORMAT(2, 3);
+void AKLogWarning(int status, const char* format, ...) AK_PRINTF_FORMAT(2, 3);
 
 /// Writes an error line. Returns `status` when it is negative, else 0, whether or not a line was written.
-int AKLogError(int status, char const* format, ...) AK_PRINTF_FORMAT(2, 3);
+int AKLogError(int status, const char* format, ...) AK_PRINTF_FORMAT(2, 3);
 
 /// As AKLogError, and adds " (errno N: NAME)." when errno is not 0. The names are a fixed table with BSD numbering.
-int AKLogErrorWithErrno(int status, char const* format, ...) AK_PRINTF_FORMAT(2, 3);
+int AKLogErrorWithErrno(int status, const char* format, ...) AK_PRINTF_FORMAT(2, 3);
 
 /// Muting nests: warnings and errors stay silent until each mute has been undone.
 void AKLogErrorMute();
@@ -29,9 +29,9 @@ void AKLogErrorMute();
 unsigned int AKLogErrorUnmute();
 
 /// The empty string for every status.
-char const* AKGetStatusRawName(int status);
+const char* AKGetStatusRawName(int status);
 
 /// These do nothing; they stand where debugging builds of a host put their own.
-void AKLogDebug(char const* topic, char const* format, ...);
-void AKAssert(char const* file, char const* function, int line, bool condition, char const* message);
-void AKAssertWarning(char const* file, char const* function, int line, bool condition, char const* message);
+void AKLogDebug(const char* topic, const char* format, ...);
+void AKAssert(const char* file, const char* function, int line, bool condition, const char* message);
+void AKAssertWarning(const char* file, const char* function, int line, bool condition, const char* message);

@@ -11,7 +11,7 @@ constexpr std::size_t Entry(unsigned int index) { return std::size_t{index} * 8;
 
 void* AKClass::sWrapper = nullptr;
 
-AKClass::AKClass(AKClassInfo const& info, bool marked, AKClassQCast quickCastFunction)
+AKClass::AKClass(const AKClassInfo& info, bool marked, AKClassQCast quickCastFunction)
     : classID(info.classID),
       parentClassID(info.parentClassID),
       constructor(info.constructor),
@@ -25,19 +25,19 @@ AKClass::AKClass(AKClassInfo const& info, bool marked, AKClassQCast quickCastFun
   for (AKString& copy : names) copy = name;
 }
 
-int AKClass::ClassSetup(AKClassInfo const& info, unsigned int setupWord, AKClass** out) {
+int AKClass::ClassSetup(const AKClassInfo& info, unsigned int setupWord, AKClass** out) {
   if (sWrapper == nullptr) return -1;
-  return AKHostCallPlain<int, AKClassInfo const&, unsigned int, AKClass**>(sWrapper, Entry(4), info, setupWord, out);
+  return AKHostCallPlain<int, const AKClassInfo&, unsigned int, AKClass**>(sWrapper, Entry(4), info, setupWord, out);
 }
 
-void AKClass::SetClassName(AKClass* cls, AKString const& name, AKString const& second) {
+void AKClass::SetClassName(AKClass* cls, const AKString& name, const AKString& second) {
   if (sWrapper == nullptr) return;
-  AKHostCallPlain<void, AKClass*, AKString const&, AKString const&>(sWrapper, Entry(5), cls, name, second);
+  AKHostCallPlain<void, AKClass*, const AKString&, const AKString&>(sWrapper, Entry(5), cls, name, second);
 }
 
-void AKClass::SetClassComments(AKClass* cls, AKString const& text) {
+void AKClass::SetClassComments(AKClass* cls, const AKString& text) {
   if (sWrapper == nullptr) return;
-  AKHostCallPlain<void, AKClass*, AKString const&>(sWrapper, Entry(6), cls, text);
+  AKHostCallPlain<void, AKClass*, const AKString&>(sWrapper, Entry(6), cls, text);
 }
 
 void AKClass::AddInspectorGUIDesc(AKClass* cls, AKGUIDesc* panel) {
@@ -53,47 +53,47 @@ AKClass* AKClass::GetClassOfID(AKClassID id) {
   return sWrapper == nullptr ? nullptr : AKHostCallPlain<AKClass*, AKClassID>(sWrapper, Entry(13), id);
 }
 
-void AKClass::GetClassCollection(AKClassArray* out, AKClass const* cls, unsigned int selection) {
+void AKClass::GetClassCollection(AKClassArray* out, const AKClass* cls, unsigned int selection) {
   if (sWrapper == nullptr) return;
-  AKHostCallPlain<void, AKClassArray*, AKClass const*, unsigned int>(sWrapper, Entry(14), out, cls, selection);
+  AKHostCallPlain<void, AKClassArray*, const AKClass*, unsigned int>(sWrapper, Entry(14), out, cls, selection);
 }
 
-AKObject* AKClass::NewObjectWithArgs(AKContextObject const* context, AKClassID id, char const* format, va_list list) {
+AKObject* AKClass::NewObjectWithArgs(const AKContextObject* context, AKClassID id, const char* format, va_list list) {
   if (sWrapper == nullptr) return nullptr;
-  using Function = AKObject* (*)(AKContextObject const*, AKClassID, char const*, va_list);
+  using Function = AKObject* (*)(const AKContextObject*, AKClassID, const char*, va_list);
   return reinterpret_cast<Function>(AKHostTableWord(sWrapper, Entry(20)))(context, id, format, list);
 }
 
-AKObject* AKClass::NewObjectFromFile(AKContextObject const* context, AKFile const& file, unsigned int version) {
+AKObject* AKClass::NewObjectFromFile(const AKContextObject* context, const AKFile& file, unsigned int version) {
   if (sWrapper == nullptr) return nullptr;
-  return AKHostCallPlain<AKObject*, AKContextObject const*, AKFile const&, unsigned int>(sWrapper, Entry(21), context,
+  return AKHostCallPlain<AKObject*, const AKContextObject*, const AKFile&, unsigned int>(sWrapper, Entry(21), context,
                                                                                          file, version);
 }
 
-AKObject* AKClass::NewObjectFromDictionary(AKContextObject const* context, AKDictionary const& dictionary) {
+AKObject* AKClass::NewObjectFromDictionary(const AKContextObject* context, const AKDictionary& dictionary) {
   if (sWrapper == nullptr) return nullptr;
-  return AKHostCallPlain<AKObject*, AKContextObject const*, AKDictionary const&>(sWrapper, Entry(22), context,
+  return AKHostCallPlain<AKObject*, const AKContextObject*, const AKDictionary&>(sWrapper, Entry(22), context,
                                                                                  dictionary);
 }
 
-AKObject* AKClass::NewObjectFromOriginal(AKContextObject const* context, AKObject const* original) {
+AKObject* AKClass::NewObjectFromOriginal(const AKContextObject* context, const AKObject* original) {
   if (sWrapper == nullptr) return nullptr;
-  return AKHostCallPlain<AKObject*, AKContextObject const*, AKObject const*>(sWrapper, Entry(23), context, original);
+  return AKHostCallPlain<AKObject*, const AKContextObject*, const AKObject*>(sWrapper, Entry(23), context, original);
 }
 
-int AKClass::WriteObjectToFile(AKObject const* object, AKFile& file) {
+int AKClass::WriteObjectToFile(const AKObject* object, AKFile& file) {
   if (sWrapper == nullptr) return -1;
-  return AKHostCallPlain<int, AKObject const*, AKFile&>(sWrapper, Entry(24), object, file);
+  return AKHostCallPlain<int, const AKObject*, AKFile&>(sWrapper, Entry(24), object, file);
 }
 
-int AKClass::WriteObjectToDictionary(AKObject const* object, AKDictionary& dictionary) {
+int AKClass::WriteObjectToDictionary(const AKObject* object, AKDictionary& dictionary) {
   if (sWrapper == nullptr) return -1;
-  return AKHostCallPlain<int, AKObject const*, AKDictionary&>(sWrapper, Entry(25), object, dictionary);
+  return AKHostCallPlain<int, const AKObject*, AKDictionary&>(sWrapper, Entry(25), object, dictionary);
 }
 
-int AKClass::ReinitObjectFromFile(AKObject* object, AKFile const& file) {
+int AKClass::ReinitObjectFromFile(AKObject* object, const AKFile& file) {
   if (sWrapper == nullptr) return -1;
-  return AKHostCallPlain<int, AKObject*, AKFile const&>(sWrapper, Entry(26), object, file);
+  return AKHostCallPlain<int, AKObject*, const AKFile&>(sWrapper, Entry(26), object, file);
 }
 
 void AKClass::DeleteObject(AKObject* object) {

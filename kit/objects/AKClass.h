@@ -77,7 +77,7 @@ class AKClass {
 
   /// A record as a host builds it: the description's fields, the quick-cast function twice, the name four times, zeros
   /// elsewhere; flags 0x80 or 0x40 by `marked`, with 0x20 or 0x10 by whether there is a constructor.
-  AKClass(AKClassInfo const& info, bool marked, AKClassQCast quickCast);
+  AKClass(const AKClassInfo& info, bool marked, AKClassQCast quickCast);
 
   /// Writes a member function of T into a slot.
   template <typename Method>
@@ -109,24 +109,24 @@ class AKClass {
   static void* sWrapper;  ///< the class service table: plain function pointers of 8 bytes; owned by the host
 
   /// Entry 4. The host makes the record and stores it through `out`.
-  static int ClassSetup(AKClassInfo const& info, unsigned int setupWord, AKClass** out);
+  static int ClassSetup(const AKClassInfo& info, unsigned int setupWord, AKClass** out);
   /// Entries 5 to 7. The panel goes over to the host.
-  static void SetClassName(AKClass* cls, AKString const& name, AKString const& second);
-  static void SetClassComments(AKClass* cls, AKString const& comments);
+  static void SetClassName(AKClass* cls, const AKString& name, const AKString& second);
+  static void SetClassComments(AKClass* cls, const AKString& comments);
   static void AddInspectorGUIDesc(AKClass* cls, AKGUIDesc* panel);
   /// Entries 12 to 14.
   static AKClass* GetTopClass();
   static AKClass* GetClassOfID(AKClassID id);
-  static void GetClassCollection(AKClassArray* out, AKClass const* cls, unsigned int selection);
+  static void GetClassCollection(AKClassArray* out, const AKClass* cls, unsigned int selection);
   /// Entries 20 to 23: new objects, null on failure (GetErrorNew tells why).
-  static AKObject* NewObjectWithArgs(AKContextObject const* context, AKClassID id, char const* format, va_list list);
-  static AKObject* NewObjectFromFile(AKContextObject const* context, AKFile const& file, unsigned int version);
-  static AKObject* NewObjectFromDictionary(AKContextObject const* context, AKDictionary const& dictionary);
-  static AKObject* NewObjectFromOriginal(AKContextObject const* context, AKObject const* original);
+  static AKObject* NewObjectWithArgs(const AKContextObject* context, AKClassID id, const char* format, va_list list);
+  static AKObject* NewObjectFromFile(const AKContextObject* context, const AKFile& file, unsigned int version);
+  static AKObject* NewObjectFromDictionary(const AKContextObject* context, const AKDictionary& dictionary);
+  static AKObject* NewObjectFromOriginal(const AKContextObject* context, const AKObject* original);
   /// Entries 24 to 28.
-  static int WriteObjectToFile(AKObject const* object, AKFile& file);
-  static int WriteObjectToDictionary(AKObject const* object, AKDictionary& dictionary);
-  static int ReinitObjectFromFile(AKObject* object, AKFile const& file);
+  static int WriteObjectToFile(const AKObject* object, AKFile& file);
+  static int WriteObjectToDictionary(const AKObject* object, AKDictionary& dictionary);
+  static int ReinitObjectFromFile(AKObject* object, const AKFile& file);
   static void DeleteObject(AKObject* object);
   static int GetErrorNew();
 };

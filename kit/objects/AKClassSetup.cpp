@@ -6,7 +6,7 @@
 #include "kit/objects/AKHandler.h"
 #include "kit/panels/AKGUIDesc.h"
 
-int _AKClassSetupCheck(AKHostServiceRecord const* record, AKClassInfo const& info, AKClass* const* classOut) {
+int _AKClassSetupCheck(const AKHostServiceRecord* record, const AKClassInfo& info, AKClass* const* classOut) {
   if (classOut == nullptr || record == nullptr || *classOut != nullptr ||
       record->magic != AKHostServiceRecord::kMagic) {
     return AKLogError(-1, "Can't complete AKClassSetup() of class <%s>", info.className);
@@ -17,7 +17,7 @@ int _AKClassSetupCheck(AKHostServiceRecord const* record, AKClassInfo const& inf
   return 0;
 }
 
-void AKStoreHostServices(AKHostServiceRecord const& record) {
+void AKStoreHostServices(const AKHostServiceRecord& record) {
   gAKWrap = record.generalTable;
   AKClass::sWrapper = record.classTable;
   AKHandler::sWrapper = record.handlerTable;

@@ -32,20 +32,20 @@ AKHandler::~AKHandler() {
 }
 
 bool AKHandler::IsActive() const { return Call<bool>(kIsActive); }
-void AKHandler::SetActionName(AKString const& name) { Call<void, AKString const&>(kSetActionName, name); }
+void AKHandler::SetActionName(const AKString& name) { Call<void, const AKString&>(kSetActionName, name); }
 AKString AKHandler::ActionName() const { return Call<AKString>(kActionName); }
 AKObject* AKHandler::GetMasterLayer() const { return Call<AKObject*>(kGetMasterLayer); }
 
-int AKHandler::AddObjects(AKObjectArray const& objects, AKObject* parent, AKHandlerLinkMode mode) {
-  return Call<int, AKObjectArray const&, AKObject*, AKHandlerLinkMode>(kAddObjects, objects, parent, mode);
+int AKHandler::AddObjects(const AKObjectArray& objects, AKObject* parent, AKHandlerLinkMode mode) {
+  return Call<int, const AKObjectArray&, AKObject*, AKHandlerLinkMode>(kAddObjects, objects, parent, mode);
 }
 
-int AKHandler::DeleteObjects(AKObjectArray const& objects) {
-  return Call<int, AKObjectArray const&>(kDeleteObjects, objects);
+int AKHandler::DeleteObjects(const AKObjectArray& objects) {
+  return Call<int, const AKObjectArray&>(kDeleteObjects, objects);
 }
 
-int AKHandler::ReviseObjects(AKObjectArray const& objects) {
-  return Call<int, AKObjectArray const&>(kReviseObjects, objects);
+int AKHandler::ReviseObjects(const AKObjectArray& objects) {
+  return Call<int, const AKObjectArray&>(kReviseObjects, objects);
 }
 
 int AKHandler::AddObject(AKObject* object, AKObject* parent, AKHandlerLinkMode mode) {

@@ -21,15 +21,15 @@ class AKHandler : public AKWrapper<AKHandler> {
 
   bool IsActive() const;
   /// Names the change for the undo list.
-  void SetActionName(AKString const& name);
+  void SetActionName(const AKString& name);
   AKString ActionName() const;
   AKObject* GetMasterLayer() const;
 
   /// The host's int result. The objects go over to the document; `parent` may be null.
-  int AddObjects(AKObjectArray const& objects, AKObject* parent, AKHandlerLinkMode mode);
-  int DeleteObjects(AKObjectArray const& objects);
+  int AddObjects(const AKObjectArray& objects, AKObject* parent, AKHandlerLinkMode mode);
+  int DeleteObjects(const AKObjectArray& objects);
   /// Tells the host that the objects changed.
-  int ReviseObjects(AKObjectArray const& objects);
+  int ReviseObjects(const AKObjectArray& objects);
 
   /// The same for one object; null passes an empty array.
   int AddObject(AKObject* object, AKObject* parent, AKHandlerLinkMode mode);

@@ -41,9 +41,9 @@ enum Offset : std::size_t {
   kRefresh = 992,
 };
 
-void Construct(AKGUICtrl* control, AKGUIDesc* panel, char const* format, va_list list) {
+void Construct(AKGUICtrl* control, AKGUIDesc* panel, const char* format, va_list list) {
   if (AKGUICtrl::sWrapper == nullptr) return;
-  using Function = void (*)(AKGUICtrl*, AKGUIDesc*, char const*, va_list);
+  using Function = void (*)(AKGUICtrl*, AKGUIDesc*, const char*, va_list);
   const auto entry = AKHostTableWord(AKGUICtrl::sWrapper, kAKWrapperConstructorOffset);
   reinterpret_cast<Function>(entry)(control, panel, format, list);
 }
@@ -52,14 +52,14 @@ void Construct(AKGUICtrl* control, AKGUIDesc* panel, char const* format, va_list
 
 void* AKGUICtrl::sWrapper = nullptr;
 
-AKGUICtrl::AKGUICtrl(AKGUIDesc* panel, char const* format, ...) {
+AKGUICtrl::AKGUICtrl(AKGUIDesc* panel, const char* format, ...) {
   va_list list;
   va_start(list, format);
   Construct(this, panel, format, list);
   va_end(list);
 }
 
-AKGUICtrl::AKGUICtrl(AKGUIDesc* panel, char const* format, va_list list) { Construct(this, panel, format, list); }
+AKGUICtrl::AKGUICtrl(AKGUIDesc* panel, const char* format, va_list list) { Construct(this, panel, format, list); }
 
 AKGUICtrl::~AKGUICtrl() {
   if (sWrapper != nullptr) AKHostCallPlain<void, AKGUICtrl*>(sWrapper, kAKWrapperDestructorOffset, this);
@@ -99,26 +99,26 @@ void AKGUICtrl::SetBounds(int x0, int y0, int x1, int y1) {
 void AKGUICtrl::GetBounds(int* x0, int* y0, int* x1, int* y1) const {
   Call<void, int*, int*, int*, int*>(kGetBounds, x0, y0, x1, y1);
 }
-void AKGUICtrl::SetTitle(AKString const& title) { Call<void, AKString const&>(kSetTitle, title); }
+void AKGUICtrl::SetTitle(const AKString& title) { Call<void, const AKString&>(kSetTitle, title); }
 AKString AKGUICtrl::GetTitle() const { return Call<AKString>(kGetTitle); }
 void AKGUICtrl::SetRange(double minimum, double maximum) { Call<void, double, double>(kSetRange, minimum, maximum); }
 void AKGUICtrl::GetRange(double* minimum, double* maximum) const {
   Call<void, double*, double*>(kGetRange, minimum, maximum);
 }
-void AKGUICtrl::SetXPMIcon(char const** icon) { Call<void, char const**>(kSetXPMIcon, icon); }
-char const** AKGUICtrl::GetXPMIcon() const { return Call<char const**>(kGetXPMIcon); }
+void AKGUICtrl::SetXPMIcon(const char** icon) { Call<void, const char**>(kSetXPMIcon, icon); }
+const char** AKGUICtrl::GetXPMIcon() const { return Call<const char**>(kGetXPMIcon); }
 
-void AKGUICtrl::SetMenuItemList(AKStringArray const& items) {
-  Call<void, AKStringArray const&>(kSetMenuItemList, items);
+void AKGUICtrl::SetMenuItemList(const AKStringArray& items) {
+  Call<void, const AKStringArray&>(kSetMenuItemList, items);
 }
-void AKGUICtrl::SetMenuItemList(AKString const& items) { SetMenuItemList(items.SplitToArray(nullptr, nullptr)); }
+void AKGUICtrl::SetMenuItemList(const AKString& items) { SetMenuItemList(items.SplitToArray(nullptr, nullptr)); }
 AKString AKGUICtrl::GetMenuItemAtIndex(unsigned int index) const {
   return Call<AKString, unsigned int>(kGetMenuItemAtIndex, index);
 }
 unsigned int AKGUICtrl::GetMenuItemCount() const { return Call<unsigned int>(kGetMenuItemCount); }
 void AKGUICtrl::SetMenuIndex(unsigned int index) { Call<void, unsigned int>(kSetMenuIndex, index); }
 unsigned int AKGUICtrl::GetMenuIndex() const { return Call<unsigned int>(kGetMenuIndex); }
-void AKGUICtrl::SetMenuItem(AKString const& item) { Call<void, AKString const&>(kSetMenuItem, item); }
+void AKGUICtrl::SetMenuItem(const AKString& item) { Call<void, const AKString&>(kSetMenuItem, item); }
 AKString AKGUICtrl::GetMenuItem() const { return Call<AKString>(kGetMenuItem); }
 
 int AKGUICtrl::GetValuePrecision() const { return Call<int>(kGetValuePrecision); }
@@ -135,7 +135,7 @@ AGColor AKGUICtrl::GetValueAsAGColor() const {
 }
 
 void AKGUICtrl::SetValuePrecision(int decimals) { Call<void, int>(kSetValuePrecision, decimals); }
-void AKGUICtrl::SetValueAsString(AKString const& value) { Call<void, AKString const&>(kSetValueAsString, value); }
+void AKGUICtrl::SetValueAsString(const AKString& value) { Call<void, const AKString&>(kSetValueAsString, value); }
 void AKGUICtrl::SetValueAsBool(bool value) { Call<void, bool>(kSetValueAsBool, value); }
 void AKGUICtrl::SetValueAsSInt(int value) { Call<void, int>(kSetValueAsSInt, value); }
 void AKGUICtrl::SetValueAsUInt(unsigned int value) { Call<void, unsigned int>(kSetValueAsUInt, value); }

@@ -41,8 +41,8 @@ class AKGUICtrl : public AKWrapper<AKGUICtrl> {
   static void* sWrapper;  ///< the control service table, owned by the host
 
   /// The format and its arguments go to the host unformatted.
-  AKGUICtrl(AKGUIDesc* panel, char const* format, ...) __attribute__((format(printf, 3, 4)));
-  AKGUICtrl(AKGUIDesc* panel, char const* format, va_list list);
+  AKGUICtrl(AKGUIDesc* panel, const char* format, ...) __attribute__((format(printf, 3, 4)));
+  AKGUICtrl(AKGUIDesc* panel, const char* format, va_list list);
   ~AKGUICtrl();
 
   unsigned int CtrlType() const;
@@ -64,21 +64,21 @@ class AKGUICtrl : public AKWrapper<AKGUICtrl> {
 
   void SetBounds(int x0, int y0, int x1, int y1);
   void GetBounds(int* x0, int* y0, int* x1, int* y1) const;
-  void SetTitle(AKString const& title);
+  void SetTitle(const AKString& title);
   AKString GetTitle() const;
   void SetRange(double minimum, double maximum);
   void GetRange(double* minimum, double* maximum) const;
-  void SetXPMIcon(char const** icon);
-  char const** GetXPMIcon() const;
+  void SetXPMIcon(const char** icon);
+  const char** GetXPMIcon() const;
 
-  void SetMenuItemList(AKStringArray const& items);
+  void SetMenuItemList(const AKStringArray& items);
   /// Splits the text at "," and ";" first.
-  void SetMenuItemList(AKString const& items);
+  void SetMenuItemList(const AKString& items);
   AKString GetMenuItemAtIndex(unsigned int index) const;
   unsigned int GetMenuItemCount() const;
   void SetMenuIndex(unsigned int index);
   unsigned int GetMenuIndex() const;
-  void SetMenuItem(AKString const& item);
+  void SetMenuItem(const AKString& item);
   AKString GetMenuItem() const;
 
   int GetValuePrecision() const;
@@ -92,7 +92,7 @@ class AKGUICtrl : public AKWrapper<AKGUICtrl> {
   AGColor GetValueAsAGColor() const;
 
   void SetValuePrecision(int decimals);
-  void SetValueAsString(AKString const& value);
+  void SetValueAsString(const AKString& value);
   void SetValueAsBool(bool value);
   void SetValueAsSInt(int value);
   void SetValueAsUInt(unsigned int value);

@@ -16,7 +16,7 @@ enum Offset : std::size_t {
   kCloseDialog = 496,
 };
 
-using ConstructorEntry = void (*)(AKGUIDesc*, char const*, va_list);
+using ConstructorEntry = void (*)(AKGUIDesc*, const char*, va_list);
 
 ConstructorEntry Constructor() {
   return reinterpret_cast<ConstructorEntry>(AKHostTableWord(AKGUIDesc::sWrapper, kAKWrapperConstructorOffset));
@@ -30,7 +30,7 @@ AKGUIDesc::AKGUIDesc() {
   if (sWrapper != nullptr) Constructor()(this, nullptr, nullptr);
 }
 
-AKGUIDesc::AKGUIDesc(char const* format, ...) {
+AKGUIDesc::AKGUIDesc(const char* format, ...) {
   if (sWrapper == nullptr) return;
   va_list list;
   va_start(list, format);
@@ -58,10 +58,10 @@ bool AKGUIDesc::IsYielding() const { return IsDescFlag(kFlagYielding); }
 
 void AKGUIDesc::SetPanelSize(int width, int height) { Call<void, int, int>(kSetPanelSize, width, height); }
 void AKGUIDesc::GetPanelSize(int* width, int* height) const { Call<void, int*, int*>(kGetPanelSize, width, height); }
-void AKGUIDesc::SetPanelTitle(AKString const& title) { Call<void, AKString const&>(kSetPanelTitle, title); }
+void AKGUIDesc::SetPanelTitle(const AKString& title) { Call<void, const AKString&>(kSetPanelTitle, title); }
 AKString AKGUIDesc::GetPanelTitle() const { return Call<AKString>(kGetPanelTitle); }
 
-AKGUICtrl* AKGUIDesc::NewController(char const* format, ...) {
+AKGUICtrl* AKGUIDesc::NewController(const char* format, ...) {
   va_list list;
   va_start(list, format);
   auto* control = new AKGUICtrl(this, format, list);

@@ -22,7 +22,7 @@ class AKGUIDesc : public AKWrapper<AKGUIDesc> {
 
   AKGUIDesc();
   /// The format and its arguments, a list of items such as "-multisel:1", go to the host unformatted.
-  explicit AKGUIDesc(char const* format, ...) __attribute__((format(printf, 2, 3)));
+  explicit AKGUIDesc(const char* format, ...) __attribute__((format(printf, 2, 3)));
   ~AKGUIDesc();
 
   unsigned int DescID() const;
@@ -35,11 +35,11 @@ class AKGUIDesc : public AKWrapper<AKGUIDesc> {
 
   void SetPanelSize(int width, int height);
   void GetPanelSize(int* width, int* height) const;
-  void SetPanelTitle(AKString const& title);
+  void SetPanelTitle(const AKString& title);
   AKString GetPanelTitle() const;
 
   /// Makes a control from a description (see AKGUICtrl) and adds it; the panel owns it.
-  AKGUICtrl* NewController(char const* format, ...) __attribute__((format(printf, 2, 3)));
+  AKGUICtrl* NewController(const char* format, ...) __attribute__((format(printf, 2, 3)));
   /// The control of that ID, or null.
   AKGUICtrl* GetController(unsigned int id) const;
   unsigned int GetControllerCount() const;
@@ -58,20 +58,20 @@ class AKGUIDesc : public AKWrapper<AKGUIDesc> {
   void SetEnable(unsigned int id, bool enabled);
   bool IsEnable(unsigned int id) const;
   bool HasFeatureTitle(unsigned int id) const;
-  void SetTitle(unsigned int id, AKString const& title);
+  void SetTitle(unsigned int id, const AKString& title);
   AKString GetTitle(unsigned int id) const;
   bool HasFeatureItems(unsigned int id) const;
-  void SetMenuItemList(unsigned int id, AKStringArray const& items);
-  void SetMenuItemList(unsigned int id, AKString const& items);
+  void SetMenuItemList(unsigned int id, const AKStringArray& items);
+  void SetMenuItemList(unsigned int id, const AKString& items);
   AKString GetMenuItemAtIndex(unsigned int id, unsigned int index) const;
   unsigned int GetMenuItemCount(unsigned int id) const;
   void SetMenuIndex(unsigned int id, unsigned int index);
   unsigned int GetMenuIndex(unsigned int id) const;
-  void SetMenuItem(unsigned int id, AKString const& item);
+  void SetMenuItem(unsigned int id, const AKString& item);
   AKString GetMenuItem(unsigned int id) const;
   bool HasFeatureIcon(unsigned int id) const;
-  void SetXPMIcon(unsigned int id, char const** icon);
-  char const** GetXPMIcon(unsigned int id) const;
+  void SetXPMIcon(unsigned int id, const char** icon);
+  const char** GetXPMIcon(unsigned int id) const;
   bool HasFeatureRange(unsigned int id) const;
   void SetRange(unsigned int id, double minimum, double maximum);
   void GetRange(unsigned int id, double* minimum, double* maximum) const;
@@ -88,7 +88,7 @@ class AKGUIDesc : public AKWrapper<AKGUIDesc> {
   AGColor GetValueAsAGColor(unsigned int id) const;
 
   void SetValuePrecision(unsigned int id, int decimals);
-  void SetValueAsString(unsigned int id, AKString const& value);
+  void SetValueAsString(unsigned int id, const AKString& value);
   void SetValueAsBool(unsigned int id, bool value);
   void SetValueAsSInt(unsigned int id, int value);
   void SetValueAsUInt(unsigned int id, unsigned int value);

@@ -46,7 +46,7 @@ bool AKGUIDesc::IsEnable(unsigned int id) const {
 bool AKGUIDesc::HasFeatureTitle(unsigned int id) const {
   return From(this, id, false, [](auto* control) { return control->HasFeatureTitle(); });
 }
-void AKGUIDesc::SetTitle(unsigned int id, AKString const& title) {
+void AKGUIDesc::SetTitle(unsigned int id, const AKString& title) {
   With(this, id, [&](auto* control) { control->SetTitle(title); });
 }
 AKString AKGUIDesc::GetTitle(unsigned int id) const {
@@ -56,10 +56,10 @@ AKString AKGUIDesc::GetTitle(unsigned int id) const {
 bool AKGUIDesc::HasFeatureItems(unsigned int id) const {
   return From(this, id, false, [](auto* control) { return control->HasFeatureItems(); });
 }
-void AKGUIDesc::SetMenuItemList(unsigned int id, AKStringArray const& items) {
+void AKGUIDesc::SetMenuItemList(unsigned int id, const AKStringArray& items) {
   With(this, id, [&](auto* control) { control->SetMenuItemList(items); });
 }
-void AKGUIDesc::SetMenuItemList(unsigned int id, AKString const& items) {
+void AKGUIDesc::SetMenuItemList(unsigned int id, const AKString& items) {
   With(this, id, [&](auto* control) { control->SetMenuItemList(items); });
 }
 AKString AKGUIDesc::GetMenuItemAtIndex(unsigned int id, unsigned int index) const {
@@ -74,7 +74,7 @@ void AKGUIDesc::SetMenuIndex(unsigned int id, unsigned int index) {
 unsigned int AKGUIDesc::GetMenuIndex(unsigned int id) const {
   return From(this, id, 0U, [](auto* control) { return control->GetMenuIndex(); });
 }
-void AKGUIDesc::SetMenuItem(unsigned int id, AKString const& item) {
+void AKGUIDesc::SetMenuItem(unsigned int id, const AKString& item) {
   With(this, id, [&](auto* control) { control->SetMenuItem(item); });
 }
 AKString AKGUIDesc::GetMenuItem(unsigned int id) const {
@@ -84,11 +84,11 @@ AKString AKGUIDesc::GetMenuItem(unsigned int id) const {
 bool AKGUIDesc::HasFeatureIcon(unsigned int id) const {
   return From(this, id, false, [](auto* control) { return control->HasFeatureIcon(); });
 }
-void AKGUIDesc::SetXPMIcon(unsigned int id, char const** icon) {
+void AKGUIDesc::SetXPMIcon(unsigned int id, const char** icon) {
   With(this, id, [&](auto* control) { control->SetXPMIcon(icon); });
 }
-char const** AKGUIDesc::GetXPMIcon(unsigned int id) const {
-  return From(this, id, static_cast<char const**>(nullptr), [](auto* control) { return control->GetXPMIcon(); });
+const char** AKGUIDesc::GetXPMIcon(unsigned int id) const {
+  return From(this, id, static_cast<const char**>(nullptr), [](auto* control) { return control->GetXPMIcon(); });
 }
 
 bool AKGUIDesc::HasFeatureRange(unsigned int id) const {
@@ -135,7 +135,7 @@ AGColor AKGUIDesc::GetValueAsAGColor(unsigned int id) const {
 void AKGUIDesc::SetValuePrecision(unsigned int id, int decimals) {
   With(this, id, [&](auto* control) { control->SetValuePrecision(decimals); });
 }
-void AKGUIDesc::SetValueAsString(unsigned int id, AKString const& value) {
+void AKGUIDesc::SetValueAsString(unsigned int id, const AKString& value) {
   With(this, id, [&](auto* control) { control->SetValueAsString(value); });
 }
 void AKGUIDesc::SetValueAsBool(unsigned int id, bool value) {

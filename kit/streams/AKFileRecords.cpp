@@ -54,11 +54,11 @@ int AKFileWriteAKUniChars(AKFile& file, const AKUniChars& units, unsigned int en
   return ATNumbersLow<unsigned short, 0>::WriteToFile(file, units.Data(), units.Count(), 0, endian);
 }
 
-int AKFileReadAKClassID(AKFile const& file, AKClassID* id) {
+int AKFileReadAKClassID(const AKFile& file, AKClassID* id) {
   AKClassID read;
   const int status = file.Read(read.chars, sizeof(read.chars));
   if (status == 0) *id = read;
   return status;
 }
 
-int AKFileWriteAKClassID(AKFile& file, AKClassID const& id) { return file.Write(id.chars, sizeof(id.chars)); }
+int AKFileWriteAKClassID(AKFile& file, const AKClassID& id) { return file.Write(id.chars, sizeof(id.chars)); }

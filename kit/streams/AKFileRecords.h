@@ -21,5 +21,5 @@ int AKFileReadAKUniChars(const AKFile& file, AKUniChars* units, unsigned int end
 int AKFileWriteAKUniChars(AKFile& file, const AKUniChars& units, unsigned int endian = 0);
 
 /// The 8 bytes as they stand.
-int AKFileReadAKClassID(AKFile const& file, AKClassID* id);
-int AKFileWriteAKClassID(AKFile& file, AKClassID const& id);
+int AKFileReadAKClassID(const AKFile& file, AKClassID* id);
+int AKFileWriteAKClassID(AKFile& file, const AKClassID& id);

@@ -2,14 +2,14 @@
 
 #include <cstring>
 
-bool AKValueGetasAKClassID(AKValue const& value, AKClassID* id) {
+bool AKValueGetasAKClassID(const AKValue& value, AKClassID* id) {
   const AKString* const text = value.GetasAKString();
   if (text == nullptr) return false;
   *id = AKClassID(text->CStr());
   return true;
 }
 
-AKClassID AKValueGetasAKClassID(AKValue const& value) {
+AKClassID AKValueGetasAKClassID(const AKValue& value) {
   AKClassID id = kAKNullClassID;
   AKValueGetasAKClassID(value, &id);
   return id;

@@ -5,8 +5,8 @@
 #include "kit/values/AKValue.h"
 
 /// A text longer than 7 characters is cut. False, with the ID left alone, when the value is no string.
-bool AKValueGetasAKClassID(AKValue const& value, AKClassID* id);
+bool AKValueGetasAKClassID(const AKValue& value, AKClassID* id);
 /// The null ID when the value is no string.
-AKClassID AKValueGetasAKClassID(AKValue const& value);
+AKClassID AKValueGetasAKClassID(const AKValue& value);
 void AKValueSetasAKClassID(AKValue* value, AKClassID id);
 AKValue AKValueSetasAKClassID(AKClassID id);

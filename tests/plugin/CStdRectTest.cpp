@@ -25,7 +25,7 @@ using Rectangle = std::unique_ptr<CStdRect, Destroy>;
 // Without a host there is no class record, so the hidden class pointer is null.
 Rectangle NewRectangle() { return Rectangle(static_cast<CStdRect*>(CStdRect::_ClassCtor())); }
 
-double Rounding(CStdRect const& rectangle) {
+double Rounding(const CStdRect& rectangle) {
   AKDictionary properties;
   EXPECT_EQ(rectangle.akmGetObjectProperties(&properties), 0);
   return AKValueGetasFloat64(properties.GetValue("Rounding"), false);

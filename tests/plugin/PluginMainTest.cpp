@@ -21,13 +21,13 @@ int sPanelObject = 0;
 std::uint32_t sFlagsOfNewRecords = 0;
 int sSetupStatus = 0;
 
-std::string Formatted(char const* format, va_list list) {
+std::string Formatted(const char* format, va_list list) {
   char text[256];
   std::vsnprintf(text, sizeof(text), format, list);
   return text;
 }
 
-int ClassSetup(AKClassInfo const& info, unsigned int word, AKClass** out) {
+int ClassSetup(const AKClassInfo& info, unsigned int word, AKClass** out) {
   sCalls.push_back("setup " + std::to_string(word) + " " + info.classID.chars + " " + info.parentClassID.chars + " " +
                    info.className + " " + std::to_string(info.instanceSize));
   if (sSetupStatus != 0) return sSetupStatus;
@@ -57,17 +57,17 @@ class PluginMainTest : public testing::Test {
       table[offset / 8] = reinterpret_cast<std::uintptr_t>(function);
     };
     put(
-        general_, 48, +[](char const* domain) { sCalls.push_back(std::string("domain ") + domain); });
+        general_, 48, +[](const char* domain) { sCalls.push_back(std::string("domain ") + domain); });
     put(
-        general_, 56, +[](char const* text) -> char const* {
+        general_, 56, +[](const char* text) -> const char* {
           sCalls.push_back(std::string("lookup ") + text);
           return std::strcmp(text, "Rectangle") == 0 ? "Rechteck" : text;
         });
     put(
-        general_, 96, +[](char const* line) { sLog.emplace_back(line); });
+        general_, 96, +[](const char* line) { sLog.emplace_back(line); });
     put(class_, 4 * 8, &ClassSetup);
     put(
-        class_, 5 * 8, +[](AKClass*, AKString const& name, AKString const& second) {
+        class_, 5 * 8, +[](AKClass*, const AKString& name, const AKString& second) {
           sCalls.push_back(std::string("name ") + name.CStr() + "/" + second.CStr());
         });
     put(
@@ -76,7 +76,7 @@ class PluginMainTest : public testing::Test {
           delete panel;
         });
     put(
-        panel_, 32, +[](AKGUIDesc* panel, char const* format, va_list list) {
+        panel_, 32, +[](AKGUIDesc* panel, const char* format, va_list list) {
           panel->SetHostObject(&sPanelObject);
           sCalls.push_back("panel " + Formatted(format, list));
         });
@@ -85,7 +85,7 @@ class PluginMainTest : public testing::Test {
     put(panel_, 128, &NoteSize);
     put(panel_, 352, &DropControl);
     put(
-        control_, 32, +[](AKGUICtrl*, AKGUIDesc*, char const* format, va_list list) {
+        control_, 32, +[](AKGUICtrl*, AKGUIDesc*, const char* format, va_list list) {
           sCalls.push_back("control " + Formatted(format, list));
         });
     put(

@@ -192,9 +192,9 @@ void CanvasView::Nudge(double dx, double dy) {
 
 // The keyboard's way through the objects: the next one in drawing order that can be selected.
 void CanvasView::SelectNext(bool backwards) {
-  Document const& document = session_->Doc();
+  const Document& document = session_->Doc();
   const std::size_t count = document.ObjectCount();
-  ObjectIDs const& selected = session_->Selected().IDs();
+  const ObjectIDs& selected = session_->Selected().IDs();
   std::size_t number = selected.empty() ? (backwards ? 0 : count - 1) : document.NumberOf(selected.back());
   for (std::size_t tried = 0; tried < count; ++tried) {
     number = (number + (backwards ? count - 1 : 1)) % count;

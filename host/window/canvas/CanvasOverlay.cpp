@@ -9,7 +9,7 @@ namespace {
 constexpr AGColor kAccent(38, 110, 220);
 constexpr double kMargin = 3;
 
-AGPointArray Corners(SelectionFrame const& frame, ViewTransform const& view) {
+AGPointArray Corners(const SelectionFrame& frame, const ViewTransform& view) {
   AGPointArray points;
   for (Handle handle : {Handle::kLowerLeft, Handle::kLowerRight, Handle::kUpperRight, Handle::kUpperLeft}) {
     points.Append(frame.PositionOf(handle, view));
@@ -17,13 +17,13 @@ AGPointArray Corners(SelectionFrame const& frame, ViewTransform const& view) {
   return points;
 }
 
-AGRect ToView(AGRect const& map, ViewTransform const& view) {
+AGRect ToView(const AGRect& map, const ViewTransform& view) {
   const AGPoint a = view.ToView({map.x0, map.y0});
   const AGPoint b = view.ToView({map.x1, map.y1});
   return {std::min(a.x, b.x), std::min(a.y, b.y), std::max(a.x, b.x), std::max(a.y, b.y)};
 }
 
-void Include(AGPoint const& point, double reach, AGRect* box) {
+void Include(const AGPoint& point, double reach, AGRect* box) {
   box->x0 = std::min(box->x0, point.x - reach);
   box->y0 = std::min(box->y0, point.y - reach);
   box->x1 = std::max(box->x1, point.x + reach);
@@ -31,9 +31,9 @@ void Include(AGPoint const& point, double reach, AGRect* box) {
 }
 
 // Lines in the middle of pixels.
-AGPoint Crisp(AGPoint const& point) { return {std::floor(point.x) + 0.5, std::floor(point.y) + 0.5}; }
+AGPoint Crisp(const AGPoint& point) { return {std::floor(point.x) + 0.5, std::floor(point.y) + 0.5}; }
 
-void DrawHandle(AGContext* context, Handle handle, AGPoint const& place) {
+void DrawHandle(AGContext* context, Handle handle, const AGPoint& place) {
   const AGPoint p = Crisp(place);
   const double h = SelectionFrame::kHalfHandle;
   const AGRect box{p.x - h, p.y - h, p.x + h, p.y + h};
@@ -51,12 +51,12 @@ void DrawHandle(AGContext* context, Handle handle, AGPoint const& place) {
 
 }  // namespace
 
-bool GetOverlayBounds(SelectionFrame const& frame, std::optional<AGRect> const& band, ViewTransform const& view,
+bool GetOverlayBounds(const SelectionFrame& frame, const std::optional<AGRect>& band, const ViewTransform& view,
                       AGRect* bounds) {
   if (frame.IsEmpty() && !band) return false;
   AGRect box{1e9, 1e9, -1e9, -1e9};
   if (!frame.IsEmpty()) {
-    for (AGPoint const& corner : Corners(frame, view)) Include(corner, SelectionFrame::kHalfHandle + kMargin, &box);
+    for (const AGPoint& corner : Corners(frame, view)) Include(corner, SelectionFrame::kHalfHandle + kMargin, &box);
     Include(frame.PositionOf(Handle::kRotate, view), SelectionFrame::kHalfHandle + kMargin, &box);
   }
   if (band) {
@@ -68,8 +68,8 @@ bool GetOverlayBounds(SelectionFrame const& frame, std::optional<AGRect> const& 
   return true;
 }
 
-void DrawOverlay(AGContext const& context, SelectionFrame const& frame, std::optional<AGRect> const& band,
-                 ViewTransform const& view) {
+void DrawOverlay(const AGContext& context, const SelectionFrame& frame, const std::optional<AGRect>& band,
+                 const ViewTransform& view) {
   AGContext copy(context);
   if (!frame.IsEmpty()) {
     AGPointArray corners = Corners(frame, view);

@@ -9,11 +9,11 @@
 namespace host {
 
 /// The part of the view that the overlay may paint, in pixels of the view; false when there is nothing to paint.
-bool GetOverlayBounds(SelectionFrame const& frame, std::optional<AGRect> const& band, ViewTransform const& view,
+bool GetOverlayBounds(const SelectionFrame& frame, const std::optional<AGRect>& band, const ViewTransform& view,
                       AGRect* bounds);
 
 /// Draws it through a context whose units are pixels of the view, y down from the upper left corner.
-void DrawOverlay(AGContext const& context, SelectionFrame const& frame, std::optional<AGRect> const& band,
-                 ViewTransform const& view);
+void DrawOverlay(const AGContext& context, const SelectionFrame& frame, const std::optional<AGRect>& band,
+                 const ViewTransform& view);
 
 }  // namespace host

@@ -27,7 +27,7 @@ graphene_rect_t RectOf(double x, double y, double width, double height) {
 }
 
 // A texture with a copy of the pixels, which go on changing.
-Glib::RefPtr<Gdk::Texture> TextureOf(AGBitmap const& bitmap) {
+Glib::RefPtr<Gdk::Texture> TextureOf(const AGBitmap& bitmap) {
   const gsize stride = bitmap.RowStride() * gsize{4};
   const auto bytes = Glib::Bytes::create(bitmap.Pixels(), stride * bitmap.Height());
   return Gdk::MemoryTexture::create(static_cast<int>(bitmap.Width()), static_cast<int>(bitmap.Height()),
@@ -94,7 +94,7 @@ void CanvasView::SetSession(DocumentSession* session) {
   queue_draw();
 }
 
-void CanvasView::OnAreaChanged(AGRect const& area) {
+void CanvasView::OnAreaChanged(const AGRect& area) {
   tiles_.Invalidate(area);
   queue_draw();
 }
@@ -194,7 +194,7 @@ void CanvasView::size_allocate_vfunc(int width, int height, int) {
   }
 }
 
-void CanvasView::AppendTile(Gtk::Snapshot& snapshot, TileCache::Tile const& tile, double scale,
+void CanvasView::AppendTile(Gtk::Snapshot& snapshot, const TileCache::Tile& tile, double scale,
                             std::map<std::pair<int, int>, Shown>* textures) {
   if (!tile.drawn) return;
   Shown& shown = (*textures)[{tile.column, tile.row}];
@@ -213,7 +213,7 @@ void CanvasView::AppendTile(Gtk::Snapshot& snapshot, TileCache::Tile const& tile
 
 void CanvasView::AppendFormer(Gtk::Snapshot& snapshot) {
   const double scale = view_.Zoom() / tiles_.FormerPixelsPerUnit();
-  for (auto const& [place, tile] : tiles_.Former()) AppendTile(snapshot, tile, scale, &formerTextures_);
+  for (const auto& [place, tile] : tiles_.Former()) AppendTile(snapshot, tile, scale, &formerTextures_);
 }
 
 void CanvasView::AppendOverlay(Gtk::Snapshot& snapshot) {
@@ -237,7 +237,7 @@ void CanvasView::AppendOverlay(Gtk::Snapshot& snapshot) {
   CGContextRelease(port);
 }
 
-void CanvasView::snapshot_vfunc(Glib::RefPtr<Gtk::Snapshot> const& snapshot) {
+void CanvasView::snapshot_vfunc(const Glib::RefPtr<Gtk::Snapshot>& snapshot) {
   if (session_ == nullptr) return;
   if (texturesScale_ != view_.PixelsPerUnit()) {
     if (tiles_.Former().empty()) formerTextures_ = std::move(textures_);
@@ -255,10 +255,10 @@ void CanvasView::snapshot_vfunc(Glib::RefPtr<Gtk::Snapshot> const& snapshot) {
   }
   if (textures_.size() > 2 * TileCache::kMostTiles) textures_.clear();
   AppendFormer(*snapshot.get());
-  for (TileCache::Tile const* tile : seen) AppendTile(*snapshot.get(), *tile, 1 / view_.DeviceScale(), &textures_);
+  for (const TileCache::Tile* tile : seen) AppendTile(*snapshot.get(), *tile, 1 / view_.DeviceScale(), &textures_);
   AppendOverlay(*snapshot.get());
 }
 
-void CanvasView::ShowPointer(AGPoint const& point) { set_cursor(Glib::ustring(CursorName(tool_.CursorAt(point)))); }
+void CanvasView::ShowPointer(const AGPoint& point) { set_cursor(Glib::ustring(CursorName(tool_.CursorAt(point)))); }
 
 }  // namespace host

@@ -21,14 +21,14 @@ namespace host {
 class CanvasView : public Gtk::Widget, public SessionObserver {
  public:
   CanvasView();
-  CanvasView(CanvasView const&) = delete;
-  CanvasView& operator=(CanvasView const&) = delete;
+  CanvasView(const CanvasView&) = delete;
+  CanvasView& operator=(const CanvasView&) = delete;
   ~CanvasView() override;
 
   /// Null shows nothing. The session outlives the view or is replaced before.
   void SetSession(DocumentSession* session);
 
-  ViewTransform const& View() const { return view_; }
+  const ViewTransform& View() const { return view_; }
   void ZoomTo(double zoom);    ///< about the middle
   void ZoomBy(double factor);  ///< about the pointer when it is over the canvas, else the middle
   void ZoomToFit();            ///< the page
@@ -51,12 +51,12 @@ class CanvasView : public Gtk::Widget, public SessionObserver {
   sigc::signal<void()>& SignalToolChanged() { return toolChanged_; }
 
   // SessionObserver
-  void OnAreaChanged(AGRect const& area) override;
+  void OnAreaChanged(const AGRect& area) override;
   void OnPageChanged() override;
   void OnSelectionChanged() override { queue_draw(); }
 
  protected:
-  void snapshot_vfunc(Glib::RefPtr<Gtk::Snapshot> const& snapshot) override;
+  void snapshot_vfunc(const Glib::RefPtr<Gtk::Snapshot>& snapshot) override;
   void size_allocate_vfunc(int width, int height, int baseline) override;
   void measure_vfunc(Gtk::Orientation orientation, int forSize, int& minimum, int& natural, int& minimumBaseline,
                      int& naturalBaseline) const override;
@@ -75,14 +75,14 @@ class CanvasView : public Gtk::Widget, public SessionObserver {
   bool OnKey(guint key, Gdk::ModifierType state);
   void Nudge(double dx, double dy);
   void SelectNext(bool backwards);
-  void ShowPointer(AGPoint const& point);
+  void ShowPointer(const AGPoint& point);
   void ViewChanged();
   void UpdateAdjustments();
   void OnAdjusted();
   AGSize Size() const;
   AGPoint Middle() const;
   void AppendFormer(Gtk::Snapshot& snapshot);
-  void AppendTile(Gtk::Snapshot& snapshot, TileCache::Tile const& tile, double scale,
+  void AppendTile(Gtk::Snapshot& snapshot, const TileCache::Tile& tile, double scale,
                   std::map<std::pair<int, int>, Shown>* textures);
   void AppendOverlay(Gtk::Snapshot& snapshot);
 

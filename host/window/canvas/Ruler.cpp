@@ -27,20 +27,20 @@ Ruler::Ruler(Gtk::Orientation orientation) : orientation_(orientation) {
   }
   add_css_class("ruler");
   set_draw_func(
-      [this](Cairo::RefPtr<Cairo::Context> const& cairo, int width, int height) { Draw(cairo, width, height); });
+      [this](const Cairo::RefPtr<Cairo::Context>& cairo, int width, int height) { Draw(cairo, width, height); });
 }
 
-void Ruler::SetView(ViewTransform const& view) {
+void Ruler::SetView(const ViewTransform& view) {
   view_ = view;
   queue_draw();
 }
 
-void Ruler::SetPointer(AGPoint const& map) {
+void Ruler::SetPointer(const AGPoint& map) {
   pointer_ = map;
   queue_draw();
 }
 
-void Ruler::Draw(Cairo::RefPtr<Cairo::Context> const& cairo, int width, int height) {
+void Ruler::Draw(const Cairo::RefPtr<Cairo::Context>& cairo, int width, int height) {
   const bool across = orientation_ == Gtk::Orientation::HORIZONTAL;
   const double length = across ? width : height;
   const double thickness = across ? height : width;

@@ -15,11 +15,11 @@ class Ruler : public Gtk::DrawingArea {
  public:
   explicit Ruler(Gtk::Orientation orientation);
 
-  void SetView(ViewTransform const& view);
-  void SetPointer(AGPoint const& map);
+  void SetView(const ViewTransform& view);
+  void SetPointer(const AGPoint& map);
 
  private:
-  void Draw(Cairo::RefPtr<Cairo::Context> const& cairo, int width, int height);
+  void Draw(const Cairo::RefPtr<Cairo::Context>& cairo, int width, int height);
 
   Gtk::Orientation orientation_;
   ViewTransform view_;

@@ -15,8 +15,8 @@ namespace host {
 namespace {
 
 struct Kind {
-  char const* name;
-  char const* extension;
+  const char* name;
+  const char* extension;
   bool hasQuality;
   bool canBeTransparent;
 };
@@ -48,7 +48,7 @@ class WindowProgress final : public Progress {
   bool stopped_ = false;
 };
 
-std::string BaseName(std::string const& path) {
+std::string BaseName(const std::string& path) {
   const std::string name = path.substr(path.rfind('/') + 1);
   return name.substr(0, name.rfind('.'));
 }
@@ -56,7 +56,7 @@ std::string BaseName(std::string const& path) {
 }  // namespace
 
 ExportDialog::ExportDialog(Gtk::Window& parent, DocumentSession& session,
-                           std::function<void(std::string const&, bool)> report)
+                           std::function<void(const std::string&, bool)> report)
     : parent_(parent),
       session_(session),
       report_(std::move(report)),
@@ -68,7 +68,7 @@ ExportDialog::ExportDialog(Gtk::Window& parent, DocumentSession& session,
   set_modal(true);
   set_resizable(false);
   std::vector<Glib::ustring> names;
-  for (Kind const& kind : kKinds) names.emplace_back(kind.name);
+  for (const Kind& kind : kKinds) names.emplace_back(kind.name);
   kind_.set_model(Gtk::StringList::create(names));
   kind_.property_selected().signal_changed().connect([this] { ShowWhatCounts(); });
   scale_.Show(1);
@@ -99,7 +99,7 @@ ExportDialog::ExportDialog(Gtk::Window& parent, DocumentSession& session,
 }
 
 void ExportDialog::ShowWhatCounts() {
-  Kind const& kind = kKinds[kind_.get_selected()];
+  const Kind& kind = kKinds[kind_.get_selected()];
   quality_.set_sensitive(kind.hasQuality);
   transparent_.set_sensitive(kind.canBeTransparent);
 }
@@ -117,7 +117,7 @@ void ExportDialog::ChooseFile() {
   chooser_->show();
 }
 
-void ExportDialog::Export(std::string const& path) {
+void ExportDialog::Export(const std::string& path) {
   PictureKind known{};
   const std::string file = PictureKindOf(path, &known) ? path : path + kKinds[kind_.get_selected()].extension;
   PictureOptions options;

@@ -22,16 +22,16 @@ class ExportDialog : public Gtk::Window {
   /// What happened, in one line, goes to `report`. The session outlives the dialog, which is modal over `parent` and
   /// deletes itself when it is closed.
   ExportDialog(Gtk::Window& parent, DocumentSession& session,
-               std::function<void(std::string const&, bool done)> report);
+               std::function<void(const std::string&, bool done)> report);
 
  private:
   void ShowWhatCounts();
   void ChooseFile();
-  void Export(std::string const& path);
+  void Export(const std::string& path);
 
   Gtk::Window& parent_;
   DocumentSession& session_;
-  std::function<void(std::string const&, bool)> report_;
+  std::function<void(const std::string&, bool)> report_;
   FormGrid grid_;
   Gtk::DropDown kind_;
   NumberField scale_;

@@ -24,7 +24,7 @@ class GalleryArea : public Gtk::DrawingArea {
     set_content_width(static_cast<int>(static_cast<double>(kFirstColumns) * CellWidth() + kGap));
     SetHeightFor(kFirstColumns);
     set_draw_func(
-        [this](Cairo::RefPtr<Cairo::Context> const& cairo, int width, int height) { Draw(cairo, width, height); });
+        [this](const Cairo::RefPtr<Cairo::Context>& cairo, int width, int height) { Draw(cairo, width, height); });
   }
 
  private:
@@ -36,7 +36,7 @@ class GalleryArea : public Gtk::DrawingArea {
     set_content_height(static_cast<int>(static_cast<double>(rows) * CellHeight() + kGap));
   }
 
-  void Draw(Cairo::RefPtr<Cairo::Context> const& cairo, int width, int height) {
+  void Draw(const Cairo::RefPtr<Cairo::Context>& cairo, int width, int height) {
     const std::size_t columns = static_cast<std::size_t>(std::max(1.0, (width - kGap) / CellWidth()));
     SetHeightFor(columns);
     const Gdk::RGBA ink = get_style_context()->get_color();
@@ -54,7 +54,7 @@ class GalleryArea : public Gtk::DrawingArea {
   }
 
   // An item expects white paper and y up from its lower left corner.
-  static void DrawItem(Cairo::RefPtr<Cairo::Context> const& cairo, GalleryItem const& item, double x, double y) {
+  static void DrawItem(const Cairo::RefPtr<Cairo::Context>& cairo, const GalleryItem& item, double x, double y) {
     cairo->save();
     cairo->translate(x, y);
     cairo->rectangle(0, 0, kGalleryWidth * kScale, kGalleryHeight * kScale);

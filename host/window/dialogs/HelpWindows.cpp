@@ -14,8 +14,8 @@ namespace host {
 namespace {
 
 struct Line {
-  char const* what;
-  char const* key;
+  const char* what;
+  const char* key;
 };
 
 // What the canvas does beside the menus.
@@ -44,25 +44,25 @@ class ShortcutGrid : public Gtk::Grid {
     set_row_spacing(4);
     set_column_spacing(24);
     set_margin(18);
-    for (MenuSection const& section : MenuSections()) {
+    for (const MenuSection& section : MenuSections()) {
       if (section.title != nullptr) Heading(WithoutMnemonic(Tr(section.title)));
-      for (ActionKeys const& entry : section.entries) {
+      for (const ActionKeys& entry : section.entries) {
         if (!ShownKey(entry).empty()) Add(WithoutMnemonic(Tr(entry.title)), ShownKey(entry));
       }
     }
     Heading(Tr("Canvas"));
-    for (Line const& line : kCanvasLines) Add(Tr(line.what), Tr(line.key));
+    for (const Line& line : kCanvasLines) Add(Tr(line.what), Tr(line.key));
   }
 
  private:
-  void Heading(std::string const& text) {
+  void Heading(const std::string& text) {
     auto* const label = Gtk::make_managed<Gtk::Label>(text);
     label->add_css_class("heading");
     label->set_xalign(0);
     label->set_margin_top(8);
     attach(*label, 0, row_++, 2, 1);
   }
-  void Add(std::string const& what, std::string const& key) {
+  void Add(const std::string& what, const std::string& key) {
     auto* const left = Gtk::make_managed<Gtk::Label>(what);
     auto* const right = Gtk::make_managed<Gtk::Label>(key);
     left->set_xalign(0);

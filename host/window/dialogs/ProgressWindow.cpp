@@ -25,7 +25,7 @@ void ProgressWindow::StopAll() {
 
 ProgressWindow::~ProgressWindow() { std::erase(OpenWindows(), this); }
 
-ProgressWindow::ProgressWindow(Gtk::Window* parent, std::string const& title) : stop_(Tr("_Cancel"), true) {
+ProgressWindow::ProgressWindow(Gtk::Window* parent, const std::string& title) : stop_(Tr("_Cancel"), true) {
   set_title(title);
   set_modal(true);
   set_resizable(false);
@@ -43,7 +43,7 @@ ProgressWindow::ProgressWindow(Gtk::Window* parent, std::string const& title) : 
   OpenWindows().push_back(this);
 }
 
-bool ProgressWindow::Update(double fraction, std::string const& text) {
+bool ProgressWindow::Update(double fraction, const std::string& text) {
   text_.set_text(text);
   bar_.set_fraction(fraction);
   if (!get_visible()) present();

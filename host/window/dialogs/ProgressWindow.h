@@ -11,9 +11,9 @@ namespace host {
 class ProgressWindow : public Gtk::Window {
  public:
   /// `parent` may be null.
-  ProgressWindow(Gtk::Window* parent, std::string const& title);
-  ProgressWindow(ProgressWindow const&) = delete;
-  ProgressWindow& operator=(ProgressWindow const&) = delete;
+  ProgressWindow(Gtk::Window* parent, const std::string& title);
+  ProgressWindow(const ProgressWindow&) = delete;
+  ProgressWindow& operator=(const ProgressWindow&) = delete;
   ~ProgressWindow() override;
 
   /// True while work goes on that must not lose what it works on.
@@ -22,7 +22,7 @@ class ProgressWindow : public Gtk::Window {
   static void StopAll();
 
   /// Shows the fraction, 0 to 1, and lets the program see to its events. False when the user wants to stop.
-  bool Update(double fraction, std::string const& text);
+  bool Update(double fraction, const std::string& text);
 
  protected:
   bool on_close_request() override;

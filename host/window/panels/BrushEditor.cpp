@@ -34,7 +34,7 @@ Gdk::RGBA ToRGBA(AGColor color) {
   return rgba;
 }
 
-AGColor FromRGBA(Gdk::RGBA const& color) {
+AGColor FromRGBA(const Gdk::RGBA& color) {
   return {Channel(color.get_red()), Channel(color.get_green()), Channel(color.get_blue()), Channel(color.get_alpha())};
 }
 
@@ -74,7 +74,7 @@ BrushEditor::BrushEditor(bool forFills)
   ShowWhatCounts();
 }
 
-void BrushEditor::Show(AGBrush const& brush) {
+void BrushEditor::Show(const AGBrush& brush) {
   showing_ = true;
   brush_ = brush;
   style_.set_selected(brush.Style());
@@ -110,7 +110,7 @@ void BrushEditor::Take(AGBrush* brush) const {
   brush->SetFillMode(static_cast<AGBrushFillMode>(fillMode_.get_selected()));
 }
 
-void BrushEditor::Changed(std::string const& burst) {
+void BrushEditor::Changed(const std::string& burst) {
   if (showing_) return;
   AGBrush brush(brush_);
   Take(&brush);

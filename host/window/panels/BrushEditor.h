@@ -17,12 +17,12 @@ class BrushEditor : public FormGrid {
   explicit BrushEditor(bool forFills);
 
   /// Shows a brush without telling anybody.
-  void Show(AGBrush const& brush);
+  void Show(const AGBrush& brush);
   /// The user changed the brush. `burst` names the control when more changes may follow, else it is empty.
-  sigc::signal<void(AGBrush const& brush, std::string const& burst)>& SignalChanged() { return changed_; }
+  sigc::signal<void(const AGBrush& brush, const std::string& burst)>& SignalChanged() { return changed_; }
 
  private:
-  void Changed(std::string const& burst);
+  void Changed(const std::string& burst);
   void Take(AGBrush* brush) const;
   void ShowWhatCounts();
 
@@ -38,10 +38,10 @@ class BrushEditor : public FormGrid {
   NumberField centerX_;
   NumberField centerY_;
   Gtk::DropDown fillMode_;
-  sigc::signal<void(AGBrush const&, std::string const&)> changed_;
+  sigc::signal<void(const AGBrush&, const std::string&)> changed_;
 };
 
 Gdk::RGBA ToRGBA(AGColor color);
-AGColor FromRGBA(Gdk::RGBA const& color);
+AGColor FromRGBA(const Gdk::RGBA& color);
 
 }  // namespace host

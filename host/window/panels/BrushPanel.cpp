@@ -6,7 +6,7 @@ namespace host {
 
 BrushPanel::BrushPanel() {
   append(editor_);
-  editor_.SignalChanged().connect([this](AGBrush const& brush, std::string const& burst) {
+  editor_.SignalChanged().connect([this](const AGBrush& brush, const std::string& burst) {
     if (Session() == nullptr) return;
     if (burst.empty()) {
       SlideStep::End();

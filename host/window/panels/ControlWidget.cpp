@@ -22,7 +22,7 @@ namespace {
 
 constexpr double kUnbounded = 1e9;
 
-void GetRange(HostControl const& control, double* least, double* most) {
+void GetRange(const HostControl& control, double* least, double* most) {
   *least = -kUnbounded;
   *most = kUnbounded;
   if (control.GetProperty(kAKGUIPropertyHasRange) == 0) return;
@@ -32,28 +32,28 @@ void GetRange(HostControl const& control, double* least, double* most) {
 
 class LabelWidget final : public ControlWidget {
  public:
-  LabelWidget(HostControl const& control, Changed changed) : ControlWidget(control, std::move(changed)) {
+  LabelWidget(const HostControl& control, Changed changed) : ControlWidget(control, std::move(changed)) {
     label_.set_xalign(0);
     label_.set_ellipsize(Pango::EllipsizeMode::END);
   }
   Gtk::Widget& Widget() override { return label_; }
 
  private:
-  void ShowValue(HostControl const& control, bool) override {
+  void ShowValue(const HostControl& control, bool) override {
     label_.set_text(DisplayText(control.GetTitle()));
     label_.set_tooltip_text(label_.get_text());
   }
   Gtk::Label label_;
 };
 
-double Least(HostControl const& control) {
+double Least(const HostControl& control) {
   double least = 0;
   double most = 0;
   GetRange(control, &least, &most);
   return least;
 }
 
-double Most(HostControl const& control) {
+double Most(const HostControl& control) {
   double least = 0;
   double most = 0;
   GetRange(control, &least, &most);
@@ -62,7 +62,7 @@ double Most(HostControl const& control) {
 
 class NumberWidget final : public ControlWidget {
  public:
-  NumberWidget(HostControl const& control, Changed changed)
+  NumberWidget(const HostControl& control, Changed changed)
       : ControlWidget(control, std::move(changed)),
         field_(Least(control), Most(control), control.Step(), std::clamp(control.GetValuePrecision(), 0, 9), "") {
     field_.HideButtons();  // panels are described without room for them
@@ -75,7 +75,7 @@ class NumberWidget final : public ControlWidget {
   Gtk::Widget& Widget() override { return field_; }
 
  private:
-  void ShowValue(HostControl const& control, bool mixed) override {
+  void ShowValue(const HostControl& control, bool mixed) override {
     if (mixed) return field_.ShowMixed();
     field_.Show(control.GetValueAsFloat64());
   }
@@ -84,7 +84,7 @@ class NumberWidget final : public ControlWidget {
 
 class SliderWidget final : public ControlWidget {
  public:
-  SliderWidget(HostControl const& control, Changed changed) : ControlWidget(control, std::move(changed)) {
+  SliderWidget(const HostControl& control, Changed changed) : ControlWidget(control, std::move(changed)) {
     const double least = Least(control);
     const double most = Most(control);
     scale_.set_range(least, most > least ? most : least + 1);
@@ -99,13 +99,13 @@ class SliderWidget final : public ControlWidget {
   Gtk::Widget& Widget() override { return scale_; }
 
  private:
-  void ShowValue(HostControl const& control, bool) override { scale_.set_value(control.GetValueAsFloat64()); }
+  void ShowValue(const HostControl& control, bool) override { scale_.set_value(control.GetValueAsFloat64()); }
   Gtk::Scale scale_{Gtk::Orientation::HORIZONTAL};
 };
 
 class CheckWidget final : public ControlWidget {
  public:
-  CheckWidget(HostControl const& control, Changed changed) : ControlWidget(control, std::move(changed)) {
+  CheckWidget(const HostControl& control, Changed changed) : ControlWidget(control, std::move(changed)) {
     check_.signal_toggled().connect([this] {
       const bool on = check_.get_active();
       Tell([on](AKGUIDesc& panel, unsigned int id) { panel.SetValueAsBool(id, on); }, false);
@@ -114,7 +114,7 @@ class CheckWidget final : public ControlWidget {
   Gtk::Widget& Widget() override { return check_; }
 
  private:
-  void ShowValue(HostControl const& control, bool mixed) override {
+  void ShowValue(const HostControl& control, bool mixed) override {
     check_.set_label(DisplayText(control.GetTitle()));
     check_.set_inconsistent(mixed);
     check_.set_active(control.GetValueAsBool());
@@ -124,7 +124,7 @@ class CheckWidget final : public ControlWidget {
 
 class PopUpWidget final : public ControlWidget {
  public:
-  PopUpWidget(HostControl const& control, Changed changed) : ControlWidget(control, std::move(changed)) {
+  PopUpWidget(const HostControl& control, Changed changed) : ControlWidget(control, std::move(changed)) {
     menu_.property_selected().signal_changed().connect([this] {
       const unsigned int index = menu_.get_selected();
       Tell([index](AKGUIDesc& panel, unsigned int id) { panel.SetMenuIndex(id, index); }, false);
@@ -133,7 +133,7 @@ class PopUpWidget final : public ControlWidget {
   Gtk::Widget& Widget() override { return menu_; }
 
  private:
-  void ShowValue(HostControl const& control, bool mixed) override {
+  void ShowValue(const HostControl& control, bool mixed) override {
     std::vector<Glib::ustring> items;
     for (unsigned int i = 0; i < control.GetMenuItemCount(); ++i) {
       items.emplace_back(DisplayText(control.GetMenuItemAtIndex(i)));
@@ -149,13 +149,13 @@ class PopUpWidget final : public ControlWidget {
 
 class ButtonWidget final : public ControlWidget {
  public:
-  ButtonWidget(HostControl const& control, Changed changed) : ControlWidget(control, std::move(changed)) {
+  ButtonWidget(const HostControl& control, Changed changed) : ControlWidget(control, std::move(changed)) {
     button_.signal_clicked().connect([this] { Tell([](AKGUIDesc&, unsigned int) {}, false); });
   }
   Gtk::Widget& Widget() override { return button_; }
 
  private:
-  void ShowValue(HostControl const& control, bool) override {
+  void ShowValue(const HostControl& control, bool) override {
     if (control.GetXPMIcon() == nullptr) {
       button_.set_label(DisplayText(control.GetTitle()));
       return;
@@ -170,7 +170,7 @@ class ButtonWidget final : public ControlWidget {
 
 class ColorWidget final : public ControlWidget {
  public:
-  ColorWidget(HostControl const& control, Changed changed) : ControlWidget(control, std::move(changed)) {
+  ColorWidget(const HostControl& control, Changed changed) : ControlWidget(control, std::move(changed)) {
     button_.set_use_alpha(true);
     button_.signal_color_set().connect([this] {
       const AGColor color = FromRGBA(button_.get_rgba());
@@ -180,13 +180,13 @@ class ColorWidget final : public ControlWidget {
   Gtk::Widget& Widget() override { return button_; }
 
  private:
-  void ShowValue(HostControl const& control, bool) override { button_.set_rgba(ToRGBA(control.GetValueAsAGColor())); }
+  void ShowValue(const HostControl& control, bool) override { button_.set_rgba(ToRGBA(control.GetValueAsAGColor())); }
   Gtk::ColorButton button_;
 };
 
 class TextWidget final : public ControlWidget {
  public:
-  TextWidget(HostControl const& control, Changed changed) : ControlWidget(control, std::move(changed)) {
+  TextWidget(const HostControl& control, Changed changed) : ControlWidget(control, std::move(changed)) {
     entry_.signal_changed().connect([this] {
       const AKString text = TextForBundles(entry_.get_text().raw());
       Tell([text](AKGUIDesc& panel, unsigned int id) { panel.SetValueAsString(id, text); }, true);
@@ -195,7 +195,7 @@ class TextWidget final : public ControlWidget {
   Gtk::Widget& Widget() override { return entry_; }
 
  private:
-  void ShowValue(HostControl const& control, bool mixed) override {
+  void ShowValue(const HostControl& control, bool mixed) override {
     const std::string text = mixed ? std::string() : DisplayText(control.GetValueAsString());
     if (entry_.get_text().raw() != text) entry_.set_text(text);
   }
@@ -204,7 +204,7 @@ class TextWidget final : public ControlWidget {
 
 }  // namespace
 
-std::unique_ptr<ControlWidget> ControlWidget::Make(HostControl const& control, Changed changed) {
+std::unique_ptr<ControlWidget> ControlWidget::Make(const HostControl& control, Changed changed) {
   switch (control.Type()) {
     case ControlType::kEditNum:
       return std::make_unique<NumberWidget>(control, std::move(changed));
@@ -225,7 +225,7 @@ std::unique_ptr<ControlWidget> ControlWidget::Make(HostControl const& control, C
   }
 }
 
-void ControlWidget::Show(HostControl const& control, bool mixed) {
+void ControlWidget::Show(const HostControl& control, bool mixed) {
   showing_ = true;
   Widget().set_visible(control.IsVisible());
   Widget().set_sensitive(control.IsEnabled());

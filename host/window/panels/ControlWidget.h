@@ -16,22 +16,22 @@ class ControlWidget {
   /// Gives the value to a control of the panel.
   using SetValue = std::function<void(AKGUIDesc& panel, unsigned int controlID)>;
   /// The user changed the control; `more` tells that it is one of a burst of changes, as of a slider.
-  using Changed = std::function<void(unsigned int controlID, SetValue const& set, bool more)>;
+  using Changed = std::function<void(unsigned int controlID, const SetValue& set, bool more)>;
 
-  static std::unique_ptr<ControlWidget> Make(HostControl const& control, Changed changed);
-  ControlWidget(ControlWidget const&) = delete;
-  ControlWidget& operator=(ControlWidget const&) = delete;
+  static std::unique_ptr<ControlWidget> Make(const HostControl& control, Changed changed);
+  ControlWidget(const ControlWidget&) = delete;
+  ControlWidget& operator=(const ControlWidget&) = delete;
   virtual ~ControlWidget() = default;
 
   virtual Gtk::Widget& Widget() = 0;
   /// Shows the control as it is now; `mixed` when several objects differ.
-  void Show(HostControl const& control, bool mixed);
+  void Show(const HostControl& control, bool mixed);
 
  protected:
-  ControlWidget(HostControl const& control, Changed changed) : id_(control.id), changed_(std::move(changed)) {}
+  ControlWidget(const HostControl& control, Changed changed) : id_(control.id), changed_(std::move(changed)) {}
 
-  virtual void ShowValue(HostControl const& control, bool mixed) = 0;
-  void Tell(SetValue const& set, bool more) const {
+  virtual void ShowValue(const HostControl& control, bool mixed) = 0;
+  void Tell(const SetValue& set, bool more) const {
     if (!showing_) changed_(id_, set, more);
   }
   unsigned int ID() const { return id_; }

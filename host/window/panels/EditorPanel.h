@@ -12,8 +12,8 @@ namespace host {
 
 class EditorPanel : public Gtk::Box, public SessionObserver {
  public:
-  EditorPanel(EditorPanel const&) = delete;
-  EditorPanel& operator=(EditorPanel const&) = delete;
+  EditorPanel(const EditorPanel&) = delete;
+  EditorPanel& operator=(const EditorPanel&) = delete;
   ~EditorPanel() override;
 
   /// Null shows nothing. The session outlives the panel or is replaced before.
@@ -39,7 +39,7 @@ class EditorPanel : public Gtk::Box, public SessionObserver {
   bool IsRefreshing() const { return refreshing_; }
   void RefreshSoon();
   /// Reports a refused edit.
-  void Report(bool done, std::string const& error) {
+  void Report(bool done, const std::string& error) {
     if (!done && !error.empty()) message_.emit(error);
   }
 

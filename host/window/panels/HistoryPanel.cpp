@@ -34,7 +34,7 @@ HistoryPanel::HistoryPanel() {
 void HistoryPanel::Refresh() {
   while (Gtk::Widget* row = list_.get_first_child()) list_.remove(*row);
   if (Session() == nullptr) return;
-  History const& steps = Session()->Steps();
+  const History& steps = Session()->Steps();
   const std::size_t first = steps.Count() > kMostRows ? steps.Count() - kMostRows : 0;
   for (std::size_t position = first; position <= steps.Count(); ++position) {
     auto* const label = Gtk::make_managed<Gtk::Label>(position == first ? Tr("Opened") : steps.NameAt(position - 1));

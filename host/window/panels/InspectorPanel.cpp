@@ -41,7 +41,7 @@ void InspectorPanel::Build() {
   if (widget_ != nullptr) remove(*widget_);
   widget_ = std::make_unique<PanelWidget>(
       inspector_.Panel(),
-      [this](unsigned int controlID, ControlWidget::SetValue const& set, bool more) { Changed(controlID, set, more); });
+      [this](unsigned int controlID, const ControlWidget::SetValue& set, bool more) { Changed(controlID, set, more); });
   append(*widget_);
 }
 
@@ -49,7 +49,7 @@ void InspectorPanel::ShowControls() {
   widget_->ShowControls([this](unsigned int controlID) { return inspector_.IsMixed(controlID); });
 }
 
-void InspectorPanel::Changed(unsigned int controlID, ControlWidget::SetValue const& set, bool more) {
+void InspectorPanel::Changed(unsigned int controlID, const ControlWidget::SetValue& set, bool more) {
   if (IsRefreshing() || Session() == nullptr || Session()->Selected().IsEmpty()) return;
   if (more) {
     SlideStep::Continue(Session(), "control " + std::to_string(controlID));

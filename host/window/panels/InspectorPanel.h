@@ -24,7 +24,7 @@ class InspectorPanel : public EditorPanel {
 
  private:
   void Build();
-  void Changed(unsigned int controlID, ControlWidget::SetValue const& set, bool more);
+  void Changed(unsigned int controlID, const ControlWidget::SetValue& set, bool more);
   void ShowControls();
   void UpdateIdling();
 

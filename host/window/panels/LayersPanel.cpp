@@ -11,7 +11,7 @@
 namespace host {
 namespace {
 
-void SetName(Gtk::Widget* widget, std::string const& name) {
+void SetName(Gtk::Widget* widget, const std::string& name) {
   widget->set_tooltip_text(name);
   gtk_accessible_update_property(GTK_ACCESSIBLE(widget->gobj()), GTK_ACCESSIBLE_PROPERTY_LABEL, name.c_str(), -1);
 }
@@ -23,7 +23,7 @@ LayersPanel::LayersPanel() {
   SetName(&list_, Tr("Layers"));
   list_.signal_row_selected().connect([this](Gtk::ListBoxRow* row) {
     if (IsRefreshing() || row == nullptr || Session() == nullptr) return;
-    auto const& layers = Session()->Doc().Layers();
+    const auto& layers = Session()->Doc().Layers();
     Session()->SetActiveLayer(layers[layers.size() - 1 - static_cast<std::size_t>(row->get_index())]->id);
   });
   append(list_);
@@ -42,7 +42,7 @@ LayersPanel::LayersPanel() {
   append(*buttons);
 }
 
-void LayersPanel::AddButton(Gtk::Box* box, char const* icon, char const* tip, std::function<void()> const& pressed) {
+void LayersPanel::AddButton(Gtk::Box* box, const char* icon, const char* tip, const std::function<void()>& pressed) {
   auto* const button = Gtk::make_managed<Gtk::Button>();
   button->set_icon_name(icon);
   SetName(button, tip);
@@ -61,7 +61,7 @@ void LayersPanel::MoveActive(int by) {
   Report(Session()->MoveLayer(Session()->ActiveLayer(), target, &error), error);
 }
 
-Gtk::Widget* LayersPanel::MakeRow(Layer const& layer) {
+Gtk::Widget* LayersPanel::MakeRow(const Layer& layer) {
   auto* const row = Gtk::make_managed<Gtk::Box>(Gtk::Orientation::HORIZONTAL, 4);
   const LayerID id = layer.id;
   auto* const visible = Gtk::make_managed<Gtk::CheckButton>();
@@ -101,7 +101,7 @@ Gtk::Widget* LayersPanel::MakeRow(Layer const& layer) {
 void LayersPanel::Refresh() {
   while (Gtk::Widget* row = list_.get_first_child()) list_.remove(*row);
   if (Session() == nullptr) return;
-  auto const& layers = Session()->Doc().Layers();
+  const auto& layers = Session()->Doc().Layers();
   for (std::size_t i = layers.size(); i > 0; --i) list_.append(*MakeRow(*layers[i - 1]));
   const std::size_t active = Session()->Doc().IndexOfLayer(Session()->ActiveLayer());
   list_.select_row(*list_.get_row_at_index(static_cast<int>(layers.size() - 1 - active)));

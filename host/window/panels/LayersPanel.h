@@ -20,8 +20,8 @@ class LayersPanel : public EditorPanel {
   void Refresh() override;
 
  private:
-  Gtk::Widget* MakeRow(Layer const& layer);
-  void AddButton(Gtk::Box* box, char const* icon, char const* tip, std::function<void()> const& pressed);
+  Gtk::Widget* MakeRow(const Layer& layer);
+  void AddButton(Gtk::Box* box, const char* icon, const char* tip, const std::function<void()>& pressed);
   void MoveActive(int by);
 
   Gtk::ListBox list_;

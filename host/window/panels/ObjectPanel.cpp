@@ -33,7 +33,7 @@ ObjectPanel::ObjectPanel()
   grid_.Row(3, Tr("Height"), height_);
   grid_.Row(4, Tr("Angle (°)"), angle_);
   append(grid_);
-  const auto connect = [this](NumberField& field, std::string const& name, auto change) {
+  const auto connect = [this](NumberField& field, const std::string& name, auto change) {
     field.SignalChosen().connect([this, name, change](double value) {
       AGRect box;
       if (!GetFrame(&box)) return;
@@ -51,14 +51,14 @@ ObjectPanel::ObjectPanel()
 
 bool ObjectPanel::GetFrame(AGRect* box) const {
   if (Session() == nullptr || Session()->Selected().IsEmpty()) return false;
-  ObjectIDs const& ids = Session()->Selected().IDs();
+  const ObjectIDs& ids = Session()->Selected().IDs();
   if (ids.size() > 1) return Session()->GetBox(ids, box);
   *box = Session()->Doc().Find(ids[0])->bounds;
   return true;
 }
 
-void ObjectPanel::PlaceFrame(AGRect const& box) {
-  ObjectIDs const& ids = Session()->Selected().IDs();
+void ObjectPanel::PlaceFrame(const AGRect& box) {
+  const ObjectIDs& ids = Session()->Selected().IDs();
   std::string error;
   if (ids.size() == 1) {
     const double angle = Session()->Doc().Find(ids[0])->angle;
@@ -89,7 +89,7 @@ void ObjectPanel::Refresh() {
   y_.Show(box.y0);
   width_.Show(box.x1 - box.x0);
   height_.Show(box.y1 - box.y0);
-  ObjectIDs const& ids = Session()->Selected().IDs();
+  const ObjectIDs& ids = Session()->Selected().IDs();
   const double angle = Session()->Doc().Find(ids[0])->angle;
   bool same = true;
   for (ObjectID id : ids) same = same && Session()->Doc().Find(id)->angle == angle;

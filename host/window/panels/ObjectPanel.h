@@ -17,7 +17,7 @@ class ObjectPanel : public EditorPanel {
  private:
   /// The box of one object is its unturned bounds; of several, the box around them.
   bool GetFrame(AGRect* box) const;
-  void PlaceFrame(AGRect const& box);
+  void PlaceFrame(const AGRect& box);
   void SetAngle(double degrees);
 
   FormGrid grid_;

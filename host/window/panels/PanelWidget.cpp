@@ -26,10 +26,10 @@ void PanelWidget::Place(Gtk::Widget* widget, double x, double middle, int width)
   put(*widget, x, std::max(middle - height / 2.0, 0.0));
 }
 
-PanelWidget::PanelWidget(HostPanel const& panel, ControlWidget::Changed const& changed) : panel_(panel) {
+PanelWidget::PanelWidget(const HostPanel& panel, const ControlWidget::Changed& changed) : panel_(panel) {
   std::string label;  // a control is named by the text in front of it
   for (unsigned int i = 0; i < panel.GetControllerCount(); ++i) {
-    HostControl const& control = panel.ControlAt(i);
+    const HostControl& control = panel.ControlAt(i);
     auto widget = ControlWidget::Make(control, changed);
     if (control.Type() == ControlType::kStaticText) label = DisplayText(control.GetTitle());
     gtk_accessible_update_property(GTK_ACCESSIBLE(widget->Widget().gobj()), GTK_ACCESSIBLE_PROPERTY_LABEL,
@@ -45,9 +45,9 @@ PanelWidget::PanelWidget(HostPanel const& panel, ControlWidget::Changed const& c
   }
 }
 
-void PanelWidget::ShowControls(std::function<bool(unsigned int controlID)> const& isMixed) {
+void PanelWidget::ShowControls(const std::function<bool(unsigned int controlID)>& isMixed) {
   for (unsigned int i = 0; i < widgets_.size(); ++i) {
-    HostControl const& control = panel_.ControlAt(i);
+    const HostControl& control = panel_.ControlAt(i);
     widgets_[i]->Show(control, isMixed(control.id));
   }
 }

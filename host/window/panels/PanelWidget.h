@@ -14,16 +14,16 @@ namespace host {
 class PanelWidget : public Gtk::Fixed {
  public:
   /// The panel outlives the widget.
-  PanelWidget(HostPanel const& panel, ControlWidget::Changed const& changed);
+  PanelWidget(const HostPanel& panel, const ControlWidget::Changed& changed);
 
-  HostPanel const& Panel() const { return panel_; }
+  const HostPanel& Panel() const { return panel_; }
   /// Shows the controls as they are now; `isMixed` tells where several objects differ.
-  void ShowControls(std::function<bool(unsigned int controlID)> const& isMixed);
+  void ShowControls(const std::function<bool(unsigned int controlID)>& isMixed);
 
  private:
   void Place(Gtk::Widget* widget, double x, double middle, int width);
 
-  HostPanel const& panel_;
+  const HostPanel& panel_;
   std::vector<std::unique_ptr<ControlWidget>> widgets_;
 };
 

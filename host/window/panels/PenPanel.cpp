@@ -30,7 +30,7 @@ PenPanel::PenPanel()
   grid_.Row(4, Tr("Nib Ratio"), ratio_);
   grid_.Row(5, Tr("Nib Angle"), angle_);
   append(grid_);
-  brush_.SignalChanged().connect([this](AGBrush const& brush, std::string const& burst) {
+  brush_.SignalChanged().connect([this](const AGBrush& brush, const std::string& burst) {
     pen_.SetBrush(brush);
     Changed(burst);
   });
@@ -42,7 +42,7 @@ PenPanel::PenPanel()
   }
 }
 
-void PenPanel::Changed(std::string const& burst) {
+void PenPanel::Changed(const std::string& burst) {
   if (IsRefreshing() || Session() == nullptr || Session()->Selected().IsEmpty()) return;
   pen_.SetSize(size_.get_value());
   pen_.SetSizeMode(static_cast<AGPenSizeMode>(sizeMode_.get_selected()));

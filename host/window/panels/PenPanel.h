@@ -15,7 +15,7 @@ class PenPanel : public EditorPanel {
   void Refresh() override;
 
  private:
-  void Changed(std::string const& burst);
+  void Changed(const std::string& burst);
 
   AGPen pen_;
   BrushEditor brush_{false};

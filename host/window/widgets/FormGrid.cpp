@@ -14,7 +14,7 @@ FormGrid::FormGrid() {
   set_column_spacing(8);
 }
 
-void FormGrid::Row(int row, char const* label, Gtk::Widget& control) {
+void FormGrid::Row(int row, const char* label, Gtk::Widget& control) {
   auto* const text = Gtk::make_managed<Gtk::Label>(label);
   text->set_xalign(0);
   text->set_size_request(kLabelWidth, -1);

@@ -11,7 +11,7 @@ class FormGrid : public Gtk::Grid {
 
   /// The label is the control's mnemonic and its name for those who cannot see it. The control outlives the grid or
   /// belongs to it.
-  void Row(int row, char const* label, Gtk::Widget& control);
+  void Row(int row, const char* label, Gtk::Widget& control);
 };
 
 }  // namespace host

@@ -41,7 +41,7 @@ void UseWheelWithFocusAlone(Gtk::Widget* widget) {
   }
 }
 
-NumberField::NumberField(double least, double most, double step, int decimals, Glib::ustring const& accessibleName)
+NumberField::NumberField(double least, double most, double step, int decimals, const Glib::ustring& accessibleName)
     : Gtk::SpinButton(Gtk::Adjustment::create(0, least, most, step, 10 * step, 0), step, static_cast<guint>(decimals)) {
   set_numeric(false);  // else the decimal separator of another habit could not be typed
   UseWheelWithFocusAlone(this);

@@ -15,7 +15,7 @@ void UseWheelWithFocusAlone(Gtk::Widget* widget);
 
 class NumberField : public Gtk::SpinButton {
  public:
-  NumberField(double least, double most, double step, int decimals, Glib::ustring const& accessibleName);
+  NumberField(double least, double most, double step, int decimals, const Glib::ustring& accessibleName);
 
   /// Leaves the arrow keys and the wheel to step with.
   void HideButtons();

@@ -17,19 +17,19 @@ struct Call {
 };
 
 // A rectangle in the lower left quarter, and a disc.
-void DrawScene(AGContext& context, AGRect const& bounds) {
+void DrawScene(AGContext& context, const AGRect& bounds) {
   context.brush.SetStyleSolid(kAGColorRed);
   context.DrawRect({0, 0, bounds.x1 / 2, bounds.y1 / 2});
   context.brush.SetStyleSolid(kAGColorBlue);
   context.DrawEllipseInRect({bounds.x1 / 2, bounds.y1 / 2, bounds.x1, bounds.y1});
 }
 
-void Draw(AGContext& context, double scale, AGRect const& bounds, const void* userData) {
+void Draw(AGContext& context, double scale, const AGRect& bounds, const void* userData) {
   *static_cast<Call*>(const_cast<void*>(userData)) = {1, scale, bounds, {}};
   DrawScene(context, bounds);
 }
 
-void DrawScrolled(AGContext& context, double scale, AGRect const& bounds, AGRect const& visible, const void* userData) {
+void DrawScrolled(AGContext& context, double scale, const AGRect& bounds, const AGRect& visible, const void* userData) {
   *static_cast<Call*>(const_cast<void*>(userData)) = {1, scale, bounds, visible};
   DrawScene(context, bounds);
 }

@@ -27,8 +27,8 @@ struct PlainObject {
   AGRect bounds;
   double angle;
   double rounding;
-  bool operator==(PlainObject const&) const = default;
-  friend void PrintTo(PlainObject const& o, std::ostream* out) {
+  bool operator==(const PlainObject&) const = default;
+  friend void PrintTo(const PlainObject& o, std::ostream* out) {
     *out << o.id << " " << o.bounds.x0 << " " << o.bounds.y0 << " " << o.angle << " " << o.rounding;
   }
 };
@@ -41,7 +41,7 @@ struct PlainHistory {
   std::size_t position = 0;
   std::optional<std::size_t> saved = 0;
 
-  PlainState const& Now() const { return states[position]; }
+  const PlainState& Now() const { return states[position]; }
   void Take(PlainState state) {
     states.resize(position + 1);
     if (saved && *saved > position) saved.reset();
@@ -65,33 +65,33 @@ class DocumentModelTest : public SessionFixture {
   void Start(std::unique_ptr<DocumentSession> session) {
     session_ = std::move(session);
     PlainState state;
-    for (auto const& layer : session_->Doc().Layers()) {
+    for (const auto& layer : session_->Doc().Layers()) {
       state.emplace_back();
-      layer->objects.ForEach([&](DocumentObject const& o) {
+      layer->objects.ForEach([&](const DocumentObject& o) {
         state.back().push_back({o.id, o.bounds, o.angle, RoundingOf(o)});
       });
     }
     plain_ = {{std::move(state)}, 0, 0};
   }
 
-  static double RoundingOf(DocumentObject const& object) {
+  static double RoundingOf(const DocumentObject& object) {
     double rounding = -1;
     AKValueGetasFloat64(PropertiesOf(object).GetValue("Rounding"), &rounding, false);
     return rounding;
   }
 
   void Compare(bool whole) {
-    PlainState const& state = plain_.Now();
+    const PlainState& state = plain_.Now();
     ASSERT_EQ(session_->HasUnsavedChanges(), plain_.saved != plain_.position);
     ASSERT_EQ(session_->Steps().Position(), plain_.position);
     ASSERT_EQ(session_->Steps().Count() + 1, plain_.states.size());
     ASSERT_EQ(session_->Doc().Layers().size(), state.size());
     for (std::size_t l = 0; l < state.size(); ++l) {
-      ObjectOrder const& order = session_->Doc().Layers()[l]->objects;
+      const ObjectOrder& order = session_->Doc().Layers()[l]->objects;
       ASSERT_EQ(order.Count(), state[l].size());
       std::size_t i = 0;
-      order.ForEach([&](DocumentObject const& o) {
-        PlainObject const& plain = state[l][i++];
+      order.ForEach([&](const DocumentObject& o) {
+        const PlainObject& plain = state[l][i++];
         const PlainObject found{o.id, o.bounds, o.angle, whole ? RoundingOf(o) : plain.rounding};
         EXPECT_EQ(found, plain) << "layer " << l << ", object " << i - 1;
         EXPECT_EQ(session_->Doc().FindByInstance(o.instance.get()), &o);
@@ -159,7 +159,7 @@ class DocumentModelTest : public SessionFixture {
     }
   }
 
-  void SaveAndPerhapsReopen(std::string const& path) {
+  void SaveAndPerhapsReopen(const std::string& path) {
     ASSERT_TRUE(session_->SaveAs(path, &error_)) << error_;
     plain_.saved = plain_.position;
     if (Pick(2) == 0) return;
@@ -228,11 +228,11 @@ TEST_F(DocumentModelTest, MillionEdits_AgreeWithAPlainModel) {
 // Addresses that share their slots, put in and taken out, against a plain map.
 TEST(InstanceIndexTest, RandomInsertionsAndRemovals_FindWhatIsThere) {
   std::mt19937 random(5);
-  std::unordered_map<AKObject const*, ObjectID> plain;
+  std::unordered_map<const AKObject*, ObjectID> plain;
   InstanceIndex index;
   for (ObjectID id = 1; id < 200000; ++id) {
     const auto address = static_cast<std::uintptr_t>(random() % 3000 + 1) * (random() % 2 == 0 ? 16 : 4096);
-    auto const* instance = reinterpret_cast<AKObject const*>(address);
+    const auto* instance = reinterpret_cast<const AKObject*>(address);
     const auto found = plain.find(instance);
     ASSERT_EQ(index.Find(instance), found == plain.end() ? kNoObjectID : found->second);
     if (random() % 2 == 0) {
@@ -243,7 +243,7 @@ TEST(InstanceIndexTest, RandomInsertionsAndRemovals_FindWhatIsThere) {
       plain[instance] = id;
     }
   }
-  for (auto const& [instance, id] : plain) ASSERT_EQ(index.Find(instance), id);
+  for (const auto& [instance, id] : plain) ASSERT_EQ(index.Find(instance), id);
 }
 
 }  // namespace

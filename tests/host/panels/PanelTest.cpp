@@ -103,7 +103,7 @@ TEST_F(PanelTest, EveryType_SaysWhatItOffers) {
     const char* features;  // value, range, title, items, icon
   } cases[] = {{"StaticText", 1, "t"}, {"EditNum", 2, "v"}, {"Slider", 3, "vr"}, {"CheckBox", 4, "vt"},
                {"PopUp", 5, "vi"},     {"Button", 6, "tx"}, {"Color", 7, "v"},   {"EditText", 8, "v"}};
-  for (auto const& c : cases) {
+  for (const auto& c : cases) {
     AKGUIDesc panel;
     panel.NewController("-id:1 -type:%s", c.type);
     std::string features;
@@ -145,7 +145,7 @@ TEST_F(PanelTest, Enter_TakesWhatAUserMayType) {
       {"-type:Button -title:\"Press me\"", "", true, "Press me"},
       {"-type:StaticText -title:fixed", "other", false, "fixed"},
   };
-  for (auto const& c : cases) {
+  for (const auto& c : cases) {
     HostControl control{AKString(c.description)};
     EXPECT_EQ(control.Enter(c.text), c.taken) << c.description << " " << c.text;
     const std::string shown = control.DisplayedValue().CStr();
@@ -164,16 +164,16 @@ TEST_F(PanelTest, ValueSetAsTime_IsShownAndEnteredAsTime) {
 
 // Answers a dialog by pressing control 1, and closing with 7 from the object's own hand.
 struct Answering final : UserInterface {
-  bool ChooseFileToSave(AKFilePath* path, std::string const&, std::string const&) override {
+  bool ChooseFileToSave(AKFilePath* path, const std::string&, const std::string&) override {
     path->SetFileName("chosen.akd");
     return true;
   }
-  bool ChooseFileToOpen(AKFilePath*, std::string const&, std::string const&) override { return false; }
-  bool ShowProgress(double fraction, std::string const& text) override {
+  bool ChooseFileToOpen(AKFilePath*, const std::string&, const std::string&) override { return false; }
+  bool ShowProgress(double fraction, const std::string& text) override {
     progress.push_back(fraction);
     return text == "enough";
   }
-  int RunDialog(HostPanel&, std::function<int(AKGUIEvent&)> const& send) override {
+  int RunDialog(HostPanel&, const std::function<int(AKGUIEvent&)>& send) override {
     AKGUIEvent event;
     event.kind = AKGUIEvent::kControlChanged;
     event.ctrlID = 1;

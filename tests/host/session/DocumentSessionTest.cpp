@@ -31,7 +31,7 @@ class RandomEditor {
 
   ObjectIDs Some() {
     ObjectIDs ids;
-    Document const& document = session_.Doc();
+    const Document& document = session_.Doc();
     for (unsigned int i = Pick(4); i > 0 && document.ObjectCount() != 0; --i) {
       ids.push_back(document.ObjectAt(Pick(document.ObjectCount())).id);
     }
@@ -92,7 +92,7 @@ class RandomEditor {
 
  private:
   // A slide of the inspector, or one that is cancelled.
-  void Slide(ObjectIDs const& ids) {
+  void Slide(const ObjectIDs& ids) {
     std::string error;
     Inspector inspector;
     if (!inspector.Open(&session_, ids, &error)) return;
@@ -118,7 +118,7 @@ TEST_F(DocumentSessionTest, RandomEdits_UndoAndRedo_GiveEveryStateBack) {
     RandomEditor editor(&session, seed + round);
     for (int i = 0; i < 300; ++i) {
       editor.Edit();
-      History const& steps = session.Steps();
+      const History& steps = session.Steps();
       ASSERT_LE(steps.Position(), states.size());
       if (steps.Position() == states.size()) {
         states.push_back(Bytes(session));
@@ -282,7 +282,7 @@ TEST_F(DocumentSessionTest, ObjectAt_SeesTheOutline_NotTheBox) {
       {"a pattern", {{"Brush.Style", "Pattern"}}, {50, 50}, true},
       {"nothing to see", {{"Brush.Style", "None"}, {"Pen.Brush.Style", "None"}}, {50, 0}, false},
   };
-  for (auto const& c : cases) {
+  for (const auto& c : cases) {
     DocumentSession session(MakeDocument(0));
     const ObjectID id = session.Add(AKClassID("stdRect"), "", {{0, 0, 100, 100}, 0}, &error_);
     ASSERT_TRUE(session.SetProperties({id}, c.properties, &error_)) << c.what << ": " << error_;
@@ -292,7 +292,7 @@ TEST_F(DocumentSessionTest, ObjectAt_SeesTheOutline_NotTheBox) {
 
 class Recorder final : public SessionObserver {
  public:
-  void OnAreaChanged(AGRect const& area) override { areas.push_back(area); }
+  void OnAreaChanged(const AGRect& area) override { areas.push_back(area); }
   std::vector<AGRect> areas;
 };
 
@@ -327,7 +327,7 @@ TEST_F(DocumentSessionTest, LargeDocument_PartsAreDrawnAndFound_AsTheWhole) {
     const AGPoint point{number(2000), number(2000)};
     HitTest test(point, 1);
     ObjectID expected = kNoObjectID;
-    session.Doc().ForEachObject([&](DocumentObject const& object) {
+    session.Doc().ForEachObject([&](const DocumentObject& object) {
       if (std::hypot(object.bounds.x0 - point.x, object.bounds.y0 - point.y) < 40 && test.Hits(object)) {
         expected = object.id;
       }

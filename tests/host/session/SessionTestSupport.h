@@ -48,10 +48,10 @@ class SessionFixture : public testing::Test {
     ASSERT_TRUE(session->Doc().Find(placeholder_)->IsPlaceholder());
   }
 
-  static ObjectID ID(DocumentSession const& session, std::size_t number) { return session.Doc().ObjectAt(number).id; }
+  static ObjectID ID(const DocumentSession& session, std::size_t number) { return session.Doc().ObjectAt(number).id; }
 
   /// The document as a file.
-  static std::string Bytes(DocumentSession const& session) {
+  static std::string Bytes(const DocumentSession& session) {
     AKFile stream(AKFile::kModeMemory);
     EXPECT_EQ(stream.CreateForReadWrite() | WriteDocument(session.Doc(), stream), 0);
     return file_test::StreamContent(stream);

@@ -31,11 +31,11 @@ class DocumentFileTest : public testing::Test {
 
   std::string Path(const char* name) const { return folder_ + "/" + name; }
 
-  static Bytes Read(std::string const& path) {
+  static Bytes Read(const std::string& path) {
     std::ifstream stream(path, std::ios::binary);
     return {std::istreambuf_iterator<char>(stream), std::istreambuf_iterator<char>()};
   }
-  static void Write(std::string const& path, Bytes const& bytes) {
+  static void Write(const std::string& path, const Bytes& bytes) {
     std::ofstream(path, std::ios::binary).write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
   }
 

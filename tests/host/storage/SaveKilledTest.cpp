@@ -18,13 +18,13 @@ constexpr int kPoints = 200;
 
 class SaveKilledTest : public SessionFixture {};
 
-std::string ContentOf(std::string const& path) {
+std::string ContentOf(const std::string& path) {
   std::ifstream file(path, std::ios::binary);
   return {std::istreambuf_iterator<char>(file), {}};
 }
 
 // Saves two documents in turn, for ever; tells when it begins.
-[[noreturn]] void SaveForEver(Document const& one, Document const& other, std::string const& path, int pipe) {
+[[noreturn]] void SaveForEver(const Document& one, const Document& other, const std::string& path, int pipe) {
   std::string error;
   const char begun = 'b';
   if (write(pipe, &begun, 1) != 1) _exit(1);
@@ -74,7 +74,7 @@ TEST_F(SaveKilledTest, KilledAnywhere_FileIsWhole_AndLeftoversAreCleared) {
   // An hour later the next save takes them away, and nothing else.
   std::ofstream(folder.Path(".tmp_notes")) << "mine";
   const auto old = std::filesystem::file_time_type::clock::now() - std::chrono::hours(2);
-  for (auto const& entry : std::filesystem::directory_iterator(folder.Path(""))) {
+  for (const auto& entry : std::filesystem::directory_iterator(folder.Path(""))) {
     std::filesystem::last_write_time(entry.path(), old);
   }
   std::ofstream(folder.Path(".tmp_0123456789ABCDEF")) << "of a save that is going on";
@@ -83,7 +83,7 @@ TEST_F(SaveKilledTest, KilledAnywhere_FileIsWhole_AndLeftoversAreCleared) {
 }
 
 // On a file system of 256 KiB, in a name space of a child's own; 77 where the system does not allow that.
-int SaveOnSmallDisk(Document const& small, Document const& large, std::string const& folder) {
+int SaveOnSmallDisk(const Document& small, const Document& large, const std::string& folder) {
   const std::string path = folder + "/full.akd";
   std::string error;
   if (unshare(CLONE_NEWNS) != 0) return 77;

@@ -44,7 +44,7 @@ class HandlerTest : public SessionFixture {
   void SetCurvature(AKObject* object, double curvature) {
     AKDictionary properties;
     properties.SetValue("Rounding", AKValueSetasFloat64(curvature));
-    CallSlot<int, AKDictionary const&>(*object->Class(), kAKMethodSetObjectProperties, object, properties);
+    CallSlot<int, const AKDictionary&>(*object->Class(), kAKMethodSetObjectProperties, object, properties);
   }
 
   std::vector<std::string> log_;
@@ -84,7 +84,7 @@ TEST_F(HandlerTest, BadCalls_AreRefusedWhole_AndLogged) {
   AKObject* fresh = NewInstance("");
   const AKObjectArray bad[] = {ArrayOf({fresh, nullptr}), ArrayOf({fresh, fresh}), ArrayOf({InstanceAt(0)}),
                                ArrayOf({handler.GetMasterLayer()})};
-  for (AKObjectArray const& objects : bad) EXPECT_LT(handler.AddObjects(objects, nullptr, 0), 0);
+  for (const AKObjectArray& objects : bad) EXPECT_LT(handler.AddObjects(objects, nullptr, 0), 0);
   EXPECT_LT(handler.AddObject(fresh, fresh, 0), 0) << "its parent is in no document";
   EXPECT_LT(handler.DeleteObjects(ArrayOf({InstanceAt(1), fresh})), 0);
   EXPECT_LT(handler.ReviseObject(fresh), 0);
@@ -107,7 +107,7 @@ struct Suicidal {
     status = handler.DeleteObject(self);
     return self->ClassID() == AKClassID("stdRect") ? 0 : -1;  // the instance is still there
   }
-  static int Draw(void* self, AGContext const&, AKDrawEvent const&) { return Run(self); }
+  static int Draw(void* self, const AGContext&, const AKDrawEvent&) { return Run(self); }
   static int Inspect(void* self, AKGUIDesc&, AKGUIEvent& event) {
     event.actionName = AKString(std::string(1 << 20, 'x'));
     return Run(self);

@@ -18,7 +18,7 @@ TEST(DisplayTextTest, TextForBundles_GoesThereAndBack) {
                {"?", "?"},
                {"\xE6\x9B\xB2\xE7\x8E\x87", "\xEF\xBB\xBF\xE6\x9B\xB2\xE7\x8E\x87"},
                {"", ""}};
-  for (auto const& c : cases) {
+  for (const auto& c : cases) {
     const AKString text = TextForBundles(c.utf8);
     EXPECT_STREQ(text.CStr(), c.bytes);
     EXPECT_EQ(DisplayText(text), c.utf8);

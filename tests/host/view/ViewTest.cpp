@@ -56,28 +56,28 @@ class CanvasTest : public testing::Test {
     session_.reset();
   }
 
-  ObjectID AddRect(AGRect const& bounds, double angle = 0) {
+  ObjectID AddRect(const AGRect& bounds, double angle = 0) {
     std::string error;
     return session_->Add(AKClassID("stdRect"), "", {bounds, angle}, &error);
   }
   AGPoint Seen(double x, double y) const { return view_.ToView({x, y}); }
-  void Drag(AGPoint const& from, AGPoint const& to, PointerModifiers modifiers = {}) {
+  void Drag(const AGPoint& from, const AGPoint& to, PointerModifiers modifiers = {}) {
     tool_->Press(from, modifiers);
     for (int i = 1; i <= 5; ++i) {
       tool_->Motion({from.x + (to.x - from.x) * i / 5, from.y + (to.y - from.y) * i / 5}, modifiers);
     }
     EXPECT_EQ(tool_->Release(to, modifiers), "");
   }
-  void DragHandle(Handle handle, AGPoint const& to, PointerModifiers modifiers = {}) {
+  void DragHandle(Handle handle, const AGPoint& to, PointerModifiers modifiers = {}) {
     Drag(SelectionFrame::Of(*session_).PositionOf(handle, view_), to, modifiers);
   }
-  DocumentObject const& Object(ObjectID id) const { return *session_->Doc().Find(id); }
-  static void ExpectRect(AGRect const& rect, AGRect const& expected) {
+  const DocumentObject& Object(ObjectID id) const { return *session_->Doc().Find(id); }
+  static void ExpectRect(const AGRect& rect, const AGRect& expected) {
     const double sides[][2] = {
         {rect.x0, expected.x0}, {rect.y0, expected.y0}, {rect.x1, expected.x1}, {rect.y1, expected.y1}};
-    for (auto const& side : sides) EXPECT_NEAR(side[0], side[1], 1e-9);
+    for (const auto& side : sides) EXPECT_NEAR(side[0], side[1], 1e-9);
   }
-  static double RoundingOf(DocumentObject const& object) {
+  static double RoundingOf(const DocumentObject& object) {
     double rounding = -1;
     AKValueGetasFloat64(PropertiesOf(object).GetValue("Rounding"), &rounding, false);
     return rounding;
@@ -138,7 +138,7 @@ TEST_F(CanvasTest, StretchOfATurnedObject_KeepsTheOppositeCornerWhereItIsSeen) {
     const SelectionFrame frame = SelectionFrame::Of(*session_);
     EXPECT_NEAR(frame.PositionOf(Handle::kLowerLeft, view_).x, fixed.x, 1e-6) << "seed 20, round " << i;
     EXPECT_NEAR(frame.PositionOf(Handle::kLowerLeft, view_).y, fixed.y, 1e-6);
-    AGRect const& bounds = Object(id).bounds;
+    const AGRect& bounds = Object(id).bounds;
     if (bounds.x1 - bounds.x0 > 1.001 && bounds.y1 - bounds.y0 > 1.001) {
       EXPECT_NEAR(frame.PositionOf(Handle::kUpperRight, view_).x, target.x, 1e-6);
       EXPECT_NEAR(frame.PositionOf(Handle::kUpperRight, view_).y, target.y, 1e-6);
@@ -218,9 +218,9 @@ TEST_F(CanvasTest, NewObject_IsDraggedOut) {
   EXPECT_NEAR(RoundingOf(session_->Doc().ObjectAt(0)), 0.5, 1e-12);
 }
 
-int LargestDifference(AGBitmap const& a, AGBitmap const& b) {
-  auto const* first = static_cast<unsigned char const*>(a.Pixels());
-  auto const* second = static_cast<unsigned char const*>(b.Pixels());
+int LargestDifference(const AGBitmap& a, const AGBitmap& b) {
+  const auto* first = static_cast<const unsigned char*>(a.Pixels());
+  const auto* second = static_cast<const unsigned char*>(b.Pixels());
   int largest = 0;
   for (std::size_t i = 0; i < std::size_t{TileCache::kSide} * TileCache::kSide * 4; ++i) {
     largest = std::max(largest, std::abs(first[i] - second[i]));
@@ -240,7 +240,7 @@ TEST_F(CanvasTest, Tiles_DrawnInPartsAreAsDrawnAtOnce) {
     ids.push_back(AddRect({x, y, x + 40, y + 30}, x));
   }
   struct Watch final : SessionObserver {
-    void OnAreaChanged(AGRect const& area) override { tiles->Invalidate(area); }
+    void OnAreaChanged(const AGRect& area) override { tiles->Invalidate(area); }
     TileCache* tiles = nullptr;
   };
   TileCache tiles(&session_->Doc());

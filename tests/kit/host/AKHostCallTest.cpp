@@ -53,7 +53,7 @@ TEST(AKHostCallTest, MemberEntry_DirectAndVirtual_GoToTheAdjustedObject) {
 
 TEST(AKHostCallTest, WithoutHost_EveryServiceFallsBack) {
   ASSERT_EQ(gAKWrap, nullptr);
-  char const* text = "Rectangle";
+  const char* text = "Rectangle";
   AKFilePath path;
   EXPECT_EQ(NKGetApplicationProperty("x", nullptr), -1);
   EXPECT_TRUE(NKGetStandardPath(3).IsEmpty());
@@ -79,18 +79,18 @@ class GeneralTableTest : public testing::Test {
 
 TEST_F(GeneralTableTest, Services_GoToTheirEntries_WithTheirArguments) {
   PutPlain(
-      32, +[](AKString const& key, AKValue* out) {
+      32, +[](const AKString& key, AKValue* out) {
         out->SetasAKString(key);
         return 77;
       });
   PutPlain(
-      40, +[](unsigned int kind) -> AKFilePath const& {
+      40, +[](unsigned int kind) -> const AKFilePath& {
         static const AKFilePath folder("/standard/folder");
         static const AKFilePath none;
         return kind == 5 ? folder : none;
       });
   PutPlain(
-      56, +[](char const* text) { return text + 1; });
+      56, +[](const char* text) { return text + 1; });
   AKValue value;
   EXPECT_EQ(NKGetApplicationProperty("key", &value), 77);
   EXPECT_TRUE(*value.GetasAKString() == "key");
@@ -100,7 +100,7 @@ TEST_F(GeneralTableTest, Services_GoToTheirEntries_WithTheirArguments) {
 
 TEST_F(GeneralTableTest, Dialogs_AreOptionalOneByOne) {
   PutPlain(
-      128, +[](AKFilePath& path, AKString const& a, AKString const& b) {
+      128, +[](AKFilePath& path, const AKString& a, const AKString& b) {
         path.SetFileName(a + b);
         return 1;
       });
@@ -118,14 +118,14 @@ struct HandlerNotes {
   AKHandlerLinkMode mode = 0;
 };
 
-AK_MEMBER_FUNCTION int NoteAdded(void* object, AKObjectArray const& objects, AKObject*, AKHandlerLinkMode mode) {
+AK_MEMBER_FUNCTION int NoteAdded(void* object, const AKObjectArray& objects, AKObject*, AKHandlerLinkMode mode) {
   auto* self = static_cast<HandlerNotes*>(object);
   self->added = objects.Count();
   self->mode = mode;
   return 11;
 }
 
-AK_MEMBER_FUNCTION int NoteDeleted(void* object, AKObjectArray const& objects) {
+AK_MEMBER_FUNCTION int NoteDeleted(void* object, const AKObjectArray& objects) {
   static_cast<HandlerNotes*>(object)->deleted = objects.Count();
   return 12;
 }

@@ -11,7 +11,7 @@ namespace {
 
 std::vector<std::string> sLines;
 
-void Collect(char const* line) { sLines.emplace_back(line); }
+void Collect(const char* line) { sLines.emplace_back(line); }
 
 class AKLogTest : public testing::Test {
  protected:

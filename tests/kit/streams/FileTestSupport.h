@@ -40,7 +40,7 @@ class LogLines {
  public:
   LogLines() {
     Lines().clear();
-    AKSetCustomLogMessageProc([](char const* line) { Lines().emplace_back(line, std::string(line).find('\n')); }, true);
+    AKSetCustomLogMessageProc([](const char* line) { Lines().emplace_back(line, std::string(line).find('\n')); }, true);
   }
   ~LogLines() { AKSetCustomLogMessageProc(nullptr, false); }
   static std::vector<std::string> Take() { return std::exchange(Lines(), {}); }
