@@ -148,10 +148,10 @@ std::string Iconv(iconv_t converter, const std::string& text) {
   std::string result(text.size() * 3, '\0');
   char* in = const_cast<char*>(text.data());  // iconv does not write to its input
   char* out = result.data();
-  std::size_t in_left = text.size();
-  std::size_t out_left = result.size();
-  iconv(converter, &in, &in_left, &out, &out_left);
-  result.resize(result.size() - out_left);
+  std::size_t inLeft = text.size();
+  std::size_t outLeft = result.size();
+  iconv(converter, &in, &inLeft, &out, &outLeft);
+  result.resize(result.size() - outLeft);
   return result;
 }
 
@@ -166,11 +166,11 @@ void AddConversion(const std::string& name, double target, const std::string& te
         }
       },
       [text](benchmark::State& state) {
-        const iconv_t to_utf8 = iconv_open("UTF-8", "MACINTOSH");
-        const iconv_t to_roman = iconv_open("MACINTOSH", "UTF-8");
-        for (auto _ : state) benchmark::DoNotOptimize(Iconv(to_roman, Iconv(to_utf8, text)));
-        iconv_close(to_utf8);
-        iconv_close(to_roman);
+        const iconv_t toUtf8 = iconv_open("UTF-8", "MACINTOSH");
+        const iconv_t toRoman = iconv_open("MACINTOSH", "UTF-8");
+        for (auto _ : state) benchmark::DoNotOptimize(Iconv(toRoman, Iconv(toUtf8, text)));
+        iconv_close(toUtf8);
+        iconv_close(toRoman);
       });
 }
 

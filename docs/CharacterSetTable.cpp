@@ -12,7 +12,7 @@ namespace {
 struct Set {
   AKStringEncoding code;
   const char* name;
-  const char* glibc_name;
+  const char* glibcName;
 };
 
 constexpr Set kSets[] = {{kAKStringEncodingMacRoman, "Mac OS Roman", "MACINTOSH"},
@@ -49,9 +49,9 @@ unsigned int GlibcCharacter(const Set& set, unsigned int byte) {
   unsigned int character = 0;
   char* in = &source;
   char* out = reinterpret_cast<char*>(&character);
-  std::size_t in_left = 1;
-  std::size_t out_left = sizeof(character);
-  if (iconv(converter, &in, &in_left, &out, &out_left) == static_cast<std::size_t>(-1)) character = 0;
+  std::size_t inLeft = 1;
+  std::size_t outLeft = sizeof(character);
+  if (iconv(converter, &in, &inLeft, &out, &outLeft) == static_cast<std::size_t>(-1)) character = 0;
   iconv_close(converter);
   return character;
 }

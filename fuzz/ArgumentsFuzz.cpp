@@ -6,13 +6,13 @@
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   const AKString text(reinterpret_cast<const char*>(data), static_cast<unsigned int>(size));
-  const AKString c_text(text.CStr());
+  const AKString cText(text.CStr());
   const AKArgs kept(text, false);
   const AKArgs stripped(text, true);
   for (unsigned int i = 0; i < kept.Count(); ++i) {
     const AKString& argument = kept.GetArg(i);
     AKString rest;
-    if (!argument.IsEmpty() && !c_text.Contains(argument, true)) std::abort();
+    if (!argument.IsEmpty() && !cText.Contains(argument, true)) std::abort();
     if (!kept.GetParam(argument.SubString(0, 3), &rest) || stripped.Count() > kept.Count()) std::abort();
   }
   // Without trimming, the pieces and their separators are the text again, but for separators at the start.

@@ -47,7 +47,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   AGInterval interval;
   AGRect rect;
   AGColor color;
-  AGColor color_back;
+  AGColor colorBack;
   Read(strGetasBool, text, &flag);
   Read(strGetasSInt, text, &s32);
   Read(strGetasUInt, text, &u32);
@@ -67,7 +67,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     Require(Read(strGetasTimeHMS, strSetasTimeHMS(written, f64, 9, true), &back) && std::fabs(back - f64) < 1e-6);
   }
   if (Read(strGetasAGColorHex, text, &color)) {
-    Require(Read(strGetasAGColor, strSetasAGColor(written, color, true), &color_back) && color_back == color);
+    Require(Read(strGetasAGColor, strSetasAGColor(written, color, true), &colorBack) && colorBack == color);
   }
   AKString suffixed(bytes);
   if (AKStringSuffixNumberAdd(&suffixed, u32, 1, true)) Require(AKStringSuffixNumberFind(suffixed, nullptr, nullptr));

@@ -61,14 +61,14 @@ AGPoint AGBezierCubicGetPoint(const AGPoint& p0, const AGPoint& p1, const AGPoin
 void AGBezierQuadGetMinimax(const AGPoint& p0, const AGPoint& p1, const AGPoint& p2, AGPoint* min, AGPoint* max) {
   AGPoint low = p0, high = p0;
   Widen(p2, &low, &high);
-  const auto widen_at_root = [&](double v0, double v1, double v2) {
+  const auto widenAtRoot = [&](double v0, double v1, double v2) {
     const double denominator = v0 - 2 * v1 + v2;
     if (denominator == 0) return;
     const double t = (v0 - v1) / denominator;
     if (t > 0 && t < 1) Widen(AGBezierQuadGetPoint(p0, p1, p2, t), &low, &high);
   };
-  widen_at_root(p0.x, p1.x, p2.x);
-  widen_at_root(p0.y, p1.y, p2.y);
+  widenAtRoot(p0.x, p1.x, p2.x);
+  widenAtRoot(p0.y, p1.y, p2.y);
   if (min) *min = low;
   if (max) *max = high;
 }
@@ -77,14 +77,14 @@ void AGBezierCubicGetMinimax(const AGPoint& p0, const AGPoint& p1, const AGPoint
                              AGPoint* max) {
   AGPoint low = p0, high = p0;
   Widen(p3, &low, &high);
-  const auto widen_at_roots = [&](double v0, double v1, double v2, double v3) {
+  const auto widenAtRoots = [&](double v0, double v1, double v2, double v3) {
     const Roots roots = QuadraticRoots(3 * v1 - v0 - 3 * v2 + v3, 2 * (v0 - 2 * v1 + v2), v1 - v0);
     for (int i = 0; i < roots.count; ++i) Widen(AGBezierCubicGetPoint(p0, p1, p2, p3, roots.t[i]), &low, &high);
   };
   // A curve leaves the range of its ends on an axis only where a control point does.
   const double x0 = low.x, x1 = high.x, y0 = low.y, y1 = high.y;
-  if (!IsBetween(p1.x, x0, x1) || !IsBetween(p2.x, x0, x1)) widen_at_roots(p0.x, p1.x, p2.x, p3.x);
-  if (!IsBetween(p1.y, y0, y1) || !IsBetween(p2.y, y0, y1)) widen_at_roots(p0.y, p1.y, p2.y, p3.y);
+  if (!IsBetween(p1.x, x0, x1) || !IsBetween(p2.x, x0, x1)) widenAtRoots(p0.x, p1.x, p2.x, p3.x);
+  if (!IsBetween(p1.y, y0, y1) || !IsBetween(p2.y, y0, y1)) widenAtRoots(p0.y, p1.y, p2.y, p3.y);
   if (min) *min = low;
   if (max) *max = high;
 }

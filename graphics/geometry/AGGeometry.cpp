@@ -13,11 +13,11 @@ double Dot(const AGPoint& a, const AGPoint& b) { return a.x * b.x + a.y * b.y; }
 
 double GetDistanceToSegment2(const AGPoint& p, const AGPoint& a, const AGPoint& b) {
   const AGPoint d = b - a;
-  const AGPoint from_a = p - a;
-  if (Dot(from_a, d) < 0) return Dot(from_a, from_a);
-  const AGPoint to_b = b - p;
-  if (Dot(to_b, d) < 0) return Dot(to_b, to_b);
-  const double cross = Cross(from_a, d);
+  const AGPoint fromA = p - a;
+  if (Dot(fromA, d) < 0) return Dot(fromA, fromA);
+  const AGPoint toB = b - p;
+  if (Dot(toB, d) < 0) return Dot(toB, toB);
+  const double cross = Cross(fromA, d);
   return cross * cross / Dot(d, d);
 }
 
@@ -100,13 +100,13 @@ bool ResamplePoints(AGPoint* points, unsigned int* count, double tolerance, cons
   const double limit = kSquareOfCircle * tolerance;
   const AGPoint last = points[*count - 1];
   unsigned int kept = 1;
-  bool keeps_last = false;
+  bool keepsLast = false;
   for (unsigned int i = 1; i < *count; ++i) {
     const AGPoint offset = map.ApplyLinear(points[i] - points[kept - 1]);
-    keeps_last = std::fabs(offset.x) > limit || std::fabs(offset.y) > limit;
-    if (keeps_last) points[kept++] = points[i];
+    keepsLast = std::fabs(offset.x) > limit || std::fabs(offset.y) > limit;
+    if (keepsLast) points[kept++] = points[i];
   }
-  if (!keeps_last) points[kept++] = last;
+  if (!keepsLast) points[kept++] = last;
   const bool removed = kept != *count;
   *count = kept;
   return removed;
@@ -164,20 +164,20 @@ AGAffineTransform GetPlacementAFT(const AGRect& src, const AGRect& dst, AGPlacem
     width *= shrink;
     height *= shrink;
   }
-  const double free_width = dst.Width() - width, free_height = dst.Height() - height;
+  const double freeWidth = dst.Width() - width, freeHeight = dst.Height() - height;
   if (placement & kAGPlacementHStretch) {
     if (width != 0) then(AGAffineTransformScaling(dst.Width() / width, 1));
   } else if (placement & kAGPlacementRight) {
-    then(AGAffineTransformTranslation(free_width, 0));
+    then(AGAffineTransformTranslation(freeWidth, 0));
   } else if (placement & kAGPlacementHCenter) {
-    then(AGAffineTransformTranslation(free_width * 0.5, 0));
+    then(AGAffineTransformTranslation(freeWidth * 0.5, 0));
   }
   if (placement & kAGPlacementVStretch) {
     if (height != 0) then(AGAffineTransformScaling(1, dst.Height() / height));
   } else if (placement & kAGPlacementBottom) {
-    then(AGAffineTransformTranslation(0, free_height));
+    then(AGAffineTransformTranslation(0, freeHeight));
   } else if (placement & kAGPlacementVCenter) {
-    then(AGAffineTransformTranslation(0, free_height * 0.5));
+    then(AGAffineTransformTranslation(0, freeHeight * 0.5));
   }
   then(AGAffineTransformTranslation(dst.x0, dst.y0));
   return map;

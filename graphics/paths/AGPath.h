@@ -139,7 +139,7 @@ class AGPath {
   AGPoint BeginAdding(const AGPoint& p);
   // Moves to p, or draws a line to it where the path is not empty.
   void MoveOrLineTo(const AGPoint& p, const AGPoint& offset);
-  void AppendNative(const AGPath& other, const AGAffineTransform& linear, const AGPoint& other_origin);
+  void AppendNative(const AGPath& other, const AGAffineTransform& linear, const AGPoint& otherOrigin);
   void AppendNativeRoundedRect(const AGRect& rect, const AGPoint& offset, double curvature);
 
   AGNativePath* native_;

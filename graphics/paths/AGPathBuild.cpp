@@ -79,10 +79,10 @@ void AGPath::AddArc(const AGPoint& p1, const AGPoint& p2, double radius) {
 void AGPath::AddArc(const AGPoint& center, const AGSize& radii, double startAngle, double sweepAngle) {
   const AGPoint start = {center.x + radii.width * std::cos(startAngle), center.y + radii.height * std::sin(startAngle)};
   const CGPoint middle = CGPointConvert(center, BeginAdding(start));
-  const double end_angle = startAngle + sweepAngle;
+  const double endAngle = startAngle + sweepAngle;
   const bool clockwise = sweepAngle < 0;
   if (radii.width == radii.height) {
-    CGPathAddArc(native_, nullptr, middle.x, middle.y, radii.width, startAngle, end_angle, clockwise);
+    CGPathAddArc(native_, nullptr, middle.x, middle.y, radii.width, startAngle, endAngle, clockwise);
     return;
   }
   CGAffineTransform stretch = {1, 0, 0, radii.height / radii.width, middle.x, middle.y};
@@ -92,7 +92,7 @@ void AGPath::AddArc(const AGPoint& center, const AGSize& radii, double startAngl
     stretch.d = 1;
     radius = radii.height;
   }
-  CGPathAddArc(native_, &stretch, 0, 0, radius, startAngle, end_angle, clockwise);
+  CGPathAddArc(native_, &stretch, 0, 0, radius, startAngle, endAngle, clockwise);
 }
 
 void AGPath::AddArc(const AGPoint& center, double radius, double startAngle, double sweepAngle) {
@@ -193,9 +193,9 @@ void AGPath::AddPath(const AGPath& other, const AGAffineTransform& t) {
   AppendNative(other, t, t.Apply(other.origin_));
 }
 
-void AGPath::AppendNative(const AGPath& other, const AGAffineTransform& linear, const AGPoint& other_origin) {
+void AGPath::AppendNative(const AGPath& other, const AGAffineTransform& linear, const AGPoint& otherOrigin) {
   if (other.IsEmpty()) return;
-  const AGPoint offset = other_origin + BeginAdding(other_origin);
+  const AGPoint offset = otherOrigin + BeginAdding(otherOrigin);
   const CGAffineTransform map = {linear.a, linear.b, linear.c, linear.d, offset.x, offset.y};
   CGPathAddPath(native_, CGAffineTransformIsIdentity(map) ? nullptr : &map, other.native_);
 }

@@ -79,33 +79,33 @@ void AKSharedBytes::Assign(const void* data, unsigned int length) {
 
 void AKSharedBytes::Append(const void* data, unsigned int length) {
   if (data == nullptr || length == 0) return;
-  const unsigned int old_length = Length();
-  if (length > kMaxLength - old_length) throw std::bad_alloc();
+  const unsigned int oldLength = Length();
+  if (length > kMaxLength - oldLength) throw std::bad_alloc();
   const char* source = static_cast<const char*>(data);
   const bool own = Owns(source);
   const std::ptrdiff_t offset = own ? source - Data() : 0;
-  GrowTo(old_length + length);
+  GrowTo(oldLength + length);
   if (own) source = Data() + offset;
-  std::memcpy(Bytes() + old_length, source, length);
-  SetPrivateLength(old_length + length);
+  std::memcpy(Bytes() + oldLength, source, length);
+  SetPrivateLength(oldLength + length);
 }
 
 // By value, so that the quick path of AppendByte keeps its byte in a register.
 void AKSharedBytes::GrowAndAppendByte(char byte) { Append(&byte, 1); }
 
 void AKSharedBytes::Resize(unsigned int length) {
-  const unsigned int old_length = Length();
+  const unsigned int oldLength = Length();
   if (length == 0) {
     Clear();
     return;
   }
   if (length > kMaxLength) throw std::bad_alloc();
-  if (length <= old_length && !IsPrivate()) {
+  if (length <= oldLength && !IsPrivate()) {
     Assign(Data(), length);
     return;
   }
   MakePrivate(length);
-  if (length > old_length) std::memset(Bytes() + old_length, 0, length - old_length);
+  if (length > oldLength) std::memset(Bytes() + oldLength, 0, length - oldLength);
   SetPrivateLength(length);
 }
 

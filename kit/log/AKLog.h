@@ -4,7 +4,7 @@
 // procedure was declared thread-safe. All lines are built in one process-wide buffer of 32768 bytes.
 #pragma once
 
-#define AK_PRINTF_FORMAT(format_index, first_argument) __attribute__((format(printf, format_index, first_argument)))
+#define AK_PRINTF_FORMAT(formatIndex, firstArgument) __attribute__((format(printf, formatIndex, firstArgument)))
 
 using AKLogMessageProc = void (*)(const char*);
 

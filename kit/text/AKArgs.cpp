@@ -8,14 +8,14 @@ bool IsBlank(char c) { return c == ' ' || c == '\t'; }
 AKString ReadToken(const char** position, bool stripQuotes) {
   const char* p = *position;
   bool quoted = false;
-  bool has_quotes = false;
+  bool hasQuotes = false;
   for (; *p != '\0' && (quoted || !IsBlank(*p)); ++p) {
     if (*p != '"') continue;
     quoted = !quoted;
-    has_quotes = true;
+    hasQuotes = true;
   }
   AKString token(*position, static_cast<unsigned int>(p - *position));
-  if (stripQuotes && has_quotes) token.RemoveAll("\"", 0);
+  if (stripQuotes && hasQuotes) token.RemoveAll("\"", 0);
   *position = p;
   return token;
 }

@@ -236,8 +236,8 @@ AKString Utf16ToUtf8(const unsigned short* units, unsigned int count) {
   for (const unsigned short *p = units, *end = units + count; p != end;) {
     const std::uint32_t character = DecodeUtf16(&p, end);
     char bytes[4] = {kSubstitute};
-    const bool lone_surrogate = character >= 0xD800 && character <= 0xDFFF;
-    const char* const stop = lone_surrogate ? bytes + 1 : EncodeUtf8(character, bytes);
+    const bool loneSurrogate = character >= 0xD800 && character <= 0xDFFF;
+    const char* const stop = loneSurrogate ? bytes + 1 : EncodeUtf8(character, bytes);
     converted.Append(bytes, static_cast<unsigned int>(stop - bytes));
   }
   return converted;

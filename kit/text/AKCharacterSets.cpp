@@ -75,10 +75,10 @@ constexpr Composition kCompositions[] = {
 
 }  // namespace
 
-constexpr EightBitSet::EightBitSet(const UpperHalf& upper_half) {
+constexpr EightBitSet::EightBitSet(const UpperHalf& upperHalf) {
   unsigned int pages = 1;
   for (unsigned int byte = 0; byte < 256; ++byte) {
-    const std::uint16_t character = byte < 128 ? static_cast<std::uint16_t>(byte) : upper_half[byte - 128];
+    const std::uint16_t character = byte < 128 ? static_cast<std::uint16_t>(byte) : upperHalf[byte - 128];
     unicode_[byte] = character;
     utf8_[byte] = EncodeBasicPlane(character);
     std::uint8_t& page = page_of_[character >> 8];

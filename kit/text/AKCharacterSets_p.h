@@ -22,7 +22,7 @@ class EightBitSet {
   /// The set of a code, or null when the code names no 8-bit set.
   static const EightBitSet* For(AKStringEncoding encoding);
 
-  explicit constexpr EightBitSet(const std::array<std::uint16_t, 128>& upper_half);
+  explicit constexpr EightBitSet(const std::array<std::uint16_t, 128>& upperHalf);
 
   std::uint16_t Unicode(unsigned char byte) const { return unicode_[byte]; }
   /// The byte of a character above U+007F, 0 when the set lacks it.

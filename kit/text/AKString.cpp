@@ -29,11 +29,11 @@ AKString Formatted(const char* format, va_list arguments) {
   return result;
 }
 
-AKString Joined(const char* first, unsigned int first_length, const char* second, unsigned int second_length) {
+AKString Joined(const char* first, unsigned int firstLength, const char* second, unsigned int secondLength) {
   AKString result;
-  result.SetCapacity(CheckedLength(std::size_t{first_length} + second_length));
-  result.Append(first, first_length);
-  return result.Append(second, second_length);
+  result.SetCapacity(CheckedLength(std::size_t{firstLength} + secondLength));
+  result.Append(first, firstLength);
+  return result.Append(second, secondLength);
 }
 
 }  // namespace

@@ -22,13 +22,13 @@ class ByteSet {
 AKStringArray AKString::SplitToArray(const char* separators, const char* trimChars) const {
   AKStringArray pieces;
   if (IsEmpty()) return pieces;
-  const ByteSet is_separator(separators != nullptr ? separators : ",;");
-  const ByteSet is_trimmed(trimChars != nullptr ? trimChars : " \t\n\r");
+  const ByteSet isSeparator(separators != nullptr ? separators : ",;");
+  const ByteSet isTrimmed(trimChars != nullptr ? trimChars : " \t\n\r");
   for (const char* start = begin();;) {
-    const char* const stop = std::find_if(start, end(), std::cref(is_separator));
-    const char* const first = std::find_if_not(start, stop, std::cref(is_trimmed));
+    const char* const stop = std::find_if(start, end(), std::cref(isSeparator));
+    const char* const first = std::find_if_not(start, stop, std::cref(isTrimmed));
     const char* last = stop;
-    while (last > first && is_trimmed(last[-1])) --last;
+    while (last > first && isTrimmed(last[-1])) --last;
     pieces.Append(AKString(first, static_cast<unsigned int>(last - first)));
     if (stop == end()) return pieces;
     start = stop + 1;

@@ -112,18 +112,18 @@ bool AKString::RemoveLastChars(unsigned int count) {
 }
 
 bool AKString::RemoveExtraQuotes() {
-  const bool at_end = !IsEmpty() && IsQuote(CStr()[Length() - 1]);
-  if (at_end) RemoveLastChars(1);
-  const bool at_front = !IsEmpty() && IsQuote(CStr()[0]);
-  if (at_front) RemoveFirstChars(1);
-  return at_end || at_front;
+  const bool atEnd = !IsEmpty() && IsQuote(CStr()[Length() - 1]);
+  if (atEnd) RemoveLastChars(1);
+  const bool atFront = !IsEmpty() && IsQuote(CStr()[0]);
+  if (atFront) RemoveFirstChars(1);
+  return atEnd || atFront;
 }
 
 bool AKString::RemoveExtraSpacesAndTabs() {
-  const auto is_blank = [](char byte) { return byte == ' ' || byte == '\t'; };
-  const char* const first = std::find_if_not(begin(), end(), is_blank);
+  const auto isBlank = [](char byte) { return byte == ' ' || byte == '\t'; };
+  const char* const first = std::find_if_not(begin(), end(), isBlank);
   const char* last = end();
-  while (last > first && is_blank(last[-1])) --last;
+  while (last > first && isBlank(last[-1])) --last;
   const unsigned int start = static_cast<unsigned int>(first - begin());
   const unsigned int length = static_cast<unsigned int>(last - first);
   if (length == Length()) return false;

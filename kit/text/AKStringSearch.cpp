@@ -60,8 +60,8 @@ bool AKString::FindFromEnd(const AKString& sub, unsigned int fromEnd, unsigned i
   // Unsigned wrap-around is wanted: a start that passes below zero stands beyond the end.
   const unsigned int latest = Length() - (fromEnd + 1);
   if (sub.Length() > Length()) return false;
-  const unsigned int first_try = std::min(latest, Length() - sub.Length());
-  const char* const found = akbytes::FindLast(CStr(), first_try, sub.CStr(), sub.Length());
+  const unsigned int firstTry = std::min(latest, Length() - sub.Length());
+  const char* const found = akbytes::FindLast(CStr(), firstTry, sub.CStr(), sub.Length());
   if (found == nullptr) return false;
   Store(pos, static_cast<unsigned int>(found - CStr()));
   return true;

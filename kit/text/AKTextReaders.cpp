@@ -24,8 +24,8 @@ bool ScanNonNegative(const char* text, long* value) { return ScanLong(text, valu
 
 /// "(a;b;...)": the closing bracket may be missing, as nothing is read after it.
 bool ScanComponents(const char* text, double* components, unsigned int count) {
-  const ScanText scan_text(text);
-  Scanner scanner = scan_text.Scan();
+  const ScanText scanText(text);
+  Scanner scanner = scanText.Scan();
   for (unsigned int i = 0; i < count; ++i) {
     if (!scanner.Literal(i == 0 ? '(' : ';') || !scanner.Float(&components[i])) return false;
   }
@@ -108,11 +108,11 @@ bool strGetasFloat64(const char* text, double* out, double defaultValue) {
 }
 
 bool strGetasTimeHMS(const char* text, double* out, double defaultValue) {
-  const ScanText scan_text(text);
+  const ScanText scanText(text);
   int fields[2] = {};
   double seconds = 0;
   for (const unsigned int count : {2U, 1U}) {
-    if (!ScanTimeFields(scan_text, fields, count, &seconds)) continue;
+    if (!ScanTimeFields(scanText, fields, count, &seconds)) continue;
     double value = 0;
     for (unsigned int i = 0; i < count; ++i) value = (value + std::fabs(static_cast<double>(fields[i]))) * 60;
     value += std::fabs(seconds);
@@ -120,7 +120,7 @@ bool strGetasTimeHMS(const char* text, double* out, double defaultValue) {
     const bool negative = fields[0] < 0 || (fields[0] == 0 && BeginsWithMinus(text));
     return Store(true, out, negative ? -value : value, defaultValue);
   }
-  const bool matched = scan_text.Scan().Float(&seconds);
+  const bool matched = scanText.Scan().Float(&seconds);
   return Store(matched, out, seconds, defaultValue);
 }
 

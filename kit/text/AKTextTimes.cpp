@@ -29,8 +29,8 @@ char* WriteWithUnit(char* buffer, double value, const char* unit) {
 
 char* strSetasTimeHMS(char* buffer, double seconds, int decimals, bool compact) {
   const double magnitude = std::fabs(seconds);
-  const bool short_form = compact && magnitude < 60;
-  if (short_form || !(magnitude <= kMostSeconds)) return strSetasFloat64(buffer, seconds, decimals);
+  const bool shortForm = compact && magnitude < 60;
+  if (shortForm || !(magnitude <= kMostSeconds)) return strSetasFloat64(buffer, seconds, decimals);
   const auto whole = static_cast<long long>(magnitude);
   char* out = buffer;
   if (seconds < 0) *out++ = '-';

@@ -73,7 +73,7 @@ char* strSetasMemory(char* buffer, long long bytes) {
   constexpr const char* kUnits[] = {" KB", " MB", " GB", " TB"};
   double sizes[4];
   double size = static_cast<double>(bytes);
-  for (double& in_unit : sizes) in_unit = size *= 0.001;  // decimal units, as disks are sold
+  for (double& inUnit : sizes) inUnit = size *= 0.001;  // decimal units, as disks are sold
   for (int unit = 3; unit >= 0; --unit) {
     if (sizes[unit] < 1) continue;
     std::strcpy(aktext::WriteFixed(buffer, sizes[unit], sizes[unit] > 10 ? 0 : 1), kUnits[unit]);

@@ -133,17 +133,17 @@ void CGPathAddLines(CGMutablePathRef path, const CGAffineTransform* m, const CGP
 
 void CGPathAddPath(CGMutablePathRef path, const CGAffineTransform* m, CGPathRef other) {
   if (path == nullptr || !HasCurrentPoint(other)) return;
-  const std::size_t verb_count = other->verbs.Count(), point_count = other->points.Count();
+  const std::size_t verbCount = other->verbs.Count(), pointCount = other->points.Count();
   const CGPoint start = other->start, current = other->current;
   // Growing may move the items, also those of `other` when it is `path`: read them only afterwards.
-  CGPath::Verb* verbs = path->verbs.Grow(verb_count);
-  CGPoint* points = path->points.Grow(point_count);
-  std::memcpy(verbs, other->verbs.Data(), verb_count);
+  CGPath::Verb* verbs = path->verbs.Grow(verbCount);
+  CGPoint* points = path->points.Grow(pointCount);
+  std::memcpy(verbs, other->verbs.Data(), verbCount);
   const CGPoint* source = other->points.Data();
   if (m) {
-    for (std::size_t i = 0; i < point_count; ++i) points[i] = CGPointApplyAffineTransform(source[i], *m);
+    for (std::size_t i = 0; i < pointCount; ++i) points[i] = CGPointApplyAffineTransform(source[i], *m);
   } else {
-    std::memcpy(points, source, point_count * sizeof(CGPoint));
+    std::memcpy(points, source, pointCount * sizeof(CGPoint));
   }
   path->start = Map(m, start);
   path->current = Map(m, current);

@@ -29,14 +29,14 @@ double SweepOf(double start, double end, bool clockwise) {
   return clockwise ? -sweep : sweep;
 }
 
-// The rest of an arc, from the current point, which lies at start_angle.
-void AddArcPieces(CGMutablePathRef path, const CGAffineTransform* m, CGPoint center, double radius, double start_angle,
+// The rest of an arc, from the current point, which lies at startAngle.
+void AddArcPieces(CGMutablePathRef path, const CGAffineTransform* m, CGPoint center, double radius, double startAngle,
                   double sweep) {
   const int pieces = static_cast<int>(std::ceil(std::fabs(sweep) / kQuarter - kAngleSlack));
   const double handle = pieces > 0 ? HandleLength(radius, sweep / pieces) : 0;
-  double cos0 = std::cos(start_angle), sin0 = std::sin(start_angle);
+  double cos0 = std::cos(startAngle), sin0 = std::sin(startAngle);
   for (int i = 1; i <= pieces; ++i) {
-    const double angle = start_angle + sweep * i / pieces;
+    const double angle = startAngle + sweep * i / pieces;
     const double cos1 = std::cos(angle), sin1 = std::sin(angle);
     const CGPoint p0 = {center.x + radius * cos0, center.y + radius * sin0};
     const CGPoint p1 = {center.x + radius * cos1, center.y + radius * sin1};
@@ -89,26 +89,26 @@ bool AddTangentArc(CGMutablePathRef path, const CGAffineTransform* m, CGPoint co
 
   // The arc turns by what the angle at the corner lacks to a half turn, and the contacts lie from the corner at the
   // radius times the tangent of half that turn.
-  const double half_turn_tangent = (1 + dot) / std::fabs(cross);
-  const double distance = radius * half_turn_tangent;
+  const double halfTurnTangent = (1 + dot) / std::fabs(cross);
+  const double distance = radius * halfTurnTangent;
   const CGPoint first = {corner.x + back.x * distance, corner.y + back.y * distance};
   const CGPoint last = {corner.x + ahead.x * distance, corner.y + ahead.y * distance};
   if (!std::isfinite(first.x + first.y + last.x + last.y)) return false;
   CGPathAddLineToPoint(path, m, first.x, first.y);
-  const double quarter_tangent = HalfAngleTangent(half_turn_tangent);
-  if (half_turn_tangent <= 1 + kAngleSlack) {  // at most a quarter turn
-    const double handle = radius * 4 / 3 * quarter_tangent;
+  const double quarterTangent = HalfAngleTangent(halfTurnTangent);
+  if (halfTurnTangent <= 1 + kAngleSlack) {  // at most a quarter turn
+    const double handle = radius * 4 / 3 * quarterTangent;
     CGPathAddCurveToPoint(path, m, first.x - back.x * handle, first.y - back.y * handle, last.x - ahead.x * handle,
                           last.y - ahead.y * handle, last.x, last.y);
     return true;
   }
   // Two pieces that meet where the circle is nearest to the corner; the tangent there joins the contacts' directions.
-  const double handle = radius * 4 / 3 * HalfAngleTangent(quarter_tangent);
+  const double handle = radius * 4 / 3 * HalfAngleTangent(quarterTangent);
   const double side = cross > 0 ? radius : -radius;
   const CGPoint center = {first.x - back.y * side, first.y + back.x * side};
-  Vector to_corner, along;
-  if (!Direction(center, corner, &to_corner) || !Direction(first, last, &along)) return true;
-  const CGPoint middle = {center.x + to_corner.x * radius, center.y + to_corner.y * radius};
+  Vector toCorner, along;
+  if (!Direction(center, corner, &toCorner) || !Direction(first, last, &along)) return true;
+  const CGPoint middle = {center.x + toCorner.x * radius, center.y + toCorner.y * radius};
   CGPathAddCurveToPoint(path, m, first.x - back.x * handle, first.y - back.y * handle, middle.x - along.x * handle,
                         middle.y - along.y * handle, middle.x, middle.y);
   CGPathAddCurveToPoint(path, m, middle.x + along.x * handle, middle.y + along.y * handle, last.x - ahead.x * handle,

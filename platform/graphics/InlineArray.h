@@ -46,10 +46,10 @@ class InlineArray {
 
  private:
   void Reserve(std::size_t capacity) {
-    const bool is_inline = data_ == inline_;
-    void* grown = std::realloc(is_inline ? nullptr : data_, capacity * sizeof(T));
+    const bool isInline = data_ == inline_;
+    void* grown = std::realloc(isInline ? nullptr : data_, capacity * sizeof(T));
     if (grown == nullptr) throw std::bad_alloc();
-    if (is_inline) std::memcpy(grown, inline_, count_ * sizeof(T));
+    if (isInline) std::memcpy(grown, inline_, count_ * sizeof(T));
     data_ = static_cast<T*>(grown);
     capacity_ = capacity;
   }

@@ -191,13 +191,13 @@ TEST(AGPath, AddPath_PathsWithOtherOrigins_KeepAbsolutePlaces) {
   AGPath source;
   source.AddRect({100, 100, 104, 102}, false);
   const AGAffineTransform turn = {0, 1, -1, 0, 5, 6};
-  for (const bool has_origin : {false, true}) {
+  for (const bool hasOrigin : {false, true}) {
     AGPath path;
-    if (has_origin) path.StartSubPath({1, 1});
-    const std::string before = has_origin ? "m1,1 " : "";
+    if (hasOrigin) path.StartSubPath({1, 1});
+    const std::string before = hasOrigin ? "m1,1 " : "";
     path.AddPath(source);
     EXPECT_EQ(Outline(path), before + "m100,100 l104,100 l104,102 l100,102 z");
-    EXPECT_EQ(path.Origin(), has_origin ? (AGPoint{1, 1}) : (AGPoint{100, 100}));
+    EXPECT_EQ(path.Origin(), hasOrigin ? (AGPoint{1, 1}) : (AGPoint{100, 100}));
     path.Clear();
     EXPECT_FALSE(path.HasOrigin());
     path.AddPath(source, turn);
@@ -216,7 +216,7 @@ TEST(AGPath, Copies_AfterChangingTheOriginal_StayAsTheyWere) {
   AGPath copy(path), assigned;
   assigned.AddLine({9, 9});
   assigned = path;
-  const AGPath from_native(path.NativePath(), {10, 10});
+  const AGPath fromNative(path.NativePath(), {10, 10});
   path.AddRect({-5, -5, 0, 0}, false);
   path.ApplyTransform({2, 0, 0, 2, 0, 0});
   for (const AGPath* same : {&copy, &assigned}) {
@@ -224,7 +224,7 @@ TEST(AGPath, Copies_AfterChangingTheOriginal_StayAsTheyWere) {
     EXPECT_EQ(same->GetBoundingBox(), (AGRect{1, 1, 3, 3}));
     EXPECT_EQ(same->Text(), AKString("outline"));
   }
-  EXPECT_EQ(Outline(from_native), "m10,10 l12,10 l12,12 l10,12 z");
+  EXPECT_EQ(Outline(fromNative), "m10,10 l12,10 l12,12 l10,12 z");
   EXPECT_EQ(path.GetBoundingBox(), (AGRect{-10, -10, 6, 6}));
   AGPath& self = path;
   path = self;
@@ -294,7 +294,7 @@ TEST(AGPath, IsPointInPath_RulesHolesAndOpenSubpaths_MatchTheDrawing) {
   const struct {
     const AGPath& path;
     AGPoint p;
-    bool even_odd, winding;
+    bool evenOdd, winding;
   } cases[] = {
       {nested, {5, 5}, true, true},
       {nested, {15, 15}, false, true},

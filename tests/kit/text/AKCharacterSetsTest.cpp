@@ -24,12 +24,12 @@ std::optional<std::string> Iconv(const std::string& text, const char* from, cons
   std::string source = text;
   char* in = source.data();
   char* out = result.data();
-  std::size_t in_left = source.size();
-  std::size_t out_left = result.size();
-  const bool done = iconv(converter, &in, &in_left, &out, &out_left) != static_cast<std::size_t>(-1);
+  std::size_t inLeft = source.size();
+  std::size_t outLeft = result.size();
+  const bool done = iconv(converter, &in, &inLeft, &out, &outLeft) != static_cast<std::size_t>(-1);
   iconv_close(converter);
   if (!done) return std::nullopt;
-  result.resize(result.size() - out_left);
+  result.resize(result.size() - outLeft);
   return result;
 }
 

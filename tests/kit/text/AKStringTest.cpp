@@ -26,15 +26,15 @@ class RandomWalk {
     AKString& text = texts_[i];
     const AKString& other = texts_[j];
     std::string& model = models_[i];
-    const std::string other_model = models_[j];
+    const std::string otherModel = models_[j];
     const unsigned int n = Below(model.size() + 3);
     const unsigned int from = Below(model.size() + 1);
     const unsigned int rest = static_cast<unsigned int>(model.size()) - from;
     const char c = "abA,\0 "[Below(6)];
     const std::function<void()> steps[] = {
-        [&] { text = other, model = other_model; },
-        [&] { text.Append(other), model += other_model; },
-        [&] { text.Prepend(other), model = other_model + model; },
+        [&] { text = other, model = otherModel; },
+        [&] { text.Append(other), model += otherModel; },
+        [&] { text.Prepend(other), model = otherModel + model; },
         [&] { text.Assign(text.CStr() + from, rest), model = model.substr(from); },  // a part of its own bytes
         [&] { text.Append(text.CStr() + from, rest), model += model.substr(from); },
         [&] { text.Prepend(text.CStr() + from, rest), model = model.substr(from) + model; },

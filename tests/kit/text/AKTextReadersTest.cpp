@@ -114,19 +114,19 @@ TEST_F(Readers, Numbers_OfAnyText_AgreeWithScanf) {
     long integer = 0;
     double real = 0;
     float real32 = 0;
-    const bool is_integer = std::sscanf(text.c_str(), "%ld", &integer) == 1;
-    const bool is_real = std::sscanf(text.c_str(), "%lf", &real) == 1;
-    const bool is_real32 = std::sscanf(text.c_str(), "%f", &real32) == 1;
-    const bool is_unsigned = is_integer && integer >= 0;
-    Check<bool>(strGetasBool, whole, is_integer && (integer == 0 || integer == 1), integer == 1, integer != 1);
-    Check<int>(strGetasSInt, whole, is_integer, static_cast<int>(integer), -77);
-    Check<int>(strGetasSInt32, whole, is_integer, static_cast<int>(integer), -77);
-    Check<long long>(strGetasSInt64, whole, is_integer, integer, -77);
-    Check<unsigned int>(strGetasUInt, whole, is_unsigned, static_cast<unsigned int>(integer), 77);
-    Check<unsigned int>(strGetasUInt32, whole, is_unsigned, static_cast<unsigned int>(integer), 77);
-    Check<unsigned long long>(strGetasUInt64, whole, is_unsigned, static_cast<unsigned long long>(integer), 77);
-    Check<double>(strGetasFloat64, whole, is_real, real, -77);
-    Check<float>(strGetasFloat32, whole, is_real32, real32, -77);
+    const bool isInteger = std::sscanf(text.c_str(), "%ld", &integer) == 1;
+    const bool isReal = std::sscanf(text.c_str(), "%lf", &real) == 1;
+    const bool isReal32 = std::sscanf(text.c_str(), "%f", &real32) == 1;
+    const bool isUnsigned = isInteger && integer >= 0;
+    Check<bool>(strGetasBool, whole, isInteger && (integer == 0 || integer == 1), integer == 1, integer != 1);
+    Check<int>(strGetasSInt, whole, isInteger, static_cast<int>(integer), -77);
+    Check<int>(strGetasSInt32, whole, isInteger, static_cast<int>(integer), -77);
+    Check<long long>(strGetasSInt64, whole, isInteger, integer, -77);
+    Check<unsigned int>(strGetasUInt, whole, isUnsigned, static_cast<unsigned int>(integer), 77);
+    Check<unsigned int>(strGetasUInt32, whole, isUnsigned, static_cast<unsigned int>(integer), 77);
+    Check<unsigned long long>(strGetasUInt64, whole, isUnsigned, static_cast<unsigned long long>(integer), 77);
+    Check<double>(strGetasFloat64, whole, isReal, real, -77);
+    Check<float>(strGetasFloat32, whole, isReal32, real32, -77);
   }
 }
 
