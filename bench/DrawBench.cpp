@@ -17,14 +17,10 @@ using HandPaint = void (*)(cairo_t* cairo, const Shape& shape);
 
 void DrawWithKit(AGContext* context, const Shapes& shapes, KitPaint paint) {
   for (const Shape& shape : shapes) {
-    const AGPoint center = shape.bounds.Center();
-    const double c = std::cos(shape.angle);
-    const double s = std::sin(shape.angle);
     AGPath path;
     path.AddRoundedRect(shape.bounds, scene::kCurvature, false);
     paint(context, shape);
-    context->DrawPath(path,
-                      {c, s, -s, c, center.x - center.x * c + center.y * s, center.y - center.x * s - center.y * c});
+    context->DrawPath(path, AGAffineTransformRotation(shape.angle, shape.bounds.Center()));
   }
 }
 

@@ -16,9 +16,9 @@ install(TARGETS ak_settings ak_platform ak_kit ak_graphics EXPORT AKKitTargets
   ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR})
 install(EXPORT AKKitTargets NAMESPACE AKKit:: DESTINATION ${package_folder})
 
-# A header of the name *_p.h is the project's own.
+# A header of the name *_p.h is the project's own, and so are those of the bridge to the native layer.
 install(DIRECTORY kit graphics DESTINATION ${include_folder}
-  FILES_MATCHING PATTERN "*.h" PATTERN "*_p.h" EXCLUDE)
+  FILES_MATCHING PATTERN "*.h" PATTERN "*_p.h" EXCLUDE PATTERN "native" EXCLUDE PATTERN "AKMacOS.h" EXCLUDE)
 install(DIRECTORY platform/include/ DESTINATION ${include_folder}/platform FILES_MATCHING PATTERN "*.h")
 install(FILES cmake/exports.map DESTINATION ${CMAKE_INSTALL_DATADIR}/akkit)
 

@@ -1,6 +1,5 @@
 #include "plugin/CStdRect.h"
 
-#include <cmath>
 #include <memory>
 #include <new>
 
@@ -31,12 +30,6 @@ constexpr unsigned int kSlider = 2;
 double ClampCurvature(double value) {
   if (value <= 0) return 0;
   return value > 1 ? 1 : value;
-}
-
-AGAffineTransform RotationAbout(const AGPoint& center, double angle) {
-  const double c = std::cos(angle);
-  const double s = std::sin(angle);
-  return {c, s, -s, c, center.x - center.x * c + center.y * s, center.y - center.x * s - center.y * c};
 }
 
 void ShowCurvature(AKGUIDesc& panel, double curvature) {
@@ -115,7 +108,7 @@ int CStdRect::akmDraw(const AGContext& context, const AKDrawEvent& event) const 
   if (!copy.WouldFillOrStroke()) return 0;
   AGPath path;
   path.AddRoundedRect(event.bounds, curvature_, false);
-  copy.DrawPath(path, RotationAbout(event.bounds.Center(), event.angle));
+  copy.DrawPath(path, AGAffineTransformRotation(event.angle, event.bounds.Center()));
   return 0;
 }
 

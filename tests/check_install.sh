@@ -21,6 +21,16 @@ cmake -S "$folder/star" -B "$folder/build" -G Ninja -DCMAKE_PREFIX_PATH="$prefix
   { cat "$folder/log"; fault "the example is not configured"; }
 cmake --build "$folder/build" > "$folder/log" 2>&1 || { cat "$folder/log"; fault "the example does not build"; }
 
+# Every installed header compiles alone, against the installed tree only.
+headers=0
+while IFS= read -r header; do
+  echo "#include \"${header#"$prefix/include/akkit/"}\"" |
+    "$compiler" -std=c++20 -fsyntax-only -Wall -Wextra -Werror -I"$prefix/include/akkit" \
+      -I"$prefix/include/akkit/platform" -x c++ - || fault "$header does not compile alone"
+  headers=$((headers + 1))
+done < <(find "$prefix/include/akkit" -name '*.h')
+[ "$headers" -ge 100 ] || fault "only $headers headers are installed"
+
 pc=$(dirname "$(find "$prefix" -name akkit.pc)")
 flags() { PKG_CONFIG_PATH=$pc pkg-config --define-prefix "$@" akkit; }
 mkdir "$folder/plain"

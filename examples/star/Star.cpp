@@ -24,12 +24,6 @@ constexpr unsigned int kInnerSlider = 2;
 const AKString kKey_Points("Points");
 const AKString kKey_InnerRadius("InnerRadius");
 
-AGAffineTransform RotationAbout(const AGPoint& center, double angle) {
-  const double c = std::cos(angle);
-  const double s = std::sin(angle);
-  return {c, s, -s, c, center.x - center.x * c + center.y * s, center.y - center.x * s - center.y * c};
-}
-
 }  // namespace
 
 AKClassID Star::_ClassID() {
@@ -129,7 +123,7 @@ int Star::akmDraw(const AGContext& context, const AKDrawEvent& event) const {
   }
   AGPath path;
   path.AddLines(corners, true);
-  copy.DrawPath(path, RotationAbout(center, event.angle));
+  copy.DrawPath(path, AGAffineTransformRotation(event.angle, center));
   return 0;
 }
 

@@ -7,6 +7,7 @@
 #include "graphics/native/AGGraphicsLow.h"
 #include "graphics/native/AGGraphicsLowPaint.h"
 #include "graphics/native/AGGraphicsLowSupport.h"
+#include "graphics/native/AGMacOS.h"
 
 namespace AGGraphicsLow {
 namespace {
@@ -94,7 +95,7 @@ void FillGradient(const AGContext& context, const AGPath& path) {
     if (rect.IsEmpty()) return;
     // A circle in the largest centred square becomes an ellipse that fills the rectangle.
     const AGRect square = MapRect({0, 0, 1, 1}, FitBox({0, 0, 1, 1}, rect, true));
-    CGContextConcatCTM(port, NativeTransform(FitBox(square, rect, false)));
+    CGContextConcatCTM(port, AGMacOS::CGAffineTransformConvert(FitBox(square, rect, false)));
     toSquare = FitBox(rect, square, false);
     rect = square;
   }
@@ -112,7 +113,7 @@ void FillGradient(const AGContext& context, const AGPath& path) {
 void Fill(const AGContext& context, const AGPath& path, const AGAffineTransform& transform) {
   const PortScope scope(context);
   const AGAffineTransform matrix = PathToPort(context, path, transform);
-  if (!matrix.IsIdentity()) CGContextConcatCTM(context.NativePort(), NativeTransform(matrix));
+  if (!matrix.IsIdentity()) CGContextConcatCTM(context.NativePort(), AGMacOS::CGAffineTransformConvert(matrix));
   switch (context.brush.Style()) {
     case kAGBrushStyleSolid:
       FillSolid(context, path);
@@ -159,12 +160,6 @@ AGAffineTransform NibMatrix(const AGPen& pen, const AGAffineTransform& matrix) {
   return {std::cos(theta), std::sin(theta), -ratio * std::sin(theta), ratio * std::cos(theta), 0, 0};
 }
 
-// The nib matrix has no translation and the determinant `ratio`, which is never 0.
-AGAffineTransform InverseOfNib(const AGAffineTransform& nib) {
-  const double determinant = nib.Determinant();
-  return {nib.d / determinant, -nib.b / determinant, -nib.c / determinant, nib.a / determinant, 0, 0};
-}
-
 // Gradient pens stroke in their first colour.
 void StrokeMapped(const AGContext& context, const AGPath& path, const AGAffineTransform& matrix) {
   CGContextRef port = context.NativePort();
@@ -195,9 +190,9 @@ void Stroke(const AGContext& context, const AGPath& path, const AGAffineTransfor
 
   const AGAffineTransform matrix = PathToPort(context, path, transform);
   if (context.pen.Ratio() < kRoundNibRatio) {
-    const AGAffineTransform nib = NibMatrix(context.pen, matrix);
-    CGContextConcatCTM(port, NativeTransform(nib));
-    StrokeMapped(context, path, AGAffineTransformConcat(matrix, InverseOfNib(nib)));
+    const AGAffineTransform nib = NibMatrix(context.pen, matrix);  // its determinant, the ratio, is never 0
+    CGContextConcatCTM(port, AGMacOS::CGAffineTransformConvert(nib));
+    StrokeMapped(context, path, AGAffineTransformConcat(matrix, AGAffineTransformInverse(nib)));
   } else {
     StrokeMapped(context, path, matrix);
   }

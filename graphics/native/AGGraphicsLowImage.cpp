@@ -5,6 +5,7 @@
 #include "graphics/images/AGImage.h"
 #include "graphics/native/AGGraphicsLow.h"
 #include "graphics/native/AGGraphicsLowSupport.h"
+#include "graphics/native/AGMacOS.h"
 
 namespace AGGraphicsLow {
 namespace {
@@ -33,7 +34,7 @@ void AGContextDrawImage(const AGContext& context, const AGImage& image, const AG
   if (std::fabs(1 - context.colorFactor) > 0.004) {
     CGContextSetBlendMode(port, context.colorFactor < 1 ? kCGBlendModeSoftLight : kCGBlendModeHardLight);
   }
-  CGContextConcatCTM(port, NativeTransform(AGAffineTransformConcat(transform, context.transform)));
+  CGContextConcatCTM(port, AGMacOS::CGAffineTransformConvert(AGAffineTransformConcat(transform, context.transform)));
   CGContextSetInterpolationQuality(port, NativeQuality(quality));
   CGContextDrawImage(port, CGRectMake(point.x, point.y, image.Width(), image.Height()), image.NativeImage());
 }

@@ -3,6 +3,7 @@
 #include <cmath>
 
 #include "graphics/native/AGGraphicsLow.h"
+#include "graphics/native/AGMacOS.h"
 
 namespace AGGraphicsLow {
 namespace {
@@ -43,11 +44,9 @@ AGAffineTransform PathToPort(const AGContext& context, const AGPath& path, const
   return context.transform.IsIdentity() ? placed : AGAffineTransformConcat(placed, context.transform);
 }
 
-CGAffineTransform NativeTransform(const AGAffineTransform& t) { return {t.a, t.b, t.c, t.d, t.tx, t.ty}; }
-
 MappedPath::MappedPath(CGPathRef path, const AGAffineTransform& transform) : path_(path), copy_(nullptr) {
   if (transform.IsIdentity()) return;
-  const CGAffineTransform m = NativeTransform(transform);
+  const CGAffineTransform m = AGMacOS::CGAffineTransformConvert(transform);
   copy_ = CGPathCreateCopyAndTransform(path, &m);
 }
 

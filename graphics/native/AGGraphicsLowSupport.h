@@ -24,8 +24,6 @@ void _LowAGContextInstallClipPath(const AGContext& context, CGContextRef port);
 /// From the path's own coordinates to the port's: its origin, the per-call transform, the context's.
 AGAffineTransform PathToPort(const AGContext& context, const AGPath& path, const AGAffineTransform& transform);
 
-CGAffineTransform NativeTransform(const AGAffineTransform& t);
-
 /// A native path through a transform for the time of a call; the path itself where that is the identity.
 class MappedPath {
  public:

@@ -117,7 +117,7 @@ void SetTextState(const AGContext& context, const TextPaint& paint, const AGAffi
   CGContextSetInterpolationQuality(port, context.antialias ? kCGInterpolationHigh : kCGInterpolationLow);
   CGContextSetShouldSmoothFonts(port, context.antialias);
   CGContextSetAllowsFontSmoothing(port, context.antialias);
-  CGContextConcatCTM(port, NativeTransform(AGAffineTransformConcat(transform, context.transform)));
+  CGContextConcatCTM(port, AGMacOS::CGAffineTransformConvert(AGAffineTransformConcat(transform, context.transform)));
   if (paint.strokes) CGContextSetLineWidth(port, PenWidth(context));
   CGContextSetTextDrawingMode(port, paint.Mode(context.HasClip()));
 }

@@ -27,8 +27,5 @@ inline AGRect AGRectConvert(const CGRect& rect, const AGPoint& offset = {0, 0}) 
 inline CGAffineTransform CGAffineTransformConvert(const AGAffineTransform& t) {
   return {t.a, t.b, t.c, t.d, t.tx, t.ty};
 }
-inline AGAffineTransform AGAffineTransformConvert(const CGAffineTransform& t) {
-  return {t.a, t.b, t.c, t.d, t.tx, t.ty};
-}
 
 }  // namespace AGMacOS

@@ -100,8 +100,7 @@ void AGPath::AddArc(const AGPoint& center, double radius, double startAngle, dou
 }
 
 void AGPath::AddArc(const AGRect& rect, double startAngle, double sweepAngle) {
-  AddArc(AGPoint{(rect.x0 + rect.x1) / 2, (rect.y0 + rect.y1) / 2},
-         AGSize{(rect.x1 - rect.x0) / 2, (rect.y1 - rect.y0) / 2}, startAngle, sweepAngle);
+  AddArc(rect.Center(), AGSize{(rect.x1 - rect.x0) / 2, (rect.y1 - rect.y0) / 2}, startAngle, sweepAngle);
 }
 
 void AGPath::AddLines(const AGPoint* points, unsigned int count, bool close) {

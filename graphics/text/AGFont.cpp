@@ -139,7 +139,7 @@ AGPoint AGFont::GetTextPosInBounds(const AGRect& bounds, int hAlign, int vAlign)
   if (hAlign != 0) {
     point.x = hAlign < 0 ? bounds.x0 : bounds.x1;
   } else {
-    point.x = std::floor((bounds.x0 + bounds.x1) * 0.5 + 0.5);
+    point.x = std::floor(bounds.Center().x + 0.5);
   }
   if (vAlign != 0) {
     point.y = vAlign < 0 ? bounds.y0 + GetDescent() : bounds.y1 - GetAscent();

@@ -22,7 +22,7 @@ const AGPointArray kWave = {{10, 20}, {30, 70}, {55, 15}, {70, 65}, {90, 30}, {9
 void AddTurned(AGPath& path, double angle) {
   AGPath leaf;
   leaf.AddArc(AGRect{-30, -8, 30, 8}, 0, k2Pi);
-  path.AddPath(leaf, {std::cos(angle), std::sin(angle), -std::sin(angle), std::cos(angle), 50, 40});
+  path.AddPath(leaf, AGAffineTransformConcat(AGAffineTransformRotation(angle), AGAffineTransformTranslation(50, 40)));
 }
 
 std::vector<ShapeItem> LineItems() {

@@ -162,7 +162,8 @@ std::vector<TextItem> PlaceItems() {
        [](AGContext& c) {
          c.brush.SetStyleSolid(kInk);
          for (const double angle : {-0.3, 0.0, 0.3}) {
-           const AGAffineTransform turn{std::cos(angle), std::sin(angle), -std::sin(angle), std::cos(angle), 20, 40};
+           const AGAffineTransform turn =
+               AGAffineTransformConcat(AGAffineTransformRotation(angle), AGAffineTransformTranslation(20, 40));
            c.DrawText("turned about a point", Font(11), AGPoint{40, -4}, turn, kAGTextAlignmentLeft);
          }
        }},

@@ -16,15 +16,9 @@ constexpr double kFringe = 1;
 
 void GetTurnedCorners(const ObjectPlacement& placement, AGPoint* out4) {
   const AGRect& b = placement.bounds;
-  const AGPoint center = b.Center();
-  const double c = std::cos(placement.angle);
-  const double s = std::sin(placement.angle);
+  const AGAffineTransform turn = AGAffineTransformRotation(placement.angle, b.Center());
   const AGPoint corners[4] = {{b.x0, b.y0}, {b.x1, b.y0}, {b.x1, b.y1}, {b.x0, b.y1}};
-  for (int i = 0; i < 4; ++i) {
-    const double dx = corners[i].x - center.x;
-    const double dy = corners[i].y - center.y;
-    out4[i] = placement.angle == 0 ? corners[i] : AGPoint{center.x + dx * c - dy * s, center.y + dx * s + dy * c};
-  }
+  for (int i = 0; i < 4; ++i) out4[i] = turn.Apply(corners[i]);
 }
 
 AGRect TurnedBox(const ObjectPlacement& placement) {

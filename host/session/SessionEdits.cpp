@@ -17,14 +17,6 @@ bool IsFinite(const ObjectPlacement& placement) {
          std::isfinite(placement.angle);
 }
 
-AGPoint Turned(const AGPoint& point, const AGPoint& about, double angle) {
-  const double c = std::cos(angle);
-  const double s = std::sin(angle);
-  const double dx = point.x - about.x;
-  const double dy = point.y - about.y;
-  return {about.x + dx * c - dy * s, about.y + dx * s + dy * c};
-}
-
 AGRect Shifted(const AGRect& rect, double dx, double dy) {
   return {rect.x0 + dx, rect.y0 + dy, rect.x1 + dx, rect.y1 + dy};
 }
@@ -182,7 +174,7 @@ bool DocumentSession::Resize(const ObjectIDs& ids, const AGRect& from, const AGR
 bool DocumentSession::Rotate(const ObjectIDs& ids, double angle, const AGPoint& about, std::string* error) {
   const auto place = [angle, &about](const ObjectPlacement& old) {
     const AGPoint center = old.bounds.Center();
-    const AGPoint turned = Turned(center, about, angle);
+    const AGPoint turned = AGAffineTransformRotation(angle, about).Apply(center);
     return ObjectPlacement{Shifted(old.bounds, turned.x - center.x, turned.y - center.y), old.angle + angle};
   };
   return PlaceEach(ids, Tr("Rotate"), place, error);

@@ -26,7 +26,6 @@ class Localisation {
   void AddFolder(const std::string& folder);
 
   void SetDomain(const std::string& domain);
-  const std::string& Domain() const { return domain_; }
 
   /// The translation in the domain that was set last, as bundles get text (DisplayText.h): valid as long as the
   /// process. `text` itself, the same pointer, when there is none.

@@ -16,14 +16,6 @@ constexpr double kNewSide = 100;     // map units of an object that was made by 
 constexpr double kLeastSide = 1;     // map units: a stretch goes no further
 constexpr double kTurnStep = std::numbers::pi / 12;
 
-AGPoint Center(const AGRect& rect) { return {(rect.x0 + rect.x1) / 2, (rect.y0 + rect.y1) / 2}; }
-
-AGPoint Turned(const AGPoint& v, double angle) {
-  const double c = std::cos(angle);
-  const double s = std::sin(angle);
-  return {c * v.x - s * v.y, s * v.x + c * v.y};
-}
-
 std::string TextOf(double number) {
   char text[32];
   return {text, std::to_chars(text, text + sizeof(text), number).ptr};
@@ -173,10 +165,10 @@ void PointerTool::Move(const AGPoint& map, PointerModifiers modifiers) {
 void PointerTool::Stretch(const AGPoint& map, PointerModifiers modifiers) {
   const HandleSides sides = SidesOf(handle_);
   ObjectPlacement placement = frame_.Placement();
-  const AGPoint center = Center(placement.bounds);
+  const AGPoint center = placement.bounds.Center();
   AGPoint place = placement.angle == 0 ? Snapped(map, modifiers) : map;
   // In the frame's own directions.
-  const AGPoint turned = Turned({place.x - center.x, place.y - center.y}, -placement.angle);
+  const AGPoint turned = AGAffineTransformRotation(-placement.angle).Apply(place - center);
   place = {center.x + turned.x, center.y + turned.y};
   AGRect box = placement.bounds;
   MoveSide(sides.x, place.x, modifiers.control, &box.x0, &box.x1);
@@ -187,15 +179,15 @@ void PointerTool::Stretch(const AGPoint& map, PointerModifiers modifiers) {
     return;
   }
   // The object turns about its centre, which moves: what stays is the opposite side where it is seen.
-  const AGPoint newCenter = Center(box);
-  const AGPoint shift = Turned({newCenter.x - center.x, newCenter.y - center.y}, placement.angle);
+  const AGPoint newCenter = box.Center();
+  const AGPoint shift = AGAffineTransformRotation(placement.angle).Apply(newCenter - center);
   const AGPoint move{center.x + shift.x - newCenter.x, center.y + shift.y - newCenter.y};
   placement.bounds = {box.x0 + move.x, box.y0 + move.y, box.x1 + move.x, box.y1 + move.y};
   session_->SetPlacement(session_->Selected().IDs()[0], placement, &refused_);
 }
 
 void PointerTool::Turn(const AGPoint& map, PointerModifiers modifiers) {
-  const AGPoint center = Center(frame_.Placement().bounds);
+  const AGPoint center = frame_.Placement().bounds.Center();
   const double before = frame_.Placement().angle;
   double angle = std::atan2(map.y - center.y, map.x - center.x) - std::numbers::pi / 2;
   if (modifiers.shift) angle = std::floor(angle / kTurnStep + 0.5) * kTurnStep;

@@ -27,15 +27,6 @@ std::optional<double> RoundingOf(const DocumentObject& object) {
   return std::clamp(rounding, 0.0, 1.0);
 }
 
-AGPoint Center(const AGRect& rect) { return {(rect.x0 + rect.x1) / 2, (rect.y0 + rect.y1) / 2}; }
-
-AGPoint Turned(const AGPoint& point, const AGPoint& center, double angle) {
-  const double c = std::cos(angle);
-  const double s = std::sin(angle);
-  const AGPoint d{point.x - center.x, point.y - center.y};
-  return {center.x + c * d.x - s * d.y, center.y + s * d.x + c * d.y};
-}
-
 }  // namespace
 
 HandleSides SidesOf(Handle handle) {
@@ -80,7 +71,7 @@ SelectionFrame SelectionFrame::Of(const DocumentSession& session) {
 }
 
 AGPoint SelectionFrame::OnFrame(double x, double y) const {
-  return Turned({x, y}, Center(placement_.bounds), placement_.angle);
+  return AGAffineTransformRotation(placement_.angle, placement_.bounds.Center()).Apply({x, y});
 }
 
 std::vector<Handle> SelectionFrame::Handles(const ViewTransform& view) const {
@@ -118,7 +109,7 @@ AGPoint SelectionFrame::GradientPlace() const {
                    b.y0 + (1 - brush_.GradientCenterY()) * (b.y1 - b.y0));
   }
   const double reach = kAxisPart * 2 * MostInset();
-  const AGPoint center = Center(b);
+  const AGPoint center = b.Center();
   return OnFrame(center.x + reach * std::cos(-brush_.GradientAngle()),
                  center.y + reach * std::sin(-brush_.GradientAngle()));
 }
@@ -126,7 +117,7 @@ AGPoint SelectionFrame::GradientPlace() const {
 AGPoint SelectionFrame::PositionOf(Handle handle, const ViewTransform& view) const {
   const AGRect& b = placement_.bounds;
   if (handle == Handle::kRotate) {
-    return view.ToView(OnFrame((b.x0 + b.x1) / 2, b.y1 + kRotateDistance / view.Zoom()));
+    return view.ToView(OnFrame(b.Center().x, b.y1 + kRotateDistance / view.Zoom()));
   }
   if (handle == Handle::kRounding) {
     const double least = LeastInset(view);
@@ -135,8 +126,8 @@ AGPoint SelectionFrame::PositionOf(Handle handle, const ViewTransform& view) con
   }
   if (handle == Handle::kGradient) return view.ToView(GradientPlace());
   const HandleSides sides = SidesOf(handle);
-  return view.ToView(
-      OnFrame((b.x0 + b.x1) / 2 + sides.x * (b.x1 - b.x0) / 2, (b.y0 + b.y1) / 2 + sides.y * (b.y1 - b.y0) / 2));
+  const AGPoint center = b.Center();
+  return view.ToView(OnFrame(center.x + sides.x * b.Width() / 2, center.y + sides.y * b.Height() / 2));
 }
 
 // A frame that is small in the view would be all handles: its inside belongs to the object.
@@ -162,13 +153,13 @@ Handle SelectionFrame::HandleAt(const AGPoint& point, const ViewTransform& view)
 }
 
 AGPoint SelectionFrame::WithinFrame(const AGPoint& point, const ViewTransform& view) const {
-  return Turned(view.ToMap(point), Center(placement_.bounds), -placement_.angle);
+  return AGAffineTransformRotation(-placement_.angle, placement_.bounds.Center()).Apply(view.ToMap(point));
 }
 
 AGBrush SelectionFrame::GradientAt(const AGPoint& point, const ViewTransform& view) const {
   const AGRect& b = placement_.bounds;
   const AGPoint map = WithinFrame(point, view);
-  const AGPoint center = Center(b);
+  const AGPoint center = b.Center();
   AGBrush brush(brush_);
   if (brush.Style() == kAGBrushStyleRadialGradient) {
     brush.SetGradientCenterX((map.x - b.x0) / (b.x1 - b.x0));

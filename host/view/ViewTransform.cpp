@@ -47,8 +47,9 @@ void ViewTransform::Fit(const AGRect& area, const AGSize& view, double margin) {
   const double room = std::min((view.width - 2 * margin) / width, (view.height - 2 * margin) / height);
   zoom_ = std::clamp(room, kMinZoom, kMaxZoom);
   const double scale = PixelsPerUnit();
-  offsetX_ = WholePixel((area.x0 + area.x1) / 2 * scale - view.width / 2 * deviceScale_);
-  offsetY_ = WholePixel(-(area.y0 + area.y1) / 2 * scale - view.height / 2 * deviceScale_);
+  const AGPoint center = area.Center();
+  offsetX_ = WholePixel(center.x * scale - view.width / 2 * deviceScale_);
+  offsetY_ = WholePixel(-center.y * scale - view.height / 2 * deviceScale_);
 }
 
 AGPoint ViewTransform::ToView(const AGPoint& map) const {

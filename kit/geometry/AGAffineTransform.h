@@ -1,6 +1,8 @@
 // An affine map of the plane.
 #pragma once
 
+#include <cmath>
+
 #include "kit/geometry/AGPoint.h"
 
 /// (x, y) maps to (a·x + c·y + tx, b·x + d·y + ty).
@@ -34,6 +36,20 @@ constexpr AGAffineTransform AGAffineTransformConcat(const AGAffineTransform& fir
 
 constexpr AGAffineTransform AGAffineTransformTranslation(double tx, double ty) { return {1, 0, 0, 1, tx, ty}; }
 constexpr AGAffineTransform AGAffineTransformScaling(double sx, double sy) { return {sx, 0, 0, sy, 0, 0}; }
+/// A turn by `angle` radians, anticlockwise where y points up, about a point that stays where it is.
+inline AGAffineTransform AGAffineTransformRotation(double angle, const AGPoint& about = {0, 0}) {
+  const double c = std::cos(angle);
+  const double s = std::sin(angle);
+  return {c, s, -s, c, about.x - about.x * c + about.y * s, about.y - about.x * s - about.y * c};
+}
+
+/// The map that undoes `t`, whose determinant must not be 0.
+constexpr AGAffineTransform AGAffineTransformInverse(const AGAffineTransform& t) {
+  const double determinant = t.Determinant();
+  const AGAffineTransform linear{t.d / determinant, -t.b / determinant, -t.c / determinant, t.a / determinant, 0, 0};
+  const AGPoint origin = linear.Apply({-t.tx, -t.ty});
+  return {linear.a, linear.b, linear.c, linear.d, origin.x, origin.y};
+}
 
 /// All six components 0: not the identity.
 inline constexpr AGAffineTransform kAGNullAffineTransform{0, 0, 0, 0, 0, 0};

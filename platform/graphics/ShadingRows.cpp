@@ -45,8 +45,6 @@ void ShadingRows::FillTable(const CGShading& shading, double alpha) {
   }
   table_[0] = shading.extendStart ? table_[1] : 0;
   table_[last + 2] = shading.extendEnd ? table_[last + 1] : 0;
-  isOpaque_ =
-      std::all_of(table_.begin(), table_.begin() + last_ + 3, [](std::uint32_t pixel) { return pixel >> 24 == 255; });
 }
 
 void ShadingRows::PrepareAxis(const CGShading& shading) {

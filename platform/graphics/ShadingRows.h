@@ -17,7 +17,6 @@ class ShadingRows {
   ShadingRows(const CGShading& shading, const CGAffineTransform& userToDevice, const PixelBox& box, double alpha);
 
   /// True when every pixel is opaque.
-  bool IsOpaque() const { return isOpaque_; }
 
   /// Writes `count` pixels from (x, y) of device space on, in cairo's order, taken at the pixels' centres.
   void Fill(int x, int y, int count, std::uint32_t* pixels) const;
@@ -45,7 +44,6 @@ class ShadingRows {
   double radialOffset_ = 0;
 
   int last_;  ///< the position of the shading's end; its start is at 0
-  bool isOpaque_ = false;
   /// One entry more at either side for what lies beyond the ends.
   std::array<std::uint32_t, kMaxSteps + 3> table_;
 };
