@@ -28,10 +28,6 @@ class Host {
   /// What a bundle is given.
   AKHostServiceRecord ServiceRecord() const;
 
-  /// Log lines go to standard error unless a test collects them here.
-  std::vector<std::string>* collectedLog = nullptr;
-  /// While this is not 0 log lines of host and bundles are dropped; see QuietLog.
-  unsigned int quietCount = 0;
   /// The person to ask on behalf of a bundle; null when there is none. Not owned.
   UserInterface* userInterface = nullptr;
 

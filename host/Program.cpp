@@ -16,10 +16,11 @@ namespace {
 
 void PrintUsage() {
   std::printf(
-      "usage: objecthost [--bundle FILE]... [--no-bundles] COMMAND [ARGUMENTS]\n\n"
+      "usage: objecthost [--bundle FILE]... [--only-bundle FILE]... [--no-bundles] COMMAND [ARGUMENTS]\n\n"
       "A host for plug-in bundles. Bundles are loaded from the folders of OBJECTHOST_PLUGINS, the user's\n"
-      "objecthost/plugins, and the plugins folder beside the program; or those named by --bundle alone,\n"
-      "or none with --no-bundles.\n\ncommands\n");
+      "objecthost/plugins, and the plugins folder beside the program. --bundle adds one, which is loaded\n"
+      "first and stands for those of its file name; with --only-bundle none is looked for but those that\n"
+      "are named, and with --no-bundles none at all.\n\ncommands\n");
   for (const Command& command : Commands()) std::printf("  %-10s %s\n", command.name, command.summary);
   std::printf(
       "\n\"objecthost COMMAND --help\" tells more. Exit code 0 is success; 1 is failure, with a line on\n"
@@ -46,8 +47,8 @@ bool TakeGlobalOptions(const std::vector<std::string>& words, Invocation* invoca
     }
     if (words[i] == "--no-bundles") {
       invocation->searches = false;
-    } else if (words[i] == "--bundle" && i + 1 < words.size()) {
-      invocation->searches = false;
+    } else if ((words[i] == "--bundle" || words[i] == "--only-bundle") && i + 1 < words.size()) {
+      if (words[i] == "--only-bundle") invocation->searches = false;
       invocation->bundles.push_back(words[++i]);
     } else {
       *error = "unknown option or missing value: \"" + words[i] + "\"; --help tells what there is";
@@ -114,7 +115,7 @@ int RunProgram(const std::vector<std::string>& words) {
   if (command->run == kInfoCommand.run || command->run == kWindowCommand.run) return command->run(arguments);
 
   const Fonts fonts;
-  BundleSet bundles(Program::ExecutablePath());
+  BundleSet bundles(Program::ExecutablePath(), ProbeMemory::DefaultFile());
   sBundles = &bundles;
   if (!LoadBundles(invocation, &bundles, &error)) return Fail(error);
   const int code = command->run(arguments);

@@ -45,6 +45,7 @@ std::unique_ptr<Bundle> Bundle::Load(const std::string& path, std::string* error
   }
   AKHostServiceRecord record = Host::Instance().ServiceRecord();
   const int status = entry(&record);
+  bundle->classCount_ = Host::Instance().Classes().Classes().size() - bundle->firstClass_;
   if (status != 0) {
     *error = "bundle \"" + path + "\" refused to start: its pluginMain returned status " + std::to_string(status);
     return nullptr;
@@ -55,7 +56,7 @@ std::unique_ptr<Bundle> Bundle::Load(const std::string& path, std::string* error
 std::vector<const RegisteredClass*> Bundle::Classes() const {
   std::vector<const RegisteredClass*> classes;
   const auto& all = Host::Instance().Classes().Classes();
-  for (std::size_t i = firstClass_; i < all.size(); ++i) classes.push_back(&all[i]);
+  for (std::size_t i = 0; i < classCount_; ++i) classes.push_back(&all[firstClass_ + i]);
   return classes;
 }
 

@@ -22,7 +22,7 @@ class Bundle {
   ~Bundle();
 
   const std::string& Path() const { return path_; }
-  /// The classes that the bundle registered.
+  /// The classes that the bundle registered while it started.
   std::vector<const RegisteredClass*> Classes() const;
 
  private:
@@ -31,6 +31,7 @@ class Bundle {
   std::string path_;
   void* library_;
   std::size_t firstClass_;
+  std::size_t classCount_ = 0;
 };
 
 }  // namespace host

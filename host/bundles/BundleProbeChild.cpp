@@ -1,13 +1,11 @@
 // The process that tries a bundle.
-#include <sys/resource.h>
-
-#include <cstdio>
-
 #include "graphics/bitmaps/AGBitmap.h"
-#include "host/QuietLog.h"
+#include "host/HostLog.h"
 #include "host/bundles/Bundle.h"
 #include "host/bundles/BundleProbe.h"
+#include "host/bundles/ProbeProcess.h"
 #include "host/model/Document.h"
+#include "host/model/ObjectRecord.h"
 #include "host/pictures/DocumentDrawing.h"
 #include "host/tables/SlotCall.h"
 #include "kit/streams/AKFile.h"
@@ -23,7 +21,7 @@ void Draw(const DocumentObject& object) {
 void WriteAndRead(const AKObject* object) {
   AKFile file(AKFile::kModeMemory);
   if (file.CreateForReadWrite() != 0 || AKClass::WriteObjectToFile(object, file) != 0 || file.SetPos(0) != 0) return;
-  const Instance copy(AKClass::NewObjectFromFile(nullptr, file, 0));
+  const Instance copy(AKClass::NewObjectFromFile(nullptr, file, kRecordVersion));
 }
 
 void FillPanel(const RegisteredClass& entry, const AKObject* object) {
@@ -47,16 +45,16 @@ void Try(const RegisteredClass& entry) {
 }  // namespace
 
 int RunProbe(const std::string& bundlePath) {
-  const rlimit none{0, 0};
-  setrlimit(RLIMIT_CORE, &none);
-  const QuietLog quiet;
+  const ProbeReport report;
+  HostLog::Instance().sink = [&report](const std::string& line) { report.Log(line); };
   std::string error;
   const auto bundle = Bundle::Load(bundlePath, &error);
   if (!bundle) {
-    std::printf("%s\n", error.c_str());
+    report.End(error);
     return 1;
   }
   for (const RegisteredClass* entry : bundle->Classes()) Try(*entry);
+  report.End("");
   return 0;
 }
 

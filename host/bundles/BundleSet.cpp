@@ -27,16 +27,6 @@ std::vector<std::string> Listed(const char* list) {
   return folders;
 }
 
-std::vector<path> FilesOf(const std::string& folder) {
-  std::vector<path> files;
-  std::error_code error;
-  for (const auto& entry : std::filesystem::directory_iterator(folder, error)) {
-    if (entry.path().extension() == ".so") files.push_back(entry.path());
-  }
-  std::sort(files.begin(), files.end());
-  return files;
-}
-
 // A bundle's translations lie in the folder "locale" beside it.
 void AddCatalogues(const std::string& bundle) {
   Localisation::Instance().AddFolder((path(bundle).parent_path() / "locale").string());
@@ -48,8 +38,30 @@ BundleSet::~BundleSet() {
   while (!loaded_.empty()) loaded_.pop_back();
 }
 
+std::vector<std::string> BundleSet::FilesOf(const std::string& folder, std::vector<Skipped>* unreadable) {
+  std::vector<std::string> files;
+  std::error_code error;
+  std::filesystem::directory_iterator entry(folder, error);
+  for (; !error && entry != std::filesystem::directory_iterator(); entry.increment(error)) {
+    if (entry->path().extension() == ".so") files.push_back(entry->path().string());
+  }
+  if (error && error != std::errc::no_such_file_or_directory && unreadable != nullptr) {
+    unreadable->push_back({folder, "the plug-in folder \"" + folder + "\" can't be read: " + error.message()});
+  }
+  std::sort(files.begin(), files.end());
+  return files;
+}
+
+bool BundleSet::Try(const std::string& file, std::string* error) {
+  if (program_.empty() || memory_.HasPassed(file)) return true;
+  const std::string state = ProbeMemory::StateOf(file);
+  if (!ProbeBundle(program_, file, kProbeLimit, error)) return false;
+  memory_.Remember(file, state);
+  return true;
+}
+
 bool BundleSet::Load(const std::string& file, std::string* error) {
-  if (!program_.empty() && !ProbeBundle(program_, file, kProbeLimit, error)) return false;
+  if (!Try(file, error)) return false;
   AddCatalogues(file);
   auto bundle = Bundle::Load(file, error);
   if (!bundle) return false;
@@ -58,7 +70,10 @@ bool BundleSet::Load(const std::string& file, std::string* error) {
 }
 
 void BundleSet::LoadFound() {
-  for (const std::string& file : Find()) {
+  std::set<std::string> names;
+  for (const auto& bundle : loaded_) names.insert(path(bundle->Path()).filename().string());
+  for (const std::string& file : Find(&skipped_)) {
+    if (names.contains(path(file).filename().string())) continue;
     std::string error;
     if (!Load(file, &error)) skipped_.push_back({file, error});
   }
@@ -76,12 +91,12 @@ std::vector<std::string> BundleSet::Folders() const {
   return folders;
 }
 
-std::vector<std::string> BundleSet::Find() const {
+std::vector<std::string> BundleSet::Find(std::vector<Skipped>* unreadable) const {
   std::vector<std::string> files;
   std::set<std::string> names;
   for (const std::string& folder : Folders()) {
-    for (const path& file : FilesOf(folder)) {
-      if (names.insert(file.filename().string()).second) files.push_back(file.string());
+    for (const std::string& file : FilesOf(folder, unreadable)) {
+      if (names.insert(path(file).filename().string()).second) files.push_back(file);
     }
   }
   return files;

@@ -15,6 +15,7 @@
 #include <vector>
 
 #include "host/bundles/Bundle.h"
+#include "host/bundles/ProbeMemory.h"
 
 namespace host {
 
@@ -25,15 +26,18 @@ class BundleSet {
     std::string reason;  ///< one line
   };
 
-  /// `program` is the objecthost that tries bundles; empty to load them untried.
-  explicit BundleSet(std::string program) : program_(std::move(program)) {}
+  /// `program` is the objecthost that tries bundles; empty to load them untried. `memory` is the file that keeps which
+  /// of them have passed; empty keeps nothing.
+  explicit BundleSet(std::string program, std::string memory = "")
+      : memory_(std::move(memory), program), program_(std::move(program)) {}
   BundleSet(const BundleSet&) = delete;
   BundleSet& operator=(const BundleSet&) = delete;
   ~BundleSet();
 
   /// False, with one line in `*error`, when the bundle can't be used.
   bool Load(const std::string& path, std::string* error);
-  /// Loads every bundle of the search path; those that can't be used are skipped.
+  /// Loads every bundle of the search path. Those that can't be used are skipped, and so are those of a name that is
+  /// loaded already; a folder that is there but can't be read is told as skipped too.
   void LoadFound();
 
   const std::vector<std::unique_ptr<Bundle>>& Loaded() const { return loaded_; }
@@ -42,9 +46,15 @@ class BundleSet {
   /// The search path; folders need not exist.
   std::vector<std::string> Folders() const;
   /// The files ending in ".so" along the search path, those of a folder by name.
-  std::vector<std::string> Find() const;
+  std::vector<std::string> Find() const { return Find(nullptr); }
 
  private:
+  bool Try(const std::string& file, std::string* error);
+  /// The files of a folder by name; a folder that can't be read goes to `unreadable`, which may be null.
+  static std::vector<std::string> FilesOf(const std::string& folder, std::vector<Skipped>* unreadable);
+  std::vector<std::string> Find(std::vector<Skipped>* unreadable) const;
+
+  ProbeMemory memory_;
   std::string program_;
   std::vector<std::unique_ptr<Bundle>> loaded_;
   std::vector<Skipped> skipped_;

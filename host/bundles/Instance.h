@@ -7,6 +7,9 @@
 
 namespace host {
 
+/// The version that classes are told when they read a record, wherever it comes from: there is one form of records.
+inline constexpr unsigned int kRecordVersion = 1;
+
 struct InstanceDeleter {
   void operator()(AKObject* object) const { AKClass::DeleteObject(object); }
 };

@@ -26,7 +26,7 @@ namespace {
 int RunSelf(const std::vector<std::string>& words) {
   std::vector<std::string> all = {Program::ExecutablePath()};
   for (const auto& bundle : Program::Bundles().Loaded()) {
-    all.emplace_back("--bundle");
+    all.emplace_back("--only-bundle");
     all.push_back(bundle->Path());
   }
   all.insert(all.end(), words.begin(), words.end());

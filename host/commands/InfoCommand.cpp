@@ -1,7 +1,8 @@
 // What a bundle registers: its class records, method slots and panels.
 #include <cstdio>
 
-#include "host/bundles/Bundle.h"
+#include "host/Program.h"
+#include "host/bundles/BundleSet.h"
 #include "host/commands/Command.h"
 #include "host/commands/CommandLine.h"
 #include "host/listings/JsonListing.h"
@@ -47,14 +48,15 @@ int RunInfo(const std::vector<std::string>& words) {
   CommandLine line({}, {"json"});
   std::string error;
   if (!line.Parse(words, 1, 1, &error)) return Fail(error);
-  const auto bundle = Bundle::Load(line.Positional()[0], &error);
-  if (!bundle) return Fail(error);
+  BundleSet bundles(Program::ExecutablePath(), ProbeMemory::DefaultFile());
+  if (!bundles.Load(line.Positional()[0], &error)) return Fail(error);
+  const Bundle& bundle = *bundles.Loaded()[0];
   if (line.Has("json")) {
-    std::fputs(JsonOfBundle(*bundle).c_str(), stdout);
+    std::fputs(JsonOfBundle(bundle).c_str(), stdout);
     return 0;
   }
-  std::printf("bundle %s\n", bundle->Path().c_str());
-  for (const RegisteredClass* entry : bundle->Classes()) {
+  std::printf("bundle %s\n", bundle.Path().c_str());
+  for (const RegisteredClass* entry : bundle.Classes()) {
     PrintRecord(*entry->record);
     PrintSlots(*entry->record);
     if (const HostPanel* panel = HostPanel::Of(entry->panel.get())) std::fputs(PanelListing(*panel).c_str(), stdout);
@@ -67,8 +69,8 @@ int RunInfo(const std::vector<std::string>& words) {
 const Command kInfoCommand = {
     "info", "load a bundle and print what it registers",
     "usage: objecthost info BUNDLE [--json]\n\n"
-    "Prints the class records, filled method slots and panels of a bundle. No other bundle is\n"
-    "loaded.\n",
+    "Tries the bundle in a process of its own, loads it, and prints its class records, filled method\n"
+    "slots and panels. No other bundle is loaded.\n",
     &RunInfo};
 
 }  // namespace host

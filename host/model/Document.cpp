@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <cstdarg>
 
-#include "host/QuietLog.h"
+#include "host/HostLog.h"
 #include "host/model/InstanceCall.h"
 #include "host/model/ObjectRecord.h"
 #include "host/text/Localisation.h"

@@ -10,9 +10,6 @@
 
 namespace host {
 
-/// The version that classes are told when they read a record.
-inline constexpr unsigned int kRecordVersion = 1;
-
 /// What the instance's class writes of it; nothing for a class without such a method.
 int WriteRecord(const AKObject& instance, AKMemoryBlock* record);
 

@@ -11,7 +11,7 @@
 #include "graphics/bitmaps/AGBitmap.h"
 #include "graphics/images/AGImage.h"
 #include "graphics/native/AGGraphicsLow.h"
-#include "host/QuietLog.h"
+#include "host/HostLog.h"
 #include "host/pictures/BitmapPNG.h"
 #include "host/pictures/DocumentDrawing.h"
 #include "host/storage/DocumentFile.h"

@@ -3,7 +3,7 @@
 // A chunk "HClp": u32 version 1, u32 number of objects, and that many "HObj" chunks as in documents.
 #include <algorithm>
 
-#include "host/QuietLog.h"
+#include "host/HostLog.h"
 #include "host/model/ObjectRecord.h"
 #include "host/session/DocumentSession.h"
 #include "host/text/Localisation.h"

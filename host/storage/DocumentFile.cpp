@@ -3,7 +3,7 @@
 #include <cerrno>
 #include <cstring>
 
-#include "host/QuietLog.h"
+#include "host/HostLog.h"
 #include "host/model/ObjectRecord.h"
 #include "host/text/Localisation.h"
 #include "host/text/Utf8Check.h"

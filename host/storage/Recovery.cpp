@@ -10,7 +10,7 @@
 #include <filesystem>
 #include <fstream>
 
-#include "host/QuietLog.h"
+#include "host/HostLog.h"
 #include "host/storage/DocumentFile.h"
 #include "host/storage/ReadFile.h"
 #include "host/text/DisplayText.h"

@@ -138,7 +138,7 @@ AKObject* NewObjectFromOriginal(const AKContextObject* context, const AKObject* 
   int status = stream.CreateForReadWrite();
   if (status == 0) status = WriteObjectToFile(original, stream);
   if (status == 0) status = stream.SetPos(0);
-  return status == 0 ? NewObjectFromFile(context, stream, 0) : Fail(status);
+  return status == 0 ? NewObjectFromFile(context, stream, kRecordVersion) : Fail(status);
 }
 
 int ReinitObjectFromFile(AKObject* object, const AKFile& file) {
@@ -146,7 +146,7 @@ int ReinitObjectFromFile(AKObject* object, const AKFile& file) {
   const AKClass& cls = *object->Class();
   const int status = AKFileSkip(file, sizeof(AKClassID));
   if (status != 0 || !HasSlot(cls, kAKMethodInitFromFile)) return status;
-  return CallSlot<int, const AKFile&, unsigned int>(cls, kAKMethodInitFromFile, object, file, 0U);
+  return CallSlot<int, const AKFile&, unsigned int>(cls, kAKMethodInitFromFile, object, file, kRecordVersion);
 }
 
 void DeleteObject(AKObject* object) {

@@ -1,9 +1,8 @@
 // The general service table.
 #include <algorithm>
-#include <cstdio>
-#include <string_view>
 
 #include "host/Host.h"
+#include "host/HostLog.h"
 #include "host/UserInterface.h"
 #include "host/tables/TableBuilder.h"
 #include "host/text/DisplayText.h"
@@ -51,14 +50,7 @@ int ShowProgress(unsigned int command, double fraction, const AKString& text) {
 }
 
 void LogMessage(const char* line) {
-  Host& host = Host::Instance();
-  if (host.quietCount != 0) return;
-  if (host.collectedLog != nullptr) {
-    host.collectedLog->emplace_back(line);
-    return;
-  }
-  const std::string_view text(line);
-  std::fprintf(stderr, "%s%s", line, text.ends_with('\n') ? "" : "\n");
+  if (line != nullptr) HostLog::Instance().Take(line, __builtin_return_address(0));
 }
 
 TableBuilder MakeTable() {

@@ -1,4 +1,4 @@
-// The program of the window: objecthost-window [--bundle FILE]... [DOCUMENT]...
+// The program of the window: objecthost-window [--bundle FILE]... [--only-bundle FILE]... [--no-bundles] [DOCUMENT]...
 #include <clocale>
 #include <cstdio>
 #include <string>
@@ -23,16 +23,16 @@ int main(int argc, char** argv) {
   host::AddCatalogues();
   host::Localisation::Instance().TranslateErrors();
   std::setlocale(LC_NUMERIC, "");
-  host::BundleSet bundles(HostProgram());
+  host::BundleSet bundles(HostProgram(), host::ProbeMemory::DefaultFile());
   std::vector<char*> words{argv[0]};
-  bool named = false;
+  bool searches = true;
   for (int i = 1; i < argc; ++i) {
     const std::string word = argv[i];
     if (word == "--no-bundles") {
-      named = true;
-    } else if (word == "--bundle" && i + 1 < argc) {
+      searches = false;
+    } else if ((word == "--bundle" || word == "--only-bundle") && i + 1 < argc) {
       std::string error;
-      named = true;
+      if (word == "--only-bundle") searches = false;
       if (!bundles.Load(argv[++i], &error)) {
         std::fprintf(stderr, "objecthost: %s\n", error.c_str());
         return 1;
@@ -41,7 +41,7 @@ int main(int argc, char** argv) {
       words.push_back(argv[i]);
     }
   }
-  if (!named) bundles.LoadFound();
+  if (searches) bundles.LoadFound();
   const auto application = host::EditorApplication::Create(&bundles);
   return application->run(static_cast<int>(words.size()), words.data());
 }

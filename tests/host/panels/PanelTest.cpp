@@ -4,6 +4,7 @@
 #include <chrono>
 
 #include "host/Host.h"
+#include "host/HostLog.h"
 #include "host/UserInterface.h"
 #include "host/panels/HostPanel.h"
 #include "kit/host/AKHostServices.h"
@@ -15,8 +16,10 @@ namespace {
 
 class PanelTest : public testing::Test {
  protected:
-  void SetUp() override { Host::Instance().collectedLog = &log_; }
-  void TearDown() override { Host::Instance().collectedLog = nullptr; }
+  void SetUp() override {
+    HostLog::Instance().sink = [this](const std::string& line) { log_.push_back(line); };
+  }
+  void TearDown() override { HostLog::Instance().sink = nullptr; }
   std::vector<std::string> log_;
 };
 

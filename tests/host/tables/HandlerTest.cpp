@@ -6,6 +6,7 @@
 #include "graphics/bitmaps/AGBitmap.h"
 #include "graphics/context/AKDrawEvent.h"
 #include "host/Host.h"
+#include "host/HostLog.h"
 #include "host/model/ObjectProperties.h"
 #include "host/panels/Inspector.h"
 #include "host/pictures/DocumentDrawing.h"
@@ -31,13 +32,13 @@ class HandlerTest : public SessionFixture {
  protected:
   void SetUp() override {
     SessionFixture::SetUp();
-    Host::Instance().collectedLog = &log_;
+    HostLog::Instance().sink = [this](const std::string& line) { log_.push_back(line); };
     session_ = std::make_unique<DocumentSession>(MakeDocument(3));
     session_->MakeCurrent();
   }
   void TearDown() override {
     session_.reset();
-    Host::Instance().collectedLog = nullptr;
+    HostLog::Instance().sink = nullptr;
   }
 
   AKObject* InstanceAt(std::size_t number) { return session_->Doc().ObjectAt(number).instance.get(); }

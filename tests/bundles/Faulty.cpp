@@ -1,0 +1,154 @@
+// A bundle whose objects are wrong in the way that they are told to be, by "-fault:WORD" or the property "Fault". A fault
+// in OBJECTHOST_FAULT is one of the bundle itself, while it starts.
+#include <unistd.h>
+
+#include <csignal>
+#include <cstdlib>
+#include <cstring>
+#include <new>
+#include <string_view>
+
+#include "graphics/context/AKDrawEvent.h"
+#include "kit/AKClassBasicTypes.h"
+#include "kit/streams/AKFile.h"
+#include "kit/streams/AKFileNumbers.h"
+#include "kit/streams/AKFileRecords.h"
+#include "kit/text/AKArgs.h"
+#include "kit/values/AKDictionary.h"
+#include "kit/values/AKValue.h"
+#include "kit/values/AKValueHelpers.h"
+
+namespace {
+
+constexpr int kOwnStatus = -4711;
+
+const AKString kKey_Fault("Fault");
+const AKString kKey_Number("Number");
+const AKString kKey_Fixed("Fixed");
+
+class Faulty final : public AKObjectSymbolVect {
+ public:
+  AK_OBJECT_MEMORY
+
+  static AKClassID _ClassID() { return AKClassID("tFaulty"); }
+  static AKClass* _Class() {
+    static AKClass* const record = _AKClassInitStaticPtr(_ClassID());
+    return record;
+  }
+  static AKObject* _ClassCtor() {
+    void* memory = _AKClassObjectAlloc(_Class(), sizeof(Faulty));
+    return memory == nullptr ? nullptr : new (memory) Faulty;
+  }
+  static void _ClassDtor(AKObject* object) { delete static_cast<Faulty*>(object); }
+
+  void _PureVirtualMethod() const override {}
+
+  int akmInitWithArgs(const AKArgs& args) {
+    fault_ = args.GetParam("-fault:");
+    return 0;
+  }
+
+  // The fault's name, a number, and 8 bytes that must be 0.
+  int akmInitFromFile(const AKFile& file, unsigned int version) {
+    if (version != 1) return AKLogError(kOwnStatus, "A record of version %u", version);
+    int status = AKFileReadAKString(file, &fault_);
+    if (status == 0) status = AKFileReadFloat64(file, &number_, 0);
+    double rest = 0;
+    if (status == 0) status = AKFileReadFloat64(file, &rest, 0);
+    if (status == 0 && rest != 0) status = kOwnStatus;
+    if (Has("read")) status = AKLogError(kOwnStatus, "It was told not to read");
+    return status;
+  }
+
+  int akmWriteToFile(AKFile& file) const {
+    if (Has("write")) return AKLogError(kOwnStatus, "It was told not to write");
+    unsigned long long start = 0;
+    file.GetPos(&start);
+    AKFileWriteAKString(file, fault_);
+    if (Has("endian")) file.SetEndianness(AKFile::kEndianBig);
+    AKFileWriteFloat64(file, number_, 0);
+    if (!Has("short")) AKFileWriteFloat64(file, 0, 0);
+    if (Has("seek")) file.SetPos(0);
+    if (Has("cut")) file.SetFileSize(start / 2);
+    if (Has("overwrite")) {
+      file.SetPos(start >= 16 ? start - 16 : 0);
+      AKFileWriteFloat64(file, 1e300, 0);
+    }
+    return 0;
+  }
+
+  int akmDelete() { return 0; }
+
+  int akmSetObjectProperties(const AKDictionary& properties) {
+    if (Has("refuse")) return kOwnStatus;
+    AKValueGetasFloat64(properties.GetValue(kKey_Number), &number_, true);
+    properties.GetValue(kKey_Fault).GetasAKString(&fault_);
+    return 0;
+  }
+
+  int akmGetObjectProperties(AKDictionary* properties) const {
+    properties->SetValue(kKey_Fault, AKValueSetasAKString(fault_));
+    properties->SetValue(kKey_Number, AKValueSetasFloat64(number_));
+    properties->SetValue(kKey_Fixed, AKValueSetasFloat64(3));
+    return 0;
+  }
+
+  int akmDraw(const AGContext& context, const AKDrawEvent& event) const {
+    if (Has("draw")) return AKLogError(kOwnStatus, "It was told not to draw");
+    if (Has("draw-crash")) raise(SIGSEGV);
+    AGContext copy(context);
+    event.SetupContextWithRecommendedBrushAndPen(&copy);
+    copy.DrawRect(event.bounds);
+    return 0;
+  }
+
+  AGRect akmGetNaturalBounds() const { return {0, 0, 1, 1}; }
+
+ private:
+  bool Has(const char* word) const { return fault_ == word; }
+
+  AKString fault_;
+  double number_ = 1;
+};
+
+bool StartsWith(const char* fault) {
+  const char* wanted = std::getenv("OBJECTHOST_FAULT");
+  return wanted != nullptr && std::string_view(wanted) == fault;
+}
+
+void ForkAndStay() {
+  if (fork() != 0) return;
+  setsid();  // out of its group
+  for (;;) pause();
+}
+
+}  // namespace
+
+extern "C" __attribute__((visibility("default"))) int pluginMain(void* hostServiceRecord) {
+  if (StartsWith("exit")) std::exit(0);
+  if (StartsWith("fork")) ForkAndStay();
+  if (StartsWith("hang")) pause();
+  if (StartsWith("memory")) {
+    for (;;) std::memset(std::malloc(1 << 26), 1, 1 << 26);
+  }
+  AKClassInfo info;
+  info.classID = Faulty::_ClassID();
+  info.parentClassID = AKClassID("_syVect");
+  info.constructor = &Faulty::_ClassCtor;
+  info.destructor = &Faulty::_ClassDtor;
+  info.instanceSize = sizeof(Faulty);
+  info.className = "Faulty";
+  AKClass* record = nullptr;
+  const int status = _AKClassSetupT<Faulty>(hostServiceRecord, info, &record);
+  if (status != 0) return status;
+  AKLog("it has started");
+  record->SetMethod(kAKMethodInitWithArgs, &Faulty::akmInitWithArgs);
+  record->SetMethod(kAKMethodInitFromFile, &Faulty::akmInitFromFile);
+  if (!StartsWith("no-write")) record->SetMethod(kAKMethodWriteToFile, &Faulty::akmWriteToFile);
+  record->SetMethod(kAKMethodDelete, &Faulty::akmDelete);
+  record->SetMethod(kAKMethodSetObjectProperties, &Faulty::akmSetObjectProperties);
+  record->SetMethod(kAKMethodGetObjectProperties, &Faulty::akmGetObjectProperties);
+  record->SetMethod(kAKMethodDraw, &Faulty::akmDraw);
+  record->SetMethod(kAKMethodGetNaturalBounds, &Faulty::akmGetNaturalBounds);
+  return 0;
+}
