@@ -1,7 +1,7 @@
 // Where log lines go: those of the host's own copy of the kit, and those of bundles.
 //
-// A bundle's line is printed behind its name ("objecthost: Star.so: ..."), whatever the host is doing: its author has to
-// see it. The host's own lines are dropped while it does something whose failure it tells in words of its own.
+// A bundle's line is printed behind its name ("objecthost: Star.so: ..."), whatever the host is doing: its author has
+// to see it. The host's own lines are dropped while it does something whose failure it tells in words of its own.
 #pragma once
 
 #include <functional>

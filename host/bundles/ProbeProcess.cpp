@@ -20,7 +20,8 @@ namespace {
 
 using Clock = std::chrono::steady_clock;
 
-// The report's own file, so that nothing that a bundle prints is taken for a verdict. Lines of it begin with their kind.
+// The report's own file, so that nothing that a bundle prints is taken for a verdict. Lines of it begin with their
+// kind.
 constexpr int kReportFile = 3;
 constexpr char kLogLine = 'l';
 constexpr char kVerdict = 'v';

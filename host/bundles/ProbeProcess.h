@@ -22,8 +22,8 @@ struct ProbeResult {
   std::string log;   ///< what the bundle logged meanwhile, its last lines
 };
 
-/// Runs `program --probe BUNDLE` and waits for it. Whatever the bundle does, it ends by `limit`, with all that it started
-/// in its process group; nothing of what it holds open is waited for.
+/// Runs `program --probe BUNDLE` and waits for it. Whatever the bundle does, it ends by `limit`, with all that it
+/// started in its process group; nothing of what it holds open is waited for.
 ProbeResult RunProbeProcess(const std::string& program, const std::string& bundle, std::chrono::milliseconds limit);
 
 /// In the process itself: the file to which the verdict goes, and the limits that keep the process from outliving its

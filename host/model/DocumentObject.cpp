@@ -4,6 +4,7 @@
 #include <cmath>
 
 #include "host/model/ObjectRecord.h"
+#include "kit/geometry/AGAffineTransform.h"
 
 namespace host {
 namespace {

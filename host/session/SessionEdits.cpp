@@ -7,6 +7,7 @@
 #include "host/model/ObjectRecord.h"
 #include "host/session/DocumentSession.h"
 #include "host/text/Localisation.h"
+#include "kit/geometry/AGAffineTransform.h"
 
 namespace host {
 namespace {

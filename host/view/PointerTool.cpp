@@ -6,6 +6,7 @@
 #include <numbers>
 
 #include "host/text/Localisation.h"
+#include "kit/geometry/AGAffineTransform.h"
 
 namespace host {
 namespace {

@@ -4,6 +4,7 @@
 #include <cmath>
 
 #include "host/model/ObjectProperties.h"
+#include "kit/geometry/AGAffineTransform.h"
 #include "kit/values/AKValueHelpers.h"
 
 namespace host {

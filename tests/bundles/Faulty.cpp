@@ -1,5 +1,5 @@
-// A bundle whose objects are wrong in the way that they are told to be, by "-fault:WORD" or the property "Fault". A fault
-// in OBJECTHOST_FAULT is one of the bundle itself, while it starts.
+// A bundle whose objects are wrong in the way that they are told to be, by "-fault:WORD" or the property "Fault". A
+// fault in OBJECTHOST_FAULT is one of the bundle itself, while it starts.
 #include <unistd.h>
 
 #include <csignal>
