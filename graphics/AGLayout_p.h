@@ -38,7 +38,7 @@ struct AGPathLayout {
   static_assert(offsetof(AGPath, flags_) == 8);
   static_assert(offsetof(AGPath, origin_) == 16);
   static_assert(offsetof(AGPath, bounds_) == 32);
-  static_assert(offsetof(AGPath, flat_bounds_) == 64);
+  static_assert(offsetof(AGPath, flatBounds_) == 64);
   static_assert(offsetof(AGPath, text_) == 96);
 };
 

@@ -35,6 +35,8 @@ class AGContext {
   /// Below this opacity nothing is drawn; a NaN is invisible too.
   static constexpr double kMinVisibleAlpha = 0.004;
 
+  // Creating and assigning
+
   /// Each dimension of the size is rounded to the nearest whole number.
   AGContext(AGNativePort* port, const AGSize& size);
   /// The clip path is copied, the port is shared.
@@ -48,6 +50,8 @@ class AGContext {
   AGNativePort* NativePort() const { return port_; }
   const AGSize& Size() const { return size_; }
 
+  // Clip
+
   void ResetClip() { clipPath_.reset(); }
   /// Drops the clip; a rectangle that is not empty once normalised becomes the new one.
   void SetClipRect(const AGRect& rect);
@@ -57,11 +61,15 @@ class AGContext {
   const AGPath* GetClipPath() const { return clipPath_.get(); }
   bool HasClip() const { return clipPath_ != nullptr && !clipPath_->IsEmpty(); }
 
+  // Clearing
+
   /// Sets the whole surface to transparent black.
   void ClearPixels();
   /// Paint opaquely: the colour's own alpha is ignored.
   void ClearPixels(AGColor color);
   void ClearPixelsRect(AGColor color, const AGRect& rect);
+
+  // Shapes (AGContextShapes.cpp)
 
   /// Shapes are filled with the brush and stroked with the pen; a segment is only stroked.
   void DrawRect(const AGRect& rect) const;
@@ -79,6 +87,8 @@ class AGContext {
   /// Fits the path's bounding box into `rect`. A box of zero width or height draws with the all-zero transform.
   void DrawPath(const AGPath& path, const AGRect& rect, bool keepAspect) const;
 
+  // Images and pictures (AGContextShapes.cpp)
+
   /// Draws the image, one unit a pixel, with its lower left corner at `point`.
   void DrawImage(const AGImage& image, const AGPoint& point, const AGAffineTransform& transform,
                  AGImageQuality quality) const;
@@ -88,6 +98,8 @@ class AGContext {
   /// The picture's path is drawn as DrawPath does, its image as DrawImage does.
   void DrawPicture(const AGPicture& picture, const AGAffineTransform& transform, AGImageQuality quality) const;
   void DrawPicture(const AGPicture& picture, const AGRect& rect, bool keepAspect, AGImageQuality quality) const;
+
+  // Text (AGContextText.cpp)
 
   /// Draws a text at a point of its first baseline, through `transform` and then the context's own: filled with the
   /// brush's first colour, outlined with that of the pen's brush. Lines are separated by CR, LF or both.
@@ -101,6 +113,8 @@ class AGContext {
   /// Draws each string as a single line at the point of the same index.
   void DrawStrings(const AKStringArray& strings, const AGFont& font, const AGPointArray& points,
                    const AGAffineTransform& transform, AGTextAlignment alignment) const;
+
+  // Asking
 
   /// True when alpha is visible and the brush or the pen appears (the brush is asked first).
   bool WouldFillOrStroke() const;

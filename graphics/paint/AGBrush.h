@@ -27,6 +27,8 @@ class AGBrush {
  public:
   static constexpr unsigned int kPatternCount = 53;
 
+  // Creating
+
   /// Style "None", even-odd filling, pattern 1, null colours, blend 0.5, angle 0, centre (0.5, 0.5).
   AGBrush() = default;
   /// The defaults with a style (4 and above become 4) and two colours.
@@ -36,6 +38,8 @@ class AGBrush {
   ~AGBrush() = default;
 
   void ResetCustomGradient() { customGradient_.reset(); }
+
+  // Setting
 
   /// These reset the custom gradient and set what they name; everything else is kept.
   void SetStyleNone();
@@ -58,6 +62,8 @@ class AGBrush {
   void SetGradientCenterX(double x);    ///< clamped to 0..1
   void SetGradientCenterY(double y);
 
+  // Getting
+
   AGBrushStyle Style() const { return style_; }
   AGBrushFillMode FillMode() const { return fillMode_; }
   unsigned int PatternIndex() const { return patternIndex_; }
@@ -75,6 +81,8 @@ class AGBrush {
 
   /// Changes the brush at random by `amount` of each range; from 0.4 on the style changes too.
   void Randomize(double amount);
+
+  // Files (AGBrushFile.cpp) and values (AGBrushValue.cpp)
 
   /// The 40-byte record. A failed read leaves kAGNullBrush; values are not clamped. Returns the file's status.
   int ReadFromFile(const AKFile& file);

@@ -12,7 +12,7 @@ AGPath::AGPath(const AGPath& other)
       flags_(other.flags_),
       origin_(other.origin_),
       bounds_(other.bounds_),
-      flat_bounds_(other.flat_bounds_),
+      flatBounds_(other.flatBounds_),
       text_(other.text_) {}
 
 AGPath::AGPath(const AGNativePath* native, const AGPoint& origin)
@@ -30,7 +30,7 @@ void AGPath::Assign(const AGPath& other) {
   flags_ = other.flags_;
   origin_ = other.origin_;
   bounds_ = other.bounds_;
-  flat_bounds_ = other.flat_bounds_;
+  flatBounds_ = other.flatBounds_;
   text_ = other.text_;
 }
 
@@ -42,7 +42,7 @@ void AGPath::Clear() {
   native_ = empty;
   flags_ = 0;
   origin_ = kAGNullPoint;
-  bounds_ = flat_bounds_ = kAGNullRect;
+  bounds_ = flatBounds_ = kAGNullRect;
 }
 
 AGNativePath* AGPath::NativePathToModify() {
@@ -68,10 +68,10 @@ AGRect AGPath::GetBoundingBox() const {
 AGRect AGPath::GetFlattenedBoundingBox() const {
   if (IsEmpty()) return kAGNullRect;
   if ((flags_ & kFlatBoundsAreValid) == 0) {
-    flat_bounds_ = AGGraphicsLow::AGPathGetBoundingBox(*this, true);
+    flatBounds_ = AGGraphicsLow::AGPathGetBoundingBox(*this, true);
     flags_ |= kFlatBoundsAreValid;
   }
-  return flat_bounds_;
+  return flatBounds_;
 }
 
 bool AGPath::IsPointOnPath(const AGPoint& p, double tolerance, const AGAffineTransform* t) const {

@@ -26,6 +26,8 @@ using AGNativePath = CGPath;
 
 class AGPath {
  public:
+  // Creating and assigning
+
   AGPath();
   AGPath(const AGPath& other);
   /// Copies `native`, whose points are relative to `origin`; null gives an empty path with that origin.
@@ -37,6 +39,8 @@ class AGPath {
     return *this;
   }
   void Assign(const AGPath& other);
+
+  // The native path and its origin
 
   bool IsEmpty() const;
   /// Empty again, without an origin. The text stays.
@@ -51,9 +55,13 @@ class AGPath {
   /// Fills the cached bounding box.
   void Precompute() const { GetBoundingBox(); }
 
+  // Its text
+
   /// A text that the path carries along; no geometric operation touches it.
   const AKString& Text() const { return text_; }
   void SetText(const AKString& text) { text_ = text; }
+
+  // Lines and curves (AGPathBuild.cpp)
 
   /// Origin: p.
   void StartSubPath(const AGPoint& p);
@@ -91,6 +99,8 @@ class AGPath {
   void AddSplineCurves(const AGPoint* points, unsigned int count, double tension, bool close);
   void AddSplineCurves(const AGPointArray& points, double tension, bool close);
 
+  // Shapes (AGPathBuild.cpp)
+
   /// Closed subpaths of their own. `normalize` puts the smaller coordinates first; otherwise a mirrored rectangle keeps
   /// (x0, y0) as its start and is drawn the other way round. Origin: (x0, y0).
   void AddRect(const AGRect& rect, bool normalize);
@@ -101,6 +111,8 @@ class AGPath {
   void AddRoundedRect(const AGRect& rect, double curvature, bool normalize);
   void AddEllipseInRect(const AGRect& rect, bool normalize);
 
+  // Texts (AGPathText.cpp) and other paths (AGPathBuild.cpp)
+
   /// The outlines of a text, placed as AGContext::DrawText places it; nothing for an empty text and a font that is not
   /// valid. Origin: the position.
   void AddText(const AKString& text, const AGFont& font, const AGPoint& position, AGTextAlignment alignment);
@@ -109,6 +121,8 @@ class AGPath {
   /// Appends another path, which may be this one. Origin: the other's, mapped.
   void AddPath(const AGPath& other);
   void AddPath(const AGPath& other, const AGAffineTransform& t);
+
+  // Asking
 
   /// The box of all points, control points included; kAGNullRect for an empty path. Cached.
   AGRect GetBoundingBox() const;
@@ -120,6 +134,8 @@ class AGPath {
   /// count whose area lies to their right or, along a level edge, above: the left and bottom sides of a rectangle are
   /// inside, its right and top sides outside.
   bool IsPointInPath(const AGPoint& p, AGBrushFillMode mode) const;
+
+  // Mapping
 
   /// Maps the path and its origin.
   void ApplyTransform(const AGAffineTransform& t);
@@ -146,6 +162,6 @@ class AGPath {
   mutable std::uint32_t flags_ = 0;
   AGPoint origin_;
   mutable AGRect bounds_;
-  mutable AGRect flat_bounds_;
+  mutable AGRect flatBounds_;
   AKString text_;
 };

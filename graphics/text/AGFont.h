@@ -40,6 +40,8 @@ class AGFont {
   /// A native font of another family than the one that was asked for will do.
   static constexpr unsigned int kOptionAcceptSubstitute = 0x8;
 
+  // Creating and assigning
+
   /// An empty font, which is not valid.
   AGFont();
   AGFont(const AKString& name, double size, AGFontStyle style);
@@ -59,6 +61,8 @@ class AGFont {
   /// Names are compared byte by byte.
   bool IsEqual(const AGFont& other) const;
 
+  // Changing
+
   void SetName(const AKString& name);
   void SetName(const AKString& name, double size);
   void SetSize(double size);
@@ -70,10 +74,14 @@ class AGFont {
   void SetItalic(bool on) { SetStyleBit(kAGFontStyleItalic, on); }
   void SetUnderline(bool on) { SetStyleBit(kAGFontStyleUnderline, on); }
 
+  // The native font (AGFontCache.cpp)
+
   /// Null when the font can't be bound; owned by the font, until it is changed.
   AGNativeFont* NativeFont() const;
   /// True when there is a native font and the size is above 0.
   bool IsValid() const;
+
+  // Measuring
 
   /// Units; 0 for a font that is not valid. The descent is positive. A line's height is its ascent, descent and leading
   /// together, which is also how far the baselines of a text of several lines are apart.
@@ -92,6 +100,8 @@ class AGFont {
   /// Where to draw a line of text so that it is aligned in `bounds`: to the left or bottom for negative alignments, to
   /// the right or top for positive ones, else in the middle, in whole units.
   AGPoint GetTextPosInBounds(const AGRect& bounds, int hAlign, int vAlign) const;
+
+  // Installed fonts and the start-up of the kit (AGFontRegistry.cpp)
 
   /// The families that are installed, in byte order, each once; looked up on the first call.
   static const AKStringArray& GetFontNameList();

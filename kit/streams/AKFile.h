@@ -38,6 +38,8 @@ class AKFile {
   static constexpr unsigned int kFlagRead = 0x100;
   static constexpr unsigned int kFlagWrite = 0x200;
 
+  // Creating
+
   /// Without a path: temporary (16), memory stream (32) or the preferred of the two (64).
   explicit AKFile(unsigned int mode);
   /// A disk file; with mode bit 16 the path is ignored and the file is temporary.
@@ -53,6 +55,8 @@ class AKFile {
   /// once at start-up; it is the temporary file before.
   static void SetPreferedModeCache(unsigned int mode);
 
+  // What it is
+
   /// The order of numbers unless a call says otherwise: 1 or 2, others are ignored.
   void SetEndianness(unsigned int endian);
   unsigned int Endianness() const { return flags_ & 3; }
@@ -62,6 +66,8 @@ class AKFile {
   /// Both are empty for a memory stream, and for a temporary file that is not open.
   const AKFilePath& Path() const { return path_; }
   const AKString& Name() const { return name_; }
+
+  // Opening and closing
 
   /// A memory stream's data survive opening and creating; they do not survive Close.
   int OpenForRead();
@@ -74,6 +80,8 @@ class AKFile {
   int CheckIsOpened() const;
   int CheckIsOpenedForRead() const;
   int CheckIsOpenedForWrite() const;
+
+  // Reading and writing (AKFileBuffer.cpp; memory streams: AKFileMemory.cpp)
 
   /// All `count` bytes or an error. A memory stream that holds fewer moves nothing; a disk file stands behind what it
   /// could read.
@@ -100,6 +108,8 @@ class AKFile {
   /// Flushes and waits until the disk has everything. Nothing to do for a memory stream.
   int Sync();
 
+  // Position
+
   /// 0 on failure.
   int GetPos(unsigned long long* pos) const;
   int SetPos(unsigned long long pos) const;
@@ -113,6 +123,8 @@ class AKFile {
   /// True when `count` bytes follow the position. Readers ask before they allocate.
   bool HasBytes(unsigned long long count) const;
 
+  // Size, times, content
+
   /// New bytes are zero. A memory stream's position is pulled back to the new size, a disk file's stays.
   int SetFileSize(unsigned long long size);
   /// Size in bytes, times in seconds since 1970 (0 for memory streams). Any output may be null.
@@ -120,6 +132,8 @@ class AKFile {
   /// The content of a memory stream, without copying: valid until the stream is written or closed.
   int GetMemoryStreamDataPtr(const void** data, unsigned long long* size) const;
   int GetMemoryStreamDataBlock(AKMemoryBlock* block) const;
+
+  // Memory map (AKFileMmap.cpp)
 
   /// The file's map, made on the first call and gone with Close.
   AKFileMmap* MemMap() const;

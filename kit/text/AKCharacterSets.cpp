@@ -81,7 +81,7 @@ constexpr EightBitSet::EightBitSet(const UpperHalf& upperHalf) {
     const std::uint16_t character = byte < 128 ? static_cast<std::uint16_t>(byte) : upperHalf[byte - 128];
     unicode_[byte] = character;
     utf8_[byte] = EncodeBasicPlane(character);
-    std::uint8_t& page = page_of_[character >> 8];
+    std::uint8_t& page = pageOf_[character >> 8];
     if (page == 0) page = static_cast<std::uint8_t>(pages++);
     pages_[page][character & 0xFF] = static_cast<unsigned char>(byte);
   }

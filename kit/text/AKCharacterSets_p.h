@@ -27,7 +27,7 @@ class EightBitSet {
   std::uint16_t Unicode(unsigned char byte) const { return unicode_[byte]; }
   /// The byte of a character above U+007F, 0 when the set lacks it.
   unsigned char Byte(std::uint32_t character) const {
-    return character < 0x10000 ? pages_[page_of_[character >> 8]][character & 0xFF] : 0;
+    return character < 0x10000 ? pages_[pageOf_[character >> 8]][character & 0xFF] : 0;
   }
   /// The byte of the letter that a base and a following combining mark make, 0 when the set lacks it.
   unsigned char ComposedByte(unsigned char base, std::uint32_t mark) const;
@@ -43,7 +43,7 @@ class EightBitSet {
 
   std::array<std::uint16_t, 256> unicode_{};
   std::array<Utf8, 256> utf8_{};
-  std::array<std::uint8_t, 256> page_of_{};
+  std::array<std::uint8_t, 256> pageOf_{};
   std::array<std::array<unsigned char, 256>, kPages> pages_{};
 };
 

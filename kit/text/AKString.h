@@ -25,6 +25,8 @@ inline constexpr unsigned int kAKNotFound = 0xFFFFFFFF;
 
 class AKString {
  public:
+  // Creating and assigning
+
   constexpr AKString() noexcept = default;
   /// A copy of a C string; null gives the empty string.
   AKString(const char* text);
@@ -48,6 +50,8 @@ class AKString {
   AKString& Assignf(const char* format, ...) AK_PRINTF_FORMAT(2, 3);
   AKString& Assignv(const char* format, va_list arguments);
 
+  // Appending and prepending
+
   AKString& Append(const AKString& text);
   AKString& Append(const char* text);
   AKString& Append(const char* text, unsigned int length);
@@ -67,6 +71,8 @@ class AKString {
   AKString& Prependf(const char* format, ...) AK_PRINTF_FORMAT(2, 3);
   AKString& Prependv(const char* format, va_list arguments);
 
+  // Reading bytes
+
   bool IsEmpty() const { return bytes_.IsEmpty(); }
   unsigned int Length() const { return bytes_.Length(); }
   unsigned int Capacity() const { return bytes_.Capacity(); }
@@ -79,6 +85,8 @@ class AKString {
   const char* end() const { return bytes_.Data() + Length(); }
   /// Length() bytes for the caller to write, private to this string; valid until the next call of any other member.
   char* MutableData() { return bytes_.Writable(); }
+
+  // Length and room
 
   /// Makes the length exactly `length`; new bytes are NUL.
   void Resize(unsigned int length) { bytes_.Resize(length); }
@@ -93,6 +101,8 @@ class AKString {
   /// Length 0; the buffer is released.
   void Free() { bytes_.Free(); }
   void Swap(AKString* other) noexcept { bytes_.Swap(&other->bytes_); }
+
+  // Comparing
 
   /// The bytes as unsigned values over the shorter length, then the shorter string first.
   std::strong_ordering operator<=>(const AKString& other) const;
@@ -112,6 +122,8 @@ class AKString {
   /// `rest`, which may be null, receives what precedes the suffix, and is emptied when there is no match.
   bool EndsWith(const AKString& suffix, AKString* rest = nullptr) const;
 
+  // Searching and cutting out (AKStringSearch.cpp)
+
   /// The first occurrence of `sub` at or after `start`. An empty `sub` is never found. `pos` may be null.
   bool Find(const AKString& sub, unsigned int start, unsigned int* pos) const;
   /// The last occurrence of `sub` that begins at or before Length() - (fromEnd + 1). An empty `sub` is found there, or
@@ -128,6 +140,8 @@ class AKString {
   /// vsscanf from byte `start`. Returns the number of converted items, 0 on failure.
   int Scanf(unsigned int start, const char* format, ...) const __attribute__((format(scanf, 3, 4)));
   int Scanv(unsigned int start, const char* format, va_list arguments) const;
+
+  // Replacing and removing (AKStringEdit.cpp)
 
   /// False when `find` is empty, equals `with`, or does not occur at or after `start`.
   bool ReplaceFirst(const AKString& find, const AKString& with, unsigned int start);
@@ -147,6 +161,8 @@ class AKString {
   /// Removes trailing NUL bytes. True when any was removed.
   bool RemoveTrailingZeros();
 
+  // Letters, kinds of text, lines
+
   /// These go byte by byte through the C library's tables of the current locale.
   AKString& ToUpperCase();
   AKString& ToLowerCase();
@@ -165,11 +181,15 @@ class AKString {
   unsigned int CountLinesToPosition(unsigned int pos, unsigned int* line, unsigned int* column) const;
   unsigned int CountLinesToEnd(unsigned int* line, unsigned int* column) const;
 
+  // Splitting and joining (AKStringArray.cpp)
+
   /// The pieces between the bytes of `separators` (null: ",;"), each without the bytes of `trimChars` (null: " \t\n\r")
   /// at its ends. Empty pieces are kept, the last one too; the empty string has none.
   AKStringArray SplitToArray(const char* separators = nullptr, const char* trimChars = nullptr) const;
   /// Joins the elements. A separator is added only once the text is not empty, so leading empty elements vanish.
   AKString& BuildFromArray(const AKStringArray& array, const AKString& separator);
+
+  // Files (AKStringFile.cpp)
 
   /// The record of a string: a count, a multiple of 4, and as many bytes of NUL-padded UTF-8. Each returns the status
   /// of the first file operation that failed, 0 on success; a failed read leaves the string empty.

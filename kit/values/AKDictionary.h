@@ -24,6 +24,8 @@ inline constexpr int kAKDictionaryStatusInvalidPath = -874;
 
 class AKDictionary {
  public:
+  // Creating, assigning, comparing
+
   constexpr AKDictionary() noexcept = default;
   AKDictionary(const AKDictionary& other);
   AKDictionary(AKDictionary&& other) noexcept : store_(other.store_) { other.store_ = nullptr; }
@@ -42,6 +44,8 @@ class AKDictionary {
   bool IsEmpty() const { return Count() == 0; }
   unsigned int Count() const;
 
+  // Looking up
+
   /// The one key of a dictionary with exactly one entry, else the empty text.
   AKString GetUniqueSubKey() const;
   bool ContainsKey(const AKString& path) const;
@@ -50,6 +54,8 @@ class AKDictionary {
   /// 0, -874 for an invalid path or one through a value that is no dictionary, -873 when there is no such entry; then
   /// `value` is left alone.
   int GetValueCopy(const AKString& path, AKValue* value) const;
+
+  // Changing
 
   /// Only a new entry: -872 when it exists. Missing dictionaries on the way are created.
   int AddValue(const AKString& path, const AKValue& value);
@@ -64,6 +70,8 @@ class AKDictionary {
   /// whole: dictionaries in them are not merged.
   void Merge(const AKDictionary& other, bool otherWins);
 
+  // Files (AKValueRecord.cpp)
+
   /// The "dict" record. A failed read leaves the dictionary empty. Dictionaries and arrays nested more than 512 deep
   /// fail with -881 in both directions.
   int ReadFromFile(const AKFile& file);
@@ -72,6 +80,8 @@ class AKDictionary {
   /// A file that holds one "dict" record and nothing else. Saving replaces the file whole or not at all.
   int LoadFromBinFile(const AKFilePath& path);
   int SaveToBinFile(const AKFilePath& path) const;
+
+  // Walking
 
   /// Calls visit(key, value) for each entry in the order of the keys. The dictionary must not be modified meanwhile.
   template <typename Visitor>
