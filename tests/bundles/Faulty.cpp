@@ -118,7 +118,6 @@ bool StartsWith(const char* fault) {
 
 void ForkAndStay() {
   if (fork() != 0) return;
-  setsid();  // out of its group
   for (;;) pause();
 }
 
