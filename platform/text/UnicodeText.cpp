@@ -48,9 +48,12 @@ void ForEachCharacter(const UniChar* units, std::size_t count, Take take) {
   }
 }
 
+// U+FDD0 to U+FDEF and the last two of each plane: in no text by right, refused by the writers of pages.
+bool IsNoncharacter(std::uint32_t c) { return (c >= 0xFDD0 && c <= 0xFDEF) || (c & 0xFFFE) == 0xFFFE; }
+
 std::uint32_t DisplayCharacter(std::uint32_t c) {
   const bool isControl = (c < 0x20 && c != '\t') || (c >= 0x7F && c < 0xA0) || c == 0x2028 || c == 0x2029;
-  return isControl ? kZeroWidthSpace : c;
+  return isControl || IsNoncharacter(c) ? kZeroWidthSpace : c;
 }
 
 }  // namespace

@@ -6,12 +6,15 @@
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
+#include <random>
 #include <string>
 #include <vector>
 
 #include "CoreGraphics/CGVectorContext.h"
 #include "graphics/bitmaps/AGBitmap.h"
+#include "graphics/text/AGFont.h"
 #include "kit/geometry/AGConstants.h"
+#include "tests/graphics/text/TextTestSupport.h"
 
 namespace {
 
@@ -128,6 +131,50 @@ TEST_F(PagesTest, SVG_ShowsWhatTheBitmapShows_GradientsAsFewStops) {
   std::size_t stops = 0;
   for (std::size_t at = file.find("<stop"); at != std::string::npos; at = file.find("<stop", at + 1)) ++stops;
   EXPECT_LE(stops, 16U);
+}
+
+// Noncharacters of every plane, lone surrogates, controls and anything else, and then a red square.
+void DrawAnyText(AGContext context, unsigned int seed) {
+  std::mt19937 random(seed);
+  context.ClearPixels(kAGColorWhite);
+  context.brush.SetStyleSolid(kAGColorBlack);
+  const AGFont font("DejaVu Sans", 9, kAGFontStyleRegular);
+  for (int line = 0; line < 12; ++line) {
+    AKUniChars text = Utf16(u"\uFFFE\uFFFF\uFDD0\uFDEF\U0001FFFE\U0010FFFF");
+    for (int i = 0; i < 20; ++i) {
+      const unsigned int kind = random() % 4;
+      const unsigned int unit = kind == 0   ? random() % 0x300
+                                : kind == 1 ? 0xFDC0 + random() % 0x240
+                                            : random() & 0xFFFF;
+      text.Append(static_cast<char16_t>(unit));
+    }
+    context.DrawUText(text, font, AGPoint{100, 10.0 + 12 * line}, kAGAffineTransformIdentity, kAGTextAlignmentLeft);
+  }
+  context.brush.SetStyleSolid(kAGColorRed);
+  context.DrawRect({10, 10, 60, 60});
+}
+
+TEST_F(PagesTest, AnyText_LeavesThePageWhole) {
+  AGFont::LowInitialize(AGFont::kOptionFallBack | AGFont::kOptionAcceptSubstitute);
+  const struct {
+    decltype(&CGVectorContextCreatePDF) create;
+    const char* command;
+  } pages[] = {{&CGVectorContextCreatePDF, "pdftoppm -r 72 -png -singlefile page picture"},
+               {&CGVectorContextCreateSVG, "rsvg-convert -w 240 -h 160 -o picture.png page"}};
+  for (const auto& page : pages) {
+    for (unsigned int seed = 0; seed < 8; ++seed) {
+      std::string file;
+      CGContextRef port = page.create(kWidth, kHeight, &Append, &file);
+      DrawAnyText(AGContext(port, {kWidth, kHeight}), seed);
+      EXPECT_TRUE(CGVectorContextFinish(port)) << "seed " << seed;
+      CGContextRelease(port);
+      const Pixels pixels = Rasterise(file, page.command);
+      ASSERT_FALSE(pixels.empty()) << "seed " << seed;
+      const unsigned char* inSquare = &pixels[3 * ((kHeight - 30) * kWidth + 30)];
+      EXPECT_TRUE(inSquare[0] == 255 && inSquare[1] == 0 && inSquare[2] == 0) << page.command << " seed " << seed;
+    }
+  }
+  AGFont::LowTerminate();
 }
 
 }  // namespace
