@@ -76,17 +76,19 @@ bool WaitUntil(pid_t process, Clock::time_point end, int* status) {
   return true;
 }
 
-std::string FirstLine(const std::string& text) { return text.substr(0, text.find('\n')); }
+// The process says what is wrong in a line of English and a line in the user's language.
+Problem::Part SaidTwice(const std::string& text) {
+  const std::size_t first = text.find('\n');
+  if (first == std::string::npos || first + 1 == text.size()) return text.substr(0, first);
+  return {text.substr(0, first), text.substr(first + 1, text.find('\n', first + 1) - first - 1)};
+}
 
 }  // namespace
 
-bool ProbeBundle(const std::string& program, const std::string& bundle, std::chrono::milliseconds limit,
-                 std::string* error) {
-  const std::string name = "bundle \"" + bundle + "\"";
+Result<> ProbeBundle(const std::string& program, const std::string& bundle, std::chrono::milliseconds limit) {
   int ends[2];
   if (pipe2(ends, O_CLOEXEC) != 0) {
-    *error = name + " can't be tried: " + std::strerror(errno);
-    return false;
+    return Problem(N_("bundle \"%s\" can't be tried: %s"), {bundle, std::strerror(errno)});
   }
   SpawnActions actions;
   actions.SendOutputTo(ends[1]);
@@ -97,25 +99,22 @@ bool ProbeBundle(const std::string& program, const std::string& bundle, std::chr
   close(ends[1]);
   if (failure != 0) {
     close(ends[0]);
-    *error = name + " can't be tried: " + std::strerror(failure);
-    return false;
+    return Problem(N_("bundle \"%s\" can't be tried: %s"), {bundle, std::strerror(failure)});
   }
   const Clock::time_point end = Clock::now() + limit;
   const std::string said = ReadUntil(ends[0], end);
   close(ends[0]);
   int status = 0;
   if (!WaitUntil(process, end, &status)) {
-    *error = name + " hangs: it was not done after " + std::to_string(limit.count() / 1000.0).substr(0, 4) + " seconds";
-    return false;
+    const std::string seconds = std::to_string(static_cast<double>(limit.count()) / 1000).substr(0, 4);
+    return Problem(N_("bundle \"%s\" hangs: it was not done after %s seconds"), {bundle, seconds});
   }
   if (WIFSIGNALED(status)) {
-    *error = name + " crashes: " + strsignal(WTERMSIG(status));
-    return false;
+    return Problem(N_("bundle \"%s\" crashes: %s"), {bundle, strsignal(WTERMSIG(status))});
   }
-  if (WEXITSTATUS(status) == 0) return true;
-  *error =
-      said.empty() ? name + " ended the process with code " + std::to_string(WEXITSTATUS(status)) : FirstLine(said);
-  return false;
+  if (WEXITSTATUS(status) == 0) return {};
+  if (!said.empty()) return Problem(N_("%s"), {SaidTwice(said)});
+  return Problem(N_("bundle \"%s\" ended the process with code %s"), {bundle, std::to_string(WEXITSTATUS(status))});
 }
 
 }  // namespace host

@@ -35,9 +35,9 @@ void FillPanel(const RegisteredClass& entry, const AKObject* object) {
 
 // What the calls return is the class's business; they have to come back.
 void Try(const RegisteredClass& entry) {
-  std::string error;
-  const auto object = Document::NewObject(entry.record->classID, "-default", &error);
-  if (object == nullptr) return;
+  const auto made = Document::NewObject(entry.record->classID, "-default");
+  if (!made) return;
+  DocumentObject* const object = made->get();
   object->angle = 0.5;
   Draw(*object);
   WriteAndRead(object->instance.get());
@@ -50,13 +50,12 @@ int RunProbe(const std::string& bundlePath) {
   const rlimit none{0, 0};
   setrlimit(RLIMIT_CORE, &none);
   const QuietLog quiet;
-  std::string error;
-  const auto bundle = Bundle::Load(bundlePath, &error);
+  const auto bundle = Bundle::Load(bundlePath);
   if (!bundle) {
-    std::printf("%s\n", error.c_str());
+    std::printf("%s\n%s\n", bundle.Why().English().c_str(), bundle.Why().Translated().c_str());
     return 1;
   }
-  for (const RegisteredClass* entry : bundle->Classes()) Try(*entry);
+  for (const RegisteredClass* entry : (*bundle)->Classes()) Try(*entry);
   return 0;
 }
 

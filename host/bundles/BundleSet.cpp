@@ -48,19 +48,20 @@ BundleSet::~BundleSet() {
   while (!loaded_.empty()) loaded_.pop_back();
 }
 
-bool BundleSet::Load(const std::string& file, std::string* error) {
-  if (!program_.empty() && !ProbeBundle(program_, file, kProbeLimit, error)) return false;
+Result<> BundleSet::Load(const std::string& file) {
+  if (!program_.empty()) {
+    if (const auto done = ProbeBundle(program_, file, kProbeLimit); !done) return done.Why();
+  }
   AddCatalogues(file);
-  auto bundle = Bundle::Load(file, error);
-  if (!bundle) return false;
-  loaded_.push_back(std::move(bundle));
-  return true;
+  auto bundle = Bundle::Load(file);
+  if (!bundle) return bundle.Why();
+  loaded_.push_back(std::move(*bundle));
+  return {};
 }
 
 void BundleSet::LoadFound() {
   for (const std::string& file : Find()) {
-    std::string error;
-    if (!Load(file, &error)) skipped_.push_back({file, error});
+    if (const auto done = Load(file); !done) skipped_.push_back({file, done.Why()});
   }
 }
 

@@ -15,6 +15,7 @@
 #include <vector>
 
 #include "host/bundles/Bundle.h"
+#include "host/text/Problem.h"
 
 namespace host {
 
@@ -22,7 +23,7 @@ class BundleSet {
  public:
   struct Skipped {
     std::string path;
-    std::string reason;  ///< one line
+    Problem reason;
   };
 
   /// `program` is the objecthost that tries bundles; empty to load them untried.
@@ -31,8 +32,8 @@ class BundleSet {
   BundleSet& operator=(const BundleSet&) = delete;
   ~BundleSet();
 
-  /// False, with one line in `*error`, when the bundle can't be used.
-  bool Load(const std::string& path, std::string* error);
+  /// Fails when the bundle can't be used.
+  Result<> Load(const std::string& path);
   /// Loads every bundle of the search path; those that can't be used are skipped.
   void LoadFound();
 

@@ -45,16 +45,15 @@ void PrintSlots(const AKClass& cls) {
 
 int RunInfo(const std::vector<std::string>& words) {
   CommandLine line({}, {"json"});
-  std::string error;
-  if (!line.Parse(words, 1, 1, &error)) return Fail(error);
-  const auto bundle = Bundle::Load(line.Positional()[0], &error);
-  if (!bundle) return Fail(error);
+  if (const auto done = line.Parse(words, 1, 1); !done) return Fail(done.Why());
+  const auto bundle = Bundle::Load(line.Positional()[0]);
+  if (!bundle) return Fail(bundle.Why());
   if (line.Has("json")) {
-    std::fputs(JsonOfBundle(*bundle).c_str(), stdout);
+    std::fputs(JsonOfBundle(**bundle).c_str(), stdout);
     return 0;
   }
-  std::printf("bundle %s\n", bundle->Path().c_str());
-  for (const RegisteredClass* entry : bundle->Classes()) {
+  std::printf("bundle %s\n", (*bundle)->Path().c_str());
+  for (const RegisteredClass* entry : (*bundle)->Classes()) {
     PrintRecord(*entry->record);
     PrintSlots(*entry->record);
     if (const HostPanel* panel = HostPanel::Of(entry->panel.get())) std::fputs(PanelListing(*panel).c_str(), stdout);
