@@ -18,30 +18,27 @@ namespace {
 constexpr int kMany = 100000;
 constexpr int kFew = 100;
 
-void Require(bool done, const std::string& error) {
-  if (done) return;
-  std::fprintf(stderr, "%s\n", error.c_str());
+template <typename Value>
+Value Taken(host::Result<Value> result) {
+  if (result) return std::move(*result);
+  std::fprintf(stderr, "%s\n", result.Why().English().c_str());
   std::exit(1);
 }
 
 // The bundle, and a large document on the disk, removed at the end.
 struct Setting {
   Setting() {
-    std::string error;
-    bundle = host::Bundle::Load(AK_BUNDLE, &error);
-    Require(bundle != nullptr, error);
+    bundle = Taken(host::Bundle::Load(AK_BUNDLE));
     path = "document-bench-" + std::to_string(getpid()) + ".akd";
-    Require(host::WriteDocument(*Make(kMany), path, &error), error);
-    Require(host::ReadWholeFile(path, &bytes, &error), error);
+    Taken(host::WriteDocument(*Make(kMany), path));
+    Taken(host::ReadWholeFile(path, &bytes));
   }
   ~Setting() { unlink(path.c_str()); }
 
   static std::unique_ptr<host::Document> Make(int count) {
     auto document = std::make_unique<host::Document>(AGSize{1000, 1000});
-    std::string error;
     for (int i = 0; i < count; ++i) {
-      auto object = host::Document::NewObject(AKClassID("stdRect"), "-default", &error);
-      Require(object != nullptr, error);
+      auto object = Taken(host::Document::NewObject(AKClassID("stdRect"), "-default"));
       const double x = i % 320 * 3;
       const double y = i / 320 * 3;
       object->bounds = {x, y, x + 8, y + 6};
@@ -66,38 +63,34 @@ void DrawWhole(const host::Document& document) {
 }
 
 void Open(benchmark::State& state) {
-  std::string error;
   const std::size_t before = mallinfo2().uordblks;
-  const auto kept = host::ReadDocument(TheSetting().path, &error);
+  const auto kept = Taken(host::ReadDocument(TheSetting().path));
   const std::size_t used = mallinfo2().uordblks - before;
   static const bool told [[maybe_unused]] = [used] {
     std::printf("memory: %zu bytes an object, its instance of 368 included\n", used / kMany);
     return true;
   }();
-  for (auto _ : state) benchmark::DoNotOptimize(host::ReadDocument(TheSetting().path, &error));
+  for (auto _ : state) benchmark::DoNotOptimize(host::ReadDocument(TheSetting().path));
 }
 
 void ReadBytesAndDraw(benchmark::State& state) {
-  std::string error;
-  const auto document = host::ReadDocument(TheSetting().path, &error);
+  const auto document = Taken(host::ReadDocument(TheSetting().path));
   for (auto _ : state) {
     std::string bytes;
-    host::ReadWholeFile(TheSetting().path, &bytes, &error);
+    Taken(host::ReadWholeFile(TheSetting().path, &bytes));
     benchmark::DoNotOptimize(bytes.data());
     DrawWhole(*document);
   }
 }
 
 void Save(benchmark::State& state) {
-  std::string error;
-  const auto document = host::ReadDocument(TheSetting().path, &error);
-  for (auto _ : state) Require(host::WriteDocument(*document, TheSetting().path, &error), error);
+  const auto document = Taken(host::ReadDocument(TheSetting().path));
+  for (auto _ : state) Taken(host::WriteDocument(*document, TheSetting().path));
 }
 
 void SaveBytes(benchmark::State& state) {
-  std::string error;
   const std::string& bytes = TheSetting().bytes;
-  for (auto _ : state) Require(host::ReplaceFile(TheSetting().path, bytes.data(), bytes.size(), &error), error);
+  for (auto _ : state) Taken(host::ReplaceFile(TheSetting().path, bytes.data(), bytes.size()));
 }
 
 // One edit of each kind and its undo, on objects all over the document.
@@ -106,29 +99,24 @@ ratio::Body EditIn(int count, Edit edit) {
   return [count, edit](benchmark::State& state) {
     TheSetting();
     host::DocumentSession session(Setting::Make(count));
-    std::string error;
     std::vector<host::ObjectID> ids;
     session.Doc().ForEachObject([&ids](const host::DocumentObject& object) { ids.push_back(object.id); });
     std::size_t number = 0;
     for (auto _ : state) {
       number = (number + 7919) % ids.size();
-      Require(edit(session, ids[number], &error), error);
+      Taken(edit(session, ids[number]));
       session.Undo();
     }
   };
 }
 
-bool Move(host::DocumentSession& session, host::ObjectID id, std::string* error) {
-  return session.Move({id}, 1, 1, error);
+host::Result<> Move(host::DocumentSession& session, host::ObjectID id) { return session.Move({id}, 1, 1); }
+
+host::Result<> SetRounding(host::DocumentSession& session, host::ObjectID id) {
+  return session.SetProperties({id}, {{"Rounding", "0.25"}});
 }
 
-bool SetRounding(host::DocumentSession& session, host::ObjectID id, std::string* error) {
-  return session.SetProperties({id}, {{"Rounding", "0.25"}}, error);
-}
-
-bool Delete(host::DocumentSession& session, host::ObjectID id, std::string* error) {
-  return session.Delete({id}, error);
-}
+host::Result<> Delete(host::DocumentSession& session, host::ObjectID id) { return session.Delete({id}); }
 
 const bool kPairs [[maybe_unused]] =
     ratio::Pair("open 100,000 rectangles / read the bytes and draw", 3, &Open, &ReadBytesAndDraw) &&

@@ -29,13 +29,13 @@ struct Plugin {
 Plugin& ThePlugin() {
   static Plugin plugin = [] {
     Plugin made;
-    std::string error;
-    made.bundle = host::Bundle::Load(AK_BUNDLE, &error);
-    if (made.bundle == nullptr) {
-      std::fprintf(stderr, "%s\n", error.c_str());
+    auto bundle = host::Bundle::Load(AK_BUNDLE);
+    if (!bundle) {
+      std::fprintf(stderr, "%s\n", bundle.Why().English().c_str());
       std::exit(1);
     }
-    made.object = host::Document::NewObject(AKClassID("stdRect"), "-default", &error);
+    made.bundle = std::move(*bundle);
+    made.object = std::move(*host::Document::NewObject(AKClassID("stdRect"), "-default"));
     return made;
   }();
   return plugin;

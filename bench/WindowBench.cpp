@@ -3,6 +3,7 @@
 #include <chrono>
 #include <cmath>
 #include <cstring>
+#include <tuple>
 
 #include "bench/Ratio.h"
 #include "host/bundles/BundleSet.h"
@@ -22,14 +23,13 @@ constexpr std::chrono::milliseconds kFrameBudget{10};  // as the window has it
 class Canvas final : public SessionObserver {
  public:
   Canvas() : bundles_("") {
-    std::string error;
-    if (!bundles_.Load(AK_BUNDLE, &error)) std::abort();
+    if (!bundles_.Load(AK_BUNDLE)) std::abort();
     session_ = std::make_unique<DocumentSession>(std::make_unique<Document>(AGSize{kAcross * kPitch, kDown * kPitch}));
     session_->BeginStep("Fill");
     for (int i = 0; i < kAcross * kDown; ++i) {
       const double x = i % kAcross * kPitch;
       const double y = i / kAcross * kPitch;
-      session_->Add(AKClassID("stdRect"), "-default", {{x, y, x + 14, y + 12}, i * 0.1}, &error);
+      std::ignore = session_->Add(AKClassID("stdRect"), "-default", {{x, y, x + 14, y + 12}, i * 0.1});
     }
     session_->EndStep();
     session_->SelectNone();
@@ -99,9 +99,8 @@ void SetFromField(benchmark::State& state) {
   const ObjectID id = canvas.Session().Doc().ObjectAt(5000).id;
   double width = 14;
   for (auto _ : state) {
-    std::string error;
     width = width > 60 ? 14 : width + 1;
-    if (!canvas.Session().SetPlacement(id, {{500, 400, 500 + width, 412}, 0.3}, &error)) state.SkipWithError("refused");
+    if (!canvas.Session().SetPlacement(id, {{500, 400, 500 + width, 412}, 0.3})) state.SkipWithError("refused");
     canvas.Frame();
   }
 }

@@ -37,13 +37,13 @@ struct Invocation {
 BundleSet* sBundles = nullptr;
 std::vector<std::string> sBundleOptions;
 
-// Takes the options in front of the command. False, with one line in `*error`, when they make no sense.
-bool TakeGlobalOptions(const std::vector<std::string>& words, Invocation* invocation, std::string* error) {
+// Takes the options in front of the command.
+Result<> TakeGlobalOptions(const std::vector<std::string>& words, Invocation* invocation) {
   std::size_t i = 0;
   for (; i < words.size() && words[i].starts_with("-"); ++i) {
     if (words[i] == "--help" || words[i] == "-h") {
       invocation->help = true;
-      return true;
+      return {};
     }
     if (words[i] == "--no-bundles") {
       invocation->searches = false;
@@ -51,26 +51,25 @@ bool TakeGlobalOptions(const std::vector<std::string>& words, Invocation* invoca
       if (words[i] == "--only-bundle") invocation->searches = false;
       invocation->bundles.push_back(words[++i]);
     } else {
-      *error = "unknown option or missing value: \"" + words[i] + "\"; --help tells what there is";
-      return false;
+      return Problem(N_("unknown option or missing value: \"%s\"; --help tells what there is"), {words[i]});
     }
   }
   const auto command = words.begin() + static_cast<std::ptrdiff_t>(i);
   sBundleOptions.assign(words.begin(), command);
   invocation->words.assign(command, words.end());
-  return true;
+  return {};
 }
 
 // A bundle that was named has to load; one that was found is skipped with a line on standard error.
-bool LoadBundles(const Invocation& invocation, BundleSet* bundles, std::string* error) {
+Result<> LoadBundles(const Invocation& invocation, BundleSet* bundles) {
   for (const std::string& path : invocation.bundles) {
-    if (!bundles->Load(path, error)) return false;
+    if (const auto done = bundles->Load(path); !done) return done.Why();
   }
   if (invocation.searches) bundles->LoadFound();
   for (const BundleSet::Skipped& skipped : bundles->NotLoaded()) {
-    std::fprintf(stderr, "objecthost: skipped: %s\n", skipped.reason.c_str());
+    std::fprintf(stderr, "objecthost: skipped: %s\n", skipped.reason.English().c_str());
   }
-  return true;
+  return {};
 }
 
 bool AsksForHelp(const std::vector<std::string>& words) {
@@ -97,8 +96,7 @@ int RunProgram(const std::vector<std::string>& words) {
   AddCatalogues();
   if (words.size() == 2 && words[0] == "--probe") return RunProbe(words[1]);
   Invocation invocation;
-  std::string error;
-  if (!TakeGlobalOptions(words, &invocation, &error)) return Fail(error);
+  if (const auto done = TakeGlobalOptions(words, &invocation); !done) return Fail(done.Why());
   if (invocation.help) {
     PrintUsage();
     return 0;
@@ -117,7 +115,7 @@ int RunProgram(const std::vector<std::string>& words) {
   const Fonts fonts;
   BundleSet bundles(Program::ExecutablePath(), ProbeMemory::DefaultFile());
   sBundles = &bundles;
-  if (!LoadBundles(invocation, &bundles, &error)) return Fail(error);
+  if (const auto done = LoadBundles(invocation, &bundles); !done) return Fail(done.Why());
   const int code = command->run(arguments);
   sBundles = nullptr;
   return code;

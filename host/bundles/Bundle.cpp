@@ -24,31 +24,29 @@ Bundle::~Bundle() {
   dlclose(library_);
 }
 
-std::unique_ptr<Bundle> Bundle::Load(const std::string& path, std::string* error) {
+Result<std::unique_ptr<Bundle>> Bundle::Load(const std::string& path) {
   const std::string file = FileToOpen(path);
   if (access(file.c_str(), R_OK) != 0) {
-    *error = "can't open bundle \"" + path + "\": " + std::strerror(errno);
-    return nullptr;
+    return Problem(N_("can't open bundle \"%s\": %s"), {path, std::strerror(errno)});
   }
   void* library = dlopen(file.c_str(), RTLD_NOW | RTLD_LOCAL);
   if (library == nullptr) {
     const char* reason = dlerror();
-    *error = "\"" + path + "\" is no bundle: " + (reason != nullptr ? reason : "it can't be loaded");
-    return nullptr;
+    return Problem(N_("\"%s\" is no bundle: %s"),
+                   {path, reason != nullptr ? Problem::Part(reason) : Problem::Part(N_("it can't be loaded"))});
   }
   // From here on the bundle unloads itself.
   std::unique_ptr<Bundle> bundle(new Bundle(path, library));
   const auto entry = reinterpret_cast<PluginMain>(dlsym(library, "pluginMain"));
   if (entry == nullptr) {
-    *error = "\"" + path + "\" is no bundle: it has no pluginMain";
-    return nullptr;
+    return Problem(N_("\"%s\" is no bundle: it has no pluginMain"), {path});
   }
   AKHostServiceRecord record = Host::Instance().ServiceRecord();
   const int status = entry(&record);
   bundle->classCount_ = Host::Instance().Classes().Classes().size() - bundle->firstClass_;
   if (status != 0) {
-    *error = "bundle \"" + path + "\" refused to start: its pluginMain returned status " + std::to_string(status);
-    return nullptr;
+    return Problem(N_("bundle \"%s\" refused to start: its pluginMain returned status %s"),
+                   {path, std::to_string(status)});
   }
   return bundle;
 }

@@ -9,13 +9,14 @@
 #include <string>
 
 #include "host/Host.h"
+#include "host/text/Problem.h"
 
 namespace host {
 
 class Bundle {
  public:
-  /// Null when the bundle can't be used, with one line in `*error` that says why.
-  static std::unique_ptr<Bundle> Load(const std::string& path, std::string* error);
+  /// Fails when the bundle can't be used.
+  static Result<std::unique_ptr<Bundle>> Load(const std::string& path);
 
   Bundle(const Bundle&) = delete;
   Bundle& operator=(const Bundle&) = delete;

@@ -6,33 +6,32 @@
 #include "host/bundles/ProbeProcess.h"
 
 namespace host {
+namespace {
 
-bool ProbeBundle(const std::string& program, const std::string& bundle, std::chrono::milliseconds limit,
-                 std::string* error) {
-  const std::string name = "bundle \"" + bundle + "\"";
-  const ProbeResult result = RunProbeProcess(program, bundle, limit);
+Problem ProblemOf(const ProbeResult& result, const std::string& bundle, std::chrono::milliseconds limit) {
+  const std::string number = std::to_string(result.number);
   switch (result.end) {
-    case ProbeResult::End::kPassed:
-      return true;
     case ProbeResult::End::kRefused:
-      *error = result.text;
-      break;
+      return {N_("%s"), {Problem::Part(result.text, result.translated)}};
     case ProbeResult::End::kExited:
-      *error = name + " ends the program that loads it, with exit code " + std::to_string(result.number);
-      break;
+      return {N_("bundle \"%s\" ends the program that loads it, with exit code %s"), {bundle, number}};
     case ProbeResult::End::kKilled:
-      *error = name + " crashes: " + strsignal(result.number);
-      break;
+      return {N_("bundle \"%s\" crashes: %s"), {bundle, strsignal(result.number)}};
     case ProbeResult::End::kHung:
-      *error =
-          name + " hangs: it was not done after " + std::to_string(limit.count() / 1000.0).substr(0, 4) + " seconds";
-      break;
-    case ProbeResult::End::kNotStarted:
-      *error = name + " can't be tried: " + std::strerror(result.number);
-      break;
+      return {N_("bundle \"%s\" hangs: it was not done after %s seconds"),
+              {bundle, std::to_string(static_cast<double>(limit.count()) / 1000).substr(0, 4)}};
+    default:
+      return {N_("bundle \"%s\" can't be tried: %s"), {bundle, std::strerror(result.number)}};
   }
+}
+
+}  // namespace
+
+Result<> ProbeBundle(const std::string& program, const std::string& bundle, std::chrono::milliseconds limit) {
+  const ProbeResult result = RunProbeProcess(program, bundle, limit);
+  if (result.end == ProbeResult::End::kPassed) return {};
   std::fputs(result.log.c_str(), stderr);
-  return false;
+  return ProblemOf(result, bundle, limit);
 }
 
 }  // namespace host

@@ -33,9 +33,9 @@ void FillPanel(const RegisteredClass& entry, const AKObject* object) {
 
 // What the calls return is the class's business; they have to come back.
 void Try(const RegisteredClass& entry) {
-  std::string error;
-  const auto object = Document::NewObject(entry.record->classID, "-default", &error);
-  if (object == nullptr) return;
+  const auto made = Document::NewObject(entry.record->classID, "-default");
+  if (!made) return;
+  DocumentObject* const object = made->get();
   object->angle = 0.5;
   Draw(*object);
   WriteAndRead(object->instance.get());
@@ -47,14 +47,13 @@ void Try(const RegisteredClass& entry) {
 int RunProbe(const std::string& bundlePath) {
   const ProbeReport report;
   HostLog::Instance().sink = [&report](const std::string& line) { report.Log(line); };
-  std::string error;
-  const auto bundle = Bundle::Load(bundlePath, &error);
+  const auto bundle = Bundle::Load(bundlePath);
   if (!bundle) {
-    report.End(error);
+    report.Refuse(bundle.Why());
     return 1;
   }
-  for (const RegisteredClass* entry : bundle->Classes()) Try(*entry);
-  report.End("");
+  for (const RegisteredClass* entry : (*bundle)->Classes()) Try(*entry);
+  report.Pass();
   return 0;
 }
 

@@ -46,27 +46,28 @@ std::vector<std::string> BundleSet::FilesOf(const std::string& folder, std::vect
     if (entry->path().extension() == ".so") files.push_back(entry->path().string());
   }
   if (error && error != std::errc::no_such_file_or_directory && unreadable != nullptr) {
-    unreadable->push_back({folder, "the plug-in folder \"" + folder + "\" can't be read: " + error.message()});
+    unreadable->push_back(
+        {folder, Problem(N_("the plug-in folder \"%s\" can't be read: %s"), {folder, error.message()})});
   }
   std::sort(files.begin(), files.end());
   return files;
 }
 
-bool BundleSet::Try(const std::string& file, std::string* error) {
-  if (program_.empty() || memory_.HasPassed(file)) return true;
+Result<> BundleSet::Try(const std::string& file) {
+  if (program_.empty() || memory_.HasPassed(file)) return {};
   const std::string state = ProbeMemory::StateOf(file);
-  if (!ProbeBundle(program_, file, kProbeLimit, error)) return false;
+  if (const auto done = ProbeBundle(program_, file, kProbeLimit); !done) return done.Why();
   memory_.Remember(file, state);
-  return true;
+  return {};
 }
 
-bool BundleSet::Load(const std::string& file, std::string* error) {
-  if (!Try(file, error)) return false;
+Result<> BundleSet::Load(const std::string& file) {
+  if (const auto done = Try(file); !done) return done.Why();
   AddCatalogues(file);
-  auto bundle = Bundle::Load(file, error);
-  if (!bundle) return false;
-  loaded_.push_back(std::move(bundle));
-  return true;
+  auto bundle = Bundle::Load(file);
+  if (!bundle) return bundle.Why();
+  loaded_.push_back(std::move(*bundle));
+  return {};
 }
 
 void BundleSet::LoadFound() {
@@ -74,8 +75,7 @@ void BundleSet::LoadFound() {
   for (const auto& bundle : loaded_) names.insert(path(bundle->Path()).filename().string());
   for (const std::string& file : Find(&skipped_)) {
     if (names.contains(path(file).filename().string())) continue;
-    std::string error;
-    if (!Load(file, &error)) skipped_.push_back({file, error});
+    if (const auto done = Load(file); !done) skipped_.push_back({file, done.Why()});
   }
 }
 

@@ -16,6 +16,7 @@
 
 #include "host/bundles/Bundle.h"
 #include "host/bundles/ProbeMemory.h"
+#include "host/text/Problem.h"
 
 namespace host {
 
@@ -23,7 +24,7 @@ class BundleSet {
  public:
   struct Skipped {
     std::string path;
-    std::string reason;  ///< one line
+    Problem reason;
   };
 
   /// `program` is the objecthost that tries bundles; empty to load them untried. `memory` is the file that keeps which
@@ -34,8 +35,8 @@ class BundleSet {
   BundleSet& operator=(const BundleSet&) = delete;
   ~BundleSet();
 
-  /// False, with one line in `*error`, when the bundle can't be used.
-  bool Load(const std::string& path, std::string* error);
+  /// Fails when the bundle can't be used.
+  Result<> Load(const std::string& path);
   /// Loads every bundle of the search path. Those that can't be used are skipped, and so are those of a name that is
   /// loaded already; a folder that is there but can't be read is told as skipped too.
   void LoadFound();
@@ -49,7 +50,7 @@ class BundleSet {
   std::vector<std::string> Find() const { return Find(nullptr); }
 
  private:
-  bool Try(const std::string& file, std::string* error);
+  Result<> Try(const std::string& file);
   /// The files of a folder by name; a folder that can't be read goes to `unreadable`, which may be null.
   static std::vector<std::string> FilesOf(const std::string& folder, std::vector<Skipped>* unreadable);
   std::vector<std::string> Find(std::vector<Skipped>* unreadable) const;

@@ -24,7 +24,8 @@ using Clock = std::chrono::steady_clock;
 // kind.
 constexpr int kReportFile = 3;
 constexpr char kLogLine = 'l';
-constexpr char kVerdict = 'v';
+constexpr char kTranslated = 't';
+constexpr char kVerdict = 'v';  // the last word, empty for a bundle that can be used
 constexpr std::size_t kMostReported = 64 * 1024;
 constexpr rlim_t kMostMemory = 4ULL << 30;
 constexpr unsigned int kMostSeconds = 120;  // when the host that waits is gone or stopped
@@ -137,6 +138,7 @@ bool TakeReport(const std::string& text, ProbeResult* result) {
     const std::size_t end = std::min(text.find('\n', begin), text.size());
     const std::string line = text.substr(begin, end - begin);
     if (line[0] == kLogLine) result->log += line.substr(1) + "\n";
+    if (line[0] == kTranslated) result->translated = line.substr(1);
     if (line[0] == kVerdict && end < text.size()) {
       result->text = line.substr(1);
       hasVerdict = true;
@@ -209,6 +211,11 @@ void ProbeReport::Send(char kind, const std::string& line) const {
 
 void ProbeReport::Log(const std::string& line) const { Send(kLogLine, line); }
 
-void ProbeReport::End(const std::string& reason) const { Send(kVerdict, reason); }
+void ProbeReport::Pass() const { Send(kVerdict, ""); }
+
+void ProbeReport::Refuse(const Problem& problem) const {
+  Send(kTranslated, problem.Translated());
+  Send(kVerdict, problem.English());
+}
 
 }  // namespace host

@@ -4,6 +4,8 @@
 #include <chrono>
 #include <string>
 
+#include "host/text/Problem.h"
+
 namespace host {
 
 /// What became of it.
@@ -18,8 +20,9 @@ struct ProbeResult {
   };
   End end = End::kNotStarted;
   int number = 0;
-  std::string text;  ///< one line
-  std::string log;   ///< what the bundle logged meanwhile, its last lines
+  std::string text;        ///< one line
+  std::string translated;  ///< the same in the user's language
+  std::string log;         ///< what the bundle logged meanwhile, its last lines
 };
 
 /// Runs `program --probe BUNDLE` and waits for it. Whatever the bundle does, it ends by `limit`, with all that it
@@ -34,8 +37,9 @@ class ProbeReport {
 
   /// Log lines of the bundle, kept for the host.
   void Log(const std::string& line) const;
-  /// The last word: empty for a bundle that can be used, otherwise why not, one line.
-  void End(const std::string& reason) const;
+  /// The last word.
+  void Pass() const;
+  void Refuse(const Problem& problem) const;
 
  private:
   void Send(char kind, const std::string& line) const;

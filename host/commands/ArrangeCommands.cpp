@@ -14,17 +14,16 @@ struct Word {
 
 // One of a list of words.
 template <typename Value, std::size_t kCount>
-bool ParseWord(const std::string& text, const Word<Value> (&words)[kCount], Value* value, std::string* error) {
+Result<> ParseWord(const std::string& text, const Word<Value> (&words)[kCount], Value* value) {
   std::string known;
   for (const Word<Value>& entry : words) {
     if (text == entry.word) {
       *value = entry.value;
-      return true;
+      return {};
     }
     known += (known.empty() ? "" : ", ") + std::string(entry.word);
   }
-  *error = "\"" + text + "\" is none of " + known;
-  return false;
+  return Problem(N_("\"%s\" is none of %s"), {text, known});
 }
 
 constexpr Word<Alignment> kAlignments[] = {{"left", Alignment::kLeft},     {"center", Alignment::kCenter},
@@ -36,65 +35,68 @@ constexpr Word<OrderChange> kOrders[] = {{"front", OrderChange::kToFront},
                                          {"forward", OrderChange::kForward},
                                          {"backward", OrderChange::kBackward}};
 
-bool ParseOffset(const std::string& text, std::vector<double>* offset, std::string* error) {
-  return ParseList(text, 2, "an offset is two numbers as DX,DY", offset, error);
+Result<> ParseOffset(const std::string& text, std::vector<double>* offset) {
+  return ParseList(text, 2, N_("an offset is two numbers as DX,DY"), offset);
 }
 
-bool RunMove(EditContext& context, const EditArguments& arguments, std::string* error) {
+Result<> RunMove(EditContext& context, const EditArguments& arguments) {
   ObjectIDs ids;
   std::vector<double> offset;
-  return ParseObjects(context, arguments.words[0], &ids, error) && ParseOffset(arguments.words[1], &offset, error) &&
-         context.session->Move(ids, offset[0], offset[1], error);
+  if (const auto done = ParseObjects(context, arguments.words[0], &ids); !done) return done.Why();
+  if (const auto done = ParseOffset(arguments.words[1], &offset); !done) return done.Why();
+  return context.session->Move(ids, offset[0], offset[1]);
 }
 
-bool RunResize(EditContext& context, const EditArguments& arguments, std::string* error) {
+Result<> RunResize(EditContext& context, const EditArguments& arguments) {
   ObjectIDs ids;
   std::vector<double> b;
   AGRect box;
-  if (!ParseObjects(context, arguments.words[0], &ids, error) ||
-      !ParseList(arguments.words[1], 4, "a box is four numbers as X0,Y0,X1,Y1", &b, error)) {
-    return false;
-  }
+  if (const auto done = ParseObjects(context, arguments.words[0], &ids); !done) return done.Why();
+  if (const auto done = ParseList(arguments.words[1], 4, N_("a box is four numbers as X0,Y0,X1,Y1"), &b); !done)
+    return done.Why();
   const AGRect to{b[0], b[1], b[2], b[3]};
-  if (ids.size() == 1) return context.session->SetPlacement(ids[0], {to, context.Doc().Find(ids[0])->angle}, error);
+  if (ids.size() == 1) return context.session->SetPlacement(ids[0], {to, context.Doc().Find(ids[0])->angle});
   context.session->GetBox(ids, &box);
-  return context.session->Resize(ids, box, to, error);
+  return context.session->Resize(ids, box, to);
 }
 
-bool RunRotate(EditContext& context, const EditArguments& arguments, std::string* error) {
+Result<> RunRotate(EditContext& context, const EditArguments& arguments) {
   ObjectIDs ids;
   double degrees = 0;
   std::vector<double> about;
-  if (!ParseObjects(context, arguments.words[0], &ids, error)) return false;
+  if (const auto done = ParseObjects(context, arguments.words[0], &ids); !done) return done.Why();
   if (!ParseFinite(arguments.words[1], &degrees)) {
-    *error = "\"" + arguments.words[1] + "\" is no number of degrees";
-    return false;
+    return Problem(N_("\"%s\" is no number of degrees"), {arguments.words[1]});
   }
-  if (!arguments.Has("about")) return context.session->Rotate(ids, degrees * kDegToRad, error);
-  return ParseList(arguments.Value("about", ""), 2, "--about takes two numbers as X,Y", &about, error) &&
-         context.session->Rotate(ids, degrees * kDegToRad, {about[0], about[1]}, error);
+  if (!arguments.Has("about")) return context.session->Rotate(ids, degrees * kDegToRad);
+  if (const auto done = ParseList(arguments.Value("about", ""), 2, N_("--about takes two numbers as X,Y"), &about);
+      !done)
+    return done.Why();
+  return context.session->Rotate(ids, degrees * kDegToRad, {about[0], about[1]});
 }
 
-bool RunAlign(EditContext& context, const EditArguments& arguments, std::string* error) {
+Result<> RunAlign(EditContext& context, const EditArguments& arguments) {
   ObjectIDs ids;
   Alignment alignment{};
-  return ParseObjects(context, arguments.words[0], &ids, error) &&
-         ParseWord(arguments.words[1], kAlignments, &alignment, error) &&
-         context.session->Align(ids, alignment, arguments.Has("page") ? AlignTo::kPage : AlignTo::kObjects, error);
+  if (const auto done = ParseObjects(context, arguments.words[0], &ids); !done) return done.Why();
+  if (const auto done = ParseWord(arguments.words[1], kAlignments, &alignment); !done) return done.Why();
+  return context.session->Align(ids, alignment, arguments.Has("page") ? AlignTo::kPage : AlignTo::kObjects);
 }
 
-bool RunDistribute(EditContext& context, const EditArguments& arguments, std::string* error) {
+Result<> RunDistribute(EditContext& context, const EditArguments& arguments) {
   ObjectIDs ids;
   Axis axis{};
-  return ParseObjects(context, arguments.words[0], &ids, error) && ParseWord(arguments.words[1], kAxes, &axis, error) &&
-         context.session->Distribute(ids, axis, error);
+  if (const auto done = ParseObjects(context, arguments.words[0], &ids); !done) return done.Why();
+  if (const auto done = ParseWord(arguments.words[1], kAxes, &axis); !done) return done.Why();
+  return context.session->Distribute(ids, axis);
 }
 
-bool RunOrder(EditContext& context, const EditArguments& arguments, std::string* error) {
+Result<> RunOrder(EditContext& context, const EditArguments& arguments) {
   ObjectIDs ids;
   OrderChange change{};
-  return ParseObjects(context, arguments.words[0], &ids, error) &&
-         ParseWord(arguments.words[1], kOrders, &change, error) && context.session->ChangeOrder(ids, change, error);
+  if (const auto done = ParseObjects(context, arguments.words[0], &ids); !done) return done.Why();
+  if (const auto done = ParseWord(arguments.words[1], kOrders, &change); !done) return done.Why();
+  return context.session->ChangeOrder(ids, change);
 }
 
 }  // namespace

@@ -12,8 +12,7 @@ namespace {
 
 int RunBundles(const std::vector<std::string>& words) {
   CommandLine line({}, {});
-  std::string error;
-  if (!line.Parse(words, 0, 0, &error)) return Fail(error);
+  if (const auto done = line.Parse(words, 0, 0); !done) return Fail(done.Why());
   const BundleSet& bundles = Program::Bundles();
   std::printf("search path\n");
   for (const std::string& folder : bundles.Folders()) std::printf("  %s\n", folder.c_str());
@@ -25,7 +24,7 @@ int RunBundles(const std::vector<std::string>& words) {
     }
   }
   if (!bundles.NotLoaded().empty()) std::printf("skipped\n");
-  for (const BundleSet::Skipped& skipped : bundles.NotLoaded()) std::printf("  %s\n", skipped.reason.c_str());
+  for (const BundleSet::Skipped& skipped : bundles.NotLoaded()) std::printf("  %s\n", skipped.reason.English().c_str());
   return 0;
 }
 

@@ -8,8 +8,7 @@ namespace {
 
 int RunOnPath(const std::vector<std::string>& words, int (*run)(const std::string&)) {
   CommandLine line({}, {});
-  std::string error;
-  if (!line.Parse(words, 1, 1, &error)) return Fail(error);
+  if (const auto done = line.Parse(words, 1, 1); !done) return Fail(done.Why());
   return run(line.Positional()[0]);
 }
 

@@ -60,4 +60,6 @@ int Fail(const std::string& message) {
   return 1;
 }
 
+int Fail(const Problem& problem) { return Fail(problem.English()); }
+
 }  // namespace host

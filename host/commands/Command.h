@@ -6,6 +6,8 @@
 #include <string>
 #include <vector>
 
+#include "host/text/Problem.h"
+
 namespace host {
 
 struct Command {
@@ -22,6 +24,8 @@ const Command* FindCommand(const std::string& name);
 
 /// Prints "objecthost: message" on standard error and returns 1.
 int Fail(const std::string& message);
+/// The same in English.
+int Fail(const Problem& problem);
 
 // The commands that do not work on one open document (those that do: EditCommand.h), one file an area.
 extern const Command kScriptCommand;

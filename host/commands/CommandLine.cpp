@@ -21,8 +21,7 @@ bool Contains(const std::vector<std::string>& list, const std::string& item) {
 CommandLine::CommandLine(std::vector<std::string> withValue, std::vector<std::string> withoutValue)
     : withValue_(std::move(withValue)), withoutValue_(std::move(withoutValue)) {}
 
-bool CommandLine::Parse(const std::vector<std::string>& words, std::size_t least, std::size_t most,
-                        std::string* error) {
+Result<> CommandLine::Parse(const std::vector<std::string>& words, std::size_t least, std::size_t most) {
   for (std::size_t i = 0; i < words.size(); ++i) {
     const std::string& word = words[i];
     if (!IsOption(word)) {
@@ -34,24 +33,20 @@ bool CommandLine::Parse(const std::vector<std::string>& words, std::size_t least
     if (Contains(withoutValue_, name)) {
       values_[name];
     } else if (!Contains(withValue_, name)) {
-      *error = "unknown option \"" + word + "\"";
-      return false;
+      return Problem(N_("unknown option \"%s\""), {word});
     } else if (i + 1 == words.size()) {
-      *error = "option \"" + word + "\" needs a value";
-      return false;
+      return Problem(N_("option \"%s\" needs a value"), {word});
     } else {
       values_[name].push_back(words[++i]);
     }
   }
   if (positional_.size() < least) {
-    *error = "too few arguments; --help tells what is needed";
-    return false;
+    return Problem(N_("too few arguments; --help tells what is needed"));
   }
   if (positional_.size() > most) {
-    *error = "unexpected argument \"" + positional_[most] + "\"";
-    return false;
+    return Problem(N_("unexpected argument \"%s\""), {positional_[most]});
   }
-  return true;
+  return {};
 }
 
 std::vector<std::string> CommandLine::Values(const std::string& option) const {

@@ -5,6 +5,8 @@
 #include <string>
 #include <vector>
 
+#include "host/text/Problem.h"
+
 namespace host {
 
 class CommandLine {
@@ -12,9 +14,9 @@ class CommandLine {
   /// Options that take a value, and options that do not; both without their dashes.
   CommandLine(std::vector<std::string> withValue, std::vector<std::string> withoutValue);
 
-  /// Sorts the words. An argument that begins with a dash and a digit counts as positional. False, with one line in
-  /// `*error`, for an unknown option, a missing value, or a count of positional arguments out of range.
-  bool Parse(const std::vector<std::string>& words, std::size_t least, std::size_t most, std::string* error);
+  /// Sorts the words. An argument that begins with a dash and a digit counts as positional. Fails for an
+  /// unknown option, a missing value, or a count of positional arguments out of range.
+  Result<> Parse(const std::vector<std::string>& words, std::size_t least, std::size_t most);
 
   const std::vector<std::string>& Positional() const { return positional_; }
   bool Has(const std::string& option) const { return values_.count(option) != 0; }

@@ -44,19 +44,18 @@ int RunSelf(const std::vector<std::string>& words) {
   return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
 }
 
-bool SaveScene(const Document& document, const std::string& base, std::string* error) {
+Result<> SaveScene(const Document& document, const std::string& base) {
   const std::string listing = FullListing(document);
-  return WriteDocument(document, base + ".akd", error) &&
-         ReplaceFile(base + ".txt", listing.data(), listing.size(), error) &&
-         ExportPicture(document, base + ".png", {}, nullptr, error) &&
-         ExportPicture(document, base + ".pdf", {}, nullptr, error) &&
-         ExportPicture(document, base + ".svg", {}, nullptr, error);
+  if (const auto done = WriteDocument(document, base + ".akd"); !done) return done.Why();
+  if (const auto done = ReplaceFile(base + ".txt", listing.data(), listing.size()); !done) return done.Why();
+  if (const auto done = ExportPicture(document, base + ".png", {}, nullptr); !done) return done.Why();
+  if (const auto done = ExportPicture(document, base + ".pdf", {}, nullptr); !done) return done.Why();
+  return ExportPicture(document, base + ".svg", {}, nullptr);
 }
 
 int RunDemo(const std::vector<std::string>& words) {
   CommandLine line({}, {});
-  std::string error;
-  if (!line.Parse(words, 0, 1, &error)) return Fail(error);
+  if (const auto done = line.Parse(words, 0, 1); !done) return Fail(done.Why());
   const std::string folder = line.Positional().empty() ? "out" : line.Positional()[0];
   if (mkdir(folder.c_str(), 0777) != 0 && errno != EEXIST) {
     return Fail("can't make the folder \"" + folder + "\": " + std::strerror(errno));
@@ -64,9 +63,9 @@ int RunDemo(const std::vector<std::string>& words) {
   const std::string base = folder + "/scene";
   for (const auto& bundle : Program::Bundles().Loaded()) std::printf("Loaded the bundle %s\n", bundle->Path().c_str());
   {
-    const auto session = MakeDemoScene(&error);
-    if (!session) return Fail(error);
-    if (!SaveScene(session->Doc(), base, &error)) return Fail(error);
+    const auto session = MakeDemoScene();
+    if (!session) return Fail(session.Why());
+    if (const auto done = SaveScene((*session)->Doc(), base); !done) return Fail(done.Why());
     std::printf("Drew the scene into %s.png (.pdf, .svg), saved it as %s.akd, and closed it.\n", base.c_str(),
                 base.c_str());
   }
@@ -79,23 +78,23 @@ int RunDemo(const std::vector<std::string>& words) {
 
 int RunVerify(const std::vector<std::string>& words) {
   CommandLine line({"listing", "picture", "scale"}, {});
-  std::string error;
-  if (!line.Parse(words, 1, 1, &error)) return Fail(error);
+  if (const auto done = line.Parse(words, 1, 1); !done) return Fail(done.Why());
   const std::string& path = line.Positional()[0];
-  const auto document = ReadDocument(path, &error);
-  if (!document) return Fail(error);
-  std::string report = "  " + path + " opened: " + std::to_string(document->ObjectCount()) + " objects\n";
+  const auto document = ReadDocument(path);
+  if (!document) return Fail(document.Why());
+  std::string report = "  " + path + " opened: " + std::to_string((*document)->ObjectCount()) + " objects\n";
   if (line.Has("listing")) {
     std::string expected;
-    if (!ReadWholeFile(line.Value("listing", ""), &expected, &error)) return Fail(error);
-    if (expected != FullListing(*document)) return Fail("\"" + path + "\" has other properties than its listing");
+    if (const auto done = ReadWholeFile(line.Value("listing", ""), &expected); !done) return Fail(done.Why());
+    if (expected != FullListing(**document)) return Fail("\"" + path + "\" has other properties than its listing");
     report += "  every property is as it was\n";
   }
   if (line.Has("picture")) {
     std::string expected;
     std::vector<unsigned char> png;
-    if (!ReadWholeFile(line.Value("picture", ""), &expected, &error)) return Fail(error);
-    if (!RenderPicture(*document, PictureKind::kPNG, {}, nullptr, &png, &error)) return Fail(error);
+    if (const auto done = ReadWholeFile(line.Value("picture", ""), &expected); !done) return Fail(done.Why());
+    if (const auto done = RenderPicture(**document, PictureKind::kPNG, {}, nullptr, &png); !done)
+      return Fail(done.Why());
     if (expected != std::string(png.begin(), png.end())) return Fail("\"" + path + "\" draws other pixels");
     report += "  every pixel is as it was\n";
   }

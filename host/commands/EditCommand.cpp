@@ -19,34 +19,37 @@ CommandLine LineOf(const EditCommand& command) {
   return {Split(command.valueOptions), std::move(flags)};
 }
 
-bool AddNumber(const EditContext& context, const std::string& text, std::size_t* number, std::string* error) {
+Result<> AddNumber(const EditContext& context, const std::string& text, std::size_t* number) {
   if (!ParseIndex(text, number)) {
-    *error = "\"" + text + "\" is no object number";
-    return false;
+    return Problem(N_("\"%s\" is no object number"), {text});
   }
   const std::size_t count = context.Doc().ObjectCount();
-  if (*number < count) return true;
-  *error = context.Name() + " has no object " + text + "; it has " + std::to_string(count);
-  return false;
+  if (*number < count) return {};
+  return Problem(N_("%s has no object %s; it has %s"), {context.Name(), text, std::to_string(count)});
 }
 
 // "3" or "4-6".
-bool AddRange(const EditContext& context, const std::string& text, ObjectIDs* ids, std::string* error) {
+Result<> AddRange(const EditContext& context, const std::string& text, ObjectIDs* ids) {
   const std::size_t dash = text.find('-', 1);
   std::size_t first = 0;
   std::size_t last = 0;
-  if (!AddNumber(context, text.substr(0, dash), &first, error)) return false;
+  if (const auto done = AddNumber(context, text.substr(0, dash), &first); !done) return done.Why();
   last = first;
-  if (dash != std::string::npos && !AddNumber(context, text.substr(dash + 1), &last, error)) return false;
+  if (dash != std::string::npos) {
+    if (const auto done = AddNumber(context, text.substr(dash + 1), &last); !done) return done.Why();
+  }
   if (last < first) {
-    *error = "\"" + text + "\" runs backwards";
-    return false;
+    return Problem(N_("\"%s\" runs backwards"), {text});
   }
   for (std::size_t number = first; number <= last; ++number) ids->push_back(context.Doc().ObjectAt(number).id);
-  return true;
+  return {};
 }
 
 }  // namespace
+
+Problem::Part EditContext::Name() const {
+  return session->Path().empty() ? Problem::Part(N_("the document")) : Problem::Part("\"" + session->Path() + "\"");
+}
 
 void EditContext::SetSession(std::unique_ptr<DocumentSession> next) {
   recovery.reset();
@@ -72,93 +75,91 @@ const EditCommand* FindEditCommand(const std::string& name) {
   return nullptr;
 }
 
-bool RunInContext(const EditCommand& command, EditContext& context, const std::vector<std::string>& words,
-                  std::string* error) {
+Result<> RunInContext(const EditCommand& command, EditContext& context, const std::vector<std::string>& words) {
   if (!context.session && command.use != EditUse::kWithoutDocument) {
-    *error = "no document is open: \"open FILE\" or \"new\" comes first";
-    return false;
+    return Problem(N_("no document is open: \"open FILE\" or \"new\" comes first"));
   }
   CommandLine line = LineOf(command);
-  if (!line.Parse(words, command.least, command.most, error)) return false;
+  if (const auto done = line.Parse(words, command.least, command.most); !done) return done.Why();
   context.output.clear();
-  return command.run(context, {line, line.Positional()}, error);
+  return command.run(context, {line, line.Positional()});
 }
 
 int RunOnFile(const EditCommand& command, const std::vector<std::string>& words) {
   CommandLine line = LineOf(command);
   EditContext context;
-  std::string error;
-  if (!line.Parse(words, command.least + 1, command.most + 1, &error)) return Fail(error);
+  if (const auto done = line.Parse(words, command.least + 1, command.most + 1); !done) return Fail(done.Why());
   const std::vector<std::string>& all = line.Positional();
-  context.session = DocumentSession::Open(all[0], &error);
-  if (!context.session || !command.run(context, {line, {all.begin() + 1, all.end()}}, &error)) return Fail(error);
-  if (context.session->HasUnsavedChanges() && !context.session->Save(false, &error)) return Fail(error);
+  auto session = DocumentSession::Open(all[0]);
+  if (!session) return Fail(session.Why());
+  context.session = std::move(*session);
+  const EditArguments arguments{line, {all.begin() + 1, all.end()}};
+  if (const auto done = command.run(context, arguments); !done) return Fail(done.Why());
+  if (context.session->HasUnsavedChanges()) {
+    if (const auto done = context.session->Save(false); !done) return Fail(done.Why());
+  }
   std::fputs(context.output.c_str(), stdout);
   return 0;
 }
 
-bool ParseObjects(const EditContext& context, const std::string& text, ObjectIDs* ids, std::string* error) {
+Result<> ParseObjects(const EditContext& context, const std::string& text, ObjectIDs* ids) {
   ids->clear();
   if (text == "selected") {
     *ids = context.session->Selected().IDs();
-    return true;
+    return {};
   }
   if (text == "all") {
     context.Doc().ForEachObject([&](const DocumentObject& object) {
       if (context.session->IsEditable(object.id)) ids->push_back(object.id);
     });
-    return true;
+    return {};
   }
   for (std::size_t start = 0; start <= text.size();) {
     const std::size_t end = std::min(text.find(',', start), text.size());
-    if (!AddRange(context, text.substr(start, end - start), ids, error)) return false;
+    if (const auto done = AddRange(context, text.substr(start, end - start), ids); !done) return done.Why();
     start = end + 1;
   }
-  return true;
+  return {};
 }
 
-bool ParseObject(const EditContext& context, const std::string& text, ObjectID* id, std::string* error) {
+Result<> ParseObject(const EditContext& context, const std::string& text, ObjectID* id) {
   std::size_t number = 0;
-  if (!AddNumber(context, text, &number, error)) return false;
+  if (const auto done = AddNumber(context, text, &number); !done) return done.Why();
   *id = context.Doc().ObjectAt(number).id;
-  return true;
+  return {};
 }
 
-bool ParseLayer(const EditContext& context, const std::string& text, LayerID* id, std::string* error) {
+Result<> ParseLayer(const EditContext& context, const std::string& text, LayerID* id) {
   const auto& layers = context.Doc().Layers();
   std::size_t number = 0;
   if (ParseIndex(text, &number) && number < layers.size()) {
     *id = layers[number]->id;
-    return true;
+    return {};
   }
   for (const auto& layer : layers) {
     if (layer->settings.name != text) continue;
     *id = layer->id;
-    return true;
+    return {};
   }
-  *error = context.Name() + " has no layer \"" + text + "\"";
-  return false;
+  return Problem(N_("%s has no layer \"%s\""), {context.Name(), text});
 }
 
-bool ParseAssignments(const std::vector<std::string>& words, std::vector<std::pair<std::string, std::string>>* pairs,
-                      std::string* error) {
+Result<> ParseAssignments(const std::vector<std::string>& words,
+                          std::vector<std::pair<std::string, std::string>>* pairs) {
   for (const std::string& word : words) {
     std::string name;
     std::string value;
     if (!SplitAssignment(word, &name, &value)) {
-      *error = "\"" + word + "\" is not of the form NAME=VALUE";
-      return false;
+      return Problem(N_("\"%s\" is not of the form NAME=VALUE"), {word});
     }
     pairs->emplace_back(std::move(name), std::move(value));
   }
-  return true;
+  return {};
 }
 
-bool ParseList(const std::string& text, std::size_t count, const char* what, std::vector<double>* numbers,
-               std::string* error) {
-  if (ParseNumbers(text, count, numbers)) return true;
-  *error = what;
-  return false;
+Result<> ParseList(const std::string& text, std::size_t count, Text what, std::vector<double>* numbers) {
+  if (ParseNumbers(text, count, numbers)) return {};
+  return Problem(what);
 }
 
 }  // namespace host

@@ -11,6 +11,7 @@
 #include "host/commands/CommandLine.h"
 #include "host/session/DocumentSession.h"
 #include "host/storage/Recovery.h"
+#include "host/text/Problem.h"
 
 namespace host {
 
@@ -28,7 +29,7 @@ struct EditContext {
 
   const Document& Doc() const { return session->Doc(); }
   /// The document's file in messages.
-  std::string Name() const { return session->Path().empty() ? "the document" : "\"" + session->Path() + "\""; }
+  Problem::Part Name() const;
 };
 
 /// The words of a call, sorted.
@@ -56,15 +57,14 @@ struct EditCommand {
   const char* flagOptions;
   std::size_t least;  ///< count of words, without the file
   std::size_t most;
-  /// False, with one line in `*error` and the document as it was.
-  bool (*run)(EditContext& context, const EditArguments& arguments, std::string* error);
+  /// Leaves the document as it was when it fails.
+  Result<> (*run)(EditContext& context, const EditArguments& arguments);
 };
 
 inline constexpr std::size_t kManyWords = 100000;
 
-/// Runs a command on the words of a script line, its name taken off. False with one line in `*error`.
-bool RunInContext(const EditCommand& command, EditContext& context, const std::vector<std::string>& words,
-                  std::string* error);
+/// Runs a command on the words of a script line, its name taken off.
+Result<> RunInContext(const EditCommand& command, EditContext& context, const std::vector<std::string>& words);
 
 /// Runs a command on the file that the first word names, and saves what it changed.
 int RunOnFile(const EditCommand& command, const std::vector<std::string>& words);
@@ -83,20 +83,19 @@ Command Alone() {
 const std::vector<const EditCommand*>& EditCommands();
 const EditCommand* FindEditCommand(const std::string& name);  ///< null for an unknown name
 
-// Words as things of the document. Each returns false with one line in `*error`.
+// Words as things of the document.
 
 /// "3", "0,2-4", "all" (that can be edited) or "selected", as IDs.
-bool ParseObjects(const EditContext& context, const std::string& text, ObjectIDs* ids, std::string* error);
+Result<> ParseObjects(const EditContext& context, const std::string& text, ObjectIDs* ids);
 /// One object number.
-bool ParseObject(const EditContext& context, const std::string& text, ObjectID* id, std::string* error);
+Result<> ParseObject(const EditContext& context, const std::string& text, ObjectID* id);
 /// A layer by its number or its name.
-bool ParseLayer(const EditContext& context, const std::string& text, LayerID* id, std::string* error);
+Result<> ParseLayer(const EditContext& context, const std::string& text, LayerID* id);
 /// "NAME=VALUE" words as pairs.
-bool ParseAssignments(const std::vector<std::string>& words, std::vector<std::pair<std::string, std::string>>* pairs,
-                      std::string* error);
+Result<> ParseAssignments(const std::vector<std::string>& words,
+                          std::vector<std::pair<std::string, std::string>>* pairs);
 /// Numbers separated by commas; `what` says what is taken, as in "--bounds takes four numbers as X0,Y0,X1,Y1".
-bool ParseList(const std::string& text, std::size_t count, const char* what, std::vector<double>* numbers,
-               std::string* error);
+Result<> ParseList(const std::string& text, std::size_t count, Text what, std::vector<double>* numbers);
 
 // The commands, one file an area.
 extern const EditCommand kAddEdit, kListEdit, kGetEdit, kSetEdit, kDeleteEdit;

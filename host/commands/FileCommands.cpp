@@ -8,78 +8,75 @@
 namespace host {
 namespace {
 
-std::unique_ptr<DocumentSession> NewSession(const CommandLine& line, std::string* error) {
+Result<std::unique_ptr<DocumentSession>> NewSession(const CommandLine& line) {
   AGSize size{640, 480};
   AGColor background = kAGColorWhite;
-  if (!ParsePageOptions(line, &size, &background, error)) return nullptr;
+  if (const auto done = ParsePageOptions(line, &size, &background); !done) return done.Why();
   auto document = std::make_unique<Document>(size);
   document->SetPage(size, background);
   return std::make_unique<DocumentSession>(std::move(document));
 }
 
 // A script may leave changes unsaved only when it says so.
-bool MayLeave(const EditContext& context, const EditArguments& arguments, std::string* error) {
-  if (!context.session || !context.session->HasUnsavedChanges() || arguments.Has("discard")) return true;
-  *error = context.Name() + " has unsaved changes: \"save\" it, or give --discard";
-  return false;
+Result<> MayLeave(const EditContext& context, const EditArguments& arguments) {
+  if (!context.session || !context.session->HasUnsavedChanges() || arguments.Has("discard")) return {};
+  return Problem(N_("%s has unsaved changes: \"save\" it, or give --discard"), {context.Name()});
 }
 
-bool RunNew(EditContext& context, const EditArguments& arguments, std::string* error) {
-  if (!MayLeave(context, arguments, error)) return false;
-  auto session = NewSession(arguments.line, error);
-  if (!session) return false;
-  context.SetSession(std::move(session));
-  return true;
+Result<> RunNew(EditContext& context, const EditArguments& arguments) {
+  if (const auto done = MayLeave(context, arguments); !done) return done.Why();
+  auto session = NewSession(arguments.line);
+  if (!session) return session.Why();
+  context.SetSession(std::move(*session));
+  return {};
 }
 
-bool RunOpen(EditContext& context, const EditArguments& arguments, std::string* error) {
-  if (!MayLeave(context, arguments, error)) return false;
-  auto session = DocumentSession::Open(arguments.words[0], error);
-  if (!session) return false;
-  context.SetSession(std::move(session));
-  return true;
+Result<> RunOpen(EditContext& context, const EditArguments& arguments) {
+  if (const auto done = MayLeave(context, arguments); !done) return done.Why();
+  auto session = DocumentSession::Open(arguments.words[0]);
+  if (!session) return session.Why();
+  context.SetSession(std::move(*session));
+  return {};
 }
 
-bool RunSave(EditContext& context, const EditArguments& arguments, std::string* error) {
+Result<> RunSave(EditContext& context, const EditArguments& arguments) {
   if (context.session->IsStepOpen()) {
-    *error = "a step is open: \"end\" or \"cancel\" comes first";
-    return false;
+    return Problem(N_("a step is open: \"end\" or \"cancel\" comes first"));
   }
-  if (arguments.words.empty()) return context.session->Save(arguments.Has("overwrite"), error);
-  return context.session->SaveAs(arguments.words[0], error);
+  if (arguments.words.empty()) return context.session->Save(arguments.Has("overwrite"));
+  return context.session->SaveAs(arguments.words[0]);
 }
 
-bool RunClose(EditContext& context, const EditArguments& arguments, std::string* error) {
-  if (!MayLeave(context, arguments, error)) return false;
+Result<> RunClose(EditContext& context, const EditArguments& arguments) {
+  if (const auto done = MayLeave(context, arguments); !done) return done.Why();
   context.SetSession(nullptr);
-  return true;
+  return {};
 }
 
-bool RunExport(EditContext& context, const EditArguments& arguments, std::string* error) {
+Result<> RunExport(EditContext& context, const EditArguments& arguments) {
   PictureOptions options;
   const std::string scale = arguments.Value("scale", "1");
   if (!ParseFinite(scale, &options.scale) || options.scale <= 0) {
-    *error = "\"" + scale + "\" is no scale: a number above 0 is needed";
-    return false;
+    return Problem(N_("\"%s\" is no scale: a number above 0 is needed"), {scale});
   }
   const std::string quality = arguments.Value("quality", "0.9");
   if (!ParseFinite(quality, &options.quality) || options.quality < 0 || options.quality > 1) {
-    *error = "\"" + quality + "\" is no quality: a number from 0 to 1 is needed";
-    return false;
+    return Problem(N_("\"%s\" is no quality: a number from 0 to 1 is needed"), {quality});
   }
   options.transparent = arguments.Has("transparent");
   ProgressBar progress("drawing");
-  return ExportPicture(context.Doc(), arguments.words[0], options, &progress, error);
+  return ExportPicture(context.Doc(), arguments.words[0], options, &progress);
 }
 
 }  // namespace
 
 int RunNewOnFile(const std::vector<std::string>& words) {
   CommandLine line({"size", "background"}, {});
-  std::string error;
-  if (!line.Parse(words, 1, 1, &error)) return Fail(error);
-  const auto session = NewSession(line, &error);
-  return session && session->SaveAs(line.Positional()[0], &error) ? 0 : Fail(error);
+  if (const auto done = line.Parse(words, 1, 1); !done) return Fail(done.Why());
+  const auto session = NewSession(line);
+  if (!session) return Fail(session.Why());
+  const auto done = (*session)->SaveAs(line.Positional()[0]);
+  return done ? 0 : Fail(done.Why());
 }
 
 const EditCommand kNewEdit = {"new",

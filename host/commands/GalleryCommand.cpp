@@ -9,25 +9,29 @@
 namespace host {
 namespace {
 
-bool SaveItems(const std::string& folder, std::string* error) {
-  if (!MakeFolder(folder, error)) return false;
+Result<> SaveItems(const std::string& folder) {
+  if (const auto done = MakeFolder(folder); !done) return done.Why();
   for (const GalleryItem& item : GalleryItems()) {
-    if (!SavePNG(*DrawGalleryItem(item, 0), folder + "/" + item.name + ".png", error)) return false;
+    if (const auto done = SavePNG(*DrawGalleryItem(item, 0), folder + "/" + item.name + ".png"); !done)
+      return done.Why();
   }
-  return true;
+  return {};
 }
 
 int RunGallery(const std::vector<std::string>& words) {
   CommandLine line({"items"}, {});
-  std::string error;
-  if (!line.Parse(words, 0, 1, &error)) return Fail(error);
+  if (const auto done = line.Parse(words, 0, 1); !done) return Fail(done.Why());
   const bool named = !line.Positional().empty();
-  if (line.Has("items") && !SaveItems(line.Value("items", ""), &error)) return Fail(error);
+  if (line.Has("items")) {
+    if (const auto done = SaveItems(line.Value("items", "")); !done) return Fail(done.Why());
+  }
   if (line.Has("items") && !named) return 0;
 
   const std::string path = named ? line.Positional()[0] : "out/gallery.png";
-  if (!named && !MakeFolder("out", &error)) return Fail(error);
-  if (!SavePNG(*DrawGalleryPage(), path, &error)) return Fail(error);
+  if (!named) {
+    if (const auto done = MakeFolder("out"); !done) return Fail(done.Why());
+  }
+  if (const auto done = SavePNG(*DrawGalleryPage(), path); !done) return Fail(done.Why());
   std::printf("%s: %zu pictures\n", path.c_str(), GalleryItems().size());
   return 0;
 }

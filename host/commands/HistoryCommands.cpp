@@ -6,69 +6,63 @@ namespace host {
 namespace {
 
 // "undo" and "redo", once or as often as the word says.
-bool Repeat(EditContext& context, const EditArguments& arguments, bool isUndo, std::string* error) {
+Result<> Repeat(EditContext& context, const EditArguments& arguments, bool isUndo) {
   std::size_t times = 1;
   if (!arguments.words.empty() && !ParseIndex(arguments.words[0], &times)) {
-    *error = "\"" + arguments.words[0] + "\" is no count of steps";
-    return false;
+    return Problem(N_("\"%s\" is no count of steps"), {arguments.words[0]});
   }
   DocumentSession& session = *context.session;
   const History& steps = session.Steps();
   const std::size_t known = isUndo ? steps.Position() : steps.Count() - steps.Position();
   if (session.IsStepOpen() || times > known) {
-    *error = session.IsStepOpen() ? "a step is open: \"end\" or \"cancel\" comes first"
-                                  : std::string("there is nothing to ") + (isUndo ? "undo" : "redo");
-    return false;
+    return Problem(session.IsStepOpen() ? N_("a step is open: \"end\" or \"cancel\" comes first")
+                   : isUndo             ? N_("there is nothing to undo")
+                                        : N_("there is nothing to redo"));
   }
   for (std::size_t i = 0; i < times; ++i) {
     context.output += (isUndo ? session.UndoTitle() : session.RedoTitle()) + "\n";
     isUndo ? session.Undo() : session.Redo();
   }
-  return true;
+  return {};
 }
 
-bool RunUndo(EditContext& context, const EditArguments& arguments, std::string* error) {
-  return Repeat(context, arguments, true, error);
-}
+Result<> RunUndo(EditContext& context, const EditArguments& arguments) { return Repeat(context, arguments, true); }
 
-bool RunRedo(EditContext& context, const EditArguments& arguments, std::string* error) {
-  return Repeat(context, arguments, false, error);
-}
+Result<> RunRedo(EditContext& context, const EditArguments& arguments) { return Repeat(context, arguments, false); }
 
-bool RunHistory(EditContext& context, const EditArguments& arguments, std::string*) {
+Result<> RunHistory(EditContext& context, const EditArguments& arguments) {
   if (arguments.IsJson()) {
     context.output = JsonOfHistory(*context.session);
-    return true;
+    return {};
   }
   const History& steps = context.session->Steps();
   for (std::size_t i = 0; i < steps.Count(); ++i) {
     context.output += std::string(i < steps.Position() ? "done    " : "undone  ") + steps.NameAt(i) + "\n";
   }
   context.output += context.session->HasUnsavedChanges() ? "changes are unsaved\n" : "everything is saved\n";
-  return true;
+  return {};
 }
 
-bool RunBegin(EditContext& context, const EditArguments& arguments, std::string*) {
+Result<> RunBegin(EditContext& context, const EditArguments& arguments) {
   context.session->BeginStep(arguments.words.empty() ? "" : arguments.words[0]);
-  return true;
+  return {};
 }
 
-bool CheckOpen(const EditContext& context, std::string* error) {
-  if (context.session->IsStepOpen()) return true;
-  *error = "no step is open: \"begin\" comes first";
-  return false;
+Result<> CheckOpen(const EditContext& context) {
+  if (context.session->IsStepOpen()) return {};
+  return Problem(N_("no step is open: \"begin\" comes first"));
 }
 
-bool RunEnd(EditContext& context, const EditArguments&, std::string* error) {
-  if (!CheckOpen(context, error)) return false;
+Result<> RunEnd(EditContext& context, const EditArguments&) {
+  if (const auto done = CheckOpen(context); !done) return done.Why();
   context.session->EndStep();
-  return true;
+  return {};
 }
 
-bool RunCancel(EditContext& context, const EditArguments&, std::string* error) {
-  if (!CheckOpen(context, error)) return false;
+Result<> RunCancel(EditContext& context, const EditArguments&) {
+  if (const auto done = CheckOpen(context); !done) return done.Why();
   context.session->CancelStep();
-  return true;
+  return {};
 }
 
 }  // namespace

@@ -46,10 +46,9 @@ void PrintSlots(const AKClass& cls) {
 
 int RunInfo(const std::vector<std::string>& words) {
   CommandLine line({}, {"json"});
-  std::string error;
-  if (!line.Parse(words, 1, 1, &error)) return Fail(error);
+  if (const auto done = line.Parse(words, 1, 1); !done) return Fail(done.Why());
   BundleSet bundles(Program::ExecutablePath(), ProbeMemory::DefaultFile());
-  if (!bundles.Load(line.Positional()[0], &error)) return Fail(error);
+  if (const auto done = bundles.Load(line.Positional()[0]); !done) return Fail(done.Why());
   const Bundle& bundle = *bundles.Loaded()[0];
   if (line.Has("json")) {
     std::fputs(JsonOfBundle(bundle).c_str(), stdout);

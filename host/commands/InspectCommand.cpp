@@ -10,75 +10,67 @@ namespace {
 
 std::string NameOrNothing(const std::string& actionName) { return actionName.empty() ? "no change" : actionName; }
 
-bool CheckControl(const Inspector& inspector, const std::string& text, unsigned int* id, std::string* error) {
+Result<> CheckControl(const Inspector& inspector, const std::string& text, unsigned int* id) {
   if (!ParseWhole(text, id)) {
-    *error = "\"" + text + "\" is no number of a control";
-    return false;
+    return Problem(N_("\"%s\" is no number of a control"), {text});
   }
-  if (inspector.Panel().GetController(*id) != nullptr) return true;
-  *error = "the panel has no control " + text;
-  return false;
+  if (inspector.Panel().GetController(*id) != nullptr) return {};
+  return Problem(N_("the panel has no control %s"), {text});
 }
 
-bool ApplyChange(Inspector* inspector, const std::string& assignment, std::string* output, std::string* error) {
+Result<> ApplyChange(Inspector* inspector, const std::string& assignment, std::string* output) {
   std::string idText;
   std::string valueText;
   std::string actionName;
   unsigned int id = 0;
   if (!SplitAssignment(assignment, &idText, &valueText)) {
-    *error = "\"" + assignment + "\" is not of the form CONTROL=VALUE";
-    return false;
+    return Problem(N_("\"%s\" is not of the form CONTROL=VALUE"), {assignment});
   }
-  if (!CheckControl(*inspector, idText, &id, error) || !inspector->Enter(id, valueText, &actionName, error)) {
-    return false;
-  }
+  if (const auto done = CheckControl(*inspector, idText, &id); !done) return done.Why();
+  if (const auto done = inspector->Enter(id, valueText, &actionName); !done) return done.Why();
   *output += "control " + std::to_string(id) + " = " + valueText + ": " + NameOrNothing(actionName) + "\n";
-  return true;
+  return {};
 }
 
 // "KIND" or "KIND,CONTROL".
-bool SendEvent(Inspector* inspector, const std::string& text, std::string* output, std::string* error) {
+Result<> SendEvent(Inspector* inspector, const std::string& text, std::string* output) {
   const std::size_t comma = text.find(',');
   unsigned int kind = 0;
   unsigned int control = 0;
   if (!ParseWhole(std::string_view(text).substr(0, comma), &kind) ||
       (comma != std::string::npos && !ParseWhole(std::string_view(text).substr(comma + 1), &control))) {
-    *error = "\"" + text + "\" is not of the form KIND or KIND,CONTROL";
-    return false;
+    return Problem(N_("\"%s\" is not of the form KIND or KIND,CONTROL"), {text});
   }
   std::string actionName;
   const int status = inspector->Send(kind, control, &actionName);
   if (status != 0) {
-    *error = "the object returned status " + std::to_string(status);
-    return false;
+    return Problem(N_("the object returned status %s"), {std::to_string(status)});
   }
   *output += "event " + text + ": " + NameOrNothing(actionName) + "\n";
-  return true;
+  return {};
 }
 
-bool RunInspect(EditContext& context, const EditArguments& arguments, std::string* error) {
+Result<> RunInspect(EditContext& context, const EditArguments& arguments) {
   ObjectIDs ids;
   Inspector inspector;
-  if (!ParseObjects(context, arguments.words[0], &ids, error) || !inspector.Open(context.session.get(), ids, error)) {
-    return false;
-  }
+  if (const auto done = ParseObjects(context, arguments.words[0], &ids); !done) return done.Why();
+  if (const auto done = inspector.Open(context.session.get(), ids); !done) return done.Why();
   int status = inspector.Fill();
   EditStep step(*context.session, "");
   std::string changes;
   for (const std::string& assignment : arguments.line.Values("set")) {
-    if (!ApplyChange(&inspector, assignment, &changes, error)) return false;
+    if (const auto done = ApplyChange(&inspector, assignment, &changes); !done) return done.Why();
   }
   for (const std::string& event : arguments.line.Values("event")) {
-    if (!SendEvent(&inspector, event, &changes, error)) return false;
+    if (const auto done = SendEvent(&inspector, event, &changes); !done) return done.Why();
   }
   step.End();
   if (ids.size() > 1) status = inspector.Fill();  // what differs now
   if (status != 0) {
-    *error = "the object returned status " + std::to_string(status);
-    return false;
+    return Problem(N_("the object returned status %s"), {std::to_string(status)});
   }
   context.output = arguments.IsJson() ? JsonOfPanel(inspector) : changes + PanelListing(inspector.Panel());
-  return true;
+  return {};
 }
 
 }  // namespace

@@ -9,10 +9,10 @@
 namespace host {
 namespace {
 
-bool RunLayers(EditContext& context, const EditArguments& arguments, std::string*) {
+Result<> RunLayers(EditContext& context, const EditArguments& arguments) {
   if (arguments.IsJson()) {
     context.output = JsonOfLayers(*context.session);
-    return true;
+    return {};
   }
   std::size_t number = 0;
   for (const auto& layer : context.Doc().Layers()) {
@@ -22,98 +22,82 @@ bool RunLayers(EditContext& context, const EditArguments& arguments, std::string
     if (layer->id == context.session->ActiveLayer()) context.output += ", active";
     context.output += "  " + layer->settings.name + "\n";
   }
-  return true;
+  return {};
 }
 
 using Words = std::vector<std::string>;
 
-bool AddLayer(EditContext& context, const Words& words, std::string* error) {
+Result<> AddLayer(EditContext& context, const Words& words) {
   std::size_t index = context.Doc().Layers().size();
   if (words.size() > 2 && (!ParseIndex(words[2], &index) || index > context.Doc().Layers().size())) {
-    *error = "\"" + words[2] + "\" is no place of a layer";
-    return false;
+    return Problem(N_("\"%s\" is no place of a layer"), {words[2]});
   }
   const LayerID id = context.session->AddLayer(words.size() > 1 ? words[1] : "", index);
   context.output = std::to_string(context.Doc().IndexOfLayer(id)) + "\n";
-  return true;
+  return {};
 }
 
 /// What is done to a layer that is there; `text` is the third word.
 struct LayerAction {
   const char* word;
   bool takesText;
-  bool (*run)(EditContext& context, LayerID id, const std::string& text, std::string* error);
+  Result<> (*run)(EditContext& context, LayerID id, const std::string& text);
 };
 
-bool MoveLayer(EditContext& context, LayerID id, const std::string& text, std::string* error) {
+Result<> MoveLayer(EditContext& context, LayerID id, const std::string& text) {
   std::size_t index = 0;
-  if (ParseIndex(text, &index)) return context.session->MoveLayer(id, index, error);
-  *error = "\"" + text + "\" is no place of a layer";
-  return false;
+  if (ParseIndex(text, &index)) return context.session->MoveLayer(id, index);
+  return Problem(N_("\"%s\" is no place of a layer"), {text});
 }
 
-bool TakeObjects(EditContext& context, LayerID id, const std::string& text, std::string* error) {
+Result<> TakeObjects(EditContext& context, LayerID id, const std::string& text) {
   ObjectIDs ids;
-  return ParseObjects(context, text, &ids, error) && context.session->MoveToLayer(ids, id, error);
+  if (const auto done = ParseObjects(context, text, &ids); !done) return done.Why();
+  return context.session->MoveToLayer(ids, id);
 }
 
 constexpr LayerAction kActions[] = {
-    {"remove", false,
-     [](EditContext& c, LayerID id, const std::string&, std::string* error) {
-       return c.session->RemoveLayer(id, error);
-     }},
+    {"remove", false, [](EditContext& c, LayerID id, const std::string&) { return c.session->RemoveLayer(id); }},
     {"rename", true,
-     [](EditContext& c, LayerID id, const std::string& text, std::string* error) {
-       return c.session->SetLayerName(id, text, error);
-     }},
+     [](EditContext& c, LayerID id, const std::string& text) { return c.session->SetLayerName(id, text); }},
     {"show", false,
-     [](EditContext& c, LayerID id, const std::string&, std::string* error) {
-       return c.session->SetLayerVisible(id, true, error);
-     }},
+     [](EditContext& c, LayerID id, const std::string&) { return c.session->SetLayerVisible(id, true); }},
     {"hide", false,
-     [](EditContext& c, LayerID id, const std::string&, std::string* error) {
-       return c.session->SetLayerVisible(id, false, error);
-     }},
-    {"lock", false,
-     [](EditContext& c, LayerID id, const std::string&, std::string* error) {
-       return c.session->SetLayerLocked(id, true, error);
-     }},
+     [](EditContext& c, LayerID id, const std::string&) { return c.session->SetLayerVisible(id, false); }},
+    {"lock", false, [](EditContext& c, LayerID id, const std::string&) { return c.session->SetLayerLocked(id, true); }},
     {"unlock", false,
-     [](EditContext& c, LayerID id, const std::string&, std::string* error) {
-       return c.session->SetLayerLocked(id, false, error);
-     }},
+     [](EditContext& c, LayerID id, const std::string&) { return c.session->SetLayerLocked(id, false); }},
     {"move", true, &MoveLayer},
     {"take", true, &TakeObjects},
     {"activate", false,
-     [](EditContext& c, LayerID id, const std::string&, std::string*) {
+     [](EditContext& c, LayerID id, const std::string&) -> Result<> {
        c.session->SetActiveLayer(id);
-       return true;
+       return {};
      }},
 };
 
-bool RunLayer(EditContext& context, const EditArguments& arguments, std::string* error) {
+Result<> RunLayer(EditContext& context, const EditArguments& arguments) {
   const Words& words = arguments.words;
-  if (words[0] == "add") return AddLayer(context, words, error);
+  if (words[0] == "add") return AddLayer(context, words);
   for (const LayerAction& action : kActions) {
     if (words[0] != action.word) continue;
     LayerID id = kNoLayerID;
     if (words.size() != (action.takesText ? 3 : 2)) {
-      *error = "\"layer " + words[0] + "\" takes " + (action.takesText ? "two arguments" : "one argument");
-      return false;
+      return Problem(action.takesText ? N_("\"layer %s\" takes two arguments") : N_("\"layer %s\" takes one argument"),
+                     {words[0]});
     }
-    return ParseLayer(context, words[1], &id, error) &&
-           action.run(context, id, action.takesText ? words[2] : std::string(), error);
+    if (const auto done = ParseLayer(context, words[1], &id); !done) return done.Why();
+    return action.run(context, id, action.takesText ? words[2] : std::string());
   }
-  *error = "\"" + words[0] + "\" can't be done with a layer; --help tells what can";
-  return false;
+  return Problem(N_("\"%s\" can't be done with a layer; --help tells what can"), {words[0]});
 }
 
-bool RunPage(EditContext& context, const EditArguments& arguments, std::string* error) {
+Result<> RunPage(EditContext& context, const EditArguments& arguments) {
   AGSize size = context.Doc().Page();
   AGColor background = context.Doc().Background();
-  if (!ParsePageOptions(arguments.line, &size, &background, error)) return false;
+  if (const auto done = ParsePageOptions(arguments.line, &size, &background); !done) return done.Why();
   EditStep step(*context.session, Tr("Change Page"));
-  if (!context.session->SetPage(size, error)) return false;
+  if (const auto done = context.session->SetPage(size); !done) return done.Why();
   context.session->SetBackground(background);
   char text[160];
   std::snprintf(text, sizeof(text), "%.17g by %.17g, background %u,%u,%u\n", size.width, size.height, background.Red(),

@@ -10,83 +10,86 @@
 namespace host {
 namespace {
 
-bool ParsePlacement(const EditArguments& arguments, ObjectPlacement* placement, std::string* error) {
+Result<> ParsePlacement(const EditArguments& arguments, ObjectPlacement* placement) {
   std::vector<double> b;
   double degrees = 0;
-  if (!ParseList(arguments.Value("bounds", "0,0,100,100"), 4, "--bounds takes four numbers as X0,Y0,X1,Y1", &b,
-                 error)) {
-    return false;
-  }
+  if (const auto done =
+          ParseList(arguments.Value("bounds", "0,0,100,100"), 4, N_("--bounds takes four numbers as X0,Y0,X1,Y1"), &b);
+      !done)
+    return done.Why();
   if (!ParseFinite(arguments.Value("angle", "0"), &degrees)) {
-    *error = "--angle takes a number of degrees";
-    return false;
+    return Problem(N_("--angle takes a number of degrees"));
   }
   *placement = {{b[0], b[1], b[2], b[3]}, degrees * kDegToRad};
-  return true;
+  return {};
 }
 
-bool RunAdd(EditContext& context, const EditArguments& arguments, std::string* error) {
+Result<> RunAdd(EditContext& context, const EditArguments& arguments) {
   DocumentSession& session = *context.session;
   ObjectPlacement placement;
   std::vector<std::pair<std::string, std::string>> pairs;
   LayerID layer = session.ActiveLayer();
-  if (!ParsePlacement(arguments, &placement, error) || !ParseAssignments(arguments.line.Values("set"), &pairs, error)) {
-    return false;
+  if (const auto done = ParsePlacement(arguments, &placement); !done) return done.Why();
+  if (const auto done = ParseAssignments(arguments.line.Values("set"), &pairs); !done) return done.Why();
+  if (arguments.Has("layer")) {
+    if (const auto done = ParseLayer(context, arguments.Value("layer", ""), &layer); !done) return done.Why();
   }
-  if (arguments.Has("layer") && !ParseLayer(context, arguments.Value("layer", ""), &layer, error)) return false;
   session.SetActiveLayer(layer);
   EditStep step(session, "");
-  const ObjectID id =
-      session.Add(AKClassID(arguments.words[0].c_str()), arguments.Value("args", "-default"), placement, error);
-  if (id == kNoObjectID || (!pairs.empty() && !session.SetProperties({id}, pairs, error))) return false;
-  context.output = std::to_string(context.Doc().NumberOf(id)) + "\n";
+  const auto id = session.Add(AKClassID(arguments.words[0].c_str()), arguments.Value("args", "-default"), placement);
+  if (!id) return id.Why();
+  if (!pairs.empty()) {
+    if (const auto done = session.SetProperties({*id}, pairs); !done) return done.Why();
+  }
+  context.output = std::to_string(context.Doc().NumberOf(*id)) + "\n";
   return step.End();
 }
 
-bool RunList(EditContext& context, const EditArguments& arguments, std::string*) {
+Result<> RunList(EditContext& context, const EditArguments& arguments) {
   if (arguments.IsJson()) {
     context.output = JsonOfDocument(*context.session);
   } else {
     context.output = arguments.Has("all") ? FullListing(context.Doc()) : ShortListing(context.Doc());
   }
-  return true;
+  return {};
 }
 
-bool RunGet(EditContext& context, const EditArguments& arguments, std::string* error) {
+Result<> RunGet(EditContext& context, const EditArguments& arguments) {
   ObjectID id = kNoObjectID;
-  if (!ParseObject(context, arguments.words[0], &id, error)) return false;
+  if (const auto done = ParseObject(context, arguments.words[0], &id); !done) return done.Why();
   const AKDictionary properties = PropertiesOf(*context.Doc().Find(id));
   if (arguments.words.size() == 1) {
     if (arguments.IsJson()) {
       context.output = JsonOfProperties(properties);
-      return true;
+      return {};
     }
     properties.ForEach([&context](const AKString& key, const AKValue& value) {
       context.output += DisplayText(key) + "=" + TextOf(value) + "\n";
     });
-    return true;
+    return {};
   }
   const AKString path = TextForBundles(arguments.words[1]);
   if (!properties.ContainsKey(path)) {
-    *error = "there is no property \"" + arguments.words[1] + "\"";
-    return false;
+    return Problem(N_("there is no property \"%s\""), {arguments.words[1]});
   }
   const AKValue& value = properties.GetValue(path);
   context.output = arguments.IsJson() ? JsonOfValue(value) : TextOf(value) + "\n";
-  return true;
+  return {};
 }
 
-bool RunSet(EditContext& context, const EditArguments& arguments, std::string* error) {
+Result<> RunSet(EditContext& context, const EditArguments& arguments) {
   ObjectIDs ids;
   std::vector<std::pair<std::string, std::string>> pairs;
-  return ParseObjects(context, arguments.words[0], &ids, error) &&
-         ParseAssignments({arguments.words.begin() + 1, arguments.words.end()}, &pairs, error) &&
-         context.session->SetProperties(ids, pairs, error);
+  if (const auto done = ParseObjects(context, arguments.words[0], &ids); !done) return done.Why();
+  if (const auto done = ParseAssignments({arguments.words.begin() + 1, arguments.words.end()}, &pairs); !done)
+    return done.Why();
+  return context.session->SetProperties(ids, pairs);
 }
 
-bool RunDelete(EditContext& context, const EditArguments& arguments, std::string* error) {
+Result<> RunDelete(EditContext& context, const EditArguments& arguments) {
   ObjectIDs ids;
-  return ParseObjects(context, arguments.words[0], &ids, error) && context.session->Delete(ids, error);
+  if (const auto done = ParseObjects(context, arguments.words[0], &ids); !done) return done.Why();
+  return context.session->Delete(ids);
 }
 
 }  // namespace

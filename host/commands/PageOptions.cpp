@@ -3,35 +3,34 @@
 namespace host {
 namespace {
 
-bool ParseColor(const std::string& text, AGColor* color, std::string* error) {
+Result<> ParseColor(const std::string& text, AGColor* color) {
   std::vector<double> numbers;
   if (!ParseNumbers(text, 3, &numbers)) {
-    *error = "--background takes three numbers from 0 to 255 as RED,GREEN,BLUE";
-    return false;
+    return Problem(N_("--background takes three numbers from 0 to 255 as RED,GREEN,BLUE"));
   }
   unsigned char channels[3];
   for (int i = 0; i < 3; ++i) {
     if (!(numbers[i] >= 0 && numbers[i] <= 255)) {
-      *error = "--background takes numbers from 0 to 255";
-      return false;
+      return Problem(N_("--background takes numbers from 0 to 255"));
     }
     channels[i] = static_cast<unsigned char>(numbers[i]);
   }
   *color = AGColor(channels[0], channels[1], channels[2]);
-  return true;
+  return {};
 }
 
 }  // namespace
 
-bool ParsePageOptions(const CommandLine& line, AGSize* size, AGColor* background, std::string* error) {
+Result<> ParsePageOptions(const CommandLine& line, AGSize* size, AGColor* background) {
   std::vector<double> sides = {size->width, size->height};
   if (line.Has("size") && (!ParseNumbers(line.Value("size", ""), 2, &sides) || sides[0] <= 0 || sides[1] <= 0)) {
-    *error = "--size takes two numbers above 0 as WIDTH,HEIGHT";
-    return false;
+    return Problem(N_("--size takes two numbers above 0 as WIDTH,HEIGHT"));
   }
-  if (line.Has("background") && !ParseColor(line.Value("background", ""), background, error)) return false;
+  if (line.Has("background")) {
+    if (const auto done = ParseColor(line.Value("background", ""), background); !done) return done.Why();
+  }
   *size = {sides[0], sides[1]};
-  return true;
+  return {};
 }
 
 }  // namespace host

@@ -42,17 +42,21 @@ void PrintJson(const std::vector<RecoveryFile>& found) {
   std::fputs(json.Line().c_str(), stdout);
 }
 
+int Discard(const RecoveryFile& recovery) {
+  const auto done = DiscardRecovery(recovery);
+  return done ? 0 : Fail(done.Why());
+}
+
 int RecoverInto(const RecoveryFile& recovery, const std::string& path) {
-  std::string error;
-  const auto session = OpenRecovery(recovery, &error);
-  const bool done = session && session->SaveAs(path, &error) && DiscardRecovery(recovery, &error);
-  return done ? 0 : Fail(error);
+  const auto session = OpenRecovery(recovery);
+  if (!session) return Fail(session.Why());
+  if (const auto done = (*session)->SaveAs(path); !done) return Fail(done.Why());
+  return Discard(recovery);
 }
 
 int RunRecover(const std::vector<std::string>& words) {
   CommandLine line({"to"}, {"discard", "json"});
-  std::string error;
-  if (!line.Parse(words, 0, 1, &error)) return Fail(error);
+  if (const auto done = line.Parse(words, 0, 1); !done) return Fail(done.Why());
   const std::vector<RecoveryFile> found = FindRecoveries();
   if (line.Positional().empty()) {
     line.Has("json") ? PrintJson(found) : PrintList(found);
@@ -63,7 +67,7 @@ int RunRecover(const std::vector<std::string>& words) {
   if (!ParseIndex(text, &number) || number >= found.size()) return Fail("there is no recovery file " + text);
   if (line.Has("to")) return RecoverInto(found[number], line.Value("to", ""));
   if (!line.Has("discard")) return Fail("--to has to name the file to recover into, or --discard be given");
-  return DiscardRecovery(found[number], &error) ? 0 : Fail(error);
+  return Discard(found[number]);
 }
 
 }  // namespace

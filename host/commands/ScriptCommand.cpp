@@ -30,24 +30,24 @@ std::string Help() {
   return text + "\n\"objecthost COMMAND --help\" tells more of those that are commands of their own.\n";
 }
 
-bool RunLine(const std::string& text, EditContext& context, std::string* error) {
+Result<> RunLine(const std::string& text, EditContext& context) {
   std::vector<std::string> words;
-  if (!SplitScriptLine(text, &words, error)) return false;
-  if (words.empty()) return true;
+  if (const auto done = SplitScriptLine(text, &words); !done) return done.Why();
+  if (words.empty()) return {};
   const EditCommand* command = FindEditCommand(words[0]);
   if (command == nullptr) {
-    *error = "unknown command \"" + words[0] + "\"";
-    return false;
+    return Problem(N_("unknown command \"%s\""), {words[0]});
   }
-  return RunInContext(*command, context, {words.begin() + 1, words.end()}, error);
+  return RunInContext(*command, context, {words.begin() + 1, words.end()});
 }
 
 int RunLines(std::istream& lines, const std::string& name, EditContext& context) {
-  std::string error;
   std::size_t number = 0;
   for (std::string text; std::getline(lines, text);) {
     ++number;
-    if (!RunLine(text, context, &error)) return Fail(name + ":" + std::to_string(number).append(": ").append(error));
+    if (const auto done = RunLine(text, context); !done) {
+      return Fail(name + ":" + std::to_string(number) + ": " + done.Why().English());
+    }
     std::fputs(context.output.c_str(), stdout);
     std::fflush(stdout);
     context.output.clear();
@@ -55,7 +55,8 @@ int RunLines(std::istream& lines, const std::string& name, EditContext& context)
   }
   if (lines.bad()) return Fail("can't read \"" + name + "\"");
   if (context.session && context.session->HasUnsavedChanges()) {
-    std::fprintf(stderr, "objecthost: the script has ended; changes of %s were not saved\n", context.Name().c_str());
+    const Problem unsaved(N_("the script has ended; changes of %s were not saved"), {context.Name()});
+    std::fprintf(stderr, "objecthost: %s\n", unsaved.English().c_str());
   }
   return 0;
 }
@@ -64,15 +65,14 @@ int RunScript(const std::vector<std::string>& words) {
   CommandLine line({"document", "autosave"}, {});
   EditContext context;
   context.inScript = true;
-  std::string error;
-  if (!line.Parse(words, 0, 1, &error)) return Fail(error);
+  if (const auto done = line.Parse(words, 0, 1); !done) return Fail(done.Why());
   if (!ParseFinite(line.Value("autosave", "10"), &context.autosaveSeconds) || context.autosaveSeconds < 0) {
     return Fail("--autosave takes a number of seconds");
   }
   if (line.Has("document")) {
-    auto session = DocumentSession::Open(line.Value("document", ""), &error);
-    if (!session) return Fail(error);
-    context.SetSession(std::move(session));
+    auto session = DocumentSession::Open(line.Value("document", ""));
+    if (!session) return Fail(session.Why());
+    context.SetSession(std::move(*session));
   }
   if (line.Positional().empty() || line.Positional()[0] == "-") {
     return RunLines(std::cin, "standard input", context);

@@ -7,7 +7,7 @@ class Splitter {
  public:
   Splitter(std::string_view line, std::vector<std::string>* words) : rest_(line), words_(words) {}
 
-  bool Run(std::string* error) {
+  Result<> Run() {
     while (!rest_.empty()) {
       const char next = Take();
       if (next == ' ' || next == '\t' || next == '\r') {
@@ -15,12 +15,11 @@ class Splitter {
       } else if (next == '#' && !inWord_) {
         break;
       } else if (!TakePart(next)) {
-        *error = next == '\\' ? "a backslash at the end of the line" : "a quote without an end";
-        return false;
+        return next == '\\' ? Problem(N_("a backslash at the end of the line")) : Problem(N_("a quote without an end"));
       }
     }
     EndWord();
-    return true;
+    return {};
   }
 
  private:
@@ -82,9 +81,9 @@ class Splitter {
 
 }  // namespace
 
-bool SplitScriptLine(std::string_view line, std::vector<std::string>* words, std::string* error) {
+Result<> SplitScriptLine(std::string_view line, std::vector<std::string>* words) {
   words->clear();
-  return Splitter(line, words).Run(error);
+  return Splitter(line, words).Run();
 }
 
 }  // namespace host

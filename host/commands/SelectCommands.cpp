@@ -11,46 +11,47 @@
 namespace host {
 namespace {
 
-bool ParseOffset(const EditArguments& arguments, const char* fallback, std::vector<double>* offset,
-                 std::string* error) {
-  return ParseList(arguments.Value("offset", fallback), 2, "--offset takes two numbers as DX,DY", offset, error);
+Result<> ParseOffset(const EditArguments& arguments, const char* fallback, std::vector<double>* offset) {
+  return ParseList(arguments.Value("offset", fallback), 2, N_("--offset takes two numbers as DX,DY"), offset);
 }
 
-bool FindWithin(const EditContext& context, const EditArguments& arguments, const char* option, Band rule,
-                ObjectIDs* found, std::string* error) {
+Result<> FindWithin(const EditContext& context, const EditArguments& arguments, const char* option, Band rule,
+                    ObjectIDs* found) {
   std::vector<double> b;
-  if (!ParseList(arguments.Value(option, ""), 4, "a band is four numbers as X0,Y0,X1,Y1", &b, error)) return false;
+  if (const auto done = ParseList(arguments.Value(option, ""), 4, N_("a band is four numbers as X0,Y0,X1,Y1"), &b);
+      !done)
+    return done.Why();
   *found = context.session->ObjectsIn({b[0], b[1], b[2], b[3]}, rule);
-  return true;
+  return {};
 }
 
-bool FindAt(const EditContext& context, const EditArguments& arguments, ObjectIDs* found, std::string* error) {
+Result<> FindAt(const EditContext& context, const EditArguments& arguments, ObjectIDs* found) {
   std::vector<double> point;
   double tolerance = 0;
-  if (!ParseList(arguments.Value("at", ""), 2, "--at takes two numbers as X,Y", &point, error)) return false;
+  if (const auto done = ParseList(arguments.Value("at", ""), 2, N_("--at takes two numbers as X,Y"), &point); !done)
+    return done.Why();
   if (!ParseFinite(arguments.Value("tolerance", "1"), &tolerance)) {
-    *error = "--tolerance takes a number";
-    return false;
+    return Problem(N_("--tolerance takes a number"));
   }
   const ObjectID id = context.session->ObjectAt({point[0], point[1]}, tolerance);
   if (id != kNoObjectID) found->push_back(id);
-  return true;
+  return {};
 }
 
-bool FindObjects(const EditContext& context, const EditArguments& arguments, ObjectIDs* found, std::string* error) {
-  if (arguments.Has("at")) return FindAt(context, arguments, found, error);
-  if (arguments.Has("within")) return FindWithin(context, arguments, "within", Band::kWithin, found, error);
-  if (arguments.Has("touching")) return FindWithin(context, arguments, "touching", Band::kTouched, found, error);
+Result<> FindObjects(const EditContext& context, const EditArguments& arguments, ObjectIDs* found) {
+  if (arguments.Has("at")) return FindAt(context, arguments, found);
+  if (arguments.Has("within")) return FindWithin(context, arguments, "within", Band::kWithin, found);
+  if (arguments.Has("touching")) return FindWithin(context, arguments, "touching", Band::kTouched, found);
   if (!arguments.words.empty() && arguments.words[0] != "none") {
-    return ParseObjects(context, arguments.words[0], found, error);
+    return ParseObjects(context, arguments.words[0], found);
   }
   if (arguments.words.empty()) *found = context.session->Selected().IDs();
-  return true;
+  return {};
 }
 
-bool RunSelect(EditContext& context, const EditArguments& arguments, std::string* error) {
+Result<> RunSelect(EditContext& context, const EditArguments& arguments) {
   ObjectIDs found;
-  if (!FindObjects(context, arguments, &found, error)) return false;
+  if (const auto done = FindObjects(context, arguments, &found); !done) return done.Why();
   if (arguments.Has("add")) {
     context.session->AddToSelection(found);
   } else {
@@ -66,51 +67,53 @@ bool RunSelect(EditContext& context, const EditArguments& arguments, std::string
   }
   json.EndArray();
   context.output = arguments.IsJson() ? json.Line() : context.output + "\n";
-  return true;
+  return {};
 }
 
-bool RunDuplicate(EditContext& context, const EditArguments& arguments, std::string* error) {
+Result<> RunDuplicate(EditContext& context, const EditArguments& arguments) {
   ObjectIDs ids;
   std::vector<double> offset;
-  return ParseObjects(context, arguments.words[0], &ids, error) && ParseOffset(arguments, "10,-10", &offset, error) &&
-         context.session->Duplicate(ids, offset[0], offset[1], error);
+  if (const auto done = ParseObjects(context, arguments.words[0], &ids); !done) return done.Why();
+  if (const auto done = ParseOffset(arguments, "10,-10", &offset); !done) return done.Why();
+  return context.session->Duplicate(ids, offset[0], offset[1]);
 }
 
 // The clipboard lives as long as the script; a command of its own needs a file.
-bool KeepClipboard(EditContext& context, const EditArguments& arguments, std::string bytes, std::string* error) {
-  if (arguments.Has("to")) return ReplaceFile(arguments.Value("to", ""), bytes.data(), bytes.size(), error);
+Result<> KeepClipboard(EditContext& context, const EditArguments& arguments, std::string bytes) {
+  if (arguments.Has("to")) return ReplaceFile(arguments.Value("to", ""), bytes.data(), bytes.size());
   if (!context.inScript) {
-    *error = "outside of a script --to has to name the file that takes the objects";
-    return false;
+    return Problem(N_("outside of a script --to has to name the file that takes the objects"));
   }
   context.clipboard = std::move(bytes);
-  return true;
+  return {};
 }
 
-bool RunCopy(EditContext& context, const EditArguments& arguments, std::string* error) {
+Result<> RunCopy(EditContext& context, const EditArguments& arguments) {
   ObjectIDs ids;
-  if (!ParseObjects(context, arguments.words[0], &ids, error)) return false;
+  if (const auto done = ParseObjects(context, arguments.words[0], &ids); !done) return done.Why();
   std::string bytes = context.session->Copy(ids);
-  if (!ids.empty() && !bytes.empty()) return KeepClipboard(context, arguments, std::move(bytes), error);
-  *error = "there is no object to copy";
-  return false;
+  if (!ids.empty() && !bytes.empty()) return KeepClipboard(context, arguments, std::move(bytes));
+  return Problem(N_("there is no object to copy"));
 }
 
-bool RunCut(EditContext& context, const EditArguments& arguments, std::string* error) {
+Result<> RunCut(EditContext& context, const EditArguments& arguments) {
   ObjectIDs ids;
   std::string bytes;
-  if (!ParseObjects(context, arguments.words[0], &ids, error)) return false;
+  if (const auto done = ParseObjects(context, arguments.words[0], &ids); !done) return done.Why();
   EditStep step(*context.session, Tr("Cut"));
-  return context.session->Cut(ids, &bytes, error) && KeepClipboard(context, arguments, std::move(bytes), error) &&
-         step.End();
+  if (const auto done = context.session->Cut(ids, &bytes); !done) return done.Why();
+  if (const auto done = KeepClipboard(context, arguments, std::move(bytes)); !done) return done.Why();
+  return step.End();
 }
 
-bool RunPaste(EditContext& context, const EditArguments& arguments, std::string* error) {
+Result<> RunPaste(EditContext& context, const EditArguments& arguments) {
   std::vector<double> offset;
   std::string bytes = context.clipboard;
-  if (!ParseOffset(arguments, "0,0", &offset, error)) return false;
-  if (arguments.Has("from") && !ReadWholeFile(arguments.Value("from", ""), &bytes, error)) return false;
-  return context.session->Paste(bytes, offset[0], offset[1], error);
+  if (const auto done = ParseOffset(arguments, "0,0", &offset); !done) return done.Why();
+  if (arguments.Has("from")) {
+    if (const auto done = ReadWholeFile(arguments.Value("from", ""), &bytes); !done) return done.Why();
+  }
+  return context.session->Paste(bytes, offset[0], offset[1]);
 }
 
 }  // namespace

@@ -11,12 +11,13 @@ namespace {
 
 int RunShapes(const std::vector<std::string>& words) {
   CommandLine line({}, {});
-  std::string error;
-  if (!line.Parse(words, 0, 1, &error)) return Fail(error);
+  if (const auto done = line.Parse(words, 0, 1); !done) return Fail(done.Why());
   const bool named = !line.Positional().empty();
   const std::string path = named ? line.Positional()[0] : "out/shapes.png";
-  if (!named && !MakeFolder("out", &error)) return Fail(error);
-  if (!SavePNG(*DrawShapesPage(), path, &error)) return Fail(error);
+  if (!named) {
+    if (const auto done = MakeFolder("out"); !done) return Fail(done.Why());
+  }
+  if (const auto done = SavePNG(*DrawShapesPage(), path); !done) return Fail(done.Why());
   std::printf("%s: %zu shapes\n", path.c_str(), ShapeItems().size());
   return 0;
 }

@@ -15,10 +15,10 @@
 namespace host {
 namespace {
 
-bool SaveBitmap(const std::string& path, std::string* error) {
+Result<> SaveBitmap(const std::string& path) {
   const AGBitmap bitmap(TextPageSize(), 0);
   DrawTextPage(bitmap.GetContextOfBitmap());
-  return SavePNG(bitmap, path, error);
+  return SavePNG(bitmap, path);
 }
 
 bool TakeBytes(void* info, const void* bytes, std::size_t count) {
@@ -26,7 +26,7 @@ bool TakeBytes(void* info, const void* bytes, std::size_t count) {
   return true;
 }
 
-bool SavePage(PictureKind kind, const std::string& path, std::string* error) {
+Result<> SavePage(PictureKind kind, const std::string& path) {
   const AGSize size = TextPageSize();
   std::string file;
   CGContextRef page = (kind == PictureKind::kPDF ? &CGVectorContextCreatePDF : &CGVectorContextCreateSVG)(
@@ -34,23 +34,23 @@ bool SavePage(PictureKind kind, const std::string& path, std::string* error) {
   DrawTextPage(AGContext(page, size));
   const bool finished = CGVectorContextFinish(page);
   CGContextRelease(page);
-  if (finished) return ReplaceFile(path, file.data(), file.size(), error);
-  *error = "can't encode the page";
-  return false;
+  if (finished) return ReplaceFile(path, file.data(), file.size());
+  return Problem(N_("can't encode the page"));
 }
 
 int RunText(const std::vector<std::string>& words) {
   CommandLine line({}, {});
-  std::string error;
-  if (!line.Parse(words, 0, 1, &error)) return Fail(error);
+  if (const auto done = line.Parse(words, 0, 1); !done) return Fail(done.Why());
   const bool named = !line.Positional().empty();
   const std::string path = named ? line.Positional()[0] : "out/text.png";
   PictureKind kind = PictureKind::kPNG;
   const bool isKnown = PictureKindOf(path, &kind) && kind != PictureKind::kJPEG && kind != PictureKind::kTIFF;
   if (!isKnown) return Fail("unknown kind of picture: \"" + path + "\"");
-  if (!named && !MakeFolder("out", &error)) return Fail(error);
-  const bool saved = kind == PictureKind::kPNG ? SaveBitmap(path, &error) : SavePage(kind, path, &error);
-  if (!saved) return Fail(error);
+  if (!named) {
+    if (const auto done = MakeFolder("out"); !done) return Fail(done.Why());
+  }
+  const auto saved = kind == PictureKind::kPNG ? SaveBitmap(path) : SavePage(kind, path);
+  if (!saved) return Fail(saved.Why());
   std::printf("%s: %zu texts\n", path.c_str(), TextItems().size());
   return 0;
 }

@@ -13,8 +13,7 @@ namespace {
 
 int RunWindow(const std::vector<std::string>& words) {
   CommandLine line({}, {});
-  std::string error;
-  if (!line.Parse(words, 0, 1000, &error)) return Fail(error);
+  if (const auto done = line.Parse(words, 0, 1000); !done) return Fail(done.Why());
   const std::string own = Program::ExecutablePath();
   std::vector<std::string> all = {own.substr(0, own.rfind('/') + 1) + "objecthost-window"};
   for (const std::string& option : Program::BundleOptions()) all.push_back(option);

@@ -53,20 +53,19 @@ double RoundingOf(const DocumentSession& session, ObjectID id) {
   return AKValueGetasFloat64(PropertiesOf(*session.Doc().Find(id)).GetValue("Rounding"), false);
 }
 
-ObjectID AddItem(DocumentSession* session, const SceneItem& item, std::string* error) {
-  const ObjectID id = session->Add(kRectangle, "", {item.bounds, item.degrees * kDegToRad}, error);
-  if (id == kNoObjectID) return id;
+Result<ObjectID> AddItem(DocumentSession* session, const SceneItem& item) {
+  const auto added = session->Add(kRectangle, "", {item.bounds, item.degrees * kDegToRad});
+  if (!added) return added.Why();
+  const ObjectID id = *added;
   AGBrush brush;
   AGPen pen;
   brush.SetStyleSolid(item.fill);
   pen.SetStyleSolid(item.stroke, item.penSize, kAGPenSizeModeAbsolute);
-  if (!session->SetBrush({id}, brush, error) || !session->SetPen({id}, pen, error) ||
-      !session->SetProperties({id}, {{"Rounding", item.rounding}}, error)) {
-    return kNoObjectID;
-  }
+  if (const auto done = session->SetBrush({id}, brush); !done) return done.Why();
+  if (const auto done = session->SetPen({id}, pen); !done) return done.Why();
+  if (const auto done = session->SetProperties({id}, {{"Rounding", item.rounding}}); !done) return done.Why();
   if (RoundingOf(*session, id) == item.expected) return id;
-  *error = std::string("a Rounding of ") + item.rounding + " became " + std::to_string(RoundingOf(*session, id));
-  return kNoObjectID;
+  return Problem(N_("a Rounding of %s became %s"), {item.rounding, std::to_string(RoundingOf(*session, id))});
 }
 
 // The name that the rectangle gives to the change, in the user's language.
@@ -77,9 +76,9 @@ std::string ExpectedActionName() {
 }
 
 // Moves the slider, out of range at first, and checks that object, field and slider agree.
-bool UseInspector(DocumentSession* session, ObjectID id, std::string* error) {
+Result<> UseInspector(DocumentSession* session, ObjectID id) {
   Inspector inspector;
-  if (!inspector.Open(session, {id}, error)) return false;
+  if (const auto done = inspector.Open(session, {id}); !done) return done.Why();
   inspector.Fill();
   const struct {
     unsigned int control;
@@ -96,27 +95,27 @@ bool UseInspector(DocumentSession* session, ObjectID id, std::string* error) {
                 actionName.c_str());
     if (rounding != step.expected || field != step.expected || slider != step.expected ||
         actionName != ExpectedActionName() || session->Steps().UndoName() != actionName) {
-      *error = "the inspector panel and the rectangle do not agree";
-      return false;
+      return Problem(N_("the inspector panel and the rectangle do not agree"));
     }
   }
-  return true;
+  return {};
 }
 
 }  // namespace
 
-std::unique_ptr<DocumentSession> MakeDemoScene(std::string* error) {
+Result<std::unique_ptr<DocumentSession>> MakeDemoScene() {
   auto document = std::make_unique<Document>(AGSize{640, 480});
   document->SetPage(document->Page(), AGColor(250, 250, 246));
   auto session = std::make_unique<DocumentSession>(std::move(document));
   for (const SceneItem& item : kItems) {
-    if (AddItem(session.get(), item, error) == kNoObjectID) return nullptr;
+    if (const auto added = AddItem(session.get(), item); !added) return added.Why();
   }
-  const ObjectID inspected = AddItem(session.get(), kInspected, error);
-  if (inspected == kNoObjectID) return nullptr;
+  const auto inspected = AddItem(session.get(), kInspected);
+  if (!inspected) return inspected.Why();
   std::printf("Made %zu rectangles. The last one is rounded through its inspector panel:\n",
               session->Doc().ObjectCount());
-  return UseInspector(session.get(), inspected, error) ? std::move(session) : nullptr;
+  if (const auto done = UseInspector(session.get(), *inspected); !done) return done.Why();
+  return session;
 }
 
 }  // namespace host

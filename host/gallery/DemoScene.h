@@ -6,11 +6,12 @@
 #include <string>
 
 #include "host/session/DocumentSession.h"
+#include "host/text/Problem.h"
 
 namespace host {
 
 /// The scene, partly set through properties and partly through the inspector panel, as the two say on standard output.
-/// Null, with one line in `*error`, when the rectangle class is missing or does not behave.
-std::unique_ptr<DocumentSession> MakeDemoScene(std::string* error);
+/// Fails when the rectangle class is missing or does not behave.
+Result<std::unique_ptr<DocumentSession>> MakeDemoScene();
 
 }  // namespace host

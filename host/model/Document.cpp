@@ -156,15 +156,13 @@ std::unique_ptr<DocumentObject> Document::AdoptInstance(AKObject* instance) {
   return object;
 }
 
-std::unique_ptr<DocumentObject> Document::NewObject(AKClassID classID, const std::string& arguments,
-                                                    std::string* error) {
+Result<std::unique_ptr<DocumentObject>> Document::NewObject(AKClassID classID, const std::string& arguments) {
   const QuietLog quiet;
   const InstanceCall call(InstanceCall::Kind::kEdit);
   AKObject* instance = NewInstance(classID, "%s", arguments.c_str());
   if (instance != nullptr) return AdoptInstance(instance);
-  *error = ErrorText("can't make an object of class \"%s\" (status %s)",
-                     {classID.chars, std::to_string(AKClass::GetErrorNew())});
-  return nullptr;
+  return Problem(N_("can't make an object of class \"%s\" (status %s)"),
+                 {classID.chars, std::to_string(AKClass::GetErrorNew())});
 }
 
 ObjectID Document::InsertObject(std::unique_ptr<DocumentObject> object, const ObjectPlace& place) {

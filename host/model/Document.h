@@ -13,6 +13,7 @@
 #include "host/model/DocumentObserver.h"
 #include "host/model/Layer.h"
 #include "host/model/ObjectTable.h"
+#include "host/text/Problem.h"
 #include "kit/geometry/AGSize.h"
 
 namespace host {
@@ -70,9 +71,9 @@ class Document {
     for (const auto& layer : layers_) layer->objects.ForEach([&f](const DocumentObject& object) { f(object); });
   }
 
-  /// Makes an object of a class, initialised from argument text such as "-default", with a default brush and pen. Null
-  /// when the class is unknown or refuses, with the reason in `*error`.
-  static std::unique_ptr<DocumentObject> NewObject(AKClassID classID, const std::string& arguments, std::string* error);
+  /// Makes an object of a class, initialised from argument text such as "-default", with a default brush and pen. Fails
+  /// when the class is unknown or refuses.
+  static Result<std::unique_ptr<DocumentObject>> NewObject(AKClassID classID, const std::string& arguments);
   /// The same around an instance that a plug-in made.
   static std::unique_ptr<DocumentObject> AdoptInstance(AKObject* instance);
 

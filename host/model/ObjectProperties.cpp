@@ -84,18 +84,18 @@ bool ParseLike(const AKValue& old, const std::string& text, AKValue* value) {
   }
 }
 
-const char* KindName(const AKValue& value) {
+Text KindName(const AKValue& value) {
   switch (value.Type()) {
     case kAKValueTypeBool:
-      return "0 or 1";
+      return N_("0 or 1");
     case kAKValueTypeInteger:
-      return "a whole number";
+      return N_("a whole number");
     case kAKValueTypeFloat:
-      return "a number";
+      return N_("a number");
     case kAKValueTypeDictionary:
-      return "four numbers as (x0;y0;x1;y1)";
+      return N_("four numbers as (x0;y0;x1;y1)");
     default:
-      return "a value that can be given as text";
+      return N_("a value that can be given as text");
   }
 }
 
@@ -149,34 +149,30 @@ AKDictionary PropertiesOf(const DocumentObject& object) {
   return AllProperties(object, {object.Placement(), object.brush, object.pen});
 }
 
-bool SetProperty(const DocumentObject& object, HostFields* fields, const std::string& path, const std::string& text,
-                 std::string* error) {
+Result<> SetProperty(const DocumentObject& object, HostFields* fields, const std::string& path,
+                     const std::string& text) {
   if (object.IsPlaceholder()) {
-    *error = ErrorText("the object can't be changed: no bundle has its class \"%s\"", {object.classID.chars});
-    return false;
+    return Problem(N_("the object can't be changed: no bundle has its class \"%s\""), {object.classID.chars});
   }
   AKDictionary all = AllProperties(object, *fields);
   const AKString key = TextForBundles(path);
   const AKString name = FirstName(key);
   const bool settable = IsHostKey(name) || HasSlot(*object.instance->Class(), kAKMethodSetObjectProperties);
   if (!all.ContainsKey(key) || !settable) {
-    *error = "there is no property \"" + path + "\"";
-    return false;
+    return Problem(N_("there is no property \"%s\""), {path});
   }
   const AKValue old = all.GetValue(key);
   AKValue value;
   if (!ParseLike(old, text, &value)) {
-    *error = "property \"" + path + "\" takes " + KindName(old) + ", not \"" + text + "\"";
-    return false;
+    return Problem(N_("property \"%s\" takes %s, not \"%s\""), {path, KindName(old), text});
   }
   all.SetValue(key, value);
   TakeProperty(object, fields, name, all);
 
   AKValue now;
   AllProperties(object, *fields).GetValueCopy(key, &now);
-  if (WasTaken(value, old, now, text)) return true;
-  *error = "property \"" + path + "\" does not take \"" + text + "\"";
-  return false;
+  if (WasTaken(value, old, now, text)) return {};
+  return Problem(N_("property \"%s\" does not take \"%s\""), {path, text});
 }
 
 std::string TextOf(const AKValue& value) {

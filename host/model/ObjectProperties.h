@@ -7,6 +7,7 @@
 #include <string>
 
 #include "host/model/DocumentObject.h"
+#include "host/text/Problem.h"
 #include "kit/values/AKDictionary.h"
 
 namespace host {
@@ -26,10 +27,10 @@ struct HostFields {
 
 /// Sets the property at a key path from text, which must suit the kind of value that stands there: a number, a word, a
 /// colour as "(r;g;b;a)", bounds as "(x0;y0;x1;y1)". Values out of range are taken as the object takes them (clamped,
-/// as a rule). What is the host's is set in `*fields`, what is the class's in the object's instance. False, with one
-/// line in `*error`, when there is no such property or the text does not suit it.
-bool SetProperty(const DocumentObject& object, HostFields* fields, const std::string& path, const std::string& text,
-                 std::string* error);
+/// as a rule). What is the host's is set in `*fields`, what is the class's in the object's instance. Fails when there
+/// is no such property or the text does not suit it.
+Result<> SetProperty(const DocumentObject& object, HostFields* fields, const std::string& path,
+                     const std::string& text);
 
 /// A value as text: numbers as short as they can be to read back the same, dictionaries in braces.
 std::string TextOf(const AKValue& value);

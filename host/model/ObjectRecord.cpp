@@ -118,18 +118,18 @@ int WriteObjectChunk(AKFile& file, const DocumentObject& object) {
 }
 
 bool ObjectChunkReader::Ok(int status) {
-  if (status != 0) problem_ = ErrorText("it ends too early (status %s)", {std::to_string(status)});
+  if (status != 0) problem_ = Problem(N_("it ends too early (status %s)"), {std::to_string(status)});
   return status == 0;
 }
 
 bool ObjectChunkReader::ReadHeader(const AKFileChunk& outer, std::uint32_t signature, AKFileChunk* chunk) {
   if (!Ok(AKFileReadChunkHeader(file_, chunk))) return false;
   if (chunk->signature != signature) {
-    problem_ = ErrorText("unexpected bytes at position %s", {std::to_string(chunk->pos)});
+    problem_ = Problem(N_("unexpected bytes at position %s"), {std::to_string(chunk->pos)});
     return false;
   }
   if (chunk->pos + kAKFileChunkHeaderSize + chunk->size > outer.pos + kAKFileChunkHeaderSize + outer.size) {
-    problem_ = ErrorText("the chunk at position %s is longer than what holds it", {std::to_string(chunk->pos)});
+    problem_ = Problem(N_("the chunk at position %s is longer than what holds it"), {std::to_string(chunk->pos)});
     return false;
   }
   return true;
@@ -157,7 +157,7 @@ bool ObjectChunkReader::ReadInstance(const AKFileChunk& record, DocumentObject* 
   object->instance = MakeInstance(object->classID, object->record, &status);
   if (object->instance) return true;
   problem_ =
-      ErrorText("class \"%s\" can't read its record (status %s)", {object->classID.chars, std::to_string(status)});
+      Problem(N_("class \"%s\" can't read its record (status %s)"), {object->classID.chars, std::to_string(status)});
   return false;
 }
 

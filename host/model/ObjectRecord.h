@@ -5,6 +5,7 @@
 #include <string>
 
 #include "host/model/DocumentObject.h"
+#include "host/text/Problem.h"
 #include "kit/streams/AKFile.h"
 #include "kit/streams/AKFileChunk.h"
 
@@ -30,23 +31,24 @@ class ObjectChunkReader {
  public:
   explicit ObjectChunkReader(const AKFile& file) : file_(file) {}
 
-  /// The object, without an ID and behind its chunk, or null with the reason in Problem().
+  /// The object, without an ID and behind its chunk, or null with the reason in Why().
   std::unique_ptr<DocumentObject> Read(const AKFileChunk& outer);
   /// A chunk of a signature that ends no later than the one around it; the position is then behind its header.
   bool ReadHeader(const AKFileChunk& outer, std::uint32_t signature, AKFileChunk* chunk);
   /// `size` bytes, which must be there, from the position.
   bool ReadBytes(std::uint32_t size, AKMemoryBlock* bytes);
-  /// True for status 0; otherwise Problem() says that the file ends too early.
+  /// True for status 0; otherwise Why() says that the file ends too early.
   bool Ok(int status);
 
-  const std::string& Problem() const { return problem_; }
+  /// What went wrong first, once something did.
+  const std::optional<Problem>& Why() const { return problem_; }
 
  private:
   bool ReadHostFields(DocumentObject* object);
   bool ReadInstance(const AKFileChunk& record, DocumentObject* object);
 
   const AKFile& file_;
-  std::string problem_;
+  std::optional<Problem> problem_;
 };
 
 }  // namespace host

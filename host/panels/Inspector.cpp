@@ -20,34 +20,30 @@ const RegisteredClass* ClassWithPanel(const DocumentObject& object) {
 
 }  // namespace
 
-bool Inspector::Open(DocumentSession* session, const ObjectIDs& ids, std::string* error) {
+Result<> Inspector::Open(DocumentSession* session, const ObjectIDs& ids) {
   const RegisteredClass* entry = nullptr;
   for (const ObjectID id : ids) {
     const DocumentObject* object = session->Doc().Find(id);
     if (object == nullptr || !session->IsEditable(id)) {
-      *error = ErrorText("the object can't be inspected: its layer is hidden or locked");
-      return false;
+      return Problem(N_("the object can't be inspected: its layer is hidden or locked"));
     }
     const RegisteredClass* own = ClassWithPanel(*object);
     if (own == nullptr) {
-      *error = ErrorText("class \"%s\" has no inspector panel", {object->classID.chars});
-      return false;
+      return Problem(N_("class \"%s\" has no inspector panel"), {object->classID.chars});
     }
     if (entry != nullptr && own != entry) {
-      *error = ErrorText("objects of several classes have no panel in common");
-      return false;
+      return Problem(N_("objects of several classes have no panel in common"));
     }
     entry = own;
   }
   if (entry == nullptr || (ids.size() > 1 && !HostPanel::Of(entry->panel.get())->AllowsMultipleSelection())) {
-    *error = ErrorText(ids.empty() ? N_("there is no object to inspect")
-                                   : N_("the inspector panel is for one object at a time"));
-    return false;
+    return Problem(ids.empty() ? N_("there is no object to inspect")
+                               : N_("the inspector panel is for one object at a time"));
   }
   session_ = session;
   ids_ = ids;
   panel_ = entry->panel.get();
-  return true;
+  return {};
 }
 
 // An object that is gone meanwhile, perhaps by its own wish, is passed over.
@@ -125,18 +121,18 @@ int Inspector::Change(unsigned int controlID, const std::function<void(AKGUIDesc
       AKGUIEvent::kControlChanged, controlID, [&] { set(*panel_, controlID); }, actionName);
 }
 
-bool Inspector::Enter(unsigned int controlID, const std::string& text, std::string* actionName, std::string* error) {
+Result<> Inspector::Enter(unsigned int controlID, const std::string& text, std::string* actionName) {
   HostControl* control = HostControl::Of(panel_->GetController(controlID));
   const AKString value = TextForBundles(text);
   if (control == nullptr || !control->Enter(value)) {
-    *error = control == nullptr ? "the panel has no control " + std::to_string(controlID)
-                                : "control " + std::to_string(controlID) + " does not take \"" + text + "\"";
-    return false;
+    const std::string number = std::to_string(controlID);
+    return control == nullptr ? Problem(N_("the panel has no control %s"), {number})
+                              : Problem(N_("control %s does not take \"%s\""), {number, text});
   }
   const int status = Change(
       controlID, [&](AKGUIDesc&, unsigned int) { control->Enter(value); }, actionName);
-  if (status != 0) *error = "the object returned status " + std::to_string(status);
-  return status == 0;
+  if (status != 0) return Problem(N_("the object returned status %s"), {std::to_string(status)});
+  return {};
 }
 
 int Inspector::Change(unsigned int controlID, double value, std::string* actionName) {

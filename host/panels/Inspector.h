@@ -11,14 +11,15 @@
 
 #include "host/panels/HostPanel.h"
 #include "host/session/DocumentSession.h"
+#include "host/text/Problem.h"
 
 namespace host {
 
 class Inspector {
  public:
-  /// False, with one line in `*error`, when there is no panel for all of the objects: they are of several classes, the
-  /// class has none, or it is for one object at a time. The session outlives the inspector.
-  bool Open(DocumentSession* session, const ObjectIDs& ids, std::string* error);
+  /// Fails when there is no panel for all of the objects: they are of several classes, the class has none, or it is
+  /// for one object at a time. The session outlives the inspector.
+  Result<> Open(DocumentSession* session, const ObjectIDs& ids);
 
   /// The host's side of the open panel.
   const HostPanel& Panel() const { return *HostPanel::Of(panel_); }
@@ -35,9 +36,9 @@ class Inspector {
   /// The same with any kind of value: `set` gives it to the control of the panel, once for each object.
   int Change(unsigned int controlID, const std::function<void(AKGUIDesc& panel, unsigned int controlID)>& set,
              std::string* actionName);
-  /// The same from a text that suits the control (HostControl::Enter), UTF-8. False, with one line in `*error`, when it
-  /// does not or an object returns a status.
-  bool Enter(unsigned int controlID, const std::string& text, std::string* actionName, std::string* error);
+  /// The same from a text that suits the control (HostControl::Enter), UTF-8. Fails when it does not or
+  /// an object returns a status.
+  Result<> Enter(unsigned int controlID, const std::string& text, std::string* actionName);
   /// Sends an event of any kind to all objects.
   int Send(unsigned int kind, unsigned int controlID, std::string* actionName);
 

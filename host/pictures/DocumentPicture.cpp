@@ -46,13 +46,21 @@ const KindInfo& InfoOf(PictureKind kind) {
   return *std::find_if(std::begin(kKinds), std::end(kKinds), [kind](const KindInfo& row) { return row.kind == kind; });
 }
 
-bool NoPicture(const AGSize& size, std::string* error) {
+Problem NoPicture(const AGSize& size) {
   char width[32];
   char height[32];
   std::snprintf(width, sizeof(width), "%.6g", size.width);
   std::snprintf(height, sizeof(height), "%.6g", size.height);
-  *error = ErrorText("can't make a picture of %s by %s", {width, height});
-  return false;
+  return Problem(N_("can't make a picture of %s by %s"), {width, height});
+}
+
+// All that a picture's name may end in.
+Problem PictureExtensions() {
+  std::string text;
+  for (const KindInfo* row = kKinds; row + 1 != std::end(kKinds); ++row) {
+    text += (text.empty() ? "" : ", ") + std::string(row->extension);
+  }
+  return Problem(N_("%s or %s"), {text, (std::end(kKinds) - 1)->extension});
 }
 
 bool AppendBytes(void* info, const void* bytes, std::size_t count) {
@@ -62,65 +70,60 @@ bool AppendBytes(void* info, const void* bytes, std::size_t count) {
   return true;
 }
 
-bool DrawAll(const Document& document, const AGContext& context, double scale, Progress* progress, std::string* error) {
-  if (DrawObjects(document, context, scale, progress)) return true;
-  *error = ErrorText("the picture was given up");
-  return false;
+Result<> DrawAll(const Document& document, const AGContext& context, double scale, Progress* progress) {
+  if (DrawObjects(document, context, scale, progress)) return {};
+  return Problem(N_("the picture was given up"));
 }
 
-bool RenderPage(const Document& document, const KindInfo& info, const PictureOptions& options, Progress* progress,
-                Bytes* file, std::string* error) {
+Result<> RenderPage(const Document& document, const KindInfo& info, const PictureOptions& options, Progress* progress,
+                    Bytes* file) {
   const AGSize size{document.Page().width * options.scale, document.Page().height * options.scale};
   CGContextRef page = info.createPage(size.width, size.height, &AppendBytes, file);
-  if (page == nullptr) return NoPicture(size, error);
+  if (page == nullptr) return NoPicture(size);
   const AGContext context(page, size);
   if (!options.transparent) {
     AGGraphicsLow::AGContextClearPixels(context, document.Background(), {0, 0, size.width, size.height});
   }
-  const bool drawn = DrawAll(document, context, options.scale, progress, error);
+  const auto drawn = DrawAll(document, context, options.scale, progress);
   const bool finished = CGVectorContextFinish(page);
   CGContextRelease(page);
-  if (drawn && !finished) *error = ErrorText("can't encode the picture");
-  return drawn && finished;
+  if (drawn && !finished) return Problem(N_("can't encode the picture"));
+  return drawn;
 }
 
-// The page in a bitmap; null with one line in `*error`.
-std::unique_ptr<AGBitmap> DrawBitmap(const Document& document, const PictureOptions& options, Progress* progress,
-                                     std::string* error) {
+// The page in a bitmap.
+Result<std::unique_ptr<AGBitmap>> DrawBitmap(const Document& document, const PictureOptions& options,
+                                             Progress* progress) {
   const AGSize size{document.Page().width * options.scale, document.Page().height * options.scale};
   auto bitmap = std::make_unique<AGBitmap>(size, AGBitmap::kFlagLittleEndian | AGBitmap::kFlagZeroFill);
-  if (!bitmap->IsOpen()) {
-    NoPicture(size, error);
-    return nullptr;
-  }
+  if (!bitmap->IsOpen()) return NoPicture(size);
   AGContext context = bitmap->GetContextOfBitmap();
   if (!options.transparent) context.ClearPixels(document.Background());
-  return DrawAll(document, context, options.scale, progress, error) ? std::move(bitmap) : nullptr;
+  if (const auto done = DrawAll(document, context, options.scale, progress); !done) return done.Why();
+  return bitmap;
 }
 
-bool RenderBitmap(const Document& document, const KindInfo& info, const PictureOptions& options, Progress* progress,
-                  Bytes* file, std::string* error) {
-  const auto bitmap = DrawBitmap(document, options, progress, error);
-  if (!bitmap) return false;
-  if (info.encode(*bitmap, file)) return true;
-  *error = ErrorText("can't encode the picture");
-  return false;
+Result<> RenderBitmap(const Document& document, const KindInfo& info, const PictureOptions& options, Progress* progress,
+                      Bytes* file) {
+  const auto bitmap = DrawBitmap(document, options, progress);
+  if (!bitmap) return bitmap.Why();
+  if (info.encode(**bitmap, file)) return {};
+  return Problem(N_("can't encode the picture"));
 }
 
-bool SaveImage(const Document& document, const KindInfo& info, const std::string& path, const PictureOptions& options,
-               Progress* progress, std::string* error) {
-  const auto bitmap = DrawBitmap(document, options, progress, error);
-  if (!bitmap) return false;
+Result<> SaveImage(const Document& document, const KindInfo& info, const std::string& path,
+                   const PictureOptions& options, Progress* progress) {
+  const auto bitmap = DrawBitmap(document, options, progress);
+  if (!bitmap) return bitmap.Why();
   const QuietLog quiet;
   AKFilePath target;
   errno = 0;
   if (AKFileUtils::GetFromSystemPath(path.c_str(), &target) &&
-      AGImage(*bitmap).SaveToFile(target, info.format, options.quality, options.scale >= 2)) {
-    return true;
+      AGImage(**bitmap).SaveToFile(target, info.format, options.quality, options.scale >= 2)) {
+    return {};
   }
-  *error = errno != 0 ? ErrorText("can't write \"%s\": %s", {path, std::strerror(errno)})
-                      : ErrorText("can't write \"%s\"", {path});
-  return false;
+  return errno != 0 ? Problem(N_("can't write \"%s\": %s"), {path, std::strerror(errno)})
+                    : Problem(N_("can't write \"%s\""), {path});
 }
 
 }  // namespace
@@ -136,39 +139,28 @@ bool PictureKindOf(const std::string& path, PictureKind* kind) {
   return false;
 }
 
-std::string PictureExtensions() {
-  std::string text;
-  for (const KindInfo& row : kKinds) {
-    if (!text.empty()) text += &row == std::end(kKinds) - 1 ? " or " : ", ";
-    text += row.extension;
-  }
-  return text;
-}
-
-bool RenderPicture(const Document& document, PictureKind kind, const PictureOptions& options, Progress* progress,
-                   std::vector<unsigned char>* file, std::string* error) {
+Result<> RenderPicture(const Document& document, PictureKind kind, const PictureOptions& options, Progress* progress,
+                       std::vector<unsigned char>* file) {
   const KindInfo& info = InfoOf(kind);
   if (info.format != AGImageFileFormat::kNone) {
-    *error = std::string("a ") + info.extension + " picture is made in a file only";
-    return false;
+    return Problem(N_("a %s picture is made in a file only"), {info.extension});
   }
   const auto render = info.encode != nullptr ? &RenderBitmap : &RenderPage;
-  return render(document, info, options, progress, file, error);
+  return render(document, info, options, progress, file);
 }
 
-bool ExportPicture(const Document& document, const std::string& path, const PictureOptions& options, Progress* progress,
-                   std::string* error) {
+Result<> ExportPicture(const Document& document, const std::string& path, const PictureOptions& options,
+                       Progress* progress) {
   PictureKind kind{};
   Bytes file;
   if (!PictureKindOf(path, &kind)) {
-    *error = "\"" + path + "\" is no name of a " + PictureExtensions() + " file";
-    return false;
+    return Problem(N_("\"%s\" is no name of a %s file"), {path, PictureExtensions()});
   }
   if (InfoOf(kind).format != AGImageFileFormat::kNone) {
-    return SaveImage(document, InfoOf(kind), path, options, progress, error);
+    return SaveImage(document, InfoOf(kind), path, options, progress);
   }
-  return RenderPicture(document, kind, options, progress, &file, error) &&
-         ReplaceFile(path, file.data(), file.size(), error);
+  if (const auto done = RenderPicture(document, kind, options, progress, &file); !done) return done.Why();
+  return ReplaceFile(path, file.data(), file.size());
 }
 
 }  // namespace host

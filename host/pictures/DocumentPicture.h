@@ -6,6 +6,7 @@
 
 #include "host/model/Document.h"
 #include "host/pictures/Progress.h"
+#include "host/text/Problem.h"
 
 namespace host {
 
@@ -14,8 +15,6 @@ enum class PictureKind { kPNG, kJPEG, kTIFF, kPDF, kSVG };
 
 /// False for an unknown one.
 bool PictureKindOf(const std::string& path, PictureKind* kind);
-/// The extensions for messages: ".png, ... or .svg".
-std::string PictureExtensions();
 
 struct PictureOptions {
   double scale = 1;          ///< pixels of a bitmap, or points of a page, a map unit
@@ -23,13 +22,13 @@ struct PictureOptions {
   double quality = 0.9;      ///< of JPEG, 0 (smallest file) to 1 (best picture)
 };
 
-/// The page as a picture file in memory: PNG, PDF or SVG. False, with one line in `*error`, when there is no such
-/// picture, or when `progress`, which may be null, stopped the work.
-bool RenderPicture(const Document& document, PictureKind kind, const PictureOptions& options, Progress* progress,
-                   std::vector<unsigned char>* file, std::string* error);
+/// The page as a picture file in memory: PNG, PDF or SVG. Fails when there is no such picture, or when `progress`,
+/// which may be null, stopped the work.
+Result<> RenderPicture(const Document& document, PictureKind kind, const PictureOptions& options, Progress* progress,
+                       std::vector<unsigned char>* file);
 
 /// Renders the page and puts it into a file of the kind that its name tells: whole, or not at all.
-bool ExportPicture(const Document& document, const std::string& path, const PictureOptions& options, Progress* progress,
-                   std::string* error);
+Result<> ExportPicture(const Document& document, const std::string& path, const PictureOptions& options,
+                       Progress* progress);
 
 }  // namespace host

@@ -10,17 +10,15 @@
 
 namespace host {
 
-bool MakeFolder(const std::string& path, std::string* error) {
-  if (path.empty() || mkdir(path.c_str(), 0777) == 0 || errno == EEXIST) return true;
-  *error = "can't make folder \"" + path + "\": " + std::strerror(errno);
-  return false;
+Result<> MakeFolder(const std::string& path) {
+  if (path.empty() || mkdir(path.c_str(), 0777) == 0 || errno == EEXIST) return {};
+  return Problem(N_("can't make folder \"%s\": %s"), {path, std::strerror(errno)});
 }
 
-bool SavePNG(const AGBitmap& bitmap, const std::string& path, std::string* error) {
+Result<> SavePNG(const AGBitmap& bitmap, const std::string& path) {
   std::vector<unsigned char> png;
-  if (EncodePNG(bitmap, &png)) return ReplaceFile(path, png.data(), png.size(), error);
-  *error = "can't encode the picture";
-  return false;
+  if (EncodePNG(bitmap, &png)) return ReplaceFile(path, png.data(), png.size());
+  return Problem(N_("can't encode the picture"));
 }
 
 }  // namespace host

@@ -1,16 +1,17 @@
-// Pictures on the disk. Each function returns false with one line in `*error`, which is left alone otherwise.
+// Pictures on the disk.
 #pragma once
 
 #include <string>
 
 #include "graphics/bitmaps/AGBitmap.h"
+#include "host/text/Problem.h"
 
 namespace host {
 
 /// Makes the folder; one that is there already, and the empty path, are fine.
-bool MakeFolder(const std::string& path, std::string* error);
+Result<> MakeFolder(const std::string& path);
 
 /// Writes the bitmap as a PNG file, whole or not at all.
-bool SavePNG(const AGBitmap& bitmap, const std::string& path, std::string* error);
+Result<> SavePNG(const AGBitmap& bitmap, const std::string& path);
 
 }  // namespace host

@@ -60,11 +60,11 @@ void DocumentSession::RemoveObserver(SessionObserver* observer) {
   document_->RemoveObserver(observer);
 }
 
-std::unique_ptr<DocumentSession> DocumentSession::Open(const std::string& path, std::string* error) {
+Result<std::unique_ptr<DocumentSession>> DocumentSession::Open(const std::string& path) {
   const FileStamp stamp = FileStamp::Of(path);
-  auto document = ReadDocument(path, error);
-  if (!document) return nullptr;
-  auto session = std::make_unique<DocumentSession>(std::move(document));
+  auto document = ReadDocument(path);
+  if (!document) return document.Why();
+  auto session = std::make_unique<DocumentSession>(std::move(*document));
   session->path_ = path;
   session->stamp_ = stamp;
   return session;
@@ -80,27 +80,25 @@ std::unique_ptr<DocumentSession> DocumentSession::Restore(std::unique_ptr<Docume
 
 bool DocumentSession::IsFileChangedOutside() const { return !path_.empty() && !(FileStamp::Of(path_) == stamp_); }
 
-bool DocumentSession::Save(bool overwrite, std::string* error) {
+Result<> DocumentSession::Save(bool overwrite) {
   if (path_.empty()) {
-    *error = "the document has no file yet: it needs a name to be saved";
-    return false;
+    return Problem(N_("the document has no file yet: it needs a name to be saved"));
   }
   if (!overwrite && IsFileChangedOutside()) {
-    *error = "\"" + path_ + "\" was changed by another program since it was opened; it was left as it is";
-    return false;
+    return Problem(N_("\"%s\" was changed by another program since it was opened; it was left as it is"), {path_});
   }
-  return SaveAs(std::string(path_), error);
+  return SaveAs(std::string(path_));
 }
 
-bool DocumentSession::SaveAs(const std::string& path, std::string* error) {
-  if (!WriteDocument(*document_, path, error)) return false;
+Result<> DocumentSession::SaveAs(const std::string& path) {
+  if (const auto done = WriteDocument(*document_, path); !done) return done.Why();
   const bool isNew = path != path_;
   path_ = path;
   stamp_ = FileStamp::Of(path);
   if (!IsStepOpen()) history_.MarkClean();
   Notify([](SessionObserver& observer) { observer.OnHistoryChanged(); });
   if (isNew) Notify([](SessionObserver& observer) { observer.OnPathChanged(); });
-  return true;
+  return {};
 }
 
 void DocumentSession::BeginStep(std::string name) {

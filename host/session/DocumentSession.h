@@ -4,9 +4,9 @@
 // here; views and commands only call them and listen (SessionObserver). Edits work on objects named by ID; a view
 // passes Selected().IDs().
 //
-// An edit returns true when it was done and false, with one line in `*error` and nothing changed, when not. An edit
-// that names an object of a hidden or locked layer is refused. Placeholders keep their bytes: edits of placement, style
-// and properties pass over them, and are refused when there are only placeholders.
+// An edit that fails changes nothing. One that names an object of a hidden or locked layer is refused. Placeholders
+// keep their bytes: edits of placement, style and properties pass over them, and are refused when there are only
+// placeholders.
 //
 // Each edit is one undo step, unless a step is open (BeginStep): then it becomes part of that. Units are map units and
 // radians, y points up. Everything runs on the main thread.
@@ -20,6 +20,7 @@
 #include "host/session/Selection.h"
 #include "host/session/SessionObserver.h"
 #include "host/storage/FileStamp.h"
+#include "host/text/Problem.h"
 
 namespace host {
 
@@ -50,8 +51,8 @@ class DocumentSession {
 
   // Files.
 
-  /// Null, with one line in `*error`, when the file can't be read.
-  static std::unique_ptr<DocumentSession> Open(const std::string& path, std::string* error);
+  /// Fails when the file can't be read.
+  static Result<std::unique_ptr<DocumentSession>> Open(const std::string& path);
   /// A document that a crash left unsaved, to be saved at `path`.
   static std::unique_ptr<DocumentSession> Restore(std::unique_ptr<Document> document, const std::string& path);
   /// Empty for a document that was never saved.
@@ -62,9 +63,9 @@ class DocumentSession {
   /// True when the file was changed or removed by somebody else since it was opened or saved.
   bool IsFileChangedOutside() const;
   /// Writes to Path(). Refused when the file was changed outside, unless `overwrite` is set.
-  bool Save(bool overwrite, std::string* error);
+  Result<> Save(bool overwrite);
   /// The document belongs to the new path from then on.
-  bool SaveAs(const std::string& path, std::string* error);
+  Result<> SaveAs(const std::string& path);
 
   // Steps. They nest: an inner step becomes part of the outer one. A drag is BeginStep, then for each motion RewindStep
   // and the edit from where the drag began, then EndStep.
@@ -110,40 +111,39 @@ class DocumentSession {
 
   // Objects.
 
-  /// A new object of a class, in front on the active layer, and selected; kNoObjectID on failure.
-  ObjectID Add(AKClassID classID, const std::string& arguments, const ObjectPlacement& placement, std::string* error);
-  bool Delete(const ObjectIDs& ids, std::string* error);
-  bool SetPlacement(ObjectID id, const ObjectPlacement& placement, std::string* error);
-  bool SetAngle(const ObjectIDs& ids, double angle, std::string* error);
-  bool Move(const ObjectIDs& ids, double dx, double dy, std::string* error);
+  /// A new object of a class, in front on the active layer, and selected.
+  Result<ObjectID> Add(AKClassID classID, const std::string& arguments, const ObjectPlacement& placement);
+  Result<> Delete(const ObjectIDs& ids);
+  Result<> SetPlacement(ObjectID id, const ObjectPlacement& placement);
+  Result<> SetAngle(const ObjectIDs& ids, double angle);
+  Result<> Move(const ObjectIDs& ids, double dx, double dy);
   /// Stretches the objects as the box `from` is to `to`. A turned object is moved with its centre and stretched along
   /// its own sides. Refused when `from` has no area.
-  bool Resize(const ObjectIDs& ids, const AGRect& from, const AGRect& to, std::string* error);
+  Result<> Resize(const ObjectIDs& ids, const AGRect& from, const AGRect& to);
   /// Turns the objects together about a point.
-  bool Rotate(const ObjectIDs& ids, double angle, const AGPoint& about, std::string* error);
+  Result<> Rotate(const ObjectIDs& ids, double angle, const AGPoint& about);
   /// Turns them about the centre of their box.
-  bool Rotate(const ObjectIDs& ids, double angle, std::string* error);
-  bool SetBrush(const ObjectIDs& ids, const AGBrush& brush, std::string* error);
-  bool SetPen(const ObjectIDs& ids, const AGPen& pen, std::string* error);
+  Result<> Rotate(const ObjectIDs& ids, double angle);
+  Result<> SetBrush(const ObjectIDs& ids, const AGBrush& brush);
+  Result<> SetPen(const ObjectIDs& ids, const AGPen& pen);
   /// Properties as pairs of a key path and a text; see ObjectProperties.h. All of them or none.
-  bool SetProperties(const ObjectIDs& ids, const std::vector<std::pair<std::string, std::string>>& assignments,
-                     std::string* error);
+  Result<> SetProperties(const ObjectIDs& ids, const std::vector<std::pair<std::string, std::string>>& assignments);
 
   // The order, within each layer.
 
-  bool ChangeOrder(const ObjectIDs& ids, OrderChange change, std::string* error);
+  Result<> ChangeOrder(const ObjectIDs& ids, OrderChange change);
   /// By the boxes of the turned bounds.
-  bool Align(const ObjectIDs& ids, Alignment alignment, AlignTo to, std::string* error);
+  Result<> Align(const ObjectIDs& ids, Alignment alignment, AlignTo to);
   /// Equal gaps between three or more objects; the outermost stay.
-  bool Distribute(const ObjectIDs& ids, Axis axis, std::string* error);
+  Result<> Distribute(const ObjectIDs& ids, Axis axis);
 
   // The clipboard: bytes that any session of this program can paste.
 
   std::string Copy(const ObjectIDs& ids) const;
-  bool Cut(const ObjectIDs& ids, std::string* clipboard, std::string* error);
+  Result<> Cut(const ObjectIDs& ids, std::string* clipboard);
   /// In front on the active layer, moved by (dx, dy) but for placeholders, and selected.
-  bool Paste(const std::string& clipboard, double dx, double dy, std::string* error);
-  bool Duplicate(const ObjectIDs& ids, double dx, double dy, std::string* error);
+  Result<> Paste(const std::string& clipboard, double dx, double dy);
+  Result<> Duplicate(const ObjectIDs& ids, double dx, double dy);
 
   // Layers. Locked ones can be edited as layers.
 
@@ -153,17 +153,17 @@ class DocumentSession {
   /// Above all others unless an index is given; it becomes active. An empty name becomes "Layer N".
   LayerID AddLayer(const std::string& name, std::size_t index = static_cast<std::size_t>(-1));
   /// With its objects. The only layer can't be removed.
-  bool RemoveLayer(LayerID id, std::string* error);
-  bool SetLayerName(LayerID id, const std::string& name, std::string* error);
-  bool SetLayerVisible(LayerID id, bool visible, std::string* error);
-  bool SetLayerLocked(LayerID id, bool locked, std::string* error);
-  bool MoveLayer(LayerID id, std::size_t index, std::string* error);
-  bool MoveToLayer(const ObjectIDs& ids, LayerID layer, std::string* error);
+  Result<> RemoveLayer(LayerID id);
+  Result<> SetLayerName(LayerID id, const std::string& name);
+  Result<> SetLayerVisible(LayerID id, bool visible);
+  Result<> SetLayerLocked(LayerID id, bool locked);
+  Result<> MoveLayer(LayerID id, std::size_t index);
+  Result<> MoveToLayer(const ObjectIDs& ids, LayerID layer);
 
   // The page.
 
   /// Both sides must be above 0.
-  bool SetPage(const AGSize& page, std::string* error);
+  Result<> SetPage(const AGSize& page);
   void SetBackground(AGColor color);
 
   // What plug-ins do. The objects are linked at a place; statuses are 0 or those of HandlerTable.cpp.
@@ -183,14 +183,14 @@ class DocumentSession {
   template <typename Call>
   void Notify(Call call) const;
   UndoStep& Step() { return *open_.back(); }
-  bool CheckEditable(const ObjectIDs& ids, std::string* error) const;
-  /// Those that can be changed; empty, with the reason in `*error`, when the edit is refused.
-  ObjectIDs Changeable(const ObjectIDs& ids, std::string* error) const;
-  bool CheckActiveLayer(std::string* error) const;
-  bool CheckLayer(LayerID id, std::string* error) const;
+  Result<> CheckEditable(const ObjectIDs& ids) const;
+  /// Those that can be changed, at least one.
+  Result<ObjectIDs> Changeable(const ObjectIDs& ids) const;
+  Result<> CheckActiveLayer() const;
+  Result<> CheckLayer(LayerID id) const;
   template <typename Place>
-  bool PlaceEach(const ObjectIDs& ids, const char* name, Place place, std::string* error);
-  bool ChangeSettings(LayerID id, const char* name, LayerSettings settings, std::string* error);
+  Result<> PlaceEach(const ObjectIDs& ids, const char* name, Place place);
+  Result<> ChangeSettings(LayerID id, const char* name, LayerSettings settings);
   ObjectIDs InDrawingOrder(const ObjectIDs& ids) const;
   void MoveOne(ObjectID id, const ObjectPlace& place);
   void RemoveOne(ObjectID id);
@@ -222,11 +222,11 @@ class EditStep {
   ~EditStep() {
     if (!ended_) session_.CancelStep();
   }
-  /// Always true, for the end of an edit.
-  bool End() {
+  /// Done, for the end of an edit.
+  Success End() {
     ended_ = true;
     session_.EndStep();
-    return true;
+    return {};
   }
 
  private:

@@ -57,8 +57,8 @@ void DocumentSession::MoveOne(ObjectID id, const ObjectPlace& place) {
 
 // The objects keep their order among each other. Steps forward stop below the object that stopped before, so that a
 // group at the end stays as it is.
-bool DocumentSession::ChangeOrder(const ObjectIDs& ids, OrderChange change, std::string* error) {
-  if (!CheckEditable(ids, error)) return false;
+Result<> DocumentSession::ChangeOrder(const ObjectIDs& ids, OrderChange change) {
+  if (const auto done = CheckEditable(ids); !done) return done.Why();
   ObjectIDs sorted = InDrawingOrder(ids);
   const bool forward = change == OrderChange::kToFront || change == OrderChange::kForward;
   const bool whole = change == OrderChange::kToFront || change == OrderChange::kToBack;
@@ -76,25 +76,26 @@ bool DocumentSession::ChangeOrder(const ObjectIDs& ids, OrderChange change, std:
   return step.End();
 }
 
-bool DocumentSession::Align(const ObjectIDs& ids, Alignment alignment, AlignTo to, std::string* error) {
-  const ObjectIDs changeable = Changeable(ids, error);
-  if (changeable.empty()) return false;
+Result<> DocumentSession::Align(const ObjectIDs& ids, Alignment alignment, AlignTo to) {
+  const auto found = Changeable(ids);
+  if (!found) return found.Why();
+  const ObjectIDs& changeable = *found;
   AGRect target{0, 0, document_->Page().width, document_->Page().height};
   if (to == AlignTo::kObjects) GetBox(changeable, &target);
   EditStep step(*this, Tr("Align"));
   for (const ObjectID id : changeable) {
     const AGPoint offset = AlignOffset(TurnedBox(document_->Find(id)->Placement()), target, alignment);
-    if (!Move({id}, offset.x, offset.y, error)) return false;
+    if (const auto done = Move({id}, offset.x, offset.y); !done) return done.Why();
   }
   return step.End();
 }
 
-bool DocumentSession::Distribute(const ObjectIDs& ids, Axis axis, std::string* error) {
-  const ObjectIDs changeable = Changeable(ids, error);
-  if (changeable.empty()) return false;
+Result<> DocumentSession::Distribute(const ObjectIDs& ids, Axis axis) {
+  const auto found = Changeable(ids);
+  if (!found) return found.Why();
+  const ObjectIDs& changeable = *found;
   if (changeable.size() < 3) {
-    *error = ErrorText("at least three objects are needed to be distributed");
-    return false;
+    return Problem(N_("at least three objects are needed to be distributed"));
   }
   const bool across = axis == Axis::kHorizontal;
   std::vector<Span> spans;
@@ -112,7 +113,8 @@ bool DocumentSession::Distribute(const ObjectIDs& ids, Axis axis, std::string* e
     const double offset = next - span.start;
     next += span.end - span.start + gap;
     const bool fixed = &span == &spans.front() || &span == &spans.back();
-    if (!fixed && !Move({span.id}, across ? offset : 0, across ? 0 : offset, error)) return false;
+    if (fixed) continue;
+    if (const auto done = Move({span.id}, across ? offset : 0, across ? 0 : offset); !done) return done.Why();
   }
   return step.End();
 }

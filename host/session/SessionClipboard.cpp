@@ -29,7 +29,7 @@ int WriteClipboard(AKFile& file, const std::vector<const DocumentObject*>& objec
 using Objects = std::vector<std::unique_ptr<DocumentObject>>;
 
 // Everything or nothing.
-bool ReadClipboard(const std::string& bytes, Objects* objects, std::string* error) {
+Result<> ReadClipboard(const std::string& bytes, Objects* objects) {
   const QuietLog quiet;
   AKFile stream(bytes.data(), static_cast<unsigned int>(bytes.size()));
   ObjectChunkReader reader(stream);
@@ -43,8 +43,8 @@ bool ReadClipboard(const std::string& bytes, Objects* objects, std::string* erro
     objects->push_back(reader.Read(chunk));
     sound = objects->back() != nullptr;
   }
-  if (!sound || objects->empty()) *error = ErrorText("there is nothing on the clipboard that can be pasted");
-  return sound && !objects->empty();
+  if (!sound || objects->empty()) return Problem(N_("there is nothing on the clipboard that can be pasted"));
+  return {};
 }
 
 }  // namespace
@@ -62,38 +62,39 @@ std::string DocumentSession::Copy(const ObjectIDs& ids) const {
   return {static_cast<const char*>(data), static_cast<std::size_t>(size)};
 }
 
-bool DocumentSession::Cut(const ObjectIDs& ids, std::string* clipboard, std::string* error) {
-  if (!CheckEditable(ids, error)) return false;
+Result<> DocumentSession::Cut(const ObjectIDs& ids, std::string* clipboard) {
+  if (const auto done = CheckEditable(ids); !done) return done.Why();
   std::string bytes = Copy(ids);
   if (bytes.empty()) {
-    *error = ErrorText("the objects can't be copied");
-    return false;
+    return Problem(N_("the objects can't be copied"));
   }
   EditStep step(*this, Tr("Cut"));
-  if (!Delete(ids, error)) return false;
+  if (const auto done = Delete(ids); !done) return done.Why();
   *clipboard = std::move(bytes);
   return step.End();
 }
 
-bool DocumentSession::Paste(const std::string& clipboard, double dx, double dy, std::string* error) {
+Result<> DocumentSession::Paste(const std::string& clipboard, double dx, double dy) {
   Objects objects;
-  if (!CheckActiveLayer(error) || !ReadClipboard(clipboard, &objects, error)) return false;
+  if (const auto done = CheckActiveLayer(); !done) return done.Why();
+  if (const auto done = ReadClipboard(clipboard, &objects); !done) return done.Why();
   EditStep step(*this, Tr("Paste"));
   ObjectIDs pasted;
   for (auto& object : objects) {
     pasted.push_back(InsertOne(std::move(object), {activeLayer_, document_->FindLayer(activeLayer_)->objects.Count()}));
   }
-  std::string onlyPlaceholders;
-  if (dx != 0 || dy != 0) Move(pasted, dx, dy, &onlyPlaceholders);
+  // Placeholders alone are not moved.
+  if (dx != 0 || dy != 0) static_cast<void>(Move(pasted, dx, dy));
   step.End();
   Select(pasted);
-  return true;
+  return {};
 }
 
-bool DocumentSession::Duplicate(const ObjectIDs& ids, double dx, double dy, std::string* error) {
-  if (!CheckEditable(ids, error)) return false;
+Result<> DocumentSession::Duplicate(const ObjectIDs& ids, double dx, double dy) {
+  if (const auto done = CheckEditable(ids); !done) return done.Why();
   EditStep step(*this, Tr("Duplicate"));
-  return Paste(Copy(ids), dx, dy, error) && step.End();
+  if (const auto done = Paste(Copy(ids), dx, dy); !done) return done.Why();
+  return step.End();
 }
 
 }  // namespace host

@@ -45,38 +45,34 @@ struct Stretch {
   }
 };
 
-std::string FixedObjectText(const LayerSettings& settings) {
-  return settings.locked ? ErrorText("layer \"%s\" is locked: its objects can't be changed", {settings.name})
-                         : ErrorText("layer \"%s\" is hidden: its objects can't be changed", {settings.name});
+Problem FixedObject(const LayerSettings& settings) {
+  return settings.locked ? Problem(N_("layer \"%s\" is locked: its objects can't be changed"), {settings.name})
+                         : Problem(N_("layer \"%s\" is hidden: its objects can't be changed"), {settings.name});
 }
 
 }  // namespace
 
-bool DocumentSession::CheckEditable(const ObjectIDs& ids, std::string* error) const {
+Result<> DocumentSession::CheckEditable(const ObjectIDs& ids) const {
   if (ids.empty()) {
-    *error = ErrorText("there is no object to change");
-    return false;
+    return Problem(N_("there is no object to change"));
   }
   for (const ObjectID id : ids) {
     const Layer* layer = document_->LayerOf(id);
     if (layer != nullptr && layer->IsEditable()) continue;
-    *error = layer == nullptr ? ErrorText("there is no such object") : FixedObjectText(layer->settings);
-    return false;
+    return layer == nullptr ? Problem(N_("there is no such object")) : FixedObject(layer->settings);
   }
-  return true;
+  return {};
 }
 
-ObjectIDs DocumentSession::Changeable(const ObjectIDs& ids, std::string* error) const {
-  if (!CheckEditable(ids, error)) return {};
+Result<ObjectIDs> DocumentSession::Changeable(const ObjectIDs& ids) const {
+  if (const auto done = CheckEditable(ids); !done) return done.Why();
   ObjectIDs changeable;
   for (const ObjectID id : ids) {
     if (!document_->Find(id)->IsPlaceholder()) changeable.push_back(id);
   }
-  if (changeable.empty()) {
-    *error = ErrorText("the object can't be changed: no bundle has its class \"%s\"",
-                       {document_->Find(ids.front())->classID.chars});
-  }
-  return changeable;
+  if (!changeable.empty()) return changeable;
+  return Problem(N_("the object can't be changed: no bundle has its class \"%s\""),
+                 {document_->Find(ids.front())->classID.chars});
 }
 
 ObjectID DocumentSession::InsertOne(std::unique_ptr<DocumentObject> object, const ObjectPlace& place) {
@@ -93,15 +89,15 @@ void DocumentSession::RemoveOne(ObjectID id) {
   InstanceCall::Destroy(std::move(object->instance));
 }
 
-ObjectID DocumentSession::Add(AKClassID classID, const std::string& arguments, const ObjectPlacement& placement,
-                              std::string* error) {
-  if (!CheckActiveLayer(error)) return kNoObjectID;
+Result<ObjectID> DocumentSession::Add(AKClassID classID, const std::string& arguments,
+                                      const ObjectPlacement& placement) {
+  if (const auto done = CheckActiveLayer(); !done) return done.Why();
   if (!IsFinite(placement)) {
-    *error = ErrorText("the bounds are no finite numbers");
-    return kNoObjectID;
+    return Problem(N_("the bounds are no finite numbers"));
   }
-  auto object = Document::NewObject(classID, arguments, error);
-  if (!object) return kNoObjectID;
+  auto made = Document::NewObject(classID, arguments);
+  if (!made) return made.Why();
+  std::unique_ptr<DocumentObject> object = std::move(*made);
   object->bounds = placement.bounds;
   object->angle = placement.angle;
   EditStep step(*this, TrWith("Add %s", ClassName(object->classID)));
@@ -111,8 +107,8 @@ ObjectID DocumentSession::Add(AKClassID classID, const std::string& arguments, c
   return id;
 }
 
-bool DocumentSession::Delete(const ObjectIDs& ids, std::string* error) {
-  if (!CheckEditable(ids, error)) return false;
+Result<> DocumentSession::Delete(const ObjectIDs& ids) {
+  if (const auto done = CheckEditable(ids); !done) return done.Why();
   EditStep step(*this, Tr("Delete"));
   for (const ObjectID id : ids) {
     const DocumentObject* object = document_->Find(id);
@@ -124,16 +120,16 @@ bool DocumentSession::Delete(const ObjectIDs& ids, std::string* error) {
 }
 
 template <typename Place>
-bool DocumentSession::PlaceEach(const ObjectIDs& ids, const char* name, Place place, std::string* error) {
-  const ObjectIDs changeable = Changeable(ids, error);
-  if (changeable.empty()) return false;
+Result<> DocumentSession::PlaceEach(const ObjectIDs& ids, const char* name, Place place) {
+  const auto found = Changeable(ids);
+  if (!found) return found.Why();
+  const ObjectIDs& changeable = *found;
   std::vector<ObjectPlacement> placements;
   placements.reserve(changeable.size());
   for (const ObjectID id : changeable) {
     placements.push_back(place(document_->Find(id)->Placement()));
     if (IsFinite(placements.back())) continue;
-    *error = ErrorText("an object would lie beyond all numbers");
-    return false;
+    return Problem(N_("an object would lie beyond all numbers"));
   }
   EditStep step(*this, name);
   for (std::size_t i = 0; i < changeable.size(); ++i) {
@@ -143,53 +139,53 @@ bool DocumentSession::PlaceEach(const ObjectIDs& ids, const char* name, Place pl
   return step.End();
 }
 
-bool DocumentSession::SetPlacement(ObjectID id, const ObjectPlacement& placement, std::string* error) {
-  return PlaceEach(
-      {id}, Tr("Change Bounds"), [&placement](const ObjectPlacement&) { return placement; }, error);
+Result<> DocumentSession::SetPlacement(ObjectID id, const ObjectPlacement& placement) {
+  return PlaceEach({id}, Tr("Change Bounds"), [&placement](const ObjectPlacement&) { return placement; });
 }
 
-bool DocumentSession::SetAngle(const ObjectIDs& ids, double angle, std::string* error) {
+Result<> DocumentSession::SetAngle(const ObjectIDs& ids, double angle) {
   const auto place = [angle](const ObjectPlacement& old) { return ObjectPlacement{old.bounds, angle}; };
-  return PlaceEach(ids, Tr("Rotate"), place, error);
+  return PlaceEach(ids, Tr("Rotate"), place);
 }
 
-bool DocumentSession::Move(const ObjectIDs& ids, double dx, double dy, std::string* error) {
+Result<> DocumentSession::Move(const ObjectIDs& ids, double dx, double dy) {
   const auto place = [dx, dy](const ObjectPlacement& old) {
     return ObjectPlacement{Shifted(old.bounds, dx, dy), old.angle};
   };
-  return PlaceEach(ids, Tr("Move"), place, error);
+  return PlaceEach(ids, Tr("Move"), place);
 }
 
-bool DocumentSession::Resize(const ObjectIDs& ids, const AGRect& from, const AGRect& to, std::string* error) {
+Result<> DocumentSession::Resize(const ObjectIDs& ids, const AGRect& from, const AGRect& to) {
   if (from.Width() == 0 || from.Height() == 0) {
-    *error = ErrorText("a box without an area can't be stretched");
-    return false;
+    return Problem(N_("a box without an area can't be stretched"));
   }
   Stretch stretch{to.Width() / from.Width(), to.Height() / from.Height(), 0, 0};
   stretch.tx = to.x0 - from.x0 * stretch.sx;
   stretch.ty = to.y0 - from.y0 * stretch.sy;
-  return PlaceEach(
-      ids, Tr("Resize"), [&stretch](const ObjectPlacement& old) { return stretch.Apply(old); }, error);
+  return PlaceEach(ids, Tr("Resize"), [&stretch](const ObjectPlacement& old) { return stretch.Apply(old); });
 }
 
-bool DocumentSession::Rotate(const ObjectIDs& ids, double angle, const AGPoint& about, std::string* error) {
+Result<> DocumentSession::Rotate(const ObjectIDs& ids, double angle, const AGPoint& about) {
   const auto place = [angle, &about](const ObjectPlacement& old) {
     const AGPoint center = old.bounds.Center();
     const AGPoint turned = AGAffineTransformRotation(angle, about).Apply(center);
     return ObjectPlacement{Shifted(old.bounds, turned.x - center.x, turned.y - center.y), old.angle + angle};
   };
-  return PlaceEach(ids, Tr("Rotate"), place, error);
+  return PlaceEach(ids, Tr("Rotate"), place);
 }
 
-bool DocumentSession::Rotate(const ObjectIDs& ids, double angle, std::string* error) {
+Result<> DocumentSession::Rotate(const ObjectIDs& ids, double angle) {
   AGRect box;
-  const ObjectIDs changeable = Changeable(ids, error);
-  return GetBox(changeable, &box) && Rotate(changeable, angle, box.Center(), error);
+  const auto changeable = Changeable(ids);
+  if (!changeable) return changeable.Why();
+  GetBox(*changeable, &box);
+  return Rotate(*changeable, angle, box.Center());
 }
 
-bool DocumentSession::SetBrush(const ObjectIDs& ids, const AGBrush& brush, std::string* error) {
-  const ObjectIDs changeable = Changeable(ids, error);
-  if (changeable.empty()) return false;
+Result<> DocumentSession::SetBrush(const ObjectIDs& ids, const AGBrush& brush) {
+  const auto found = Changeable(ids);
+  if (!found) return found.Why();
+  const ObjectIDs& changeable = *found;
   EditStep step(*this, Tr("Change Brush"));
   for (const ObjectID id : changeable) {
     Step().BeforeStyle(*document_, id);
@@ -198,9 +194,10 @@ bool DocumentSession::SetBrush(const ObjectIDs& ids, const AGBrush& brush, std::
   return step.End();
 }
 
-bool DocumentSession::SetPen(const ObjectIDs& ids, const AGPen& pen, std::string* error) {
-  const ObjectIDs changeable = Changeable(ids, error);
-  if (changeable.empty()) return false;
+Result<> DocumentSession::SetPen(const ObjectIDs& ids, const AGPen& pen) {
+  const auto found = Changeable(ids);
+  if (!found) return found.Why();
+  const ObjectIDs& changeable = *found;
   EditStep step(*this, Tr("Change Pen"));
   for (const ObjectID id : changeable) {
     Step().BeforeStyle(*document_, id);
@@ -209,20 +206,22 @@ bool DocumentSession::SetPen(const ObjectIDs& ids, const AGPen& pen, std::string
   return step.End();
 }
 
-bool DocumentSession::SetProperties(const ObjectIDs& ids,
-                                    const std::vector<std::pair<std::string, std::string>>& assignments,
-                                    std::string* error) {
-  const ObjectIDs changeable = Changeable(ids, error);
-  if (changeable.empty()) return false;
+Result<> DocumentSession::SetProperties(const ObjectIDs& ids,
+                                        const std::vector<std::pair<std::string, std::string>>& assignments) {
+  const auto found = Changeable(ids);
+  if (!found) return found.Why();
+  const ObjectIDs& changeable = *found;
   EditStep step(*this, assignments.size() == 1 ? TrWith("Change %s", Tr(assignments.front().first.c_str()))
                                                : Tr("Change Properties"));
   for (const ObjectID id : changeable) {
     const DocumentObject& object = *document_->Find(id);
     HostFields fields{object.Placement(), object.brush, object.pen};
-    bool taken = true;
-    for (const auto& [path, text] : assignments) taken = taken && SetProperty(object, &fields, path, text, error);
+    Result<> taken;
+    for (const auto& [path, text] : assignments) {
+      if (taken) taken = SetProperty(object, &fields, path, text);
+    }
     NoticeChange(id);  // also of what must be taken back
-    if (!taken) return false;
+    if (!taken) return taken.Why();
     Step().BeforePlacement(*document_, id);
     Step().BeforeStyle(*document_, id);
     document_->SetPlacement(id, fields.placement);

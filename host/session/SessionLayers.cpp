@@ -9,24 +9,22 @@
 namespace host {
 namespace {
 
-std::string ClosedLayerText(const LayerSettings& settings) {
-  return settings.locked ? ErrorText("layer \"%s\" is locked: it takes no objects", {settings.name})
-                         : ErrorText("layer \"%s\" is hidden: it takes no objects", {settings.name});
+Problem ClosedLayer(const LayerSettings& settings) {
+  return settings.locked ? Problem(N_("layer \"%s\" is locked: it takes no objects"), {settings.name})
+                         : Problem(N_("layer \"%s\" is hidden: it takes no objects"), {settings.name});
 }
 
 }  // namespace
 
-bool DocumentSession::CheckLayer(LayerID id, std::string* error) const {
-  if (document_->FindLayer(id) != nullptr) return true;
-  *error = ErrorText("there is no such layer");
-  return false;
+Result<> DocumentSession::CheckLayer(LayerID id) const {
+  if (document_->FindLayer(id) != nullptr) return {};
+  return Problem(N_("there is no such layer"));
 }
 
-bool DocumentSession::CheckActiveLayer(std::string* error) const {
+Result<> DocumentSession::CheckActiveLayer() const {
   const LayerSettings& settings = document_->FindLayer(activeLayer_)->settings;
-  if (settings.visible && !settings.locked) return true;
-  *error = ClosedLayerText(settings);
-  return false;
+  if (settings.visible && !settings.locked) return {};
+  return ClosedLayer(settings);
 }
 
 void DocumentSession::SetActiveLayer(LayerID id) {
@@ -45,11 +43,10 @@ LayerID DocumentSession::AddLayer(const std::string& name, std::size_t index) {
   return id;
 }
 
-bool DocumentSession::RemoveLayer(LayerID id, std::string* error) {
-  if (!CheckLayer(id, error)) return false;
+Result<> DocumentSession::RemoveLayer(LayerID id) {
+  if (const auto done = CheckLayer(id); !done) return done.Why();
   if (document_->Layers().size() == 1) {
-    *error = ErrorText("the only layer can't be removed");
-    return false;
+    return Problem(N_("the only layer can't be removed"));
   }
   EditStep step(*this, Tr("Remove Layer"));
   ObjectIDs ids;
@@ -63,41 +60,40 @@ bool DocumentSession::RemoveLayer(LayerID id, std::string* error) {
   return step.End();
 }
 
-bool DocumentSession::ChangeSettings(LayerID id, const char* name, LayerSettings settings, std::string* error) {
-  if (!CheckLayer(id, error)) return false;
+Result<> DocumentSession::ChangeSettings(LayerID id, const char* name, LayerSettings settings) {
+  if (const auto done = CheckLayer(id); !done) return done.Why();
   EditStep step(*this, name);
   Step().BeforeLayerSettings(*document_, id);
   document_->SetLayerSettings(id, std::move(settings));
   return step.End();
 }
 
-bool DocumentSession::SetLayerName(LayerID id, const std::string& name, std::string* error) {
-  if (!CheckLayer(id, error)) return false;
+Result<> DocumentSession::SetLayerName(LayerID id, const std::string& name) {
+  if (const auto done = CheckLayer(id); !done) return done.Why();
   if (name.empty() || FindInvalidUtf8(name) != name.size()) {
-    *error = ErrorText("a layer needs a name");
-    return false;
+    return Problem(N_("a layer needs a name"));
   }
   LayerSettings settings = document_->FindLayer(id)->settings;
   settings.name = name;
-  return ChangeSettings(id, Tr("Rename Layer"), std::move(settings), error);
+  return ChangeSettings(id, Tr("Rename Layer"), std::move(settings));
 }
 
-bool DocumentSession::SetLayerVisible(LayerID id, bool visible, std::string* error) {
-  if (!CheckLayer(id, error)) return false;
+Result<> DocumentSession::SetLayerVisible(LayerID id, bool visible) {
+  if (const auto done = CheckLayer(id); !done) return done.Why();
   LayerSettings settings = document_->FindLayer(id)->settings;
   settings.visible = visible;
-  return ChangeSettings(id, visible ? Tr("Show Layer") : Tr("Hide Layer"), std::move(settings), error);
+  return ChangeSettings(id, visible ? Tr("Show Layer") : Tr("Hide Layer"), std::move(settings));
 }
 
-bool DocumentSession::SetLayerLocked(LayerID id, bool locked, std::string* error) {
-  if (!CheckLayer(id, error)) return false;
+Result<> DocumentSession::SetLayerLocked(LayerID id, bool locked) {
+  if (const auto done = CheckLayer(id); !done) return done.Why();
   LayerSettings settings = document_->FindLayer(id)->settings;
   settings.locked = locked;
-  return ChangeSettings(id, locked ? Tr("Lock Layer") : Tr("Unlock Layer"), std::move(settings), error);
+  return ChangeSettings(id, locked ? Tr("Lock Layer") : Tr("Unlock Layer"), std::move(settings));
 }
 
-bool DocumentSession::MoveLayer(LayerID id, std::size_t index, std::string* error) {
-  if (!CheckLayer(id, error)) return false;
+Result<> DocumentSession::MoveLayer(LayerID id, std::size_t index) {
+  if (const auto done = CheckLayer(id); !done) return done.Why();
   EditStep step(*this, Tr("Move Layer"));
   Step().BeforeLayerMove(*document_, id);
   document_->MoveLayer(id, index);
@@ -105,12 +101,12 @@ bool DocumentSession::MoveLayer(LayerID id, std::size_t index, std::string* erro
   return step.End();
 }
 
-bool DocumentSession::MoveToLayer(const ObjectIDs& ids, LayerID layer, std::string* error) {
-  if (!CheckLayer(layer, error) || !CheckEditable(ids, error)) return false;
+Result<> DocumentSession::MoveToLayer(const ObjectIDs& ids, LayerID layer) {
+  if (const auto done = CheckLayer(layer); !done) return done.Why();
+  if (const auto done = CheckEditable(ids); !done) return done.Why();
   const Layer& target = *document_->FindLayer(layer);
   if (!target.IsEditable()) {
-    *error = ClosedLayerText(target.settings);
-    return false;
+    return ClosedLayer(target.settings);
   }
   EditStep step(*this, Tr("Move to Layer"));
   for (const ObjectID id : InDrawingOrder(ids)) {
@@ -119,10 +115,9 @@ bool DocumentSession::MoveToLayer(const ObjectIDs& ids, LayerID layer, std::stri
   return step.End();
 }
 
-bool DocumentSession::SetPage(const AGSize& page, std::string* error) {
+Result<> DocumentSession::SetPage(const AGSize& page) {
   if (!(page.width > 0 && page.height > 0) || !std::isfinite(page.width) || !std::isfinite(page.height)) {
-    *error = ErrorText("the sides of a page are numbers above 0");
-    return false;
+    return Problem(N_("the sides of a page are numbers above 0"));
   }
   EditStep step(*this, Tr("Change Page"));
   Step().BeforePage(*document_);

@@ -30,20 +30,26 @@ bool TakeText(const AKMemoryBlock& bytes, std::string* text) {
   return FindInvalidUtf8(*text) == text->size();
 }
 
-// Reads one document from a stream that holds the whole file. The first problem is kept as a text.
+// Reads one document from a stream that holds the whole file. The first problem is kept.
 class DocumentReader {
  public:
   explicit DocumentReader(const AKFile& file) : file_(file), objects_(file) {}
 
-  std::unique_ptr<Document> Read() {
+  Result<std::unique_ptr<Document>> Read() {
+    if (auto document = ReadAll()) return document;
+    return *problem_;
+  }
+
+ private:
+  std::unique_ptr<Document> ReadAll() {
     AKFileChunk chunk;
     if (AKFileReadChunkHeader(file_, &chunk) != 0 || chunk.signature != kDocumentSignature) {
-      return Fail(ErrorText("is not a document of this program"));
+      return Fail(Problem(N_("is not a document of this program")));
     }
     unsigned long long size = 0;
     file_.GetFileInfo(&size, nullptr, nullptr);
-    if (chunk.size + 8ULL > size) return Fail(ErrorText("is cut short"));
-    if (chunk.size + 8ULL < size) return Fail(ErrorText("has bytes behind its end"));
+    if (chunk.size + 8ULL > size) return Fail(Problem(N_("is cut short")));
+    if (chunk.size + 8ULL < size) return Fail(Problem(N_("has bytes behind its end")));
 
     unsigned int version = 0;
     AGSize page;
@@ -51,7 +57,7 @@ class DocumentReader {
     unsigned int count = 0;
     if (!Ok(AKFileReadUInt32(file_, &version))) return nullptr;
     if (version != kFlatVersion && version != kFormatVersion) {
-      return Fail(ErrorText("has the unknown format version %s", {std::to_string(version)}));
+      return Fail(Problem(N_("has the unknown format version %s"), {std::to_string(version)}));
     }
     if (!Ok(AKFileReadAGSize(file_, &page)) || !Ok(AKFileReadAGColor(file_, &background)) ||
         !Ok(AKFileReadUInt32(file_, &count))) {
@@ -64,29 +70,26 @@ class DocumentReader {
     return sound ? std::move(document_) : nullptr;
   }
 
-  const std::string& Problem() const { return problem_; }
-
- private:
-  std::unique_ptr<Document> Fail(std::string problem) {
+  std::unique_ptr<Document> Fail(Problem problem) {
     problem_ = std::move(problem);
     return nullptr;
   }
 
   bool Ok(int status) {
-    if (!objects_.Ok(status)) problem_ = objects_.Problem();
+    if (!objects_.Ok(status)) problem_ = objects_.Why();
     return status == 0;
   }
 
   bool ReadLayers(const AKFileChunk& outer, unsigned int count, LayerID first) {
     if (count == 0) {
-      problem_ = ErrorText("is damaged: it has no layer");
+      problem_ = Problem(N_("is damaged: it has no layer"));
       return false;
     }
     for (unsigned int i = 0; i < count; ++i) {
       const LayerID layer = i == 0 ? first : document_->InsertLayer({}, i);
       if (ReadLayer(outer, layer)) continue;
-      if (problem_.empty()) {
-        problem_ = ErrorText("is damaged at layer %s: %s", {std::to_string(i), objects_.Problem()});
+      if (!problem_) {
+        problem_ = Problem(N_("is damaged at layer %s: %s"), {std::to_string(i), *objects_.Why()});
       }
       return false;
     }
@@ -113,7 +116,7 @@ class DocumentReader {
     AKMemoryBlock bytes;
     if (!objects_.ReadHeader(outer, kTextSignature, &chunk) || !objects_.ReadBytes(chunk.size, &bytes)) return false;
     if (TakeText(bytes, name)) return true;
-    problem_ = ErrorText("is damaged: the name at position %s is no UTF-8", {std::to_string(chunk.pos)});
+    problem_ = Problem(N_("is damaged: the name at position %s is no UTF-8"), {std::to_string(chunk.pos)});
     return false;
   }
 
@@ -122,7 +125,7 @@ class DocumentReader {
       auto object = objects_.Read(outer);
       if (!object) {
         const std::size_t number = document_->ObjectCount();
-        problem_ = ErrorText("is damaged at object %s: %s", {std::to_string(number), objects_.Problem()});
+        problem_ = Problem(N_("is damaged at object %s: %s"), {std::to_string(number), *objects_.Why()});
         return false;
       }
       document_->InsertObject(std::move(object), {layer, i});
@@ -133,7 +136,7 @@ class DocumentReader {
   const AKFile& file_;
   ObjectChunkReader objects_;
   std::unique_ptr<Document> document_;
-  std::string problem_;
+  std::optional<Problem> problem_;
 };
 
 int WriteLayer(AKFile& file, const Layer& layer) {
@@ -184,7 +187,7 @@ int WriteDocument(const Document& document, AKFile& file) {
   return status == 0 ? AKFileWriteChunkComplete(file, chunk) : status;
 }
 
-bool ReplaceFileBy(const std::string& path, const std::function<int(AKFile&)>& write, std::string* error) {
+Result<> ReplaceFileBy(const std::string& path, const std::function<int(AKFile&)>& write) {
   const QuietLog quiet;
   AKFilePath target;
   int status = -1;
@@ -197,50 +200,40 @@ bool ReplaceFileBy(const std::string& path, const std::function<int(AKFile&)>& w
     if (status == 0) status = replacer.Commit();
     reason = errno;  // before the replacer cleans up
   }
-  if (status == 0) return true;
+  if (status == 0) return {};
   const std::string text = reason != 0 ? std::strerror(reason) : "status " + std::to_string(status);
-  *error = ErrorText("can't write \"%s\": %s", {path, text});
-  return false;
+  return Problem(N_("can't write \"%s\": %s"), {path, text});
 }
 
-std::unique_ptr<Document> ReadDocument(const std::string& path, std::string* error) {
+Result<std::unique_ptr<Document>> ReadDocument(const std::string& path) {
   const QuietLog quiet;
   AKFilePath source;
   if (!AKFileUtils::GetFromSystemPath(path.c_str(), &source)) {
-    *error = ErrorText("can't open \"%s\": its name has characters that this program can't represent", {path});
-    return nullptr;
+    return Problem(N_("can't open \"%s\": its name has characters that this program can't represent"), {path});
   }
   if (AKFileUtils::IsFolder(source)) {
-    *error = ErrorText("can't open \"%s\": it is a folder", {path});
-    return nullptr;
+    return Problem(N_("can't open \"%s\": it is a folder"), {path});
   }
   AKFile file(source);
   errno = 0;
   if (file.OpenForRead() != 0) {
-    *error = ErrorText("can't open \"%s\": %s", {path, std::strerror(errno)});
-    return nullptr;
+    return Problem(N_("can't open \"%s\": %s"), {path, std::strerror(errno)});
   }
-  std::string problem;
-  auto document = ReadDocument(file, &problem);
-  if (!document) *error = "\"" + path + "\" " + problem;
+  return ReadDocument(file, path);
+}
+
+Result<std::unique_ptr<Document>> ReadDocument(const AKFile& file, const std::string& name) {
+  auto document = DocumentReader(file).Read();
+  if (!document) return Problem(N_("\"%s\" %s"), {name, document.Why()});
   return document;
 }
 
-std::unique_ptr<Document> ReadDocument(const AKFile& file, std::string* problem) {
-  DocumentReader reader(file);
-  auto document = reader.Read();
-  if (!document) *problem = reader.Problem();
-  return document;
+Result<> WriteDocument(const Document& document, const std::string& path) {
+  return ReplaceFileBy(path, [&document](AKFile& file) { return WriteDocument(document, file); });
 }
 
-bool WriteDocument(const Document& document, const std::string& path, std::string* error) {
-  return ReplaceFileBy(
-      path, [&document](AKFile& file) { return WriteDocument(document, file); }, error);
-}
-
-bool ReplaceFile(const std::string& path, const void* data, std::size_t size, std::string* error) {
-  return ReplaceFileBy(
-      path, [data, size](AKFile& file) { return AKFileWrite(file, data, size); }, error);
+Result<> ReplaceFile(const std::string& path, const void* data, std::size_t size) {
+  return ReplaceFileBy(path, [data, size](AKFile& file) { return AKFileWrite(file, data, size); });
 }
 
 }  // namespace host

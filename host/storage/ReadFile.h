@@ -3,10 +3,11 @@
 
 #include <string>
 
+#include "host/text/Problem.h"
+
 namespace host {
 
-/// Puts the whole file into `*bytes`. False, with one line in `*error`, when it can't be
-/// read.
-bool ReadWholeFile(const std::string& path, std::string* bytes, std::string* error);
+/// Puts the whole file into `*bytes`. Fails when it can't be read.
+Result<> ReadWholeFile(const std::string& path, std::string* bytes);
 
 }  // namespace host

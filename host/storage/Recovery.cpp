@@ -118,8 +118,7 @@ bool Recovery::Write() {
   const Header header{process, StartOf(process), static_cast<long long>(std::time(nullptr)),
                       AbsolutePath(session_.Path())};
   const auto write = [&](AKFile& target) { return WriteRecovery(target, header, session_.Doc()); };
-  std::string error;
-  if (!ReplaceFileBy(file, write, &error)) return false;
+  if (!ReplaceFileBy(file, write)) return false;
   file_ = file;
   return true;
 }
@@ -130,8 +129,7 @@ std::vector<RecoveryFile> FindRecoveries() {
   std::error_code failed;
   for (const auto& entry : std::filesystem::directory_iterator(RecoveryFolder(), failed)) {
     std::string bytes;
-    std::string error;
-    if (entry.path().extension() != kExtension || !ReadWholeFile(entry.path().string(), &bytes, &error)) continue;
+    if (entry.path().extension() != kExtension || !ReadWholeFile(entry.path().string(), &bytes)) continue;
     AKFile stream(bytes.data(), static_cast<unsigned int>(bytes.size()));
     Header header;
     if (stream.OpenForRead() != 0 || !ReadHeader(stream, &header)) continue;
@@ -144,31 +142,26 @@ std::vector<RecoveryFile> FindRecoveries() {
   return found;
 }
 
-std::unique_ptr<DocumentSession> OpenRecovery(const RecoveryFile& recovery, std::string* error) {
+Result<std::unique_ptr<DocumentSession>> OpenRecovery(const RecoveryFile& recovery) {
   const QuietLog quiet;
   std::string bytes;
   Header header;
-  if (!ReadWholeFile(recovery.file, &bytes, error)) return nullptr;
+  if (const auto done = ReadWholeFile(recovery.file, &bytes); !done) return done.Why();
   AKFile stream(bytes.data(), static_cast<unsigned int>(bytes.size()));
   unsigned long long start = 0;
-  std::unique_ptr<Document> document;
-  std::string problem = "is no recovery file";
-  if (stream.OpenForRead() == 0 && ReadHeader(stream, &header) && stream.GetPos(&start) == 0) {
-    AKFile inner(bytes.data() + start, static_cast<unsigned int>(bytes.size() - start));
-    inner.OpenForRead();
-    document = ReadDocument(inner, &problem);
+  if (stream.OpenForRead() != 0 || !ReadHeader(stream, &header) || stream.GetPos(&start) != 0) {
+    return Problem(N_("\"%s\" is no recovery file"), {recovery.file});
   }
-  if (!document) {
-    *error = "\"" + recovery.file + "\" " + problem;
-    return nullptr;
-  }
-  return DocumentSession::Restore(std::move(document), header.original);
+  AKFile inner(bytes.data() + start, static_cast<unsigned int>(bytes.size() - start));
+  inner.OpenForRead();
+  auto document = ReadDocument(inner, recovery.file);
+  if (!document) return document.Why();
+  return DocumentSession::Restore(std::move(*document), header.original);
 }
 
-bool DiscardRecovery(const RecoveryFile& recovery, std::string* error) {
-  if (unlink(recovery.file.c_str()) == 0) return true;
-  *error = "can't remove \"" + recovery.file + "\": " + std::strerror(errno);
-  return false;
+Result<> DiscardRecovery(const RecoveryFile& recovery) {
+  if (unlink(recovery.file.c_str()) == 0) return {};
+  return Problem(N_("can't remove \"%s\": %s"), {recovery.file, std::strerror(errno)});
 }
 
 }  // namespace host

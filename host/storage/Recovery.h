@@ -17,6 +17,7 @@
 #include <vector>
 
 #include "host/session/DocumentSession.h"
+#include "host/text/Problem.h"
 
 namespace host {
 
@@ -54,11 +55,11 @@ struct RecoveryFile {
 /// The newest first. Files that are no recovery files are passed over.
 std::vector<RecoveryFile> FindRecoveries();
 
-/// The document as it was, with unsaved changes, to be saved at its original path. Null, with one line in `*error`,
+/// The document as it was, with unsaved changes, to be saved at its original path. Fails
 /// when the file can't be read. The file stays until DiscardRecovery.
-std::unique_ptr<DocumentSession> OpenRecovery(const RecoveryFile& recovery, std::string* error);
+Result<std::unique_ptr<DocumentSession>> OpenRecovery(const RecoveryFile& recovery);
 
-/// False, with one line in `*error`, when the file can't be removed.
-bool DiscardRecovery(const RecoveryFile& recovery, std::string* error);
+/// Fails when the file can't be removed.
+Result<> DiscardRecovery(const RecoveryFile& recovery);
 
 }  // namespace host

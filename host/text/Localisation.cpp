@@ -39,18 +39,6 @@ void ChooseLocale() {
   if (!prefers) setenv("LANGUAGE", language.c_str(), 1);
 }
 
-// What is put in is not searched for the next place.
-std::string Filled(std::string text, std::initializer_list<std::string_view> parts) {
-  std::size_t from = 0;
-  for (const std::string_view part : parts) {
-    const std::size_t place = text.find("%s", from);
-    if (place == std::string::npos) break;
-    text.replace(place, 2, part);
-    from = place + part.size();
-  }
-  return text;
-}
-
 bool HasCatalogue(const std::string& folder, const std::string& domain) {
   std::error_code error;
   for (const auto& language : std::filesystem::directory_iterator(folder, error)) {
@@ -103,10 +91,18 @@ const char* Localisation::ForHost(const char* text) {
   return dgettext(kHostDomain, text);
 }
 
-std::string TrWith(const char* text, std::string_view part) { return Filled(Tr(text), {part}); }
-
-std::string ErrorText(const char* text, std::initializer_list<std::string_view> parts) {
-  return Filled(Localisation::Instance().TranslatesErrors() ? Tr(text) : text, parts);
+// What is put in is not searched for the next place.
+std::string Filled(std::string text, const std::vector<std::string>& words) {
+  std::size_t from = 0;
+  for (const std::string& word : words) {
+    const std::size_t place = text.find("%s", from);
+    if (place == std::string::npos) break;
+    text.replace(place, 2, word);
+    from = place + word.size();
+  }
+  return text;
 }
+
+std::string TrWith(const char* text, std::string_view part) { return Filled(Tr(text), {std::string(part)}); }
 
 }  // namespace host

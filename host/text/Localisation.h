@@ -6,11 +6,12 @@
 // language follows LANGUAGE, LC_ALL, LC_MESSAGES and LANG.
 #pragma once
 
-#include <initializer_list>
 #include <string>
 #include <string_view>
 #include <unordered_map>
 #include <vector>
+
+#include "host/text/Text.h"
 
 namespace host {
 
@@ -34,16 +35,11 @@ class Localisation {
   /// The translation in the host's own domain as UTF-8, or `text` itself.
   const char* ForHost(const char* text);
 
-  /// For a program whose errors only people read.
-  void TranslateErrors() { translatesErrors_ = true; }
-  bool TranslatesErrors() const { return translatesErrors_; }
-
  private:
   Localisation();
 
   void Bind(const std::string& domain);
 
-  bool translatesErrors_ = false;
   std::string domain_;
   std::vector<std::string> folders_;
   std::vector<std::string> bound_;
@@ -57,11 +53,7 @@ inline const char* Tr(const char* text) { return Localisation::Instance().ForHos
 /// The same with `part` in place of the text's "%s".
 std::string TrWith(const char* text, std::string_view part);
 
-/// What went wrong, with the parts in place of each "%s" in turn. The command line says it in English, since scripts
-/// read it; once errors are translated, it is in the user's language.
-std::string ErrorText(const char* text, std::initializer_list<std::string_view> parts = {});
-
-/// Marks a text that goes through Tr later, so that scripts/translations finds it.
-constexpr const char* N_(const char* text) { return text; }
+/// A text with the words in place of each "%s" in turn.
+std::string Filled(std::string text, const std::vector<std::string>& words);
 
 }  // namespace host

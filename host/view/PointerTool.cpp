@@ -4,6 +4,7 @@
 #include <charconv>
 #include <cmath>
 #include <numbers>
+#include <utility>
 
 #include "host/text/Localisation.h"
 #include "kit/geometry/AGAffineTransform.h"
@@ -78,7 +79,7 @@ void PointerTool::Press(const AGPoint& point, PointerModifiers modifiers) {
   startMap_ = lastMap_ = view_->ToMap(point);
   lastModifiers_ = modifiers;
   moved_ = false;
-  refused_.clear();
+  done_ = {};
   if (newClass_) {
     mode_ = Mode::kMake;
     return;
@@ -136,7 +137,7 @@ void PointerTool::Motion(const AGPoint& point, PointerModifiers modifiers) {
 void PointerTool::Drag(const AGPoint& point, PointerModifiers modifiers) {
   if (mode_ == Mode::kBand || mode_ == Mode::kMake) return;
   session_->RewindStep();
-  refused_.clear();
+  done_ = {};
   switch (mode_) {
     case Mode::kMove:
       return Move(lastMap_, modifiers);
@@ -160,7 +161,7 @@ void PointerTool::Move(const AGPoint& map, PointerModifiers modifiers) {
   if (!session_->GetBox(session_->Selected().IDs(), &box)) return;
   if (dx != 0) dx = Snapped(box.x0 + dx, modifiers) - box.x0;
   if (dy != 0) dy = Snapped(box.y0 + dy, modifiers) - box.y0;
-  session_->Move(session_->Selected().IDs(), dx, dy, &refused_);
+  done_ = session_->Move(session_->Selected().IDs(), dx, dy);
 }
 
 void PointerTool::Stretch(const AGPoint& map, PointerModifiers modifiers) {
@@ -176,7 +177,7 @@ void PointerTool::Stretch(const AGPoint& map, PointerModifiers modifiers) {
   MoveSide(sides.y, place.y, modifiers.control, &box.y0, &box.y1);
   if (modifiers.shift) box = KeepProportions(placement.bounds, box, sides, modifiers.control);
   if (!frame_.IsSingle()) {
-    session_->Resize(session_->Selected().IDs(), placement.bounds, box, &refused_);
+    done_ = session_->Resize(session_->Selected().IDs(), placement.bounds, box);
     return;
   }
   // The object turns about its centre, which moves: what stays is the opposite side where it is seen.
@@ -184,7 +185,7 @@ void PointerTool::Stretch(const AGPoint& map, PointerModifiers modifiers) {
   const AGPoint shift = AGAffineTransformRotation(placement.angle).Apply(newCenter - center);
   const AGPoint move{center.x + shift.x - newCenter.x, center.y + shift.y - newCenter.y};
   placement.bounds = {box.x0 + move.x, box.y0 + move.y, box.x1 + move.x, box.y1 + move.y};
-  session_->SetPlacement(session_->Selected().IDs()[0], placement, &refused_);
+  done_ = session_->SetPlacement(session_->Selected().IDs()[0], placement);
 }
 
 void PointerTool::Turn(const AGPoint& map, PointerModifiers modifiers) {
@@ -193,22 +194,22 @@ void PointerTool::Turn(const AGPoint& map, PointerModifiers modifiers) {
   double angle = std::atan2(map.y - center.y, map.x - center.x) - std::numbers::pi / 2;
   if (modifiers.shift) angle = std::floor(angle / kTurnStep + 0.5) * kTurnStep;
   if (frame_.IsSingle()) {
-    session_->SetAngle(session_->Selected().IDs(), angle, &refused_);
+    done_ = session_->SetAngle(session_->Selected().IDs(), angle);
   } else {
-    session_->Rotate(session_->Selected().IDs(), angle - before, center, &refused_);
+    done_ = session_->Rotate(session_->Selected().IDs(), angle - before, center);
   }
 }
 
 void PointerTool::Round(const AGPoint& point) {
-  session_->SetProperties(session_->Selected().IDs(), {{N_("Rounding"), TextOf(frame_.RoundingAt(point, *view_))}},
-                          &refused_);
+  done_ = session_->SetProperties(session_->Selected().IDs(),
+                                  {{std::string(N_("Rounding")), TextOf(frame_.RoundingAt(point, *view_))}});
 }
 
 void PointerTool::DragGradient(const AGPoint& point) {
-  session_->SetBrush(session_->Selected().IDs(), frame_.GradientAt(point, *view_), &refused_);
+  done_ = session_->SetBrush(session_->Selected().IDs(), frame_.GradientAt(point, *view_));
 }
 
-std::string PointerTool::Release(const AGPoint& point, PointerModifiers modifiers) {
+Result<> PointerTool::Release(const AGPoint& point, PointerModifiers modifiers) {
   if (mode_ == Mode::kIdle) return {};
   Motion(point, modifiers);
   lastMap_ = view_->ToMap(point);
@@ -227,7 +228,7 @@ std::string PointerTool::Release(const AGPoint& point, PointerModifiers modifier
   }
   toToggle_ = toSelectAlone_ = kNoObjectID;
   moved_ = false;
-  return refused_;
+  return std::exchange(done_, {});
 }
 
 bool PointerTool::Cancel() {
@@ -264,7 +265,7 @@ AGRect PointerTool::NewBounds(PointerModifiers modifiers) const {
 void PointerTool::FinishMaking(PointerModifiers modifiers) {
   const AGRect bounds = NewBounds(modifiers);
   if (!(bounds.x1 > bounds.x0) || !(bounds.y1 > bounds.y0)) return;
-  session_->Add(*newClass_, "-default", {bounds, 0}, &refused_);
+  if (const auto added = session_->Add(*newClass_, "-default", {bounds, 0}); !added) done_ = added.Why();
 }
 
 std::optional<AGRect> PointerTool::Band() const {

@@ -46,8 +46,8 @@ class PointerTool {
 
   void Press(const AGPoint& point, PointerModifiers modifiers);
   void Motion(const AGPoint& point, PointerModifiers modifiers);
-  /// Returns one line about what was refused, or an empty text.
-  std::string Release(const AGPoint& point, PointerModifiers modifiers);
+  /// Fails when what was dragged to was refused.
+  Result<> Release(const AGPoint& point, PointerModifiers modifiers);
   /// Takes back what the drag did so far. False when nothing was going on.
   bool Cancel();
   bool IsDragging() const { return mode_ != Mode::kIdle && moved_; }
@@ -86,7 +86,7 @@ class PointerTool {
   PointerModifiers lastModifiers_;
   Handle handle_ = Handle::kNone;
   SelectionFrame frame_;  // as the drag began
-  std::string refused_;
+  Result<> done_;         // what the last motion did
 };
 
 }  // namespace host

@@ -65,15 +65,12 @@ void EditorWindow::AddFileActions() {
   });
 }
 
-void EditorWindow::Do(bool done, const std::string& error) {
-  if (!done && !error.empty()) ShowMessage(error, Gtk::MessageType::WARNING);
+void EditorWindow::Do(const Result<>& done) {
+  if (!done) ShowProblem(done.Why(), Gtk::MessageType::WARNING);
 }
 
 void EditorWindow::AddEdit(const char* name, Edit edit) {
-  AddCommand(name, [this, edit = std::move(edit)] {
-    std::string error;
-    Do(edit(session_->Selected().IDs(), &error), error);
-  });
+  AddCommand(name, [this, edit = std::move(edit)] { Do(edit(session_->Selected().IDs())); });
 }
 
 void EditorWindow::AddEditActions() {
@@ -96,33 +93,26 @@ void EditorWindow::AddEditActions() {
     if (!GiveToText(*this, "selection.select-all")) session_->SelectAll();
   });
   AddCommand("select-none", [this] { session_->SelectNone(); });
-  AddEdit("delete", [this](const ObjectIDs& ids, std::string* error) { return session_->Delete(ids, error); });
-  AddEdit("duplicate", [this](const ObjectIDs& ids, std::string* error) {
-    return session_->Duplicate(ids, kPasteOffset, -kPasteOffset, error);
-  });
+  AddEdit("delete", [this](const ObjectIDs& ids) { return session_->Delete(ids); });
+  AddEdit("duplicate", [this](const ObjectIDs& ids) { return session_->Duplicate(ids, kPasteOffset, -kPasteOffset); });
   const std::pair<const char*, OrderChange> orders[] = {{"to-front", OrderChange::kToFront},
                                                         {"forward", OrderChange::kForward},
                                                         {"backward", OrderChange::kBackward},
                                                         {"to-back", OrderChange::kToBack}};
   for (const auto& [name, change] : orders) {
-    AddEdit(name, [this, change = change](const ObjectIDs& ids, std::string* error) {
-      return session_->ChangeOrder(ids, change, error);
-    });
+    AddEdit(name, [this, change = change](const ObjectIDs& ids) { return session_->ChangeOrder(ids, change); });
   }
   const std::pair<const char*, Alignment> alignments[] = {
       {"align-left", Alignment::kLeft}, {"align-center", Alignment::kCenter}, {"align-right", Alignment::kRight},
       {"align-top", Alignment::kTop},   {"align-middle", Alignment::kMiddle}, {"align-bottom", Alignment::kBottom}};
   for (const auto& [name, alignment] : alignments) {
-    AddEdit(name, [this, alignment = alignment](const ObjectIDs& ids, std::string* error) {
-      return session_->Align(ids, alignment, ids.size() > 1 ? AlignTo::kObjects : AlignTo::kPage, error);
+    AddEdit(name, [this, alignment = alignment](const ObjectIDs& ids) {
+      return session_->Align(ids, alignment, ids.size() > 1 ? AlignTo::kObjects : AlignTo::kPage);
     });
   }
-  AddEdit("distribute-horizontally", [this](const ObjectIDs& ids, std::string* error) {
-    return session_->Distribute(ids, Axis::kHorizontal, error);
-  });
-  AddEdit("distribute-vertically", [this](const ObjectIDs& ids, std::string* error) {
-    return session_->Distribute(ids, Axis::kVertical, error);
-  });
+  AddEdit("distribute-horizontally",
+          [this](const ObjectIDs& ids) { return session_->Distribute(ids, Axis::kHorizontal); });
+  AddEdit("distribute-vertically", [this](const ObjectIDs& ids) { return session_->Distribute(ids, Axis::kVertical); });
   AddCommand("add-layer", [this] { session_->AddLayer(""); });
 }
 
@@ -183,9 +173,8 @@ void EditorWindow::UpdateActions() {
 
 void EditorWindow::CopySelection(bool cut) {
   std::string clipboard;
-  std::string error;
   if (cut) {
-    Do(session_->Cut(session_->Selected().IDs(), &clipboard, &error), error);
+    Do(session_->Cut(session_->Selected().IDs(), &clipboard));
   } else {
     clipboard = session_->Copy(session_->Selected().IDs());
   }
@@ -195,8 +184,7 @@ void EditorWindow::CopySelection(bool cut) {
 void EditorWindow::PasteClipboard() {
   const std::string& clipboard = EditorApplication::Clipboard();
   if (clipboard.empty()) return;
-  std::string error;
-  Do(session_->Paste(clipboard, kPasteOffset, -kPasteOffset, &error), error);
+  Do(session_->Paste(clipboard, kPasteOffset, -kPasteOffset));
 }
 
 }  // namespace host

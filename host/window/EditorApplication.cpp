@@ -83,8 +83,8 @@ void EditorApplication::AddActions() {
                             [this](const Glib::VariantBase& parameter) {
                               auto* const window = dynamic_cast<EditorWindow*>(get_active_window());
                               if (window == nullptr) return;
-                              using Text = Glib::Variant<std::string>;
-                              OpenDocument(Glib::VariantBase::cast_dynamic<Text>(parameter).get(), window);
+                              using Target = Glib::Variant<std::string>;
+                              OpenDocument(Glib::VariantBase::cast_dynamic<Target>(parameter).get(), window);
                             });
   auto dark = Gio::SimpleAction::create_bool("dark", false);
   Gio::SimpleAction* const raw = dark.get();
@@ -116,11 +116,7 @@ EditorWindow* EditorApplication::NewWindow(std::unique_ptr<DocumentSession> sess
 
 void EditorApplication::on_activate() {
   EditorWindow* const window = NewWindow(std::make_unique<DocumentSession>(std::make_unique<Document>(kNewPage)));
-  std::string skipped;
-  for (const BundleSet::Skipped& bundle : bundles_->NotLoaded()) {
-    skipped += (skipped.empty() ? "" : "\n") + bundle.reason;
-  }
-  if (!skipped.empty()) window->ShowMessage(skipped, Gtk::MessageType::WARNING);
+  window->ShowSkipped(bundles_->NotLoaded());
   OfferRecovery(window);
 }
 
@@ -131,14 +127,13 @@ void EditorApplication::on_open(const type_vec_files& files, const Glib::ustring
 }
 
 void EditorApplication::OpenDocument(const std::string& path, EditorWindow* window) {
-  std::string error;
-  auto session = DocumentSession::Open(path, &error);
-  if (session == nullptr) return window->ShowMessage(error, Gtk::MessageType::ERROR);
+  auto session = DocumentSession::Open(path);
+  if (!session) return window->ShowProblem(session.Why(), Gtk::MessageType::ERROR);
   NoteUse(path);
   if (window->IsUntouched()) {
-    window->SetSession(std::move(session));
+    window->SetSession(std::move(*session));
   } else {
-    NewWindow(std::move(session));
+    NewWindow(std::move(*session));
   }
 }
 
@@ -163,12 +158,11 @@ void EditorApplication::ShowRecent() {
 }
 
 void EditorApplication::LoadBundle(const std::string& path, EditorWindow* window) {
-  std::string error;
-  if (!bundles_->Load(path, &error)) return window->ShowMessage(error, Gtk::MessageType::ERROR);
+  if (const auto done = bundles_->Load(path); !done) return window->ShowProblem(done.Why(), Gtk::MessageType::ERROR);
   for (Gtk::Window* other : get_windows()) {
     if (auto* const editor = dynamic_cast<EditorWindow*>(other)) editor->UpdateClasses();
   }
-  window->ShowMessage(TrWith("Loaded the bundle %s.", path));
+  window->ShowNotice(N_("Loaded the bundle %s."), path);
 }
 
 void EditorApplication::ShowUndoTitles(const std::string& undo, const std::string& redo) {
@@ -189,18 +183,17 @@ void EditorApplication::OfferRecovery(EditorWindow* window) {
   for (const RecoveryFile& found : FindRecoveries()) {
     const std::string name = found.original.empty() ? Tr("Untitled") : found.original;
     window->AskToRecover(name, [this, found, window](bool recover) {
-      std::string error;
       if (recover) {
-        auto session = OpenRecovery(found, &error);
-        if (session == nullptr) return window->ShowMessage(error, Gtk::MessageType::ERROR);
-        const bool shown = window->Session().Path() == session->Path() && !window->Session().HasUnsavedChanges();
+        auto session = OpenRecovery(found);
+        if (!session) return window->ShowProblem(session.Why(), Gtk::MessageType::ERROR);
+        const bool shown = window->Session().Path() == (*session)->Path() && !window->Session().HasUnsavedChanges();
         if (window->IsUntouched() || shown) {
-          window->SetSession(std::move(session));
+          window->SetSession(std::move(*session));
         } else {
-          NewWindow(std::move(session));
+          NewWindow(std::move(*session));
         }
       }
-      if (!DiscardRecovery(found, &error)) window->ShowMessage(error, Gtk::MessageType::ERROR);
+      if (const auto done = DiscardRecovery(found); !done) window->ShowProblem(done.Why(), Gtk::MessageType::ERROR);
     });
   }
 }

@@ -67,8 +67,7 @@ void EditorWindow::Save(const std::function<void()>& then) {
   FinishTyping();
   if (session_->Path().empty()) return SaveAs(then);
   if (session_->IsFileChangedOutside()) return AskToOverwrite(then);
-  std::string error;
-  if (!session_->Save(false, &error)) return ShowMessage(error, Gtk::MessageType::ERROR);
+  if (const auto done = session_->Save(false); !done) return ShowProblem(done.Why(), Gtk::MessageType::ERROR);
   message_.set_revealed(false);
   then();
 }
@@ -81,8 +80,7 @@ void EditorWindow::AskToOverwrite(const std::function<void()>& then) {
       {{Tr("Save _As…"), kSave}, {Tr("_Replace"), kOverwrite}}, [this, then](int answer) {
         if (answer == kSave) SaveAs(then);
         if (answer != kOverwrite) return;
-        std::string error;
-        if (!session_->Save(true, &error)) return ShowMessage(error, Gtk::MessageType::ERROR);
+        if (const auto done = session_->Save(true); !done) return ShowProblem(done.Why(), Gtk::MessageType::ERROR);
         then();
       });
 }
@@ -103,9 +101,8 @@ void EditorWindow::SaveAs(const std::function<void()>& then) {
 
 void EditorWindow::SaveTo(const std::string& path, const std::function<void()>& then) {
   const bool named = FileName(path).find('.') != std::string::npos;
-  std::string error;
-  if (!session_->SaveAs(named ? path : path + kExtension, &error)) {
-    return ShowMessage(error, Gtk::MessageType::ERROR);
+  if (const auto done = session_->SaveAs(named ? path : path + kExtension); !done) {
+    return ShowProblem(done.Why(), Gtk::MessageType::ERROR);
   }
   EditorApplication::NoteUse(session_->Path());
   message_.set_revealed(false);
@@ -134,8 +131,9 @@ void EditorWindow::AskToRecover(const std::string& name, const std::function<voi
 // The dialog closes itself.
 void EditorWindow::Export() {
   FinishTyping();
-  new ExportDialog(*this, *session_, [this](const std::string& text, bool done) {
-    ShowMessage(text, done ? Gtk::MessageType::INFO : Gtk::MessageType::ERROR);
+  new ExportDialog(*this, *session_, [this](const std::string& file, const Result<>& done) {
+    if (!done) return ShowProblem(done.Why(), Gtk::MessageType::ERROR);
+    ShowNotice(N_("Exported %s"), file);
   });
 }
 

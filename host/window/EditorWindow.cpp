@@ -116,6 +116,20 @@ void EditorWindow::ShowMessage(const std::string& text, Gtk::MessageType type) {
   message_.set_revealed(true);
 }
 
+void EditorWindow::ShowProblem(const Problem& problem, Gtk::MessageType type) {
+  ShowMessage(problem.Translated(), type);
+}
+
+void EditorWindow::ShowSkipped(const std::vector<BundleSet::Skipped>& bundles) {
+  std::string lines;
+  for (const BundleSet::Skipped& bundle : bundles) lines += (lines.empty() ? "" : "\n") + bundle.reason.Translated();
+  if (!lines.empty()) ShowMessage(lines, Gtk::MessageType::WARNING);
+}
+
+void EditorWindow::ShowNotice(Text text, const std::string& name) {
+  ShowMessage(TrWith(text, name), Gtk::MessageType::INFO);
+}
+
 Gtk::Widget* EditorWindow::MakeCanvasArea() {
   auto* const grid = Gtk::make_managed<Gtk::Grid>();
   auto* const horizontal = Gtk::make_managed<Gtk::Scrollbar>(canvas_.Horizontal(), Gtk::Orientation::HORIZONTAL);
@@ -126,7 +140,7 @@ Gtk::Widget* EditorWindow::MakeCanvasArea() {
   grid->attach(*vertical, 2, 1);
   grid->attach(*horizontal, 1, 2);
   canvas_.SignalViewChanged().connect([this] { UpdateZoom(); });
-  canvas_.SignalMessage().connect([this](const std::string& text) { ShowMessage(text, Gtk::MessageType::WARNING); });
+  canvas_.SignalProblem().connect([this](const Problem& problem) { ShowProblem(problem, Gtk::MessageType::WARNING); });
   canvas_.SignalPointer().connect([this](const AGPoint& map) {
     horizontalRuler_.SetPointer(map);
     verticalRuler_.SetPointer(map);
@@ -155,8 +169,8 @@ void EditorWindow::AddPanels(Gtk::Box* side) {
     expander->add_css_class("panel-frame");
     expander->set_child(*named.panel);
     side->append(*expander);
-    named.panel->SignalMessage().connect(
-        [this](const std::string& text) { ShowMessage(text, Gtk::MessageType::WARNING); });
+    named.panel->SignalProblem().connect(
+        [this](const Problem& problem) { ShowProblem(problem, Gtk::MessageType::WARNING); });
     panels_.push_back(std::move(named.panel));
   }
 }

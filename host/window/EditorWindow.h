@@ -10,6 +10,7 @@
 #include <memory>
 #include <vector>
 
+#include "host/bundles/BundleSet.h"
 #include "host/storage/Recovery.h"
 #include "host/window/canvas/CanvasView.h"
 #include "host/window/canvas/Ruler.h"
@@ -30,7 +31,10 @@ class EditorWindow : public Gtk::ApplicationWindow, public SessionObserver {
   /// True when the window shows a new document that was never changed.
   bool IsUntouched() const;
   /// Says something that needs no answer, above the canvas.
-  void ShowMessage(const std::string& text, Gtk::MessageType type = Gtk::MessageType::INFO);
+  void ShowProblem(const Problem& problem, Gtk::MessageType type);
+  void ShowSkipped(const std::vector<BundleSet::Skipped>& bundles);
+  /// That something is done, with the name in place of the text's "%s".
+  void ShowNotice(Text text, const std::string& name);
   /// Calls `then` when the document may go: it has no unsaved changes, was saved, or the user gives them up.
   void AskToKeepChanges(const std::function<void()>& then);
   /// Asks whether a document that a crash left is to be recovered or discarded; without an answer `then` is not called.
@@ -48,7 +52,7 @@ class EditorWindow : public Gtk::ApplicationWindow, public SessionObserver {
   bool on_close_request() override;
 
  private:
-  using Edit = std::function<bool(const ObjectIDs&, std::string*)>;
+  using Edit = std::function<Result<>(const ObjectIDs&)>;
 
   void AddActions();
   /// An action that ends a burst of changes first.
@@ -71,7 +75,8 @@ class EditorWindow : public Gtk::ApplicationWindow, public SessionObserver {
   void UpdateTitle();
   void UpdateZoom();
   void SetEnabled(const char* action, bool enabled);
-  void Do(bool done, const std::string& error);
+  void ShowMessage(const std::string& text, Gtk::MessageType type);
+  void Do(const Result<>& done);
 
   /// `kinds` are names and patterns of files.
   void ChooseFile(const std::string& title, const std::vector<std::pair<std::string, std::string>>& kinds,

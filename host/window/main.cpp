@@ -21,7 +21,6 @@ std::string HostProgram() {
 
 int main(int argc, char** argv) {
   host::AddCatalogues();
-  host::Localisation::Instance().TranslateErrors();
   std::setlocale(LC_NUMERIC, "");
   host::BundleSet bundles(HostProgram(), host::ProbeMemory::DefaultFile());
   std::vector<char*> words{argv[0]};
@@ -31,10 +30,9 @@ int main(int argc, char** argv) {
     if (word == "--no-bundles") {
       searches = false;
     } else if ((word == "--bundle" || word == "--only-bundle") && i + 1 < argc) {
-      std::string error;
       if (word == "--only-bundle") searches = false;
-      if (!bundles.Load(argv[++i], &error)) {
-        std::fprintf(stderr, "objecthost: %s\n", error.c_str());
+      if (const auto done = bundles.Load(argv[++i]); !done) {
+        std::fprintf(stderr, "objecthost: %s\n", done.Why().Translated().c_str());
         return 1;
       }
     } else {

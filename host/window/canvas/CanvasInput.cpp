@@ -64,8 +64,8 @@ void CanvasView::AddPointer() {
     double y = 0;
     if (!gesture->get_start_point(x, y)) return;
     const bool made = tool_.NewClass().has_value();
-    const std::string refused = tool_.Release(Cleaned(x + dx, y + dy), ModifiersOf(gesture->get_current_event_state()));
-    if (!refused.empty()) message_.emit(refused);
+    const auto done = tool_.Release(Cleaned(x + dx, y + dy), ModifiersOf(gesture->get_current_event_state()));
+    if (!done) problem_.emit(done.Why());
     if (made) SetNewClass(std::nullopt);
     queue_draw();
   });
@@ -186,8 +186,7 @@ void CanvasView::Nudge(double dx, double dy) {
     return;
   }
   SlideStep::Continue(session_, "nudge");
-  std::string error;
-  if (!session_->Move(session_->Selected().IDs(), dx, dy, &error)) message_.emit(error);
+  if (const auto done = session_->Move(session_->Selected().IDs(), dx, dy); !done) problem_.emit(done.Why());
 }
 
 // The keyboard's way through the objects: the next one in drawing order that can be selected.

@@ -46,7 +46,7 @@ class CanvasView : public Gtk::Widget, public SessionObserver {
   /// Where the pointer is on the map.
   sigc::signal<void(AGPoint)>& SignalPointer() { return pointer_; }
   /// One line for the user about what could not be done.
-  sigc::signal<void(std::string)>& SignalMessage() { return message_; }
+  sigc::signal<void(Problem)>& SignalProblem() { return problem_; }
   /// The class to make was chosen or, after an object was made, given up.
   sigc::signal<void()>& SignalToolChanged() { return toolChanged_; }
 
@@ -103,7 +103,7 @@ class CanvasView : public Gtk::Widget, public SessionObserver {
   AGPoint panStart_;
   sigc::signal<void()> viewChanged_;
   sigc::signal<void(AGPoint)> pointer_;
-  sigc::signal<void(std::string)> message_;
+  sigc::signal<void(Problem)> problem_;
   sigc::signal<void()> toolChanged_;
 };
 

@@ -56,7 +56,7 @@ std::string BaseName(const std::string& path) {
 }  // namespace
 
 ExportDialog::ExportDialog(Gtk::Window& parent, DocumentSession& session,
-                           std::function<void(const std::string&, bool)> report)
+                           std::function<void(const std::string&, const Result<>&)> report)
     : parent_(parent),
       session_(session),
       report_(std::move(report)),
@@ -125,10 +125,9 @@ void ExportDialog::Export(const std::string& path) {
   options.transparent = transparent_.get_sensitive() && transparent_.get_active();
   options.quality = quality_.get_value() / 100;
   set_visible(false);
-  std::string error;
   WindowProgress progress(parent_, TrWith("Exporting %s", file));
-  const bool done = ExportPicture(session_.Doc(), file, options, &progress, &error);
-  if (!progress.WasStopped()) report_(done ? TrWith("Exported %s", file) : error, done);
+  const auto done = ExportPicture(session_.Doc(), file, options, &progress);
+  if (!progress.WasStopped()) report_(file, done);
 }
 
 }  // namespace host

@@ -22,7 +22,7 @@ class ExportDialog : public Gtk::Window {
   /// What happened, in one line, goes to `report`. The session outlives the dialog, which is modal over `parent` and
   /// deletes itself when it is closed.
   ExportDialog(Gtk::Window& parent, DocumentSession& session,
-               std::function<void(const std::string&, bool done)> report);
+               std::function<void(const std::string& file, const Result<>& done)> report);
 
  private:
   void ShowWhatCounts();
@@ -31,7 +31,7 @@ class ExportDialog : public Gtk::Window {
 
   Gtk::Window& parent_;
   DocumentSession& session_;
-  std::function<void(const std::string&, bool)> report_;
+  std::function<void(const std::string&, const Result<>&)> report_;
   FormGrid grid_;
   Gtk::DropDown kind_;
   NumberField scale_;

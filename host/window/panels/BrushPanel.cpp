@@ -13,8 +13,7 @@ BrushPanel::BrushPanel() {
     } else {
       SlideStep::Continue(Session(), "brush " + burst);
     }
-    std::string error;
-    Report(Session()->SetBrush(Session()->Selected().IDs(), brush, &error), error);
+    Report(Session()->SetBrush(Session()->Selected().IDs(), brush));
   });
 }
 

@@ -18,8 +18,8 @@ class EditorPanel : public Gtk::Box, public SessionObserver {
 
   /// Null shows nothing. The session outlives the panel or is replaced before.
   void SetSession(DocumentSession* session);
-  /// One line for the user about what could not be done.
-  sigc::signal<void(std::string)>& SignalMessage() { return message_; }
+  /// What could not be done.
+  sigc::signal<void(Problem)>& SignalProblem() { return problem_; }
 
   // SessionObserver
   void OnObjectChanged(ObjectID) override { RefreshSoon(); }
@@ -39,8 +39,8 @@ class EditorPanel : public Gtk::Box, public SessionObserver {
   bool IsRefreshing() const { return refreshing_; }
   void RefreshSoon();
   /// Reports a refused edit.
-  void Report(bool done, const std::string& error) {
-    if (!done && !error.empty()) message_.emit(error);
+  void Report(const Result<>& done) {
+    if (!done) problem_.emit(done.Why());
   }
 
  private:
@@ -49,7 +49,7 @@ class EditorPanel : public Gtk::Box, public SessionObserver {
   DocumentSession* session_ = nullptr;
   bool refreshing_ = false;
   sigc::connection idle_;
-  sigc::signal<void(std::string)> message_;
+  sigc::signal<void(Problem)> problem_;
 };
 
 }  // namespace host

@@ -20,13 +20,17 @@ InspectorPanel::InspectorPanel() {
   append(none_);
 }
 
+Result<> InspectorPanel::Open() {
+  if (Session() == nullptr || Session()->Selected().IsEmpty()) return Problem(N_("Nothing is selected"));
+  return inspector_.Open(Session(), Session()->Selected().IDs());
+}
+
 void InspectorPanel::Refresh() {
-  std::string error = Tr("Nothing is selected");
-  const bool open = Session() != nullptr && !Session()->Selected().IsEmpty() &&
-                    inspector_.Open(Session(), Session()->Selected().IDs(), &error);
+  const Result<> opened = Open();
+  const bool open = static_cast<bool>(opened);
   if (widget_ != nullptr) widget_->set_visible(open);
   none_.set_visible(!open);
-  none_.set_text(error);
+  none_.set_text(open ? "" : opened.Why().Translated());
   if (!open) {
     idling_.disconnect();
     return;

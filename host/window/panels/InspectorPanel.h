@@ -23,6 +23,7 @@ class InspectorPanel : public EditorPanel {
   void Refresh() override;
 
  private:
+  Result<> Open();
   void Build();
   void Changed(unsigned int controlID, const ControlWidget::SetValue& set, bool more);
   void ShowControls();

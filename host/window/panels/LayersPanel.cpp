@@ -29,16 +29,12 @@ LayersPanel::LayersPanel() {
   append(list_);
   auto* const buttons = Gtk::make_managed<Gtk::Box>(Gtk::Orientation::HORIZONTAL, 4);
   AddButton(buttons, "list-add-symbolic", Tr("New Layer"), [this] { Session()->AddLayer(""); });
-  AddButton(buttons, "list-remove-symbolic", Tr("Delete Layer"), [this] {
-    std::string error;
-    Report(Session()->RemoveLayer(Session()->ActiveLayer(), &error), error);
-  });
+  AddButton(buttons, "list-remove-symbolic", Tr("Delete Layer"),
+            [this] { Report(Session()->RemoveLayer(Session()->ActiveLayer())); });
   AddButton(buttons, "go-up-symbolic", Tr("Move Layer Up"), [this] { MoveActive(1); });
   AddButton(buttons, "go-down-symbolic", Tr("Move Layer Down"), [this] { MoveActive(-1); });
-  AddButton(buttons, "insert-object-symbolic", Tr("Move Selection to Layer"), [this] {
-    std::string error;
-    Report(Session()->MoveToLayer(Session()->Selected().IDs(), Session()->ActiveLayer(), &error), error);
-  });
+  AddButton(buttons, "insert-object-symbolic", Tr("Move Selection to Layer"),
+            [this] { Report(Session()->MoveToLayer(Session()->Selected().IDs(), Session()->ActiveLayer())); });
   append(*buttons);
 }
 
@@ -56,9 +52,8 @@ void LayersPanel::AddButton(Gtk::Box* box, const char* icon, const char* tip, co
 void LayersPanel::MoveActive(int by) {
   const std::size_t index = Session()->Doc().IndexOfLayer(Session()->ActiveLayer());
   if ((by < 0 && index == 0) || (by > 0 && index + 1 == Session()->Doc().Layers().size())) return;
-  std::string error;
   const std::size_t target = by < 0 ? index - 1 : index + 1;
-  Report(Session()->MoveLayer(Session()->ActiveLayer(), target, &error), error);
+  Report(Session()->MoveLayer(Session()->ActiveLayer(), target));
 }
 
 Gtk::Widget* LayersPanel::MakeRow(const Layer& layer) {
@@ -69,8 +64,7 @@ Gtk::Widget* LayersPanel::MakeRow(const Layer& layer) {
   SetName(visible, Tr("Visible"));
   visible->signal_toggled().connect([this, id, visible] {
     SlideStep::End();
-    std::string error;
-    Report(Session()->SetLayerVisible(id, visible->get_active(), &error), error);
+    Report(Session()->SetLayerVisible(id, visible->get_active()));
   });
   auto* const locked = Gtk::make_managed<Gtk::ToggleButton>();
   locked->set_icon_name(layer.settings.locked ? "changes-prevent-symbolic" : "changes-allow-symbolic");
@@ -79,8 +73,7 @@ Gtk::Widget* LayersPanel::MakeRow(const Layer& layer) {
   SetName(locked, Tr("Locked"));
   locked->signal_toggled().connect([this, id, locked] {
     SlideStep::End();
-    std::string error;
-    Report(Session()->SetLayerLocked(id, locked->get_active(), &error), error);
+    Report(Session()->SetLayerLocked(id, locked->get_active()));
   });
   auto* const name = Gtk::make_managed<Gtk::EditableLabel>(layer.settings.name);
   name->set_hexpand(true);
@@ -89,8 +82,7 @@ Gtk::Widget* LayersPanel::MakeRow(const Layer& layer) {
     if (name->get_editing() || Session()->Doc().FindLayer(id) == nullptr) return;
     if (name->get_text().raw() == Session()->Doc().FindLayer(id)->settings.name) return;
     SlideStep::End();
-    std::string error;
-    Report(Session()->SetLayerName(id, name->get_text(), &error), error);
+    Report(Session()->SetLayerName(id, name->get_text()));
   });
   row->append(*visible);
   row->append(*locked);

@@ -59,22 +59,20 @@ bool ObjectPanel::GetFrame(AGRect* box) const {
 
 void ObjectPanel::PlaceFrame(const AGRect& box) {
   const ObjectIDs& ids = Session()->Selected().IDs();
-  std::string error;
   if (ids.size() == 1) {
     const double angle = Session()->Doc().Find(ids[0])->angle;
-    Report(Session()->SetPlacement(ids[0], {box, angle}, &error), error);
+    Report(Session()->SetPlacement(ids[0], {box, angle}));
   } else {
     AGRect from;
     GetFrame(&from);
-    Report(Session()->Resize(ids, from, box, &error), error);
+    Report(Session()->Resize(ids, from, box));
   }
 }
 
 void ObjectPanel::SetAngle(double degrees) {
   if (Session() == nullptr || Session()->Selected().IsEmpty()) return;
   SlideStep::Continue(Session(), "angle");
-  std::string error;
-  Report(Session()->SetAngle(Session()->Selected().IDs(), degrees * kDegree, &error), error);
+  Report(Session()->SetAngle(Session()->Selected().IDs(), degrees * kDegree));
 }
 
 void ObjectPanel::Refresh() {

@@ -55,8 +55,7 @@ void PenPanel::Changed(const std::string& burst) {
   } else {
     SlideStep::Continue(Session(), "pen " + burst);
   }
-  std::string error;
-  Report(Session()->SetPen(Session()->Selected().IDs(), pen_, &error), error);
+  Report(Session()->SetPen(Session()->Selected().IDs(), pen_));
 }
 
 void PenPanel::Refresh() {

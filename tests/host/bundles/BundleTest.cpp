@@ -10,6 +10,7 @@
 
 #include "host/bundles/BundleProbe.h"
 #include "host/bundles/BundleSet.h"
+#include "tests/host/ResultTestSupport.h"
 
 namespace host {
 namespace {
@@ -22,17 +23,15 @@ bool IsMapped(const char* name) {
 }
 
 TEST(BundleTest, Load_RegistersTheRectangle) {
-  std::string error;
-  const auto bundle = Bundle::Load(AK_BUNDLE, &error);
-  ASSERT_NE(bundle, nullptr) << error;
+  const auto bundle = Taken(Bundle::Load(AK_BUNDLE));
   ASSERT_EQ(bundle->Classes().size(), 1U);
   const AKClass& cls = *bundle->Classes()[0]->record;
   EXPECT_TRUE(DisplayName(cls) == "Rectangle");
   EXPECT_TRUE(cls.names[0] == "CStdRect");
   EXPECT_EQ(cls.parentLink, Host::Instance().Classes().Find(AKClassID("_syVect")));
 
-  const auto second = Bundle::Load(AK_BUNDLE, &error);
-  EXPECT_EQ(second, nullptr) << "the bundle is set up already";
+  const auto second = Bundle::Load(AK_BUNDLE);
+  EXPECT_FALSE(second) << "the bundle is set up already";
   EXPECT_NE(Host::Instance().Classes().Find(AKClassID("stdRect")), nullptr);
 }
 
@@ -47,10 +46,9 @@ TEST(BundleTest, Load_WhatIsNoBundle_SaysWhy) {
                {folder + "/Refuses.so", "returned status -4321"},
                {folder, "is no bundle"}};
   for (const auto& c : cases) {
-    std::string error;
-    EXPECT_EQ(Bundle::Load(c.path, &error), nullptr) << c.path;
+    const std::string error = Said(Bundle::Load(c.path));
     EXPECT_NE(error.find(c.reason), std::string::npos) << error;
-    EXPECT_EQ(error.find('\n'), std::string::npos) << error;
+    EXPECT_EQ(error.find('\n'), std::string::npos);
   }
 }
 
@@ -69,17 +67,16 @@ TEST(BundleProbeTest, Probe_TellsWhatABundleDoes) {
     {folder + "/Crashes.so", "Crashes.so"}
   };
   for (const auto& c : cases) {
-    std::string error;
-    EXPECT_EQ(ProbeBundle(AK_OBJECTHOST, c.path, kProbeLimit, &error), c.reason == nullptr) << c.path << error;
+    const std::string error = Said(ProbeBundle(AK_OBJECTHOST, c.path, kProbeLimit));
+    EXPECT_EQ(error.empty(), c.reason == nullptr) << c.path << error;
     if (c.reason != nullptr) {
       EXPECT_NE(error.find(c.reason), std::string::npos) << error;
     }
-    EXPECT_EQ(error.find('\n'), std::string::npos) << error;
+    EXPECT_EQ(error.find('\n'), std::string::npos);
   }
-  std::string error;
-  EXPECT_FALSE(ProbeBundle(AK_OBJECTHOST, folder + "/Hangs.so", std::chrono::milliseconds(400), &error));
+  const std::string error = Said(ProbeBundle(AK_OBJECTHOST, folder + "/Hangs.so", std::chrono::milliseconds(400)));
   EXPECT_NE(error.find("hangs: it was not done after 0.40 seconds"), std::string::npos) << error;
-  EXPECT_FALSE(ProbeBundle("/no/such/host", AK_BUNDLE, kProbeLimit, &error));
+  EXPECT_FALSE(ProbeBundle("/no/such/host", AK_BUNDLE, kProbeLimit));
 }
 
 TEST(BundleSetTest, SearchPath_SkipsWhatIsBroken) {
@@ -99,8 +96,7 @@ TEST(BundleSetTest, SearchPath_SkipsWhatIsBroken) {
     ASSERT_EQ(bundles.NotLoaded().size(), 2U);
     EXPECT_EQ(bundles.NotLoaded()[0].path, folder + "/ARefuses.so");
     EXPECT_EQ(bundles.NotLoaded()[1].path, folder + "/text.so");
-    std::string error;
-    EXPECT_FALSE(bundles.Load(AK_BUNDLE, &error)) << "the class is there already";
+    EXPECT_FALSE(bundles.Load(AK_BUNDLE)) << "the class is there already";
     EXPECT_NE(Host::Instance().Classes().Find(AKClassID("stdRect")), nullptr);
   }
   EXPECT_EQ(Host::Instance().Classes().Find(AKClassID("stdRect")), nullptr);
@@ -111,9 +107,7 @@ TEST(BundleSetTest, SearchPath_SkipsWhatIsBroken) {
 TEST(BundleTest, LoadAndUnload_HundredTimes_LeavesNothing) {
   [[maybe_unused]] std::size_t before = 0;  // a sanitizer's allocator is not asked
   for (int i = 0; i < 100; ++i) {
-    std::string error;
-    auto bundle = Bundle::Load(AK_BUNDLE, &error);
-    ASSERT_NE(bundle, nullptr) << error;
+    auto bundle = Taken(Bundle::Load(AK_BUNDLE));
     EXPECT_TRUE(IsMapped("StdRectangle.so"));
     bundle.reset();
     ASSERT_FALSE(IsMapped("StdRectangle.so")) << i;

@@ -107,8 +107,7 @@ class DocumentModelTest : public SessionFixture {
     const double x = Eighths(100);
     const ObjectPlacement placement{{x, 0, x + 10, 20}, Eighths(3)};
     session_->SetActiveLayer(LayerAt(layer));
-    const ObjectID id = session_->Add(AKClassID("stdRect"), "-default", placement, &error_);
-    ASSERT_NE(id, kNoObjectID) << error_;
+    const ObjectID id = Taken(session_->Add(AKClassID("stdRect"), "-default", placement));
     (*state)[layer].push_back({id, placement.bounds, placement.angle, 0.5});
   }
 
@@ -126,33 +125,33 @@ class DocumentModelTest : public SessionFixture {
     const double number = Eighths(8);
     switch (Pick(7)) {
       case 0:
-        ASSERT_TRUE(session_->Delete(ids, &error_));
+        ASSERT_TRUE(session_->Delete(ids));
         objects.erase(object);
         break;
       case 1:
       case 2:
-        ASSERT_TRUE(session_->Move(ids, number, -number, &error_));
+        ASSERT_TRUE(session_->Move(ids, number, -number));
         object->bounds = {old.bounds.x0 + number, old.bounds.y0 - number, old.bounds.x1 + number,
                           old.bounds.y1 - number};
         break;
       case 3:
-        ASSERT_TRUE(session_->SetAngle(ids, number, &error_));
+        ASSERT_TRUE(session_->SetAngle(ids, number));
         object->angle = number;
         break;
       case 4:
         object->rounding = Pick(9) / 8.0;
-        ASSERT_TRUE(session_->SetProperties(ids, {{"Rounding", std::to_string(object->rounding)}}, &error_)) << error_;
+        ASSERT_TRUE(session_->SetProperties(ids, {{"Rounding", std::to_string(object->rounding)}}));
         break;
       case 5: {
         const bool front = Pick(2) == 0;
-        session_->ChangeOrder(ids, front ? OrderChange::kToFront : OrderChange::kToBack, &error_);
+        std::ignore = session_->ChangeOrder(ids, front ? OrderChange::kToFront : OrderChange::kToBack);
         objects.erase(object);
         objects.insert(front ? objects.end() : objects.begin(), old);
         break;
       }
       default: {
         const std::size_t other = (layer + 1) % state->size();
-        ASSERT_TRUE(session_->MoveToLayer(ids, LayerAt(other), &error_));
+        ASSERT_TRUE(session_->MoveToLayer(ids, LayerAt(other)));
         objects.erase(object);
         (*state)[other].push_back(old);
       }
@@ -160,12 +159,11 @@ class DocumentModelTest : public SessionFixture {
   }
 
   void SaveAndPerhapsReopen(const std::string& path) {
-    ASSERT_TRUE(session_->SaveAs(path, &error_)) << error_;
+    ASSERT_TRUE(session_->SaveAs(path));
     plain_.saved = plain_.position;
     if (Pick(2) == 0) return;
     PlainState before = plain_.Now();
-    auto session = DocumentSession::Open(path, &error_);
-    ASSERT_NE(session, nullptr) << error_;
+    auto session = Taken(DocumentSession::Open(path));
     Start(std::move(session));
     for (std::size_t l = 0; l < before.size(); ++l) {
       ASSERT_EQ(before[l].size(), plain_.Now()[l].size());
@@ -214,8 +212,8 @@ TEST_F(DocumentModelTest, MillionEdits_AgreeWithAPlainModel) {
   random_.seed(seed);
   auto session = std::make_unique<DocumentSession>(MakeDocument(3));
   session->AddLayer("Second");
-  ASSERT_TRUE(session->SaveAs(folder.Path("model.akd"), &error_)) << error_;
-  Start(DocumentSession::Open(folder.Path("model.akd"), &error_));
+  ASSERT_TRUE(session->SaveAs(folder.Path("model.akd")));
+  Start(Taken(DocumentSession::Open(folder.Path("model.akd"))));
   for (int i = 0; i < kEdits && !HasFailure(); ++i) {
     Step();
     if (i % 32 == 0) Compare(i % 2048 == 0);

@@ -41,7 +41,6 @@ class RandomEditor {
   LayerID AnyLayer() { return session_.Doc().Layers()[Pick(session_.Doc().Layers().size())]->id; }
 
   void Edit() {
-    std::string error;
     const ObjectIDs ids = Some();
     AGBrush brush(3, {1, 2, 3, static_cast<unsigned char>(Pick(256))}, {200, 1, 1});
     AGPen pen;
@@ -49,40 +48,40 @@ class RandomEditor {
     const double x = Number(-50, 50);
     const std::function<void()> edits[] = {
         [&] {
-          session_.Add(AKClassID("stdRect"), "-default", {{x, x, x + 30, x + 20}, x}, &error);
+          std::ignore = session_.Add(AKClassID("stdRect"), "-default", {{x, x, x + 30, x + 20}, x});
         },
         [&] {
-          session_.Add(AKClassID("stdRect"), "", {{x, 0, 40, 10}, 0}, &error);
+          std::ignore = session_.Add(AKClassID("stdRect"), "", {{x, 0, 40, 10}, 0});
         },
-        [&] { session_.Delete(ids, &error); },
-        [&] { session_.Move(ids, x, -x, &error); },
+        [&] { std::ignore = session_.Delete(ids); },
+        [&] { std::ignore = session_.Move(ids, x, -x); },
         [&] {
-          session_.Resize(ids, {0, 0, 10, 10}, {x, 0, x + 20, 5}, &error);
+          std::ignore = session_.Resize(ids, {0, 0, 10, 10}, {x, 0, x + 20, 5});
         },
-        [&] { session_.Rotate(ids, x, &error); },
-        [&] { session_.SetBrush(ids, brush, &error); },
-        [&] { session_.SetPen(ids, pen, &error); },
+        [&] { std::ignore = session_.Rotate(ids, x); },
+        [&] { std::ignore = session_.SetBrush(ids, brush); },
+        [&] { std::ignore = session_.SetPen(ids, pen); },
         [&] {
-          session_.SetProperties(ids, {{"Rounding", std::to_string(x / 50)}, {"Angle", "30"}}, &error);
+          std::ignore = session_.SetProperties(ids, {{"Rounding", std::to_string(x / 50)}, {"Angle", "30"}});
         },
         [&] {
-          session_.SetProperties(ids, {{"Rounding", "0.9"}, {"Bounds", "wrong"}}, &error);
+          std::ignore = session_.SetProperties(ids, {{"Rounding", "0.9"}, {"Bounds", "wrong"}});
         },
-        [&] { session_.ChangeOrder(ids, static_cast<OrderChange>(Pick(4)), &error); },
-        [&] { session_.Align(ids, static_cast<Alignment>(Pick(6)), static_cast<AlignTo>(Pick(2)), &error); },
-        [&] { session_.Distribute(ids, static_cast<Axis>(Pick(2)), &error); },
-        [&] { session_.Duplicate(ids, 5, 5, &error); },
-        [&] { session_.Cut(ids, &clipboard_, &error); },
-        [&] { session_.Paste(clipboard_, 1, 1, &error); },
+        [&] { std::ignore = session_.ChangeOrder(ids, static_cast<OrderChange>(Pick(4))); },
+        [&] { std::ignore = session_.Align(ids, static_cast<Alignment>(Pick(6)), static_cast<AlignTo>(Pick(2))); },
+        [&] { std::ignore = session_.Distribute(ids, static_cast<Axis>(Pick(2))); },
+        [&] { std::ignore = session_.Duplicate(ids, 5, 5); },
+        [&] { std::ignore = session_.Cut(ids, &clipboard_); },
+        [&] { std::ignore = session_.Paste(clipboard_, 1, 1); },
         [&] { session_.AddLayer(Pick(2) == 0 ? "" : "Ebene", Pick(3)); },
-        [&] { session_.RemoveLayer(AnyLayer(), &error); },
-        [&] { session_.SetLayerVisible(AnyLayer(), Pick(4) != 0, &error); },
-        [&] { session_.SetLayerLocked(AnyLayer(), Pick(4) == 0, &error); },
-        [&] { session_.SetLayerName(AnyLayer(), "Name " + std::to_string(Pick(9)), &error); },
-        [&] { session_.MoveLayer(AnyLayer(), Pick(4), &error); },
-        [&] { session_.MoveToLayer(ids, AnyLayer(), &error); },
+        [&] { std::ignore = session_.RemoveLayer(AnyLayer()); },
+        [&] { std::ignore = session_.SetLayerVisible(AnyLayer(), Pick(4) != 0); },
+        [&] { std::ignore = session_.SetLayerLocked(AnyLayer(), Pick(4) == 0); },
+        [&] { std::ignore = session_.SetLayerName(AnyLayer(), "Name " + std::to_string(Pick(9))); },
+        [&] { std::ignore = session_.MoveLayer(AnyLayer(), Pick(4)); },
+        [&] { std::ignore = session_.MoveToLayer(ids, AnyLayer()); },
         [&] {
-          session_.SetPage({Number(1, 500), 100}, &error);
+          std::ignore = session_.SetPage({Number(1, 500), 100});
         },
         [&] { session_.SetActiveLayer(AnyLayer()); },
         [&] { Slide(ids); },
@@ -93,9 +92,8 @@ class RandomEditor {
  private:
   // A slide of the inspector, or one that is cancelled.
   void Slide(const ObjectIDs& ids) {
-    std::string error;
     Inspector inspector;
-    if (!inspector.Open(&session_, ids, &error)) return;
+    if (!inspector.Open(&session_, ids)) return;
     session_.BeginStep("Slide");
     for (int i = 0; i < 3; ++i) inspector.Change(2, Number(0, 1), nullptr);
     Pick(3) == 0 ? session_.CancelStep() : static_cast<void>(session_.EndStep());
@@ -148,7 +146,7 @@ TEST_F(DocumentSessionTest, Drag_IsOneStep_AndCanBeCancelled) {
   session.BeginStep("Move");
   for (int i = 1; i <= 50; ++i) {
     session.RewindStep();
-    ASSERT_TRUE(session.Move(ids, i * 0.1, i, &error_));
+    ASSERT_TRUE(session.Move(ids, i * 0.1, i));
   }
   EXPECT_FALSE(session.Undo()) << "in the middle of a drag";
   EXPECT_TRUE(session.EndStep());
@@ -161,13 +159,13 @@ TEST_F(DocumentSessionTest, Drag_IsOneStep_AndCanBeCancelled) {
   EXPECT_EQ(Bytes(session), after);
 
   session.BeginStep("Move");
-  session.Move(ids, 7, 7, &error_);
-  session.Delete({ids[0]}, &error_);
+  std::ignore = session.Move(ids, 7, 7);
+  std::ignore = session.Delete({ids[0]});
   session.CancelStep();
   EXPECT_EQ(Bytes(session), after);
   session.BeginStep("Move");
-  session.Move(ids, 7, 7, &error_);
-  session.Move(ids, -7, -7, &error_);
+  std::ignore = session.Move(ids, 7, 7);
+  std::ignore = session.Move(ids, -7, -7);
   EXPECT_FALSE(session.EndStep()) << "nothing has changed";
   EXPECT_EQ(session.Steps().Count(), 1U);
 }
@@ -175,10 +173,10 @@ TEST_F(DocumentSessionTest, Drag_IsOneStep_AndCanBeCancelled) {
 TEST_F(DocumentSessionTest, CleanMark_FollowsUndoAndRedo_UntilItsStepIsForgotten) {
   DocumentSession session(MakeDocument(2));
   const std::string path = testing::TempDir() + "clean.akd";
-  const auto move = [&] { session.Move({ID(session, 0)}, 1, 0, &error_); };
+  const auto move = [&] { std::ignore = session.Move({ID(session, 0)}, 1, 0); };
   EXPECT_FALSE(session.HasUnsavedChanges());
   move();
-  ASSERT_TRUE(session.SaveAs(path, &error_)) << error_;
+  ASSERT_TRUE(session.SaveAs(path));
   EXPECT_FALSE(session.HasUnsavedChanges());
   session.Undo();
   EXPECT_TRUE(session.HasUnsavedChanges());
@@ -190,18 +188,17 @@ TEST_F(DocumentSessionTest, CleanMark_FollowsUndoAndRedo_UntilItsStepIsForgotten
   session.Undo();
   EXPECT_TRUE(session.HasUnsavedChanges()) << "what was saved can't be reached any more";
 
-  ASSERT_TRUE(session.Save(false, &error_));
+  ASSERT_TRUE(session.Save(false));
   for (std::size_t i = 0; i <= History::kMostSteps; ++i) move();
   EXPECT_EQ(session.Steps().Count(), History::kMostSteps);
   while (session.Undo()) EXPECT_TRUE(session.HasUnsavedChanges());
 
-  ASSERT_TRUE(session.Save(false, &error_));
+  ASSERT_TRUE(session.Save(false));
   std::ofstream(path, std::ios::app) << "x";
   move();
-  EXPECT_FALSE(session.Save(false, &error_));
-  EXPECT_NE(error_.find("another program"), std::string::npos) << error_;
+  EXPECT_NE(Said(session.Save(false)).find("another program"), std::string::npos);
   EXPECT_TRUE(session.HasUnsavedChanges());
-  EXPECT_TRUE(session.Save(true, &error_));
+  EXPECT_TRUE(session.Save(true));
 }
 
 // Moved between layers, copied, deleted and brought back, a placeholder's chunk stays what it was.
@@ -215,17 +212,16 @@ TEST_F(DocumentSessionTest, Placeholder_KeepsItsBytes_ThroughEdits) {
     for (std::size_t at = file.find(chunk); at != std::string::npos; at = file.find(chunk, at + 1)) ++found;
     return found;
   };
-  EXPECT_FALSE(session.Move({placeholder_}, 1, 1, &error_));
-  EXPECT_NE(error_.find("no bundle has its class"), std::string::npos) << error_;
-  EXPECT_TRUE(session.Move({placeholder_, ID(session, 0)}, 1, 1, &error_)) << "the others can be moved";
+  EXPECT_NE(Said(session.Move({placeholder_}, 1, 1)).find("no bundle has its class"), std::string::npos);
+  EXPECT_TRUE(session.Move({placeholder_, ID(session, 0)}, 1, 1)) << "the others can be moved";
   session.AddLayer("Over");
-  ASSERT_TRUE(session.MoveToLayer({placeholder_}, session.ActiveLayer(), &error_));
+  ASSERT_TRUE(session.MoveToLayer({placeholder_}, session.ActiveLayer()));
   EXPECT_EQ(count(), 1U);
-  ASSERT_TRUE(session.Duplicate({placeholder_}, 3, 3, &error_));
+  ASSERT_TRUE(session.Duplicate({placeholder_}, 3, 3));
   EXPECT_EQ(count(), 2U);
-  ASSERT_TRUE(session.Delete({placeholder_}, &error_));
+  ASSERT_TRUE(session.Delete({placeholder_}));
   EXPECT_EQ(count(), 1U);
-  ASSERT_TRUE(session.RemoveLayer(session.ActiveLayer(), &error_));
+  ASSERT_TRUE(session.RemoveLayer(session.ActiveLayer()));
   EXPECT_EQ(count(), 0U);
   session.Undo();
   session.Undo();
@@ -236,10 +232,10 @@ TEST_F(DocumentSessionTest, Placeholder_KeepsItsBytes_ThroughEdits) {
 TEST_F(DocumentSessionTest, Inspector_OfSeveral_KnowsWhatDiffers_AndChangesAllInOneStep) {
   DocumentSession session(MakeDocument(3));
   const ObjectIDs ids = {ID(session, 1), ID(session, 0), ID(session, 2)};
-  ASSERT_TRUE(session.SetProperties({ids[0]}, {{"Rounding", "0.5"}}, &error_)) << error_;
+  ASSERT_TRUE(session.SetProperties({ids[0]}, {{"Rounding", "0.5"}}));
   const std::string before = Bytes(session);
   Inspector inspector;
-  ASSERT_TRUE(inspector.Open(&session, ids, &error_)) << error_;
+  ASSERT_TRUE(inspector.Open(&session, ids));
   EXPECT_EQ(inspector.Fill(), 0);
   EXPECT_EQ(inspector.Wrapper().GetValueAsFloat64(2), 0.5) << "filled from the first";
   EXPECT_TRUE(inspector.IsMixed(1) && inspector.IsMixed(2));
@@ -247,7 +243,7 @@ TEST_F(DocumentSessionTest, Inspector_OfSeveral_KnowsWhatDiffers_AndChangesAllIn
 
   std::string name;
   session.BeginStep("");
-  for (const char* text : {"0.1", "0.9", "1"}) ASSERT_TRUE(inspector.Enter(2, text, &name, &error_)) << error_;
+  for (const char* text : {"0.1", "0.9", "1"}) ASSERT_TRUE(inspector.Enter(2, text, &name));
   session.EndStep();
   EXPECT_EQ(name, "Change Rectangle Curvature");
   EXPECT_EQ(session.UndoTitle(), "Undo Change Rectangle Curvature");
@@ -284,8 +280,8 @@ TEST_F(DocumentSessionTest, ObjectAt_SeesTheOutline_NotTheBox) {
   };
   for (const auto& c : cases) {
     DocumentSession session(MakeDocument(0));
-    const ObjectID id = session.Add(AKClassID("stdRect"), "", {{0, 0, 100, 100}, 0}, &error_);
-    ASSERT_TRUE(session.SetProperties({id}, c.properties, &error_)) << c.what << ": " << error_;
+    const ObjectID id = Taken(session.Add(AKClassID("stdRect"), "", {{0, 0, 100, 100}, 0}));
+    ASSERT_TRUE(session.SetProperties({id}, c.properties)) << c.what;
     EXPECT_EQ(session.ObjectAt(c.point, 0.5), c.hit ? id : kNoObjectID) << c.what;
   }
 }
@@ -303,7 +299,7 @@ TEST_F(DocumentSessionTest, LargeDocument_PartsAreDrawnAndFound_AsTheWhole) {
   std::mt19937 random(7);
   const auto number = [&random](int range) { return static_cast<double>(random() % (range * 10)) / 10; };
   for (int i = 0; i < 100000; ++i) {
-    auto object = Document::NewObject(AKClassID("stdRect"), "", &error_);
+    auto object = Taken(Document::NewObject(AKClassID("stdRect"), ""));
     const double x = number(2000);
     const double y = number(2000);
     object->bounds = {x, y, x + 1 + number(8), y + 1 + number(8)};
@@ -339,7 +335,7 @@ TEST_F(DocumentSessionTest, LargeDocument_PartsAreDrawnAndFound_AsTheWhole) {
   session.AddObserver(&recorder);
   const ObjectID id = ID(session, 50000);
   const AGRect box = PaintedBox(*session.Doc().Find(id));
-  ASSERT_TRUE(session.Move({id}, 30, 0, &error_));
+  ASSERT_TRUE(session.Move({id}, 30, 0));
   EXPECT_EQ(recorder.areas, (std::vector<AGRect>{box, {box.x0 + 30, box.y0, box.x1 + 30, box.y1}}));
   session.RemoveObserver(&recorder);
 }
@@ -349,17 +345,16 @@ TEST_F(DocumentSessionTest, LockedAndHiddenLayers_KeepTheirObjects) {
   const LayerID layer = session.Doc().FirstLayer().id;
   session.SelectAll();
   EXPECT_EQ(session.Selected().Count(), 2U);
-  session.SetLayerLocked(layer, true, &error_);
+  std::ignore = session.SetLayerLocked(layer, true);
   EXPECT_TRUE(session.Selected().IsEmpty());
   const ObjectIDs ids = {ID(session, 0)};
   session.Select(ids);
   EXPECT_TRUE(session.Selected().IsEmpty());
   EXPECT_EQ(session.ObjectAt({5, 5}, 1), kNoObjectID);
   EXPECT_TRUE(session.ObjectsIn({-5, -5, 100, 100}, Band::kWithin).empty());
-  EXPECT_FALSE(session.Move(ids, 1, 1, &error_));
-  EXPECT_FALSE(session.Delete(ids, &error_));
-  EXPECT_EQ(session.Add(AKClassID("stdRect"), "", {}, &error_), kNoObjectID);
-  EXPECT_NE(error_.find("locked"), std::string::npos) << error_;
+  EXPECT_FALSE(session.Move(ids, 1, 1));
+  EXPECT_FALSE(session.Delete(ids));
+  EXPECT_NE(Said(session.Add(AKClassID("stdRect"), "", {})).find("locked"), std::string::npos);
 }
 
 }  // namespace

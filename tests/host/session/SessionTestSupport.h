@@ -9,22 +9,20 @@
 #include "host/bundles/Bundle.h"
 #include "host/session/DocumentSession.h"
 #include "host/storage/DocumentFile.h"
+#include "tests/host/ResultTestSupport.h"
 #include "tests/kit/streams/FileTestSupport.h"
 
 namespace host {
 
 class SessionFixture : public testing::Test {
  protected:
-  void SetUp() override {
-    bundle_ = Bundle::Load(AK_BUNDLE, &error_);
-    ASSERT_NE(bundle_, nullptr) << error_;
-  }
+  void SetUp() override { bundle_ = Taken(Bundle::Load(AK_BUNDLE)); }
 
   /// Squares of side 10 in a row, at x = 0, 20, 40 ..., y from 0 to 10, with black pens of width 1.
   std::unique_ptr<Document> MakeDocument(int count) {
     auto document = std::make_unique<Document>(AGSize{200, 100});
     for (int i = 0; i < count; ++i) {
-      auto object = Document::NewObject(AKClassID("stdRect"), "", &error_);
+      auto object = Taken(Document::NewObject(AKClassID("stdRect"), ""));
       object->bounds = {20.0 * i, 0, 20.0 * i + 10, 10};
       document->AppendObject(std::move(object));
     }
@@ -32,9 +30,8 @@ class SessionFixture : public testing::Test {
   }
 
   static void AddOne(DocumentSession* session) {
-    std::string error;
     const LayerID layer = session->AddLayer("One more");
-    session->SetLayerVisible(layer, true, &error);
+    std::ignore = session->SetLayerVisible(layer, true);
   }
 
   /// An object of a class that nobody has, whose bytes no class would write.
@@ -43,7 +40,7 @@ class SessionFixture : public testing::Test {
     std::string other = copy;
     other.replace(other.find("stdRect"), 7, "strange");
     other[other.size() - 3] = 0x5A;
-    ASSERT_TRUE(session->Paste(other, 0, 0, &error_)) << error_;
+    ASSERT_TRUE(session->Paste(other, 0, 0));
     placeholder_ = session->Selected().IDs()[0];
     ASSERT_TRUE(session->Doc().Find(placeholder_)->IsPlaceholder());
   }
@@ -57,7 +54,6 @@ class SessionFixture : public testing::Test {
     return file_test::StreamContent(stream);
   }
 
-  std::string error_;
   std::unique_ptr<Bundle> bundle_;
   ObjectID placeholder_ = kNoObjectID;
 };

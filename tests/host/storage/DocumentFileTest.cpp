@@ -13,6 +13,7 @@
 #include "host/bundles/Bundle.h"
 #include "host/listings/DocumentListing.h"
 #include "host/storage/DocumentFile.h"
+#include "tests/host/ResultTestSupport.h"
 
 namespace host {
 namespace {
@@ -24,8 +25,7 @@ class DocumentFileTest : public testing::Test {
   void SetUp() override {
     char pattern[] = "/tmp/documentXXXXXX";
     folder_ = mkdtemp(pattern);
-    bundle_ = Bundle::Load(AK_BUNDLE, &error_);
-    ASSERT_NE(bundle_, nullptr) << error_;
+    bundle_ = Taken(Bundle::Load(AK_BUNDLE));
   }
   void TearDown() override { std::filesystem::remove_all(folder_); }
 
@@ -42,7 +42,7 @@ class DocumentFileTest : public testing::Test {
   std::unique_ptr<Document> MakeDocument() {
     auto document = std::make_unique<Document>(AGSize{300, 200});
     for (int i = 0; i < 3; ++i) {
-      auto object = Document::NewObject(AKClassID("stdRect"), i == 1 ? "" : "-default", &error_);
+      auto object = Taken(Document::NewObject(AKClassID("stdRect"), i == 1 ? "" : "-default"));
       if (!object) return nullptr;
       object->bounds = {10.0 * i, 1, 50.0 + i, 99.25};
       object->angle = 0.1 * i;
@@ -54,7 +54,6 @@ class DocumentFileTest : public testing::Test {
   }
 
   std::string folder_;
-  std::string error_;
   std::unique_ptr<Bundle> bundle_;
 };
 
@@ -63,12 +62,11 @@ TEST_F(DocumentFileTest, Bytes_OneObject_AreAsDescribed) {
   Document document({2, 1});
   document.SetPage({2, 1}, {1, 2, 3, 4});
   document.SetLayerSettings(document.FirstLayer().id, {"Zeile", true, true});
-  auto object = Document::NewObject(AKClassID("stdRect"), "-default", &error_);
-  ASSERT_NE(object, nullptr) << error_;
+  auto object = Taken(Document::NewObject(AKClassID("stdRect"), "-default"));
   object->bounds = {0, 0, 1, 2};
   object->brush.SetStyleNone();
   document.AppendObject(std::move(object));
-  ASSERT_TRUE(WriteDocument(document, Path("a"), &error_)) << error_;
+  ASSERT_TRUE(WriteDocument(document, Path("a")));
   const Bytes bytes = Read(Path("a"));
   const std::size_t objectSize = 8 + 8 + 32 + 8 + 40 + 80 + 8 + 16;
   ASSERT_EQ(bytes.size(), 36 + 16 + 16 + objectSize);
@@ -84,51 +82,48 @@ TEST_F(DocumentFileTest, Bytes_OneObject_AreAsDescribed) {
   // The same in the first version, without the layer.
   const Bytes flat = Bytes("HDoc\xe4\0\0\0\1\0\0\0", 12) + at(12, 24) + at(68, objectSize);
   Write(Path("flat"), flat);
-  const auto old = ReadDocument(Path("flat"), &error_);
-  ASSERT_NE(old, nullptr) << error_;
+  const auto old = Taken(ReadDocument(Path("flat")));
   EXPECT_EQ(FullListing(*old), FullListing(document));
   EXPECT_TRUE(old->FirstLayer().IsEditable());
 }
 
 TEST_F(DocumentFileTest, RoundTrip_KeepsEveryProperty_AndIsStable) {
   const auto document = MakeDocument();
-  ASSERT_TRUE(WriteDocument(*document, Path("a"), &error_)) << error_;
-  const auto reopened = ReadDocument(Path("a"), &error_);
-  ASSERT_NE(reopened, nullptr) << error_;
+  ASSERT_TRUE(WriteDocument(*document, Path("a")));
+  const auto reopened = Taken(ReadDocument(Path("a")));
   EXPECT_EQ(FullListing(*document), FullListing(*reopened));
-  ASSERT_TRUE(WriteDocument(*reopened, Path("b"), &error_));
+  ASSERT_TRUE(WriteDocument(*reopened, Path("b")));
   EXPECT_EQ(Read(Path("a")), Read(Path("b")));
 }
 
 TEST_F(DocumentFileTest, Truncated_AtEveryByte_IsRefused) {
-  ASSERT_TRUE(WriteDocument(*MakeDocument(), Path("a"), &error_));
+  ASSERT_TRUE(WriteDocument(*MakeDocument(), Path("a")));
   const Bytes whole = Read(Path("a"));
   for (std::size_t size = 0; size < whole.size(); ++size) {
     Write(Path("cut"), whole.substr(0, size));
-    error_.clear();
-    ASSERT_EQ(ReadDocument(Path("cut"), &error_), nullptr) << size;
-    ASSERT_FALSE(error_.empty());
-    ASSERT_EQ(error_.find('\n'), std::string::npos) << error_;
+    const std::string said = Said(ReadDocument(Path("cut")));
+    ASSERT_FALSE(said.empty()) << size;
+    ASSERT_EQ(said.find('\n'), std::string::npos) << said;
   }
   Write(Path("long"), whole + "x");
-  EXPECT_EQ(ReadDocument(Path("long"), &error_), nullptr);
+  EXPECT_FALSE(ReadDocument(Path("long")));
 }
 
 TEST_F(DocumentFileTest, FlippedBits_ReadOrAreRefused_NeverWorse) {
-  ASSERT_TRUE(WriteDocument(*MakeDocument(), Path("a"), &error_));
+  ASSERT_TRUE(WriteDocument(*MakeDocument(), Path("a")));
   const Bytes whole = Read(Path("a"));
   unsigned int refused = 0;
   for (std::size_t bit = 0; bit < whole.size() * 8; bit += 3) {
     Bytes damaged = whole;
     damaged[bit / 8] = static_cast<char>(damaged[bit / 8] ^ (1 << (bit % 8)));
     Write(Path("bad"), damaged);
-    if (ReadDocument(Path("bad"), &error_) == nullptr) ++refused;
+    if (!ReadDocument(Path("bad"))) ++refused;
   }
   EXPECT_GT(refused, 0U);
 }
 
 TEST_F(DocumentFileTest, UnknownClass_KeepsPlaceAndBytes) {
-  ASSERT_TRUE(WriteDocument(*MakeDocument(), Path("a"), &error_));
+  ASSERT_TRUE(WriteDocument(*MakeDocument(), Path("a")));
   Bytes bytes = Read(Path("a"));
   // The second object becomes one of a class that nobody has, with reserved bytes that are not zero.
   const std::size_t second = bytes.find("stdRect", bytes.find("stdRect") + 1);
@@ -136,27 +131,25 @@ TEST_F(DocumentFileTest, UnknownClass_KeepsPlaceAndBytes) {
   bytes[second + 48 + 6] = 0x5A;
   bytes[second + 48 + 33] = 0x5B;
   Write(Path("b"), bytes);
-  const auto document = ReadDocument(Path("b"), &error_);
-  ASSERT_NE(document, nullptr) << error_;
+  const auto document = Taken(ReadDocument(Path("b")));
   EXPECT_TRUE(document->ObjectAt(1).IsPlaceholder());
   EXPECT_FALSE(document->ObjectAt(2).IsPlaceholder());
-  ASSERT_TRUE(WriteDocument(*document, Path("c"), &error_)) << error_;
+  ASSERT_TRUE(WriteDocument(*document, Path("c")));
   EXPECT_EQ(Read(Path("c")), bytes);
 }
 
 TEST_F(DocumentFileTest, FailedSave_LeavesTheOldFileAndNoOther) {
   const auto document = MakeDocument();
-  ASSERT_TRUE(WriteDocument(*document, Path("a"), &error_));
+  ASSERT_TRUE(WriteDocument(*document, Path("a")));
   const Bytes before = Read(Path("a"));
   std::signal(SIGXFSZ, SIG_IGN);
   rlimit old{};
   getrlimit(RLIMIT_FSIZE, &old);
   const rlimit tight{100, old.rlim_max};
   setrlimit(RLIMIT_FSIZE, &tight);
-  const bool written = WriteDocument(*document, Path("a"), &error_);
+  const std::string said = Said(WriteDocument(*document, Path("a")));
   setrlimit(RLIMIT_FSIZE, &old);
-  EXPECT_FALSE(written);
-  EXPECT_NE(error_.find("File too large"), std::string::npos) << error_;
+  EXPECT_NE(said.find("File too large"), std::string::npos) << said;
   EXPECT_EQ(Read(Path("a")), before);
   EXPECT_EQ(std::distance(std::filesystem::directory_iterator(folder_), {}), 1);
 }

@@ -145,7 +145,7 @@ void Replace(unsigned int slot, Function function, AKMethodSlot* old) {
 TEST_F(HandlerTest, PanelEditedFromWithin_WhileFilled_ShowsWhatWasAdded) {
   AKMethodSlot old;
   Inspector inspector;
-  ASSERT_TRUE(inspector.Open(session_.get(), {ID(*session_, 0), ID(*session_, 1)}, &error_)) << error_;
+  ASSERT_TRUE(inspector.Open(session_.get(), {ID(*session_, 0), ID(*session_, 1)}));
   const unsigned int count = inspector.Panel().GetControllerCount();
   Replace(kAKMethodInspector, &Restless::Inspect, &old);
   EXPECT_EQ(inspector.Fill(), 0);
@@ -171,7 +171,7 @@ TEST_F(HandlerTest, DeletionFromWithin_WhileInspected_IsDoneAfterwards_AndUndone
   AKMethodSlot old;
   const std::string before = Bytes(*session_);
   Inspector inspector;
-  ASSERT_TRUE(inspector.Open(session_.get(), {ID(*session_, 0), ID(*session_, 1)}, &error_)) << error_;
+  ASSERT_TRUE(inspector.Open(session_.get(), {ID(*session_, 0), ID(*session_, 1)}));
   Replace(kAKMethodInspector, &Suicidal::Inspect, &old);
   EXPECT_EQ(inspector.Change(2, 0.5, nullptr), 0);
   EXPECT_EQ(Suicidal::status, 0);

@@ -3,7 +3,7 @@
 
 #include "host/Host.h"
 #include "host/text/DisplayText.h"
-#include "host/text/Localisation.h"
+#include "host/text/Problem.h"
 #include "kit/host/AKHostServices.h"
 
 namespace host {
@@ -37,10 +37,17 @@ TEST(LocalisationTest, WithoutCatalogue_TheTextStandsForItself) {
   EXPECT_EQ(NKLocaleGetString(text), text);
 }
 
-TEST(LocalisationTest, ErrorText_TakesPartsInTurnAsTheyAre) {
-  EXPECT_EQ(ErrorText("can't open \"%s\": %s", {"100%s.akd", "no %s"}), "can't open \"100%s.akd\": no %s");
-  EXPECT_EQ(ErrorText("it is a folder", {"unused"}), "it is a folder");
+TEST(ProblemTest, TakesPartsInTurnAsTheyAre) {
+  EXPECT_EQ(Problem(N_("can't open \"%s\": %s"), {"100%s.akd", "no %s"}).English(), "can't open \"100%s.akd\": no %s");
+  EXPECT_EQ(Problem(N_("it is a folder"), {"unused"}).English(), "it is a folder");
+  const Problem inner(N_("it is a folder"));
+  EXPECT_EQ(Problem(N_("can't open \"%s\": %s"), {"a", inner}).English(), "can't open \"a\": it is a folder");
 }
+
+// What is not marked for translation is no problem's text.
+static_assert(!std::is_constructible_v<Problem, const char*> && !std::is_constructible_v<Problem, std::string>);
+static_assert(!std::is_constructible_v<Text, const char*>);
+static_assert(!std::is_constructible_v<Result<>, bool>, "success has to be meant");
 
 }  // namespace
 }  // namespace host

@@ -12,6 +12,7 @@
 #include "host/view/PointerTool.h"
 #include "host/view/TileCache.h"
 #include "kit/values/AKValueHelpers.h"
+#include "tests/host/ResultTestSupport.h"
 
 namespace host {
 namespace {
@@ -44,8 +45,7 @@ TEST(ViewTransformTest, ZoomAndFit_KeepTheFixedPoint) {
 class CanvasTest : public testing::Test {
  protected:
   void SetUp() override {
-    std::string error;
-    ASSERT_TRUE(bundles_.Load(AK_BUNDLE, &error)) << error;
+    ASSERT_TRUE(bundles_.Load(AK_BUNDLE));
     session_ = std::make_unique<DocumentSession>(std::make_unique<Document>(AGSize{400, 300}));
     // Pixels of the view are map units with y turned: map (0, 300) is at the upper left corner.
     view_.SetOffset(0, -300);
@@ -57,8 +57,7 @@ class CanvasTest : public testing::Test {
   }
 
   ObjectID AddRect(const AGRect& bounds, double angle = 0) {
-    std::string error;
-    return session_->Add(AKClassID("stdRect"), "", {bounds, angle}, &error);
+    return Taken(session_->Add(AKClassID("stdRect"), "", {bounds, angle}));
   }
   AGPoint Seen(double x, double y) const { return view_.ToView({x, y}); }
   void Drag(const AGPoint& from, const AGPoint& to, PointerModifiers modifiers = {}) {
@@ -66,7 +65,7 @@ class CanvasTest : public testing::Test {
     for (int i = 1; i <= 5; ++i) {
       tool_->Motion({from.x + (to.x - from.x) * i / 5, from.y + (to.y - from.y) * i / 5}, modifiers);
     }
-    EXPECT_EQ(tool_->Release(to, modifiers), "");
+    EXPECT_EQ(Said(tool_->Release(to, modifiers)), "");
   }
   void DragHandle(Handle handle, const AGPoint& to, PointerModifiers modifiers = {}) {
     Drag(SelectionFrame::Of(*session_).PositionOf(handle, view_), to, modifiers);
@@ -143,8 +142,7 @@ TEST_F(CanvasTest, StretchOfATurnedObject_KeepsTheOppositeCornerWhereItIsSeen) {
       EXPECT_NEAR(frame.PositionOf(Handle::kUpperRight, view_).x, target.x, 1e-6);
       EXPECT_NEAR(frame.PositionOf(Handle::kUpperRight, view_).y, target.y, 1e-6);
     }
-    std::string error;
-    session_->Delete({id}, &error);
+    std::ignore = session_->Delete({id});
   }
 }
 
@@ -169,14 +167,13 @@ TEST_F(CanvasTest, TurnAndRound_FollowThePointer) {
   Drag(half, {half.x + 18, half.y - 18});
   EXPECT_NEAR(RoundingOf(Object(id)), 0.5, 1e-9);
   AGBrush brush;
-  std::string error;
   brush.SetStyleLinearGradient(kAGColorWhite, kAGColorBlack, 0.5, 0);
-  ASSERT_TRUE(session_->SetBrush({id}, brush, &error));
+  ASSERT_TRUE(session_->SetBrush({id}, brush));
   EXPECT_NEAR(SelectionFrame::Of(*session_).PositionOf(Handle::kGradient, view_).x, Seen(235, 150).x, 1e-9);
   DragHandle(Handle::kGradient, Seen(200, 190));
   EXPECT_NEAR(Object(id).brush.GradientAngle(), 3 * kRight, 1e-6) << "upwards on the screen";
   brush.SetStyleRadialGradient(kAGColorWhite, kAGColorBlack, 0.5, 0.5, 0.5);
-  ASSERT_TRUE(session_->SetBrush({id}, brush, &error));
+  ASSERT_TRUE(session_->SetBrush({id}, brush));
   DragHandle(Handle::kGradient, Seen(150, 175));
   const AGPoint center = SelectionFrame::Of(*session_).PositionOf(Handle::kGradient, view_);
   EXPECT_NEAR(center.x, Seen(150, 175).x, 1e-4);
@@ -190,7 +187,7 @@ TEST_F(CanvasTest, ClicksAndBands_Select) {
   const ObjectID b = AddRect({120, 20, 180, 80});
   const auto click = [this](double x, double y, PointerModifiers modifiers = {}) {
     tool_->Press(Seen(x, y), modifiers);
-    tool_->Release(Seen(x, y), modifiers);
+    std::ignore = tool_->Release(Seen(x, y), modifiers);
   };
   click(50, 40);
   EXPECT_EQ(session_->Selected().IDs(), ObjectIDs{a});
@@ -253,8 +250,7 @@ TEST_F(CanvasTest, Tiles_DrawnInPartsAreAsDrawnAtOnce) {
   const AGSize size{500, 400};
   for (int round = 0; round < 20; ++round) {
     for (TileCache::Tile* tile : tiles.Look(view_, size)) tiles.Draw(tile);
-    std::string error;
-    session_->Move({ids[static_cast<std::size_t>(round)]}, places(random) / 10, 7, &error);
+    std::ignore = session_->Move({ids[static_cast<std::size_t>(round)]}, places(random) / 10, 7);
   }
   TileCache fresh(&session_->Doc());
   fresh.SetGrid({20});
