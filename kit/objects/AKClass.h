@@ -60,6 +60,62 @@ enum AKMethodIndex : unsigned int {
   kAKMethodCount = 64,
 };
 
+/// The functions of those slots, as members of a class. A slot without one is the host's.
+template <unsigned int index>
+struct AKMethodSignature {};
+template <>
+struct AKMethodSignature<kAKMethodInitWithArgs> {
+  using Type = int(const AKArgs& args);
+};
+template <>
+struct AKMethodSignature<kAKMethodInitFromFile> {
+  using Type = int(const AKFile& file, unsigned int version);
+};
+template <>
+struct AKMethodSignature<kAKMethodWriteToFile> {
+  using Type = int(AKFile& file) const;
+};
+template <>
+struct AKMethodSignature<kAKMethodDelete> {
+  using Type = int();
+};
+template <>
+struct AKMethodSignature<kAKMethodSetObjectProperties> {
+  using Type = int(const AKDictionary& properties);
+};
+template <>
+struct AKMethodSignature<kAKMethodGetObjectProperties> {
+  using Type = int(AKDictionary* properties) const;
+};
+template <>
+struct AKMethodSignature<kAKMethodDraw> {
+  using Type = int(const AGContext& context, const AKDrawEvent& event) const;
+};
+template <>
+struct AKMethodSignature<kAKMethodGetNaturalBounds> {
+  using Type = AGRect() const;
+};
+template <>
+struct AKMethodSignature<kAKMethodInspector> {
+  using Type = int(AKGUIDesc& panel, AKGUIEvent& event);
+};
+
+template <typename Method, typename Class>
+inline constexpr bool kAKIsMemberOf = false;
+template <typename Function, typename Class>
+inline constexpr bool kAKIsMemberOf<Function Class::*, Class> = true;
+
+/// A member function that `Class` declares itself. One that it inherits may need another address of the object, which
+/// the host does not know: declare a function in the class that calls it.
+template <typename Method, typename Class>
+concept AKFunctionOfTheClassItself = std::is_member_function_pointer_v<Method> && kAKIsMemberOf<Method, Class>;
+
+/// A function of `Class` itself that has the parameters, the result and the constness of the slot.
+template <typename Method, typename Class, unsigned int index>
+concept AKFunctionOfTheSlot =
+    (index < kAKMethodCount) && AKFunctionOfTheClassItself<Method, Class>&& std::is_convertible_v<
+                                    Method, typename AKMethodSignature<index>::Type Class::*>;
+
 class AKClass {
  public:
   /// Flags word. A host sets Locked when a plug-in must leave the method slots alone.
@@ -73,11 +129,10 @@ class AKClass {
   /// elsewhere; flags 0x80 or 0x40 by `marked`, with 0x20 or 0x10 by whether there is a constructor.
   AKClass(const AKClassInfo& info, bool marked, AKClassQCast quickCast);
 
-  /// Writes a member function of T into a slot.
-  template <typename Method>
-  void SetMethod(unsigned int index, Method method) {
-    methods[index] = AKMemberWordsOf(method);
-  }
+  /// Writes a function of `Class`, the class of the instances, into a slot. The function is virtual or not.
+  template <unsigned int index, typename Class, typename Method>
+  requires AKFunctionOfTheSlot<Method, Class, index>
+  void SetMethod(Method method) { methods[index] = AKMemberWordsOf(method); }
 
   AKClassID classID;                      // 0
   AKClassID parentClassID;                // 8
