@@ -38,8 +38,8 @@ class Host {
 };
 
 /// The host's tables, each made once.
-void* GeneralTable();
-void* ClassTable();
-void* HandlerTable();
+const AKGeneralTable* GeneralTable();
+const AKClassTable* ClassTable();
+const AKHandlerTable* HandlerTable();
 
 }  // namespace host

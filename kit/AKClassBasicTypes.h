@@ -7,4 +7,5 @@
 #include "kit/objects/AKClassSetup.h"
 #include "kit/objects/AKHandler.h"
 #include "kit/objects/AKObject.h"
+#include "kit/objects/AKObjectClass.h"
 #include "kit/panels/AKGUIDesc.h"

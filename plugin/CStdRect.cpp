@@ -1,7 +1,6 @@
 #include "plugin/CStdRect.h"
 
 #include <memory>
-#include <new>
 
 #include "kit/streams/AKFile.h"
 #include "kit/streams/AKFileNumbers.h"
@@ -18,7 +17,6 @@ static_assert(sizeof(CStdRect) == sizeof(AKObjectSymbolVect) + sizeof(double));
 
 namespace {
 
-constexpr char kLocaleDomain[] = "StdRectangle";
 constexpr unsigned int kReservedBytes = 12;
 
 // Control IDs of the inspector panel.
@@ -38,36 +36,6 @@ void ShowCurvature(AKGUIDesc& panel, double curvature) {
 }
 
 }  // namespace
-
-AKClassID CStdRect::_ClassID() {
-  static const AKClassID id("stdRect");
-  return id;
-}
-
-AKClass* CStdRect::_Class() {
-  static AKClass* const record = _AKClassInitStaticPtr(_ClassID());
-  return record;
-}
-
-AKObject* CStdRect::_ClassCtor() {
-  void* memory = _AKClassObjectAlloc(_Class(), kInstanceSize);
-  return memory == nullptr ? nullptr : new (memory) CStdRect;
-}
-
-void CStdRect::_ClassDtor(AKObject* object) { delete static_cast<CStdRect*>(object); }
-
-void CStdRect::FillMethodSlots(AKClass* record) {
-  if (record == nullptr || (record->flags & AKClass::kFlagLocked) != 0) return;
-  record->SetMethod(kAKMethodInitWithArgs, &CStdRect::akmInitWithArgs);
-  record->SetMethod(kAKMethodInitFromFile, &CStdRect::akmInitFromFile);
-  record->SetMethod(kAKMethodWriteToFile, &CStdRect::akmWriteToFile);
-  record->SetMethod(kAKMethodDelete, &CStdRect::akmDelete);
-  record->SetMethod(kAKMethodSetObjectProperties, &CStdRect::akmSetObjectProperties);
-  record->SetMethod(kAKMethodGetObjectProperties, &CStdRect::akmGetObjectProperties);
-  record->SetMethod(kAKMethodDraw, &CStdRect::akmDraw);
-  record->SetMethod(kAKMethodGetNaturalBounds, &CStdRect::akmGetNaturalBounds);
-  record->SetMethod(kAKMethodInspector, &CStdRect::akmInspector);
-}
 
 int CStdRect::akmInitWithArgs(const AKArgs& args) {
   if (args.IsParam("-default")) curvature_ = 0.5;

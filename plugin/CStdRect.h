@@ -16,28 +16,18 @@ extern const AKString kKey_Rounding;
 /// From (0, 0) to (1, 1).
 inline constexpr AGRect kNatBounds{0, 0, 1, 1};
 
-class CStdRect final : public AKObjectSymbolVect {
+class CStdRect final : public AKObjectClass<CStdRect, AKObjectSymbolVect> {
  public:
-  AK_OBJECT_MEMORY
-
   /// Bytes of an instance, as registered with the host.
   static constexpr unsigned int kInstanceSize = 360;
 
-  /// "stdRect"
-  static AKClassID _ClassID();
-  /// The class record, found by ID once and kept.
-  static AKClass* _Class();
-  /// A new instance of curvature 0; null when there is no memory.
-  static AKObject* _ClassCtor();
-  /// Destroys and frees an instance; null is ignored.
-  static void _ClassDtor(AKObject* object);
+  static constexpr char kClassID[] = "stdRect";
+  static constexpr char kClassName[] = "CStdRect";
+  static constexpr char kLocaleDomain[] = "StdRectangle";
+  static const char* DisplayName() { return NKLocaleGetString("Rectangle"); }
 
   /// The inspector panel: a label, a number field and a slider. The caller owns it until the host takes it.
   static AKGUIDesc* BuildInspectorGUIDesc();
-  /// Writes this class's methods into the record's slots, unless the host has locked them.
-  static void FillMethodSlots(AKClass* record);
-
-  void _PureVirtualMethod() const override {}
 
   /// "-default" gives a curvature of 0.5.
   int akmInitWithArgs(const AKArgs& args);

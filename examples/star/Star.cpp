@@ -2,7 +2,6 @@
 
 #include <cmath>
 #include <memory>
-#include <new>
 #include <numbers>
 
 #include "kit/streams/AKFile.h"
@@ -25,35 +24,6 @@ const AKString kKey_Points("Points");
 const AKString kKey_InnerRadius("InnerRadius");
 
 }  // namespace
-
-AKClassID Star::_ClassID() {
-  static const AKClassID id("exStar");
-  return id;
-}
-
-AKClass* Star::_Class() {
-  static AKClass* const record = _AKClassInitStaticPtr(_ClassID());
-  return record;
-}
-
-AKObject* Star::_ClassCtor() {
-  void* memory = _AKClassObjectAlloc(_Class(), sizeof(Star));
-  return memory == nullptr ? nullptr : new (memory) Star;
-}
-
-void Star::_ClassDtor(AKObject* object) { delete static_cast<Star*>(object); }
-
-void Star::FillMethodSlots(AKClass* record) {
-  record->SetMethod(kAKMethodInitWithArgs, &Star::akmInitWithArgs);
-  record->SetMethod(kAKMethodInitFromFile, &Star::akmInitFromFile);
-  record->SetMethod(kAKMethodWriteToFile, &Star::akmWriteToFile);
-  record->SetMethod(kAKMethodDelete, &Star::akmDelete);
-  record->SetMethod(kAKMethodSetObjectProperties, &Star::akmSetObjectProperties);
-  record->SetMethod(kAKMethodGetObjectProperties, &Star::akmGetObjectProperties);
-  record->SetMethod(kAKMethodDraw, &Star::akmDraw);
-  record->SetMethod(kAKMethodGetNaturalBounds, &Star::akmGetNaturalBounds);
-  record->SetMethod(kAKMethodInspector, &Star::akmInspector);
-}
 
 // A NaN changes nothing.
 void Star::SetPoints(double points) {
@@ -128,7 +98,7 @@ int Star::akmDraw(const AGContext& context, const AKDrawEvent& event) const {
 }
 
 AKGUIDesc* Star::BuildInspectorGUIDesc() {
-  NKLocaleSetDomain("Star");
+  NKLocaleSetDomain(kLocaleDomain);
   auto panel = std::make_unique<AKGUIDesc>("-multisel:1");
   panel->NewController("-type:StaticText -pos:(010;007) -dim:(080;016) -title:\"%s\"", NKLocaleGetString("Points"));
   panel->NewController("-id:%d -type:EditNum -pos:(094;002) -dim:(048;022) -prec:0 -range:(%u;%u)", kPointsField,
@@ -146,7 +116,7 @@ void Star::ShowIn(AKGUIDesc& panel) const {
 }
 
 int Star::akmInspector(AKGUIDesc& panel, AKGUIEvent& event) {
-  NKLocaleSetDomain("Star");
+  NKLocaleSetDomain(kLocaleDomain);
   if (event.kind == AKGUIEvent::kFillControls) ShowIn(panel);
   if (event.kind != AKGUIEvent::kControlChanged) return 0;
   if (event.ctrlID == kPointsField) {

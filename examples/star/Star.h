@@ -8,23 +8,18 @@ class AKArgs;
 class AKDictionary;
 class AKFile;
 
-class Star final : public AKObjectSymbolVect {
+class Star final : public AKObjectClass<Star, AKObjectSymbolVect> {
  public:
-  AK_OBJECT_MEMORY
-
   static constexpr unsigned int kFewestPoints = 3;
   static constexpr unsigned int kMostPoints = 64;
 
-  static AKClassID _ClassID();
-  static AKClass* _Class();
-  static AKObject* _ClassCtor();
-  static void _ClassDtor(AKObject* object);
+  static constexpr char kClassID[] = "exStar";
+  static constexpr char kClassName[] = "Star";
+  static constexpr char kLocaleDomain[] = "Star";
+  static const char* DisplayName() { return NKLocaleGetString("Star"); }
 
   /// The caller owns the panel.
   static AKGUIDesc* BuildInspectorGUIDesc();
-  static void FillMethodSlots(AKClass* record);
-
-  void _PureVirtualMethod() const override {}
 
   /// "-points:N" and "-inner:R"; what is missing or makes no sense stays as it is.
   int akmInitWithArgs(const AKArgs& args);

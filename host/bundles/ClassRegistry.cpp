@@ -1,21 +1,22 @@
 #include "host/bundles/ClassRegistry.h"
 
+#include "host/panels/HostPanel.h"
 #include "kit/log/AKLog.h"
 
 namespace host {
 
 ClassRegistry::ClassRegistry() {
-  AddOwn("_object", "", "AKObject");
-  AddOwn("_shape", "_object", "AKObjectShape");
-  AddOwn("_symbol", "_shape", "AKObjectSymbol");
-  AddOwn("_syVect", "_symbol", "AKObjectSymbolVect");
-  AddOwn("_layer", "_object", "AKObjectLayer");
+  AddOwn(AKObject::_ClassID(), kAKNullClassID, "AKObject");
+  AddOwn(AKObjectShape::_ClassID(), AKObject::_ClassID(), "AKObjectShape");
+  AddOwn(AKObjectSymbol::_ClassID(), AKObjectShape::_ClassID(), "AKObjectSymbol");
+  AddOwn(AKObjectSymbolVect::_ClassID(), AKObjectSymbol::_ClassID(), "AKObjectSymbolVect");
+  AddOwn(AKClassID("_layer"), AKObject::_ClassID(), "AKObjectLayer");
 }
 
-void ClassRegistry::AddOwn(const char* id, const char* parent, const char* name) {
+void ClassRegistry::AddOwn(AKClassID id, AKClassID parent, const char* name) {
   AKClassInfo info;
-  info.classID = AKClassID(id);
-  info.parentClassID = AKClassID(parent);
+  info.classID = id;
+  info.parentClassID = parent;
   info.className = name;
   auto record = std::make_unique<AKClass>(info, false, kAKNullClassQCast);
   record->parentLink = Find(info.parentClassID);
@@ -44,7 +45,10 @@ int ClassRegistry::Register(const AKClassInfo& info, AKClass** out) {
 void ClassRegistry::AttachPanel(AKClass* cls, AKGUIDesc* panel) {
   std::unique_ptr<AKGUIDesc> owned(panel);
   for (RegisteredClass& entry : classes_) {
-    if (entry.record.get() == cls) entry.panel = std::move(owned);
+    if (entry.record.get() != cls) continue;
+    if (HostPanel* own = HostPanel::Of(panel)) own->SetOwner(*cls);
+    entry.panel = std::move(owned);
+    return;
   }
 }
 

@@ -42,7 +42,7 @@ class ClassRegistry {
   void RemoveAfter(std::size_t count);
 
  private:
-  void AddOwn(const char* id, const char* parent, const char* name);
+  void AddOwn(AKClassID id, AKClassID parent, const char* name);
 
   std::deque<RegisteredClass> classes_;
 };

@@ -112,7 +112,7 @@ void WriteControl(JsonWriter* json, const HostControl& control, const Inspector*
   int y1 = 0;
   control.GetBounds(&x0, &y0, &x1, &y1);
   json->BeginObject();
-  json->Integer("id", control.id);
+  json->Integer("id", control.ID());
   json->String("type", InfoOf(control.Type()).name);
   json->String("title", DisplayText(control.GetTitle()));
   json->Integer("x", x0);
@@ -121,7 +121,7 @@ void WriteControl(JsonWriter* json, const HostControl& control, const Inspector*
   json->Integer("height", y1 - y0);
   json->Bool("visible", control.IsVisible());
   json->Bool("enabled", control.IsEnabled());
-  if (inspector != nullptr) json->Bool("mixed", inspector->IsMixed(control.id));
+  if (inspector != nullptr) json->Bool("mixed", inspector->IsMixed(control.ID()));
   json->String("shown", DisplayText(control.DisplayedValue()));
   if (control.GetProperty(kAKGUIPropertyHasValue) != 0) WriteControlValue(json, control);
   if (control.GetProperty(kAKGUIPropertyHasRange) != 0) {

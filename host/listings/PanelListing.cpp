@@ -14,7 +14,7 @@ std::string ControlLine(const HostControl& control) {
   int y1 = 0;
   control.GetBounds(&x0, &y0, &x1, &y1);
   char text[160];
-  std::snprintf(text, sizeof(text), "  %u  %-10s at (%d, %d), %d by %d", control.id, InfoOf(control.Type()).name, x0,
+  std::snprintf(text, sizeof(text), "  %u  %-10s at (%d, %d), %d by %d", control.ID(), InfoOf(control.Type()).name, x0,
                 y0, x1 - x0, y1 - y0);
   std::string line = text;
   if (control.GetProperty(kAKGUIPropertyHasRange) != 0) {

@@ -4,101 +4,12 @@
 #include <cmath>
 
 #include "host/panels/Description.h"
-#include "kit/log/AKLog.h"
 #include "kit/text/AKTextConversions.h"
 
 namespace host {
-namespace {
-
-// Nearest whole number, at most the type's limits; 0 for a NaN.
-template <typename Integer>
-Integer RoundInto(double value, double lowest, double highest) {
-  if (std::isnan(value)) return 0;
-  return static_cast<Integer>(std::fmin(std::fmax(std::floor(value + 0.5), lowest), highest));
-}
-
-constexpr struct {
-  const char* word;
-  bool state;
-} kSwitchWords[] = {{"on", true},   {"off", false},   {"1", true},   {"0", false},
-                    {"true", true}, {"false", false}, {"yes", true}, {"no", false}};
-
-}  // namespace
-
-HostControl::HostControl(const AKString& description) {
-  ParseDescription(description, [this](const AKString& item) { return TakeItem(item); });
-  if (hasFirstValue_ && !Enter(firstValue_)) {
-    AKLog("description of a control: \"%s\" is no value of type %s", firstValue_.CStr(), InfoOf(type_).name);
-  }
-}
 
 HostControl* HostControl::Of(const AKGUICtrl* wrapper) {
   return wrapper == nullptr ? nullptr : static_cast<HostControl*>(wrapper->HostObject());
-}
-
-bool HostControl::TakeItem(const AKString& item) {
-  AKString value;
-  AGPoint pair;
-  double number = 0;
-  if (item.StartsWith("-id:", &value)) return ParseUnsigned(value, &id);
-  if (item.StartsWith("-flags:", &value)) return ParseUnsigned(value, &flags);
-  if (item.StartsWith("-prec:", &value)) return ParseInteger(value, &precision_);
-  if (item.StartsWith("-visible:", &value)) return TakeSwitch(value, &visible_);
-  if (item.StartsWith("-enable:", &value)) return TakeSwitch(value, &enabled_);
-  if (item.StartsWith("-title:", &title_) || item.StartsWith("-tip:", &tip_)) return true;
-  if (item.StartsWith("-value:", &firstValue_)) return hasFirstValue_ = true;
-  if (item.StartsWith("-type:", &value)) {
-    type_ = ControlTypeNamed({value.CStr(), value.Length()});
-    return type_ != ControlType::kUnknown;
-  }
-  if (item.StartsWith("-items:", &value)) {
-    items_ = value.SplitToArray();
-    return true;
-  }
-  if (item.StartsWith("-step:", &value)) {
-    if (!ParseNumber(value, &number) || !(number > 0)) return false;
-    step_ = number;
-    return true;
-  }
-  if (item.StartsWith("-pos:", &value)) {
-    if (!ParsePair(value, &pair)) return false;
-    MoveTo(pair);
-    return true;
-  }
-  if (item.StartsWith("-dim:", &value)) {
-    if (!ParsePair(value, &pair)) return false;
-    Resize(pair);
-    return true;
-  }
-  if (item.StartsWith("-range:", &value)) {
-    if (!ParsePair(value, &pair)) return false;
-    SetRange(pair.x, pair.y);
-    return true;
-  }
-  return false;
-}
-
-bool HostControl::TakeSwitch(const AKString& text, bool* state) const {
-  for (const auto& entry : kSwitchWords) {
-    if (!(text == entry.word)) continue;
-    *state = entry.state;
-    return true;
-  }
-  return false;
-}
-
-void HostControl::MoveTo(const AGPoint& position) {
-  const int width = bounds_[2] - bounds_[0];
-  const int height = bounds_[3] - bounds_[1];
-  bounds_[0] = RoundInto<int>(position.x, INT16_MIN, INT16_MAX);
-  bounds_[1] = RoundInto<int>(position.y, INT16_MIN, INT16_MAX);
-  bounds_[2] = bounds_[0] + width;
-  bounds_[3] = bounds_[1] + height;
-}
-
-void HostControl::Resize(const AGPoint& size) {
-  bounds_[2] = bounds_[0] + RoundInto<int>(size.x, 0, INT16_MAX);
-  bounds_[3] = bounds_[1] + RoundInto<int>(size.y, 0, INT16_MAX);
 }
 
 double HostControl::Step() const { return step_ > 0 ? step_ : std::pow(10.0, -std::clamp(precision_, 0, 9)); }
@@ -132,7 +43,7 @@ bool HostControl::Enter(const AKString& text) {
     case ControlType::kSlider:
       return EnterNumber(text);
     case ControlType::kCheckBox:
-      if (!TakeSwitch(text, &state)) return false;
+      if (!ParseSwitch(text, &state)) return false;
       SetValueAsBool(state);
       return true;
     case ControlType::kPopUp:
@@ -187,7 +98,7 @@ std::optional<unsigned int> HostControl::IndexOf(const AKString& item) const {
 void HostControl::SetProperty(unsigned int selector, unsigned int value) {
   switch (selector) {
     case kAKGUIPropertyFlags:
-      flags = value;
+      flags_ = value;
       break;
     case kAKGUIPropertyVisible:
       visible_ = value != 0;
@@ -206,9 +117,9 @@ unsigned int HostControl::GetProperty(unsigned int selector) const {
     case kAKGUIPropertyType:
       return static_cast<unsigned int>(type_);
     case kAKGUIPropertyID:
-      return id;
+      return id_;
     case kAKGUIPropertyFlags:
-      return flags;
+      return flags_;
     case kAKGUIPropertyVisible:
       return visible_ ? 1 : 0;
     case kAKGUIPropertyEnabled:

@@ -1,31 +1,11 @@
 // The host's side of a panel's control: what a plug-in described, and the value that it holds now.
 //
-// A description is a list of items, all optional but the type:
-//
-//   -type:T         a name of ControlType.cpp
-//   -id:N           the number by which the plug-in addresses the control, 0 without one
-//   -pos:(X;Y)      place and size in panel units: pixels of an unscaled panel, y down
-//   -dim:(W;H)
-//   -title:"TEXT"   label of a static text, check box or button
-//   -prec:N         decimals of a numeric field, 2 without it
-//   -range:(A;B)    lowest and highest value; a slider has 0 to 1 without it
-//   -step:S         what a step of a numeric field adds; without it 1 of the last decimal shown
-//   -items:"A;B"    items of a pop-up menu
-//   -value:"TEXT"   the value to begin with, as a user would enter it
-//   -tip:"TEXT"     what the host shows of the control when asked for help
-//   -flags:N        the flags word
-//   -visible:0      hidden, or with 1 not
-//   -enable:0       disabled, or with 1 not
-//
-// Plug-ins reach it through the control service table. The table's entries are virtual functions of ControlOperations,
-// which is not the first base of HostControl, so a call goes through an adjusted object and a virtual table.
+// docs/abi.md lists the items of its description. Plug-ins reach it through the control service table.
 #pragma once
 
 #include <optional>
 
 #include "host/panels/ControlType.h"
-#include "host/panels/PanelItem.h"
-#include "host/tables/TableBuilder.h"
 #include "kit/geometry/AGColor.h"
 #include "kit/geometry/AGPoint.h"
 #include "kit/panels/AKGUICtrl.h"
@@ -33,59 +13,19 @@
 
 namespace host {
 
-class ControlOperations {
+class HostControl final {
  public:
-  virtual ~ControlOperations() = default;
-
-  virtual void SetProperty(unsigned int selector, unsigned int value) = 0;
-  virtual unsigned int GetProperty(unsigned int selector) const = 0;
-  virtual void SetBounds(int x0, int y0, int x1, int y1) = 0;
-  virtual void GetBounds(int* x0, int* y0, int* x1, int* y1) const = 0;
-  virtual void SetTitle(const AKString& title) = 0;
-  virtual AKString GetTitle() const = 0;
-  virtual void SetRange(double minimum, double maximum) = 0;
-  virtual void GetRange(double* minimum, double* maximum) const = 0;
-  virtual void SetXPMIcon(const char** icon) = 0;
-  virtual const char** GetXPMIcon() const = 0;
-  virtual void SetMenuItemList(const AKStringArray& items) = 0;
-  virtual AKString GetMenuItemAtIndex(unsigned int index) const = 0;
-  virtual unsigned int GetMenuItemCount() const = 0;
-  virtual void SetMenuIndex(unsigned int index) = 0;
-  virtual unsigned int GetMenuIndex() const = 0;
-  virtual void SetMenuItem(const AKString& item) = 0;
-  virtual AKString GetMenuItem() const = 0;
-  virtual int GetValuePrecision() const = 0;
-  virtual AKString GetValueAsString() const = 0;
-  virtual bool GetValueAsBool() const = 0;
-  virtual int GetValueAsSInt() const = 0;
-  virtual unsigned int GetValueAsUInt() const = 0;
-  virtual float GetValueAsFloat32() const = 0;
-  virtual double GetValueAsFloat64() const = 0;
-  virtual double GetValueAsTimeHMS() const = 0;
-  virtual AGColor GetValueAsAGColor() const = 0;
-  virtual void SetValuePrecision(int decimals) = 0;
-  virtual void SetValueAsString(const AKString& value) = 0;
-  virtual void SetValueAsBool(bool value) = 0;
-  virtual void SetValueAsSInt(int value) = 0;
-  virtual void SetValueAsUInt(unsigned int value) = 0;
-  virtual void SetValueAsFloat32(float value) = 0;
-  virtual void SetValueAsFloat64(double value) = 0;
-  virtual void SetValueAsTimeHMS(double seconds) = 0;
-  virtual void SetValueAsAGColor(AGColor value) = 0;
-  virtual void Refresh() const = 0;
-};
-
-class HostControl final : public PanelItem, public ControlOperations {
- public:
-  /// Takes what a formatted description string says, the last of repeated items; what it does not understand is logged
-  /// in one line.
+  /// Takes what a formatted description string says, in any order, the last of repeated items.
   explicit HostControl(const AKString& description);
 
   /// The control behind a kit wrapper; null when the wrapper is null or has none.
   static HostControl* Of(const AKGUICtrl* wrapper);
   /// The control service table, made once.
-  static void* Table();
+  static const AKControlTable* Table();
 
+  /// What it did not understand of its description, for the panel to report; empty when it understood all.
+  const AKString& Complaint() const { return complaint_; }
+  unsigned int ID() const { return id_; }
   ControlType Type() const { return type_; }
   bool IsVisible() const { return visible_; }
   bool IsEnabled() const { return enabled_; }
@@ -102,56 +42,61 @@ class HostControl final : public PanelItem, public ControlOperations {
   /// empty text.
   bool Enter(const AKString& text);
 
-  void SetProperty(unsigned int selector, unsigned int value) override;
-  unsigned int GetProperty(unsigned int selector) const override;
-  void SetBounds(int x0, int y0, int x1, int y1) override;
-  void GetBounds(int* x0, int* y0, int* x1, int* y1) const override;
-  void SetTitle(const AKString& title) override { title_ = title; }
-  AKString GetTitle() const override { return title_; }
-  void SetRange(double minimum, double maximum) override;
-  void GetRange(double* minimum, double* maximum) const override;
-  void SetXPMIcon(const char** icon) override { icon_ = icon; }
-  const char** GetXPMIcon() const override { return icon_; }
-  void SetMenuItemList(const AKStringArray& items) override;
-  AKString GetMenuItemAtIndex(unsigned int index) const override;
-  unsigned int GetMenuItemCount() const override { return items_.Count(); }
+  void SetProperty(unsigned int selector, unsigned int value);
+  unsigned int GetProperty(unsigned int selector) const;
+  void SetBounds(int x0, int y0, int x1, int y1);
+  void GetBounds(int* x0, int* y0, int* x1, int* y1) const;
+  void SetTitle(const AKString& title) { title_ = title; }
+  AKString GetTitle() const { return title_; }
+  void SetRange(double minimum, double maximum);
+  void GetRange(double* minimum, double* maximum) const;
+  void SetXPMIcon(const char** icon) { icon_ = icon; }
+  const char** GetXPMIcon() const { return icon_; }
+  void SetMenuItemList(const AKStringArray& items);
+  AKString GetMenuItemAtIndex(unsigned int index) const;
+  unsigned int GetMenuItemCount() const { return items_.Count(); }
   /// The index is the control's number; one behind the last item shows none.
-  void SetMenuIndex(unsigned int index) override { SetValueAsFloat64(index); }
-  unsigned int GetMenuIndex() const override { return GetValueAsUInt(); }
-  void SetMenuItem(const AKString& item) override;
-  AKString GetMenuItem() const override { return GetMenuItemAtIndex(GetMenuIndex()); }
-  int GetValuePrecision() const override { return precision_; }
-  AKString GetValueAsString() const override;
-  bool GetValueAsBool() const override { return number_ != 0; }
-  int GetValueAsSInt() const override;
-  unsigned int GetValueAsUInt() const override;
-  float GetValueAsFloat32() const override { return static_cast<float>(number_); }
-  double GetValueAsFloat64() const override { return number_; }
-  double GetValueAsTimeHMS() const override { return number_; }
-  AGColor GetValueAsAGColor() const override { return color_; }
-  void SetValuePrecision(int decimals) override { precision_ = decimals; }
-  void SetValueAsString(const AKString& value) override;
-  void SetValueAsBool(bool value) override { SetValueAsFloat64(value ? 1 : 0); }
-  void SetValueAsSInt(int value) override { SetValueAsFloat64(value); }
-  void SetValueAsUInt(unsigned int value) override { SetValueAsFloat64(value); }
-  void SetValueAsFloat32(float value) override { SetValueAsFloat64(static_cast<double>(value)); }
-  void SetValueAsFloat64(double value) override;
+  void SetMenuIndex(unsigned int index) { SetValueAsFloat64(index); }
+  unsigned int GetMenuIndex() const { return GetValueAsUInt(); }
+  void SetMenuItem(const AKString& item);
+  AKString GetMenuItem() const { return GetMenuItemAtIndex(GetMenuIndex()); }
+  int GetValuePrecision() const { return precision_; }
+  AKString GetValueAsString() const;
+  bool GetValueAsBool() const { return number_ != 0; }
+  int GetValueAsSInt() const;
+  unsigned int GetValueAsUInt() const;
+  float GetValueAsFloat32() const { return static_cast<float>(number_); }
+  double GetValueAsFloat64() const { return number_; }
+  double GetValueAsTimeHMS() const { return number_; }
+  AGColor GetValueAsAGColor() const { return color_; }
+  void SetValuePrecision(int decimals) { precision_ = decimals; }
+  void SetValueAsString(const AKString& value);
+  void SetValueAsBool(bool value) { SetValueAsFloat64(value ? 1 : 0); }
+  void SetValueAsSInt(int value) { SetValueAsFloat64(value); }
+  void SetValueAsUInt(unsigned int value) { SetValueAsFloat64(value); }
+  void SetValueAsFloat32(float value) { SetValueAsFloat64(static_cast<double>(value)); }
+  void SetValueAsFloat64(double value);
   /// From then on the number is shown as a time.
-  void SetValueAsTimeHMS(double seconds) override;
-  void SetValueAsAGColor(AGColor value) override { color_ = value; }
-  void Refresh() const override {}
+  void SetValueAsTimeHMS(double seconds);
+  void SetValueAsAGColor(AGColor value) { color_ = value; }
+  void Refresh() const {}
 
  private:
-  bool TakeItem(const AKString& item);
-  bool TakeSwitch(const AKString& text, bool* state) const;
+  bool TakeType(const AKString& name);
+  bool TakeStep(const AKString& text);
+  bool TakePair(const AKString& text, void (HostControl::*take)(const AGPoint&));
   void MoveTo(const AGPoint& position);
   void Resize(const AGPoint& size);
+  void SetRangeTo(const AGPoint& range) { SetRange(range.x, range.y); }
   bool EnterNumber(const AKString& text);
   bool EnterMenuItem(const AKString& text);
   bool EnterColor(const AKString& text);
   /// The index of an item of the menu.
   std::optional<unsigned int> IndexOf(const AKString& item) const;
 
+  unsigned int id_ = 0;
+  unsigned int flags_ = 0;
+  AKString complaint_;
   ControlType type_ = ControlType::kUnknown;
   bool visible_ = true;
   bool enabled_ = true;
@@ -169,9 +114,7 @@ class HostControl final : public PanelItem, public ControlOperations {
   bool showsTime_ = false;
   AKString text_;
   AGColor color_ = kAGColorBlack;
-  // A value to begin with is entered when the whole description is known.
-  AKString firstValue_;
-  bool hasFirstValue_ = false;
+  std::optional<AKString> firstValue_;  // entered when the whole description is known
 };
 
 }  // namespace host

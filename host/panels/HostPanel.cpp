@@ -1,14 +1,25 @@
 #include "host/panels/HostPanel.h"
 
+#include <dlfcn.h>
+
 #include <cstdarg>
+#include <filesystem>
 
 #include "host/Host.h"
 #include "host/UserInterface.h"
 #include "host/panels/Description.h"
-#include "kit/objects/AKObject.h"
+#include "kit/log/AKLog.h"
+#include "kit/objects/AKClass.h"
 
 namespace host {
 namespace {
+
+// The file name of the bundle that a class came from.
+std::string BundleOf(const AKClass& cls) {
+  Dl_info where{};
+  if (dladdr(reinterpret_cast<void*>(cls.constructor), &where) == 0 || where.dli_fname == nullptr) return "objecthost";
+  return std::filesystem::path(where.dli_fname).filename();
+}
 
 // An empty format comes from a panel without a description.
 void Construct(AKGUIDesc* wrapper, const char* format, va_list list) {
@@ -22,73 +33,76 @@ void Destruct(AKGUIDesc* wrapper) {
   wrapper->SetHostObject(nullptr);
 }
 
-template <typename Function>
-constexpr auto OfPanel(Function PanelOperations::*function) {
-  return static_cast<Function HostPanel::*>(function);
-}
-
-TableBuilder MakeTable() {
-  using Ops = PanelOperations;
-  TableBuilder table;
-  table.Plain(32, &Construct);
-  table.Plain(40, &Destruct);
-  table.Member(96, OfPanel(&Ops::SetProperty));
-  table.Member(112, OfPanel(&Ops::GetProperty));
-  table.Member(128, OfPanel(&Ops::SetPanelSize));
-  table.Member(144, OfPanel(&Ops::GetPanelSize));
-  table.Member(160, OfPanel(&Ops::SetPanelTitle));
-  table.Member(176, OfPanel(&Ops::GetPanelTitle));
-  table.Member(352, OfPanel(&Ops::AddControl));
-  table.Member(368, OfPanel(&Ops::GetController));
-  table.Member(384, OfPanel(&Ops::GetControllerCount));
-  table.Member(480, OfPanel(&Ops::OpenModalDialog));
-  table.Member(496, OfPanel(&Ops::CloseDialog));
+AKPanelTable MakeTable() {
+  AKPanelTable table;
+  table.construct = &Construct;
+  table.destruct = &Destruct;
+  table.setProperty.Set<HostPanel>(&HostPanel::SetProperty);
+  table.getProperty.Set<HostPanel>(&HostPanel::GetProperty);
+  table.setPanelSize.Set<HostPanel>(&HostPanel::SetPanelSize);
+  table.getPanelSize.Set<HostPanel>(&HostPanel::GetPanelSize);
+  table.setPanelTitle.Set<HostPanel>(&HostPanel::SetPanelTitle);
+  table.getPanelTitle.Set<HostPanel>(&HostPanel::GetPanelTitle);
+  table.addController.Set<HostPanel>(&HostPanel::AddControl);
+  table.getController.Set<HostPanel>(&HostPanel::GetController);
+  table.getControllerCount.Set<HostPanel>(&HostPanel::GetControllerCount);
+  table.openModalDialog.Set<HostPanel>(&HostPanel::OpenModalDialog);
+  table.closeDialog.Set<HostPanel>(&HostPanel::CloseDialog);
   return table;
 }
 
 }  // namespace
 
 HostPanel::HostPanel(AKGUIDesc* wrapper, const AKString& description) : wrapper_(wrapper) {
-  ParseDescription(description, [this](const AKString& item) { return TakeItem(item); });
+  static constexpr DescriptionItem<HostPanel> kItems[] = {
+      {"-id:", [](HostPanel* panel, const AKString& value) { return ParseUnsigned(value, &panel->id_); }},
+      {"-title:", [](HostPanel* panel, const AKString& value) { return panel->title_ = value, true; }},
+      {"-flags:", [](HostPanel* panel, const AKString& value) { return ParseUnsigned(value, &panel->flags_); }},
+      {"-multisel:",
+       [](HostPanel* panel, const AKString& value) { return ParseSwitch(value, &panel->multipleSelection_); }},
+  };
+  Complain("panel", ReadDescription(description, kItems, this));
+}
+
+HostPanel::~HostPanel() {
+  for (const std::string& complaint : complaints_) AKLog("a panel of no class, %s", complaint.c_str());
+}
+
+void HostPanel::Complain(const std::string& part, const AKString& complaint) {
+  if (complaint.IsEmpty()) return;
+  const std::string line = part + ": not understood in its description: " + complaint.CStr();
+  if (owner_.empty()) {
+    complaints_.push_back(line);
+  } else {
+    AKLog("%s, %s", owner_.c_str(), line.c_str());
+  }
+}
+
+void HostPanel::SetOwner(const AKClass& cls) {
+  owner_ = BundleOf(cls) + ": class " + cls.names[0].CStr();
+  for (const std::string& complaint : complaints_) AKLog("%s, %s", owner_.c_str(), complaint.c_str());
+  complaints_.clear();
 }
 
 HostPanel* HostPanel::Of(const AKGUIDesc* wrapper) {
   return wrapper == nullptr ? nullptr : static_cast<HostPanel*>(wrapper->HostObject());
 }
 
-void* HostPanel::Table() {
-  static TableBuilder table = MakeTable();
-  return table.Table();
-}
-
-bool HostPanel::TakeItem(const AKString& item) {
-  AKString value;
-  unsigned int number = 0;
-  if (item.StartsWith("-multisel:", &value) && ParseUnsigned(value, &number)) {
-    multipleSelection_ = number != 0;
-    return true;
-  }
-  if (item.StartsWith("-id:", &value)) return ParseUnsigned(value, &id);
-  if (item.StartsWith("-flags:", &value)) return ParseUnsigned(value, &flags);
-  if (item.StartsWith("-title:", &value)) {
-    title_ = value;
-    return true;
-  }
-  return false;
+const AKPanelTable* HostPanel::Table() {
+  static const AKPanelTable table = MakeTable();
+  return &table;
 }
 
 const HostControl& HostPanel::ControlAt(unsigned int index) const { return *HostControl::Of(controls_[index].get()); }
 HostControl& HostPanel::ControlAt(unsigned int index) { return *HostControl::Of(controls_[index].get()); }
 
-HostControl* HostPanel::FindControl(unsigned int controlID) const { return HostControl::Of(GetController(controlID)); }
-
 void HostPanel::SetProperty(unsigned int selector, unsigned int value) {
-  if (selector == kAKGUIPropertyFlags) flags = value;
+  if (selector == kAKGUIPropertyFlags) flags_ = value;
 }
 
 unsigned int HostPanel::GetProperty(unsigned int selector) const {
-  if (selector == kAKGUIPropertyID) return id;
-  return selector == kAKGUIPropertyFlags ? flags : 0;
+  if (selector == kAKGUIPropertyID) return id_;
+  return selector == kAKGUIPropertyFlags ? flags_ : 0;
 }
 
 void HostPanel::SetPanelSize(int width, int height) {
@@ -104,8 +118,16 @@ void HostPanel::GetPanelSize(int* width, int* height) const {
 void HostPanel::AddControl(AKGUICtrl* control) {
   const HostControl* own = HostControl::Of(control);
   if (own == nullptr) return;
-  controls_.emplace_back(control);
-  byID_.try_emplace(own->id, control);
+  // The control becomes the panel's once nothing can fail any more.
+  controls_.emplace_back();
+  try {
+    byID_.try_emplace(own->ID(), control);
+  } catch (...) {
+    controls_.pop_back();
+    throw;
+  }
+  controls_.back().reset(control);
+  Complain("control " + std::to_string(own->ID()), own->Complaint());
 }
 
 AKGUICtrl* HostPanel::GetController(unsigned int controlID) const {
@@ -116,6 +138,7 @@ AKGUICtrl* HostPanel::GetController(unsigned int controlID) const {
 int HostPanel::OpenModalDialog(AKGUIDesc::ModalProc proc, AKObject* object, int* result) {
   UserInterface* const interface = Host::Instance().userInterface;
   if (interface == nullptr || proc == nullptr || object == nullptr || wrapper_ == nullptr) return -1;
+  if (owner_.empty()) SetOwner(*object->Class());
   const auto send = [&](AKGUIEvent& event) { return (object->*proc)(*wrapper_, event); };
   AKGUIEvent fill;
   fill.kind = AKGUIEvent::kFillControls;

@@ -103,7 +103,7 @@ int Inspector::Fill() {
     if (first.empty()) first = shown;
     // An object may add controls while it fills the panel.
     for (unsigned int c = 0; c < std::min(first.size(), shown.size()); ++c) {
-      if (!(shown[c] == first[c])) mixed_.insert(Panel().ControlAt(c).id);
+      if (!(shown[c] == first[c])) mixed_.insert(Panel().ControlAt(c).ID());
     }
   }
   return status;

@@ -4,7 +4,6 @@
 #include "host/Host.h"
 #include "host/bundles/Instance.h"
 #include "host/tables/SlotCall.h"
-#include "host/tables/TableBuilder.h"
 #include "kit/log/AKLog.h"
 #include "kit/streams/AKFile.h"
 #include "kit/streams/AKFileNumbers.h"
@@ -158,33 +157,32 @@ void DeleteObject(AKObject* object) {
 
 int GetErrorNew() { return sErrorNew; }
 
-TableBuilder MakeTable() {
-  TableBuilder table;
-  const auto entry = [&table](unsigned int index, auto* function) { table.Plain(std::size_t{index} * 8, function); };
-  entry(4, &ClassSetup);
-  entry(5, &SetClassName);
-  entry(6, &SetClassComments);
-  entry(7, &AddInspectorGUIDesc);
-  entry(12, &GetTopClass);
-  entry(13, &GetClassOfID);
-  entry(14, &GetClassCollection);
-  entry(20, &NewObjectWithArgs);
-  entry(21, &NewObjectFromFile);
-  entry(22, &NewObjectFromDictionary);
-  entry(23, &NewObjectFromOriginal);
-  entry(24, &WriteObjectToFile);
-  entry(25, &WriteObjectToDictionary);
-  entry(26, &ReinitObjectFromFile);
-  entry(27, &DeleteObject);
-  entry(28, &GetErrorNew);
+AKClassTable MakeTable() {
+  AKClassTable table;
+  table.classSetup = &ClassSetup;
+  table.setClassName = &SetClassName;
+  table.setClassComments = &SetClassComments;
+  table.addInspectorGUIDesc = &AddInspectorGUIDesc;
+  table.getTopClass = &GetTopClass;
+  table.getClassOfID = &GetClassOfID;
+  table.getClassCollection = &GetClassCollection;
+  table.newObjectWithArgs = &NewObjectWithArgs;
+  table.newObjectFromFile = &NewObjectFromFile;
+  table.newObjectFromDictionary = &NewObjectFromDictionary;
+  table.newObjectFromOriginal = &NewObjectFromOriginal;
+  table.writeObjectToFile = &WriteObjectToFile;
+  table.writeObjectToDictionary = &WriteObjectToDictionary;
+  table.reinitObjectFromFile = &ReinitObjectFromFile;
+  table.deleteObject = &DeleteObject;
+  table.getErrorNew = &GetErrorNew;
   return table;
 }
 
 }  // namespace
 
-void* ClassTable() {
-  static TableBuilder table = MakeTable();
-  return table.Table();
+const AKClassTable* ClassTable() {
+  static const AKClassTable table = MakeTable();
+  return &table;
 }
 
 }  // namespace host

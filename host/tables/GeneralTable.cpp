@@ -4,7 +4,6 @@
 #include "host/Host.h"
 #include "host/HostLog.h"
 #include "host/UserInterface.h"
-#include "host/tables/TableBuilder.h"
 #include "host/text/DisplayText.h"
 #include "host/text/Localisation.h"
 #include "kit/files/AKFileUtils.h"
@@ -53,24 +52,24 @@ void LogMessage(const char* line) {
   if (line != nullptr) HostLog::Instance().Take(line, __builtin_return_address(0));
 }
 
-TableBuilder MakeTable() {
-  TableBuilder table;
-  table.Plain(kAKServiceApplicationProperty, &GetApplicationProperty);
-  table.Plain(kAKServiceStandardPath, &GetStandardPath);
-  table.Plain(kAKServiceLocaleSetDomain, &LocaleSetDomain);
-  table.Plain(kAKServiceLocaleGetString, &LocaleGetString);
-  table.Plain(kAKServiceLogMessage, &LogMessage);
-  table.Plain(kAKServiceDialogSaveFile, &ChooseFile<&UserInterface::ChooseFileToSave>);
-  table.Plain(kAKServiceDialogOpenFile, &ChooseFile<&UserInterface::ChooseFileToOpen>);
-  table.Plain(kAKServiceWindowProgress, &ShowProgress);
+AKGeneralTable MakeTable() {
+  AKGeneralTable table;
+  table.getApplicationProperty = &GetApplicationProperty;
+  table.getStandardPath = &GetStandardPath;
+  table.localeSetDomain = &LocaleSetDomain;
+  table.localeGetString = &LocaleGetString;
+  table.logMessage = &LogMessage;
+  table.dialogSaveFile = &ChooseFile<&UserInterface::ChooseFileToSave>;
+  table.dialogOpenFile = &ChooseFile<&UserInterface::ChooseFileToOpen>;
+  table.windowProgress = &ShowProgress;
   return table;
 }
 
 }  // namespace
 
-void* GeneralTable() {
-  static TableBuilder table = MakeTable();
-  return table.Table();
+const AKGeneralTable* GeneralTable() {
+  static const AKGeneralTable table = MakeTable();
+  return &table;
 }
 
 }  // namespace host

@@ -7,7 +7,6 @@
 #include "host/Host.h"
 #include "host/model/InstanceCall.h"
 #include "host/session/DocumentSession.h"
-#include "host/tables/TableBuilder.h"
 #include "host/text/DisplayText.h"
 #include "kit/log/AKLog.h"
 #include "kit/objects/AKHandler.h"
@@ -137,25 +136,25 @@ void Destruct(AKHandler* wrapper) {
   wrapper->SetHostObject(nullptr);
 }
 
-TableBuilder MakeTable() {
-  TableBuilder table;
-  table.Plain(32, &Construct);
-  table.Plain(40, &Destruct);
-  table.Member(96, &HostHandler::IsActive);
-  table.Member(112, &HostHandler::SetActionName);
-  table.Member(128, &HostHandler::ActionName);
-  table.Member(144, &HostHandler::GetMasterLayer);
-  table.Member(224, &HostHandler::AddObjects);
-  table.Member(240, &HostHandler::DeleteObjects);
-  table.Member(256, &HostHandler::ReviseObjects);
+AKHandlerTable MakeTable() {
+  AKHandlerTable table;
+  table.construct = &Construct;
+  table.destruct = &Destruct;
+  table.isActive.Set<HostHandler>(&HostHandler::IsActive);
+  table.setActionName.Set<HostHandler>(&HostHandler::SetActionName);
+  table.actionName.Set<HostHandler>(&HostHandler::ActionName);
+  table.getMasterLayer.Set<HostHandler>(&HostHandler::GetMasterLayer);
+  table.addObjects.Set<HostHandler>(&HostHandler::AddObjects);
+  table.deleteObjects.Set<HostHandler>(&HostHandler::DeleteObjects);
+  table.reviseObjects.Set<HostHandler>(&HostHandler::ReviseObjects);
   return table;
 }
 
 }  // namespace
 
-void* HandlerTable() {
-  static TableBuilder table = MakeTable();
-  return table.Table();
+const AKHandlerTable* HandlerTable() {
+  static const AKHandlerTable table = MakeTable();
+  return &table;
 }
 
 }  // namespace host

@@ -12,8 +12,7 @@ inline bool HasSlot(const AKClass& cls, unsigned int index) { return cls.methods
 template <typename Result, typename... Parameters>
 Result CallSlot(const AKClass& cls, unsigned int index, const AKObject* object, Parameters... arguments) {
   const AKMethodSlot& slot = cls.methods[index];
-  return AKHostCallMethod<Result, Parameters...>(slot.function, slot.adjustment, const_cast<AKObject*>(object),
-                                                 arguments...);
+  return AKCallMember<Result, Parameters...>(slot, const_cast<AKObject*>(object), arguments...);
 }
 
 }  // namespace host

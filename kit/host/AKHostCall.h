@@ -1,45 +1,70 @@
-// How entries of host tables are called.
+// Member entries of host tables and method slots of class records: two words that stand for a member function.
 //
-// A table is an array of 8-byte words owned by the host; offsets are in bytes. A plain entry is one word, a function's
-// address. A member entry is two words: a function's address, or with bit 0 set its offset in the host object's virtual
-// table plus 1; and an adjustment that is added to the host object's address first. The rule is that of the tables
-// themselves, whatever form the compiler gives its own member pointers.
+// The first word is a function's address, or with bit 0 set its offset in the object's virtual table plus 1; the second
+// is added to the object's address first. The rule is that of the tables themselves, whatever form the compiler gives
+// its own member pointers. The object comes first, the other arguments behind it.
 #pragma once
 
+#include <bit>
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
+#include <type_traits>
 
-inline std::uintptr_t AKHostTableWord(const void* table, std::size_t offset) {
-  std::uintptr_t word = 0;
-  std::memcpy(&word, static_cast<const char*>(table) + offset, sizeof(word));
-  return word;
+/// Zero means: not provided.
+struct AKMemberWords {
+  std::uintptr_t function = 0;
+  std::ptrdiff_t adjustment = 0;
+};
+static_assert(sizeof(AKMemberWords) == 16);
+
+/// The words of a member function; the adjustment is that from the class of the pointer's type.
+template <typename Method>
+requires std::is_member_function_pointer_v<Method> AKMemberWords AKMemberWordsOf(Method method) {
+#if !defined(__x86_64__)
+#error "member pointers of this machine have another form: make the two words here"
+#endif
+  static_assert(sizeof(Method) == sizeof(AKMemberWords));
+  return std::bit_cast<AKMemberWords>(method);
 }
 
-/// Calls the plain entry at `offset`. The table and the entry must exist.
+/// Calls the function on an object. Both must exist.
 template <typename Result, typename... Parameters>
-Result AKHostCallPlain(const void* table, std::size_t offset, Parameters... arguments) {
-  using Function = Result (*)(Parameters...);
-  return reinterpret_cast<Function>(AKHostTableWord(table, offset))(arguments...);
-}
-
-/// Calls a function given as a member entry's two words on an object.
-template <typename Result, typename... Parameters>
-Result AKHostCallMethod(std::uintptr_t function, std::ptrdiff_t adjustment, void* object, Parameters... arguments) {
-  auto* adjusted = static_cast<char*>(object) + adjustment;
+Result AKCallMember(const AKMemberWords& words, void* object, Parameters... arguments) {
+  auto* adjusted = static_cast<char*>(object) + words.adjustment;
+  std::uintptr_t function = words.function;
   if ((function & 1) != 0) {
     const char* virtualTable = nullptr;
     std::memcpy(&virtualTable, adjusted, sizeof(virtualTable));
-    function = AKHostTableWord(virtualTable, function - 1);
+    std::memcpy(&function, virtualTable + (words.function - 1), sizeof(function));
   }
   using Function = Result (*)(void*, Parameters...);
   return reinterpret_cast<Function>(function)(adjusted, arguments...);
 }
 
-/// Calls the member entry at `offset` on the host object. The table, the entry and the object must exist.
+/// A member entry of a host table: 16 bytes that the host sets and the kit calls, both checked against the signature.
+template <typename Signature>
+class AKHostMember;
+
 template <typename Result, typename... Parameters>
-Result AKHostCallMember(const void* table, std::size_t offset, void* hostObject, Parameters... arguments) {
-  const std::uintptr_t function = AKHostTableWord(table, offset);
-  const auto adjustment = static_cast<std::ptrdiff_t>(AKHostTableWord(table, offset + sizeof(std::uintptr_t)));
-  return AKHostCallMethod<Result, Parameters...>(function, adjustment, hostObject, arguments...);
-}
+class AKHostMember<Result(Parameters...)> {
+ public:
+  /// For hosts: a function of `Host`, the class of the objects behind the kit's wrappers, or of one of its bases; it
+  /// may be virtual. `Host` has to be named, since the adjustment is counted from it.
+  template <typename Host>
+  void Set(Result (std::type_identity_t<Host>::*method)(Parameters...)) {
+    words_ = AKMemberWordsOf(method);
+  }
+  template <typename Host>
+  void Set(Result (std::type_identity_t<Host>::*method)(Parameters...) const) {
+    words_ = AKMemberWordsOf(method);
+  }
+
+  /// The entry must be set and the object exist.
+  Result Call(void* hostObject, Parameters... arguments) const {
+    return AKCallMember<Result, Parameters...>(words_, hostObject, arguments...);
+  }
+
+ private:
+  AKMemberWords words_;
+};

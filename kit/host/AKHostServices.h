@@ -1,31 +1,16 @@
 // The host's general services: what the kit asks of the application by name.
 //
-// The general service table is an array of plain entries that the host hands over in pluginMain and keeps; without it
-// every call has the fallback stated below. Only the entries of the three dialogs may themselves be null.
+// The general service table is handed over in pluginMain; without it every call has the fallback stated below.
 #pragma once
 
+#include "kit/host/AKHostTables.h"
 #include "kit/text/AKString.h"
 
-class AKFilePath;
-class AKValue;
-
 /// The general service table; null without a host.
-extern void* gAKWrap;
+extern const AKGeneralTable* gAKWrap;
 
 /// Display pixels a map unit, as the host gave it; 1 before.
 extern double gAGDisplayScale;
-
-/// Byte offsets in the general service table.
-enum AKHostServiceOffset : unsigned int {
-  kAKServiceApplicationProperty = 32,
-  kAKServiceStandardPath = 40,
-  kAKServiceLocaleSetDomain = 48,
-  kAKServiceLocaleGetString = 56,
-  kAKServiceLogMessage = 96,
-  kAKServiceDialogSaveFile = 128,
-  kAKServiceDialogOpenFile = 136,
-  kAKServiceWindowProgress = 144,
-};
 
 /// The host's status; -1 without a host.
 int NKGetApplicationProperty(const AKString& key, AKValue* out);

@@ -3,9 +3,15 @@
 
 #include <type_traits>
 
-#include "kit/host/AKHostCall.h"
+#include "kit/host/AKHostTables.h"
 
-/// Holds exactly one field, the pointer to the host object, null until the host's constructor entry has filled it.
+/// What outputs are given when nobody fills them: 0, where they are not null.
+template <typename... Numbers>
+void AKSetNeutral(Numbers*... outputs) {
+  (..., (outputs == nullptr ? void() : void(*outputs = 0)));
+}
+
+/// Holds exactly one field, the pointer to the host object, null until the host's `construct` entry has filled it.
 /// `Derived` has a static `sWrapper`, the host's table. Without a table or a host object a call does nothing and
 /// returns a value-initialised result.
 template <typename Derived>
@@ -15,29 +21,21 @@ class AKWrapper {
   AKWrapper& operator=(const AKWrapper&) = delete;
 
   void* HostObject() const { return hostObject_; }
-  /// For hosts: their constructor entry stores the object that they made.
+  /// For hosts: their `construct` entry stores the object that they made.
   void SetHostObject(void* object) { hostObject_ = object; }
 
  protected:
   AKWrapper() = default;
   ~AKWrapper() = default;
 
-  template <typename Result, typename... Parameters>
-  Result Call(std::size_t offset, Parameters... arguments) const {
-    if (Derived::sWrapper == nullptr || hostObject_ == nullptr) {
-      if constexpr (std::is_void_v<Result>) {
-        return;
-      } else {
-        return Result{};
-      }
-    }
-    return AKHostCallMember<Result, Parameters...>(Derived::sWrapper, offset, hostObject_, arguments...);
+  bool IsHosted() const { return Derived::sWrapper != nullptr && hostObject_ != nullptr; }
+
+  template <typename Table, typename Result, typename... Parameters>
+  Result Call(AKHostMember<Result(Parameters...)> Table::*entry, std::type_identity_t<Parameters>... arguments) const {
+    if (!IsHosted()) return Result();
+    return (Derived::sWrapper->*entry).Call(hostObject_, arguments...);
   }
 
  private:
   void* hostObject_ = nullptr;
 };
-
-/// Byte offsets of the plain entries that make and end the host object of any wrapper.
-inline constexpr std::size_t kAKWrapperConstructorOffset = 32;
-inline constexpr std::size_t kAKWrapperDestructorOffset = 40;

@@ -1,15 +1,8 @@
 #include "kit/objects/AKClass.h"
 
-#include "kit/host/AKHostCall.h"
+#include "kit/log/AKLog.h"
 
-namespace {
-
-// Byte offsets of the class service table: 8 bytes an entry.
-constexpr std::size_t Entry(unsigned int index) { return std::size_t{index} * 8; }
-
-}  // namespace
-
-void* AKClass::sWrapper = nullptr;
+const AKClassTable* AKClass::sWrapper = nullptr;
 
 AKClass::AKClass(const AKClassInfo& info, bool marked, AKClassQCast quickCastFunction)
     : classID(info.classID),
@@ -26,82 +19,62 @@ AKClass::AKClass(const AKClassInfo& info, bool marked, AKClassQCast quickCastFun
 }
 
 int AKClass::ClassSetup(const AKClassInfo& info, unsigned int setupWord, AKClass** out) {
-  if (sWrapper == nullptr) return -1;
-  return AKHostCallPlain<int, const AKClassInfo&, unsigned int, AKClass**>(sWrapper, Entry(4), info, setupWord, out);
+  if (sWrapper == nullptr) return AKLogError(-1, "The host has no class table for class <%s>", info.className);
+  return sWrapper->classSetup(info, setupWord, out);
 }
 
 void AKClass::SetClassName(AKClass* cls, const AKString& name, const AKString& second) {
-  if (sWrapper == nullptr) return;
-  AKHostCallPlain<void, AKClass*, const AKString&, const AKString&>(sWrapper, Entry(5), cls, name, second);
+  if (sWrapper != nullptr) sWrapper->setClassName(cls, name, second);
 }
 
 void AKClass::SetClassComments(AKClass* cls, const AKString& text) {
-  if (sWrapper == nullptr) return;
-  AKHostCallPlain<void, AKClass*, const AKString&>(sWrapper, Entry(6), cls, text);
+  if (sWrapper != nullptr) sWrapper->setClassComments(cls, text);
 }
 
 void AKClass::AddInspectorGUIDesc(AKClass* cls, AKGUIDesc* panel) {
-  if (sWrapper == nullptr) return;
-  AKHostCallPlain<void, AKClass*, AKGUIDesc*>(sWrapper, Entry(7), cls, panel);
+  if (sWrapper != nullptr) sWrapper->addInspectorGUIDesc(cls, panel);
 }
 
-AKClass* AKClass::GetTopClass() {
-  return sWrapper == nullptr ? nullptr : AKHostCallPlain<AKClass*>(sWrapper, Entry(12));
-}
-
-AKClass* AKClass::GetClassOfID(AKClassID id) {
-  return sWrapper == nullptr ? nullptr : AKHostCallPlain<AKClass*, AKClassID>(sWrapper, Entry(13), id);
-}
+AKClass* AKClass::GetTopClass() { return sWrapper == nullptr ? nullptr : sWrapper->getTopClass(); }
+AKClass* AKClass::GetClassOfID(AKClassID id) { return sWrapper == nullptr ? nullptr : sWrapper->getClassOfID(id); }
 
 void AKClass::GetClassCollection(AKClassArray* out, const AKClass* cls, unsigned int selection) {
-  if (sWrapper == nullptr) return;
-  AKHostCallPlain<void, AKClassArray*, const AKClass*, unsigned int>(sWrapper, Entry(14), out, cls, selection);
+  if (sWrapper != nullptr) sWrapper->getClassCollection(out, cls, selection);
 }
 
 AKObject* AKClass::NewObjectWithArgs(const AKContextObject* context, AKClassID id, const char* format, va_list list) {
-  if (sWrapper == nullptr) return nullptr;
-  using Function = AKObject* (*)(const AKContextObject*, AKClassID, const char*, va_list);
-  return reinterpret_cast<Function>(AKHostTableWord(sWrapper, Entry(20)))(context, id, format, list);
+  return sWrapper == nullptr ? nullptr : sWrapper->newObjectWithArgs(context, id, format, list);
 }
 
 AKObject* AKClass::NewObjectFromFile(const AKContextObject* context, const AKFile& file, unsigned int version) {
-  if (sWrapper == nullptr) return nullptr;
-  return AKHostCallPlain<AKObject*, const AKContextObject*, const AKFile&, unsigned int>(sWrapper, Entry(21), context,
-                                                                                         file, version);
+  return sWrapper == nullptr ? nullptr : sWrapper->newObjectFromFile(context, file, version);
 }
 
 AKObject* AKClass::NewObjectFromDictionary(const AKContextObject* context, const AKDictionary& dictionary) {
-  if (sWrapper == nullptr) return nullptr;
-  return AKHostCallPlain<AKObject*, const AKContextObject*, const AKDictionary&>(sWrapper, Entry(22), context,
-                                                                                 dictionary);
+  return sWrapper == nullptr ? nullptr : sWrapper->newObjectFromDictionary(context, dictionary);
 }
 
 AKObject* AKClass::NewObjectFromOriginal(const AKContextObject* context, const AKObject* original) {
-  if (sWrapper == nullptr) return nullptr;
-  return AKHostCallPlain<AKObject*, const AKContextObject*, const AKObject*>(sWrapper, Entry(23), context, original);
+  return sWrapper == nullptr ? nullptr : sWrapper->newObjectFromOriginal(context, original);
 }
 
 int AKClass::WriteObjectToFile(const AKObject* object, AKFile& file) {
-  if (sWrapper == nullptr) return -1;
-  return AKHostCallPlain<int, const AKObject*, AKFile&>(sWrapper, Entry(24), object, file);
+  return sWrapper == nullptr ? -1 : sWrapper->writeObjectToFile(object, file);
 }
 
 int AKClass::WriteObjectToDictionary(const AKObject* object, AKDictionary& dictionary) {
-  if (sWrapper == nullptr) return -1;
-  return AKHostCallPlain<int, const AKObject*, AKDictionary&>(sWrapper, Entry(25), object, dictionary);
+  return sWrapper == nullptr ? -1 : sWrapper->writeObjectToDictionary(object, dictionary);
 }
 
 int AKClass::ReinitObjectFromFile(AKObject* object, const AKFile& file) {
-  if (sWrapper == nullptr) return -1;
-  return AKHostCallPlain<int, AKObject*, const AKFile&>(sWrapper, Entry(26), object, file);
+  return sWrapper == nullptr ? -1 : sWrapper->reinitObjectFromFile(object, file);
 }
 
 void AKClass::DeleteObject(AKObject* object) {
-  if (sWrapper == nullptr) return;
-  AKHostCallPlain<void, AKObject*>(sWrapper, Entry(27), object);
+  if (sWrapper != nullptr) sWrapper->deleteObject(object);
 }
 
-int AKClass::GetErrorNew() { return sWrapper == nullptr ? -1 : AKHostCallPlain<int>(sWrapper, Entry(28)); }
+int AKClass::GetErrorNew() { return sWrapper == nullptr ? -1 : sWrapper->getErrorNew(); }
 
 AKClass* AKClassOfID(AKClassID id) { return AKClass::GetClassOfID(id); }
 

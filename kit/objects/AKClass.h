@@ -8,16 +8,17 @@
 #include <cstdarg>
 #include <cstddef>
 #include <cstdint>
-#include <cstring>
+#include <type_traits>
 
 #include "kit/containers/ATArray.h"
+#include "kit/host/AKHostTables.h"
 #include "kit/objects/AKObject.h"
 #include "kit/text/AKString.h"
 
-class AKContextObject;
-class AKDictionary;
-class AKFile;
-class AKGUIDesc;
+class AGContext;
+class AKArgs;
+struct AGRect;
+struct AKDrawEvent;
 
 /// Identifiers of the host's network clients; the kit only carries the null ones.
 struct AKNSClientID {
@@ -42,12 +43,8 @@ struct AKClassInfo {
   const char* className = nullptr;
 };
 
-/// One method of a class: the function's address (or, with bit 0 set, its offset in the virtual table plus 1) and what
-/// is added to the object's address before the call. Zero means: not provided.
-struct AKMethodSlot {
-  std::uintptr_t function = 0;
-  std::ptrdiff_t adjustment = 0;
-};
+/// One method of a class, in the form of a member entry of the host's tables.
+using AKMethodSlot = AKMemberWords;
 
 /// The method slots that this kit knows by number; the others belong to the host.
 enum AKMethodIndex : unsigned int {
@@ -63,8 +60,61 @@ enum AKMethodIndex : unsigned int {
   kAKMethodCount = 64,
 };
 
-class AKClass;
-using AKClassArray = ATArray<AKClass*>;
+/// The functions of those slots, as members of a class. A slot without one is the host's.
+template <unsigned int index>
+struct AKMethodSignature {};
+template <>
+struct AKMethodSignature<kAKMethodInitWithArgs> {
+  using Type = int(const AKArgs& args);
+};
+template <>
+struct AKMethodSignature<kAKMethodInitFromFile> {
+  using Type = int(const AKFile& file, unsigned int version);
+};
+template <>
+struct AKMethodSignature<kAKMethodWriteToFile> {
+  using Type = int(AKFile& file) const;
+};
+template <>
+struct AKMethodSignature<kAKMethodDelete> {
+  using Type = int();
+};
+template <>
+struct AKMethodSignature<kAKMethodSetObjectProperties> {
+  using Type = int(const AKDictionary& properties);
+};
+template <>
+struct AKMethodSignature<kAKMethodGetObjectProperties> {
+  using Type = int(AKDictionary* properties) const;
+};
+template <>
+struct AKMethodSignature<kAKMethodDraw> {
+  using Type = int(const AGContext& context, const AKDrawEvent& event) const;
+};
+template <>
+struct AKMethodSignature<kAKMethodGetNaturalBounds> {
+  using Type = AGRect() const;
+};
+template <>
+struct AKMethodSignature<kAKMethodInspector> {
+  using Type = int(AKGUIDesc& panel, AKGUIEvent& event);
+};
+
+template <typename Method, typename Class>
+inline constexpr bool kAKIsMemberOf = false;
+template <typename Function, typename Class>
+inline constexpr bool kAKIsMemberOf<Function Class::*, Class> = true;
+
+/// A member function that `Class` declares itself. One that it inherits may need another address of the object, which
+/// the host does not know: declare a function in the class that calls it.
+template <typename Method, typename Class>
+concept AKFunctionOfTheClassItself = std::is_member_function_pointer_v<Method> && kAKIsMemberOf<Method, Class>;
+
+/// A function of `Class` itself that has the parameters, the result and the constness of the slot.
+template <typename Method, typename Class, unsigned int index>
+concept AKFunctionOfTheSlot =
+    (index < kAKMethodCount) && AKFunctionOfTheClassItself<Method, Class>&& std::is_convertible_v<
+                                    Method, typename AKMethodSignature<index>::Type Class::*>;
 
 class AKClass {
  public:
@@ -79,12 +129,10 @@ class AKClass {
   /// elsewhere; flags 0x80 or 0x40 by `marked`, with 0x20 or 0x10 by whether there is a constructor.
   AKClass(const AKClassInfo& info, bool marked, AKClassQCast quickCast);
 
-  /// Writes a member function of T into a slot.
-  template <typename Method>
-  void SetMethod(unsigned int index, Method method) {
-    static_assert(sizeof(Method) == sizeof(AKMethodSlot));
-    std::memcpy(static_cast<void*>(&methods[index]), &method, sizeof(AKMethodSlot));
-  }
+  /// Writes a function of `Class`, the class of the instances, into a slot. The function is virtual or not.
+  template <unsigned int index, typename Class, typename Method>
+  requires AKFunctionOfTheSlot<Method, Class, index>
+  void SetMethod(Method method) { methods[index] = AKMemberWordsOf(method); }
 
   AKClassID classID;                      // 0
   AKClassID parentClassID;                // 8
@@ -103,27 +151,27 @@ class AKClass {
   std::uint64_t hostWords[3] = {};        // 120, the host's
   AKMethodSlot methods[kAKMethodCount];   // 144
 
-  // The host's class services. Each call is forwarded to the entry of that number; without a class table nothing is
-  // called and the result is -1 for a status, null or nothing otherwise.
+  // The host's class services. Each call is forwarded to the entry of its name; without a class table nothing is called
+  // and the result is -1 for a status, null or nothing otherwise.
 
-  static void* sWrapper;  ///< the class service table: plain function pointers of 8 bytes; owned by the host
+  static const AKClassTable* sWrapper;  ///< the class service table, owned by the host
 
-  /// Entry 4. The host makes the record and stores it through `out`.
+  /// The host makes the record and stores it through `out`. Without a class table it also logs.
   static int ClassSetup(const AKClassInfo& info, unsigned int setupWord, AKClass** out);
-  /// Entries 5 to 7. The panel goes over to the host.
+  /// The panel goes over to the host.
   static void SetClassName(AKClass* cls, const AKString& name, const AKString& second);
   static void SetClassComments(AKClass* cls, const AKString& comments);
   static void AddInspectorGUIDesc(AKClass* cls, AKGUIDesc* panel);
-  /// Entries 12 to 14.
+
   static AKClass* GetTopClass();
   static AKClass* GetClassOfID(AKClassID id);
   static void GetClassCollection(AKClassArray* out, const AKClass* cls, unsigned int selection);
-  /// Entries 20 to 23: new objects, null on failure (GetErrorNew tells why).
+  /// New objects, null on failure (GetErrorNew tells why).
   static AKObject* NewObjectWithArgs(const AKContextObject* context, AKClassID id, const char* format, va_list list);
   static AKObject* NewObjectFromFile(const AKContextObject* context, const AKFile& file, unsigned int version);
   static AKObject* NewObjectFromDictionary(const AKContextObject* context, const AKDictionary& dictionary);
   static AKObject* NewObjectFromOriginal(const AKContextObject* context, const AKObject* original);
-  /// Entries 24 to 28.
+
   static int WriteObjectToFile(const AKObject* object, AKFile& file);
   static int WriteObjectToDictionary(const AKObject* object, AKDictionary& dictionary);
   static int ReinitObjectFromFile(AKObject* object, const AKFile& file);
@@ -139,7 +187,6 @@ static_assert(offsetof(AKClassInfo, destructor) == 24);
 static_assert(offsetof(AKClassInfo, instanceSize) == 32);
 static_assert(offsetof(AKClassInfo, className) == 40);
 
-static_assert(sizeof(AKMethodSlot) == 16);
 static_assert(sizeof(AKClass) == 1168);
 static_assert(offsetof(AKClass, classID) == 0);
 static_assert(offsetof(AKClass, parentClassID) == 8);

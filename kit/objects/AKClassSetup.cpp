@@ -1,6 +1,5 @@
 #include "kit/objects/AKClassSetup.h"
 
-#include "kit/host/AKHostCall.h"
 #include "kit/host/AKHostServices.h"
 #include "kit/log/AKLog.h"
 #include "kit/objects/AKHandler.h"
@@ -24,9 +23,7 @@ void AKStoreHostServices(const AKHostServiceRecord& record) {
   AKGUICtrl::sWrapper = record.controlTable;
   AKGUIDesc::sWrapper = record.panelTable;
 
-  AKLogMessageProc proc = nullptr;
-  if (gAKWrap != nullptr) proc = reinterpret_cast<AKLogMessageProc>(AKHostTableWord(gAKWrap, kAKServiceLogMessage));
-  AKSetCustomLogMessageProc(proc, false);
+  AKSetCustomLogMessageProc(gAKWrap == nullptr ? nullptr : gAKWrap->logMessage, false);
 
   gAGDisplayScale = record.displayScale;
 }

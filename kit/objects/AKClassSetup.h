@@ -1,37 +1,9 @@
 // The set-up of a plug-in's class: check the host service record, keep the host's tables, have the class made.
 #pragma once
 
-#include <cstddef>
 #include <cstdint>
 
 #include "kit/objects/AKClass.h"
-
-/// What a host hands to pluginMain: owned by the host, read only during that call. Little-endian.
-struct AKHostServiceRecord {
-  static constexpr std::uint32_t kMagic = 0x41434F53;
-
-  std::uint32_t magic;
-  std::uint32_t apiVersion;  ///< high 16 bits major, low 16 bits minor
-  std::uint32_t setupWord;   ///< passed on to AKClass::ClassSetup
-  std::uint32_t padding;     ///< not read
-  double displayScale;
-  void* generalTable;  ///< gAKWrap; may be null
-  void* classTable;    ///< AKClass::sWrapper
-  void* handlerTable;  ///< AKHandler::sWrapper
-  void* controlTable;  ///< AKGUICtrl::sWrapper
-  void* panelTable;    ///< AKGUIDesc::sWrapper
-};
-
-static_assert(sizeof(AKHostServiceRecord) == 64);
-static_assert(offsetof(AKHostServiceRecord, magic) == 0);
-static_assert(offsetof(AKHostServiceRecord, apiVersion) == 4);
-static_assert(offsetof(AKHostServiceRecord, setupWord) == 8);
-static_assert(offsetof(AKHostServiceRecord, displayScale) == 16);
-static_assert(offsetof(AKHostServiceRecord, generalTable) == 24);
-static_assert(offsetof(AKHostServiceRecord, classTable) == 32);
-static_assert(offsetof(AKHostServiceRecord, handlerTable) == 40);
-static_assert(offsetof(AKHostServiceRecord, controlTable) == 48);
-static_assert(offsetof(AKHostServiceRecord, panelTable) == 56);
 
 /// True for major version 3 with at least one of bits 11 to 15 set. The test is a mask, not a comparison of the minor
 /// number.

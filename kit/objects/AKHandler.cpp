@@ -2,16 +2,6 @@
 
 namespace {
 
-enum Offset : std::size_t {
-  kIsActive = 96,
-  kSetActionName = 112,
-  kActionName = 128,
-  kGetMasterLayer = 144,
-  kAddObjects = 224,
-  kDeleteObjects = 240,
-  kReviseObjects = 256,
-};
-
 AKObjectArray ArrayOf(AKObject* object) {
   AKObjectArray objects;
   if (object != nullptr) objects.Append(object);
@@ -20,33 +10,27 @@ AKObjectArray ArrayOf(AKObject* object) {
 
 }  // namespace
 
-void* AKHandler::sWrapper = nullptr;
+const AKHandlerTable* AKHandler::sWrapper = nullptr;
 
 AKHandler::AKHandler(NKTreeHandler* treeHandler) {
-  if (sWrapper == nullptr) return;
-  AKHostCallPlain<void, AKHandler*, NKTreeHandler*>(sWrapper, kAKWrapperConstructorOffset, this, treeHandler);
+  if (sWrapper != nullptr) sWrapper->construct(this, treeHandler);
 }
 
 AKHandler::~AKHandler() {
-  if (sWrapper != nullptr) AKHostCallPlain<void, AKHandler*>(sWrapper, kAKWrapperDestructorOffset, this);
+  if (sWrapper != nullptr) sWrapper->destruct(this);
 }
 
-bool AKHandler::IsActive() const { return Call<bool>(kIsActive); }
-void AKHandler::SetActionName(const AKString& name) { Call<void, const AKString&>(kSetActionName, name); }
-AKString AKHandler::ActionName() const { return Call<AKString>(kActionName); }
-AKObject* AKHandler::GetMasterLayer() const { return Call<AKObject*>(kGetMasterLayer); }
+bool AKHandler::IsActive() const { return Call(&AKHandlerTable::isActive); }
+void AKHandler::SetActionName(const AKString& name) { Call(&AKHandlerTable::setActionName, name); }
+AKString AKHandler::ActionName() const { return Call(&AKHandlerTable::actionName); }
+AKObject* AKHandler::GetMasterLayer() const { return Call(&AKHandlerTable::getMasterLayer); }
 
 int AKHandler::AddObjects(const AKObjectArray& objects, AKObject* parent, AKHandlerLinkMode mode) {
-  return Call<int, const AKObjectArray&, AKObject*, AKHandlerLinkMode>(kAddObjects, objects, parent, mode);
+  return Call(&AKHandlerTable::addObjects, objects, parent, mode);
 }
 
-int AKHandler::DeleteObjects(const AKObjectArray& objects) {
-  return Call<int, const AKObjectArray&>(kDeleteObjects, objects);
-}
-
-int AKHandler::ReviseObjects(const AKObjectArray& objects) {
-  return Call<int, const AKObjectArray&>(kReviseObjects, objects);
-}
+int AKHandler::DeleteObjects(const AKObjectArray& objects) { return Call(&AKHandlerTable::deleteObjects, objects); }
+int AKHandler::ReviseObjects(const AKObjectArray& objects) { return Call(&AKHandlerTable::reviseObjects, objects); }
 
 int AKHandler::AddObject(AKObject* object, AKObject* parent, AKHandlerLinkMode mode) {
   return AddObjects(ArrayOf(object), parent, mode);

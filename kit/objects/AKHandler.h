@@ -1,20 +1,13 @@
 // What a plug-in may do to the document that the host has open.
 #pragma once
 
-#include <cstdint>
-
 #include "kit/host/AKWrapper.h"
 #include "kit/objects/AKObject.h"
 #include "kit/text/AKString.h"
 
-class NKTreeHandler;
-
-/// How added objects are linked to their parent; the numbers are the host's.
-using AKHandlerLinkMode = std::uint32_t;
-
 class AKHandler : public AKWrapper<AKHandler> {
  public:
-  static void* sWrapper;  ///< the handler service table, owned by the host
+  static const AKHandlerTable* sWrapper;  ///< the handler service table, owned by the host
 
   explicit AKHandler(NKTreeHandler* treeHandler);
   ~AKHandler();

@@ -37,9 +37,44 @@ AKObject::AKObject() : class_(_AKClassObjectGetHiddenClassPtr(this)), qcast_(kAK
 
 void AKObject::operator delete(void*) { std::abort(); }
 
+AKClassID AKObject::_ClassID() {
+  static const AKClassID id("_object");
+  return id;
+}
+
+AKClass* AKObject::_Class() {
+  static AKClass* const record = _AKClassInitStaticPtr(_ClassID());
+  return record;
+}
+
+AKClassID AKObjectShape::_ClassID() {
+  static const AKClassID id("_shape");
+  return id;
+}
+
+AKClass* AKObjectShape::_Class() {
+  static AKClass* const record = _AKClassInitStaticPtr(_ClassID());
+  return record;
+}
+
+AKClassID AKObjectSymbol::_ClassID() {
+  static const AKClassID id("_symbol");
+  return id;
+}
+
+AKClass* AKObjectSymbol::_Class() {
+  static AKClass* const record = _AKClassInitStaticPtr(_ClassID());
+  return record;
+}
+
 AKClassID AKObjectSymbolVect::_ClassID() {
   static const AKClassID id("_syVect");
   return id;
+}
+
+AKClass* AKObjectSymbolVect::_Class() {
+  static AKClass* const record = _AKClassInitStaticPtr(_ClassID());
+  return record;
 }
 
 void AKDeletes(AKObjectArray& objects) {

@@ -27,12 +27,17 @@ void _AKClassObjectDealloc(void* object);
 /// The class record in front of a non-null instance.
 const AKClass* _AKClassObjectGetHiddenClassPtr(const AKObject* object);
 
-/// Concrete classes implement _PureVirtualMethod as a no-op and declare AK_OBJECT_MEMORY, so that their deleting
-/// destructor releases the block. The base's own operator delete stops the program: no plain AKObject is destroyed.
+/// Concrete classes derive from AKObjectClass, or implement _PureVirtualMethod as a no-op and declare AK_OBJECT_MEMORY,
+/// so that their deleting destructor releases the block. The base's own operator delete stops the program: no plain
+/// AKObject is destroyed.
 class AKObject {
  public:
   AKObject(const AKObject&) = delete;
   AKObject& operator=(const AKObject&) = delete;
+
+  static AKClassID _ClassID();  ///< "_object"
+  /// The host's record of the class, found by ID once and kept; every class has its own.
+  static AKClass* _Class();
 
   virtual void _PureVirtualMethod() const = 0;
   virtual ~AKObject() = default;
@@ -62,12 +67,20 @@ class AKObject {
   static void operator delete(void* memory) noexcept { _AKClassObjectDealloc(memory); }
 
 /// The host's class chain of drawn objects. Their fields belong to the host; a plug-in's class only keeps their place.
-class AKObjectShape : public AKObject {};
-class AKObjectSymbol : public AKObjectShape {};
+class AKObjectShape : public AKObject {
+ public:
+  static AKClassID _ClassID();  ///< "_shape"
+  static AKClass* _Class();
+};
+class AKObjectSymbol : public AKObjectShape {
+ public:
+  static AKClassID _ClassID();  ///< "_symbol"
+  static AKClass* _Class();
+};
 class AKObjectSymbolVect : public AKObjectSymbol {
  public:
-  /// "_syVect"
-  static AKClassID _ClassID();
+  static AKClassID _ClassID();  ///< "_syVect"
+  static AKClass* _Class();
 
  protected:
   /// Bytes of the parents' fields behind the header.

@@ -1,26 +1,18 @@
 // A control of an inspector panel. The host builds and owns the real one; this wrapper forwards to it through the
 // control service table. Without a host everything is neutral: false, 0, the empty string, black.
 //
-// A control is described by a printf format whose result is a list of items "-key:value" separated by blanks:
-//
-//   -id:N           number of the control within its panel
-//   -type:T         StaticText, EditNum, Slider and whatever else the host offers
-//   -pos:(X;Y)      position and size in panel units: pixels of an unscaled panel, y down, leading zeros allowed
-//   -dim:(W;H)
-//   -title:"TEXT"   label
-//   -prec:N         decimals that a numeric field shows
-//   -range:(A;B)    range of a slider
+// A control is described by a printf format whose result is a list of items "-key:value" separated by blanks. Which
+// items there are is up to the host; docs/abi.md lists those of the reference host.
 #pragma once
 
 #include <cstdarg>
 #include <cstdint>
+#include <type_traits>
 
 #include "kit/geometry/AGColor.h"
 #include "kit/host/AKWrapper.h"
 #include "kit/text/AKString.h"
 #include "kit/text/AKStringArray.h"
-
-class AKGUIDesc;
 
 /// What the get-property and set-property entries of controls and panels select.
 enum AKGUIProperty : std::uint32_t {
@@ -38,11 +30,15 @@ enum AKGUIProperty : std::uint32_t {
 
 class AKGUICtrl : public AKWrapper<AKGUICtrl> {
  public:
-  static void* sWrapper;  ///< the control service table, owned by the host
+  static const AKControlTable* sWrapper;  ///< the control service table, owned by the host
 
   /// The format and its arguments go to the host unformatted.
   AKGUICtrl(AKGUIDesc* panel, const char* format, ...) __attribute__((format(printf, 3, 4)));
-  AKGUICtrl(AKGUIDesc* panel, const char* format, va_list list);
+  /// The same with a list of arguments; a template so that nothing but a va_list is taken for one, a literal 0 least.
+  template <typename List>
+  requires std::is_same_v<void(List), void(va_list)> AKGUICtrl(AKGUIDesc* panel, const char* format, List list) {
+    Construct(panel, format, list);
+  }
   ~AKGUICtrl();
 
   unsigned int CtrlType() const;
@@ -72,7 +68,7 @@ class AKGUICtrl : public AKWrapper<AKGUICtrl> {
   const char** GetXPMIcon() const;
 
   void SetMenuItemList(const AKStringArray& items);
-  /// Splits the text at "," and ";" first.
+  /// Splits the text at "," and ";" first; items that have one of them in them need an array.
   void SetMenuItemList(const AKString& items);
   AKString GetMenuItemAtIndex(unsigned int index) const;
   unsigned int GetMenuItemCount() const;
@@ -104,6 +100,7 @@ class AKGUICtrl : public AKWrapper<AKGUICtrl> {
   void Refresh() const;
 
  private:
+  void Construct(AKGUIDesc* panel, const char* format, va_list list);
   unsigned int Property(AKGUIProperty selector) const;
   void SetProperty(AKGUIProperty selector, unsigned int value);
 };

@@ -1,53 +1,31 @@
 #include "kit/panels/AKGUIDesc.h"
 
-namespace {
+#include <memory>
 
-enum Offset : std::size_t {
-  kSetProperty = 96,
-  kGetProperty = 112,
-  kSetPanelSize = 128,
-  kGetPanelSize = 144,
-  kSetPanelTitle = 160,
-  kGetPanelTitle = 176,
-  kAddController = 352,
-  kGetController = 368,
-  kGetControllerCount = 384,
-  kOpenModalDialog = 480,
-  kCloseDialog = 496,
-};
-
-using ConstructorEntry = void (*)(AKGUIDesc*, const char*, va_list);
-
-ConstructorEntry Constructor() {
-  return reinterpret_cast<ConstructorEntry>(AKHostTableWord(AKGUIDesc::sWrapper, kAKWrapperConstructorOffset));
-}
-
-}  // namespace
-
-void* AKGUIDesc::sWrapper = nullptr;
+const AKPanelTable* AKGUIDesc::sWrapper = nullptr;
 
 AKGUIDesc::AKGUIDesc() {
-  if (sWrapper != nullptr) Constructor()(this, nullptr, nullptr);
+  if (sWrapper != nullptr) sWrapper->construct(this, nullptr, nullptr);
 }
 
 AKGUIDesc::AKGUIDesc(const char* format, ...) {
   if (sWrapper == nullptr) return;
   va_list list;
   va_start(list, format);
-  Constructor()(this, format, list);
+  sWrapper->construct(this, format, list);
   va_end(list);
 }
 
 AKGUIDesc::~AKGUIDesc() {
-  if (sWrapper != nullptr) AKHostCallPlain<void, AKGUIDesc*>(sWrapper, kAKWrapperDestructorOffset, this);
+  if (sWrapper != nullptr) sWrapper->destruct(this);
 }
 
-unsigned int AKGUIDesc::DescID() const { return Call<unsigned int, unsigned int>(kGetProperty, kAKGUIPropertyID); }
-unsigned int AKGUIDesc::Flags() const { return Call<unsigned int, unsigned int>(kGetProperty, kAKGUIPropertyFlags); }
+unsigned int AKGUIDesc::DescID() const { return Call(&AKPanelTable::getProperty, kAKGUIPropertyID); }
+unsigned int AKGUIDesc::Flags() const { return Call(&AKPanelTable::getProperty, kAKGUIPropertyFlags); }
 
 void AKGUIDesc::SetDescFlag(unsigned int flags, bool on) {
   const unsigned int old = Flags();
-  Call<void, unsigned int, unsigned int>(kSetProperty, kAKGUIPropertyFlags, on ? (old | flags) : (old & ~flags));
+  Call(&AKPanelTable::setProperty, kAKGUIPropertyFlags, on ? (old | flags) : (old & ~flags));
 }
 
 bool AKGUIDesc::IsDescFlag(unsigned int flags) const { return (Flags() & flags) == flags; }
@@ -56,26 +34,27 @@ void AKGUIDesc::SetYielding(bool on) { SetDescFlag(kFlagYielding, on); }
 bool AKGUIDesc::IsIdling() const { return IsDescFlag(kFlagIdling); }
 bool AKGUIDesc::IsYielding() const { return IsDescFlag(kFlagYielding); }
 
-void AKGUIDesc::SetPanelSize(int width, int height) { Call<void, int, int>(kSetPanelSize, width, height); }
-void AKGUIDesc::GetPanelSize(int* width, int* height) const { Call<void, int*, int*>(kGetPanelSize, width, height); }
-void AKGUIDesc::SetPanelTitle(const AKString& title) { Call<void, const AKString&>(kSetPanelTitle, title); }
-AKString AKGUIDesc::GetPanelTitle() const { return Call<AKString>(kGetPanelTitle); }
+void AKGUIDesc::SetPanelSize(int width, int height) { Call(&AKPanelTable::setPanelSize, width, height); }
+void AKGUIDesc::GetPanelSize(int* width, int* height) const {
+  if (!IsHosted()) return AKSetNeutral(width, height);
+  Call(&AKPanelTable::getPanelSize, width, height);
+}
+void AKGUIDesc::SetPanelTitle(const AKString& title) { Call(&AKPanelTable::setPanelTitle, title); }
+AKString AKGUIDesc::GetPanelTitle() const { return Call(&AKPanelTable::getPanelTitle); }
 
 AKGUICtrl* AKGUIDesc::NewController(const char* format, ...) {
   va_list list;
   va_start(list, format);
-  auto* control = new AKGUICtrl(this, format, list);
+  auto control = std::make_unique<AKGUICtrl>(this, format, list);
   va_end(list);
-  Call<void, AKGUICtrl*>(kAddController, control);
-  return control;
+  Call(&AKPanelTable::addController, control.get());  // which may throw
+  return control.release();
 }
 
-AKGUICtrl* AKGUIDesc::GetController(unsigned int id) const {
-  return Call<AKGUICtrl*, unsigned int>(kGetController, id);
-}
-unsigned int AKGUIDesc::GetControllerCount() const { return Call<unsigned int>(kGetControllerCount); }
+AKGUICtrl* AKGUIDesc::GetController(unsigned int id) const { return Call(&AKPanelTable::getController, id); }
+unsigned int AKGUIDesc::GetControllerCount() const { return Call(&AKPanelTable::getControllerCount); }
 
 int AKGUIDesc::OpenModalDialog(ModalProc proc, AKObject* object, int* result) {
-  return Call<int, ModalProc, AKObject*, int*>(kOpenModalDialog, proc, object, result);
+  return Call(&AKPanelTable::openModalDialog, proc, object, result);
 }
-void AKGUIDesc::CloseDialog(int result) { Call<void, int>(kCloseDialog, result); }
+void AKGUIDesc::CloseDialog(int result) { Call(&AKPanelTable::closeDialog, result); }

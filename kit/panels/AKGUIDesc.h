@@ -3,22 +3,20 @@
 // panel owns its controls.
 //
 // Every per-control operation takes the control's ID first, finds the control and does the same there. For an ID that
-// the panel does not have, setters do nothing and getters return false, 0, the empty string or black.
+// the panel does not have, setters do nothing and getters give false, 0, the empty string or black.
 #pragma once
 
 #include "kit/panels/AKGUICtrl.h"
 #include "kit/panels/AKGUIEvent.h"
 
-class AKObject;
-
 class AKGUIDesc : public AKWrapper<AKGUIDesc> {
  public:
-  static void* sWrapper;  ///< the panel service table, owned by the host
+  static const AKPanelTable* sWrapper;  ///< the panel service table, owned by the host
 
   static constexpr unsigned int kFlagIdling = 0x100;
   static constexpr unsigned int kFlagYielding = 0x200;
 
-  using ModalProc = int (AKObject::*)(AKGUIDesc&, AKGUIEvent&);
+  using ModalProc = AKModalProc;
 
   AKGUIDesc();
   /// The format and its arguments, a list of items such as "-multisel:1", go to the host unformatted.

@@ -28,6 +28,7 @@ void AKGUIDesc::SetBounds(unsigned int id, int x0, int y0, int x1, int y1) {
   With(this, id, [&](auto* control) { control->SetBounds(x0, y0, x1, y1); });
 }
 void AKGUIDesc::GetBounds(unsigned int id, int* x0, int* y0, int* x1, int* y1) const {
+  AKSetNeutral(x0, y0, x1, y1);
   With(this, id, [&](const auto* control) { control->GetBounds(x0, y0, x1, y1); });
 }
 void AKGUIDesc::SetVisible(unsigned int id, bool visible) {
@@ -98,6 +99,7 @@ void AKGUIDesc::SetRange(unsigned int id, double minimum, double maximum) {
   With(this, id, [&](auto* control) { control->SetRange(minimum, maximum); });
 }
 void AKGUIDesc::GetRange(unsigned int id, double* minimum, double* maximum) const {
+  AKSetNeutral(minimum, maximum);
   With(this, id, [&](const auto* control) { control->GetRange(minimum, maximum); });
 }
 

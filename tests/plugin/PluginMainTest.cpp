@@ -90,8 +90,9 @@ class PluginMainTest : public testing::Test {
         });
     put(
         control_, 40, +[](AKGUICtrl*) {});
-    AKGUIDesc::sWrapper = panel_;  // this program's own copy of the kit deletes what the bundle made
-    AKGUICtrl::sWrapper = control_;
+    AKGUIDesc::sWrapper = reinterpret_cast<const AKPanelTable*>(
+        panel_);  // this program's own copy of the kit deletes what the bundle made
+    AKGUICtrl::sWrapper = reinterpret_cast<const AKControlTable*>(control_);
 
     library_ = dlopen(AK_BUNDLE, RTLD_NOW | RTLD_LOCAL);
     ASSERT_NE(library_, nullptr) << dlerror();

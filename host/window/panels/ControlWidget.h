@@ -28,7 +28,7 @@ class ControlWidget {
   void Show(const HostControl& control, bool mixed);
 
  protected:
-  ControlWidget(const HostControl& control, Changed changed) : id_(control.id), changed_(std::move(changed)) {}
+  ControlWidget(const HostControl& control, Changed changed) : id_(control.ID()), changed_(std::move(changed)) {}
 
   virtual void ShowValue(const HostControl& control, bool mixed) = 0;
   void Tell(const SetValue& set, bool more) const {

@@ -48,7 +48,7 @@ PanelWidget::PanelWidget(const HostPanel& panel, const ControlWidget::Changed& c
 void PanelWidget::ShowControls(const std::function<bool(unsigned int controlID)>& isMixed) {
   for (unsigned int i = 0; i < widgets_.size(); ++i) {
     const HostControl& control = panel_.ControlAt(i);
-    widgets_[i]->Show(control, isMixed(control.id));
+    widgets_[i]->Show(control, isMixed(control.ID()));
   }
 }
 

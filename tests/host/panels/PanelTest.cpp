@@ -1,7 +1,10 @@
 // Panels that a plug-in describes, as the host understands them, reached through the service tables.
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <chrono>
+#include <cstdarg>
+#include <new>
 
 #include "host/Host.h"
 #include "host/HostLog.h"
@@ -47,14 +50,76 @@ TEST_F(PanelTest, Description_AllKeys_AreUnderstood) {
   EXPECT_FALSE(panel.HasFeatureRange(7));
 }
 
-TEST_F(PanelTest, Description_Strange_IsNamedInOneLine) {
-  AKGUIDesc panel("-multisel:1 -shape:round");
-  panel.NewController("-id:x -type:Dial -pos:(1,2) -dim:(1;2 -range:(0;inf) -prec:2.5 loose");
-  ASSERT_EQ(log_.size(), 2U);
-  EXPECT_NE(log_[0].find("-shape:round"), std::string::npos);
-  for (const char* item : {"-id:x", "-type:Dial", "-pos:(1,2)", "-dim:(1;2", "-range:(0;inf)", "-prec:2.5", "loose"}) {
-    EXPECT_NE(log_[1].find(item), std::string::npos) << item;
+AKObject* NoInstance() { return nullptr; }
+
+TEST_F(PanelTest, Description_Strange_IsReportedWithBundleClassAndControl) {
+  AKClassInfo info;
+  info.classID = AKClassID("strange");
+  info.parentClassID = AKClassID("_object");
+  info.constructor = &NoInstance;
+  info.destructor = [](AKObject*) {};
+  info.instanceSize = sizeof(void*);
+  info.className = "Strange";
+  AKClass* record = nullptr;
+  const std::size_t before = Host::Instance().Classes().Classes().size();
+  ASSERT_EQ(AKClass::ClassSetup(info, 0, &record), 0);
+  auto* panel = new AKGUIDesc("-multisel:1 -shape:round");
+  panel->NewController("-id:x -type:Dial -pos:(1,2) -dim:(1;2 -range:(0;inf) -prec:2.5 loose");
+  EXPECT_TRUE(log_.empty()) << "the class is not known yet";
+  AKClass::AddInspectorGUIDesc(record, panel);
+  panel->NewController("-id:4 -type:CheckBox -visible:maybe -value:3");
+  const std::vector<std::string> expected = {
+      "host_tests: class Strange, panel: not understood in its description: -shape:round",
+      "host_tests: class Strange, control 0: not understood in its description: "
+      "-id:x -type:Dial -pos:(1,2) -dim:(1;2 -range:(0;inf) -prec:2.5 loose",
+      "host_tests: class Strange, control 4: not understood in its description: -visible:maybe -value:3"};
+  EXPECT_EQ(log_, expected);
+  Host::Instance().Classes().RemoveAfter(before);
+  { const AKGUIDesc alone("-shape:round"); }
+  EXPECT_EQ(log_.back(), "a panel of no class, panel: not understood in its description: -shape:round");
+}
+
+TEST_F(PanelTest, Description_InAnyOrder_GivesTheSameControl) {
+  std::vector<std::string> items = {"-prec:1", "-tip:help", "-title:\"a title\"", "-type:EditNum", "-value:1.25"};
+  int orders = 0;
+  do {
+    std::string description;
+    for (const std::string& item : items) description += item + " ";
+    const HostControl control{AKString(description)};
+    EXPECT_EQ(control.Type(), ControlType::kEditNum) << description;
+    EXPECT_TRUE(control.GetTitle() == "a title") << description;
+    EXPECT_TRUE(control.Tip() == "help") << description;
+    EXPECT_EQ(control.GetValueAsFloat64(), 1.25) << description;
+    EXPECT_EQ(control.GetValuePrecision(), 1) << description;
+    ++orders;
+  } while (std::next_permutation(items.begin(), items.end()));
+  EXPECT_EQ(orders, 120);
+}
+
+TEST_F(PanelTest, Items_AreSplitAtSemicolonsThatNoBackslashStandsBefore) {
+  const struct {
+    const char* text;
+    std::vector<std::string> items;
+  } cases[] = {{"red; light blue ;2", {"red", "light blue", "2"}},
+               {"red, light;blue", {"red, light", "blue"}},
+               {R"(a\;b;c\\;\n)", {"a;b", R"(c\)", R"(\n)"}},
+               {"a;;", {"a", "", ""}},
+               {"", {}}};
+  for (const auto& c : cases) {
+    const HostControl control{AKString(std::string("-type:PopUp \"-items:") + c.text + "\"")};
+    std::vector<std::string> items;
+    for (unsigned int i = 0; i < control.GetMenuItemCount(); ++i)
+      items.emplace_back(control.GetMenuItemAtIndex(i).CStr());
+    EXPECT_EQ(items, c.items) << c.text;
   }
+}
+
+// The first argument is a literal 0, which is a null pointer of any kind too.
+TEST_F(PanelTest, Control_OfAFormatAndZero_TakesTheZeroForItsArgument) {
+  AKGUIDesc panel;
+  const AKGUICtrl alone(&panel, "-id:%d -type:Slider", 0);
+  EXPECT_EQ(alone.CtrlID(), 0U);
+  EXPECT_EQ(alone.CtrlType(), 3U);
 }
 
 // Ten times the controls may take about ten times the time, not a hundred: the factor in between leaves room for noise.
@@ -258,6 +323,41 @@ TEST_F(PanelTest, UnknownControl_IsNeutral) {
   EXPECT_FALSE(panel.IsVisible(3));
   EXPECT_TRUE(panel.GetTitle(3).IsEmpty());
   EXPECT_TRUE(panel.GetValueAsAGColor(3) == kAGColorBlack);
+  int bounds[4] = {7, 7, 7, 7};
+  panel.GetBounds(3, &bounds[0], &bounds[1], nullptr, &bounds[3]);
+  EXPECT_EQ(std::vector<int>(bounds, bounds + 4), (std::vector<int>{0, 0, 7, 0}));
+  double range[2] = {7, 7};
+  panel.GetRange(3, &range[0], &range[1]);
+  EXPECT_EQ(range[0] + range[1], 0);
+}
+
+int sLivingControls = 0;
+
+// A host whose panels take no control.
+struct FullPanel {
+  void AddController(AKGUICtrl*) { throw std::bad_alloc(); }
+};
+
+TEST_F(PanelTest, Control_ThatThePanelCanNotTake_IsEnded) {
+  const auto* controls = AKGUICtrl::sWrapper;
+  const auto* panels = AKGUIDesc::sWrapper;
+  static FullPanel sFull;
+  AKControlTable controlTable;
+  controlTable.construct = [](AKGUICtrl*, AKGUIDesc*, const char*, va_list) { ++sLivingControls; };
+  controlTable.destruct = [](AKGUICtrl*) { --sLivingControls; };
+  AKPanelTable panelTable;
+  panelTable.construct = [](AKGUIDesc* wrapper, const char*, va_list) { wrapper->SetHostObject(&sFull); };
+  panelTable.destruct = [](AKGUIDesc*) {};
+  panelTable.addController.Set<FullPanel>(&FullPanel::AddController);
+  AKGUICtrl::sWrapper = &controlTable;
+  AKGUIDesc::sWrapper = &panelTable;
+  {
+    AKGUIDesc panel;
+    EXPECT_THROW(panel.NewController("-id:%d", 1), std::bad_alloc);
+  }
+  EXPECT_EQ(sLivingControls, 0);
+  AKGUICtrl::sWrapper = controls;
+  AKGUIDesc::sWrapper = panels;
 }
 
 }  // namespace

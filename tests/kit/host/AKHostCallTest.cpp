@@ -46,10 +46,63 @@ TEST(AKHostCallTest, MemberEntry_DirectAndVirtual_GoToTheAdjustedObject) {
   for (const std::uintptr_t first : {reinterpret_cast<std::uintptr_t>(&Record), std::uintptr_t{2 * 8 + 1}}) {
     object.part.seen = 0;
     const std::uintptr_t entry[2] = {first, offsetof(HostObject, part)};
-    EXPECT_EQ((AKHostCallMember<int, int>(entry, 0, &object, 21)), 42);
+    AKHostMember<int(int)> member;
+    std::memcpy(static_cast<void*>(&member), entry, sizeof(entry));
+    EXPECT_EQ(member.Call(&object, 21), 42);
     EXPECT_EQ(object.part.seen, 21);
   }
 }
+
+// A host class whose second base has the functions: the compiler's own adjustments and virtual tables.
+struct FirstBase {
+  virtual ~FirstBase() = default;
+  char front[40] = {};
+};
+struct SecondBase {
+  virtual ~SecondBase() = default;
+  virtual int Virtual(int value) { return factor * value; }
+  int Direct(int value) const { return factor + value; }
+  int factor = 3;
+};
+struct TwoBases final : FirstBase, SecondBase {
+  int Virtual(int value) override { return -SecondBase::Virtual(value); }
+};
+
+TEST(AKHostCallTest, Set_FunctionsOfASecondBase_AreAdjustedFromTheHostsClass) {
+  TwoBases host;
+  const auto words = [](const auto& member) {
+    AKMemberWords both;
+    std::memcpy(&both, &member, sizeof(both));
+    return both;
+  };
+  AKHostMember<int(int)> member;
+  member.Set<TwoBases>(&SecondBase::Virtual);
+  EXPECT_EQ(words(member).function & 1, 1U);
+  EXPECT_EQ(words(member).adjustment, 48);
+  EXPECT_EQ(member.Call(&host, 5), -15);
+  member.Set<TwoBases>(&TwoBases::Direct);
+  EXPECT_EQ(words(member).function & 1, 0U);
+  EXPECT_EQ(words(member).adjustment, 48);
+  EXPECT_EQ(member.Call(&host, 5), 8);
+}
+
+// What must not compile: a function of another signature, of a class that the host's does not derive from, or without
+// the host's class.
+template <typename Member, typename Host, typename Method>
+constexpr bool kCanSet = requires(Member member, Method method) {
+  member.template Set<Host>(method);
+};
+template <typename Member, typename Method>
+constexpr bool kCanSetWithoutHost = requires(Member member, Method method) {
+  member.Set(method);
+};
+using IntMember = AKHostMember<int(int)>;
+static_assert(kCanSet<IntMember, TwoBases, int (SecondBase::*)(int)>);
+static_assert(kCanSet<IntMember, TwoBases, int (SecondBase::*)(int) const>);
+static_assert(!kCanSet<IntMember, TwoBases, int (SecondBase::*)(long)>);
+static_assert(!kCanSet<IntMember, TwoBases, void (SecondBase::*)(int)>);
+static_assert(!kCanSet<IntMember, FirstBase, int (SecondBase::*)(int)>);
+static_assert(!kCanSetWithoutHost<IntMember, int (SecondBase::*)(int)>);
 
 TEST(AKHostCallTest, WithoutHost_EveryServiceFallsBack) {
   ASSERT_EQ(gAKWrap, nullptr);
@@ -65,14 +118,18 @@ TEST(AKHostCallTest, WithoutHost_EveryServiceFallsBack) {
   EXPECT_EQ(AKGUIWindowProgress(1, 0.5, "c"), 0);
   EXPECT_EQ(AKClass::GetClassOfID(kAKNullClassID), nullptr);
   EXPECT_FALSE(AKHandler(nullptr).IsActive());
-  EXPECT_TRUE(AKGUIDesc("-multisel:1").GetValueAsAGColor(1) == kAGColorBlack);
+  const AKGUIDesc panel("-multisel:1");
+  EXPECT_TRUE(panel.GetValueAsAGColor(1) == kAGColorBlack);
+  int size[2] = {7, 7};
+  panel.GetPanelSize(&size[0], &size[1]);
+  EXPECT_EQ(size[0] + size[1], 0);
 }
 
 class GeneralTableTest : public testing::Test {
  protected:
   void SetUp() override {
     std::memset(sTable, 0, sizeof(sTable));
-    gAKWrap = sTable;
+    gAKWrap = reinterpret_cast<const AKGeneralTable*>(sTable);
   }
   void TearDown() override { gAKWrap = nullptr; }
 };
@@ -141,7 +198,7 @@ TEST(AKHandlerTest, SingleObjects_TravelAsArrays) {
       40, +[](AKHandler*) {});
   PutPlain(224, &NoteAdded);
   PutPlain(240, &NoteDeleted);
-  AKHandler::sWrapper = sTable;
+  AKHandler::sWrapper = reinterpret_cast<const AKHandlerTable*>(sTable);
   {
     AKHandler handler(nullptr);
     AKObject* stranger = reinterpret_cast<AKObject*>(&notes);

@@ -62,9 +62,9 @@ TEST(AKObjectTest, Alloc_ZeroedBehindHiddenPointer_AndSafeForNull) {
 std::vector<AKObject*> sDeleted;
 
 TEST(AKObjectTest, Deletes_LastFirst_KeepsStorage) {
-  std::uintptr_t table[32] = {};
-  table[27] = reinterpret_cast<std::uintptr_t>(+[](AKObject* object) { sDeleted.push_back(object); });
-  AKClass::sWrapper = table;
+  AKClassTable table;
+  table.deleteObject = [](AKObject* object) { sDeleted.push_back(object); };
+  AKClass::sWrapper = &table;
   char strangers[3];
   AKObjectArray objects;
   for (char& stranger : strangers) objects.Append(reinterpret_cast<AKObject*>(&stranger));
