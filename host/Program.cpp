@@ -23,6 +23,8 @@ void PrintUsage() {
       "are named, and with --no-bundles none at all.\n\ncommands\n");
   for (const Command& command : Commands()) std::printf("  %-10s %s\n", command.name, command.summary);
   std::printf(
+      "\nCommands that open a document take --strict: then an object that its class can't read is an error;\n"
+      "otherwise it is told on standard error, drawn as a crossed box and kept as it is.\n"
       "\n\"objecthost COMMAND --help\" tells more. Exit code 0 is success; 1 is failure, with a line on\n"
       "standard error.\n");
 }

@@ -71,7 +71,7 @@ expect 1 "can't make folder" gallery --items missing/items
 cp a.akd b.akd
 expect 0 'placeholder' --no-bundles list b.akd
 expect 1 'no bundle has its class' --no-bundles set b.akd 0 Angle=1
-expect 1 'no inspector' --no-bundles inspect b.akd 0
+expect 1 'no bundle has its class "stdRect"' --no-bundles inspect b.akd 0
 expect 0 '' --no-bundles draw b.akd placeholder.png
 
 cp a.akd before.akd

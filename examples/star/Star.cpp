@@ -63,8 +63,8 @@ int Star::akmWriteToFile(AKFile& file) const {
 
 int Star::akmSetObjectProperties(const AKDictionary& properties) {
   double number = 0;
-  if (AKValueGetasFloat64(properties.GetValue(kKey_Points), &number, false)) SetPoints(number);
-  if (AKValueGetasFloat64(properties.GetValue(kKey_InnerRadius), &number, false)) SetInnerRadius(number);
+  if (AKValueGetasFloat64(properties.GetValue(kKey_Points), &number, true)) SetPoints(number);
+  if (AKValueGetasFloat64(properties.GetValue(kKey_InnerRadius), &number, true)) SetInnerRadius(number);
   return 0;
 }
 

@@ -4,6 +4,8 @@
 #include <cstdio>
 #include <sstream>
 
+#include "host/storage/DocumentFile.h"
+
 namespace host {
 namespace {
 
@@ -16,6 +18,7 @@ std::vector<std::string> Split(const char* words) {
 
 CommandLine LineOf(const EditCommand& command) {
   std::vector<std::string> flags = Split(command.flagOptions);
+  flags.emplace_back("strict");
   return {Split(command.valueOptions), std::move(flags)};
 }
 
@@ -75,6 +78,16 @@ const EditCommand* FindEditCommand(const std::string& name) {
   return nullptr;
 }
 
+Result<std::unique_ptr<DocumentSession>> OpenSession(const std::string& path, bool strict) {
+  auto session = DocumentSession::Open(path);
+  if (!session) return session.Why();
+  for (const Problem& problem : UnreadObjects((*session)->Doc())) {
+    if (strict) return Problem(N_("\"%s\": %s"), {path, problem});
+    std::fprintf(stderr, "objecthost: \"%s\": %s\n", path.c_str(), problem.English().c_str());
+  }
+  return session;
+}
+
 Result<> RunInContext(const EditCommand& command, EditContext& context, const std::vector<std::string>& words) {
   if (!context.session && command.use != EditUse::kWithoutDocument) {
     return Problem(N_("no document is open: \"open FILE\" or \"new\" comes first"));
@@ -90,7 +103,7 @@ int RunOnFile(const EditCommand& command, const std::vector<std::string>& words)
   EditContext context;
   if (const auto done = line.Parse(words, command.least + 1, command.most + 1); !done) return Fail(done.Why());
   const std::vector<std::string>& all = line.Positional();
-  auto session = DocumentSession::Open(all[0]);
+  auto session = OpenSession(all[0], line.Has("strict"));
   if (!session) return Fail(session.Why());
   context.session = std::move(*session);
   const EditArguments arguments{line, {all.begin() + 1, all.end()}};

@@ -63,6 +63,9 @@ struct EditCommand {
 
 inline constexpr std::size_t kManyWords = 100000;
 
+/// Opens a document and tells on standard error what of it can't be read; with `strict` that is a failure.
+Result<std::unique_ptr<DocumentSession>> OpenSession(const std::string& path, bool strict);
+
 /// Runs a command on the words of a script line, its name taken off.
 Result<> RunInContext(const EditCommand& command, EditContext& context, const std::vector<std::string>& words);
 

@@ -33,7 +33,7 @@ Result<> RunNew(EditContext& context, const EditArguments& arguments) {
 
 Result<> RunOpen(EditContext& context, const EditArguments& arguments) {
   if (const auto done = MayLeave(context, arguments); !done) return done.Why();
-  auto session = DocumentSession::Open(arguments.words[0]);
+  auto session = OpenSession(arguments.words[0], arguments.Has("strict"));
   if (!session) return session.Why();
   context.SetSession(std::move(*session));
   return {};

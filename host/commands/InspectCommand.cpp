@@ -42,10 +42,7 @@ Result<> SendEvent(Inspector* inspector, const std::string& text, std::string* o
     return Problem(N_("\"%s\" is not of the form KIND or KIND,CONTROL"), {text});
   }
   std::string actionName;
-  const int status = inspector->Send(kind, control, &actionName);
-  if (status != 0) {
-    return Problem(N_("the object returned status %s"), {std::to_string(status)});
-  }
+  if (const auto done = inspector->Send(kind, control, &actionName); !done) return done.Why();
   *output += "event " + text + ": " + NameOrNothing(actionName) + "\n";
   return {};
 }
@@ -55,7 +52,7 @@ Result<> RunInspect(EditContext& context, const EditArguments& arguments) {
   Inspector inspector;
   if (const auto done = ParseObjects(context, arguments.words[0], &ids); !done) return done.Why();
   if (const auto done = inspector.Open(context.session.get(), ids); !done) return done.Why();
-  int status = inspector.Fill();
+  auto filled = inspector.Fill();
   EditStep step(*context.session, "");
   std::string changes;
   for (const std::string& assignment : arguments.line.Values("set")) {
@@ -65,10 +62,8 @@ Result<> RunInspect(EditContext& context, const EditArguments& arguments) {
     if (const auto done = SendEvent(&inspector, event, &changes); !done) return done.Why();
   }
   step.End();
-  if (ids.size() > 1) status = inspector.Fill();  // what differs now
-  if (status != 0) {
-    return Problem(N_("the object returned status %s"), {std::to_string(status)});
-  }
+  if (ids.size() > 1) filled = inspector.Fill();  // what differs now
+  if (!filled) return filled.Why();
   context.output = arguments.IsJson() ? JsonOfPanel(inspector) : changes + PanelListing(inspector.Panel());
   return {};
 }

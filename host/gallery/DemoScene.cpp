@@ -79,7 +79,7 @@ std::string ExpectedActionName() {
 Result<> UseInspector(DocumentSession* session, ObjectID id) {
   Inspector inspector;
   if (const auto done = inspector.Open(session, {id}); !done) return done.Why();
-  inspector.Fill();
+  if (const auto done = inspector.Fill(); !done) return done.Why();
   const struct {
     unsigned int control;
     double value;
@@ -87,7 +87,7 @@ Result<> UseInspector(DocumentSession* session, ObjectID id) {
   } steps[] = {{kSlider, 1.7, 1}, {kNumberField, 0.75, 0.75}};
   for (const auto& step : steps) {
     std::string actionName;
-    inspector.Change(step.control, step.value, &actionName);
+    if (const auto done = inspector.Change(step.control, step.value, &actionName); !done) return done.Why();
     const double field = inspector.Wrapper().GetValueAsFloat64(kNumberField);
     const double slider = inspector.Wrapper().GetValueAsFloat64(kSlider);
     const double rounding = RoundingOf(*session, id);

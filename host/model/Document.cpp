@@ -234,10 +234,12 @@ void Document::ReplaceInstance(ObjectID id, Instance instance, const AKMemoryBlo
   instances_.Remove(object->instance.get());
   InstanceCall::Destroy(std::exchange(object->instance, std::move(instance)));
   object->record = record;
+  object->isRecordProven = object->instance != nullptr;
   if (object->instance) {
     instances_.Insert(object->instance.get(), id);
   } else {
     object->unknownBody = BodyOf(*object);
+    object->record.Free();
   }
   ObjectChanged(object);
 }
@@ -245,6 +247,7 @@ void Document::ReplaceInstance(ObjectID id, Instance instance, const AKMemoryBlo
 void Document::NoteRecord(ObjectID id, const AKMemoryBlock& record) {
   DocumentObject* object = Mutable(id);
   object->record = record;
+  object->isRecordProven = false;
   ObjectChanged(object);
 }
 

@@ -54,6 +54,8 @@ std::unique_ptr<DocumentObject> CopyState(const DocumentObject& object) {
   state->pen = object.pen;
   state->record = object.record;
   state->unknownBody = object.unknownBody;
+  state->unreadStatus = object.unreadStatus;
+  state->isRecordProven = object.isRecordProven;
   return state;
 }
 
@@ -62,7 +64,9 @@ std::unique_ptr<DocumentObject> Revive(const DocumentObject& state) {
   if (object->IsPlaceholder()) return object;
   int status = 0;
   object->instance = MakeInstance(object->classID, object->record, &status);
+  object->isRecordProven = object->instance != nullptr;
   if (!object->instance) {
+    object->unreadStatus = status;
     object->unknownBody = BodyOf(*object);
     object->record.Free();
   }

@@ -1,8 +1,8 @@
 // An object of a document: what the host keeps of it, and the instance of its class, which keeps the rest.
 //
-// Where no loaded bundle has the class, the object is a placeholder: it has no instance but the bytes that were read,
-// which are written back unchanged. A placeholder keeps its place among the others and can be deleted, copied and moved
-// to another layer, but nothing that stands in its bytes can be changed.
+// Where no loaded bundle has the class, or the class can't read its record, the object is a placeholder: it has no
+// instance but the bytes that were read, which are written back unchanged. A placeholder keeps its place among the
+// others and can be deleted, copied and moved to another layer, but nothing that stands in its bytes can be changed.
 //
 // Coordinates are map units, one a pixel at scale 1; y points up. Angles are radians, counter-clockwise.
 #pragma once
@@ -41,9 +41,13 @@ struct DocumentObject {
   /// Where the document's order keeps the object, and about where in that block.
   ObjectBlock* block = nullptr;
   std::uint32_t slot = 0;
+  /// Of a placeholder: what its class returned when it read the record; 0 when there is no such class.
+  int unreadStatus = 0;
   Instance instance;  ///< null for a placeholder, and in a state kept for undo
   /// What the class wrote of the instance when the host last looked; empty for a placeholder.
   AKMemoryBlock record;
+  /// Whether an instance has been made from `record`, or read back from it before it was written to a file.
+  mutable bool isRecordProven = false;
   /// A placeholder's body as it was read.
   AKMemoryBlock unknownBody;
   AGPen pen;

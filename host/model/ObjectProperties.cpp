@@ -5,6 +5,7 @@
 
 #include "host/Host.h"
 #include "host/model/InstanceCall.h"
+#include "host/model/ObjectRecord.h"
 #include "host/tables/SlotCall.h"
 #include "host/text/DisplayText.h"
 #include "host/text/Localisation.h"
@@ -99,7 +100,8 @@ Text KindName(const AKValue& value) {
   }
 }
 
-void TakeProperty(const DocumentObject& object, HostFields* fields, const AKString& name, const AKDictionary& all) {
+// 0, or what the class returned.
+int TakeProperty(const DocumentObject& object, HostFields* fields, const AKString& name, const AKDictionary& all) {
   const AKValue& value = all.GetValue(name);
   double degrees = 0;
   if (name == kKey_Bounds) {
@@ -115,8 +117,9 @@ void TakeProperty(const DocumentObject& object, HostFields* fields, const AKStri
     properties.SetValue(name, value);
     const AKClass& cls = *object.instance->Class();
     const InstanceCall call(InstanceCall::Kind::kEdit);
-    CallSlot<int, const AKDictionary&>(cls, kAKMethodSetObjectProperties, object.instance.get(), properties);
+    return CallSlot<int, const AKDictionary&>(cls, kAKMethodSetObjectProperties, object.instance.get(), properties);
   }
+  return 0;
 }
 
 AKDictionary AllProperties(const DocumentObject& object, const HostFields& fields) {
@@ -131,9 +134,10 @@ AKDictionary AllProperties(const DocumentObject& object, const HostFields& field
   return all;
 }
 
-// Words and colours are texts too; what the object did not take is still its old text.
+// What the object did not take is still its old value; one that it took within its limits is another. Words and colours
+// are texts too.
 bool WasTaken(const AKValue& value, const AKValue& old, const AKValue& now, const std::string& text) {
-  if (value.Type() != kAKValueTypeString || now.IsEqual(value) || !now.IsEqual(old)) return true;
+  if (now.IsEqual(value) || !now.IsEqual(old)) return true;
   AGColor color;
   return strGetasAGColor(text.c_str(), &color, kAGNullColor) && AKValueGetasAGColor(now, false) == color;
 }
@@ -152,7 +156,7 @@ AKDictionary PropertiesOf(const DocumentObject& object) {
 Result<> SetProperty(const DocumentObject& object, HostFields* fields, const std::string& path,
                      const std::string& text) {
   if (object.IsPlaceholder()) {
-    return Problem(N_("the object can't be changed: no bundle has its class \"%s\""), {object.classID.chars});
+    return WhyPlaceholder(object);
   }
   AKDictionary all = AllProperties(object, *fields);
   const AKString key = TextForBundles(path);
@@ -167,8 +171,10 @@ Result<> SetProperty(const DocumentObject& object, HostFields* fields, const std
     return Problem(N_("property \"%s\" takes %s, not \"%s\""), {path, KindName(old), text});
   }
   all.SetValue(key, value);
-  TakeProperty(object, fields, name, all);
-
+  if (const int status = TakeProperty(object, fields, name, all); status != 0) {
+    return Problem(N_("class \"%s\" does not take property \"%s\" (status %s)"),
+                   {object.classID.chars, path, std::to_string(status)});
+  }
   AKValue now;
   AllProperties(object, *fields).GetValueCopy(key, &now);
   if (WasTaken(value, old, now, text)) return {};

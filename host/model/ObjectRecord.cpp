@@ -29,34 +29,11 @@ int WriteInstance(AKFile& file, const AKObject& instance) {
   return CallSlot<int, AKFile&>(cls, kAKMethodWriteToFile, &instance, file);
 }
 
-// A chunk whose size is foreseen, as most are: its header is written once and for all, and again only when the body has
-// come out longer or shorter. Going back for every size would take a quarter of the time of saving.
-class ForeseenChunk {
- public:
-  ForeseenChunk(AKFile& file, std::uint32_t signature) : file_(file), chunk_{signature} {}
-
-  int Begin(std::uint32_t size) {
-    unsigned long long position = 0;
-    int status = file_.GetPos(&position);
-    chunk_.pos = position;
-    chunk_.size = size;
-    if (status == 0) status = AKFileWriteSignat32(file_, chunk_.signature);
-    return status == 0 ? AKFileWriteUInt32(file_, size) : status;
-  }
-  int Complete() {
-    unsigned long long end = 0;
-    int status = file_.GetPos(&end);
-    if (status != 0 || end == chunk_.pos + kAKFileChunkHeaderSize + chunk_.size) return status;
-    status = AKFileGotoChunkBegin(file_, chunk_);
-    if (status == 0) status = AKFileWriteChunkHeader(file_, chunk_);
-    if (status == 0) status = file_.SetPos(end);
-    return status == 0 ? AKFileWriteChunkComplete(file_, chunk_) : status;
-  }
-
- private:
-  AKFile& file_;
-  AKFileChunk chunk_;
-};
+// All sizes are known before: going back for every size would take a quarter of the time of saving.
+int WriteHeader(AKFile& file, const AKFileChunk& chunk) {
+  const int status = AKFileWriteSignat32(file, chunk.signature);
+  return status == 0 ? AKFileWriteUInt32(file, chunk.size) : status;
+}
 
 // Class, bounds, angle, brush and pen, and the header of the record behind them.
 constexpr std::uint32_t kBytesBeforeRecord = 8 + 32 + 8 + 40 + 80 + kAKFileChunkHeaderSize;
@@ -82,7 +59,35 @@ Instance MakeInstance(AKClassID classID, const AKMemoryBlock& record, int* statu
   return instance;
 }
 
-int WriteBody(AKFile& file, const DocumentObject& object) {
+Result<AKMemoryBlock> ProvenRecord(const DocumentObject& object) {
+  AKMemoryBlock record;
+  if (!object.instance) return object.record;
+  int status = WriteRecord(*object.instance, &record);
+  if (status != 0) {
+    return Problem(N_("class \"%s\" can't write its record (status %s)"),
+                   {object.classID.chars, std::to_string(status)});
+  }
+  const bool isKept = record == object.record;
+  if (isKept && object.isRecordProven) return record;
+  if (!MakeInstance(object.classID, record, &status)) {
+    return Problem(N_("class \"%s\" writes a record that it can't read back (status %s)"),
+                   {object.classID.chars, std::to_string(status)});
+  }
+  if (isKept) object.isRecordProven = true;
+  return record;
+}
+
+Problem WhyPlaceholder(const DocumentObject& object) {
+  if (object.unreadStatus == 0) {
+    return {N_("the object can't be changed: no bundle has its class \"%s\""), {object.classID.chars}};
+  }
+  return {N_("the object can't be changed: its class \"%s\" can't read its record (status %s)"),
+          {object.classID.chars, std::to_string(object.unreadStatus)}};
+}
+
+namespace {
+
+int WriteBody(AKFile& file, const DocumentObject& object, const AKMemoryBlock& bytes) {
   if (object.IsPlaceholder()) return AKFileWrite(file, object.unknownBody.Data(), object.unknownBody.Size());
   int status = AKFileWriteAKClassID(file, object.classID);
   if (status == 0) status = AKFileWriteAGRect(file, object.bounds);
@@ -90,31 +95,27 @@ int WriteBody(AKFile& file, const DocumentObject& object) {
   if (status == 0) status = object.brush.WriteToFile(file);
   if (status == 0) status = object.pen.WriteToFile(file);
   if (status != 0) return status;
-  ForeseenChunk record(file, kRecordSignature);
-  status = record.Begin(object.record.Size());
-  if (status != 0) return status;
-  if (object.instance) {
-    status = WriteInstance(file, *object.instance);
-  } else if (!object.record.IsEmpty()) {
-    status = AKFileWrite(file, object.record.Data(), object.record.Size());
-  }
-  return status == 0 ? record.Complete() : status;
+  AKFileChunk record{kRecordSignature};
+  record.size = bytes.Size();
+  status = WriteHeader(file, record);
+  if (status == 0 && !bytes.IsEmpty()) status = AKFileWrite(file, bytes.Data(), bytes.Size());
+  return status;
 }
+
+}  // namespace
 
 AKMemoryBlock BodyOf(const DocumentObject& object) {
   AKMemoryBlock body;
   AKFile stream(AKFile::kModeMemory);
-  if (stream.CreateForReadWrite() == 0 && WriteBody(stream, object) == 0) BlockOf(stream, &body);
+  if (stream.CreateForReadWrite() == 0 && WriteBody(stream, object, object.record) == 0) BlockOf(stream, &body);
   return body;
 }
 
-int WriteObjectChunk(AKFile& file, const DocumentObject& object) {
-  ForeseenChunk chunk(file, kObjectSignature);
-  const std::uint32_t size =
-      object.IsPlaceholder() ? object.unknownBody.Size() : kBytesBeforeRecord + object.record.Size();
-  int status = chunk.Begin(size);
-  if (status == 0) status = WriteBody(file, object);
-  return status == 0 ? chunk.Complete() : status;
+int WriteObjectChunk(AKFile& file, const DocumentObject& object, const AKMemoryBlock& record) {
+  AKFileChunk chunk{kObjectSignature};
+  chunk.size = object.IsPlaceholder() ? object.unknownBody.Size() : kBytesBeforeRecord + record.Size();
+  const int status = WriteHeader(file, chunk);
+  return status == 0 ? WriteBody(file, object, record) : status;
 }
 
 bool ObjectChunkReader::Ok(int status) {
@@ -151,14 +152,20 @@ bool ObjectChunkReader::ReadHostFields(DocumentObject* object) {
   return true;
 }
 
+// The instance, unless there is no such class or it can't read the record.
 bool ObjectChunkReader::ReadInstance(const AKFileChunk& record, DocumentObject* object) {
+  const AKClass* cls = Host::Instance().Classes().Find(object->classID);
+  if (cls == nullptr || cls->constructor == nullptr) return true;
   if (!ReadBytes(record.size, &object->record)) return false;
-  int status = 0;
-  object->instance = MakeInstance(object->classID, object->record, &status);
-  if (object->instance) return true;
-  problem_ =
-      Problem(N_("class \"%s\" can't read its record (status %s)"), {object->classID.chars, std::to_string(status)});
-  return false;
+  object->instance = MakeInstance(object->classID, object->record, &object->unreadStatus);
+  object->isRecordProven = object->instance != nullptr;
+  return true;
+}
+
+// All of the chunk, to be written back as it is.
+bool ObjectChunkReader::ReadPlaceholder(const AKFileChunk& chunk, DocumentObject* object) {
+  object->record.Free();
+  return Ok(file_.SetPos(chunk.pos + kAKFileChunkHeaderSize)) && ReadBytes(chunk.size, &object->unknownBody);
 }
 
 std::unique_ptr<DocumentObject> ObjectChunkReader::Read(const AKFileChunk& outer) {
@@ -166,13 +173,8 @@ std::unique_ptr<DocumentObject> ObjectChunkReader::Read(const AKFileChunk& outer
   AKFileChunk record;
   auto object = std::make_unique<DocumentObject>();
   if (!ReadHeader(outer, kObjectSignature, &chunk) || !ReadHostFields(object.get()) ||
-      !ReadHeader(chunk, kRecordSignature, &record)) {
-    return nullptr;
-  }
-  const AKClass* cls = Host::Instance().Classes().Find(object->classID);
-  if (cls != nullptr && cls->constructor != nullptr) {
-    if (!ReadInstance(record, object.get())) return nullptr;
-  } else if (!Ok(file_.SetPos(chunk.pos + kAKFileChunkHeaderSize)) || !ReadBytes(chunk.size, &object->unknownBody)) {
+      !ReadHeader(chunk, kRecordSignature, &record) || !ReadInstance(record, object.get()) ||
+      (!object->instance && !ReadPlaceholder(chunk, object.get()))) {
     return nullptr;
   }
   return Ok(AKFileGotoChunkEnd(file_, chunk)) ? std::move(object) : nullptr;

@@ -11,20 +11,26 @@
 
 namespace host {
 
-/// What the instance's class writes of it; nothing for a class without such a method.
+/// What the instance's class writes of it, into a stream of its own: whatever the class does to the stream, it does to
+/// its record alone. Nothing for a class without such a method.
 int WriteRecord(const AKObject& instance, AKMemoryBlock* record);
+
+/// The record for a file: what the class writes now, read back by a fresh instance, so that nothing is written that
+/// can't be opened again. A placeholder has none.
+Result<AKMemoryBlock> ProvenRecord(const DocumentObject& object);
 
 /// A new instance that has read the record from a stream of its own, so that it cannot run into what follows. Null with
 /// the reason in `*status` when there is no such class or it refuses.
 Instance MakeInstance(AKClassID classID, const AKMemoryBlock& record, int* status);
 
-/// The body of the object's chunk. A living instance is asked for its record; a state without one gives the record that
-/// it keeps.
-int WriteBody(AKFile& file, const DocumentObject& object);
+/// The body of the object's chunk with the record that it keeps.
 AKMemoryBlock BodyOf(const DocumentObject& object);
 
-/// A whole "HObj" chunk.
-int WriteObjectChunk(AKFile& file, const DocumentObject& object);
+/// A whole "HObj" chunk with that record. `record` is not used for a placeholder, which writes its own bytes.
+int WriteObjectChunk(AKFile& file, const DocumentObject& object, const AKMemoryBlock& record);
+
+/// Why nothing in the placeholder can be changed.
+Problem WhyPlaceholder(const DocumentObject& object);
 
 /// Reads "HObj" chunks, each of which must end within the chunk around it.
 class ObjectChunkReader {
@@ -46,6 +52,7 @@ class ObjectChunkReader {
  private:
   bool ReadHostFields(DocumentObject* object);
   bool ReadInstance(const AKFileChunk& record, DocumentObject* object);
+  bool ReadPlaceholder(const AKFileChunk& chunk, DocumentObject* object);
 
   const AKFile& file_;
   std::optional<Problem> problem_;

@@ -4,6 +4,7 @@
 
 #include "host/Host.h"
 #include "host/model/InstanceCall.h"
+#include "host/model/ObjectRecord.h"
 #include "host/tables/SlotCall.h"
 #include "host/text/DisplayText.h"
 #include "host/text/Localisation.h"
@@ -18,6 +19,11 @@ const RegisteredClass* ClassWithPanel(const DocumentObject& object) {
   return usable ? entry : nullptr;
 }
 
+Result<> ResultOf(int status) {
+  if (status != 0) return Problem(N_("the object returned status %s"), {std::to_string(status)});
+  return {};
+}
+
 }  // namespace
 
 Result<> Inspector::Open(DocumentSession* session, const ObjectIDs& ids) {
@@ -28,6 +34,7 @@ Result<> Inspector::Open(DocumentSession* session, const ObjectIDs& ids) {
       return Problem(N_("the object can't be inspected: its layer is hidden or locked"));
     }
     const RegisteredClass* own = ClassWithPanel(*object);
+    if (object->IsPlaceholder()) return WhyPlaceholder(*object);
     if (own == nullptr) {
       return Problem(N_("class \"%s\" has no inspector panel"), {object->classID.chars});
     }
@@ -56,7 +63,8 @@ int Inspector::SendTo(ObjectID id, AKGUIEvent* event) {
   return CallSlot<int, AKGUIDesc&, AKGUIEvent&>(*instance->Class(), kAKMethodInspector, instance, *panel_, *event);
 }
 
-int Inspector::SendToAll(unsigned int kind, unsigned int controlID, const Prepare& prepare, std::string* actionName) {
+Result<> Inspector::SendToAll(unsigned int kind, unsigned int controlID, const Prepare& prepare,
+                              std::string* actionName) {
   session_->SetActionName("");
   session_->BeginStep("");
   int status = 0;
@@ -72,11 +80,12 @@ int Inspector::SendToAll(unsigned int kind, unsigned int controlID, const Prepar
   }
   if (name.empty()) name = session_->ActionName();  // through a handler
   session_->SetActionName(name);
-  session_->NoticeChanges(ids_);
+  const auto noticed = session_->NoticeChanges(ids_);
   session_->EndStep();
   session_->SetActionName("");
   if (actionName != nullptr) *actionName = std::move(name);
-  return status;
+  if (!noticed) return noticed.Why();
+  return ResultOf(status);
 }
 
 std::vector<AKString> Inspector::ShownValues() const {
@@ -88,7 +97,7 @@ std::vector<AKString> Inspector::ShownValues() const {
 }
 
 // The first object is asked last, so that the panel shows it.
-int Inspector::Fill() {
+Result<> Inspector::Fill() {
   mixed_.clear();
   std::vector<AKString> first;
   int status = 0;
@@ -106,16 +115,16 @@ int Inspector::Fill() {
       if (!(shown[c] == first[c])) mixed_.insert(Panel().ControlAt(c).ID());
     }
   }
-  return status;
+  return ResultOf(status);
 }
 
-int Inspector::Send(unsigned int kind, unsigned int controlID, std::string* actionName) {
+Result<> Inspector::Send(unsigned int kind, unsigned int controlID, std::string* actionName) {
   return SendToAll(
       kind, controlID, [] {}, actionName);
 }
 
-int Inspector::Change(unsigned int controlID, const std::function<void(AKGUIDesc&, unsigned int)>& set,
-                      std::string* actionName) {
+Result<> Inspector::Change(unsigned int controlID, const std::function<void(AKGUIDesc&, unsigned int)>& set,
+                           std::string* actionName) {
   mixed_.clear();
   return SendToAll(
       AKGUIEvent::kControlChanged, controlID, [&] { set(*panel_, controlID); }, actionName);
@@ -129,13 +138,11 @@ Result<> Inspector::Enter(unsigned int controlID, const std::string& text, std::
     return control == nullptr ? Problem(N_("the panel has no control %s"), {number})
                               : Problem(N_("control %s does not take \"%s\""), {number, text});
   }
-  const int status = Change(
+  return Change(
       controlID, [&](AKGUIDesc&, unsigned int) { control->Enter(value); }, actionName);
-  if (status != 0) return Problem(N_("the object returned status %s"), {std::to_string(status)});
-  return {};
 }
 
-int Inspector::Change(unsigned int controlID, double value, std::string* actionName) {
+Result<> Inspector::Change(unsigned int controlID, double value, std::string* actionName) {
   const auto set = [value](AKGUIDesc& panel, unsigned int id) { panel.SetValueAsFloat64(id, value); };
   return Change(controlID, set, actionName);
 }

@@ -25,27 +25,28 @@ class Inspector {
   const HostPanel& Panel() const { return *HostPanel::Of(panel_); }
   AKGUIDesc& Wrapper() { return *panel_; }
 
-  /// Asks the objects to fill the controls. Returns the first status that is not 0.
-  int Fill();
+  /// Asks the objects to fill the controls. Fails with the first status that is not 0.
+  Result<> Fill();
   /// True when the objects showed different values in the control when they last filled it.
   bool IsMixed(unsigned int controlID) const { return mixed_.count(controlID) != 0; }
 
   /// Gives the control a value, as a user would, and tells the objects. `*actionName` receives what they named the
-  /// change, empty when they named none. Returns the first status that is not 0.
-  int Change(unsigned int controlID, double value, std::string* actionName);
+  /// change, empty when they named none. Fails when an object returns a status, or can't write its record; then that
+  /// object is as it was before.
+  Result<> Change(unsigned int controlID, double value, std::string* actionName);
   /// The same with any kind of value: `set` gives it to the control of the panel, once for each object.
-  int Change(unsigned int controlID, const std::function<void(AKGUIDesc& panel, unsigned int controlID)>& set,
-             std::string* actionName);
-  /// The same from a text that suits the control (HostControl::Enter), UTF-8. Fails when it does not or
-  /// an object returns a status.
+  Result<> Change(unsigned int controlID, const std::function<void(AKGUIDesc& panel, unsigned int controlID)>& set,
+                  std::string* actionName);
+  /// The same from a text that suits the control (HostControl::Enter), UTF-8. Fails when it does not,
+  /// and as Change does.
   Result<> Enter(unsigned int controlID, const std::string& text, std::string* actionName);
   /// Sends an event of any kind to all objects.
-  int Send(unsigned int kind, unsigned int controlID, std::string* actionName);
+  Result<> Send(unsigned int kind, unsigned int controlID, std::string* actionName);
 
  private:
   using Prepare = std::function<void()>;
 
-  int SendToAll(unsigned int kind, unsigned int controlID, const Prepare& prepare, std::string* actionName);
+  Result<> SendToAll(unsigned int kind, unsigned int controlID, const Prepare& prepare, std::string* actionName);
   int SendTo(ObjectID id, AKGUIEvent* event);
   std::vector<AKString> ShownValues() const;
 

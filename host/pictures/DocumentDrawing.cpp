@@ -33,23 +33,24 @@ void DrawScaled(const AGContext& context, double scale, Draw draw) {
 
 }  // namespace
 
-void DrawObject(const DocumentObject& object, const AGContext& context, const AGBrush& brush, const AGPen& pen) {
+int DrawObject(const DocumentObject& object, const AGContext& context, const AGBrush& brush, const AGPen& pen) {
   const InstanceCall call(InstanceCall::Kind::kDraw);
   if (object.IsPlaceholder()) {
     DrawPlaceholder(object, context);
-    return;
+    return 0;
   }
   const AKClass& cls = *object.instance->Class();
-  if (!HasSlot(cls, kAKMethodDraw)) return;
+  if (!HasSlot(cls, kAKMethodDraw)) return 0;
   AKDrawEvent event;
   event.bounds = object.bounds;
   event.angle = object.angle;
   event.recommendedBrush = &brush;
   event.recommendedPen = &pen;
-  CallSlot<int, const AGContext&, const AKDrawEvent&>(cls, kAKMethodDraw, object.instance.get(), context, event);
+  return CallSlot<int, const AGContext&, const AKDrawEvent&>(cls, kAKMethodDraw, object.instance.get(), context, event);
 }
 
-bool DrawObjects(const Document& document, const AGContext& context, double scale, Progress* progress) {
+bool DrawObjects(const Document& document, const AGContext& context, double scale, Progress* progress,
+                 UndrawnObject* undrawn) {
   std::size_t count = 0;
   bool goesOn = true;
   DrawScaled(context, scale, [&] {
@@ -57,7 +58,8 @@ bool DrawObjects(const Document& document, const AGContext& context, double scal
       if (!layer->settings.visible) continue;
       layer->objects.ForEach([&](const DocumentObject& object) {
         if (!goesOn) return;
-        DrawObject(object, context, object.brush, object.pen);
+        const int status = DrawObject(object, context, object.brush, object.pen);
+        if (status != 0 && undrawn != nullptr && undrawn->status == 0) *undrawn = {object.id, status};
         if (progress == nullptr || ++count % kProgressStep != 0) return;
         goesOn = progress->Step(static_cast<double>(count) / static_cast<double>(document.ObjectCount()));
       });

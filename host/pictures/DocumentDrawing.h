@@ -7,12 +7,21 @@
 
 namespace host {
 
-/// Draws one object as its class draws itself with a brush and a pen; a placeholder as an outlined box.
-void DrawObject(const DocumentObject& object, const AGContext& context, const AGBrush& brush, const AGPen& pen);
+/// Draws one object as its class draws itself with a brush and a pen; a placeholder as an outlined box. Returns 0, or
+/// what the class returned.
+int DrawObject(const DocumentObject& object, const AGContext& context, const AGBrush& brush, const AGPen& pen);
+
+/// An object whose class failed to draw it.
+struct UndrawnObject {
+  ObjectID id = kNoObjectID;
+  int status = 0;  ///< what the class returned; 0 for none
+};
 
 /// Draws the objects of the visible layers in order through the context, each with its own brush and pen. `scale`
-/// multiplies map units. False when `progress`, which may be null, stopped it.
-bool DrawObjects(const Document& document, const AGContext& context, double scale, Progress* progress = nullptr);
+/// multiplies map units. False when `progress`, which may be null, stopped it. `undrawn`, which may be null, receives
+/// the first object that failed; the others are drawn all the same.
+bool DrawObjects(const Document& document, const AGContext& context, double scale, Progress* progress = nullptr,
+                 UndrawnObject* undrawn = nullptr);
 
 /// The same for those objects alone that may paint within `area`, in map units. The caller clips: what is drawn may
 /// reach beyond the area.

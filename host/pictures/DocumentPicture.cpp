@@ -70,21 +70,42 @@ bool AppendBytes(void* info, const void* bytes, std::size_t count) {
   return true;
 }
 
-Result<> DrawAll(const Document& document, const AGContext& context, double scale, Progress* progress) {
-  if (DrawObjects(document, context, scale, progress)) return {};
+// What is drawn, how, and which object could not be.
+struct Job {
+  const Document& document;
+  const PictureOptions& options;
+  Progress* progress;
+  UndrawnObject undrawn{};
+};
+
+Result<> DrawAll(Job* job, const AGContext& context) {
+  if (DrawObjects(job->document, context, job->options.scale, job->progress, &job->undrawn)) return {};
   return Problem(N_("the picture was given up"));
 }
 
-Result<> RenderPage(const Document& document, const KindInfo& info, const PictureOptions& options, Progress* progress,
-                    Bytes* file) {
-  const AGSize size{document.Page().width * options.scale, document.Page().height * options.scale};
+// The picture is there, without an object that did not draw itself.
+Result<> Completed(const Job& job) {
+  if (job.undrawn.status == 0) return {};
+  const DocumentObject& object = *job.document.Find(job.undrawn.id);
+  return Problem(
+      N_("object %s of class \"%s\" did not draw itself (status %s); the rest is drawn"),
+      {std::to_string(job.document.NumberOf(object.id)), object.classID.chars, std::to_string(job.undrawn.status)});
+}
+
+AGSize SizeOf(const Job& job) {
+  const AGSize page = job.document.Page();
+  return {page.width * job.options.scale, page.height * job.options.scale};
+}
+
+Result<> RenderPage(Job* job, const KindInfo& info, Bytes* file) {
+  const AGSize size = SizeOf(*job);
   CGContextRef page = info.createPage(size.width, size.height, &AppendBytes, file);
   if (page == nullptr) return NoPicture(size);
   const AGContext context(page, size);
-  if (!options.transparent) {
-    AGGraphicsLow::AGContextClearPixels(context, document.Background(), {0, 0, size.width, size.height});
+  if (!job->options.transparent) {
+    AGGraphicsLow::AGContextClearPixels(context, job->document.Background(), {0, 0, size.width, size.height});
   }
-  const auto drawn = DrawAll(document, context, options.scale, progress);
+  const auto drawn = DrawAll(job, context);
   const bool finished = CGVectorContextFinish(page);
   CGContextRelease(page);
   if (drawn && !finished) return Problem(N_("can't encode the picture"));
@@ -92,38 +113,46 @@ Result<> RenderPage(const Document& document, const KindInfo& info, const Pictur
 }
 
 // The page in a bitmap.
-Result<std::unique_ptr<AGBitmap>> DrawBitmap(const Document& document, const PictureOptions& options,
-                                             Progress* progress) {
-  const AGSize size{document.Page().width * options.scale, document.Page().height * options.scale};
+Result<std::unique_ptr<AGBitmap>> DrawBitmap(Job* job) {
+  const AGSize size = SizeOf(*job);
   auto bitmap = std::make_unique<AGBitmap>(size, AGBitmap::kFlagLittleEndian | AGBitmap::kFlagZeroFill);
   if (!bitmap->IsOpen()) return NoPicture(size);
   AGContext context = bitmap->GetContextOfBitmap();
-  if (!options.transparent) context.ClearPixels(document.Background());
-  if (const auto done = DrawAll(document, context, options.scale, progress); !done) return done.Why();
+  if (!job->options.transparent) context.ClearPixels(job->document.Background());
+  if (const auto done = DrawAll(job, context); !done) return done.Why();
   return bitmap;
 }
 
-Result<> RenderBitmap(const Document& document, const KindInfo& info, const PictureOptions& options, Progress* progress,
-                      Bytes* file) {
-  const auto bitmap = DrawBitmap(document, options, progress);
+Result<> RenderBitmap(Job* job, const KindInfo& info, Bytes* file) {
+  const auto bitmap = DrawBitmap(job);
   if (!bitmap) return bitmap.Why();
   if (info.encode(**bitmap, file)) return {};
   return Problem(N_("can't encode the picture"));
 }
 
-Result<> SaveImage(const Document& document, const KindInfo& info, const std::string& path,
-                   const PictureOptions& options, Progress* progress) {
-  const auto bitmap = DrawBitmap(document, options, progress);
+Result<> SaveImage(Job* job, const KindInfo& info, const std::string& path) {
+  const auto bitmap = DrawBitmap(job);
   if (!bitmap) return bitmap.Why();
   const QuietLog quiet;
   AKFilePath target;
   errno = 0;
   if (AKFileUtils::GetFromSystemPath(path.c_str(), &target) &&
-      AGImage(**bitmap).SaveToFile(target, info.format, options.quality, options.scale >= 2)) {
+      AGImage(**bitmap).SaveToFile(target, info.format, job->options.quality, job->options.scale >= 2)) {
     return {};
   }
   return errno != 0 ? Problem(N_("can't write \"%s\": %s"), {path, std::strerror(errno)})
                     : Problem(N_("can't write \"%s\""), {path});
+}
+
+Result<> Render(Job* job, const KindInfo& info, Bytes* file) {
+  return info.encode != nullptr ? RenderBitmap(job, info, file) : RenderPage(job, info, file);
+}
+
+Result<> Write(Job* job, const KindInfo& info, const std::string& path) {
+  if (info.format != AGImageFileFormat::kNone) return SaveImage(job, info, path);
+  Bytes file;
+  if (const auto done = Render(job, info, &file); !done) return done.Why();
+  return ReplaceFile(path, file.data(), file.size());
 }
 
 }  // namespace
@@ -145,22 +174,20 @@ Result<> RenderPicture(const Document& document, PictureKind kind, const Picture
   if (info.format != AGImageFileFormat::kNone) {
     return Problem(N_("a %s picture is made in a file only"), {info.extension});
   }
-  const auto render = info.encode != nullptr ? &RenderBitmap : &RenderPage;
-  return render(document, info, options, progress, file);
+  Job job{document, options, progress};
+  const auto done = Render(&job, info, file);
+  return done ? Completed(job) : done;
 }
 
 Result<> ExportPicture(const Document& document, const std::string& path, const PictureOptions& options,
                        Progress* progress) {
   PictureKind kind{};
-  Bytes file;
   if (!PictureKindOf(path, &kind)) {
     return Problem(N_("\"%s\" is no name of a %s file"), {path, PictureExtensions()});
   }
-  if (InfoOf(kind).format != AGImageFileFormat::kNone) {
-    return SaveImage(document, InfoOf(kind), path, options, progress);
-  }
-  if (const auto done = RenderPicture(document, kind, options, progress, &file); !done) return done.Why();
-  return ReplaceFile(path, file.data(), file.size());
+  Job job{document, options, progress};
+  const auto done = Write(&job, InfoOf(kind), path);
+  return done ? Completed(job) : done;
 }
 
 }  // namespace host

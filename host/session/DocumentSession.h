@@ -171,7 +171,7 @@ class DocumentSession {
   ObjectID Adopt(AKObject* instance, const ObjectPlace& place);
   void DeleteAny(const ObjectIDs& ids);
   /// Looks whether the objects' instances changed by themselves; changes become part of the open step, or one.
-  void NoticeChanges(const ObjectIDs& ids);
+  Result<> NoticeChanges(const ObjectIDs& ids);
   AKObject* StandInOf(LayerID id) { return document_->StandInOf(id); }
 
   void AddObserver(SessionObserver* observer);
@@ -195,7 +195,7 @@ class DocumentSession {
   void MoveOne(ObjectID id, const ObjectPlace& place);
   void RemoveOne(ObjectID id);
   ObjectID InsertOne(std::unique_ptr<DocumentObject> object, const ObjectPlace& place);
-  bool NoticeChange(ObjectID id);
+  Result<> NoticeChange(ObjectID id);
   void AfterChange(const ObjectIDs& toSelect);
   void AfterRemoval();
   void PruneSelection();

@@ -21,7 +21,9 @@ int WriteClipboard(AKFile& file, const std::vector<const DocumentObject*>& objec
   if (status == 0) status = AKFileWriteUInt32(file, kClipboardVersion);
   if (status == 0) status = AKFileWriteUInt32(file, static_cast<unsigned int>(objects.size()));
   for (const DocumentObject* object : objects) {
-    if (status == 0) status = WriteObjectChunk(file, *object);
+    if (status != 0) break;
+    const auto record = ProvenRecord(*object);
+    status = WriteObjectChunk(file, *object, record ? *record : object->record);
   }
   return status == 0 ? AKFileWriteChunkComplete(file, chunk) : status;
 }

@@ -71,8 +71,7 @@ Result<ObjectIDs> DocumentSession::Changeable(const ObjectIDs& ids) const {
     if (!document_->Find(id)->IsPlaceholder()) changeable.push_back(id);
   }
   if (!changeable.empty()) return changeable;
-  return Problem(N_("the object can't be changed: no bundle has its class \"%s\""),
-                 {document_->Find(ids.front())->classID.chars});
+  return WhyPlaceholder(*document_->Find(ids.front()));
 }
 
 ObjectID DocumentSession::InsertOne(std::unique_ptr<DocumentObject> object, const ObjectPlace& place) {
@@ -82,7 +81,7 @@ ObjectID DocumentSession::InsertOne(std::unique_ptr<DocumentObject> object, cons
 }
 
 void DocumentSession::RemoveOne(ObjectID id) {
-  NoticeChange(id);
+  static_cast<void>(NoticeChange(id));  // what can't be written goes as it was
   for (const auto& step : open_) step->TakeStatesOf(*document_, id);
   Step().BeforeRemoval(*document_, id);
   const std::unique_ptr<DocumentObject> object = document_->RemoveObject(id);
@@ -220,8 +219,9 @@ Result<> DocumentSession::SetProperties(const ObjectIDs& ids,
     for (const auto& [path, text] : assignments) {
       if (taken) taken = SetProperty(object, &fields, path, text);
     }
-    NoticeChange(id);  // also of what must be taken back
+    const auto noticed = NoticeChange(id);  // also of what must be taken back
     if (!taken) return taken.Why();
+    if (!noticed) return noticed.Why();
     Step().BeforePlacement(*document_, id);
     Step().BeforeStyle(*document_, id);
     document_->SetPlacement(id, fields.placement);
@@ -230,21 +230,33 @@ Result<> DocumentSession::SetProperties(const ObjectIDs& ids,
   return step.End();
 }
 
-// A class that fails to write its record keeps the one that is known.
-bool DocumentSession::NoticeChange(ObjectID id) {
+// A class that fails to write its record gets back the state that is known.
+Result<> DocumentSession::NoticeChange(ObjectID id) {
   const DocumentObject* object = document_->Find(id);
+  if (object == nullptr || !object->instance) return {};
   AKMemoryBlock record;
-  if (object == nullptr || !object->instance || WriteRecord(*object->instance, &record) != 0) return false;
-  if (record == object->record) return false;
+  int status = WriteRecord(*object->instance, &record);
+  if (status != 0) {
+    const Problem why(N_("class \"%s\" can't write its record (status %s): the object is as it was before"),
+                      {object->classID.chars, std::to_string(status)});
+    const AKMemoryBlock known = object->record;
+    document_->ReplaceInstance(id, MakeInstance(object->classID, known, &status), known);
+    return why;
+  }
+  if (record == object->record) return {};
   Step().BeforeRecord(*document_, id);
   document_->NoteRecord(id, record);
-  return true;
+  return {};
 }
 
-void DocumentSession::NoticeChanges(const ObjectIDs& ids) {
+Result<> DocumentSession::NoticeChanges(const ObjectIDs& ids) {
   EditStep step(*this, actionName_);
-  for (const ObjectID id : ids) NoticeChange(id);
+  Result<> first;
+  for (const ObjectID id : ids) {
+    if (auto done = NoticeChange(id); !done && first) first = std::move(done);
+  }
   step.End();
+  return first;
 }
 
 ObjectID DocumentSession::Adopt(AKObject* instance, const ObjectPlace& place) {

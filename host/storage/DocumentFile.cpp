@@ -139,7 +139,28 @@ class DocumentReader {
   std::optional<Problem> problem_;
 };
 
-int WriteLayer(AKFile& file, const Layer& layer) {
+// Writes the document's objects one after the other.
+class ObjectWriter {
+ public:
+  ObjectWriter(AKFile& file, std::optional<Problem>* unwritable) : file_(file), unwritable_(unwritable) {}
+
+  int Write(const DocumentObject& object) {
+    const auto record = ProvenRecord(object);
+    if (!record && unwritable_ != nullptr) {
+      *unwritable_ = Problem(N_("object %s: %s"), {std::to_string(number_), record.Why()});
+      return -1;
+    }
+    ++number_;
+    return WriteObjectChunk(file_, object, record ? *record : object.record);
+  }
+
+ private:
+  AKFile& file_;
+  std::optional<Problem>* unwritable_;
+  std::size_t number_ = 0;
+};
+
+int WriteLayer(AKFile& file, const Layer& layer, ObjectWriter* objects) {
   const LayerSettings& settings = layer.settings;
   AKFileChunk chunk{kLayerSignature};
   int status = AKFileWriteChunkHeader(file, chunk);
@@ -148,7 +169,7 @@ int WriteLayer(AKFile& file, const Layer& layer) {
   if (status == 0) status = AKFileWriteUInt32(file, static_cast<unsigned int>(layer.objects.Count()));
   if (status == 0) status = WriteTextChunk(file, settings.name);
   layer.objects.ForEach([&](const DocumentObject& object) {
-    if (status == 0) status = WriteObjectChunk(file, object);
+    if (status == 0) status = objects->Write(object);
   });
   return status == 0 ? AKFileWriteChunkComplete(file, chunk) : status;
 }
@@ -174,7 +195,8 @@ bool ReadTextChunk(const AKFile& file, std::string* utf8) {
   return TakeText(bytes, utf8);
 }
 
-int WriteDocument(const Document& document, AKFile& file) {
+int WriteDocument(const Document& document, AKFile& file, std::optional<Problem>* unwritable) {
+  ObjectWriter objects(file, unwritable);
   AKFileChunk chunk{kDocumentSignature};
   int status = AKFileWriteChunkHeader(file, chunk);
   if (status == 0) status = AKFileWriteUInt32(file, kFormatVersion);
@@ -182,7 +204,7 @@ int WriteDocument(const Document& document, AKFile& file) {
   if (status == 0) status = AKFileWriteAGColor(file, document.Background());
   if (status == 0) status = AKFileWriteUInt32(file, static_cast<unsigned int>(document.Layers().size()));
   for (const auto& layer : document.Layers()) {
-    if (status == 0) status = WriteLayer(file, *layer);
+    if (status == 0) status = WriteLayer(file, *layer, &objects);
   }
   return status == 0 ? AKFileWriteChunkComplete(file, chunk) : status;
 }
@@ -228,8 +250,25 @@ Result<std::unique_ptr<Document>> ReadDocument(const AKFile& file, const std::st
   return document;
 }
 
+std::vector<Problem> UnreadObjects(const Document& document) {
+  std::vector<Problem> unread;
+  std::size_t number = 0;
+  document.ForEachObject([&](const DocumentObject& object) {
+    if (object.unreadStatus != 0) {
+      unread.emplace_back(N_("object %s of class \"%s\" can't be read (status %s); it is kept as it is"),
+                          std::initializer_list<Problem::Part>{std::to_string(number), object.classID.chars,
+                                                               std::to_string(object.unreadStatus)});
+    }
+    ++number;
+  });
+  return unread;
+}
+
 Result<> WriteDocument(const Document& document, const std::string& path) {
-  return ReplaceFileBy(path, [&document](AKFile& file) { return WriteDocument(document, file); });
+  std::optional<Problem> unwritable;
+  auto done = ReplaceFileBy(path, [&](AKFile& file) { return WriteDocument(document, file, &unwritable); });
+  if (unwritable) return Problem(N_("can't write \"%s\": %s"), {path, *unwritable});
+  return done;
 }
 
 Result<> ReplaceFile(const std::string& path, const void* data, std::size_t size) {

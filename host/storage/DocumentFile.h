@@ -7,7 +7,9 @@
 
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
+#include <vector>
 
 #include "host/model/Document.h"
 #include "host/text/Problem.h"
@@ -21,11 +23,17 @@ Result<std::unique_ptr<Document>> ReadDocument(const std::string& path);
 /// The same from a stream that holds a document and nothing else; `name` is the file's in messages.
 Result<std::unique_ptr<Document>> ReadDocument(const AKFile& file, const std::string& name);
 
-/// Replaces the file whole or leaves it as it was.
+/// What the document has that could not be read and is kept as it was in the file: an object whose class refuses its
+/// record. Objects without a class are not told of.
+std::vector<Problem> UnreadObjects(const Document& document);
+
+/// Replaces the file whole or leaves it as it was. Every record is read back before, so that a class that goes wrong
+/// while it writes stops the save, and the file can be opened again.
 Result<> WriteDocument(const Document& document, const std::string& path);
 
-/// The same into a stream. Returns its status, or that of an object that can't be written.
-int WriteDocument(const Document& document, AKFile& file);
+/// The same into a stream. Returns its status; where it is an object's record that stops it, -1 with the reason in
+/// `*unwritable`. With null, an object whose class can't write a sound record is written as the host knows it.
+int WriteDocument(const Document& document, AKFile& file, std::optional<Problem>* unwritable);
 
 /// Puts bytes into a file: whole, or not at all.
 Result<> ReplaceFile(const std::string& path, const void* data, std::size_t size);

@@ -64,7 +64,7 @@ int WriteRecovery(AKFile& file, const Header& header, const Document& document) 
   if (status == 0) status = AKFileWriteUInt64(file, header.start);
   if (status == 0) status = AKFileWriteSInt64(file, header.time);
   if (status == 0) status = WriteTextChunk(file, header.original);
-  if (status == 0) status = WriteDocument(document, file);
+  if (status == 0) status = WriteDocument(document, file, nullptr);
   return status == 0 ? AKFileWriteChunkComplete(file, chunk) : status;
 }
 

@@ -18,6 +18,7 @@ constexpr int kStatusNoDocument = -731;
 constexpr int kStatusNotInDocument = -732;
 constexpr int kStatusDrawing = -733;
 constexpr int kStatusBadObject = -734;
+constexpr int kStatusUnwritable = -735;  ///< it can't write its record, and is as it was before
 
 /// How objects are linked: at the end of the parent layer's order or in front of the parent object; at the beginning,
 /// or behind the parent object. Other numbers count as the first.
@@ -71,8 +72,8 @@ class HostHandler {
 
   int ReviseObjects(const AKObjectArray& objects) {
     ObjectIDs ids;
-    const int status = Find(objects, &ids);
-    if (status == 0) Session()->NoticeChanges(ids);
+    int status = Find(objects, &ids);
+    if (status == 0 && !Session()->NoticeChanges(ids)) status = kStatusUnwritable;
     return status == 0 ? 0 : AKLogError(status, "Can't revise objects of the document");
   }
 

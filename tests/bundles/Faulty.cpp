@@ -28,22 +28,12 @@ const AKString kKey_Fault("Fault");
 const AKString kKey_Number("Number");
 const AKString kKey_Fixed("Fixed");
 
-class Faulty final : public AKObjectSymbolVect {
+class Faulty final : public AKObjectClass<Faulty, AKObjectSymbolVect> {
  public:
-  AK_OBJECT_MEMORY
-
-  static AKClassID _ClassID() { return AKClassID("tFaulty"); }
-  static AKClass* _Class() {
-    static AKClass* const record = _AKClassInitStaticPtr(_ClassID());
-    return record;
-  }
-  static AKObject* _ClassCtor() {
-    void* memory = _AKClassObjectAlloc(_Class(), sizeof(Faulty));
-    return memory == nullptr ? nullptr : new (memory) Faulty;
-  }
-  static void _ClassDtor(AKObject* object) { delete static_cast<Faulty*>(object); }
-
-  void _PureVirtualMethod() const override {}
+  static constexpr char kClassID[] = "tFaulty";
+  static constexpr char kClassName[] = "Faulty";
+  static constexpr char kLocaleDomain[] = "Faulty";
+  static const char* DisplayName() { return kClassName; }
 
   int akmInitWithArgs(const AKArgs& args) {
     fault_ = args.GetParam("-fault:");
@@ -140,24 +130,10 @@ extern "C" __attribute__((visibility("default"))) int pluginMain(void* hostServi
   if (StartsWith("memory")) {
     for (;;) std::memset(std::malloc(1 << 26), 1, 1 << 26);
   }
-  AKClassInfo info;
-  info.classID = Faulty::_ClassID();
-  info.parentClassID = AKClassID("_syVect");
-  info.constructor = &Faulty::_ClassCtor;
-  info.destructor = &Faulty::_ClassDtor;
-  info.instanceSize = sizeof(Faulty);
-  info.className = "Faulty";
-  AKClass* record = nullptr;
-  const int status = _AKClassSetupT<Faulty>(hostServiceRecord, info, &record);
+  static AKClass* record = nullptr;
+  const int status = Faulty::Register(hostServiceRecord, &record);
   if (status != 0) return status;
+  if (StartsWith("no-write")) record->methods[kAKMethodWriteToFile] = {};
   AKLog("it has started");
-  record->SetMethod(kAKMethodInitWithArgs, &Faulty::akmInitWithArgs);
-  record->SetMethod(kAKMethodInitFromFile, &Faulty::akmInitFromFile);
-  if (!StartsWith("no-write")) record->SetMethod(kAKMethodWriteToFile, &Faulty::akmWriteToFile);
-  record->SetMethod(kAKMethodDelete, &Faulty::akmDelete);
-  record->SetMethod(kAKMethodSetObjectProperties, &Faulty::akmSetObjectProperties);
-  record->SetMethod(kAKMethodGetObjectProperties, &Faulty::akmGetObjectProperties);
-  record->SetMethod(kAKMethodDraw, &Faulty::akmDraw);
-  record->SetMethod(kAKMethodGetNaturalBounds, &Faulty::akmGetNaturalBounds);
   return 0;
 }

@@ -35,7 +35,7 @@ void InspectorPanel::Refresh() {
     idling_.disconnect();
     return;
   }
-  inspector_.Fill();
+  Tell(inspector_.Fill());
   if (widget_ == nullptr || &widget_->Panel() != &inspector_.Panel()) Build();
   ShowControls();
   UpdateIdling();
@@ -61,8 +61,16 @@ void InspectorPanel::Changed(unsigned int controlID, const ControlWidget::SetVal
     SlideStep::End();
   }
   std::string actionName;
-  inspector_.Change(controlID, set, &actionName);
+  const auto done = inspector_.Change(controlID, set, &actionName);
   ShowControls();
+  Tell(done);
+}
+
+// What the object refused stands above its panel until the panel is shown anew.
+void InspectorPanel::Tell(const Result<>& done) {
+  if (done) return;
+  none_.set_text(done.Why().Translated());
+  none_.set_visible(true);
 }
 
 // A panel may ask to be told now and then that nothing happens.
@@ -74,8 +82,9 @@ void InspectorPanel::UpdateIdling() {
   idling_ = Glib::signal_timeout().connect(
       [this] {
         std::string actionName;
-        inspector_.Send(HostPanel::kEventIdle, 0, &actionName);
+        const auto done = inspector_.Send(HostPanel::kEventIdle, 0, &actionName);
         ShowControls();
+        Tell(done);
         return true;
       },
       kIdlePeriod);

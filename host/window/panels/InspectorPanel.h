@@ -27,6 +27,7 @@ class InspectorPanel : public EditorPanel {
   void Build();
   void Changed(unsigned int controlID, const ControlWidget::SetValue& set, bool more);
   void ShowControls();
+  void Tell(const Result<>& done);
   void UpdateIdling();
 
   Inspector inspector_;

@@ -50,7 +50,7 @@ class SessionFixture : public testing::Test {
   /// The document as a file.
   static std::string Bytes(const DocumentSession& session) {
     AKFile stream(AKFile::kModeMemory);
-    EXPECT_EQ(stream.CreateForReadWrite() | WriteDocument(session.Doc(), stream), 0);
+    EXPECT_EQ(stream.CreateForReadWrite() | WriteDocument(session.Doc(), stream, nullptr), 0);
     return file_test::StreamContent(stream);
   }
 
