@@ -151,13 +151,13 @@ extern "C" __attribute__((visibility("default"))) int pluginMain(void* hostServi
   const int status = _AKClassSetupT<Faulty>(hostServiceRecord, info, &record);
   if (status != 0) return status;
   AKLog("it has started");
-  record->SetMethod(kAKMethodInitWithArgs, &Faulty::akmInitWithArgs);
-  record->SetMethod(kAKMethodInitFromFile, &Faulty::akmInitFromFile);
-  if (!StartsWith("no-write")) record->SetMethod(kAKMethodWriteToFile, &Faulty::akmWriteToFile);
-  record->SetMethod(kAKMethodDelete, &Faulty::akmDelete);
-  record->SetMethod(kAKMethodSetObjectProperties, &Faulty::akmSetObjectProperties);
-  record->SetMethod(kAKMethodGetObjectProperties, &Faulty::akmGetObjectProperties);
-  record->SetMethod(kAKMethodDraw, &Faulty::akmDraw);
-  record->SetMethod(kAKMethodGetNaturalBounds, &Faulty::akmGetNaturalBounds);
+  record->SetMethod<kAKMethodInitWithArgs, Faulty>(&Faulty::akmInitWithArgs);
+  record->SetMethod<kAKMethodInitFromFile, Faulty>(&Faulty::akmInitFromFile);
+  if (!StartsWith("no-write")) record->SetMethod<kAKMethodWriteToFile, Faulty>(&Faulty::akmWriteToFile);
+  record->SetMethod<kAKMethodDelete, Faulty>(&Faulty::akmDelete);
+  record->SetMethod<kAKMethodSetObjectProperties, Faulty>(&Faulty::akmSetObjectProperties);
+  record->SetMethod<kAKMethodGetObjectProperties, Faulty>(&Faulty::akmGetObjectProperties);
+  record->SetMethod<kAKMethodDraw, Faulty>(&Faulty::akmDraw);
+  record->SetMethod<kAKMethodGetNaturalBounds, Faulty>(&Faulty::akmGetNaturalBounds);
   return 0;
 }
