@@ -29,6 +29,9 @@ write_basic_package_version_file(${CMAKE_BINARY_DIR}/AKKitConfigVersion.cmake CO
 install(FILES ${CMAKE_BINARY_DIR}/AKKitConfig.cmake ${CMAKE_BINARY_DIR}/AKKitConfigVersion.cmake cmake/AKKitBundle.cmake
   DESTINATION ${package_folder})
 
+# The file tells where the tree is by where it lies itself, so that the prefix need not be known here.
+file(RELATIVE_PATH from_package_file /${CMAKE_INSTALL_LIBDIR}/pkgconfig /)
+string(REGEX REPLACE "/$" "" from_package_file ${from_package_file})
 configure_file(cmake/akkit.pc.in ${CMAKE_BINARY_DIR}/akkit.pc @ONLY)
 install(FILES ${CMAKE_BINARY_DIR}/akkit.pc DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
 

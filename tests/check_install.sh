@@ -10,16 +10,43 @@ trap 'rm -rf "$folder"' EXIT
 
 fault() { echo "FAULT: $*"; exit 1; }
 
-cmake --install "$build" --prefix "$folder/first" > /dev/null
-# The installed tree may be moved: nothing in it knows where it was installed.
-mv "$folder/first" "$folder/kit"
-prefix=$folder/kit
-cp -r "$source/examples/star" "$folder/star"
+# The lines of a block of a section of the page for authors, which are run as they stand there.
+page_lines() {
+  awk -v section="## $1." -v wanted="$2" '
+    /^#/ { inside = 0; if (/^## /) { on = index($0, section) == 1; block = 0 } }
+    on && /^    / { if (!inside) { inside = 1; block++ } if (block == wanted) print substr($0, 5); next }
+    { inside = 0 }' "$source/docs/writing-a-plugin.md"
+}
+run_page() {
+  page_lines "$1" "$2" > "$folder/lines"
+  [ -s "$folder/lines" ] || fault "the page has no block $2 in section $1"
+  # Where the page says g++, the compiler under test is meant.
+  (cd "$folder" && PATH=$folder/compiler:$HOME/akkit/bin:$PATH CXX=$compiler CXXFLAGS="-Wall -Wextra -Werror" \
+    bash -eu "$folder/lines") > "$folder/log" 2>&1 || { cat "$folder/lines" "$folder/log"; fault "the page's lines fail"; }
+}
+export HOME=$folder XDG_DATA_HOME=$folder/data
+mkdir -p "$folder/build" "$folder/compiler" "$folder/examples" "$folder/cmake" "$folder/plain"
+ln -s "$build" "$folder/build/release"
+ln -s "$(command -v "$compiler")" "$folder/compiler/g++"
+cp -r "$source/examples/star" "$folder/examples/star"
 
-cmake -S "$folder/star" -B "$folder/build" -G Ninja -DCMAKE_PREFIX_PATH="$prefix" -DCMAKE_CXX_COMPILER="$compiler" \
-  -DCMAKE_BUILD_TYPE=Release -DCMAKE_CXX_FLAGS="-Wall -Wextra -Werror" > "$folder/log" 2>&1 ||
-  { cat "$folder/log"; fault "the example is not configured"; }
-cmake --build "$folder/build" > "$folder/log" 2>&1 || { cat "$folder/log"; fault "the example does not build"; }
+page_lines 1 1 | grep '^cmake --install' > "$folder/lines"
+(cd "$folder" && bash -eu "$folder/lines" > /dev/null) || fault "the page's line does not install the kit"
+run_page 2 1
+cp "$folder/star-build/Star.so" "$folder/cmake/Star.so"
+rm "$folder/star-build/Star.so"
+run_page 2 2
+cp "$folder/star-build/Star.so" "$folder/plain/Star.so"
+run_page 7 1
+[ -s "$folder/page.png" ] || fault "the page's lines draw nothing"
+# The lines for AddressSanitizer are those of one compiler.
+if "$compiler" --version | grep -q 'Free Software'; then run_page 7 3; fi
+
+# The installed tree may be moved: nothing in it knows where it was installed.
+prefix=$folder/kit
+mv "$HOME/akkit" "$prefix"
+found=$(PKG_CONFIG_PATH=$prefix/lib/pkgconfig pkg-config --variable=exports akkit)
+[ "$(realpath "$found")" = "$(realpath "$prefix")/share/akkit/exports.map" ] || fault "the package file points to $found"
 
 # Every installed header compiles alone, against the installed tree only.
 headers=0
@@ -31,16 +58,8 @@ while IFS= read -r header; do
 done < <(find "$prefix/include/akkit" -name '*.h')
 [ "$headers" -ge 100 ] || fault "only $headers headers are installed"
 
-pc=$(dirname "$(find "$prefix" -name akkit.pc)")
-flags() { PKG_CONFIG_PATH=$pc pkg-config --define-prefix "$@" akkit; }
-mkdir "$folder/plain"
-# shellcheck disable=SC2046
-"$compiler" -shared -O1 $(flags --cflags) "$folder"/star/*.cpp -o "$folder/plain/Star.so" \
-  -Wl,--version-script="$(flags --variable=exports)" $(flags --libs) || fault "pkg-config's flags do not build it"
-
 host=$prefix/bin/objecthost
-export HOME=$folder XDG_DATA_HOME=$folder/data
-for bundle in "$folder/build/Star.so" "$folder/plain/Star.so"; do
+for bundle in "$folder/cmake/Star.so" "$folder/plain/Star.so"; do
   [ "$(nm -D --defined-only "$bundle" | wc -l)" -eq 1 ] || fault "$bundle exports more than pluginMain"
   "$host" info "$bundle" | grep -q 'class "Star", ID "exStar"' || fault "$bundle is not read"
   # Beside the rectangle, found where a user puts bundles.

@@ -14,6 +14,15 @@ HostControl* HostControl::Of(const AKGUICtrl* wrapper) {
 
 double HostControl::Step() const { return step_ > 0 ? step_ : std::pow(10.0, -std::clamp(precision_, 0, 9)); }
 
+std::string HostControl::TimeText(double seconds, int precision) {
+  char buffer[512];
+  return strSetasTimeHMS(buffer, seconds, precision, false);
+}
+
+bool HostControl::ReadTime(const AKString& text, double* seconds) {
+  return ParseNumber(text, seconds) || strGetasTimeHMS(text.CStr(), seconds, 0);
+}
+
 AKString HostControl::DisplayedValue() const {
   char buffer[512];
   switch (type_) {
@@ -29,7 +38,7 @@ AKString HostControl::DisplayedValue() const {
     case ControlType::kEditText:
       return text_;
     case ControlType::kEditNum:
-      if (showsTime_) return strSetasTimeHMS(buffer, number_, precision_, false);
+      if (showsTime_) return TimeText(number_, precision_);
       return strSetasFloat64(buffer, number_, precision_);
     default:
       return strSetasFloat64(buffer, number_, -1);
@@ -62,7 +71,7 @@ bool HostControl::Enter(const AKString& text) {
 
 bool HostControl::EnterNumber(const AKString& text) {
   double number = 0;
-  if (!ParseNumber(text, &number) && !(showsTime_ && strGetasTimeHMS(text.CStr(), &number, 0))) return false;
+  if (!(showsTime_ ? ReadTime(text, &number) : ParseNumber(text, &number))) return false;
   if (GetProperty(kAKGUIPropertyHasRange) != 0) {
     number = std::fmin(std::fmax(number, std::fmin(minimum_, maximum_)), std::fmax(minimum_, maximum_));
   }

@@ -4,6 +4,7 @@
 #pragma once
 
 #include <optional>
+#include <string>
 
 #include "host/panels/ControlType.h"
 #include "kit/geometry/AGColor.h"
@@ -34,6 +35,9 @@ class HostControl final {
   double Step() const;
   /// True when the number is to be read and shown as hours, minutes and seconds.
   bool ShowsTime() const { return showsTime_; }
+  /// A time as a user reads and writes it; reading takes a bare number of seconds too.
+  static std::string TimeText(double seconds, int precision);
+  static bool ReadTime(const AKString& text, double* seconds);
   /// The value as a user reads it: a number field to its precision, a pop-up menu as its item.
   AKString DisplayedValue() const;
   /// Takes a value as a user enters it, and keeps it within the range if there is one. False, and nothing changed, when

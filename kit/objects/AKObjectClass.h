@@ -68,8 +68,8 @@ class AKObjectClass : public Parent {
   }
 
   /// All that pluginMain does for the class: sets it up, names it, fills its slots and attaches its inspector. Returns
-  /// 0 with the class record in `*record`, which was null before, or the status of the set-up, after which nothing else
-  /// was touched.
+  /// 0 with the class record in `*record`, which was null before, or the status of the set-up, after which the class
+  /// has no name, slot or panel.
   static int Register(void* hostServiceRecord, AKClass** record) {
     AKClassInfo info;
     info.classID = _ClassID();

@@ -76,10 +76,20 @@ class NumberWidget final : public ControlWidget {
 
  private:
   void ShowValue(const HostControl& control, bool mixed) override {
+    // A control becomes one of a time when it is set as one, which may be after it was made.
+    if (control.ShowsTime() && !showsTime_) ShowTimes(control.GetValuePrecision());
     if (mixed) return field_.ShowMixed();
     field_.Show(control.GetValueAsFloat64());
   }
+
+  void ShowTimes(int precision) {
+    showsTime_ = true;
+    field_.SetForm([precision](double seconds) { return HostControl::TimeText(seconds, precision); },
+                   [](const std::string& text, double* seconds) { return HostControl::ReadTime(text, seconds); });
+  }
+
   NumberField field_;
+  bool showsTime_ = false;
 };
 
 class SliderWidget final : public ControlWidget {

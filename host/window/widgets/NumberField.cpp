@@ -11,7 +11,7 @@ namespace host {
 namespace {
 
 // A number alone, or with the sign of a degree behind it. Either decimal separator will do when there is one only.
-bool Read(Glib::ustring text, double* value) {
+bool ReadDecimal(Glib::ustring text, double* value) {
   const auto separator = text.find_first_of(",");
   if (separator != Glib::ustring::npos) text.replace(separator, 1, ".");
   char* end = nullptr;
@@ -53,7 +53,7 @@ NumberField::NumberField(double least, double most, double step, int decimals, c
         value = get_value();
         if (!IsBeingTyped()) return 1;  // what is shown is rounded: it is no value to take over
         double typed = 0;
-        if (!Read(get_text(), &typed)) return 1;
+        if (!(read_ ? read_(get_text().raw(), &typed) : ReadDecimal(get_text(), &typed))) return 1;
         const bool unchanged = std::clamp(typed, get_adjustment()->get_lower(), get_adjustment()->get_upper()) == value;
         value = typed;
         if (mixed_ && unchanged) Choose();  // the toolkit sees no change, but for some objects it is one
@@ -61,7 +61,14 @@ NumberField::NumberField(double least, double most, double step, int decimals, c
       },
       false);
   // A field of several values stays empty when it is left as it was.
-  signal_output().connect([this] { return mixed_ && !showing_ && get_text().empty(); }, false);
+  signal_output().connect(
+      [this] {
+        if (mixed_ && !showing_ && get_text().empty()) return true;
+        if (!write_) return false;
+        if (const std::string text = write_(get_value()); get_text().raw() != text) set_text(text);
+        return true;
+      },
+      false);
   signal_value_changed().connect([this] {
     if (showing_ || (!mixed_ && get_value() == shown_)) return;
     Choose();
@@ -73,6 +80,11 @@ void NumberField::Choose() {
   shownText_ = get_text();
   mixed_ = false;
   chosen_.emit(shown_);
+}
+
+void NumberField::SetForm(Write write, Read read) {
+  write_ = std::move(write);
+  read_ = std::move(read);
 }
 
 void NumberField::HideButtons() {

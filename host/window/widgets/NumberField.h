@@ -8,6 +8,9 @@
 #include <gtkmm/adjustment.h>
 #include <gtkmm/spinbutton.h>
 
+#include <functional>
+#include <string>
+
 namespace host {
 
 /// A panel is scrolled by the wheel: a control that takes it for itself does so only while it has the focus.
@@ -17,6 +20,10 @@ class NumberField : public Gtk::SpinButton {
  public:
   NumberField(double least, double most, double step, int decimals, const Glib::ustring& accessibleName);
 
+  using Write = std::function<std::string(double value)>;
+  using Read = std::function<bool(const std::string& text, double* value)>;
+  /// Shows and reads the value in a form of its own, such as hours and minutes, in place of decimal numbers.
+  void SetForm(Write write, Read read);
   /// Leaves the arrow keys and the wheel to step with.
   void HideButtons();
   /// Shows a value without telling anybody.
@@ -35,6 +42,8 @@ class NumberField : public Gtk::SpinButton {
   double shown_ = 0;
   Glib::ustring shownText_;
   bool mixed_ = false;
+  Write write_;
+  Read read_;
   sigc::signal<void(double)> chosen_;
 };
 

@@ -1,6 +1,7 @@
 // Host tables laid out by hand: plain entries, member entries called directly and through a virtual table, adjustments.
 #include <gtest/gtest.h>
 
+#include <bit>
 #include <cstring>
 
 #include "kit/files/AKFilePath.h"
@@ -70,11 +71,7 @@ struct TwoBases final : FirstBase, SecondBase {
 
 TEST(AKHostCallTest, Set_FunctionsOfASecondBase_AreAdjustedFromTheHostsClass) {
   TwoBases host;
-  const auto words = [](const auto& member) {
-    AKMemberWords both;
-    std::memcpy(&both, &member, sizeof(both));
-    return both;
-  };
+  const auto words = [](const auto& member) { return std::bit_cast<AKMemberWords>(member); };
   AKHostMember<int(int)> member;
   member.Set<TwoBases>(&SecondBase::Virtual);
   EXPECT_EQ(words(member).function & 1, 1U);

@@ -1,10 +1,14 @@
 #include <gtest/gtest.h>
 
 #include <cstring>
+#include <string>
 #include <vector>
 
+#include "kit/log/AKLog.h"
 #include "kit/objects/AKClass.h"
 #include "kit/objects/AKClassSetup.h"
+#include "kit/objects/AKObjectClass.h"
+#include "kit/streams/AKFile.h"
 
 namespace {
 
@@ -46,6 +50,83 @@ TEST(AKClassTest, APIVersion_MaskRule) {
                {0x0003, false},    {0x80030800, false}, {0x00038000, true}};
   for (const auto& c : cases) EXPECT_EQ(AKIsAPIVersionAccepted(c.version), c.accepted) << std::hex << c.version;
 }
+
+TEST(AKClassTest, OwnClasses_HaveTheirIDs_AndAskForTheirRecordsByThem) {
+  static std::vector<std::string> sAsked;
+  AKClassTable table;
+  table.getClassOfID = [](AKClassID id) {
+    sAsked.emplace_back(id.chars);
+    return static_cast<AKClass*>(nullptr);
+  };
+  AKClass::sWrapper = &table;
+  AKObject::_Class();
+  AKObjectShape::_Class();
+  AKObjectSymbol::_Class();
+  AKObjectSymbolVect::_Class();
+  AKObject::_Class();  // kept
+  AKClass::sWrapper = nullptr;
+  EXPECT_EQ(sAsked, (std::vector<std::string>{"_object", "_shape", "_symbol", "_syVect"}));
+}
+
+TEST(AKClassTest, ClassSetup_WithoutAClassTable_LogsALine) {
+  static std::string sLine;
+  AKSetCustomLogMessageProc([](const char* line) { sLine = line; }, false);
+  AKClassInfo info;
+  info.className = "Name";
+  AKClass* record = nullptr;
+  EXPECT_EQ(AKClass::ClassSetup(info, 0, &record), -1);
+  AKSetCustomLogMessageProc(nullptr, false);
+  EXPECT_EQ(sLine, "# AKLib Error -1: The host has no class table for class <Name>.\n");
+}
+
+struct OtherBase {
+  int akmDelete() { return 0; }
+  virtual ~OtherBase() = default;
+};
+
+// A class of the least: what it does not have stays the host's.
+class Least : public AKObjectClass<Least, AKObjectSymbolVect>, public OtherBase {
+ public:
+  static constexpr char kClassID[] = "least12";
+  static constexpr char kClassName[] = "Least";
+  static constexpr char kLocaleDomain[] = "Least";
+  static const char* DisplayName() { return "Least"; }
+  int akmDelete() { return OtherBase::akmDelete(); }
+  virtual int akmWriteToFile(AKFile&) const { return 17; }
+  int Reading(AKFile&) { return 0; }
+};
+
+TEST(AKClassTest, FillMethodSlots_WhatTheClassHas_TheOthersStay) {
+  AKClass record(AKClassInfo{}, false, nullptr);
+  for (AKMethodSlot& slot : record.methods) slot = {0x1000, 0x20};
+  Least::FillMethodSlots(&record);
+  for (unsigned int i = 0; i < kAKMethodCount; ++i) {
+    EXPECT_EQ(record.methods[i].function == 0x1000, i != kAKMethodWriteToFile && i != kAKMethodDelete) << i;
+  }
+  EXPECT_EQ(record.methods[kAKMethodWriteToFile].function & 1, 1U) << "it is virtual";
+  AKObject* object = Least::_ClassCtor();
+  AKFile file(AKFile::kModeMemory);
+  EXPECT_EQ((AKCallMember<int, AKFile&>(record.methods[kAKMethodWriteToFile], object, file)), 17);
+  Least::_ClassDtor(object);
+  Least::_ClassDtor(nullptr);
+}
+
+// What must not compile: an inherited function, which may need another address of the object; another signature; a slot
+// that is the host's, or none.
+template <unsigned int index, typename Method>
+constexpr bool kCanFill = requires(AKClass record, Method method) {
+  record.SetMethod<index, Least>(method);
+};
+static_assert(kCanFill<kAKMethodDelete, int (Least::*)()>);
+static_assert(kCanFill<kAKMethodDelete, int (Least::*)() noexcept>);
+static_assert(!kCanFill<kAKMethodDelete, int (OtherBase::*)()>);
+static_assert(!kCanFill<kAKMethodDelete, int (Least::*)() const>);
+static_assert(!kCanFill<kAKMethodDelete, void (Least::*)()>);
+static_assert(!kCanFill<kAKMethodDelete, int (*)()>);
+static_assert(kCanFill<kAKMethodWriteToFile, decltype(&Least::akmWriteToFile)>);
+static_assert(!kCanFill<kAKMethodWriteToFile, decltype(&Least::Reading)>);
+static_assert(!kCanFill<4, int (Least::*)()>);
+static_assert(!kCanFill<kAKMethodCount, int (Least::*)()>);
 
 TEST(AKObjectTest, Alloc_ZeroedBehindHiddenPointer_AndSafeForNull) {
   AKClassInfo info;
