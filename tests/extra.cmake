@@ -16,7 +16,8 @@ target_compile_definitions(host_tests PRIVATE AK_SOURCE_DIR="${PROJECT_SOURCE_DI
 # System calls and allocations go through functions of the test, so it is a program of its own.
 add_executable(fault_tests faults/FaultInjectionTest.cpp)
 target_link_libraries(fault_tests PRIVATE ak_kit GTest::gtest GTest::gtest_main)
-foreach(wrapped open close pread pwrite lseek fsync ftruncate rename fchmod stat access realpath malloc realloc _Znwm)
+foreach(wrapped open openat close pread pwrite lseek fsync ftruncate renameat fchmod stat lstat fstat statx faccessat
+        fcntl flock malloc calloc realloc free _Znwm _ZdlPv _ZdlPvm)
   target_link_options(fault_tests PRIVATE -Wl,--wrap=${wrapped})
 endforeach()
 gtest_discover_tests(fault_tests TEST_PREFIX "files." DISCOVERY_TIMEOUT 60 PROPERTIES TIMEOUT 300)
