@@ -104,7 +104,7 @@ AKString AKFileUtils::GetAsSystemPath(const AKFilePath& path) {
 
 bool AKFileUtils::GetFromSystemPath(const char* systemPath, AKFilePath* path) {
   path->SetText(systemPath == nullptr ? AKString() : akpath::FromSystem(systemPath));
-  return !path->IsEmpty();
+  return systemPath != nullptr;
 }
 
 bool AKFileUtils::Exists(const AKFilePath& path) {

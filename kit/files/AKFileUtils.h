@@ -11,8 +11,8 @@ class AKFileUtils {
  public:
   /// The path as the system's bytes; empty, which no system call accepts, when the path holds a NUL.
   static AKString GetAsSystemPath(const AKFilePath& path);
-  /// The path of any name that the system has: GetAsSystemPath gives the same bytes again. False for a null or empty
-  /// name, with an empty path.
+  /// The path of any name that the system has: GetAsSystemPath gives the same bytes again. False for null, with an empty
+  /// path.
   static bool GetFromSystemPath(const char* systemPath, AKFilePath* path);
 
   /// Any kind of entry; links are followed.
