@@ -1,10 +1,12 @@
-// What the fuzz targets of the records share: bytes in, a record read, written and read again.
+// What the fuzz targets of the records share: bytes in, a record read, written and read again. Reading, of sound bytes
+// and of others, stays within the memory that the input's size allows.
 #pragma once
 
 #include <cstddef>
 #include <cstdint>
 #include <cstdlib>
 
+#include "fuzz/AllocationCounter.h"
 #include "kit/containers/AKMemoryBlock.h"
 #include "kit/streams/AKFile.h"
 
@@ -28,7 +30,10 @@ template <typename Record, typename Read, typename Write, typename Same>
 int RoundTrip(const std::uint8_t* data, std::size_t size, Read read, Write write, Same same) {
   const Input input(data, size);
   Record first{};
-  if (read(input.File(), &first) != 0) return 0;
+  const allocation::Peak peak;
+  const int status = read(input.File(), &first);
+  if (peak.Size() > allocation::LimitFor(size)) std::abort();
+  if (status != 0) return 0;
   AKFile file(AKFile::kModeMemory);
   file.CreateForReadWrite();
   if (write(file, first) != 0) std::abort();

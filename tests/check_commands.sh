@@ -50,6 +50,52 @@ expect 0 '' export a.akd a.tiff --scale 2
 [ "$(head -c 3 a.jpg | od -An -tx1 | tr -d ' ')" = ffd8ff ] || fault "a.jpg is no JPEG file"
 [ "$(head -c 3 a.tiff)" = II\* ] || fault "a.tiff is no TIFF file"
 expect 1 "can't write" export a.akd missing/a.jpg
+
+# A picture that is written again keeps what the old file had; JPEG goes through the native layer, PNG through the kit.
+for picture in kept.jpg kept.png; do
+  touch $picture
+  chmod 640 $picture
+  ln -s $picture link-$picture
+  ln -s made-$picture dangling-$picture
+  [ "$(id -u)" -ne 0 ] || chown 12345:23456 $picture
+  attributes=$(stat -c '%a %u %g' $picture)
+  chmod u+s $picture
+  expect 0 '' draw a.akd link-$picture
+  [ "$(stat -c '%a %u %g' $picture)" = "$attributes" ] || fault "$picture: $(stat -c '%a %u %g' $picture)"
+  [ -s $picture ] && [ -L link-$picture ] || fault "link-$picture was not followed"
+  expect 0 '' draw a.akd dangling-$picture
+  [ -s made-$picture ] || fault "dangling-$picture was not followed"
+  [ "$(id -u)" -eq 0 ] || continue
+  mkdir -p closed
+  chmod 755 . closed
+  cp $picture closed
+  chown 99:34567 closed/$picture
+  chmod 660 closed/$picture
+  : > closed/$picture
+  setpriv --reuid 12345 --regid 23456 --groups 34567 -- "$host" draw a.akd closed/$picture || fault "closed/$picture"
+  [ -s closed/$picture ] || fault "closed/$picture was not written in place"
+  [ "$(stat -c '%a %u %g' closed/$picture)" = "660 99 34567" ] || fault "closed/$picture: $(stat -c '%a %u %g' closed/$picture)"
+done
+
+# A home and file names beyond Mac OS Roman.
+mkdir -p 日本/Łukasz/.local/share/objecthost/plugins
+cp "$(dirname "$host")/../plugins/StdRectangle.so" 日本/Łukasz/.local/share/objecthost/plugins/StdRectangle.so
+(
+  cd 日本/Łukasz || exit 1
+  export HOME=$PWD XDG_DATA_HOME= failures=0
+  expect 0 "日本/Łukasz/.local/share/objecthost/plugins/StdRectangle.so" bundles
+  expect 0 '' new 絵.akd --size 200,100
+  expect 0 '^0$' add 絵.akd stdRect --bounds 10,10,110,60
+  expect 0 '' set "$PWD/絵.akd" 0 Rounding=0.5
+  expect 0 '^0\.5$' get ../Łukasz/絵.akd 0 Rounding
+  expect 0 '' draw 絵.akd 絵.png
+  expect 0 '' export 絵.akd "$PWD/絵.JPG"
+  expect 0 '' export 絵.akd 絵.TIFF
+  expect 1 "can't open \"無.akd\": No such file" list 無.akd
+  expect 1 "can't write \"無/絵.akd\": No such file" new 無/絵.akd
+  [ "$(ls | wc -l)" -eq 4 ] || fault "in a folder of foreign names: $(ls)"
+  exit $failures
+) || failures=$((failures + $?))
 expect 0 '' draw a.akd small.JPEG --quality 0.1
 expect 0 '' draw a.akd large.jpg --quality 0.9
 [ "$(stat -c %s small.JPEG)" -lt "$(stat -c %s large.jpg)" ] || fault "a lower quality makes no smaller file"

@@ -7,8 +7,8 @@
 #include <system_error>
 
 #include "host/bundles/BundleProbe.h"
-#include "host/text/DisplayText.h"
 #include "host/text/Localisation.h"
+#include "kit/files/AKFileUtils.h"
 #include "kit/files/AKStandardFolders.h"
 
 namespace host {
@@ -82,7 +82,8 @@ void BundleSet::LoadFound() {
 std::vector<std::string> BundleSet::Folders() const {
   std::vector<std::string> folders = Listed(std::getenv("OBJECTHOST_PLUGINS"));
   const AKFilePath data = AKStandardFolderGetPath(AKStandardFolder::kApplicationSupport);
-  if (!data.IsEmpty()) folders.push_back(DisplayText(data.Text()) + "/objecthost/plugins");
+  if (!data.IsEmpty())
+    folders.push_back(std::string(AKFileUtils::GetAsSystemPath(data).CStr()) + "/objecthost/plugins");
   std::error_code error;
   const path program = std::filesystem::read_symlink("/proc/self/exe", error);
   for (const char* place : {"plugins", "lib/objecthost/plugins"}) {

@@ -1,7 +1,6 @@
 #include "host/pictures/DocumentPicture.h"
 
 #include <algorithm>
-#include <cctype>
 #include <cerrno>
 #include <cstdio>
 #include <cstring>
@@ -159,7 +158,9 @@ Result<> Write(Job* job, const KindInfo& info, const std::string& path) {
 
 bool PictureKindOf(const std::string& path, PictureKind* kind) {
   std::string lower(path);
-  for (char& letter : lower) letter = static_cast<char>(std::tolower(static_cast<unsigned char>(letter)));
+  for (char& letter : lower) {  // not by the locale, in which a Turkish I has another small letter
+    if (letter >= 'A' && letter <= 'Z') letter = static_cast<char>(letter - 'A' + 'a');
+  }
   for (const KindInfo& row : kKinds) {
     if (!lower.ends_with(row.extension)) continue;
     *kind = row.kind;

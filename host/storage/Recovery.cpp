@@ -13,7 +13,7 @@
 #include "host/HostLog.h"
 #include "host/storage/DocumentFile.h"
 #include "host/storage/ReadFile.h"
-#include "host/text/DisplayText.h"
+#include "kit/files/AKFileUtils.h"
 #include "kit/files/AKStandardFolders.h"
 #include "kit/streams/AKFileChunk.h"
 #include "kit/streams/AKFileNumbers.h"
@@ -27,7 +27,8 @@ constexpr const char* kExtension = ".akrecover";
 
 std::string RecoveryFolder() {
   const AKFilePath data = AKStandardFolderGetPath(AKStandardFolder::kApplicationSupport);
-  return data.IsEmpty() ? std::string() : DisplayText(data.Text()) + "/objecthost/recovery";
+  return data.IsEmpty() ? std::string()
+                        : std::string(AKFileUtils::GetAsSystemPath(data).CStr()) + "/objecthost/recovery";
 }
 
 // When a process started, which tells it from a later one of the same number; 0 when it is gone. The program's name in

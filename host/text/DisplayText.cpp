@@ -19,19 +19,31 @@ AKString ToMacRoman(std::string_view utf8) {
   return AKStringCopyWithEncoding(ToString(utf8), kAKStringEncodingUTF8, kAKStringEncodingMacRoman);
 }
 
+// Text that is not valid in its set converts to nothing.
+bool IsUtf8(std::string_view text) { return text.empty() || !ToMacRoman(text).IsEmpty(); }
+
+// Further signatures in text that is UTF-8 are those of a path's names.
+std::string WithoutSignatures(std::string_view utf8) {
+  std::string text(utf8);
+  for (std::size_t at = 0; (at = text.find(kSignature, at)) != std::string::npos;) text.erase(at, kSignature.size());
+  return text;
+}
+
 }  // namespace
 
 std::string DisplayText(const AKString& text) {
-  const std::string_view bytes = ViewOf(text);
-  const std::size_t signature = bytes.find(kSignature);
-  if (signature == std::string_view::npos) return FromMacRoman(bytes);
-  const std::string_view behind = bytes.substr(signature + kSignature.size());
-  // Text that is not valid in its set converts to nothing.
-  const bool valid =
-      behind.empty() ||
-      !AKStringCopyWithEncoding(ToString(behind), kAKStringEncodingUTF8, kAKStringEncodingMacRoman).IsEmpty();
-  if (!valid) return FromMacRoman(bytes);
-  return FromMacRoman(bytes.substr(0, signature)) + std::string(behind);
+  std::string_view rest = ViewOf(text);
+  std::string shown;
+  for (;;) {
+    const std::size_t signature = rest.find(kSignature);
+    shown += FromMacRoman(rest.substr(0, signature));
+    if (signature == std::string_view::npos) return shown;
+    rest.remove_prefix(signature + kSignature.size());
+    if (IsUtf8(rest)) return shown + WithoutSignatures(rest);
+    const std::string_view name = rest.substr(0, rest.find('/'));
+    shown += IsUtf8(name) ? std::string(name) : FromMacRoman(kSignature) + FromMacRoman(name);
+    rest.remove_prefix(name.size());
+  }
 }
 
 AKString TextForBundles(std::string_view utf8) {

@@ -12,8 +12,9 @@
 
 namespace host {
 
-/// What a bundle or the kit wrote, as UTF-8: Mac OS Roman up to a signature, UTF-8 behind it. Bytes behind a signature
-/// that are no UTF-8 are read as Mac OS Roman.
+/// What a bundle or the kit wrote, as UTF-8: Mac OS Roman up to a signature, UTF-8 behind it. Where not all that
+/// follows is UTF-8, the signature is that of a name in a path and reaches to the next "/"; bytes that are no UTF-8
+/// even so are read as Mac OS Roman.
 std::string DisplayText(const AKString& text);
 
 /// UTF-8 as a bundle gets it: Mac OS Roman, or UTF-8 with a signature in front.

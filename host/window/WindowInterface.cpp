@@ -12,6 +12,7 @@
 #include "host/text/Localisation.h"
 #include "host/window/dialogs/ProgressWindow.h"
 #include "host/window/panels/PanelWidget.h"
+#include "kit/files/AKFileUtils.h"
 
 namespace host {
 namespace {
@@ -58,7 +59,7 @@ bool WindowInterface::ChooseFile(bool save, AKFilePath* path, const std::string&
   chooser->set_modal(true);
   AddFilter(*chooser.get(), filter);
   const std::string name = DisplayText(path->FileName());
-  const std::string folder = DisplayText(path->Folder().Text());
+  const std::string folder = AKFileUtils::GetAsSystemPath(path->Folder()).CStr();
   if (!folder.empty()) chooser->set_current_folder(Gio::File::create_for_path(folder));
   if (save && !name.empty()) chooser->set_current_name(name);
   const auto loop = Glib::MainLoop::create();
@@ -71,8 +72,7 @@ bool WindowInterface::ChooseFile(bool save, AKFilePath* path, const std::string&
   loop->run();
   const auto file = chooser->get_file();
   if (!accepted || !file) return false;
-  path->SetText(TextForBundles(file->get_path()));
-  return true;
+  return AKFileUtils::GetFromSystemPath(file->get_path().c_str(), path);
 }
 
 bool WindowInterface::ShowProgress(double fraction, const std::string& text) {

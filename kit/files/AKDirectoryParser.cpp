@@ -3,7 +3,6 @@
 #include <dirent.h>
 #include <sys/stat.h>
 
-#include <algorithm>
 #include <cerrno>
 #include <cstring>
 #include <memory>
@@ -25,56 +24,51 @@ bool AKDirectoryParser::Parse(const AKFilePath& folder, bool recursive) {
   files_.Clear();
   folders_.Clear();
   others_.Clear();
-  unrepresentable_.Clear();
-  const bool complete = ParseFolder(folder, recursive);
-  const int reason = errno;
+  pending_.Clear();
+  int reason = 0;
+  bool complete = ParseFolder(folder);
+  if (!complete) reason = errno;
+  while (recursive && !pending_.IsEmpty()) {
+    const AKFilePath next = pending_[pending_.Count() - 1];
+    pending_.RemoveLast();
+    if (ParseFolder(next)) continue;
+    complete = false;
+    reason = errno;
+  }
   files_.Sort();
   folders_.Sort();
   others_.Sort();
-  std::sort(unrepresentable_.begin(), unrepresentable_.end());
+  pending_.Free();
   errno = reason;
   return complete;
 }
 
-bool AKDirectoryParser::ParseFolder(const AKFilePath& folder, bool recursive) {
+bool AKDirectoryParser::ParseFolder(const AKFilePath& folder) {
   const Directory directory(::opendir(AKFileUtils::GetAsSystemPath(folder).CStr()));
   if (directory == nullptr) return false;
-  bool complete = true;
-  int reason = 0;
   for (;;) {
     errno = 0;
     const dirent* const entry = ::readdir(directory.get());
-    if (entry == nullptr) break;
-    if (IsDots(entry->d_name) || AddEntry(folder, entry->d_name, recursive)) continue;
-    complete = false;
-    reason = errno;
+    if (entry == nullptr) return errno == 0;
+    if (!IsDots(entry->d_name)) AddEntry(folder, entry->d_name);
   }
-  if (errno == 0) errno = reason;
-  return complete && errno == 0;
 }
 
-bool AKDirectoryParser::AddEntry(const AKFilePath& folder, const char* name, bool recursive) {
+void AKDirectoryParser::AddEntry(const AKFilePath& folder, const char* name) {
   AKFilePath entry;
-  if (!AKFileUtils::GetFromSystemPath(name, &entry)) {
-    AKString path = AKFileUtils::GetAsSystemPath(folder);
-    if (!path.EndsWith("/")) path.Append('/');
-    unrepresentable_.Append(path.Append(name));
-    return true;
-  }
+  AKFileUtils::GetFromSystemPath(name, &entry);
   const AKFilePath path = folder / entry;
   const AKString systemPath = AKFileUtils::GetAsSystemPath(path);
   struct stat status;
   const bool known = ::stat(systemPath.CStr(), &status) == 0;
-  if (!known || !(S_ISREG(status.st_mode) || S_ISDIR(status.st_mode))) {
-    others_.Append(path);
-    return true;
-  }
-  if (S_ISREG(status.st_mode)) {
+  if (known && S_ISREG(status.st_mode)) {
     files_.Append(path);
-    return true;
+  } else if (known && S_ISDIR(status.st_mode)) {
+    folders_.Append(path);
+    struct stat link;
+    const bool isLink = ::lstat(systemPath.CStr(), &link) == 0 && S_ISLNK(link.st_mode);
+    if (!isLink) pending_.Append(path);
+  } else {
+    others_.Append(path);
   }
-  folders_.Append(path);
-  struct stat link;
-  const bool isLink = ::lstat(systemPath.CStr(), &link) == 0 && S_ISLNK(link.st_mode);
-  return !recursive || isLink || ParseFolder(path, recursive);
 }

@@ -1,12 +1,10 @@
 // AKDirectoryParser: lists what is in a folder.
 //
-// Names come from the system as UTF-8. A name that the in-memory character set cannot hold, or that is no UTF-8 at all,
-// could not be opened through an AKFilePath: it is listed apart, as the system spells it. "." and ".." are left out.
-// Links are listed by what they lead to, and not followed into folders below.
+// Every name of the system has an AKFilePath (AKFilePath.h), so that what is listed can be opened. "." and ".." are
+// left out. Links are listed by what they lead to, and not followed into folders below. One folder is open at a time.
 #pragma once
 
 #include "kit/files/AKFilePathArray.h"
-#include "kit/text/AKStringArray.h"
 
 class AKDirectoryParser {
  public:
@@ -19,15 +17,13 @@ class AKDirectoryParser {
   const AKFilePathArray& Folders() const { return folders_; }
   /// Devices, pipes, sockets and links that lead nowhere.
   const AKFilePathArray& Others() const { return others_; }
-  /// UTF-8 paths, or what else the system has, of entries that no AKFilePath can stand for.
-  const AKStringArray& Unrepresentable() const { return unrepresentable_; }
 
  private:
-  bool ParseFolder(const AKFilePath& folder, bool recursive);
-  bool AddEntry(const AKFilePath& folder, const char* name, bool recursive);
+  bool ParseFolder(const AKFilePath& folder);
+  void AddEntry(const AKFilePath& folder, const char* name);
 
   AKFilePathArray files_;
   AKFilePathArray folders_;
   AKFilePathArray others_;
-  AKStringArray unrepresentable_;
+  AKFilePathArray pending_;  // folders whose entries are yet to be listed
 };

@@ -1,11 +1,11 @@
 #include "kit/files/AKFilePath.h"
 
-#include <strings.h>
-
 #include <algorithm>
 #include <string_view>
 #include <utility>
 #include <vector>
+
+#include "kit/files/AKPathText_p.h"
 
 const AKFilePath kAKNullFilePath;
 
@@ -26,6 +26,28 @@ std::string_view FileNameOf(std::string_view text) { return text.substr(FileName
 std::size_t StemLength(std::string_view name) {
   const std::size_t dot = name.rfind('.');
   return dot == kNone || dot == 0 || name == ".." ? name.size() : dot;
+}
+
+// The extension of a name in its text: behind the signature of the whole name it needs one of its own.
+AKString ExtensionOf(std::string_view name) {
+  const std::string_view stem = name.substr(0, StemLength(name));
+  const std::string_view extension = name.substr(stem.size());
+  const AKString whole = akpath::ToSystem(name);
+  const std::string_view bytes = ViewOf(whole).substr(akpath::ToSystem(stem).Length());
+  if (ViewOf(akpath::ToSystem(extension)) == bytes) return StringOf(extension);
+  return "." + akpath::FromSystem(bytes.substr(1));
+}
+
+// Two parts of a name as one, each converted by itself: bytes behind a signature are no Mac OS Roman.
+AKString JoinedName(std::string_view stem, std::string_view rest) {
+  return akpath::FromSystem(ViewOf(akpath::ToSystem(stem) + akpath::ToSystem(rest)));
+}
+
+char LowerAscii(char byte) { return byte >= 'A' && byte <= 'Z' ? static_cast<char>(byte - 'A' + 'a') : byte; }
+
+bool IsEqualButForCase(std::string_view first, std::string_view second) {
+  return std::equal(first.begin(), first.end(), second.begin(), second.end(),
+                    [](char a, char b) { return LowerAscii(a) == LowerAscii(b); });
 }
 
 // Walks the components of a path without copying them.
@@ -124,27 +146,24 @@ void AKFilePath::SetFileName(const AKString& name) {
 
 AKString AKFilePath::FileNameWithoutExtension() const {
   const std::string_view name = FileNameOf(ViewOf(text_));
-  return StringOf(name.substr(0, StemLength(name)));
+  return akpath::Canonical(name.substr(0, StemLength(name)));
 }
 
-AKString AKFilePath::Extension() const {
-  const std::string_view name = FileNameOf(ViewOf(text_));
-  return StringOf(name.substr(StemLength(name)));
-}
+AKString AKFilePath::Extension() const { return ExtensionOf(FileNameOf(ViewOf(text_))); }
 
 bool AKFilePath::HasExtension(const AKString& extension) const {
   const AKString own = Extension();
   if (own.IsEmpty() || extension.IsEmpty()) return own.IsEmpty() && extension.IsEmpty();
-  const char* const wanted = extension[0] == '.' ? extension.CStr() + 1 : extension.CStr();
-  return strcasecmp(own.CStr() + 1, wanted) == 0;
+  return IsEqualButForCase(ViewOf(own).substr(1), ViewOf(extension).substr(extension[0] == '.' ? 1 : 0));
 }
 
 void AKFilePath::SetExtension(const AKString& extension) {
   const std::string_view text = ViewOf(text_);
   const std::size_t start = FileNameStart(text);
-  AKString result = StringOf(text.substr(0, start + StemLength(text.substr(start))));
-  if (!extension.IsEmpty() && extension[0] != '.') result.Append('.');
-  text_ = result.Append(extension);
+  const std::string_view name = text.substr(start);
+  const AKString dotted = extension.IsEmpty() || extension[0] == '.' ? extension : "." + extension;
+  AKString result = StringOf(text.substr(0, start));
+  text_ = result.Append(JoinedName(name.substr(0, StemLength(name)), ViewOf(dotted)));
 }
 
 AKStringArray AKFilePath::Components() const {

@@ -5,6 +5,10 @@
 // into a folder part (all up to the last "/") and a file-name part (all after it); a path that ends with "/" names a
 // folder and has an empty file name. Indexes and counts are 32-bit unsigned. Wrong arguments give the empty path or
 // text.
+//
+// A component that Mac OS Roman cannot hold, "日本" or one that is no UTF-8, is the UTF-8 signature (bytes EF BB BF)
+// and the system's bytes of the name behind it, so that a path can stand for every file. Parts of such a name that are
+// handed out are in the same form.
 #pragma once
 
 #include <compare>
@@ -42,7 +46,8 @@ class AKFilePath {
   AKString FileNameWithoutExtension() const;
   /// The last dot of the file name and what follows it; empty when there is no such dot.
   AKString Extension() const;
-  /// True when the file name's extension is `extension`, given with or without its dot, in any case of letters.
+  /// True when the file name's extension is `extension`, given with or without its dot, in any case of ASCII letters,
+  /// whatever the locale.
   bool HasExtension(const AKString& extension) const;
   /// Replaces the extension, adding the dot if `extension` lacks it; an empty one removes the extension.
   void SetExtension(const AKString& extension);

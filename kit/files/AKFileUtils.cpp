@@ -5,11 +5,15 @@
 #include <unistd.h>
 
 #include <cerrno>
+#include <climits>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <utility>
+#include <vector>
 
-#include "kit/text/AKStringEncoding.h"
+#include "kit/files/AKDescriptor_p.h"
+#include "kit/files/AKPathText_p.h"
 
 namespace {
 
@@ -23,6 +27,68 @@ bool HasAccess(const AKFilePath& path, int mode) {
   return ::access(AKFileUtils::GetAsSystemPath(path).CStr(), mode) == 0;
 }
 
+// Creates the missing folders of a path, each from the one above it: to look a path up anew for each of its folders
+// would take a time that grows with the square of their number.
+class FolderChain {
+ public:
+  explicit FolderChain(const AKString& path) : path_(path) {}
+
+  bool Create() {
+    char* const bytes = path_.MutableData();
+    AKDescriptor folder(AT_FDCWD);
+    if (bytes[0] == '/') folder.Replace(::open("/", kOpenFlags));
+    for (std::size_t end = 0;;) {
+      const std::size_t start = end + std::strspn(bytes + end, "/");
+      if (bytes[start] == '\0') return true;
+      end = start + std::strcspn(bytes + start, "/");
+      const char separator = std::exchange(bytes[end], '\0');
+      const int next = Enter(folder.Number(), bytes, start, end);
+      bytes[end] = separator;
+      if (next < 0) return Undo();
+      folder.Replace(next);
+    }
+  }
+
+ private:
+  static constexpr int kOpenFlags = O_PATH | O_DIRECTORY | O_CLOEXEC;
+
+  int Enter(int folder, const char* bytes, std::size_t start, std::size_t end) {
+    const int existing = ::openat(folder, bytes + start, kOpenFlags);
+    if (existing >= 0 || errno != ENOENT) return existing;
+    if (::mkdirat(folder, bytes + start, 0777) == 0) {
+      created_.push_back(end);
+    } else if (errno != EEXIST) {  // another process may have been quicker
+      return -1;
+    }
+    return ::openat(folder, bytes + start, kOpenFlags);
+  }
+
+  bool Undo() {
+    const int reason = errno;
+    for (; !created_.empty(); created_.pop_back()) {
+      path_.Resize(static_cast<unsigned int>(created_.back()));
+      ::rmdir(path_.CStr());
+    }
+    errno = reason;
+    return false;
+  }
+
+  AKString path_;
+  std::vector<std::size_t> created_;  // where the names of the new folders end
+};
+
+bool GetInfo(int folder, const char* path, int flags, unsigned long long* size, unsigned long long* created,
+             unsigned long long* modified) {
+  struct statx status = {};
+  if (::statx(folder, path, flags, STATX_BASIC_STATS | STATX_BTIME, &status) != 0) return false;
+  if (!S_ISREG(status.stx_mode)) return false;
+  const auto& creation = (status.stx_mask & STATX_BTIME) != 0 ? status.stx_btime : status.stx_mtime;
+  if (size != nullptr) *size = status.stx_size;
+  if (created != nullptr) *created = static_cast<unsigned long long>(creation.tv_sec);
+  if (modified != nullptr) *modified = static_cast<unsigned long long>(status.stx_mtime.tv_sec);
+  return true;
+}
+
 AKFilePath TemporaryPattern() {
   AKFilePath path = AKFileUtils::GetTemporaryDir();
   return path.Append(AKFilePath(kTemporaryNamePattern));
@@ -33,13 +99,12 @@ AKFilePath TemporaryPattern() {
 AKString AKFileUtils::GetAsSystemPath(const AKFilePath& path) {
   const AKString& text = path.Text();
   if (std::memchr(text.CStr(), 0, text.Length()) != nullptr) return {};
-  return AKStringCopyWithEncoding(text, kAKStringEncodingMacRoman, kAKStringEncodingUTF8);
+  return akpath::ToSystem({text.CStr(), text.Length()});
 }
 
 bool AKFileUtils::GetFromSystemPath(const char* systemPath, AKFilePath* path) {
-  const AKString given(systemPath);
-  path->SetText(AKStringCopyWithEncoding(given, kAKStringEncodingUTF8, kAKStringEncodingMacRoman));
-  return GetAsSystemPath(*path) == given;
+  path->SetText(systemPath == nullptr ? AKString() : akpath::FromSystem(systemPath));
+  return systemPath != nullptr;
 }
 
 bool AKFileUtils::Exists(const AKFilePath& path) {
@@ -63,23 +128,22 @@ bool AKFileUtils::IsExecutable(const AKFilePath& path) { return HasAccess(path, 
 
 bool AKFileUtils::GetFileInfo(const AKFilePath& path, unsigned long long* size, unsigned long long* created,
                               unsigned long long* modified) {
-  struct statx status = {};
-  if (::statx(AT_FDCWD, GetAsSystemPath(path).CStr(), 0, STATX_BASIC_STATS | STATX_BTIME, &status) != 0) return false;
-  if (!S_ISREG(status.stx_mode)) return false;
-  const auto& creation = (status.stx_mask & STATX_BTIME) != 0 ? status.stx_btime : status.stx_mtime;
-  if (size != nullptr) *size = status.stx_size;
-  if (created != nullptr) *created = static_cast<unsigned long long>(creation.tv_sec);
-  if (modified != nullptr) *modified = static_cast<unsigned long long>(status.stx_mtime.tv_sec);
-  return true;
+  return GetInfo(AT_FDCWD, GetAsSystemPath(path).CStr(), 0, size, created, modified);
+}
+
+bool AKFileUtils::GetFileInfo(int descriptor, unsigned long long* size, unsigned long long* created,
+                              unsigned long long* modified) {
+  return GetInfo(descriptor, "", AT_EMPTY_PATH, size, created, modified);
 }
 
 bool AKFileUtils::CreateFolder(const AKFilePath& path) {
-  if (IsFolder(path)) return true;
-  AKFilePath folder = path;
-  if (folder.FileName().IsEmpty()) folder = folder.Folder();  // "a/b/" means "a/b"
-  const AKFilePath parent = folder.Folder();
-  if (!parent.IsEmpty() && parent != folder && !CreateFolder(parent)) return false;
-  return ::mkdir(GetAsSystemPath(folder).CStr(), 0777) == 0 || (errno == EEXIST && IsFolder(folder));
+  const AKString systemPath = GetAsSystemPath(path);
+  if (systemPath.Length() >= PATH_MAX) {  // no other call could reach it
+    errno = ENAMETOOLONG;
+    return false;
+  }
+  if (systemPath.IsEmpty()) errno = ENOENT;
+  return !systemPath.IsEmpty() && (IsFolder(path) || FolderChain(systemPath).Create());
 }
 
 bool AKFileUtils::RemoveFile(const AKFilePath& path) { return ::unlink(GetAsSystemPath(path).CStr()) == 0; }

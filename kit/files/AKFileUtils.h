@@ -1,17 +1,18 @@
 // AKFileUtils: what the kit asks of the file system about files and folders.
 //
-// Paths are in the in-memory character set and reach the system as UTF-8. The functions return false, -1 or an empty
-// path on failure, with the reason in errno, and log nothing: the caller knows what the failure means.
+// Names that the in-memory character set holds reach the system as UTF-8, all others byte for byte (AKFilePath.h). The
+// functions return false, -1 or an empty path on failure, with the reason in errno, and log nothing: the caller knows
+// what the failure means.
 #pragma once
 
 #include "kit/files/AKFilePath.h"
 
 class AKFileUtils {
  public:
-  /// The path as UTF-8 bytes; empty, which no system call accepts, when the path holds a NUL.
+  /// The path as the system's bytes; empty, which no system call accepts, when the path holds a NUL.
   static AKString GetAsSystemPath(const AKFilePath& path);
-  /// False when a character of the UTF-8 text has no place in the in-memory character set, or the bytes are no UTF-8;
-  /// `path` is then what comes closest, or empty.
+  /// The path of any name that the system has: GetAsSystemPath gives the same bytes again. False for null, with an
+  /// empty path.
   static bool GetFromSystemPath(const char* systemPath, AKFilePath* path);
 
   /// Any kind of entry; links are followed.
@@ -27,7 +28,12 @@ class AKFileUtils {
   static bool GetFileInfo(const AKFilePath& path, unsigned long long* size, unsigned long long* created,
                           unsigned long long* modified);
 
-  /// Creates the folder and those above it that are missing; a folder that exists is a success.
+  /// The same of an open file.
+  static bool GetFileInfo(int descriptor, unsigned long long* size, unsigned long long* created,
+                          unsigned long long* modified);
+
+  /// Creates the folder and those above it that are missing; a folder that exists is a success. A failure removes
+  /// what was created on the way. Takes a time that grows with the length of the path alone.
   static bool CreateFolder(const AKFilePath& path);
   /// Deletes a file or a link.
   static bool RemoveFile(const AKFilePath& path);

@@ -3,6 +3,7 @@
 #include <fcntl.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cerrno>
 #include <limits>
 
@@ -24,7 +25,10 @@ unsigned int CacheModeOf(unsigned int mode) {
 
 int OpenRetrying(const char* path, int flags) {
   for (;;) {
-    const int descriptor = ::open(path, flags | O_CLOEXEC, 0644);
+    // Without O_NONBLOCK opening a pipe to read would wait for a writer. Reads wait as they always do.
+    const bool reads = (flags & O_ACCMODE) == O_RDONLY;
+    const int descriptor = ::open(path, flags | O_CLOEXEC | (reads ? O_NONBLOCK : 0), 0644);
+    if (descriptor >= 0 && reads) ::fcntl(descriptor, F_SETFL, 0);
     if (descriptor >= 0 || errno != EINTR) return descriptor;
     errno = 0;
   }
@@ -157,8 +161,7 @@ int AKFile::ReadUnbuffered(void* buffer, unsigned long long count) const {
   if (count == 0) return 0;
   if (const int status = CheckIsOpenedForRead(); status != 0) return status;
   if (IsMemoryStream()) return RefuseMemoryRead(count);
-  errno = 0;
-  switch (buffer_.Read(buffer, count)) {
+  switch (ReadBuffered(buffer, count)) {
     case AKFileBuffer::Result::kDone:
       return 0;
     case AKFileBuffer::Result::kReadFailed:
@@ -166,6 +169,27 @@ int AKFile::ReadUnbuffered(void* buffer, unsigned long long count) const {
     default:
       return AKFileLogFailure(*this, kAKFileStatusWriteFailed);
   }
+}
+
+AKFileBuffer::Result AKFile::ReadBuffered(void* buffer, unsigned long long count) const {
+  errno = 0;
+  return buffer_.Read(buffer, count);
+}
+
+int AKFile::ReadUpTo(void* buffer, unsigned long long count, unsigned long long* got) const {
+  *got = 0;
+  if (const int status = CheckIsOpenedForRead(); status != 0) return status;
+  if (IsMemoryStream()) {
+    *got = std::min<unsigned long long>(count, memorySize_ - memoryPosition_);
+    return Read(buffer, *got);
+  }
+  if (count == 0) return 0;
+  const std::uint64_t before = buffer_.Position();
+  const AKFileBuffer::Result result = ReadBuffered(buffer, count);
+  *got = buffer_.Position() - before;
+  const bool ended = result == AKFileBuffer::Result::kReadFailed && errno == 0;
+  if (ended || result == AKFileBuffer::Result::kDone) return 0;
+  return AKFileLogFailure(*this, kAKFileStatusReadFailed);
 }
 
 int AKFile::WriteUnbuffered(const void* data, unsigned long long count) {
@@ -179,7 +203,7 @@ int AKFile::WriteUnbuffered(const void* data, unsigned long long count) {
 
 int AKFile::Flush() const {
   errno = 0;
-  return buffer_.Flush() ? 0 : AKFileLogFailure(*this, kAKFileStatusWriteFailed);
+  return buffer_.Drop() ? 0 : AKFileLogFailure(*this, kAKFileStatusWriteFailed);
 }
 
 int AKFile::Sync() {
@@ -273,10 +297,10 @@ int AKFile::SetFileSize(unsigned long long size) {
   if (const int status = CheckIsOpenedForWrite(); status != 0) return status;
   if (IsMemoryStream()) return SetMemorySize(size);
   errno = 0;
-  if (!buffer_.Drop()) return AKFileLogFailure(*this, kAKFileStatusWriteFailed);
   if (size > kMaxOffset) {
     errno = EINVAL;
   } else if (::ftruncate(descriptor_, static_cast<off_t>(size)) == 0) {
+    buffer_.Cut(size);
     return 0;
   }
   return AKFileLogFailure(*this, kAKFileStatusSetSizeFailed);
@@ -289,10 +313,20 @@ int AKFile::GetFileInfo(unsigned long long* size, unsigned long long* created, u
     if (modified != nullptr) *modified = 0;
     return 0;
   }
-  // The file system is asked, so it has to know of everything that was written.
-  if (const int status = Flush(); status != 0) return status;
-  if (AKFileUtils::GetFileInfo(path_, size, created, modified)) return 0;
-  return AKFileLogFailure(*this, kAKFileStatusGetSizeFailed);
+  errno = 0;
+  if (!IsDiskOpen()) {
+    if (AKFileUtils::GetFileInfo(path_, size, created, modified)) return 0;
+    return AKFileLogFailure(*this, kAKFileStatusGetSizeFailed);
+  }
+  // The file system is asked, so it should know of everything that was written. What it refuses is not lost by that.
+  buffer_.Flush();
+  unsigned long long onDisk = 0;
+  errno = 0;
+  if (!AKFileUtils::GetFileInfo(descriptor_, &onDisk, created, modified)) {
+    return AKFileLogFailure(*this, kAKFileStatusGetSizeFailed);
+  }
+  if (size != nullptr) *size = std::max<unsigned long long>(onDisk, buffer_.UnwrittenEnd());
+  return 0;
 }
 
 AKFileMmap* AKFile::MemMap() const {

@@ -7,15 +7,20 @@
 //
 // Errors: 0, or a negative status of kit/streams/AKFileErrors.h that has been logged. Disk files are buffered: a write
 // that the system refuses is reported by the operation that meets the refusal, at the latest by Close, so a caller that
-// wrote checks what Close returns. Seeking, sizes and memory maps see all that was written.
+// wrote checks what Close returns. Seeking, sizes and memory maps see all that was written. What the system refused
+// stays in the buffer and is tried again; until that succeeds everything can still be read, sizes can be asked and set,
+// and SetFileSize drops what lies beyond the new end.
+//
+// A disk file is read through a window of up to 64 KiB: what it holds is served without asking the system, so that a
+// change by another process or another AKFile, a cut among them, may not show. Flush forgets the window.
 #pragma once
 
 #include <cstdint>
 #include <cstring>
 #include <memory>
-#include <vector>
 
 #include "kit/containers/AKMemoryBlock.h"
+#include "kit/containers/AKStreamMemory.h"
 #include "kit/files/AKFilePath.h"
 #include "kit/streams/AKFileBuffer.h"
 #include "kit/text/AKString.h"
@@ -93,17 +98,20 @@ class AKFile {
     memoryPosition_ += static_cast<unsigned int>(count);
     return 0;
   }
+  /// The data may be the stream's own.
   int Write(const void* data, unsigned long long count) {
     if (count == 0 || buffer_.TryWrite(data, count)) return 0;
     if (count > memory_.size() - memoryPosition_ || !memoryOpened_ || (flags_ & kFlagWrite) == 0) {
       return WriteUnbuffered(data, count);
     }
-    std::memcpy(memory_.data() + memoryPosition_, data, count);
+    std::memmove(memory_.data() + memoryPosition_, data, count);  // the data may be the stream's own
     memoryPosition_ += static_cast<unsigned int>(count);
     if (memoryPosition_ > memorySize_) memorySize_ = memoryPosition_;
     return 0;
   }
-  /// Hands buffered bytes to the system.
+  /// Up to `count` bytes, fewer only at the end: `got` receives how many.
+  int ReadUpTo(void* buffer, unsigned long long count, unsigned long long* got) const;
+  /// Hands buffered bytes to the system and forgets what was read ahead: the next read sees the file as it then is.
   int Flush() const;
   /// Flushes and waits until the disk has everything. Nothing to do for a memory stream.
   int Sync();
@@ -143,6 +151,7 @@ class AKFile {
 
  private:
   friend class AKFileMmap;
+  friend class AKFileReplacer;
   friend struct AKLayout;
 
   bool IsDiskOpen() const { return descriptor_ >= 0; }
@@ -155,6 +164,7 @@ class AKFile {
   void CloseMemory();
   int ReadUnbuffered(void* buffer, unsigned long long count) const;
   int WriteUnbuffered(const void* data, unsigned long long count);
+  AKFileBuffer::Result ReadBuffered(void* buffer, unsigned long long count) const;
   int RefuseMemoryRead(unsigned long long count) const;
   int WriteMemory(const void* data, unsigned long long count);
   bool SeekMemory(long long offset, AKFileWhence whence) const;
@@ -170,7 +180,7 @@ class AKFile {
   bool memoryOpened_ = false;
   mutable unsigned int memoryPosition_ = 0;
   unsigned int memorySize_ = 0;
-  std::vector<unsigned char> memory_;  // with the room beyond the stream, which ends at memorySize_
+  AKStreamMemory memory_;  // with the room beyond the stream, which ends at memorySize_
   mutable std::unique_ptr<AKFileMmap> map_;
   mutable AKFileBuffer buffer_;
 };

@@ -76,6 +76,13 @@ bool AKFileBuffer::Drop() {
   return true;
 }
 
+void AKFileBuffer::Cut(std::uint64_t size) {
+  if (size >= start_ + filled_) return;
+  filled_ = size > start_ ? static_cast<std::uint32_t>(size - start_) : 0;
+  dirtyEnd_ = std::min(dirtyEnd_, filled_);
+  if (dirtyBegin_ >= dirtyEnd_) dirtyBegin_ = dirtyEnd_ = 0;
+}
+
 void AKFileBuffer::SetWriteThrough(bool on) {
   writeThrough_ = on;
   if (on) writeCapacity_ = 0;
@@ -84,8 +91,7 @@ void AKFileBuffer::SetWriteThrough(bool on) {
 bool AKFileBuffer::GetSize(std::uint64_t* size) const {
   const off_t onDisk = ::lseek(descriptor_, 0, SEEK_END);
   if (onDisk < 0) return false;
-  *size = static_cast<std::uint64_t>(onDisk);
-  if (IsDirty()) *size = std::max(*size, start_ + dirtyEnd_);
+  *size = std::max(static_cast<std::uint64_t>(onDisk), UnwrittenEnd());
   return true;
 }
 
@@ -102,13 +108,34 @@ void AKFileBuffer::StartWindow() {
 AKFileBuffer::Result AKFileBuffer::Read(void* target, std::uint64_t count) {
   if (TryRead(target, count)) return Result::kDone;
   if (!canSeek_) return ReadDirect(static_cast<unsigned char*>(target), count);
-  if (!Flush()) return Result::kWriteFailed;
   auto* bytes = static_cast<unsigned char*>(target);
+  if (!Flush()) return ReadAround(bytes, count);
   const std::uint64_t buffered = std::min(count, Available());
   if (buffered > 0) std::memcpy(bytes, bytes_.get() + (position_ - start_), buffered);
   position_ += buffered;
   if (count - buffered >= kWindowSize) return ReadDirect(bytes + buffered, count - buffered);
   return ReadThroughWindow(bytes + buffered, count - buffered);
+}
+
+// The window stays, since the system refuses what is dirty in it. The file reads as if it had been written.
+AKFileBuffer::Result AKFileBuffer::ReadAround(unsigned char* target, std::uint64_t count) {
+  errno = 0;
+  for (std::uint64_t done = 0; done < count;) {
+    std::uint64_t piece = std::min(count - done, Available());
+    if (piece > 0) {
+      std::memcpy(target + done, bytes_.get() + (position_ - start_), piece);
+    } else {
+      const bool isBefore = position_ < start_;
+      const std::uint64_t room = isBefore ? std::min(count - done, start_ - position_) : count - done;
+      const ssize_t got = ReadSome(descriptor_, true, target + done, room, position_);
+      if (got < 0 || (got == 0 && !isBefore)) return Result::kReadFailed;
+      piece = got == 0 ? room : static_cast<std::uint64_t>(got);
+      if (got == 0) std::memset(target + done, 0, piece);  // the file ends before the window
+    }
+    done += piece;
+    position_ += piece;
+  }
+  return Result::kDone;
 }
 
 AKFileBuffer::Result AKFileBuffer::ReadDirect(unsigned char* target, std::uint64_t count) {

@@ -3,7 +3,8 @@
 // The buffer keeps one window of the file and a position of its own; the descriptor's position is not used. Bytes that
 // were written and not yet passed to the system form one dirty range of the window. A window is dropped only after its
 // dirty range has been written, and what could not be written stays dirty, so that the next attempt is made with it:
-// nothing is lost silently. A descriptor that cannot seek (a pipe, a terminal) is not buffered at all.
+// nothing is lost silently, and reads go around it meanwhile. A descriptor that cannot seek (a pipe, a terminal) is not
+// buffered at all.
 //
 // The descriptor is borrowed. Failures leave the reason in errno, 0 at the end of the file. Positions are in bytes.
 #pragma once
@@ -54,6 +55,8 @@ class AKFileBuffer {
   bool Flush();
   /// Flushes and forgets the window, whose bytes may no longer be those of the file.
   bool Drop();
+  /// Forgets what lies at or beyond `size`, where the file now ends.
+  void Cut(std::uint64_t size);
   /// With `on`, every write reaches the system before it returns: somebody looks at the file by another way.
   void SetWriteThrough(bool on);
 
@@ -65,10 +68,13 @@ class AKFileBuffer {
     const std::uint64_t at = position_ - start_;
     return at > filled_ ? 0 : filled_ - at;
   }
+  /// Where the file ends at least once everything is flushed: behind the dirty range, 0 when there is none.
+  std::uint64_t UnwrittenEnd() const { return IsDirty() ? start_ + dirtyEnd_ : 0; }
   /// The size that the file has once everything is flushed; false on failure.
   bool GetSize(std::uint64_t* size) const;
 
  private:
+  Result ReadAround(unsigned char* target, std::uint64_t count);
   Result ReadDirect(unsigned char* target, std::uint64_t count);
   Result ReadThroughWindow(unsigned char* target, std::uint64_t count);
   Result WriteDirect(const unsigned char* source, std::uint64_t count);

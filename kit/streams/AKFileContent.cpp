@@ -1,5 +1,6 @@
 #include "kit/streams/AKFileContent.h"
 
+#include <algorithm>
 #include <cerrno>
 
 #include "kit/files/AKFileUtils.h"
@@ -10,16 +11,26 @@
 namespace {
 
 constexpr unsigned long long kMaxTextSize = AKSharedBytes::kMaxLength;
+constexpr unsigned long long kFirstPiece = 4096;
 
 int LoadBytes(const AKFile& file, AKString* text) {
   unsigned long long size = 0;
   if (const int status = file.GetFileInfo(&size, nullptr, nullptr); status != 0) return status;
   if (const int status = file.SetPos(0); status != 0) return status;
-  errno = 0;
-  if (size > kMaxTextSize) return AKFileLogFailure(file, kAKFileStatusTooBig);
-  if (size == 0) return 0;
-  text->Resize(static_cast<unsigned int>(size));
-  return file.Read(text->MutableData(), size);
+  // The size is a hint: files that the system makes up as they are read tell 0, or more than there is.
+  for (unsigned long long length = 0;;) {
+    errno = 0;
+    const unsigned long long room = length == 0 ? std::max(size + 1, kFirstPiece) : 2 * length;
+    if (length == kMaxTextSize || size > kMaxTextSize) return AKFileLogFailure(file, kAKFileStatusTooBig);
+    text->Resize(static_cast<unsigned int>(std::min(room, kMaxTextSize)));
+    unsigned long long got = 0;
+    const int status = file.ReadUpTo(text->MutableData() + length, text->Length() - length, &got);
+    length += got;
+    if (status != 0 || length < text->Length()) {
+      text->Resize(static_cast<unsigned int>(length));
+      return status;
+    }
+  }
 }
 
 }  // namespace

@@ -1,5 +1,7 @@
 #include "kit/streams/AKFileErrors.h"
 
+#include <cerrno>
+
 #include "kit/log/AKLog.h"
 #include "kit/streams/AKFile.h"
 
@@ -31,6 +33,11 @@ int AKFileLogFailure(const AKFile& file, int status) {
   const char* const message = kMessages[status - kFirstStatus];
   if (file.IsMemoryStream()) return AKLogError(status, message, AKFileNameInMessages(file));
   return AKLogErrorWithErrno(status, message, AKFileNameInMessages(file));
+}
+
+int AKFileLogMissingBytes(const AKFile& file) {
+  errno = 0;
+  return AKFileLogFailure(file, kAKFileStatusReadFailed);
 }
 
 int AKFileLogPathFailure(const AKString& path, int status) {

@@ -23,7 +23,10 @@ inline constexpr int kAKFileStatusResourceMissing = -895;
 /// Logs the message of `status` (-881 to -893) for the file and returns `status`. A disk file's line carries errno.
 int AKFileLogFailure(const AKFile& file, int status);
 
-/// The same for a path that no AKFile stands for, with errno.
+/// A read failure (-890) that the file's content tells, not a call to the system: without errno.
+int AKFileLogMissingBytes(const AKFile& file);
+
+/// The same as AKFileLogFailure for a path that no AKFile stands for, with errno.
 int AKFileLogPathFailure(const AKString& path, int status);
 
 /// The file's path, or "Memory Stream".

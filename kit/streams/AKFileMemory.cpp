@@ -2,6 +2,7 @@
 #include <algorithm>
 #include <cerrno>
 #include <cstring>
+#include <functional>
 
 #include "kit/streams/AKFile.h"
 #include "kit/streams/AKFileErrors.h"
@@ -16,8 +17,8 @@ constexpr unsigned int kFirstCapacity = 2048;
 
 AKFile::AKFile(const void* data, unsigned int size) : flags_(kEndianLittle | kModeMemory) {
   if (data == nullptr || size == 0) return;
-  const auto* bytes = static_cast<const unsigned char*>(data);
-  memory_.assign(bytes, bytes + size);
+  memory_.Grow(size);
+  std::memcpy(memory_.data(), data, size);
   memorySize_ = size;
 }
 
@@ -38,7 +39,7 @@ void AKFile::CloseMemory() {
   memoryOpened_ = false;
   memoryPosition_ = 0;
   memorySize_ = 0;
-  std::vector<unsigned char>().swap(memory_);
+  memory_.Free();
   flags_ &= ~(kFlagRead | kFlagWrite);
 }
 
@@ -51,14 +52,16 @@ int AKFile::RefuseMemoryRead(unsigned long long count) const {
 int AKFile::WriteMemory(const void* data, unsigned long long count) {
   if (count > kMaxMemorySize - memoryPosition_) return AKFileLogFailure(*this, kAKFileStatusTooBig);
   const unsigned long long end = memoryPosition_ + count;
+  const auto* bytes = static_cast<const unsigned char*>(data);
+  const std::less<const unsigned char*> before;  // the plain operator is undefined for pointers into different blocks
+  const bool own = !before(bytes, memory_.data()) && before(bytes, memory_.data() + memory_.size());
+  const std::ptrdiff_t offset = own ? bytes - memory_.data() : 0;
   ReserveMemory(std::min(2 * end, kMaxMemorySize));
-  return Write(data, count);
+  if (own) bytes = memory_.data() + offset;
+  return Write(bytes, count);
 }
 
-// The room beyond the stream's end is kept in the vector's size, so that a write needs no call to grow it.
-void AKFile::ReserveMemory(unsigned long long capacity) {
-  if (capacity > memory_.size()) memory_.resize(static_cast<std::size_t>(capacity));
-}
+void AKFile::ReserveMemory(unsigned long long capacity) { memory_.Grow(static_cast<std::size_t>(capacity)); }
 
 bool AKFile::SeekMemory(long long offset, AKFileWhence whence) const {
   const auto size = static_cast<long long>(memorySize_);

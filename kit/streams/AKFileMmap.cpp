@@ -19,6 +19,7 @@ const void* AKFileMmap::Map(unsigned long long offset, unsigned long long size) 
   if (FindItemByAddress(address, &index)) {
     items_[index].size = size;
   } else {
+    indexes_[address] = items_.Count();
     items_.Append({address, size});
   }
   return address;
@@ -38,7 +39,11 @@ void AKFileMmap::Unmap(const void* address) {
   unsigned int index = 0;
   if (!FindItemByAddress(address, &index)) return;
   Release(items_[index]);
-  for (unsigned int i = index + 1; i < items_.Count(); ++i) items_[i - 1] = items_[i];
+  indexes_.erase(address);
+  for (unsigned int i = index + 1; i < items_.Count(); ++i) {
+    items_[i - 1] = items_[i];
+    indexes_[items_[i].address] = i - 1;
+  }
   items_.RemoveLast();
   if (items_.IsEmpty()) file_->buffer_.SetWriteThrough(false);
 }
@@ -48,19 +53,15 @@ void AKFileMmap::UnmapAll() {
     Release(items_[items_.Count() - 1]);
     items_.RemoveLast();
   }
+  indexes_.clear();
   lastError_ = 0;
   file_->buffer_.SetWriteThrough(false);
 }
 
 bool AKFileMmap::FindItemByAddress(const void* address, unsigned int* index) const {
-  *index = kAKNotFound;
-  if (address == nullptr) return false;
-  for (unsigned int i = 0; i < items_.Count(); ++i) {
-    if (items_[i].address != address) continue;
-    *index = i;
-    return true;
-  }
-  return false;
+  const auto found = indexes_.find(address);
+  *index = found == indexes_.end() ? kAKNotFound : found->second;
+  return found != indexes_.end();
 }
 
 unsigned int AKFileMmap::GetSysPageSize() {

@@ -6,6 +6,8 @@
 // thread at a time.
 #pragma once
 
+#include <unordered_map>
+
 #include "kit/containers/ATArray.h"
 
 class AKFile;
@@ -46,5 +48,6 @@ class AKFileMmap {
 
   const AKFile* file_;
   ATArray<AKMmapItem> items_;
+  std::unordered_map<const void*, unsigned int> indexes_;  // of the items, by their addresses
   int lastError_ = 0;
 };

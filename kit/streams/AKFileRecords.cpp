@@ -21,7 +21,7 @@ AKFilePath WithReplacedBytes(const AKFilePath& path, char from, char to) {
 int ReadUnits(const AKFile& file, AKUniChars* units, unsigned int endian) {
   std::uint32_t count = 0;
   if (const int status = AKFileReadUInt32(file, &count, endian); status != 0) return status;
-  if (!file.HasBytes(2ULL * count)) return AKFileLogFailure(file, kAKFileStatusReadFailed);
+  if (!file.HasBytes(2ULL * count)) return AKFileLogMissingBytes(file);
   units->Resize(count);
   return ATNumbersLow<unsigned short, 0>::ReadFromFile(file, units->Data(), count, 0, endian);
 }

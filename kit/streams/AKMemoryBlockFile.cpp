@@ -19,7 +19,7 @@ constexpr std::uint32_t kSignature = 0x62696E61;  // "bina"
 int ReadBytes(const AKFile& file, const AKFileChunk& chunk, AKMemoryBlock* block) {
   std::uint32_t count = 0;
   if (const int status = AKFileReadUInt32(file, &count); status != 0) return status;
-  if (4ULL + count > chunk.size || !file.HasBytes(count)) return AKFileLogFailure(file, kAKFileStatusReadFailed);
+  if (4ULL + count > chunk.size || !file.HasBytes(count)) return AKFileLogMissingBytes(file);
   block->Allocate(count, false);
   return file.Read(block->MutableData(), count);
 }

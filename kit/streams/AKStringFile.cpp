@@ -3,6 +3,8 @@
 //   offset  size  field
 //        0     4  L: byte count, a multiple of 4, in the file's default order
 //        4     L  UTF-8 text, padded with NULs; none when the length is a multiple of 4 by itself
+#include <cerrno>
+
 #include "kit/streams/AKFile.h"
 #include "kit/streams/AKFileErrors.h"
 #include "kit/streams/AKFileNumbers.h"
@@ -16,14 +18,19 @@ int ReadText(const AKFile& file, AKString* text) {
   std::uint32_t count = 0;
   if (const int status = AKFileReadUInt32(file, &count); status != 0) return status;
   if (count == 0) return 0;
-  if (!file.HasBytes(count)) return AKFileLogFailure(file, kAKFileStatusReadFailed);
+  if (!file.HasBytes(count)) return AKFileLogMissingBytes(file);
   text->Resize(count);
   return file.Read(text->MutableData(), count);
 }
 
+int RefuseLength(const AKFile& file) {
+  errno = 0;
+  return AKFileLogFailure(file, kAKFileStatusTooBig);
+}
+
 int WriteText(AKFile& file, const AKString& text) {
   const std::uint32_t padding = -text.Length() & 3;
-  if (text.Length() > 0xFFFFFFFF - padding) return AKFileLogFailure(file, kAKFileStatusTooBig);
+  if (text.Length() > 0xFFFFFFFF - padding) return RefuseLength(file);
   if (const int status = AKFileWriteUInt32(file, text.Length() + padding); status != 0) return status;
   if (const int status = file.Write(text.CStr(), text.Length()); status != 0) return status;
   return AKFileWriteZeros(file, padding);
@@ -34,7 +41,8 @@ int WriteText(AKFile& file, const AKString& text) {
 int AKString::WriteToFile(AKFile& file) const {
   // Pure ASCII is its own UTF-8: most texts are, and they go without even sharing the buffer.
   if (akcharset::AsciiPrefix(CStr(), Length()) == Length()) return WriteText(file, *this);
-  return WriteText(file, AKStringCopyWithEncoding(*this, kAKStringEncodingMacRoman, kAKStringEncodingUTF8));
+  const AKString utf8 = AKStringCopyWithEncoding(*this, kAKStringEncodingMacRoman, kAKStringEncodingUTF8);
+  return utf8.IsEmpty() ? RefuseLength(file) : WriteText(file, utf8);  // only what is too long converts to nothing
 }
 
 int AKString::ReadFromFile(const AKFile& file) {

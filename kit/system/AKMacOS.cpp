@@ -1,5 +1,6 @@
 #include "kit/system/AKMacOS.h"
 
+#include "kit/files/AKFileUtils.h"
 #include "kit/text/AKCharacterSets_p.h"
 
 AKStringEncoding AKMacOS::AKStringEncodingConvert(CFStringEncoding encoding) {
@@ -48,14 +49,16 @@ CFStringRef AKMacOS::CFStringConvert(const AKString& text, CFStringEncoding enco
 AKFilePath AKMacOS::AKFilePathConvert(CFURLRef url, bool asFolder) {
   if (url == nullptr) return {};
   CFStringRef native = CFURLCopyFileSystemPath(url, kCFURLPOSIXPathStyle);
-  AKString text = AKStringConvert(native, kCFStringEncodingMacRoman);
+  AKString text = AKStringConvert(native, kCFStringEncodingUTF8);
   CFRelease(native);
   if (asFolder && text[text.Length() - 1] != '/') text += '/';
-  return AKFilePath(text);
+  AKFilePath path;
+  AKFileUtils::GetFromSystemPath(text.CStr(), &path);
+  return path;
 }
 
 CFURLRef AKMacOS::CFURLConvert(const AKFilePath& path, bool isFolder) {
-  CFStringRef native = CFStringConvert(path.Text(), kCFStringEncodingMacRoman);
+  CFStringRef native = CFStringConvert(AKFileUtils::GetAsSystemPath(path), kCFStringEncodingUTF8);
   if (native == nullptr) return nullptr;
   CFURLRef url = CFURLCreateWithFileSystemPath(kCFAllocatorDefault, native, kCFURLPOSIXPathStyle, isFolder);
   CFRelease(native);

@@ -22,11 +22,10 @@ AKString AKStringConvert(CFStringRef text, CFStringEncoding encoding);
 /// Native text from bytes in a character set. Null for an empty string, an unknown set and bytes not valid in it.
 CFStringRef CFStringConvert(const AKString& text, CFStringEncoding encoding);
 
-/// The path of a location; with `asFolder` it ends with "/". Empty for null. A character that the in-memory character
-/// set lacks becomes "?", as in AKStringConvert.
+/// The path of a location; with `asFolder` it ends with "/". Empty for null.
 AKFilePath AKFilePathConvert(CFURLRef url, bool asFolder);
-/// The location of a path; a folder's with `isFolder` or when the path ends with "/". Null for an empty path and for
-/// one with a NUL in it.
+/// The location of a path; a folder's with `isFolder` or when the path ends with "/". Null for an empty path, for one
+/// with a NUL in it, and for one whose bytes in the system are no UTF-8.
 CFURLRef CFURLConvert(const AKFilePath& path, bool isFolder);
 
 }  // namespace AKMacOS

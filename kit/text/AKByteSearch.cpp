@@ -1,4 +1,7 @@
+#include <algorithm>
+#include <cctype>
 #include <cstring>
+#include <string>
 
 #include "kit/text/AKByteSearch_p.h"
 
@@ -10,14 +13,47 @@ bool RestMatches(const char* text, const char* sub, unsigned int subLength) {
   return text[last] == sub[last] && (last < 2 || std::memcmp(text + 1, sub + 1, last - 1) == 0);
 }
 
+// Jumping from one occurrence of the first byte to the next is the fastest way while they are rare. A text full of
+// false starts is handed to memmem, whose time never grows with the product of the two lengths.
+constexpr unsigned int kFalseStarts = 16;
+
+// A search in a copy that the text is turned into goes by pieces, so that it need not copy what follows a match.
+std::size_t PieceFor(unsigned int subLength) { return std::max<std::size_t>(4096, 4 * std::size_t{subLength}); }
+
+std::string UpperCased(const char* text, std::size_t length) {
+  std::string upper(text, length);
+  for (char& byte : upper) byte = static_cast<char>(std::toupper(static_cast<unsigned char>(byte)));
+  return upper;
+}
+
+std::string Reversed(const char* text, std::size_t length) {
+  std::string reversed(text, length);
+  std::reverse(reversed.begin(), reversed.end());
+  return reversed;
+}
+
+/// As FindLast, of the occurrences that begin in the first `room` bytes.
+const char* FindLastInPieces(const char* text, std::size_t room, const char* sub, unsigned int subLength) {
+  const std::string wanted = Reversed(sub, subLength);
+  while (room > 0) {
+    const std::size_t piece = std::min(room, PieceFor(subLength));
+    const std::size_t size = piece + subLength - 1;
+    const std::string reversed = Reversed(text + room - piece, size);
+    const void* const found = memmem(reversed.data(), size, wanted.data(), subLength);
+    if (found != nullptr) {
+      const auto at = static_cast<std::size_t>(static_cast<const char*>(found) - reversed.data());
+      return text + room - 1 - at;
+    }
+    room -= piece;
+  }
+  return nullptr;
+}
+
 }  // namespace
 
 const char* akbytes::Find(const char* text, unsigned int length, const char* sub, unsigned int subLength) {
   if (subLength > length) return nullptr;
   if (subLength == 0) return text;
-  // Jumping from one occurrence of the first byte to the next is the fastest way while they are rare. A text full of
-  // false starts is handed to memmem, whose time never grows with the product of the two lengths.
-  constexpr unsigned int kFalseStarts = 16;
   const char* const last = text + (length - subLength);
   const char* const end = text + length;
   for (unsigned int tries = 0; tries < kFalseStarts; ++tries) {
@@ -32,10 +68,25 @@ const char* akbytes::Find(const char* text, unsigned int length, const char* sub
 
 const char* akbytes::FindLast(const char* text, unsigned int latest, const char* sub, unsigned int subLength) {
   if (subLength == 0) return text + latest;
-  for (std::size_t room = std::size_t{latest} + 1; room > 0;) {
+  std::size_t room = std::size_t{latest} + 1;
+  for (unsigned int tries = 0; tries < kFalseStarts && room > 0; ++tries) {
     const auto* const found = static_cast<const char*>(memrchr(text, sub[0], room));
     if (found == nullptr || RestMatches(found, sub, subLength)) return found;
     room = static_cast<std::size_t>(found - text);
   }
-  return nullptr;
+  return FindLastInPieces(text, room, sub, subLength);
+}
+
+bool akbytes::ContainsAnyCase(const char* text, unsigned int length, const char* sub, unsigned int subLength) {
+  if (subLength > length || length == 0) return false;
+  if (subLength == 0) return true;
+  const std::string wanted = UpperCased(sub, subLength);
+  const std::size_t starts = std::size_t{length} - subLength + 1;
+  for (std::size_t start = 0; start < starts;) {
+    const std::size_t piece = std::min(starts - start, PieceFor(subLength));
+    const std::string upper = UpperCased(text + start, piece + subLength - 1);
+    if (Find(upper.data(), static_cast<unsigned int>(upper.size()), wanted.data(), subLength) != nullptr) return true;
+    start += piece;
+  }
+  return false;
 }

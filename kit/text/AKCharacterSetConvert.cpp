@@ -148,8 +148,6 @@ bool Utf8ToEightBit(const char* text, unsigned int length, const EightBitSet& to
   return true;
 }
 
-bool IsTooLong(std::uint64_t length) { return length > AKSharedBytes::kMaxLength; }
-
 std::uint64_t CountNonAscii(const char* text, unsigned int length) {
   std::uint64_t count = 0;
   for (unsigned int i = 0; i < length; ++i) count += static_cast<unsigned char>(text[i]) >> 7;
@@ -165,10 +163,32 @@ char* PutUtf8(const EightBitSet& from, char byte, char* out) {
   return out + (entry >> 24);
 }
 
-bool EightBitToUtf8(const char* text, unsigned int length, const EightBitSet& from, AKString* result) {
+std::uint64_t Utf8Length(const char* text, unsigned int length, const EightBitSet& from) {
+  std::uint64_t sum = 0;
+  for (unsigned int i = 0; i < length; ++i) sum += from.Utf8Of(static_cast<unsigned char>(text[i])).length;
+  return sum;
+}
+
+// With no byte to spare.
+bool LongEightBitToUtf8(const char* text, unsigned int length, const EightBitSet& from, unsigned int limit,
+                        AKString* result) {
+  const std::uint64_t needed = Utf8Length(text, length, from);
+  if (needed > limit) return false;
+  AKString converted;
+  converted.SetCapacity(static_cast<unsigned int>(needed));
+  for (unsigned int i = 0; i < length; ++i) {
+    const EightBitSet::Utf8& utf8 = from.Utf8Of(static_cast<unsigned char>(text[i]));
+    converted.Append(utf8.bytes, utf8.length);
+  }
+  converted.Swap(result);
+  return true;
+}
+
+bool EightBitToUtf8(const char* text, unsigned int length, const EightBitSet& from, unsigned int limit,
+                    AKString* result) {
   constexpr unsigned int kSpare = sizeof(EightBitSet::Utf8);
   const std::uint64_t most = length + 2 * CountNonAscii(text, length) + kSpare;
-  if (IsTooLong(most)) return false;
+  if (most > limit) return LongEightBitToUtf8(text, length, from, limit, result);
   AKString converted;
   converted.Resize(static_cast<unsigned int>(most));
   char* const start = converted.MutableData();
@@ -277,11 +297,12 @@ unsigned int AsciiPrefix(const char* text, unsigned int length) {
   return i;
 }
 
-bool ConvertBytes(const char* text, unsigned int length, AKStringEncoding from, AKStringEncoding to, AKString* result) {
+bool ConvertBytes(const char* text, unsigned int length, AKStringEncoding from, AKStringEncoding to, AKString* result,
+                  unsigned int limit) {
   const EightBitSet* const source = EightBitSet::For(from);
   const EightBitSet* const target = EightBitSet::For(to);
   if (source == nullptr) return Utf8ToEightBit(text, length, *target, result);
-  if (target == nullptr) return EightBitToUtf8(text, length, *source, result);
+  if (target == nullptr) return EightBitToUtf8(text, length, *source, limit, result);
   EightBitToEightBit(text, length, *source, *target, result);
   return true;
 }

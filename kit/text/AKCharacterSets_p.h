@@ -50,8 +50,10 @@ class EightBitSet {
 /// The number of leading bytes below 128.
 unsigned int AsciiPrefix(const char* text, unsigned int length);
 
-/// Converts between two different known sets. Returns false, and leaves `result` alone, for text that is not valid.
-bool ConvertBytes(const char* text, unsigned int length, AKStringEncoding from, AKStringEncoding to, AKString* result);
+/// Converts between two different known sets. Returns false, and leaves `result` alone, for text that is not valid and
+/// for a result of more than `limit` bytes, which must not be above the longest text.
+bool ConvertBytes(const char* text, unsigned int length, AKStringEncoding from, AKStringEncoding to, AKString* result,
+                  unsigned int limit = AKSharedBytes::kMaxLength);
 
 /// The UTF-16 of bytes in a known set. Returns false, and leaves `result` alone, for text that is not valid.
 bool ToUtf16(const char* text, unsigned int length, AKStringEncoding from, AKUniChars* result);

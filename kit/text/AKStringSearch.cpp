@@ -27,10 +27,7 @@ void Store(unsigned int* output, unsigned int value) {
 bool AKString::Contains(const AKString& sub, bool caseSensitive) const {
   if (this == &sub) return true;
   if (caseSensitive) return !IsEmpty() && akbytes::Find(CStr(), Length(), sub.CStr(), sub.Length()) != nullptr;
-  const auto upper = [](char byte) { return std::toupper(static_cast<unsigned char>(byte)); };
-  const char* const found =
-      std::search(begin(), end(), sub.begin(), sub.end(), [&](char a, char b) { return upper(a) == upper(b); });
-  return found != end();
+  return akbytes::ContainsAnyCase(CStr(), Length(), sub.CStr(), sub.Length());
 }
 
 bool AKString::StartsWith(const AKString& prefix, AKString* rest) const {

@@ -24,7 +24,7 @@ char* LocalizeSeparator(char* begin, char* end) {
 
 }  // namespace
 
-char* WriteFixed(char* buffer, double value, int decimals, unsigned int width) {
+char* WriteFixed(char* buffer, double value, int decimals, unsigned int width, char pad) {
   constexpr int kDefaultDecimals = 6;
   constexpr int kMostDecimals = 9;
   char text[kNumberSize];
@@ -32,13 +32,13 @@ char* WriteFixed(char* buffer, double value, int decimals, unsigned int width) {
   char* end = std::to_chars(text, text + sizeof(text) - 16, value, std::chars_format::fixed, precision).ptr;
   end = LocalizeSeparator(text, end);
   const auto length = static_cast<unsigned int>(end - text);
-  const unsigned int zeros = decimals < 0 || !std::isfinite(value) || length >= width ? 0 : width - length;
-  const unsigned int sign = zeros != 0 && text[0] == '-' ? 1 : 0;
+  const unsigned int padding = decimals < 0 || !std::isfinite(value) || length >= width ? 0 : width - length;
+  const unsigned int sign = padding != 0 && pad == '0' && text[0] == '-' ? 1 : 0;
   std::memcpy(buffer, text, sign);
-  std::memset(buffer + sign, '0', zeros);
-  std::memcpy(buffer + sign + zeros, text + sign, length - sign);
-  buffer[zeros + length] = '\0';
-  return buffer + zeros + length;
+  std::memset(buffer + sign, pad, padding);
+  std::memcpy(buffer + sign + padding, text + sign, length - sign);
+  buffer[padding + length] = '\0';
+  return buffer + padding + length;
 }
 
 }  // namespace aktext

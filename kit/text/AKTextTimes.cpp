@@ -41,7 +41,9 @@ char* strSetasTimeHMS(char* buffer, double seconds, int decimals, bool compact) 
   }
   // Two digits before the separator, and the separator itself when there are decimals.
   const unsigned int width = decimals <= 0 ? 2 : 3 + static_cast<unsigned int>(std::min(decimals, 9));
-  aktext::WriteFixed(out, static_cast<double>(whole % 60) + (magnitude - static_cast<double>(whole)), decimals, width);
+  const char pad = decimals < 7 ? '0' : ' ';  // as the formats of so many decimals have it
+  const double rest = static_cast<double>(whole % 60) + (magnitude - static_cast<double>(whole));
+  aktext::WriteFixed(out, rest, decimals, width, pad);
   return buffer;
 }
 

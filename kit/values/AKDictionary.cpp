@@ -1,12 +1,16 @@
 #include "kit/values/AKDictionary.h"
 
+#include <algorithm>
 #include <array>
 #include <string_view>
 #include <utility>
 
 #include "kit/streams/AKFile.h"
+#include "kit/streams/AKFileErrors.h"
 #include "kit/streams/AKFileReplacer.h"
 #include "kit/values/AKDictionaryStore_p.h"
+#include "kit/values/AKValueArray.h"
+#include "kit/values/AKValueRecord.h"
 
 const AKDictionary kAKNullDictionary;
 
@@ -39,6 +43,25 @@ bool TakeName(std::string_view* path, std::string_view* name) {
   if (dot == std::string_view::npos) return false;
   path->remove_prefix(dot + 1);
   return true;
+}
+
+// Whether arrays and dictionaries nest deeper in the value than `levels`.
+bool NestsDeeper(const AKValue& value, unsigned int levels) {
+  if (const AKValueArray* const array = value.GetasAKValueArray(); array != nullptr) {
+    return levels == 0 || std::any_of(array->begin(), array->end(),
+                                      [&](const AKValue& item) { return NestsDeeper(item, levels - 1); });
+  }
+  const AKDictionary* const dictionary = value.GetasAKDictionary();
+  if (dictionary == nullptr) return false;
+  bool deeper = levels == 0;
+  for (AKDictionary::Cursor cursor(*dictionary); !deeper && cursor.IsValid(); cursor.Next()) {
+    deeper = NestsDeeper(cursor.Value(), levels - 1);
+  }
+  return deeper;
+}
+
+std::size_t CountNames(std::string_view path) {
+  return 1 + static_cast<std::size_t>(std::count(path.begin(), path.end(), '.'));
 }
 
 }  // namespace
@@ -140,12 +163,35 @@ int AKDictionary::SetValue(const AKString& path, const AKValue& value) {
 }
 int AKDictionary::ReplaceValue(const AKString& path, const AKValue& value) { return Store(path, value, kMayReplace); }
 
+// Whether a store that otherwise succeeds would nest too deep. A path of many names may end early, at a value in its
+// way, so the dictionaries that it leads through are counted only where their number matters.
+bool AKDictionary::WouldNestTooDeep(std::string_view path, const AKValue& value, unsigned int mode) const {
+  std::size_t levels = CountNames(path);
+  const auto isTooDeep = [&] {
+    return levels > kAKRecordMaxNesting || NestsDeeper(value, kAKRecordMaxNesting - static_cast<unsigned int>(levels));
+  };
+  if (!isTooDeep()) return false;
+  const AKDictionary* dictionary = this;
+  bool exists = true;
+  for (levels = 1;; ++levels) {
+    std::string_view name;
+    const bool descends = TakeName(&path, &name);
+    const AKValue* const entry = dictionary->store_ == nullptr ? nullptr : dictionary->store_->Find(name);
+    exists = entry != nullptr;
+    dictionary = exists && descends ? entry->GetasAKDictionary() : nullptr;
+    if (!exists && descends) levels += CountNames(path);
+    if (dictionary == nullptr) break;
+  }
+  return (mode & (exists ? kMayReplace : kMayAdd)) != 0 && isTooDeep();
+}
+
 int AKDictionary::Store(const AKString& path, const AKValue& value, unsigned int mode) {
   // NOLINTNEXTLINE(performance-unnecessary-copy-initialization)
   const AKString pathCopy = path;  // path and value may be part of an entry that is replaced below
-  AKValue content = value;
   std::string_view rest = ViewOf(pathCopy);
   if (!IsValidPath(rest)) return kAKDictionaryStatusInvalidPath;
+  if (WouldNestTooDeep(rest, value, mode)) return kAKFileStatusTooBig;
+  AKValue content = value;
   AKDictionary* dictionary = this;
   for (;;) {
     std::string_view name;

@@ -6,6 +6,9 @@
 // Entries are addressed by key paths: one or more names joined by single dots ("Brush.Color"). A name consists of ASCII
 // letters, digits and underscores. A path of several names leads through entries that are dictionaries themselves.
 //
+// Dictionaries and arrays nest at most 512 deep, in memory as on file: what would lie deeper is not stored (-881). A
+// caller that nests values by hand, without the functions below, keeps the limit itself.
+//
 // Errors: 0 or a negative status; failures other than those of files are not logged.
 #pragma once
 
@@ -57,7 +60,8 @@ class AKDictionary {
 
   // Changing
 
-  /// Only a new entry: -872 when it exists. Missing dictionaries on the way are created.
+  /// Only a new entry: -872 when it exists. Missing dictionaries on the way are created. These three fail with -881,
+  /// and change nothing, where the entry or something in it would lie too deep.
   int AddValue(const AKString& path, const AKValue& value);
   /// A new entry or a replaced one. A value on the way that is no dictionary is replaced by `value` itself.
   int SetValue(const AKString& path, const AKValue& value);
@@ -117,6 +121,7 @@ class AKDictionary {
   AKValue* FindToStore(std::string_view name, const AKString& path, bool mayAdd, bool* added);
   const AKValue* Find(const AKString& path, int* status) const;
   int Store(const AKString& path, const AKValue& value, unsigned int mode);
+  bool WouldNestTooDeep(std::string_view path, const AKValue& value, unsigned int mode) const;
 
   AKDictionaryStore* store_ = nullptr;
 };

@@ -1,5 +1,9 @@
 #include "kit/values/AKValueRecord.h"
 
+#include <algorithm>
+#include <cerrno>
+#include <utility>
+
 #include "kit/streams/AKFileChunk.h"
 #include "kit/streams/AKFileErrors.h"
 #include "kit/streams/AKFileNumbers.h"
@@ -82,42 +86,52 @@ int AKRecordReader::Read(AKDictionary* dictionary) {
   return status;
 }
 
-// Reads what precedes the items of an array or dictionary.
-int AKRecordReader::BeginItems(unsigned int signature, unsigned int itemSize, unsigned int* count) {
+// Reads what precedes the items of an array or dictionary. `end` receives the end of the chunk, not beyond that of the
+// chunk around it.
+int AKRecordReader::BeginItems(unsigned int signature, unsigned int itemSize, unsigned int* count,
+                               unsigned long long* end) {
+  errno = 0;
   if (nesting_ == kAKRecordMaxNesting) return AKFileLogFailure(file_, kAKFileStatusTooBig);
   AKFileChunk chunk{.signature = signature};
   if (const int status = AKFileCheckChunkHeader(file_, &chunk); status != 0) return status;
   if (const int status = AKFileReadUInt32(file_, count); status != 0) return status;
-  if (file_.HasBytes(std::uint64_t{*count} * itemSize)) return 0;
-  errno = 0;
-  return AKFileLogFailure(file_, kAKFileStatusReadFailed);
+  const unsigned long long begin = chunk.pos + kAKFileChunkHeaderSize + sizeof(*count);
+  const std::uint64_t size = std::uint64_t{*count} * itemSize;
+  *end = std::min<unsigned long long>(end_, chunk.pos + kAKFileChunkHeaderSize + chunk.size);
+  if (size == 0 || (begin <= *end && size <= *end - begin && file_.HasBytes(size))) return 0;
+  return AKFileLogMissingBytes(file_);
+}
+
+template <typename ReadOne>
+int AKRecordReader::ReadChunk(unsigned int signature, unsigned int itemSize, ReadOne readOne) {
+  std::uint32_t count = 0;
+  unsigned long long end = 0;
+  if (const int status = BeginItems(signature, itemSize, &count, &end); status != 0) return status;
+  const unsigned long long outerEnd = std::exchange(end_, end);
+  ++nesting_;
+  int status = 0;
+  for (std::uint32_t i = 0; i < count && status == 0; ++i) status = readOne();
+  --nesting_;
+  end_ = outerEnd;
+  return status;
 }
 
 int AKRecordReader::ReadItems(AKValueArray* array) {
-  std::uint32_t count = 0;
-  if (const int status = BeginItems(kAKValueTypeArray, kMinValueSize, &count); status != 0) return status;
-  array->Resize(count);
-  ++nesting_;
-  int status = 0;
-  for (std::uint32_t i = 0; i < count && status == 0; ++i) status = Read(&(*array)[i]);
-  --nesting_;
-  return status;
+  return ReadChunk(kAKValueTypeArray, kMinValueSize, [&] {
+    array->Append(AKValue());
+    return Read(&(*array)[array->Count() - 1]);
+  });
 }
 
 int AKRecordReader::ReadEntries(AKDictionary* dictionary) {
-  std::uint32_t count = 0;
-  if (const int status = BeginItems(kAKValueTypeDictionary, kMinEntrySize, &count); status != 0) return status;
-  ++nesting_;
-  int status = 0;
-  for (std::uint32_t i = 0; i < count && status == 0; ++i) {
+  return ReadChunk(kAKValueTypeDictionary, kMinEntrySize, [&] {
     AKString key;
     AKValue value;
-    status = key.ReadFromFile(file_);
+    int status = key.ReadFromFile(file_);
     if (status == 0) status = Read(&value);
     if (status == 0) dictionary->PutEntry(key, std::move(value));
-  }
-  --nesting_;
-  return status;
+    return status;
+  });
 }
 
 // The header of a value whose size is known beforehand.
@@ -178,6 +192,7 @@ int AKRecordWriter::WriteChunk(unsigned int signature, WriteBody writeBody) {
 
 int AKRecordWriter::WriteItems(const AKValueArray& array) {
   // What is written has to be readable.
+  errno = 0;
   if (nesting_ == kAKRecordMaxNesting) return AKFileLogFailure(file_, kAKFileStatusTooBig);
   int status = AKFileWriteUInt32(file_, array.Count());
   ++nesting_;
@@ -187,6 +202,7 @@ int AKRecordWriter::WriteItems(const AKValueArray& array) {
 }
 
 int AKRecordWriter::WriteEntries(const AKDictionary& dictionary) {
+  errno = 0;
   if (nesting_ == kAKRecordMaxNesting) return AKFileLogFailure(file_, kAKFileStatusTooBig);
   int status = AKFileWriteUInt32(file_, dictionary.Count());
   ++nesting_;

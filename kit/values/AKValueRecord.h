@@ -11,8 +11,9 @@
 //   "dict"  chunk: UInt32 count, then as many pairs of a string record (the key) and a value record, by ascending key
 //   others  chunk header with signature 0 and size 0
 //
-// Arrays and dictionaries nest at most kMaxNesting deep: one level more fails with -881. A count that the rest of the
-// file cannot hold fails with -890 before anything is allocated.
+// Arrays and dictionaries nest at most kAKRecordMaxNesting deep: one level more fails with -881. A count that the
+// chunk, those around it and the rest of the file cannot hold fails with -890 before anything is allocated. Items are
+// added as they are read, so that what a record takes in memory stays within 16 times what was read of it.
 #pragma once
 
 class AKDictionary;
@@ -35,10 +36,13 @@ class AKRecordReader {
   int ReadContent(AKValue* value);
   int ReadItems(AKValueArray* array);
   int ReadEntries(AKDictionary* dictionary);
-  int BeginItems(unsigned int signature, unsigned int itemSize, unsigned int* count);
+  template <typename ReadOne>
+  int ReadChunk(unsigned int signature, unsigned int itemSize, ReadOne readOne);
+  int BeginItems(unsigned int signature, unsigned int itemSize, unsigned int* count, unsigned long long* end);
 
   const AKFile& file_;
   unsigned int nesting_ = 0;
+  unsigned long long end_ = ~0ULL;  // of the chunk that is being read
 };
 
 class AKRecordWriter {

@@ -9,6 +9,7 @@
 #include <cstdarg>
 #include <cstdlib>
 
+#include "fuzz/AllocationCounter.h"
 #include "kit/streams/AKFileChunk.h"
 #include "kit/streams/AKFileContent.h"
 #include "kit/streams/AKFileNumbers.h"
@@ -23,7 +24,6 @@ namespace {
 int sCallsLeft = -1;
 bool sForGood = false;
 bool sRefused = false;
-std::size_t sLargestAllocation = 0;
 
 bool Refuses() {
   if (sCallsLeft < 0) return false;
@@ -50,11 +50,34 @@ WRAP(int, ftruncate, (int descriptor, off_t size), (descriptor, size), -1)
 WRAP(off_t, lseek, (int descriptor, off_t offset, int whence), (descriptor, offset, whence), -1)
 WRAP(ssize_t, pread, (int descriptor, void* data, size_t size, off_t at), (descriptor, data, size, at), -1)
 WRAP(ssize_t, pwrite, (int descriptor, const void* data, size_t size, off_t at), (descriptor, data, size, at), -1)
-WRAP(int, rename, (const char* from, const char* to), (from, to), -1)
+WRAP(int, renameat, (int fromFolder, const char* from, int toFolder, const char* to), (fromFolder, from, toFolder, to),
+     -1)
 WRAP(int, fchmod, (int descriptor, mode_t mode), (descriptor, mode), -1)
 WRAP(int, stat, (const char* path, struct stat* status), (path, status), -1)
-WRAP(int, access, (const char* path, int mode), (path, mode), -1)
-WRAP(char*, realpath, (const char* path, char* resolved), (path, resolved), nullptr)
+WRAP(int, lstat, (const char* path, struct stat* status), (path, status), -1)
+WRAP(int, fstat, (int descriptor, struct stat* status), (descriptor, status), -1)
+WRAP(int, statx, (int folder, const char* path, int flags, unsigned int mask, struct statx* status),
+     (folder, path, flags, mask, status), -1)
+WRAP(int, faccessat, (int folder, const char* path, int mode, int flags), (folder, path, mode, flags), -1)
+WRAP(int, flock, (int descriptor, int operation), (descriptor, operation), -1)
+
+int __real_openat(int folder, const char* path, int flags, ...);
+int __wrap_openat(int folder, const char* path, int flags, ...) {
+  va_list arguments;
+  va_start(arguments, flags);
+  const mode_t mode = va_arg(arguments, mode_t);
+  va_end(arguments);
+  return Refuses() ? -1 : __real_openat(folder, path, flags, mode);
+}
+
+int __real_fcntl(int descriptor, int command, ...);
+int __wrap_fcntl(int descriptor, int command, ...) {
+  va_list arguments;
+  va_start(arguments, command);
+  const int argument = va_arg(arguments, int);
+  va_end(arguments);
+  return Refuses() ? -1 : __real_fcntl(descriptor, command, argument);
+}
 
 int __real_open(const char* path, int flags, ...);
 int __wrap_open(const char* path, int flags, ...) {
@@ -74,22 +97,6 @@ int __wrap_close(int descriptor) {
   return refuses ? -1 : result;
 }
 
-void* __real_malloc(size_t size);
-void* __wrap_malloc(size_t size) {
-  sLargestAllocation = std::max(sLargestAllocation, size);
-  return __real_malloc(size);
-}
-void* __real_realloc(void* memory, size_t size);
-void* __wrap_realloc(void* memory, size_t size) {
-  sLargestAllocation = std::max(sLargestAllocation, size);
-  return __real_realloc(memory, size);
-}
-void* __real__Znwm(size_t size);
-void* __wrap__Znwm(size_t size) {
-  sLargestAllocation = std::max(sLargestAllocation, size);
-  return __real__Znwm(size);
-}
-
 }  // extern "C"
 
 namespace {
@@ -97,6 +104,7 @@ namespace {
 using file_test::ReadBytes;
 using file_test::TempFolder;
 using file_test::WriteBytes;
+using namespace std::string_literals;
 
 std::size_t OpenDescriptors() {
   std::size_t count = 0;
@@ -159,6 +167,36 @@ TEST_P(FaultInjection, Replacing_WithAnyCallRefused_KeepsTheOldFileOrHasTheNewOn
       });
 }
 
+// In a folder that lets nobody but root create files, as somebody else.
+TEST_P(FaultInjection, RewritingInPlace_WithAnyCallRefused_KeepsTheOldContentOrHasTheNewOne) {
+  if (::geteuid() != 0) GTEST_SKIP() << "only root can be somebody else";
+  const TempFolder folder;
+  const TempFolder copies;
+  WriteBytes(folder.Path("file"), "");
+  ASSERT_EQ(::chmod(folder.Path("file").c_str(), 0666) | ::chmod(folder.Path(".").c_str(), 0755) |
+                ::chmod(copies.Path(".").c_str(), 0777) | ::setenv("TMPDIR", copies.Path("").c_str(), 1),
+            0);
+  const std::string content(3000000, 'x');
+  ForEachRefusal(
+      GetParam(),
+      [&] {
+        WriteBytes(folder.Path("file"), "old");
+        if (::seteuid(12345) != 0) return 1;
+        const int status = AKFileSaveContentOfString(folder.KitPath("file"), AKString(content));
+        return ::seteuid(0) == 0 ? status : 1;
+      },
+      [&](int status, bool refused) {
+        const std::string found = ReadBytes(folder.Path("file"));
+        // Where the system goes on refusing, not even what was there can be written: it is in the copy then.
+        const bool isSaved = GetParam() && copies.EntryCount() > 0;
+        EXPECT_TRUE(found == (status == 0 ? content : "old") || isSaved) << found.size();
+        EXPECT_TRUE(refused || status == 0) << status;
+        EXPECT_TRUE(GetParam() || copies.EntryCount() == 0);
+        EXPECT_EQ(folder.EntryCount(), 1U);
+      });
+  ::unsetenv("TMPDIR");
+}
+
 // Everything that was written is in the file, or some status said that it is not.
 TEST_P(FaultInjection, Writing_WithAnyCallRefused_LosesNothingSilently) {
   const TempFolder folder;
@@ -210,6 +248,25 @@ TEST_P(FaultInjection, Reading_WithAnyCallRefused_GivesAllOrAnEmptyResult) {
 INSTANTIATE_TEST_SUITE_P(OnceAndForGood, FaultInjection, testing::Bool());
 
 // A size or count in a file is no reason to allocate what the file cannot fill.
+std::size_t PeakOfReading(const std::string& bytes, std::size_t at) {
+  AKFile file(bytes.data(), static_cast<unsigned int>(bytes.size()));
+  file.OpenForRead();
+  const allocation::Peak peak;
+  {
+    AKValue value;
+    value.ReadFromFile(file);
+  }
+  {
+    AKString text;
+    file.SetPos(at);
+    text.ReadFromFile(file);
+  }
+  AKUniChars units;
+  file.SetPos(at);
+  AKFileReadAKUniChars(file, &units);
+  return peak.Size();
+}
+
 TEST(Allocation, DamagedRecords_OfEveryKind_TakeAtMostSixteenTimesTheFile) {
   AKDictionary dictionary;
   AKValueArray array(3);
@@ -224,19 +281,46 @@ TEST(Allocation, DamagedRecords_OfEveryKind_TakeAtMostSixteenTimesTheFile) {
     for (const char* count : {"\xFF\xFF\xFF\xFF", "\xFF\xFF\xFF\x7F", "\x00\x10\x00\x00"}) {
       std::string bytes = sound;
       bytes.replace(at, 4, count, 4);
-      AKFile file(bytes.data(), static_cast<unsigned int>(bytes.size()));
-      ASSERT_EQ(file.OpenForRead(), 0);
-      sLargestAllocation = 0;
-      AKValue value;
-      AKString text;
-      AKUniChars units;
-      value.ReadFromFile(file);
-      file.SetPos(at);
-      text.ReadFromFile(file);
-      file.SetPos(at);
-      AKFileReadAKUniChars(file, &units);
-      EXPECT_LE(sLargestAllocation, 16 * bytes.size()) << "count at " << at;
+      EXPECT_LE(PeakOfReading(bytes, at), 16 * bytes.size() + 4096) << "count at " << at;
     }
+  }
+}
+
+std::string Number(std::size_t number) {
+  const auto bytes = static_cast<unsigned int>(number);
+  return {reinterpret_cast<const char*>(&bytes), 4};
+}
+
+// Arrays that each claim all that follows, and small records that take the most of memory for their size.
+TEST(Allocation, RecordsMadeToTakeMemory_StayWithinTheLimit) {
+  constexpr std::size_t kSize = 1 << 20;
+  std::string nested;
+  for (int level = 0; level < 510; ++level) {
+    const std::size_t rest = kSize - nested.size() - 8;
+    nested += "arry" + Number(rest) + Number((rest - 4) / 8);
+  }
+  nested.resize(kSize);
+  const auto arrayOf = [](const std::string& item) {
+    std::string items;
+    while (items.size() + item.size() <= kSize) items += item;
+    return "arry" + Number(items.size() + 4) + Number(items.size() / item.size()) + items;
+  };
+  const std::string empty(8, '\0');
+  const std::string entry = Number(4) + "A\0\0\0"s + empty;
+  const std::string oneEntry = "dict" + Number(4 + entry.size()) + Number(1) + entry;
+  const std::string inEntry = Number(4) + "A\0\0\0"s + oneEntry;
+  const std::string cases[] = {nested,
+                               arrayOf(empty),
+                               arrayOf("arry" + Number(4) + Number(0)),
+                               arrayOf("arry" + Number(12) + Number(1) + empty),
+                               arrayOf("dict" + Number(4) + Number(0)),
+                               arrayOf(oneEntry),
+                               arrayOf("dict" + Number(4 + inEntry.size()) + Number(1) + inEntry),
+                               arrayOf("strg" + Number(4) + "a\0\0\0"s),
+                               arrayOf("bina" + Number(8) + Number(1) + "a\0\0\0"s),
+                               "strg" + Number(kSize) + std::string(kSize, 'a')};
+  for (const std::string& bytes : cases) {
+    EXPECT_LE(PeakOfReading(bytes, bytes.size()), allocation::LimitFor(bytes.size())) << &bytes - cases;
   }
 }
 

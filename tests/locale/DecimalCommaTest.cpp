@@ -1,6 +1,7 @@
 // The text conversions in a process whose numbers have a decimal comma. The first argument names a folder for the
 // locale that the program makes for itself: nothing is asked of the machine but the locales package.
 #include <gtest/gtest.h>
+#include <strings.h>
 
 #include <clocale>
 #include <cstdio>
@@ -8,10 +9,13 @@
 #include <string>
 #include <thread>
 
+#include "kit/files/AKFilePath.h"
 #include "kit/text/AKTextConversions.h"
 #include "kit/text/AKTextLocale.h"
 
 namespace {
+
+std::string sLocales;  // the folder of the locales that the test makes
 
 std::string Printed() {
   char text[32];
@@ -72,15 +76,33 @@ TEST(DecimalComma, Scopes_MakeDotsAndNest) {
   EXPECT_STREQ(strSetasFloat64(text, 0.25, 2), "0,25");
 }
 
+// In Turkish the small letter of I is not i.
+TEST(TurkishLetters, Extensions_AreComparedByAscii) {
+  setenv("LOCPATH", sLocales.c_str(), 1);
+  ASSERT_NE(std::setlocale(LC_CTYPE, "tr_TR.UTF-8"), nullptr);
+  EXPECT_NE(strcasecmp("TIFF", "tiff"), 0) << "this locale tells nothing";
+  EXPECT_TRUE(AKFilePath("X.TIFF").HasExtension("tiff"));
+  EXPECT_TRUE(AKFilePath("x.tiff").HasExtension(".TIFF"));
+  EXPECT_FALSE(AKFilePath("x.tiff").HasExtension("tif"));
+  std::setlocale(LC_CTYPE, "de_DE.UTF-8");
+  unsetenv("LOCPATH");
+}
+
 }  // namespace
+
+// localedef warns, and then exits with 1, on definitions that it takes.
+static bool MakeLocale(const std::string& name, const std::string& folder) {
+  const std::string path = folder + "/" + name + ".UTF-8";
+  return std::system(("localedef --no-archive -i " + name + " -f UTF-8 '" + path + "' 2>/dev/null").c_str()) >= 0;
+}
 
 int main(int argc, char** argv) {
   testing::InitGoogleTest(&argc, argv);
   if (argc != 2) return 2;
-  const std::string folder = argv[1];
-  const std::string command = "localedef --no-archive -i de_DE -f UTF-8 '" + folder + "/de_DE.UTF-8' 2>/dev/null";
-  // localedef warns, and then exits with 1, on definitions that it takes.
-  if (std::system(command.c_str()) < 0 || setenv("LOCPATH", folder.c_str(), 1) != 0) return 2;
+  sLocales = argv[1];
+  const std::string& folder = sLocales;
+  if (!MakeLocale("de_DE", folder) || !MakeLocale("tr_TR", folder) || setenv("LOCPATH", folder.c_str(), 1) != 0)
+    return 2;
   if (std::setlocale(LC_ALL, "de_DE.UTF-8") == nullptr) {
     std::fprintf(stderr, "localedef gave no decimal-comma locale\n");
     return 1;

@@ -24,6 +24,10 @@ TEST(DisplayTextTest, TextForBundles_GoesThereAndBack) {
     EXPECT_EQ(DisplayText(text), c.utf8);
   }
   EXPECT_EQ(DisplayText("Undo \xEF\xBB\xBF\xE6\x9B\xB2"), "Undo \xE6\x9B\xB2") << "a bundle put a word in front";
+  EXPECT_EQ(DisplayText("na\x95ve/\xEF\xBB\xBF\xE6\x9B\xB2/\xEF\xBB\xBF\xE6\x9B\xB2/na\x95ve"),
+            "na\xC3\xAFve/\xE6\x9B\xB2/\xE6\x9B\xB2/na\xC3\xAFve")
+      << "a path, name by name";
+  EXPECT_EQ(DisplayText("\xEF\xBB\xBF\xE6\x9B\xB2/\xEF\xBB\xBF\xE6\x9B\xB2"), "\xE6\x9B\xB2/\xE6\x9B\xB2");
   EXPECT_EQ(DisplayText("\xEF\xBB\xBF\xFF"), "\xC3\x94\xC2\xAA\xC3\xB8\xCB\x87") << "no UTF-8: as Mac OS Roman";
 }
 

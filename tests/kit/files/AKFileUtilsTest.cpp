@@ -1,14 +1,18 @@
 #include <gtest/gtest.h>
+#include <sys/resource.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
 #include "kit/files/AKDirectoryParser.h"
 #include "kit/files/AKFileUtils.h"
 #include "kit/files/AKStandardFolders.h"
+#include "kit/streams/AKFileContent.h"
+#include "kit/streams/AKFileRecords.h"
 #include "tests/kit/streams/FileTestSupport.h"
 
 namespace {
 
+using file_test::ReadBytes;
 using file_test::TempFolder;
 using file_test::WriteBytes;
 
@@ -54,19 +58,82 @@ TEST(AKDirectoryParser, Parse_OfEveryKindOfEntry_ListsOrReportsIt) {
   AKDirectoryParser parser;
   ASSERT_TRUE(parser.Parse(folder.KitPath("root"), true));
   const std::size_t prefix = root.size() + 1;
-  EXPECT_EQ(Names(parser.Files(), prefix), (std::vector<std::string>{"a", "b", "na\x95ve", "sub/c"}));
+  EXPECT_EQ(Names(parser.Files(), prefix), (std::vector<std::string>{"a", "b", "na\x95ve", "sub/c",
+                                                                     "\xEF\xBB\xBF"
+                                                                     "bad\xFF",
+                                                                     "\xEF\xBB\xBF\xE6\x97\xA5"}));
   EXPECT_EQ(Names(parser.Folders(), prefix), (std::vector<std::string>{"loop", "sub", "sub/deep"}));
   EXPECT_EQ(Names(parser.Others(), prefix), (std::vector<std::string>{"broken", "pipe"}));
-  ASSERT_EQ(parser.Unrepresentable().Count(), 2U);
-  EXPECT_EQ(parser.Unrepresentable()[0], AKString((root + "/bad\xFF").c_str()));
-  EXPECT_EQ(parser.Unrepresentable()[1], AKString((root + "/\xE6\x97\xA5").c_str()));
   ASSERT_TRUE(parser.Parse(folder.KitPath("root"), false));
-  EXPECT_EQ(parser.Files().Count() + parser.Folders().Count(), 5U);
+  EXPECT_EQ(parser.Files().Count() + parser.Folders().Count(), 7U);
   EXPECT_FALSE(parser.Parse(folder.KitPath("missing"), false));
   EXPECT_EQ(errno, ENOENT);
   // What is listed can be opened by its listed path.
-  AKFile file(AKFilePath((root + "/na\x95ve").c_str()));
-  EXPECT_EQ(file.OpenForRead(), 0);
+  for (const AKFilePath& path : parser.Files()) EXPECT_EQ(AKFile(path).OpenForRead(), 0) << path.Text().CStr();
+}
+
+TEST(AKDirectoryParser, Parse_OfFoldersNestedDeeperThanDescriptorsReach_ListsThemAll) {
+  const TempFolder folder;
+  std::string deep = "root";
+  for (int i = 0; i < 1500; ++i) deep += "/d";
+  ASSERT_TRUE(AKFileUtils::CreateFolder(folder.KitPath(deep)));
+  rlimit old{};
+  ASSERT_EQ(::getrlimit(RLIMIT_NOFILE, &old), 0);
+  rlimit few = old;
+  few.rlim_cur = 64;
+  ASSERT_EQ(::setrlimit(RLIMIT_NOFILE, &few), 0);
+  AKDirectoryParser parser;
+  EXPECT_TRUE(parser.Parse(folder.KitPath("root"), true));
+  ::setrlimit(RLIMIT_NOFILE, &old);
+  EXPECT_EQ(parser.Folders().Count(), 1500U);
+}
+
+TEST(AKFileUtils, CreateFolder_ThatFailsOnTheWay_LeavesNothingBehind) {
+  const TempFolder folder;
+  const std::string longest(255, 'n');
+  std::string beyondAllPaths = "chain";
+  while (beyondAllPaths.size() < 5000) beyondAllPaths += "/d";
+  for (const std::string& path :
+       {"a/b/../c/" + longest + "n/d", beyondAllPaths, std::string("file/a"), std::string()}) {
+    WriteBytes(folder.Path("file"), "x");
+    EXPECT_FALSE(AKFileUtils::CreateFolder(path.empty() ? AKFilePath() : folder.KitPath(path)));
+    EXPECT_EQ(folder.EntryCount(), 1U) << path;
+  }
+  EXPECT_TRUE(AKFileUtils::CreateFolder(folder.KitPath("a//b/../" + longest + "/")));
+  EXPECT_TRUE(AKFileUtils::IsFolder(folder.KitPath("a/b")) && AKFileUtils::IsFolder(folder.KitPath("a/" + longest)));
+}
+
+// Polish, Japanese, a decomposed accent, no UTF-8, and a name that begins with what marks such names.
+const char* const kForeignNames[] = {"\xC5\x81ukasz", "\xE6\x97\xA5\xE6\x9C\xAC",  "e\xCC\x81",
+                                     "bad\xFF",       "\xC3\x94\xC2\xAA\xC3\xB8x", "\xEF\xBB\xBFx"};
+
+TEST(AKFileUtils, NamesBeyondMacRoman_AreOpenedSavedAndCreated) {
+  const TempFolder folder;
+  for (const std::string name : kForeignNames) {
+    SCOPED_TRACE(name);
+    AKFilePath path;
+    ASSERT_TRUE(AKFileUtils::GetFromSystemPath(folder.Path(name + "/na\xC3\xAFve/" + name + ".txt").c_str(), &path));
+    ASSERT_TRUE(AKFileUtils::CreateFolder(path.Folder()));
+    ASSERT_EQ(AKFileSaveContentOfString(path, "content"), 0);
+    EXPECT_EQ(ReadBytes(folder.Path(name + "/na\xC3\xAFve/" + name + ".txt")), "content");
+    AKFile stream(AKFile::kModeMemory);
+    AKFilePath read;
+    ASSERT_EQ(stream.CreateForReadWrite() | AKFileWriteAKFilePath(stream, path) | stream.SetPos(0), 0);
+    ASSERT_EQ(AKFileReadAKFilePath(stream, &read), 0);
+    AKString text;
+    EXPECT_EQ(AKFileLoadContentToString(read, &text), 0);
+    EXPECT_EQ(text, "content");
+    // Put together of its parts, each of which stands for itself.
+    AKFilePath joined = path.Folder() / AKFilePath(path.FileNameWithoutExtension());
+    joined.SetExtension(path.Extension());
+    EXPECT_EQ(joined, path);
+    joined.SetExtension(AKFilePath("x.\x8E").Extension());
+    EXPECT_EQ(AKFileUtils::GetAsSystemPath(AKFilePath(joined.FileName())), (name + ".\xC3\xA9").c_str());
+    AKFilePath other("x");
+    ASSERT_TRUE(AKFileUtils::GetFromSystemPath(("a." + name).c_str(), &read));
+    other.SetExtension(read.Extension());
+    EXPECT_EQ(AKFileUtils::GetAsSystemPath(other), ("x." + name).c_str());
+  }
 }
 
 TEST(AKFileUtils, FileInfo_OfAFreshFile_HasItsSizeAndTimes) {
@@ -125,6 +192,9 @@ TEST(AKStandardFolders, Paths_ByEnvironmentAndUserDirectories_FollowXdg) {
   expect("Music", "/mnt/my\"music");
   expect("Pictures", home + "/Pictures");
   expect("Documents", home);
+  const ScopedVariable foreign("XDG_DATA_HOME", folder.Path("\xC5\x81ukasz"));
+  ASSERT_TRUE(AKFileUtils::CreateFolder(AKStandardFolderGetPath(AKStandardFolder::kApplicationSupport)));
+  EXPECT_TRUE(std::filesystem::is_directory(folder.Path("\xC5\x81ukasz")));
   const ScopedVariable moved("XDG_CONFIG_HOME", "/etc/config/");
   expect("Preferences", "/etc/config");
   expect("Desktop", home + "/Desktop");

@@ -223,8 +223,36 @@ TEST(Records, Nesting_BeyondItsLimit_FailsBothWays) {
     EXPECT_EQ(value.WriteToFile(written), 0);
     EXPECT_EQ(StreamContent(written), bytes);
     AKDictionary deeper;
-    deeper.SetValue("A", value);
-    EXPECT_EQ(deeper.WriteToFile(written), -881);
+    EXPECT_EQ(deeper.SetValue("A", value), -881);
+    EXPECT_TRUE(deeper.IsEmpty());
+    AKValueArray around(1);
+    around[0] = value;
+    EXPECT_EQ(around.WriteToFile(written), -881);
+  }
+}
+
+// What a file lacks is no failure of the system.
+TEST(Records, TooShort_LogNoReasonOfTheSystem) {
+  const file_test::TempFolder folder;
+  const std::string bytes = Bytes("'bina' 14000000 10000000 00");
+  AKString text;
+  AKUniChars units;
+  AKMemoryBlock block;
+  const struct {
+    std::size_t start;
+    std::function<int(const AKFile&)> read;
+  } cases[] = {{8, [&](const AKFile& file) { return text.ReadFromFile(file); }},
+               {8, [&](const AKFile& file) { return AKFileReadAKUniChars(file, &units); }},
+               {0, [&](const AKFile& file) { return block.ReadFromFile(file); }}};
+  for (const auto& c : cases) {
+    file_test::WriteBytes(folder.Path("short"), bytes.substr(c.start));
+    AKFile file(folder.KitPath("short"));
+    ASSERT_EQ(file.OpenForRead(), 0);
+    const LogLines lines;
+    errno = EISDIR;
+    EXPECT_EQ(c.read(file), -890);
+    EXPECT_EQ(LogLines::Take(),
+              std::vector<std::string>{"# AKLib Error -890: Can't read in file \"" + folder.Path("short") + "\"."});
   }
 }
 

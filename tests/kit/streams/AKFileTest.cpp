@@ -8,6 +8,7 @@
 #include <random>
 
 #include "kit/streams/AKFile.h"
+#include "kit/streams/AKFileContent.h"
 #include "kit/streams/AKFileMmap.h"
 #include "kit/streams/AKFileNumbers.h"
 #include "tests/kit/streams/FileTestSupport.h"
@@ -192,6 +193,85 @@ TEST(AKFile, Write_PastTheSizeLimit_KeepsWhatFitsAndFails) {
   EXPECT_EQ(ReadBytes(folder.Path("file")), std::string(100000, 'a'));
 }
 
+// The limit stands for a full disk.
+TEST(AKFile, AfterARefusedWrite_TheFileIsReadAndCut) {
+  const TempFolder folder;
+  rlimit old;
+  ASSERT_EQ(::getrlimit(RLIMIT_FSIZE, &old), 0);
+  ::signal(SIGXFSZ, SIG_IGN);
+  const rlimit limit{100000, old.rlim_max};
+  ASSERT_EQ(::setrlimit(RLIMIT_FSIZE, &limit), 0);
+  AKFile file(folder.KitPath("file"));
+  ASSERT_EQ(file.CreateForReadWrite() | file.Write(std::string(100000, 'a').data(), 100000), 0);
+  ASSERT_EQ(file.Skip(10) | file.Write("bbb", 3), 0);
+  EXPECT_EQ(file.Flush(), -889);
+  unsigned long long size = 0;
+  EXPECT_EQ(file.GetFileInfo(&size, nullptr, nullptr), 0);
+  EXPECT_EQ(size, 100013U);
+  std::string bytes(100013, '?');
+  EXPECT_EQ(file.SetPos(0) | file.Read(bytes.data(), bytes.size()), 0);
+  EXPECT_EQ(bytes, std::string(100000, 'a') + std::string(10, '\0') + "bbb");
+  EXPECT_EQ(file.Read(bytes.data(), 1), -890);
+  EXPECT_EQ(file.SetFileSize(50000), 0);
+  EXPECT_EQ(file.SetPos(49999) | file.Read(bytes.data(), 1), 0);
+  EXPECT_EQ(file.Read(bytes.data(), 1), -890);
+  EXPECT_EQ(file.SetFileSize(0) | file.SetPos(0) | file.Write("new", 3) | file.Close(), 0);
+  ::setrlimit(RLIMIT_FSIZE, &old);
+  ::signal(SIGXFSZ, SIG_DFL);
+  EXPECT_EQ(ReadBytes(folder.Path("file")), "new");
+}
+
+TEST(AKFile, Flush_OfAFileThatIsRead_ForgetsWhatWasReadAhead) {
+  const TempFolder folder;
+  WriteBytes(folder.Path("file"), "old content");
+  AKFile file(folder.KitPath("file"));
+  char bytes[3] = {};
+  ASSERT_EQ(file.OpenForRead() | file.Read(bytes, 3), 0);
+  WriteBytes(folder.Path("file"), "new");
+  EXPECT_EQ(file.Flush(), 0);
+  EXPECT_TRUE(file.SetPos(0) == 0 && file.Read(bytes, 3) == 0 && std::string(bytes, 3) == "new");
+  EXPECT_EQ(file.Read(bytes, 1), -890);
+}
+
+TEST(AKFile, MemoryStream_WrittenToItself_TakesTheBytesAsTheyWere) {
+  AKFile file(AKFile::kModeMemory);
+  ASSERT_EQ(file.CreateForReadWrite() | file.Write("0123456789", 10), 0);
+  std::string model = "0123456789";
+  for (int i = 0; i < 14; ++i) {
+    const void* data = nullptr;
+    unsigned long long size = 0;
+    ASSERT_EQ(file.GetMemoryStreamDataPtr(&data, &size), 0);
+    ASSERT_EQ(file.Write(data, size), 0);
+    model += model;
+  }
+  EXPECT_EQ(StreamContent(file), model);
+  const void* data = nullptr;
+  unsigned long long size = 0;
+  ASSERT_EQ(file.SetPos(3) | file.GetMemoryStreamDataPtr(&data, &size), 0);
+  ASSERT_EQ(file.Write(data, 8), 0);  // overlapping
+  EXPECT_EQ(StreamContent(file), model.substr(0, 3) + model.substr(0, 8) + model.substr(11));
+}
+
+TEST(AKFile, FilesOfTheSystem_AreReadToTheirEndAndPipesRefused) {
+  const TempFolder folder;
+  AKString text;
+  EXPECT_EQ(AKFileLoadContentToString(AKFilePath("/proc/self/status"), &text), 0);
+  EXPECT_TRUE(text.StartsWith("Name:\t") && text.Contains("\nThreads:", true));
+  ASSERT_EQ(::mkfifo(folder.Path("pipe").c_str(), 0600), 0);
+  EXPECT_EQ(AKFileLoadContentToString(folder.KitPath("pipe"), &text), -885);  // and does not wait for a writer
+  AKFile writer(folder.KitPath("pipe"));
+  AKFile reader(folder.KitPath("pipe"));
+  char bytes[3] = {};
+  ASSERT_EQ(reader.OpenForRead() | writer.OpenForReadWrite() | writer.Write("abc", 3) | reader.Read(bytes, 3), 0);
+  EXPECT_EQ(std::string(bytes, 3), "abc");
+  for (const std::size_t length : {0U, 1U, 4096U, 70000U}) {
+    const std::string content(length, 'x');
+    WriteBytes(folder.Path("file"), content);
+    EXPECT_EQ(AKFileLoadContentToString(folder.KitPath("file"), &text), 0);
+    EXPECT_EQ(text, content.c_str());
+  }
+}
+
 // A plain model of a file without a buffer: a string and a position.
 struct Model {
   std::string content;
@@ -307,6 +387,20 @@ TEST(AKFile, MemMap_ItemsUnmappedOneByOne_AreForgotten) {
   file.MemUnmapAll();
   EXPECT_FALSE(file.MemMap()->FindItemByAddress(last, &index));
   EXPECT_EQ(index, kAKNotFound);
+}
+
+// Numbers of which a search through all that is there would take hours.
+TEST(AKFile, MemMap_OfManyPieces_FindsEachOfThem) {
+  constexpr unsigned int kPieces = 3000000;
+  AKFile file(std::string(kPieces, 'x').data(), kPieces);
+  ASSERT_EQ(file.OpenForRead(), 0);
+  AKFileMmap* const map = file.MemMap();
+  unsigned int index = 0;
+  for (unsigned int i = 0; i < kPieces; ++i) ASSERT_NE(map->Map(i, 1), nullptr);
+  const void* const last = map->Map(kPieces - 1, 1);
+  for (const unsigned int i : {kPieces - 5, 0U}) map->Unmap(map->Map(i, 1));
+  EXPECT_TRUE(map->FindItemByAddress(last, &index));
+  EXPECT_EQ(index, kPieces - 3);
 }
 
 }  // namespace

@@ -10,6 +10,7 @@
 #include <utility>
 #include <vector>
 
+#include "kit/text/AKCharacterSets_p.h"
 #include "kit/text/AKStringEncoding.h"
 #include "kit/text/AKUniString.h"
 
@@ -191,6 +192,20 @@ TEST(AKUniString, NewTexts_AreFreedByTheCaller) {
   std::free(bytes);
   EXPECT_TRUE(AKNewUniStringFromAsciiString(nullptr, 3) == nullptr &&
               AKNewAsciiStringFromUniString(nullptr, 3) == nullptr);
+}
+
+// The true size of a text counts against the limit, not a guess at it.
+TEST(CharacterSets, ConvertBytes_UpToItsLimit_GivesAllOrNothing) {
+  const AKString text("a\x8E\xDB\xF0\x8E");  // 1, 2, 3, 3 and 2 bytes of UTF-8
+  const AKString utf8 = AKStringCopyWithEncoding(text, kAKStringEncodingMacRoman, kAKStringEncodingUTF8);
+  ASSERT_EQ(utf8.Length(), 11U);
+  for (unsigned int limit = 0; limit < 24; ++limit) {
+    AKString result;
+    EXPECT_EQ(akcharset::ConvertBytes(text.CStr(), text.Length(), kAKStringEncodingMacRoman, kAKStringEncodingUTF8,
+                                      &result, limit),
+              limit >= 11);
+    EXPECT_EQ(result, limit >= 11 ? utf8 : AKString()) << limit;
+  }
 }
 
 }  // namespace

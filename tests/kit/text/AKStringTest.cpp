@@ -264,4 +264,44 @@ TEST(AKStringGenerateUUID, ManyCalls_GiveDifferentVersion4Texts) {
   for (const std::string& text : seen) EXPECT_TRUE(std::regex_match(text, form)) << text;
 }
 
+// Lengths at which a search that compares at every start would take hours.
+TEST(AKString, Searches_InTextsOfFalseStarts_EndSoon) {
+  constexpr unsigned int kLength = 4 << 20;
+  const std::string half(kLength / 2, 'a');
+  const AKString text((half + half).c_str());
+  const AKString falseAtFront(("b" + half).c_str());
+  const AKString falseInside((half + "b" + half).substr(kLength / 4, kLength / 2).c_str());
+  EXPECT_FALSE(text.Contains(falseInside, false));
+  EXPECT_FALSE(text.Contains(falseAtFront, false));
+  unsigned int pos = 0;
+  EXPECT_FALSE(text.FindFromEnd(falseInside, 0, &pos));
+  const AKString withMatch = AKString("b") + half.c_str() + "xb" + half.c_str();
+  EXPECT_TRUE((withMatch + half.c_str()).FindFromEnd(AKString(half.c_str()) + "xb", 0, &pos));
+  EXPECT_EQ(pos, 1U);
+}
+
+TEST(AKString, Searches_AtRandom_FindWhatAPlainSearchFinds) {
+  std::mt19937 random(11);
+  for (int i = 0; i < 3000; ++i) {
+    SCOPED_TRACE("seed 11, step " + std::to_string(i));
+    std::string text(random() % (i % 10 == 0 ? 20000 : 60), 'a');
+    for (std::size_t k = random() % 8; k > 0 && !text.empty(); --k) text[random() % text.size()] = "bBA"[random() % 3];
+    const std::size_t start = text.empty() ? 0 : random() % text.size();
+    const std::string sub = text.substr(start, random() % 40) + (random() % 2 == 0 ? "b" : "");
+    const unsigned int fromEnd = random() % 30;
+    const auto latest = static_cast<unsigned int>(text.size()) - (fromEnd + 1);
+    const std::size_t wanted = text.rfind(sub, latest > text.size() ? std::string::npos : latest);
+    unsigned int pos = 0;
+    ASSERT_EQ(AKString(text).FindFromEnd(AKString(sub), fromEnd, &pos), wanted != std::string::npos);
+    ASSERT_EQ(pos, wanted == std::string::npos ? kAKNotFound : wanted);
+    std::string upper = text;
+    std::string upperSub = sub;
+    for (std::string* each : {&upper, &upperSub}) {
+      for (char& byte : *each) byte = static_cast<char>(std::toupper(byte));
+    }
+    ASSERT_EQ(AKString(text).Contains(AKString(sub), false),
+              !text.empty() && upper.find(upperSub) != std::string::npos);
+  }
+}
+
 }  // namespace

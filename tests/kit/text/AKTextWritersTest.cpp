@@ -67,6 +67,9 @@ TEST(Writers, Times_AgreeWithPrintfAndReadBack) {
   for (const auto& [seconds, decimals, compact, expected] : cases) {
     EXPECT_EQ(strSetasTimeHMS(text, seconds, decimals, compact), expected);
   }
+  EXPECT_STREQ(strSetasTimeHMS(text, 5, 7, false), "0:00: 5.0000000");
+  static constexpr const char* kSecondFormats[] = {"%02.0lf", "%04.1lf", "%05.2lf", "%06.3lf", "%07.4lf",
+                                                   "%08.5lf", "%09.6lf", "%10.7lf", "%11.8lf", "%12.9lf"};
   std::mt19937 random(5);
   for (int i = 0; i < 20000; ++i) {
     const double seconds = (static_cast<double>(random()) / 65536 - 32768) / (i % 100 + 1);
@@ -74,9 +77,9 @@ TEST(Writers, Times_AgreeWithPrintfAndReadBack) {
     const int whole = static_cast<int>(std::fabs(seconds));
     char start[32];
     std::snprintf(start, sizeof(start), "%s%d:%02d:", seconds < 0 ? "-" : "", whole / 3600, whole / 60 % 60);
-    const std::string end =
-        Format(whole % 60 + (std::fabs(seconds) - whole), decimals, decimals == 0 ? 2 : decimals + 3);
-    ASSERT_EQ(strSetasTimeHMS(text, seconds, decimals, false), start + end);
+    char end[32];
+    std::snprintf(end, sizeof(end), kSecondFormats[decimals], whole % 60 + (std::fabs(seconds) - whole));
+    ASSERT_EQ(strSetasTimeHMS(text, seconds, decimals, false), start + std::string(end));
     double back = 0;
     ASSERT_TRUE(strGetasTimeHMS(strSetasTimeHMS(text, seconds, decimals, i % 2 == 0), &back, 0));
     ASSERT_NEAR(back, seconds, 0.51 * std::pow(10.0, -decimals)) << text;

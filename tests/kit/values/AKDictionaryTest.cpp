@@ -25,6 +25,29 @@ std::string Flat(const AKDictionary& dictionary, const std::string& prefix = "")
   return text;
 }
 
+// A dictionary of that many levels would overflow the stack when it goes.
+TEST(AKDictionary, Nesting_BeyondItsLimit_IsRefusedAndChangesNothing) {
+  const auto pathOf = [](unsigned int names) {
+    std::string path = "A";
+    for (unsigned int i = 1; i < names; ++i) path += ".A";
+    return AKString(path);
+  };
+  AKDictionary dictionary;
+  EXPECT_EQ(dictionary.SetValue(pathOf(100000), Number(1)), -881);
+  EXPECT_EQ(dictionary.AddValue(pathOf(513), Number(1)), -881);
+  EXPECT_EQ(dictionary.ReplaceValue(pathOf(513), Number(1)), -873);
+  EXPECT_TRUE(dictionary.IsEmpty());
+  AKDictionary inner;
+  EXPECT_EQ(inner.SetValue(pathOf(112), Number(1)), 0);
+  const AKValue value = AKValueSetasAKDictionary(inner);
+  EXPECT_EQ(dictionary.SetValue(pathOf(401), value), -881);
+  EXPECT_EQ(dictionary.SetValue(pathOf(400), value), 0);
+  EXPECT_TRUE(dictionary.ContainsKey(pathOf(512)));
+  EXPECT_EQ(dictionary.SetValue(pathOf(512), AKValueSetasAKDictionary(AKDictionary())), -881);
+  EXPECT_EQ(dictionary.SetValue(pathOf(600), Number(2)), 0);  // ends at the number in its way
+  EXPECT_EQ(AKValueGetasSInt(dictionary.GetValue(pathOf(512)), false), 2);
+}
+
 enum class Call { kAdd, kSet, kReplace, kRemove, kCopy };
 
 TEST(AKDictionary, KeyPaths_OfEachCall_GiveTheirStatusAndContent) {

@@ -1,0 +1,27 @@
+// The bytes of a memory stream and the room behind them.
+//
+// Room is not touched before it is used: a large one costs no memory until then. Its bytes have no values.
+#pragma once
+
+#include <cstddef>
+
+class AKStreamMemory {
+ public:
+  AKStreamMemory() = default;
+  AKStreamMemory(const AKStreamMemory&) = delete;
+  AKStreamMemory& operator=(const AKStreamMemory&) = delete;
+  ~AKStreamMemory() { Free(); }
+
+  unsigned char* data() { return begin_; }
+  const unsigned char* data() const { return begin_; }
+  std::size_t size() const { return static_cast<std::size_t>(end_ - begin_); }
+
+  /// Makes the size at least `size`. The bytes may move; those there are stay.
+  void Grow(std::size_t size);
+  void Free();
+
+ private:
+  unsigned char* begin_ = nullptr;
+  unsigned char* end_ = nullptr;
+  unsigned char* reserved_ = nullptr;  // keeps the size that programs and bundles agree on
+};
