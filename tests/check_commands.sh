@@ -5,7 +5,7 @@ host=$(realpath "$1")
 folder=$(mktemp -d)
 trap 'chmod -R u+w "$folder"; rm -rf "$folder"' EXIT
 cd "$folder" || exit 1
-export XDG_DATA_HOME=$folder/data
+export XDG_DATA_HOME=$folder/data XDG_CACHE_HOME=$folder/cache
 export LC_ALL=C  # names of undo steps follow the language
 failures=0
 

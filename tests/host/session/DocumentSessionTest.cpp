@@ -95,7 +95,7 @@ class RandomEditor {
     Inspector inspector;
     if (!inspector.Open(&session_, ids)) return;
     session_.BeginStep("Slide");
-    for (int i = 0; i < 3; ++i) inspector.Change(2, Number(0, 1), nullptr);
+    for (int i = 0; i < 3; ++i) EXPECT_TRUE(inspector.Change(2, Number(0, 1), nullptr));
     Pick(3) == 0 ? session_.CancelStep() : static_cast<void>(session_.EndStep());
   }
 
@@ -236,7 +236,7 @@ TEST_F(DocumentSessionTest, Inspector_OfSeveral_KnowsWhatDiffers_AndChangesAllIn
   const std::string before = Bytes(session);
   Inspector inspector;
   ASSERT_TRUE(inspector.Open(&session, ids));
-  EXPECT_EQ(inspector.Fill(), 0);
+  EXPECT_TRUE(inspector.Fill());
   EXPECT_EQ(inspector.Wrapper().GetValueAsFloat64(2), 0.5) << "filled from the first";
   EXPECT_TRUE(inspector.IsMixed(1) && inspector.IsMixed(2));
   EXPECT_FALSE(inspector.IsMixed(0));
@@ -248,9 +248,9 @@ TEST_F(DocumentSessionTest, Inspector_OfSeveral_KnowsWhatDiffers_AndChangesAllIn
   EXPECT_EQ(name, "Change Rectangle Curvature");
   EXPECT_EQ(session.UndoTitle(), "Undo Change Rectangle Curvature");
   for (const ObjectID id : ids) EXPECT_EQ(TextOf(PropertiesOf(*session.Doc().Find(id)).GetValue("Rounding")), "1");
-  inspector.Fill();
+  ASSERT_TRUE(inspector.Fill());
   EXPECT_FALSE(inspector.IsMixed(1));
-  EXPECT_EQ(inspector.Send(77, 5, &name), 0);
+  EXPECT_TRUE(inspector.Send(77, 5, &name));
   EXPECT_EQ(name, "");
   EXPECT_EQ(session.Steps().Count(), 2U) << "an event that changes nothing is no step";
   ASSERT_TRUE(session.Undo());

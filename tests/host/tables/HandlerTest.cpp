@@ -148,8 +148,8 @@ TEST_F(HandlerTest, PanelEditedFromWithin_WhileFilled_ShowsWhatWasAdded) {
   ASSERT_TRUE(inspector.Open(session_.get(), {ID(*session_, 0), ID(*session_, 1)}));
   const unsigned int count = inspector.Panel().GetControllerCount();
   Replace(kAKMethodInspector, &Restless::Inspect, &old);
-  EXPECT_EQ(inspector.Fill(), 0);
-  EXPECT_EQ(inspector.Change(2, 0.75, nullptr), 0);
+  EXPECT_TRUE(inspector.Fill());
+  EXPECT_TRUE(inspector.Change(2, 0.75, nullptr));
   Host::Instance().Classes().Find(AKClassID("stdRect"))->methods[kAKMethodInspector] = old;
   EXPECT_EQ(Restless::added, 15U) << "five events, each with two further ones";
   EXPECT_EQ(inspector.Panel().GetControllerCount(), count + 15);
@@ -173,7 +173,7 @@ TEST_F(HandlerTest, DeletionFromWithin_WhileInspected_IsDoneAfterwards_AndUndone
   Inspector inspector;
   ASSERT_TRUE(inspector.Open(session_.get(), {ID(*session_, 0), ID(*session_, 1)}));
   Replace(kAKMethodInspector, &Suicidal::Inspect, &old);
-  EXPECT_EQ(inspector.Change(2, 0.5, nullptr), 0);
+  EXPECT_TRUE(inspector.Change(2, 0.5, nullptr));
   EXPECT_EQ(Suicidal::status, 0);
   Host::Instance().Classes().Find(AKClassID("stdRect"))->methods[kAKMethodInspector] = old;
   EXPECT_EQ(session_->Doc().ObjectCount(), 1U);
