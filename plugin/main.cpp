@@ -5,7 +5,7 @@
 static AKClass* gAKClass = nullptr;
 
 /// Called once by the host after loading. Returns 0, or the status of the class set-up that failed, in which case
-/// nothing else was touched.
+/// the class has no name, slot or panel.
 extern "C" __attribute__((visibility("default"))) int pluginMain(void* hostServiceRecord) {
   return CStdRect::Register(hostServiceRecord, &gAKClass);
 }

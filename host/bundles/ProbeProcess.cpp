@@ -1,5 +1,6 @@
 #include "host/bundles/ProbeProcess.h"
 
+#include <dlfcn.h>
 #include <fcntl.h>
 #include <poll.h>
 #include <spawn.h>
@@ -190,9 +191,9 @@ ProbeReport::ProbeReport() {
   alarm(kMostSeconds);
   const rlimit none{0, 0};
   setrlimit(RLIMIT_CORE, &none);
-#if !defined(AK_SANITIZED)  // a sanitizer reserves terabytes of addresses
+#if !defined(AK_SANITIZED)  // a sanitizer reserves terabytes of addresses, also one that is preloaded for a bundle
   const rlimit memory{kMostMemory, kMostMemory};
-  setrlimit(RLIMIT_AS, &memory);
+  if (dlsym(RTLD_DEFAULT, "__asan_init") == nullptr) setrlimit(RLIMIT_AS, &memory);
 #endif
   // Programs that the bundle starts do not get the report.
   fcntl(kReportFile, F_SETFD, FD_CLOEXEC);

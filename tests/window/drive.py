@@ -528,6 +528,36 @@ def numbers_with_a_decimal_comma():
 
 
 
+@scenario
+def times_in_a_panel():
+    bundle = TEST_BUNDLES / "Times.so"
+    page = pathlib.Path(DESKTOP.folder) / "times.akd"
+    for words in (["new", page, "--size", "%d,%d" % Window.PAGE, "--background", "%d,%d,%d" % Window.PAPER],
+                  ["add", page, "tTimed", *BOX]):
+        subprocess.run([PROGRAMS / "objecthost", "--bundle", bundle, *words], check=True, stdout=subprocess.DEVNULL,
+                       env=DESKTOP.environment)
+    with Editor(select=(200, 160), document=page, arguments=("--bundle", bundle)) as window:
+        picture = DESKTOP.picture()
+        x0, y0, x1, y1 = window.find_text("Duration", (880, 0, picture.width, picture.height))
+        field = (x1 + 4, (y0 + y1) // 2 - 14, x1 + 120, (y0 + y1) // 2 + 14)
+
+        def shows(text):
+            move_pointer_away()
+            wait_for(text, lambda: text in " ".join(found for found, _ in DESKTOP.picture().texts(field, 7)))
+
+        def seconds():
+            return float(window.objecthost("--bundle", bundle, "get", window.path, "0", "Seconds"))
+
+        shows("1:02:05")
+        window.click((x1 + 30, (y0 + y1) // 2))
+        window.key("ctrl+a")
+        window.type("2:30")
+        window.key("Return")
+        shows("0:02:30")
+        window.key("ctrl+s")
+        wait_for("150 seconds", lambda: seconds() == 150)
+
+
 def run(words):
     global CURRENT
     failures = 0

@@ -111,6 +111,28 @@ TEST(AKClassTest, FillMethodSlots_WhatTheClassHas_TheOthersStay) {
   Least::_ClassDtor(nullptr);
 }
 
+TEST(AKClassTest, Register_AClassWithoutInspector_HandsOverNoPanel) {
+  static AKClass sRecord(AKClassInfo{}, false, nullptr);
+  AKClassTable table;
+  table.classSetup = [](const AKClassInfo& info, unsigned int, AKClass** out) {
+    *out = &sRecord;
+    return info.instanceSize == sizeof(Least) ? 0 : -1;
+  };
+  table.setClassName = [](AKClass* cls, const AKString& name, const AKString&) { cls->comments = name; };
+  table.addInspectorGUIDesc = [](AKClass*, AKGUIDesc*) { ADD_FAILURE(); };
+  AKHostServiceRecord host{};
+  host.magic = AKHostServiceRecord::kMagic;
+  host.apiVersion = 0x00030800;
+  host.displayScale = 1;
+  host.classTable = &table;
+  AKClass* record = nullptr;
+  EXPECT_EQ(Least::Register(&host, &record), 0);
+  AKClass::sWrapper = nullptr;
+  EXPECT_EQ(record, &sRecord);
+  EXPECT_TRUE(sRecord.comments == "Least");
+  EXPECT_NE(sRecord.methods[kAKMethodDelete].function, 0U);
+}
+
 // What must not compile: an inherited function, which may need another address of the object; another signature; a slot
 // that is the host's, or none.
 template <unsigned int index, typename Method>
