@@ -85,7 +85,7 @@ bool AKFileTarget::FollowLinks() {
       return false;
     }
     const std::string next(leadsTo, static_cast<std::size_t>(length));
-    path = next.starts_with('/') ? next : FolderOf(path) + next;
+    path = next.starts_with('/') ? next : FolderOf(path).append(next);
   }
   // Some links of the system's own spell no path.
   if (kind_ == Kind::kRegular && (::stat(path.c_str(), &status) != 0 || !IsSameFile(status, status_))) {
