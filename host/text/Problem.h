@@ -1,5 +1,6 @@
-// What went wrong, as a value: a text and the parts that stand in place of each "%s" of it in turn. It is put into words
-// where it is shown: in English on the command line, since scripts read it, and in the user's language in the window.
+// What went wrong, as a value: a text and the parts that stand in place of each "%s" of it in turn. It is put into
+// words where it is shown: in English on the command line, since scripts read it, and in the user's language in the
+// window.
 //
 // What can fail returns a Result: a value, or a problem with everything as it was before.
 #pragma once
@@ -60,9 +61,7 @@ class [[nodiscard]] Result {
  public:
   Result(Value value) : value_(std::move(value)) {}
   Result(Problem problem) : problem_(std::move(problem)) {}
-  Result()
-    requires std::is_same_v<Value, Success>
-      : value_(Success()) {}
+  Result() requires std::is_same_v<Value, Success> : value_(Success()) {}
 
   explicit operator bool() const { return value_.has_value(); }
   Value& operator*() { return *value_; }

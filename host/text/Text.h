@@ -1,4 +1,5 @@
-// A text of the host that has a translation: only N_ makes one, and only of a literal, which scripts/translations finds.
+// A text of the host that has a translation: only N_ makes one, and only of a literal, which scripts/translations
+// finds.
 #pragma once
 
 namespace host {
