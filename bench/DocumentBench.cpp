@@ -105,18 +105,18 @@ ratio::Body EditIn(int count, Edit edit) {
     for (auto _ : state) {
       number = (number + 7919) % ids.size();
       Taken(edit(session, ids[number]));
-      session.Undo();
+      session.Steps().Undo();
     }
   };
 }
 
-host::Result<> Move(host::DocumentSession& session, host::ObjectID id) { return session.Move({id}, 1, 1); }
+host::Result<> Move(host::DocumentSession& session, host::ObjectID id) { return session.Objects().Move({id}, 1, 1); }
 
 host::Result<> SetRounding(host::DocumentSession& session, host::ObjectID id) {
-  return session.SetProperties({id}, {{"Rounding", "0.25"}});
+  return session.Objects().SetProperties({id}, {{"Rounding", "0.25"}});
 }
 
-host::Result<> Delete(host::DocumentSession& session, host::ObjectID id) { return session.Delete({id}); }
+host::Result<> Delete(host::DocumentSession& session, host::ObjectID id) { return session.Objects().Delete({id}); }
 
 const bool kPairs [[maybe_unused]] =
     ratio::Pair("open 100,000 rectangles / read the bytes and draw", 3, &Open, &ReadBytesAndDraw) &&

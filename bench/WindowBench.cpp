@@ -25,14 +25,14 @@ class Canvas final : public SessionObserver {
   Canvas() : bundles_("") {
     if (!bundles_.Load(AK_BUNDLE)) std::abort();
     session_ = std::make_unique<DocumentSession>(std::make_unique<Document>(AGSize{kAcross * kPitch, kDown * kPitch}));
-    session_->BeginStep("Fill");
+    session_->Steps().Begin("Fill");
     for (int i = 0; i < kAcross * kDown; ++i) {
       const double x = i % kAcross * kPitch;
       const double y = i / kAcross * kPitch;
-      std::ignore = session_->Add(AKClassID("stdRect"), "-default", {{x, y, x + 14, y + 12}, i * 0.1});
+      std::ignore = session_->Objects().Add(AKClassID("stdRect"), "-default", {{x, y, x + 14, y + 12}, i * 0.1});
     }
-    session_->EndStep();
-    session_->SelectNone();
+    session_->Steps().End();
+    session_->Selection().SelectNone();
     session_->AddObserver(this);
     tiles_.SetDocument(&session_->Doc());
     view_.SetOffset(0, static_cast<std::int64_t>(-kDown * kPitch));
@@ -100,7 +100,8 @@ void SetFromField(benchmark::State& state) {
   double width = 14;
   for (auto _ : state) {
     width = width > 60 ? 14 : width + 1;
-    if (!canvas.Session().SetPlacement(id, {{500, 400, 500 + width, 412}, 0.3})) state.SkipWithError("refused");
+    if (!canvas.Session().Objects().SetPlacement(id, {{500, 400, 500 + width, 412}, 0.3}))
+      state.SkipWithError("refused");
     canvas.Frame();
   }
 }

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "host/bundles/ClassRegistry.h"
+#include "host/session/SessionRegistry.h"
 #include "kit/files/AKFilePath.h"
 #include "kit/objects/AKClassSetup.h"
 
@@ -25,6 +26,7 @@ class Host {
   Host& operator=(const Host&) = delete;
 
   ClassRegistry& Classes() { return classes_; }
+  SessionRegistry& Sessions() { return sessions_; }
   /// What a bundle is given.
   AKHostServiceRecord ServiceRecord() const;
 
@@ -35,6 +37,7 @@ class Host {
   Host();
 
   ClassRegistry classes_;
+  SessionRegistry sessions_;
 };
 
 /// The host's tables, each made once.

@@ -44,7 +44,7 @@ Result<> RunMove(EditContext& context, const EditArguments& arguments) {
   std::vector<double> offset;
   if (const auto done = ParseObjects(context, arguments.words[0], &ids); !done) return done.Why();
   if (const auto done = ParseOffset(arguments.words[1], &offset); !done) return done.Why();
-  return context.session->Move(ids, offset[0], offset[1]);
+  return context.session->Objects().Move(ids, offset[0], offset[1]);
 }
 
 Result<> RunResize(EditContext& context, const EditArguments& arguments) {
@@ -55,9 +55,9 @@ Result<> RunResize(EditContext& context, const EditArguments& arguments) {
   if (const auto done = ParseList(arguments.words[1], 4, N_("a box is four numbers as X0,Y0,X1,Y1"), &b); !done)
     return done.Why();
   const AGRect to{b[0], b[1], b[2], b[3]};
-  if (ids.size() == 1) return context.session->SetPlacement(ids[0], {to, context.Doc().Find(ids[0])->angle});
-  context.session->GetBox(ids, &box);
-  return context.session->Resize(ids, box, to);
+  if (ids.size() == 1) return context.session->Objects().SetPlacement(ids[0], {to, context.Doc().Find(ids[0])->angle});
+  context.session->Selection().GetBox(ids, &box);
+  return context.session->Objects().Resize(ids, box, to);
 }
 
 Result<> RunRotate(EditContext& context, const EditArguments& arguments) {
@@ -68,11 +68,11 @@ Result<> RunRotate(EditContext& context, const EditArguments& arguments) {
   if (!ParseFinite(arguments.words[1], &degrees)) {
     return Problem(N_("\"%s\" is no number of degrees"), {arguments.words[1]});
   }
-  if (!arguments.Has("about")) return context.session->Rotate(ids, degrees * kDegToRad);
+  if (!arguments.Has("about")) return context.session->Objects().Rotate(ids, degrees * kDegToRad);
   if (const auto done = ParseList(arguments.Value("about", ""), 2, N_("--about takes two numbers as X,Y"), &about);
       !done)
     return done.Why();
-  return context.session->Rotate(ids, degrees * kDegToRad, {about[0], about[1]});
+  return context.session->Objects().Rotate(ids, degrees * kDegToRad, {about[0], about[1]});
 }
 
 Result<> RunAlign(EditContext& context, const EditArguments& arguments) {
@@ -80,7 +80,8 @@ Result<> RunAlign(EditContext& context, const EditArguments& arguments) {
   Alignment alignment{};
   if (const auto done = ParseObjects(context, arguments.words[0], &ids); !done) return done.Why();
   if (const auto done = ParseWord(arguments.words[1], kAlignments, &alignment); !done) return done.Why();
-  return context.session->Align(ids, alignment, arguments.Has("page") ? AlignTo::kPage : AlignTo::kObjects);
+  return context.session->Arrangement().Align(ids, alignment,
+                                              arguments.Has("page") ? AlignTo::kPage : AlignTo::kObjects);
 }
 
 Result<> RunDistribute(EditContext& context, const EditArguments& arguments) {
@@ -88,7 +89,7 @@ Result<> RunDistribute(EditContext& context, const EditArguments& arguments) {
   Axis axis{};
   if (const auto done = ParseObjects(context, arguments.words[0], &ids); !done) return done.Why();
   if (const auto done = ParseWord(arguments.words[1], kAxes, &axis); !done) return done.Why();
-  return context.session->Distribute(ids, axis);
+  return context.session->Arrangement().Distribute(ids, axis);
 }
 
 Result<> RunOrder(EditContext& context, const EditArguments& arguments) {
@@ -96,7 +97,7 @@ Result<> RunOrder(EditContext& context, const EditArguments& arguments) {
   OrderChange change{};
   if (const auto done = ParseObjects(context, arguments.words[0], &ids); !done) return done.Why();
   if (const auto done = ParseWord(arguments.words[1], kOrders, &change); !done) return done.Why();
-  return context.session->ChangeOrder(ids, change);
+  return context.session->Arrangement().ChangeOrder(ids, change);
 }
 
 }  // namespace

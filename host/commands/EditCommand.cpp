@@ -51,7 +51,8 @@ Result<> AddRange(const EditContext& context, const std::string& text, ObjectIDs
 }  // namespace
 
 Problem::Part EditContext::Name() const {
-  return session->Path().empty() ? Problem::Part(N_("the document")) : Problem::Part("\"" + session->Path() + "\"");
+  return session->File().Path().empty() ? Problem::Part(N_("the document"))
+                                        : Problem::Part("\"" + session->File().Path() + "\"");
 }
 
 void EditContext::SetSession(std::unique_ptr<DocumentSession> next) {
@@ -108,8 +109,8 @@ int RunOnFile(const EditCommand& command, const std::vector<std::string>& words)
   context.session = std::move(*session);
   const EditArguments arguments{line, {all.begin() + 1, all.end()}};
   if (const auto done = command.run(context, arguments); !done) return Fail(done.Why());
-  if (context.session->HasUnsavedChanges()) {
-    if (const auto done = context.session->Save(false); !done) return Fail(done.Why());
+  if (context.session->File().HasUnsavedChanges()) {
+    if (const auto done = context.session->File().Save(false); !done) return Fail(done.Why());
   }
   std::fputs(context.output.c_str(), stdout);
   return 0;
@@ -118,12 +119,12 @@ int RunOnFile(const EditCommand& command, const std::vector<std::string>& words)
 Result<> ParseObjects(const EditContext& context, const std::string& text, ObjectIDs* ids) {
   ids->clear();
   if (text == "selected") {
-    *ids = context.session->Selected().IDs();
+    *ids = context.session->Selection().IDs();
     return {};
   }
   if (text == "all") {
     context.Doc().ForEachObject([&](const DocumentObject& object) {
-      if (context.session->IsEditable(object.id)) ids->push_back(object.id);
+      if (context.session->Selection().IsEditable(object.id)) ids->push_back(object.id);
     });
     return {};
   }

@@ -19,7 +19,7 @@ Result<std::unique_ptr<DocumentSession>> NewSession(const CommandLine& line) {
 
 // A script may leave changes unsaved only when it says so.
 Result<> MayLeave(const EditContext& context, const EditArguments& arguments) {
-  if (!context.session || !context.session->HasUnsavedChanges() || arguments.Has("discard")) return {};
+  if (!context.session || !context.session->File().HasUnsavedChanges() || arguments.Has("discard")) return {};
   return Problem(N_("%s has unsaved changes: \"save\" it, or give --discard"), {context.Name()});
 }
 
@@ -40,11 +40,11 @@ Result<> RunOpen(EditContext& context, const EditArguments& arguments) {
 }
 
 Result<> RunSave(EditContext& context, const EditArguments& arguments) {
-  if (context.session->IsStepOpen()) {
+  if (context.session->Steps().IsOpen()) {
     return Problem(N_("a step is open: \"end\" or \"cancel\" comes first"));
   }
-  if (arguments.words.empty()) return context.session->Save(arguments.Has("overwrite"));
-  return context.session->SaveAs(arguments.words[0]);
+  if (arguments.words.empty()) return context.session->File().Save(arguments.Has("overwrite"));
+  return context.session->File().SaveAs(arguments.words[0]);
 }
 
 Result<> RunClose(EditContext& context, const EditArguments& arguments) {
@@ -75,7 +75,7 @@ int RunNewOnFile(const std::vector<std::string>& words) {
   if (const auto done = line.Parse(words, 1, 1); !done) return Fail(done.Why());
   const auto session = NewSession(line);
   if (!session) return Fail(session.Why());
-  const auto done = (*session)->SaveAs(line.Positional()[0]);
+  const auto done = (*session)->File().SaveAs(line.Positional()[0]);
   return done ? 0 : Fail(done.Why());
 }
 

@@ -12,16 +12,16 @@ Result<> Repeat(EditContext& context, const EditArguments& arguments, bool isUnd
     return Problem(N_("\"%s\" is no count of steps"), {arguments.words[0]});
   }
   DocumentSession& session = *context.session;
-  const History& steps = session.Steps();
+  const History& steps = session.Steps().Known();
   const std::size_t known = isUndo ? steps.Position() : steps.Count() - steps.Position();
-  if (session.IsStepOpen() || times > known) {
-    return Problem(session.IsStepOpen() ? N_("a step is open: \"end\" or \"cancel\" comes first")
-                   : isUndo             ? N_("there is nothing to undo")
-                                        : N_("there is nothing to redo"));
+  if (session.Steps().IsOpen() || times > known) {
+    return Problem(session.Steps().IsOpen() ? N_("a step is open: \"end\" or \"cancel\" comes first")
+                   : isUndo                 ? N_("there is nothing to undo")
+                                            : N_("there is nothing to redo"));
   }
   for (std::size_t i = 0; i < times; ++i) {
-    context.output += (isUndo ? session.UndoTitle() : session.RedoTitle()) + "\n";
-    isUndo ? session.Undo() : session.Redo();
+    context.output += (isUndo ? session.Steps().UndoTitle() : session.Steps().RedoTitle()) + "\n";
+    isUndo ? session.Steps().Undo() : session.Steps().Redo();
   }
   return {};
 }
@@ -35,33 +35,33 @@ Result<> RunHistory(EditContext& context, const EditArguments& arguments) {
     context.output = JsonOfHistory(*context.session);
     return {};
   }
-  const History& steps = context.session->Steps();
+  const History& steps = context.session->Steps().Known();
   for (std::size_t i = 0; i < steps.Count(); ++i) {
     context.output += std::string(i < steps.Position() ? "done    " : "undone  ") + steps.NameAt(i) + "\n";
   }
-  context.output += context.session->HasUnsavedChanges() ? "changes are unsaved\n" : "everything is saved\n";
+  context.output += context.session->File().HasUnsavedChanges() ? "changes are unsaved\n" : "everything is saved\n";
   return {};
 }
 
 Result<> RunBegin(EditContext& context, const EditArguments& arguments) {
-  context.session->BeginStep(arguments.words.empty() ? "" : arguments.words[0]);
+  context.session->Steps().Begin(arguments.words.empty() ? "" : arguments.words[0]);
   return {};
 }
 
 Result<> CheckOpen(const EditContext& context) {
-  if (context.session->IsStepOpen()) return {};
+  if (context.session->Steps().IsOpen()) return {};
   return Problem(N_("no step is open: \"begin\" comes first"));
 }
 
 Result<> RunEnd(EditContext& context, const EditArguments&) {
   if (const auto done = CheckOpen(context); !done) return done.Why();
-  context.session->EndStep();
+  context.session->Steps().End();
   return {};
 }
 
 Result<> RunCancel(EditContext& context, const EditArguments&) {
   if (const auto done = CheckOpen(context); !done) return done.Why();
-  context.session->CancelStep();
+  context.session->Steps().Cancel();
   return {};
 }
 

@@ -53,7 +53,7 @@ Result<> RunInspect(EditContext& context, const EditArguments& arguments) {
   if (const auto done = ParseObjects(context, arguments.words[0], &ids); !done) return done.Why();
   if (const auto done = inspector.Open(context.session.get(), ids); !done) return done.Why();
   auto filled = inspector.Fill();
-  EditStep step(*context.session, "");
+  EditStep step(context.session->Steps(), "");
   std::string changes;
   for (const std::string& assignment : arguments.line.Values("set")) {
     if (const auto done = ApplyChange(&inspector, assignment, &changes); !done) return done.Why();

@@ -19,7 +19,7 @@ Result<> RunLayers(EditContext& context, const EditArguments& arguments) {
     context.output += std::to_string(number++) + "  " + std::to_string(layer->objects.Count()) + " objects";
     if (!layer->settings.visible) context.output += ", hidden";
     if (layer->settings.locked) context.output += ", locked";
-    if (layer->id == context.session->ActiveLayer()) context.output += ", active";
+    if (layer->id == context.session->Layers().Active()) context.output += ", active";
     context.output += "  " + layer->settings.name + "\n";
   }
   return {};
@@ -32,7 +32,7 @@ Result<> AddLayer(EditContext& context, const Words& words) {
   if (words.size() > 2 && (!ParseIndex(words[2], &index) || index > context.Doc().Layers().size())) {
     return Problem(N_("\"%s\" is no place of a layer"), {words[2]});
   }
-  const LayerID id = context.session->AddLayer(words.size() > 1 ? words[1] : "", index);
+  const LayerID id = context.session->Layers().Add(words.size() > 1 ? words[1] : "", index);
   context.output = std::to_string(context.Doc().IndexOfLayer(id)) + "\n";
   return {};
 }
@@ -46,32 +46,33 @@ struct LayerAction {
 
 Result<> MoveLayer(EditContext& context, LayerID id, const std::string& text) {
   std::size_t index = 0;
-  if (ParseIndex(text, &index)) return context.session->MoveLayer(id, index);
+  if (ParseIndex(text, &index)) return context.session->Layers().Move(id, index);
   return Problem(N_("\"%s\" is no place of a layer"), {text});
 }
 
 Result<> TakeObjects(EditContext& context, LayerID id, const std::string& text) {
   ObjectIDs ids;
   if (const auto done = ParseObjects(context, text, &ids); !done) return done.Why();
-  return context.session->MoveToLayer(ids, id);
+  return context.session->Layers().MoveObjects(ids, id);
 }
 
 constexpr LayerAction kActions[] = {
-    {"remove", false, [](EditContext& c, LayerID id, const std::string&) { return c.session->RemoveLayer(id); }},
+    {"remove", false, [](EditContext& c, LayerID id, const std::string&) { return c.session->Layers().Remove(id); }},
     {"rename", true,
-     [](EditContext& c, LayerID id, const std::string& text) { return c.session->SetLayerName(id, text); }},
+     [](EditContext& c, LayerID id, const std::string& text) { return c.session->Layers().SetName(id, text); }},
     {"show", false,
-     [](EditContext& c, LayerID id, const std::string&) { return c.session->SetLayerVisible(id, true); }},
+     [](EditContext& c, LayerID id, const std::string&) { return c.session->Layers().SetVisible(id, true); }},
     {"hide", false,
-     [](EditContext& c, LayerID id, const std::string&) { return c.session->SetLayerVisible(id, false); }},
-    {"lock", false, [](EditContext& c, LayerID id, const std::string&) { return c.session->SetLayerLocked(id, true); }},
+     [](EditContext& c, LayerID id, const std::string&) { return c.session->Layers().SetVisible(id, false); }},
+    {"lock", false,
+     [](EditContext& c, LayerID id, const std::string&) { return c.session->Layers().SetLocked(id, true); }},
     {"unlock", false,
-     [](EditContext& c, LayerID id, const std::string&) { return c.session->SetLayerLocked(id, false); }},
+     [](EditContext& c, LayerID id, const std::string&) { return c.session->Layers().SetLocked(id, false); }},
     {"move", true, &MoveLayer},
     {"take", true, &TakeObjects},
     {"activate", false,
      [](EditContext& c, LayerID id, const std::string&) -> Result<> {
-       c.session->SetActiveLayer(id);
+       c.session->Layers().SetActive(id);
        return {};
      }},
 };
@@ -96,7 +97,7 @@ Result<> RunPage(EditContext& context, const EditArguments& arguments) {
   AGSize size = context.Doc().Page();
   AGColor background = context.Doc().Background();
   if (const auto done = ParsePageOptions(arguments.line, &size, &background); !done) return done.Why();
-  EditStep step(*context.session, Tr("Change Page"));
+  EditStep step(context.session->Steps(), Tr("Change Page"));
   if (const auto done = context.session->SetPage(size); !done) return done.Why();
   context.session->SetBackground(background);
   char text[160];

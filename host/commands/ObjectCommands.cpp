@@ -28,18 +28,19 @@ Result<> RunAdd(EditContext& context, const EditArguments& arguments) {
   DocumentSession& session = *context.session;
   ObjectPlacement placement;
   std::vector<std::pair<std::string, std::string>> pairs;
-  LayerID layer = session.ActiveLayer();
+  LayerID layer = session.Layers().Active();
   if (const auto done = ParsePlacement(arguments, &placement); !done) return done.Why();
   if (const auto done = ParseAssignments(arguments.line.Values("set"), &pairs); !done) return done.Why();
   if (arguments.Has("layer")) {
     if (const auto done = ParseLayer(context, arguments.Value("layer", ""), &layer); !done) return done.Why();
   }
-  session.SetActiveLayer(layer);
-  EditStep step(session, "");
-  const auto id = session.Add(AKClassID(arguments.words[0].c_str()), arguments.Value("args", "-default"), placement);
+  session.Layers().SetActive(layer);
+  EditStep step(session.Steps(), "");
+  const auto id =
+      session.Objects().Add(AKClassID(arguments.words[0].c_str()), arguments.Value("args", "-default"), placement);
   if (!id) return id.Why();
   if (!pairs.empty()) {
-    if (const auto done = session.SetProperties({*id}, pairs); !done) return done.Why();
+    if (const auto done = session.Objects().SetProperties({*id}, pairs); !done) return done.Why();
   }
   context.output = std::to_string(context.Doc().NumberOf(*id)) + "\n";
   return step.End();
@@ -83,13 +84,13 @@ Result<> RunSet(EditContext& context, const EditArguments& arguments) {
   if (const auto done = ParseObjects(context, arguments.words[0], &ids); !done) return done.Why();
   if (const auto done = ParseAssignments({arguments.words.begin() + 1, arguments.words.end()}, &pairs); !done)
     return done.Why();
-  return context.session->SetProperties(ids, pairs);
+  return context.session->Objects().SetProperties(ids, pairs);
 }
 
 Result<> RunDelete(EditContext& context, const EditArguments& arguments) {
   ObjectIDs ids;
   if (const auto done = ParseObjects(context, arguments.words[0], &ids); !done) return done.Why();
-  return context.session->Delete(ids);
+  return context.session->Objects().Delete(ids);
 }
 
 }  // namespace

@@ -50,7 +50,7 @@ int Discard(const RecoveryFile& recovery) {
 int RecoverInto(const RecoveryFile& recovery, const std::string& path) {
   const auto session = OpenRecovery(recovery);
   if (!session) return Fail(session.Why());
-  if (const auto done = (*session)->SaveAs(path); !done) return Fail(done.Why());
+  if (const auto done = (*session)->File().SaveAs(path); !done) return Fail(done.Why());
   return Discard(recovery);
 }
 

@@ -54,7 +54,7 @@ int RunLines(std::istream& lines, const std::string& name, EditContext& context)
     if (context.recovery) context.recovery->Update();
   }
   if (lines.bad()) return Fail("can't read \"" + name + "\"");
-  if (context.session && context.session->HasUnsavedChanges()) {
+  if (context.session && context.session->File().HasUnsavedChanges()) {
     const Problem unsaved(N_("the script has ended; changes of %s were not saved"), {context.Name()});
     std::fprintf(stderr, "objecthost: %s\n", unsaved.English().c_str());
   }

@@ -21,7 +21,7 @@ Result<> FindWithin(const EditContext& context, const EditArguments& arguments, 
   if (const auto done = ParseList(arguments.Value(option, ""), 4, N_("a band is four numbers as X0,Y0,X1,Y1"), &b);
       !done)
     return done.Why();
-  *found = context.session->ObjectsIn({b[0], b[1], b[2], b[3]}, rule);
+  *found = context.session->Selection().ObjectsIn({b[0], b[1], b[2], b[3]}, rule);
   return {};
 }
 
@@ -33,7 +33,7 @@ Result<> FindAt(const EditContext& context, const EditArguments& arguments, Obje
   if (!ParseFinite(arguments.Value("tolerance", "1"), &tolerance)) {
     return Problem(N_("--tolerance takes a number"));
   }
-  const ObjectID id = context.session->ObjectAt({point[0], point[1]}, tolerance);
+  const ObjectID id = context.session->Selection().ObjectAt({point[0], point[1]}, tolerance);
   if (id != kNoObjectID) found->push_back(id);
   return {};
 }
@@ -45,7 +45,7 @@ Result<> FindObjects(const EditContext& context, const EditArguments& arguments,
   if (!arguments.words.empty() && arguments.words[0] != "none") {
     return ParseObjects(context, arguments.words[0], found);
   }
-  if (arguments.words.empty()) *found = context.session->Selected().IDs();
+  if (arguments.words.empty()) *found = context.session->Selection().IDs();
   return {};
 }
 
@@ -53,12 +53,12 @@ Result<> RunSelect(EditContext& context, const EditArguments& arguments) {
   ObjectIDs found;
   if (const auto done = FindObjects(context, arguments, &found); !done) return done.Why();
   if (arguments.Has("add")) {
-    context.session->AddToSelection(found);
+    context.session->Selection().Add(found);
   } else {
-    context.session->Select(found);
+    context.session->Selection().Select(found);
   }
   std::vector<std::size_t> numbers;
-  for (const ObjectID id : context.session->Selected().IDs()) numbers.push_back(context.Doc().NumberOf(id));
+  for (const ObjectID id : context.session->Selection().IDs()) numbers.push_back(context.Doc().NumberOf(id));
   JsonWriter json;
   json.BeginArray();
   for (const std::size_t number : numbers) {
@@ -75,7 +75,7 @@ Result<> RunDuplicate(EditContext& context, const EditArguments& arguments) {
   std::vector<double> offset;
   if (const auto done = ParseObjects(context, arguments.words[0], &ids); !done) return done.Why();
   if (const auto done = ParseOffset(arguments, "10,-10", &offset); !done) return done.Why();
-  return context.session->Duplicate(ids, offset[0], offset[1]);
+  return context.session->Clipboard().Duplicate(ids, offset[0], offset[1]);
 }
 
 // The clipboard lives as long as the script; a command of its own needs a file.
@@ -91,7 +91,7 @@ Result<> KeepClipboard(EditContext& context, const EditArguments& arguments, std
 Result<> RunCopy(EditContext& context, const EditArguments& arguments) {
   ObjectIDs ids;
   if (const auto done = ParseObjects(context, arguments.words[0], &ids); !done) return done.Why();
-  std::string bytes = context.session->Copy(ids);
+  std::string bytes = context.session->Clipboard().Copy(ids);
   if (!ids.empty() && !bytes.empty()) return KeepClipboard(context, arguments, std::move(bytes));
   return Problem(N_("there is no object to copy"));
 }
@@ -100,8 +100,8 @@ Result<> RunCut(EditContext& context, const EditArguments& arguments) {
   ObjectIDs ids;
   std::string bytes;
   if (const auto done = ParseObjects(context, arguments.words[0], &ids); !done) return done.Why();
-  EditStep step(*context.session, Tr("Cut"));
-  if (const auto done = context.session->Cut(ids, &bytes); !done) return done.Why();
+  EditStep step(context.session->Steps(), Tr("Cut"));
+  if (const auto done = context.session->Clipboard().Cut(ids, &bytes); !done) return done.Why();
   if (const auto done = KeepClipboard(context, arguments, std::move(bytes)); !done) return done.Why();
   return step.End();
 }
@@ -113,7 +113,7 @@ Result<> RunPaste(EditContext& context, const EditArguments& arguments) {
   if (arguments.Has("from")) {
     if (const auto done = ReadWholeFile(arguments.Value("from", ""), &bytes); !done) return done.Why();
   }
-  return context.session->Paste(bytes, offset[0], offset[1]);
+  return context.session->Clipboard().Paste(bytes, offset[0], offset[1]);
 }
 
 }  // namespace

@@ -54,16 +54,16 @@ double RoundingOf(const DocumentSession& session, ObjectID id) {
 }
 
 Result<ObjectID> AddItem(DocumentSession* session, const SceneItem& item) {
-  const auto added = session->Add(kRectangle, "", {item.bounds, item.degrees * kDegToRad});
+  const auto added = session->Objects().Add(kRectangle, "", {item.bounds, item.degrees * kDegToRad});
   if (!added) return added.Why();
   const ObjectID id = *added;
   AGBrush brush;
   AGPen pen;
   brush.SetStyleSolid(item.fill);
   pen.SetStyleSolid(item.stroke, item.penSize, kAGPenSizeModeAbsolute);
-  if (const auto done = session->SetBrush({id}, brush); !done) return done.Why();
-  if (const auto done = session->SetPen({id}, pen); !done) return done.Why();
-  if (const auto done = session->SetProperties({id}, {{"Rounding", item.rounding}}); !done) return done.Why();
+  if (const auto done = session->Objects().SetBrush({id}, brush); !done) return done.Why();
+  if (const auto done = session->Objects().SetPen({id}, pen); !done) return done.Why();
+  if (const auto done = session->Objects().SetProperties({id}, {{"Rounding", item.rounding}}); !done) return done.Why();
   if (RoundingOf(*session, id) == item.expected) return id;
   return Problem(N_("a Rounding of %s became %s"), {item.rounding, std::to_string(RoundingOf(*session, id))});
 }
@@ -94,7 +94,7 @@ Result<> UseInspector(DocumentSession* session, ObjectID id) {
     std::printf("  control %u set to %g: the rectangle's curvature is %g, \"%s\"\n", step.control, step.value, rounding,
                 actionName.c_str());
     if (rounding != step.expected || field != step.expected || slider != step.expected ||
-        actionName != ExpectedActionName() || session->Steps().UndoName() != actionName) {
+        actionName != ExpectedActionName() || session->Steps().Known().UndoName() != actionName) {
       return Problem(N_("the inspector panel and the rectangle do not agree"));
     }
   }

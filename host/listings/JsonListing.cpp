@@ -45,7 +45,7 @@ void WriteObject(JsonWriter* json, const DocumentSession& session, const Documen
   json->Integer("number", static_cast<long long>(number));
   json->String("class", object.classID.chars);
   json->Bool("placeholder", object.IsPlaceholder());
-  json->Bool("selected", session.Selected().Contains(object.id));
+  json->Bool("selected", session.Selection().Contains(object.id));
   WriteNumbers(json, "bounds", {object.bounds.x0, object.bounds.y0, object.bounds.x1, object.bounds.y1});
   json->Number("angle", object.angle * kRadToDeg);
   json->Key("properties");
@@ -67,7 +67,7 @@ std::string JsonOf(const DocumentSession& session, bool withObjects) {
     json.String("name", layer->settings.name);
     json.Bool("visible", layer->settings.visible);
     json.Bool("locked", layer->settings.locked);
-    json.Bool("active", layer->id == session.ActiveLayer());
+    json.Bool("active", layer->id == session.Layers().Active());
     if (withObjects) {
       json.Key("objects");
       json.BeginArray();
@@ -227,17 +227,17 @@ std::string JsonOfBundle(const Bundle& bundle) {
 }
 
 std::string JsonOfHistory(const DocumentSession& session) {
-  const History& steps = session.Steps();
+  const History& steps = session.Steps().Known();
   JsonWriter json;
   json.BeginObject();
-  json.String("undo", session.UndoTitle());
-  json.String("redo", session.RedoTitle());
+  json.String("undo", session.Steps().UndoTitle());
+  json.String("redo", session.Steps().RedoTitle());
   json.Integer("position", static_cast<long long>(steps.Position()));
   json.Key("steps");
   json.BeginArray();
   for (std::size_t i = 0; i < steps.Count(); ++i) json.String(steps.NameAt(i));
   json.EndArray();
-  json.Bool("unsaved", session.HasUnsavedChanges());
+  json.Bool("unsaved", session.File().HasUnsavedChanges());
   json.EndObject();
   return json.Line();
 }

@@ -30,7 +30,7 @@ Result<> Inspector::Open(DocumentSession* session, const ObjectIDs& ids) {
   const RegisteredClass* entry = nullptr;
   for (const ObjectID id : ids) {
     const DocumentObject* object = session->Doc().Find(id);
-    if (object == nullptr || !session->IsEditable(id)) {
+    if (object == nullptr || !session->Selection().IsEditable(id)) {
       return Problem(N_("the object can't be inspected: its layer is hidden or locked"));
     }
     const RegisteredClass* own = ClassWithPanel(*object);
@@ -58,15 +58,15 @@ int Inspector::SendTo(ObjectID id, AKGUIEvent* event) {
   const DocumentObject* object = session_->Doc().Find(id);
   if (object == nullptr || !object->instance) return 0;
   AKObject* instance = object->instance.get();
-  session_->MakeCurrent();
+  Host::Instance().Sessions().MakeCurrent(*session_);
   const InstanceCall call(InstanceCall::Kind::kEdit);
   return CallSlot<int, AKGUIDesc&, AKGUIEvent&>(*instance->Class(), kAKMethodInspector, instance, *panel_, *event);
 }
 
 Result<> Inspector::SendToAll(unsigned int kind, unsigned int controlID, const Prepare& prepare,
                               std::string* actionName) {
-  session_->SetActionName("");
-  session_->BeginStep("");
+  session_->Steps().SetActionName("");
+  session_->Steps().Begin("");
   int status = 0;
   std::string name;
   for (const ObjectID id : ids_) {
@@ -78,11 +78,11 @@ Result<> Inspector::SendToAll(unsigned int kind, unsigned int controlID, const P
     if (status == 0) status = own;
     if (!event.actionName.IsEmpty()) name = DisplayText(event.actionName);
   }
-  if (name.empty()) name = session_->ActionName();  // through a handler
-  session_->SetActionName(name);
-  const auto noticed = session_->NoticeChanges(ids_);
-  session_->EndStep();
-  session_->SetActionName("");
+  if (name.empty()) name = session_->Steps().ActionName();  // through a handler
+  session_->Steps().SetActionName(name);
+  const auto noticed = session_->Objects().NoticeChanges(ids_);
+  session_->Steps().End();
+  session_->Steps().SetActionName("");
   if (actionName != nullptr) *actionName = std::move(name);
   if (!noticed) return noticed.Why();
   return ResultOf(status);

@@ -1,11 +1,7 @@
-// The clipboard: objects as bytes, and back.
-//
-// A chunk "HClp": u32 version 1, u32 number of objects, and that many "HObj" chunks as in documents.
-#include <algorithm>
+#include "host/session/SessionClipboard.h"
 
 #include "host/HostLog.h"
 #include "host/model/ObjectRecord.h"
-#include "host/session/DocumentSession.h"
 #include "host/text/Localisation.h"
 #include "kit/streams/AKFileNumbers.h"
 
@@ -51,9 +47,9 @@ Result<> ReadClipboard(const std::string& bytes, Objects* objects) {
 
 }  // namespace
 
-std::string DocumentSession::Copy(const ObjectIDs& ids) const {
+std::string SessionClipboard::Copy(const ObjectIDs& ids) const {
   std::vector<const DocumentObject*> objects;
-  for (const ObjectID id : InDrawingOrder(ids)) objects.push_back(document_->Find(id));
+  for (const ObjectID id : InDrawingOrder(document_, ids)) objects.push_back(document_.Find(id));
   AKFile stream(AKFile::kModeMemory);
   const void* data = nullptr;
   unsigned long long size = 0;
@@ -64,37 +60,37 @@ std::string DocumentSession::Copy(const ObjectIDs& ids) const {
   return {static_cast<const char*>(data), static_cast<std::size_t>(size)};
 }
 
-Result<> DocumentSession::Cut(const ObjectIDs& ids, std::string* clipboard) {
-  if (const auto done = CheckEditable(ids); !done) return done.Why();
+Result<> SessionClipboard::Cut(const ObjectIDs& ids, std::string* clipboard) {
+  if (const auto done = CheckEditable(document_, ids); !done) return done.Why();
   std::string bytes = Copy(ids);
   if (bytes.empty()) {
     return Problem(N_("the objects can't be copied"));
   }
-  EditStep step(*this, Tr("Cut"));
-  if (const auto done = Delete(ids); !done) return done.Why();
+  EditStep step(steps_, Tr("Cut"));
+  if (const auto done = objects_.Delete(ids); !done) return done.Why();
   *clipboard = std::move(bytes);
   return step.End();
 }
 
-Result<> DocumentSession::Paste(const std::string& clipboard, double dx, double dy) {
+Result<> SessionClipboard::Paste(const std::string& clipboard, double dx, double dy) {
   Objects objects;
-  if (const auto done = CheckActiveLayer(); !done) return done.Why();
+  if (const auto done = CheckTakesObjects(document_, activeLayer_.Get()); !done) return done.Why();
   if (const auto done = ReadClipboard(clipboard, &objects); !done) return done.Why();
-  EditStep step(*this, Tr("Paste"));
+  EditStep step(steps_, Tr("Paste"));
   ObjectIDs pasted;
   for (auto& object : objects) {
-    pasted.push_back(InsertOne(std::move(object), {activeLayer_, document_->FindLayer(activeLayer_)->objects.Count()}));
+    pasted.push_back(steps_.Insert(std::move(object), activeLayer_.Front()));
   }
   // Placeholders alone are not moved.
-  if (dx != 0 || dy != 0) static_cast<void>(Move(pasted, dx, dy));
+  if (dx != 0 || dy != 0) static_cast<void>(objects_.Move(pasted, dx, dy));
   step.End();
-  Select(pasted);
+  selection_.Select(pasted);
   return {};
 }
 
-Result<> DocumentSession::Duplicate(const ObjectIDs& ids, double dx, double dy) {
-  if (const auto done = CheckEditable(ids); !done) return done.Why();
-  EditStep step(*this, Tr("Duplicate"));
+Result<> SessionClipboard::Duplicate(const ObjectIDs& ids, double dx, double dy) {
+  if (const auto done = CheckEditable(document_, ids); !done) return done.Why();
+  EditStep step(steps_, Tr("Duplicate"));
   if (const auto done = Paste(Copy(ids), dx, dy); !done) return done.Why();
   return step.End();
 }

@@ -1,10 +1,9 @@
-// What is selected, and what lies where.
+#include "host/session/SessionSelection.h"
+
 #include <algorithm>
 
 #include "graphics/geometry/AGGeometry.h"
 #include "host/pictures/HitTest.h"
-#include "host/session/DocumentSession.h"
-#include "host/session/SessionNotify_p.h"
 
 namespace host {
 namespace {
@@ -27,54 +26,54 @@ bool BandTakes(const AGRect& band, const ObjectPlacement& placement, Band rule) 
 
 }  // namespace
 
-bool DocumentSession::IsEditable(ObjectID id) const {
-  const Layer* layer = document_->LayerOf(id);
+bool SessionSelection::IsEditable(ObjectID id) const {
+  const Layer* layer = document_.LayerOf(id);
   return layer != nullptr && layer->IsEditable();
 }
 
-void DocumentSession::Select(const ObjectIDs& ids) {
+void SessionSelection::Select(const ObjectIDs& ids) {
   Selection selected;
   for (const ObjectID id : ids) {
     if (IsEditable(id)) selected.Add(id);
   }
   if (selected == selection_) return;
   selection_ = std::move(selected);
-  Notify([](SessionObserver& observer) { observer.OnSelectionChanged(); });
+  observers_.Notify([](SessionObserver& observer) { observer.OnSelectionChanged(); });
 }
 
-void DocumentSession::AddToSelection(const ObjectIDs& ids) {
+void SessionSelection::Add(const ObjectIDs& ids) {
   bool changed = false;
   for (const ObjectID id : ids) changed |= IsEditable(id) && selection_.Add(id);
-  if (changed) Notify([](SessionObserver& observer) { observer.OnSelectionChanged(); });
+  if (changed) observers_.Notify([](SessionObserver& observer) { observer.OnSelectionChanged(); });
 }
 
-void DocumentSession::ToggleInSelection(ObjectID id) {
+void SessionSelection::Toggle(ObjectID id) {
   if (!selection_.RemoveIf([id](ObjectID selected) { return selected == id; })) {
-    AddToSelection({id});
+    Add({id});
     return;
   }
-  Notify([](SessionObserver& observer) { observer.OnSelectionChanged(); });
+  observers_.Notify([](SessionObserver& observer) { observer.OnSelectionChanged(); });
 }
 
-void DocumentSession::SelectAll() {
+void SessionSelection::SelectAll() {
   ObjectIDs all;
-  for (const auto& layer : document_->Layers()) {
+  for (const auto& layer : document_.Layers()) {
     if (!layer->IsEditable()) continue;
     layer->objects.ForEach([&all](const DocumentObject& object) { all.push_back(object.id); });
   }
   Select(all);
 }
 
-void DocumentSession::SelectNone() { Select({}); }
+void SessionSelection::SelectNone() { Select({}); }
 
-void DocumentSession::PruneSelection() {
+void SessionSelection::Prune() {
   if (!selection_.RemoveIf([this](ObjectID id) { return !IsEditable(id); })) return;
-  Notify([](SessionObserver& observer) { observer.OnSelectionChanged(); });
+  observers_.Notify([](SessionObserver& observer) { observer.OnSelectionChanged(); });
 }
 
-ObjectID DocumentSession::ObjectAt(const AGPoint& point, double tolerance) const {
+ObjectID SessionSelection::ObjectAt(const AGPoint& point, double tolerance) const {
   HitTest test(point, tolerance);
-  for (auto layer = document_->Layers().rbegin(); layer != document_->Layers().rend(); ++layer) {
+  for (auto layer = document_.Layers().rbegin(); layer != document_.Layers().rend(); ++layer) {
     if (!(*layer)->IsEditable()) continue;
     const DocumentObject* hit =
         (*layer)->objects.FindFrontIn(test.Area(), [&test](const DocumentObject& object) { return test.Hits(object); });
@@ -83,11 +82,11 @@ ObjectID DocumentSession::ObjectAt(const AGPoint& point, double tolerance) const
   return kNoObjectID;
 }
 
-ObjectIDs DocumentSession::ObjectsIn(const AGRect& band, Band rule) const {
+ObjectIDs SessionSelection::ObjectsIn(const AGRect& band, Band rule) const {
   AGRect box(band);
   box.Normalize();
   ObjectIDs taken;
-  for (const auto& layer : document_->Layers()) {
+  for (const auto& layer : document_.Layers()) {
     if (!layer->IsEditable()) continue;
     layer->objects.ForEachIn(box, [&](const DocumentObject& object) {
       if (BandTakes(box, object.Placement(), rule)) taken.push_back(object.id);
@@ -96,10 +95,10 @@ ObjectIDs DocumentSession::ObjectsIn(const AGRect& band, Band rule) const {
   return taken;
 }
 
-bool DocumentSession::GetBox(const ObjectIDs& ids, AGRect* box) const {
+bool SessionSelection::GetBox(const ObjectIDs& ids, AGRect* box) const {
   bool any = false;
   for (const ObjectID id : ids) {
-    const DocumentObject* object = document_->Find(id);
+    const DocumentObject* object = document_.Find(id);
     if (object == nullptr) continue;
     const AGRect turned = TurnedBox(object->Placement());
     *box = any ? AGRect{std::min(box->x0, turned.x0), std::min(box->y0, turned.y0), std::max(box->x1, turned.x1),
@@ -108,18 +107,6 @@ bool DocumentSession::GetBox(const ObjectIDs& ids, AGRect* box) const {
     any = true;
   }
   return any;
-}
-
-ObjectIDs DocumentSession::InDrawingOrder(const ObjectIDs& ids) const {
-  std::vector<std::pair<std::size_t, ObjectID>> numbered;
-  numbered.reserve(ids.size());
-  for (const ObjectID id : ids) numbered.emplace_back(document_->NumberOf(id), id);
-  std::sort(numbered.begin(), numbered.end());
-  numbered.erase(std::unique(numbered.begin(), numbered.end()), numbered.end());
-  ObjectIDs sorted;
-  sorted.reserve(numbered.size());
-  for (const auto& [number, id] : numbered) sorted.push_back(id);
-  return sorted;
 }
 
 }  // namespace host

@@ -82,7 +82,7 @@ bool ReadHeader(const AKFile& file, Header* header) {
 
 Recovery::Recovery(const DocumentSession& session, double seconds)
     : session_(session), interval_(seconds), when_(std::chrono::steady_clock::now()) {
-  if (!session.HasUnsavedChanges()) written_ = session.ChangeCount();
+  if (!session.File().HasUnsavedChanges()) written_ = session.Steps().ChangeCount();
 }
 
 Recovery::~Recovery() { Remove(); }
@@ -93,15 +93,15 @@ void Recovery::Remove() {
 }
 
 void Recovery::Update() {
-  if (!session_.HasUnsavedChanges()) {
+  if (!session_.File().HasUnsavedChanges()) {
     Remove();
-    written_ = session_.ChangeCount();
+    written_ = session_.Steps().ChangeCount();
     return;
   }
-  if (written_ == session_.ChangeCount()) return;
+  if (written_ == session_.Steps().ChangeCount()) return;
   // A document that was recovered is kept again at once: the file that it came from will be discarded.
   if (written_ && std::chrono::steady_clock::now() - when_ < interval_) return;
-  if (Write()) written_ = session_.ChangeCount();
+  if (Write()) written_ = session_.Steps().ChangeCount();
   when_ = std::chrono::steady_clock::now();
 }
 
@@ -111,13 +111,13 @@ bool Recovery::Write() {
   std::filesystem::create_directories(folder, failed);
   const unsigned long long process = static_cast<unsigned long long>(getpid());
   const std::string stem =
-      session_.Path().empty() ? "untitled" : std::filesystem::path(session_.Path()).stem().string();
+      session_.File().Path().empty() ? "untitled" : std::filesystem::path(session_.File().Path()).stem().string();
   const std::string file =
       folder + "/" + stem + "-" + std::to_string(process) + "-" + std::to_string(session_.Serial()) + kExtension;
   if (folder.empty() || failed) return false;
   if (file != file_) Remove();
   const Header header{process, StartOf(process), static_cast<long long>(std::time(nullptr)),
-                      AbsolutePath(session_.Path())};
+                      AbsolutePath(session_.File().Path())};
   const auto write = [&](AKFile& target) { return WriteRecovery(target, header, session_.Doc()); };
   if (!ReplaceFileBy(file, write)) return false;
   file_ = file;

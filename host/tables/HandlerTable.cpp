@@ -27,17 +27,19 @@ enum LinkMode : AKHandlerLinkMode { kLinkInFront = 0, kLinkBehind = 1 };
 /// The host object behind an AKHandler.
 class HostHandler {
  public:
-  HostHandler() : serial_(DocumentSession::Current() == nullptr ? 0 : DocumentSession::Current()->Serial()) {}
+  HostHandler()
+      : serial_(Host::Instance().Sessions().Current() == nullptr ? 0
+                                                                 : Host::Instance().Sessions().Current()->Serial()) {}
 
   bool IsActive() const { return Session() != nullptr; }
 
   void SetActionName(const AKString& name) {
-    if (DocumentSession* session = Session()) session->SetActionName(DisplayText(name));
+    if (DocumentSession* session = Session()) session->Steps().SetActionName(DisplayText(name));
   }
 
   AKString ActionName() const {
     const DocumentSession* session = Session();
-    return session == nullptr ? AKString() : TextForBundles(session->ActionName());
+    return session == nullptr ? AKString() : TextForBundles(session->Steps().ActionName());
   }
 
   /// The document's first layer.
@@ -54,31 +56,31 @@ class HostHandler {
     if (status == 0) status = FindPlace(parent, mode, &place);
     if (status != 0) return AKLogError(status, "Can't add objects to the document");
     DocumentSession* session = Session();
-    session->BeginStep(session->ActionName());
+    session->Steps().Begin(session->Steps().ActionName());
     for (AKObject* object : objects) {
-      session->Adopt(object, place);
+      session->Objects().Adopt(object, place);
       ++place.index;
     }
-    session->EndStep();
+    session->Steps().End();
     return 0;
   }
 
   int DeleteObjects(const AKObjectArray& objects) {
     ObjectIDs ids;
     const int status = Find(objects, &ids);
-    if (status == 0) Session()->DeleteAny(ids);
+    if (status == 0) Session()->Objects().DeleteAny(ids);
     return status == 0 ? 0 : AKLogError(status, "Can't delete objects of the document");
   }
 
   int ReviseObjects(const AKObjectArray& objects) {
     ObjectIDs ids;
     int status = Find(objects, &ids);
-    if (status == 0 && !Session()->NoticeChanges(ids)) status = kStatusUnwritable;
+    if (status == 0 && !Session()->Objects().NoticeChanges(ids)) status = kStatusUnwritable;
     return status == 0 ? 0 : AKLogError(status, "Can't revise objects of the document");
   }
 
  private:
-  DocumentSession* Session() const { return DocumentSession::FindBySerial(serial_); }
+  DocumentSession* Session() const { return Host::Instance().Sessions().Find(serial_); }
 
   int Check() const {
     if (Session() == nullptr) return kStatusNoDocument;
@@ -120,7 +122,7 @@ class HostHandler {
       if (mode != kLinkBehind) ++place->index;
       return 0;
     }
-    place->layer = parent == nullptr ? Session()->ActiveLayer() : LayerObject::LayerOf(parent);
+    place->layer = parent == nullptr ? Session()->Layers().Active() : LayerObject::LayerOf(parent);
     const Layer* layer = document.FindLayer(place->layer);
     if (layer == nullptr) return kStatusNotInDocument;
     place->index = mode == kLinkBehind ? 0 : layer->objects.Count();

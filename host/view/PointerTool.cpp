@@ -87,7 +87,7 @@ void PointerTool::Press(const AGPoint& point, PointerModifiers modifiers) {
   frame_ = SelectionFrame::Of(*session_);
   handle_ = frame_.HandleAt(point, *view_);
   if (handle_ == Handle::kNone) {
-    StartOn(session_->ObjectAt(startMap_, kHitTolerance / view_->Zoom()), modifiers);
+    StartOn(session_->Selection().ObjectAt(startMap_, kHitTolerance / view_->Zoom()), modifiers);
   } else if (handle_ == Handle::kRotate) {
     mode_ = Mode::kTurn;
   } else if (handle_ == Handle::kRounding) {
@@ -107,17 +107,17 @@ void PointerTool::StartOn(ObjectID object, PointerModifiers modifiers) {
     return;
   }
   mode_ = Mode::kMove;
-  const bool selected = session_->Selected().Contains(object);
+  const bool selected = session_->Selection().Contains(object);
   if (modifiers.shift) {
     if (selected) {
       toToggle_ = object;
     } else {
-      session_->AddToSelection({object});
+      session_->Selection().Add({object});
     }
   } else if (selected) {
     toSelectAlone_ = object;
   } else {
-    session_->Select({object});
+    session_->Selection().Select({object});
   }
   frame_ = SelectionFrame::Of(*session_);
 }
@@ -129,14 +129,14 @@ void PointerTool::Motion(const AGPoint& point, PointerModifiers modifiers) {
   if (!moved_) {
     if (std::hypot(point.x - start_.x, point.y - start_.y) < kUnsteady) return;
     moved_ = true;
-    if (mode_ != Mode::kBand && mode_ != Mode::kMake) session_->BeginStep("");
+    if (mode_ != Mode::kBand && mode_ != Mode::kMake) session_->Steps().Begin("");
   }
   Drag(point, modifiers);
 }
 
 void PointerTool::Drag(const AGPoint& point, PointerModifiers modifiers) {
   if (mode_ == Mode::kBand || mode_ == Mode::kMake) return;
-  session_->RewindStep();
+  session_->Steps().Rewind();
   done_ = {};
   switch (mode_) {
     case Mode::kMove:
@@ -158,10 +158,10 @@ void PointerTool::Move(const AGPoint& map, PointerModifiers modifiers) {
   double dy = map.y - startMap_.y;
   if (modifiers.shift) (std::fabs(dx) < std::fabs(dy) ? dx : dy) = 0;
   AGRect box;
-  if (!session_->GetBox(session_->Selected().IDs(), &box)) return;
+  if (!session_->Selection().GetBox(session_->Selection().IDs(), &box)) return;
   if (dx != 0) dx = Snapped(box.x0 + dx, modifiers) - box.x0;
   if (dy != 0) dy = Snapped(box.y0 + dy, modifiers) - box.y0;
-  done_ = session_->Move(session_->Selected().IDs(), dx, dy);
+  done_ = session_->Objects().Move(session_->Selection().IDs(), dx, dy);
 }
 
 void PointerTool::Stretch(const AGPoint& map, PointerModifiers modifiers) {
@@ -177,7 +177,7 @@ void PointerTool::Stretch(const AGPoint& map, PointerModifiers modifiers) {
   MoveSide(sides.y, place.y, modifiers.control, &box.y0, &box.y1);
   if (modifiers.shift) box = KeepProportions(placement.bounds, box, sides, modifiers.control);
   if (!frame_.IsSingle()) {
-    done_ = session_->Resize(session_->Selected().IDs(), placement.bounds, box);
+    done_ = session_->Objects().Resize(session_->Selection().IDs(), placement.bounds, box);
     return;
   }
   // The object turns about its centre, which moves: what stays is the opposite side where it is seen.
@@ -185,7 +185,7 @@ void PointerTool::Stretch(const AGPoint& map, PointerModifiers modifiers) {
   const AGPoint shift = AGAffineTransformRotation(placement.angle).Apply(newCenter - center);
   const AGPoint move{center.x + shift.x - newCenter.x, center.y + shift.y - newCenter.y};
   placement.bounds = {box.x0 + move.x, box.y0 + move.y, box.x1 + move.x, box.y1 + move.y};
-  done_ = session_->SetPlacement(session_->Selected().IDs()[0], placement);
+  done_ = session_->Objects().SetPlacement(session_->Selection().IDs()[0], placement);
 }
 
 void PointerTool::Turn(const AGPoint& map, PointerModifiers modifiers) {
@@ -194,19 +194,19 @@ void PointerTool::Turn(const AGPoint& map, PointerModifiers modifiers) {
   double angle = std::atan2(map.y - center.y, map.x - center.x) - std::numbers::pi / 2;
   if (modifiers.shift) angle = std::floor(angle / kTurnStep + 0.5) * kTurnStep;
   if (frame_.IsSingle()) {
-    done_ = session_->SetAngle(session_->Selected().IDs(), angle);
+    done_ = session_->Objects().SetAngle(session_->Selection().IDs(), angle);
   } else {
-    done_ = session_->Rotate(session_->Selected().IDs(), angle - before, center);
+    done_ = session_->Objects().Rotate(session_->Selection().IDs(), angle - before, center);
   }
 }
 
 void PointerTool::Round(const AGPoint& point) {
-  done_ = session_->SetProperties(session_->Selected().IDs(),
-                                  {{std::string(N_("Rounding")), TextOf(frame_.RoundingAt(point, *view_))}});
+  done_ = session_->Objects().SetProperties(session_->Selection().IDs(),
+                                            {{std::string(N_("Rounding")), TextOf(frame_.RoundingAt(point, *view_))}});
 }
 
 void PointerTool::DragGradient(const AGPoint& point) {
-  done_ = session_->SetBrush(session_->Selected().IDs(), frame_.GradientAt(point, *view_));
+  done_ = session_->Objects().SetBrush(session_->Selection().IDs(), frame_.GradientAt(point, *view_));
 }
 
 Result<> PointerTool::Release(const AGPoint& point, PointerModifiers modifiers) {
@@ -220,11 +220,11 @@ Result<> PointerTool::Release(const AGPoint& point, PointerModifiers modifiers) 
   } else if (mode == Mode::kBand) {
     FinishBand(modifiers);
   } else if (moved_) {
-    session_->EndStep();
+    session_->Steps().End();
   } else if (toToggle_ != kNoObjectID) {
-    session_->ToggleInSelection(toToggle_);
+    session_->Selection().Toggle(toToggle_);
   } else if (toSelectAlone_ != kNoObjectID) {
-    session_->Select({toSelectAlone_});
+    session_->Selection().Select({toSelectAlone_});
   }
   toToggle_ = toSelectAlone_ = kNoObjectID;
   moved_ = false;
@@ -233,7 +233,7 @@ Result<> PointerTool::Release(const AGPoint& point, PointerModifiers modifiers) 
 
 bool PointerTool::Cancel() {
   if (mode_ == Mode::kIdle) return false;
-  if (moved_ && mode_ != Mode::kBand && mode_ != Mode::kMake) session_->CancelStep();
+  if (moved_ && mode_ != Mode::kBand && mode_ != Mode::kMake) session_->Steps().Cancel();
   mode_ = Mode::kIdle;
   moved_ = false;
   toToggle_ = toSelectAlone_ = kNoObjectID;
@@ -243,11 +243,11 @@ bool PointerTool::Cancel() {
 void PointerTool::FinishBand(PointerModifiers modifiers) {
   const AGRect band{std::min(startMap_.x, lastMap_.x), std::min(startMap_.y, lastMap_.y),
                     std::max(startMap_.x, lastMap_.x), std::max(startMap_.y, lastMap_.y)};
-  const ObjectIDs taken = moved_ ? session_->ObjectsIn(band, Band::kTouched) : ObjectIDs();
+  const ObjectIDs taken = moved_ ? session_->Selection().ObjectsIn(band, Band::kTouched) : ObjectIDs();
   if (modifiers.shift) {
-    session_->AddToSelection(taken);
+    session_->Selection().Add(taken);
   } else {
-    session_->Select(taken);
+    session_->Selection().Select(taken);
   }
 }
 
@@ -265,7 +265,7 @@ AGRect PointerTool::NewBounds(PointerModifiers modifiers) const {
 void PointerTool::FinishMaking(PointerModifiers modifiers) {
   const AGRect bounds = NewBounds(modifiers);
   if (!(bounds.x1 > bounds.x0) || !(bounds.y1 > bounds.y0)) return;
-  if (const auto added = session_->Add(*newClass_, "-default", {bounds, 0}); !added) done_ = added.Why();
+  if (const auto added = session_->Objects().Add(*newClass_, "-default", {bounds, 0}); !added) done_ = added.Why();
 }
 
 std::optional<AGRect> PointerTool::Band() const {
@@ -283,8 +283,8 @@ PointerTool::Cursor PointerTool::CursorAt(const AGPoint& point) const {
   if (handle == Handle::kRotate) return Cursor::kRotate;
   if (handle == Handle::kRounding || handle == Handle::kGradient) return Cursor::kRounding;
   if (handle == Handle::kNone) {
-    const bool over =
-        mode_ == Mode::kMove || session_->ObjectAt(view_->ToMap(point), kHitTolerance / view_->Zoom()) != kNoObjectID;
+    const bool over = mode_ == Mode::kMove ||
+                      session_->Selection().ObjectAt(view_->ToMap(point), kHitTolerance / view_->Zoom()) != kNoObjectID;
     return over ? Cursor::kMove : Cursor::kArrow;
   }
   // The nearest of the four directions of arrow, on the screen, where y points down.

@@ -55,7 +55,7 @@ HandleSides SidesOf(Handle handle) {
 
 SelectionFrame SelectionFrame::Of(const DocumentSession& session) {
   SelectionFrame frame;
-  const ObjectIDs& ids = session.Selected().IDs();
+  const ObjectIDs& ids = session.Selection().IDs();
   if (ids.empty()) return frame;
   frame.empty_ = false;
   frame.single_ = ids.size() == 1;
@@ -66,7 +66,7 @@ SelectionFrame SelectionFrame::Of(const DocumentSession& session) {
     frame.brush_ = object.brush;
   } else {
     frame.placement_.angle = 0;
-    session.GetBox(ids, &frame.placement_.bounds);
+    session.Selection().GetBox(ids, &frame.placement_.bounds);
   }
   return frame;
 }

@@ -70,15 +70,15 @@ void EditorWindow::Do(const Result<>& done) {
 }
 
 void EditorWindow::AddEdit(const char* name, Edit edit) {
-  AddCommand(name, [this, edit = std::move(edit)] { Do(edit(session_->Selected().IDs())); });
+  AddCommand(name, [this, edit = std::move(edit)] { Do(edit(session_->Selection().IDs())); });
 }
 
 void EditorWindow::AddEditActions() {
   AddCommand("undo", [this] {
-    if (!GiveUndoToText(*this, "text.undo")) session_->Undo();
+    if (!GiveUndoToText(*this, "text.undo")) session_->Steps().Undo();
   });
   AddCommand("redo", [this] {
-    if (!GiveUndoToText(*this, "text.redo")) session_->Redo();
+    if (!GiveUndoToText(*this, "text.redo")) session_->Steps().Redo();
   });
   AddCommand("cut", [this] {
     if (!GiveToText(*this, "clipboard.cut")) CopySelection(true);
@@ -90,30 +90,33 @@ void EditorWindow::AddEditActions() {
     if (!GiveToText(*this, "clipboard.paste")) PasteClipboard();
   });
   AddCommand("select-all", [this] {
-    if (!GiveToText(*this, "selection.select-all")) session_->SelectAll();
+    if (!GiveToText(*this, "selection.select-all")) session_->Selection().SelectAll();
   });
-  AddCommand("select-none", [this] { session_->SelectNone(); });
-  AddEdit("delete", [this](const ObjectIDs& ids) { return session_->Delete(ids); });
-  AddEdit("duplicate", [this](const ObjectIDs& ids) { return session_->Duplicate(ids, kPasteOffset, -kPasteOffset); });
+  AddCommand("select-none", [this] { session_->Selection().SelectNone(); });
+  AddEdit("delete", [this](const ObjectIDs& ids) { return session_->Objects().Delete(ids); });
+  AddEdit("duplicate",
+          [this](const ObjectIDs& ids) { return session_->Clipboard().Duplicate(ids, kPasteOffset, -kPasteOffset); });
   const std::pair<const char*, OrderChange> orders[] = {{"to-front", OrderChange::kToFront},
                                                         {"forward", OrderChange::kForward},
                                                         {"backward", OrderChange::kBackward},
                                                         {"to-back", OrderChange::kToBack}};
   for (const auto& [name, change] : orders) {
-    AddEdit(name, [this, change = change](const ObjectIDs& ids) { return session_->ChangeOrder(ids, change); });
+    AddEdit(name,
+            [this, change = change](const ObjectIDs& ids) { return session_->Arrangement().ChangeOrder(ids, change); });
   }
   const std::pair<const char*, Alignment> alignments[] = {
       {"align-left", Alignment::kLeft}, {"align-center", Alignment::kCenter}, {"align-right", Alignment::kRight},
       {"align-top", Alignment::kTop},   {"align-middle", Alignment::kMiddle}, {"align-bottom", Alignment::kBottom}};
   for (const auto& [name, alignment] : alignments) {
     AddEdit(name, [this, alignment = alignment](const ObjectIDs& ids) {
-      return session_->Align(ids, alignment, ids.size() > 1 ? AlignTo::kObjects : AlignTo::kPage);
+      return session_->Arrangement().Align(ids, alignment, ids.size() > 1 ? AlignTo::kObjects : AlignTo::kPage);
     });
   }
   AddEdit("distribute-horizontally",
-          [this](const ObjectIDs& ids) { return session_->Distribute(ids, Axis::kHorizontal); });
-  AddEdit("distribute-vertically", [this](const ObjectIDs& ids) { return session_->Distribute(ids, Axis::kVertical); });
-  AddCommand("add-layer", [this] { session_->AddLayer(""); });
+          [this](const ObjectIDs& ids) { return session_->Arrangement().Distribute(ids, Axis::kHorizontal); });
+  AddEdit("distribute-vertically",
+          [this](const ObjectIDs& ids) { return session_->Arrangement().Distribute(ids, Axis::kVertical); });
+  AddCommand("add-layer", [this] { session_->Layers().Add(""); });
 }
 
 void EditorWindow::AddViewActions() {
@@ -158,7 +161,7 @@ void EditorWindow::SetEnabled(const char* action, bool enabled) {
 // Cut, copy, paste and undo stay enabled: a text field may want them.
 void EditorWindow::UpdateActions() {
   UpdateTitle();
-  const std::size_t count = session_->Selected().Count();
+  const std::size_t count = session_->Selection().Count();
   for (const char* action :
        {"delete", "duplicate", "to-front", "forward", "backward", "to-back", "align-left", "align-center",
         "align-right", "align-top", "align-middle", "align-bottom", "select-none", "zoom-selection"}) {
@@ -167,16 +170,16 @@ void EditorWindow::UpdateActions() {
   SetEnabled("distribute-horizontally", count > 2);
   SetEnabled("distribute-vertically", count > 2);
   if (const auto application = std::dynamic_pointer_cast<EditorApplication>(get_application())) {
-    application->ShowUndoTitles(session_->UndoTitle(), session_->RedoTitle());
+    application->ShowUndoTitles(session_->Steps().UndoTitle(), session_->Steps().RedoTitle());
   }
 }
 
 void EditorWindow::CopySelection(bool cut) {
   std::string clipboard;
   if (cut) {
-    Do(session_->Cut(session_->Selected().IDs(), &clipboard));
+    Do(session_->Clipboard().Cut(session_->Selection().IDs(), &clipboard));
   } else {
-    clipboard = session_->Copy(session_->Selected().IDs());
+    clipboard = session_->Clipboard().Copy(session_->Selection().IDs());
   }
   if (!clipboard.empty()) EditorApplication::Clipboard() = clipboard;
 }
@@ -184,7 +187,7 @@ void EditorWindow::CopySelection(bool cut) {
 void EditorWindow::PasteClipboard() {
   const std::string& clipboard = EditorApplication::Clipboard();
   if (clipboard.empty()) return;
-  Do(session_->Paste(clipboard, kPasteOffset, -kPasteOffset));
+  Do(session_->Clipboard().Paste(clipboard, kPasteOffset, -kPasteOffset));
 }
 
 }  // namespace host

@@ -106,7 +106,7 @@ EditorWindow* EditorApplication::NewWindow(std::unique_ptr<DocumentSession> sess
   });
   window->property_is_active().signal_changed().connect([this, window] {
     if (!window->is_active()) return;
-    window->Session().MakeCurrent();
+    Host::Instance().Sessions().MakeCurrent(window->Session());
     interface_.SetParent(window);
     window->OnHistoryChanged();
   });
@@ -186,7 +186,8 @@ void EditorApplication::OfferRecovery(EditorWindow* window) {
       if (recover) {
         auto session = OpenRecovery(found);
         if (!session) return window->ShowProblem(session.Why(), Gtk::MessageType::ERROR);
-        const bool shown = window->Session().Path() == (*session)->Path() && !window->Session().HasUnsavedChanges();
+        const bool shown = window->Session().File().Path() == (*session)->File().Path() &&
+                           !window->Session().File().HasUnsavedChanges();
         if (window->IsUntouched() || shown) {
           window->SetSession(std::move(*session));
         } else {

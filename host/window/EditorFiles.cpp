@@ -65,22 +65,23 @@ void EditorWindow::ChooseDocument() {
 
 void EditorWindow::Save(const std::function<void()>& then) {
   FinishTyping();
-  if (session_->Path().empty()) return SaveAs(then);
-  if (session_->IsFileChangedOutside()) return AskToOverwrite(then);
-  if (const auto done = session_->Save(false); !done) return ShowProblem(done.Why(), Gtk::MessageType::ERROR);
+  if (session_->File().Path().empty()) return SaveAs(then);
+  if (session_->File().IsChangedOutside()) return AskToOverwrite(then);
+  if (const auto done = session_->File().Save(false); !done) return ShowProblem(done.Why(), Gtk::MessageType::ERROR);
   message_.set_revealed(false);
   then();
 }
 
 void EditorWindow::AskToOverwrite(const std::function<void()>& then) {
-  const bool isThere = Glib::file_test(session_->Path(), Glib::FileTest::EXISTS);
+  const bool isThere = Glib::file_test(session_->File().Path(), Glib::FileTest::EXISTS);
   Ask(*this, isThere ? Tr("The file was changed by another program.") : Tr("The file is not there any more."),
       isThere ? Tr("Saving replaces it by this document; Save As keeps both.")
               : Tr("Replace writes it again; Save As writes another one."),
       {{Tr("Save _As…"), kSave}, {Tr("_Replace"), kOverwrite}}, [this, then](int answer) {
         if (answer == kSave) SaveAs(then);
         if (answer != kOverwrite) return;
-        if (const auto done = session_->Save(true); !done) return ShowProblem(done.Why(), Gtk::MessageType::ERROR);
+        if (const auto done = session_->File().Save(true); !done)
+          return ShowProblem(done.Why(), Gtk::MessageType::ERROR);
         then();
       });
 }
@@ -89,8 +90,8 @@ void EditorWindow::SaveAs(const std::function<void()>& then) {
   FinishTyping();
   chooser_ = Gtk::FileChooserNative::create(Tr("Save Document"), *this, Gtk::FileChooser::Action::SAVE, Tr("_Save"),
                                             Tr("_Cancel"));
-  chooser_->set_current_name(session_->Path().empty() ? std::string(Tr("Untitled")) + kExtension
-                                                      : FileName(session_->Path()));
+  chooser_->set_current_name(session_->File().Path().empty() ? std::string(Tr("Untitled")) + kExtension
+                                                             : FileName(session_->File().Path()));
   chooser_->signal_response().connect([this, then](int answer) {
     const auto file = chooser_->get_file();
     chooser_.reset();
@@ -101,18 +102,18 @@ void EditorWindow::SaveAs(const std::function<void()>& then) {
 
 void EditorWindow::SaveTo(const std::string& path, const std::function<void()>& then) {
   const bool named = FileName(path).find('.') != std::string::npos;
-  if (const auto done = session_->SaveAs(named ? path : path + kExtension); !done) {
+  if (const auto done = session_->File().SaveAs(named ? path : path + kExtension); !done) {
     return ShowProblem(done.Why(), Gtk::MessageType::ERROR);
   }
-  EditorApplication::NoteUse(session_->Path());
+  EditorApplication::NoteUse(session_->File().Path());
   message_.set_revealed(false);
   then();
 }
 
 void EditorWindow::AskToKeepChanges(const std::function<void()>& then) {
   FinishTyping();
-  if (!session_->HasUnsavedChanges()) return then();
-  const std::string name = session_->Path().empty() ? Tr("Untitled") : FileName(session_->Path());
+  if (!session_->File().HasUnsavedChanges()) return then();
+  const std::string name = session_->File().Path().empty() ? Tr("Untitled") : FileName(session_->File().Path());
   Ask(*this, TrWith("Save the changes of “%s” before closing?", name), Tr("Changes that are not saved are lost."),
       {{Tr("_Discard"), kDiscard}, {Tr("_Save"), kSave}}, [this, then](int answer) {
         if (answer == kDiscard) then();

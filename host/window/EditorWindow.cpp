@@ -93,7 +93,7 @@ void EditorWindow::SetSession(std::unique_ptr<DocumentSession> session) {
   session_ = std::move(session);
   if (session_ == nullptr) return;
   session_->AddObserver(this);
-  session_->MakeCurrent();
+  Host::Instance().Sessions().MakeCurrent(*session_);
   recovery_ = std::make_unique<Recovery>(*session_, kAutosaveSeconds);
   autosave_ = Glib::signal_timeout().connect_seconds(
       [this] {
@@ -108,7 +108,9 @@ void EditorWindow::SetSession(std::unique_ptr<DocumentSession> session) {
   UpdateActions();
 }
 
-bool EditorWindow::IsUntouched() const { return session_->Path().empty() && session_->Steps().Count() == 0; }
+bool EditorWindow::IsUntouched() const {
+  return session_->File().Path().empty() && session_->Steps().Known().Count() == 0;
+}
 
 void EditorWindow::ShowMessage(const std::string& text, Gtk::MessageType type) {
   messageText_.set_text(text);
@@ -199,8 +201,8 @@ void EditorWindow::ShowTool() {
 }
 
 void EditorWindow::UpdateTitle() {
-  const std::string name = session_->Path().empty() ? Tr("Untitled") : FileName(session_->Path());
-  set_title((session_->HasUnsavedChanges() ? "• " : "") + name + " – objecthost");
+  const std::string name = session_->File().Path().empty() ? Tr("Untitled") : FileName(session_->File().Path());
+  set_title((session_->File().HasUnsavedChanges() ? "• " : "") + name + " – objecthost");
 }
 
 void EditorWindow::UpdateZoom() {

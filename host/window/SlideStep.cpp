@@ -2,6 +2,7 @@
 
 #include <glibmm/main.h>
 
+#include "host/Host.h"
 #include "host/session/DocumentSession.h"
 
 namespace host {
@@ -26,8 +27,8 @@ void SlideStep::Continue(DocumentSession* session, const std::string& what) {
   Burst& burst = TheBurst();
   if (burst.session != session->Serial() || burst.what != what) {
     End();
-    if (session->IsStepOpen()) return;  // a drag has its own step
-    session->BeginStep("");
+    if (session->Steps().IsOpen()) return;  // a drag has its own step
+    session->Steps().Begin("");
     burst.session = session->Serial();
     burst.what = what;
   }
@@ -43,10 +44,10 @@ void SlideStep::Continue(DocumentSession* session, const std::string& what) {
 void SlideStep::End() {
   Burst& burst = TheBurst();
   burst.timer.disconnect();
-  DocumentSession* const session = DocumentSession::FindBySerial(burst.session);
+  DocumentSession* const session = Host::Instance().Sessions().Find(burst.session);
   burst.session = 0;
   burst.what.clear();
-  if (session != nullptr && session->IsStepOpen()) session->EndStep();
+  if (session != nullptr && session->Steps().IsOpen()) session->Steps().End();
 }
 
 }  // namespace host

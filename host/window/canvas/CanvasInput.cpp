@@ -160,7 +160,7 @@ bool CanvasView::OnKey(guint key, Gdk::ModifierType state) {
       } else if (tool_.NewClass()) {
         SetNewClass(std::nullopt);
       } else {
-        session_->SelectNone();
+        session_->Selection().SelectNone();
       }
       return true;
     case GDK_KEY_Delete:
@@ -180,26 +180,26 @@ bool CanvasView::OnKey(guint key, Gdk::ModifierType state) {
 }
 
 void CanvasView::Nudge(double dx, double dy) {
-  if (session_->Selected().IsEmpty()) {
+  if (session_->Selection().IsEmpty()) {
     view_.Scroll(dx * kWheelPixels, -dy * kWheelPixels);
     ViewChanged();
     return;
   }
   SlideStep::Continue(session_, "nudge");
-  if (const auto done = session_->Move(session_->Selected().IDs(), dx, dy); !done) problem_.emit(done.Why());
+  if (const auto done = session_->Objects().Move(session_->Selection().IDs(), dx, dy); !done) problem_.emit(done.Why());
 }
 
 // The keyboard's way through the objects: the next one in drawing order that can be selected.
 void CanvasView::SelectNext(bool backwards) {
   const Document& document = session_->Doc();
   const std::size_t count = document.ObjectCount();
-  const ObjectIDs& selected = session_->Selected().IDs();
+  const ObjectIDs& selected = session_->Selection().IDs();
   std::size_t number = selected.empty() ? (backwards ? 0 : count - 1) : document.NumberOf(selected.back());
   for (std::size_t tried = 0; tried < count; ++tried) {
     number = (number + (backwards ? count - 1 : 1)) % count;
     const ObjectID id = document.ObjectAt(number).id;
-    if (!session_->IsEditable(id)) continue;
-    session_->Select({id});
+    if (!session_->Selection().IsEditable(id)) continue;
+    session_->Selection().Select({id});
     return;
   }
 }

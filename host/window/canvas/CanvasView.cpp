@@ -140,7 +140,7 @@ void CanvasView::ZoomToFit() {
 
 void CanvasView::ZoomToSelection() {
   AGRect box;
-  if (session_ == nullptr || !session_->GetBox(session_->Selected().IDs(), &box)) return;
+  if (session_ == nullptr || !session_->Selection().GetBox(session_->Selection().IDs(), &box)) return;
   view_.Fit(box, Size(), 2 * kFitMargin);
   ViewChanged();
 }

@@ -107,7 +107,7 @@ void ExportDialog::ShowWhatCounts() {
 void ExportDialog::ChooseFile() {
   chooser_ =
       Gtk::FileChooserNative::create(Tr("Export"), *this, Gtk::FileChooser::Action::SAVE, Tr("_Save"), Tr("_Cancel"));
-  const std::string base = session_.Path().empty() ? Tr("Untitled") : BaseName(session_.Path());
+  const std::string base = session_.File().Path().empty() ? Tr("Untitled") : BaseName(session_.File().Path());
   chooser_->set_current_name(base + kKinds[kind_.get_selected()].extension);
   chooser_->signal_response().connect([this](int answer) {
     const auto file = chooser_->get_file();

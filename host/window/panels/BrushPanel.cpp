@@ -13,14 +13,14 @@ BrushPanel::BrushPanel() {
     } else {
       SlideStep::Continue(Session(), "brush " + burst);
     }
-    Report(Session()->SetBrush(Session()->Selected().IDs(), brush));
+    Report(Session()->Objects().SetBrush(Session()->Selection().IDs(), brush));
   });
 }
 
 void BrushPanel::Refresh() {
-  const bool any = Session() != nullptr && !Session()->Selected().IsEmpty();
+  const bool any = Session() != nullptr && !Session()->Selection().IsEmpty();
   editor_.set_sensitive(any);
-  if (any) editor_.Show(Session()->Doc().Find(Session()->Selected().IDs()[0])->brush);
+  if (any) editor_.Show(Session()->Doc().Find(Session()->Selection().IDs()[0])->brush);
 }
 
 }  // namespace host

@@ -19,9 +19,9 @@ HistoryPanel::HistoryPanel() {
   list_.signal_row_activated().connect([this](Gtk::ListBoxRow* row) {
     if (Session() == nullptr) return;
     SlideStep::End();
-    const std::size_t count = Session()->Steps().Count();
+    const std::size_t count = Session()->Steps().Known().Count();
     const std::size_t first = count > kMostRows ? count - kMostRows : 0;
-    Session()->GoToStep(first + static_cast<std::size_t>(row->get_index()));
+    Session()->Steps().GoTo(first + static_cast<std::size_t>(row->get_index()));
   });
   auto* const scrolled = Gtk::make_managed<Gtk::ScrolledWindow>();
   scrolled->set_policy(Gtk::PolicyType::NEVER, Gtk::PolicyType::AUTOMATIC);
@@ -34,7 +34,7 @@ HistoryPanel::HistoryPanel() {
 void HistoryPanel::Refresh() {
   while (Gtk::Widget* row = list_.get_first_child()) list_.remove(*row);
   if (Session() == nullptr) return;
-  const History& steps = Session()->Steps();
+  const History& steps = Session()->Steps().Known();
   const std::size_t first = steps.Count() > kMostRows ? steps.Count() - kMostRows : 0;
   for (std::size_t position = first; position <= steps.Count(); ++position) {
     auto* const label = Gtk::make_managed<Gtk::Label>(position == first ? Tr("Opened") : steps.NameAt(position - 1));

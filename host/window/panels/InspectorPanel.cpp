@@ -21,8 +21,8 @@ InspectorPanel::InspectorPanel() {
 }
 
 Result<> InspectorPanel::Open() {
-  if (Session() == nullptr || Session()->Selected().IsEmpty()) return Problem(N_("Nothing is selected"));
-  return inspector_.Open(Session(), Session()->Selected().IDs());
+  if (Session() == nullptr || Session()->Selection().IsEmpty()) return Problem(N_("Nothing is selected"));
+  return inspector_.Open(Session(), Session()->Selection().IDs());
 }
 
 void InspectorPanel::Refresh() {
@@ -54,7 +54,7 @@ void InspectorPanel::ShowControls() {
 }
 
 void InspectorPanel::Changed(unsigned int controlID, const ControlWidget::SetValue& set, bool more) {
-  if (IsRefreshing() || Session() == nullptr || Session()->Selected().IsEmpty()) return;
+  if (IsRefreshing() || Session() == nullptr || Session()->Selection().IsEmpty()) return;
   if (more) {
     SlideStep::Continue(Session(), "control " + std::to_string(controlID));
   } else {

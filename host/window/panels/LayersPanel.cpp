@@ -24,17 +24,18 @@ LayersPanel::LayersPanel() {
   list_.signal_row_selected().connect([this](Gtk::ListBoxRow* row) {
     if (IsRefreshing() || row == nullptr || Session() == nullptr) return;
     const auto& layers = Session()->Doc().Layers();
-    Session()->SetActiveLayer(layers[layers.size() - 1 - static_cast<std::size_t>(row->get_index())]->id);
+    Session()->Layers().SetActive(layers[layers.size() - 1 - static_cast<std::size_t>(row->get_index())]->id);
   });
   append(list_);
   auto* const buttons = Gtk::make_managed<Gtk::Box>(Gtk::Orientation::HORIZONTAL, 4);
-  AddButton(buttons, "list-add-symbolic", Tr("New Layer"), [this] { Session()->AddLayer(""); });
+  AddButton(buttons, "list-add-symbolic", Tr("New Layer"), [this] { Session()->Layers().Add(""); });
   AddButton(buttons, "list-remove-symbolic", Tr("Delete Layer"),
-            [this] { Report(Session()->RemoveLayer(Session()->ActiveLayer())); });
+            [this] { Report(Session()->Layers().Remove(Session()->Layers().Active())); });
   AddButton(buttons, "go-up-symbolic", Tr("Move Layer Up"), [this] { MoveActive(1); });
   AddButton(buttons, "go-down-symbolic", Tr("Move Layer Down"), [this] { MoveActive(-1); });
-  AddButton(buttons, "insert-object-symbolic", Tr("Move Selection to Layer"),
-            [this] { Report(Session()->MoveToLayer(Session()->Selected().IDs(), Session()->ActiveLayer())); });
+  AddButton(buttons, "insert-object-symbolic", Tr("Move Selection to Layer"), [this] {
+    Report(Session()->Layers().MoveObjects(Session()->Selection().IDs(), Session()->Layers().Active()));
+  });
   append(*buttons);
 }
 
@@ -50,10 +51,10 @@ void LayersPanel::AddButton(Gtk::Box* box, const char* icon, const char* tip, co
 }
 
 void LayersPanel::MoveActive(int by) {
-  const std::size_t index = Session()->Doc().IndexOfLayer(Session()->ActiveLayer());
+  const std::size_t index = Session()->Doc().IndexOfLayer(Session()->Layers().Active());
   if ((by < 0 && index == 0) || (by > 0 && index + 1 == Session()->Doc().Layers().size())) return;
   const std::size_t target = by < 0 ? index - 1 : index + 1;
-  Report(Session()->MoveLayer(Session()->ActiveLayer(), target));
+  Report(Session()->Layers().Move(Session()->Layers().Active(), target));
 }
 
 Gtk::Widget* LayersPanel::MakeRow(const Layer& layer) {
@@ -64,7 +65,7 @@ Gtk::Widget* LayersPanel::MakeRow(const Layer& layer) {
   SetName(visible, Tr("Visible"));
   visible->signal_toggled().connect([this, id, visible] {
     SlideStep::End();
-    Report(Session()->SetLayerVisible(id, visible->get_active()));
+    Report(Session()->Layers().SetVisible(id, visible->get_active()));
   });
   auto* const locked = Gtk::make_managed<Gtk::ToggleButton>();
   locked->set_icon_name(layer.settings.locked ? "changes-prevent-symbolic" : "changes-allow-symbolic");
@@ -73,7 +74,7 @@ Gtk::Widget* LayersPanel::MakeRow(const Layer& layer) {
   SetName(locked, Tr("Locked"));
   locked->signal_toggled().connect([this, id, locked] {
     SlideStep::End();
-    Report(Session()->SetLayerLocked(id, locked->get_active()));
+    Report(Session()->Layers().SetLocked(id, locked->get_active()));
   });
   auto* const name = Gtk::make_managed<Gtk::EditableLabel>(layer.settings.name);
   name->set_hexpand(true);
@@ -82,7 +83,7 @@ Gtk::Widget* LayersPanel::MakeRow(const Layer& layer) {
     if (name->get_editing() || Session()->Doc().FindLayer(id) == nullptr) return;
     if (name->get_text().raw() == Session()->Doc().FindLayer(id)->settings.name) return;
     SlideStep::End();
-    Report(Session()->SetLayerName(id, name->get_text()));
+    Report(Session()->Layers().SetName(id, name->get_text()));
   });
   row->append(*visible);
   row->append(*locked);
@@ -95,7 +96,7 @@ void LayersPanel::Refresh() {
   if (Session() == nullptr) return;
   const auto& layers = Session()->Doc().Layers();
   for (std::size_t i = layers.size(); i > 0; --i) list_.append(*MakeRow(*layers[i - 1]));
-  const std::size_t active = Session()->Doc().IndexOfLayer(Session()->ActiveLayer());
+  const std::size_t active = Session()->Doc().IndexOfLayer(Session()->Layers().Active());
   list_.select_row(*list_.get_row_at_index(static_cast<int>(layers.size() - 1 - active)));
 }
 

@@ -50,29 +50,29 @@ ObjectPanel::ObjectPanel()
 }
 
 bool ObjectPanel::GetFrame(AGRect* box) const {
-  if (Session() == nullptr || Session()->Selected().IsEmpty()) return false;
-  const ObjectIDs& ids = Session()->Selected().IDs();
-  if (ids.size() > 1) return Session()->GetBox(ids, box);
+  if (Session() == nullptr || Session()->Selection().IsEmpty()) return false;
+  const ObjectIDs& ids = Session()->Selection().IDs();
+  if (ids.size() > 1) return Session()->Selection().GetBox(ids, box);
   *box = Session()->Doc().Find(ids[0])->bounds;
   return true;
 }
 
 void ObjectPanel::PlaceFrame(const AGRect& box) {
-  const ObjectIDs& ids = Session()->Selected().IDs();
+  const ObjectIDs& ids = Session()->Selection().IDs();
   if (ids.size() == 1) {
     const double angle = Session()->Doc().Find(ids[0])->angle;
-    Report(Session()->SetPlacement(ids[0], {box, angle}));
+    Report(Session()->Objects().SetPlacement(ids[0], {box, angle}));
   } else {
     AGRect from;
     GetFrame(&from);
-    Report(Session()->Resize(ids, from, box));
+    Report(Session()->Objects().Resize(ids, from, box));
   }
 }
 
 void ObjectPanel::SetAngle(double degrees) {
-  if (Session() == nullptr || Session()->Selected().IsEmpty()) return;
+  if (Session() == nullptr || Session()->Selection().IsEmpty()) return;
   SlideStep::Continue(Session(), "angle");
-  Report(Session()->SetAngle(Session()->Selected().IDs(), degrees * kDegree));
+  Report(Session()->Objects().SetAngle(Session()->Selection().IDs(), degrees * kDegree));
 }
 
 void ObjectPanel::Refresh() {
@@ -87,7 +87,7 @@ void ObjectPanel::Refresh() {
   y_.Show(box.y0);
   width_.Show(box.x1 - box.x0);
   height_.Show(box.y1 - box.y0);
-  const ObjectIDs& ids = Session()->Selected().IDs();
+  const ObjectIDs& ids = Session()->Selection().IDs();
   const double angle = Session()->Doc().Find(ids[0])->angle;
   bool same = true;
   for (ObjectID id : ids) same = same && Session()->Doc().Find(id)->angle == angle;

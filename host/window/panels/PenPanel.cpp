@@ -43,7 +43,7 @@ PenPanel::PenPanel()
 }
 
 void PenPanel::Changed(const std::string& burst) {
-  if (IsRefreshing() || Session() == nullptr || Session()->Selected().IsEmpty()) return;
+  if (IsRefreshing() || Session() == nullptr || Session()->Selection().IsEmpty()) return;
   pen_.SetSize(size_.get_value());
   pen_.SetSizeMode(static_cast<AGPenSizeMode>(sizeMode_.get_selected()));
   pen_.SetLineCap(static_cast<AGPenLineCap>(cap_.get_selected()));
@@ -55,14 +55,14 @@ void PenPanel::Changed(const std::string& burst) {
   } else {
     SlideStep::Continue(Session(), "pen " + burst);
   }
-  Report(Session()->SetPen(Session()->Selected().IDs(), pen_));
+  Report(Session()->Objects().SetPen(Session()->Selection().IDs(), pen_));
 }
 
 void PenPanel::Refresh() {
-  const bool any = Session() != nullptr && !Session()->Selected().IsEmpty();
+  const bool any = Session() != nullptr && !Session()->Selection().IsEmpty();
   set_sensitive(any);
   if (!any) return;
-  pen_ = Session()->Doc().Find(Session()->Selected().IDs()[0])->pen;
+  pen_ = Session()->Doc().Find(Session()->Selection().IDs()[0])->pen;
   brush_.Show(pen_.Brush());
   size_.Show(pen_.Size());
   sizeMode_.set_selected(pen_.SizeMode());

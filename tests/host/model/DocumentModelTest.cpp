@@ -82,9 +82,9 @@ class DocumentModelTest : public SessionFixture {
 
   void Compare(bool whole) {
     const PlainState& state = plain_.Now();
-    ASSERT_EQ(session_->HasUnsavedChanges(), plain_.saved != plain_.position);
-    ASSERT_EQ(session_->Steps().Position(), plain_.position);
-    ASSERT_EQ(session_->Steps().Count() + 1, plain_.states.size());
+    ASSERT_EQ(session_->File().HasUnsavedChanges(), plain_.saved != plain_.position);
+    ASSERT_EQ(session_->Steps().Known().Position(), plain_.position);
+    ASSERT_EQ(session_->Steps().Known().Count() + 1, plain_.states.size());
     ASSERT_EQ(session_->Doc().Layers().size(), state.size());
     for (std::size_t l = 0; l < state.size(); ++l) {
       const ObjectOrder& order = session_->Doc().Layers()[l]->objects;
@@ -106,8 +106,8 @@ class DocumentModelTest : public SessionFixture {
     const unsigned int layer = Pick(state->size());
     const double x = Eighths(100);
     const ObjectPlacement placement{{x, 0, x + 10, 20}, Eighths(3)};
-    session_->SetActiveLayer(LayerAt(layer));
-    const ObjectID id = Taken(session_->Add(AKClassID("stdRect"), "-default", placement));
+    session_->Layers().SetActive(LayerAt(layer));
+    const ObjectID id = Taken(session_->Objects().Add(AKClassID("stdRect"), "-default", placement));
     (*state)[layer].push_back({id, placement.bounds, placement.angle, 0.5});
   }
 
@@ -125,33 +125,33 @@ class DocumentModelTest : public SessionFixture {
     const double number = Eighths(8);
     switch (Pick(7)) {
       case 0:
-        ASSERT_TRUE(session_->Delete(ids));
+        ASSERT_TRUE(session_->Objects().Delete(ids));
         objects.erase(object);
         break;
       case 1:
       case 2:
-        ASSERT_TRUE(session_->Move(ids, number, -number));
+        ASSERT_TRUE(session_->Objects().Move(ids, number, -number));
         object->bounds = {old.bounds.x0 + number, old.bounds.y0 - number, old.bounds.x1 + number,
                           old.bounds.y1 - number};
         break;
       case 3:
-        ASSERT_TRUE(session_->SetAngle(ids, number));
+        ASSERT_TRUE(session_->Objects().SetAngle(ids, number));
         object->angle = number;
         break;
       case 4:
         object->rounding = Pick(9) / 8.0;
-        ASSERT_TRUE(session_->SetProperties(ids, {{"Rounding", std::to_string(object->rounding)}}));
+        ASSERT_TRUE(session_->Objects().SetProperties(ids, {{"Rounding", std::to_string(object->rounding)}}));
         break;
       case 5: {
         const bool front = Pick(2) == 0;
-        std::ignore = session_->ChangeOrder(ids, front ? OrderChange::kToFront : OrderChange::kToBack);
+        std::ignore = session_->Arrangement().ChangeOrder(ids, front ? OrderChange::kToFront : OrderChange::kToBack);
         objects.erase(object);
         objects.insert(front ? objects.end() : objects.begin(), old);
         break;
       }
       default: {
         const std::size_t other = (layer + 1) % state->size();
-        ASSERT_TRUE(session_->MoveToLayer(ids, LayerAt(other)));
+        ASSERT_TRUE(session_->Layers().MoveObjects(ids, LayerAt(other)));
         objects.erase(object);
         (*state)[other].push_back(old);
       }
@@ -159,7 +159,7 @@ class DocumentModelTest : public SessionFixture {
   }
 
   void SaveAndPerhapsReopen(const std::string& path) {
-    ASSERT_TRUE(session_->SaveAs(path));
+    ASSERT_TRUE(session_->File().SaveAs(path));
     plain_.saved = plain_.position;
     if (Pick(2) == 0) return;
     PlainState before = plain_.Now();
@@ -176,17 +176,17 @@ class DocumentModelTest : public SessionFixture {
     PlainState state = plain_.Now();
     const unsigned int kind = Pick(20);
     if (kind < 3) {
-      if (session_->Undo()) --plain_.position;
+      if (session_->Steps().Undo()) --plain_.position;
     } else if (kind < 5) {
-      if (session_->Redo()) ++plain_.position;
+      if (session_->Steps().Redo()) ++plain_.position;
     } else if (kind == 5) {  // several edits as one step, or taken back
-      session_->BeginStep("Several");
+      session_->Steps().Begin("Several");
       for (unsigned int i = Pick(4); i > 0; --i) Edit(&state);
       if (Pick(3) == 0) {
-        session_->CancelStep();
+        session_->Steps().Cancel();
       } else {
         // A step that brings everything back where it was, as by adding and deleting, may be recorded or not.
-        const bool recorded = session_->EndStep();
+        const bool recorded = session_->Steps().End();
         if (recorded) {
           plain_.Take(std::move(state));
         } else {
@@ -211,8 +211,8 @@ TEST_F(DocumentModelTest, MillionEdits_AgreeWithAPlainModel) {
   std::printf("seed %u, %d edits\n", seed, kEdits);
   random_.seed(seed);
   auto session = std::make_unique<DocumentSession>(MakeDocument(3));
-  session->AddLayer("Second");
-  ASSERT_TRUE(session->SaveAs(folder.Path("model.akd")));
+  session->Layers().Add("Second");
+  ASSERT_TRUE(session->File().SaveAs(folder.Path("model.akd")));
   Start(Taken(DocumentSession::Open(folder.Path("model.akd"))));
   for (int i = 0; i < kEdits && !HasFailure(); ++i) {
     Step();

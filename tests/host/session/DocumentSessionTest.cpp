@@ -48,42 +48,45 @@ class RandomEditor {
     const double x = Number(-50, 50);
     const std::function<void()> edits[] = {
         [&] {
-          std::ignore = session_.Add(AKClassID("stdRect"), "-default", {{x, x, x + 30, x + 20}, x});
+          std::ignore = session_.Objects().Add(AKClassID("stdRect"), "-default", {{x, x, x + 30, x + 20}, x});
         },
         [&] {
-          std::ignore = session_.Add(AKClassID("stdRect"), "", {{x, 0, 40, 10}, 0});
+          std::ignore = session_.Objects().Add(AKClassID("stdRect"), "", {{x, 0, 40, 10}, 0});
         },
-        [&] { std::ignore = session_.Delete(ids); },
-        [&] { std::ignore = session_.Move(ids, x, -x); },
+        [&] { std::ignore = session_.Objects().Delete(ids); },
+        [&] { std::ignore = session_.Objects().Move(ids, x, -x); },
         [&] {
-          std::ignore = session_.Resize(ids, {0, 0, 10, 10}, {x, 0, x + 20, 5});
+          std::ignore = session_.Objects().Resize(ids, {0, 0, 10, 10}, {x, 0, x + 20, 5});
         },
-        [&] { std::ignore = session_.Rotate(ids, x); },
-        [&] { std::ignore = session_.SetBrush(ids, brush); },
-        [&] { std::ignore = session_.SetPen(ids, pen); },
+        [&] { std::ignore = session_.Objects().Rotate(ids, x); },
+        [&] { std::ignore = session_.Objects().SetBrush(ids, brush); },
+        [&] { std::ignore = session_.Objects().SetPen(ids, pen); },
         [&] {
-          std::ignore = session_.SetProperties(ids, {{"Rounding", std::to_string(x / 50)}, {"Angle", "30"}});
+          std::ignore = session_.Objects().SetProperties(ids, {{"Rounding", std::to_string(x / 50)}, {"Angle", "30"}});
         },
         [&] {
-          std::ignore = session_.SetProperties(ids, {{"Rounding", "0.9"}, {"Bounds", "wrong"}});
+          std::ignore = session_.Objects().SetProperties(ids, {{"Rounding", "0.9"}, {"Bounds", "wrong"}});
         },
-        [&] { std::ignore = session_.ChangeOrder(ids, static_cast<OrderChange>(Pick(4))); },
-        [&] { std::ignore = session_.Align(ids, static_cast<Alignment>(Pick(6)), static_cast<AlignTo>(Pick(2))); },
-        [&] { std::ignore = session_.Distribute(ids, static_cast<Axis>(Pick(2))); },
-        [&] { std::ignore = session_.Duplicate(ids, 5, 5); },
-        [&] { std::ignore = session_.Cut(ids, &clipboard_); },
-        [&] { std::ignore = session_.Paste(clipboard_, 1, 1); },
-        [&] { session_.AddLayer(Pick(2) == 0 ? "" : "Ebene", Pick(3)); },
-        [&] { std::ignore = session_.RemoveLayer(AnyLayer()); },
-        [&] { std::ignore = session_.SetLayerVisible(AnyLayer(), Pick(4) != 0); },
-        [&] { std::ignore = session_.SetLayerLocked(AnyLayer(), Pick(4) == 0); },
-        [&] { std::ignore = session_.SetLayerName(AnyLayer(), "Name " + std::to_string(Pick(9))); },
-        [&] { std::ignore = session_.MoveLayer(AnyLayer(), Pick(4)); },
-        [&] { std::ignore = session_.MoveToLayer(ids, AnyLayer()); },
+        [&] { std::ignore = session_.Arrangement().ChangeOrder(ids, static_cast<OrderChange>(Pick(4))); },
+        [&] {
+          std::ignore =
+              session_.Arrangement().Align(ids, static_cast<Alignment>(Pick(6)), static_cast<AlignTo>(Pick(2)));
+        },
+        [&] { std::ignore = session_.Arrangement().Distribute(ids, static_cast<Axis>(Pick(2))); },
+        [&] { std::ignore = session_.Clipboard().Duplicate(ids, 5, 5); },
+        [&] { std::ignore = session_.Clipboard().Cut(ids, &clipboard_); },
+        [&] { std::ignore = session_.Clipboard().Paste(clipboard_, 1, 1); },
+        [&] { session_.Layers().Add(Pick(2) == 0 ? "" : "Ebene", Pick(3)); },
+        [&] { std::ignore = session_.Layers().Remove(AnyLayer()); },
+        [&] { std::ignore = session_.Layers().SetVisible(AnyLayer(), Pick(4) != 0); },
+        [&] { std::ignore = session_.Layers().SetLocked(AnyLayer(), Pick(4) == 0); },
+        [&] { std::ignore = session_.Layers().SetName(AnyLayer(), "Name " + std::to_string(Pick(9))); },
+        [&] { std::ignore = session_.Layers().Move(AnyLayer(), Pick(4)); },
+        [&] { std::ignore = session_.Layers().MoveObjects(ids, AnyLayer()); },
         [&] {
           std::ignore = session_.SetPage({Number(1, 500), 100});
         },
-        [&] { session_.SetActiveLayer(AnyLayer()); },
+        [&] { session_.Layers().SetActive(AnyLayer()); },
         [&] { Slide(ids); },
     };
     edits[Pick(std::size(edits))]();
@@ -94,9 +97,9 @@ class RandomEditor {
   void Slide(const ObjectIDs& ids) {
     Inspector inspector;
     if (!inspector.Open(&session_, ids)) return;
-    session_.BeginStep("Slide");
+    session_.Steps().Begin("Slide");
     for (int i = 0; i < 3; ++i) EXPECT_TRUE(inspector.Change(2, Number(0, 1), nullptr));
-    Pick(3) == 0 ? session_.CancelStep() : static_cast<void>(session_.EndStep());
+    Pick(3) == 0 ? session_.Steps().Cancel() : static_cast<void>(session_.Steps().End());
   }
 
   DocumentSession& session_;
@@ -116,7 +119,7 @@ TEST_F(DocumentSessionTest, RandomEdits_UndoAndRedo_GiveEveryStateBack) {
     RandomEditor editor(&session, seed + round);
     for (int i = 0; i < 300; ++i) {
       editor.Edit();
-      const History& steps = session.Steps();
+      const History& steps = session.Steps().Known();
       ASSERT_LE(steps.Position(), states.size());
       if (steps.Position() == states.size()) {
         states.push_back(Bytes(session));
@@ -124,18 +127,18 @@ TEST_F(DocumentSessionTest, RandomEdits_UndoAndRedo_GiveEveryStateBack) {
         ASSERT_EQ(Bytes(session), states.back()) << "an edit without a step changed something";
       }
       if (editor.Pick(12) == 0) {
-        session.GoToStep(editor.Pick(states.size()));
-        ASSERT_EQ(Bytes(session), states[session.Steps().Position()]);
-        states.resize(session.Steps().Position() + 1);
+        session.Steps().GoTo(editor.Pick(states.size()));
+        ASSERT_EQ(Bytes(session), states[session.Steps().Known().Position()]);
+        states.resize(session.Steps().Known().Position() + 1);
         AddOne(&session);
         states.push_back(Bytes(session));
       }
-      for (const ObjectID id : session.Selected().IDs()) ASSERT_TRUE(session.IsEditable(id));
+      for (const ObjectID id : session.Selection().IDs()) ASSERT_TRUE(session.Selection().IsEditable(id));
     }
-    while (session.Undo()) ASSERT_EQ(Bytes(session), states[session.Steps().Position()]);
-    EXPECT_EQ(session.Steps().Position(), 0U);
-    while (session.Redo()) ASSERT_EQ(Bytes(session), states[session.Steps().Position()]);
-    EXPECT_EQ(session.Steps().Position() + 1, states.size());
+    while (session.Steps().Undo()) ASSERT_EQ(Bytes(session), states[session.Steps().Known().Position()]);
+    EXPECT_EQ(session.Steps().Known().Position(), 0U);
+    while (session.Steps().Redo()) ASSERT_EQ(Bytes(session), states[session.Steps().Known().Position()]);
+    EXPECT_EQ(session.Steps().Known().Position() + 1, states.size());
   }
 }
 
@@ -143,88 +146,88 @@ TEST_F(DocumentSessionTest, Drag_IsOneStep_AndCanBeCancelled) {
   DocumentSession session(MakeDocument(3));
   const ObjectIDs ids = {ID(session, 0), ID(session, 2)};
   const std::string before = Bytes(session);
-  session.BeginStep("Move");
+  session.Steps().Begin("Move");
   for (int i = 1; i <= 50; ++i) {
-    session.RewindStep();
-    ASSERT_TRUE(session.Move(ids, i * 0.1, i));
+    session.Steps().Rewind();
+    ASSERT_TRUE(session.Objects().Move(ids, i * 0.1, i));
   }
-  EXPECT_FALSE(session.Undo()) << "in the middle of a drag";
-  EXPECT_TRUE(session.EndStep());
-  EXPECT_EQ(session.Steps().Count(), 1U);
-  EXPECT_EQ(session.UndoTitle(), "Undo Move");
+  EXPECT_FALSE(session.Steps().Undo()) << "in the middle of a drag";
+  EXPECT_TRUE(session.Steps().End());
+  EXPECT_EQ(session.Steps().Known().Count(), 1U);
+  EXPECT_EQ(session.Steps().UndoTitle(), "Undo Move");
   const std::string after = Bytes(session);
-  ASSERT_TRUE(session.Undo());
+  ASSERT_TRUE(session.Steps().Undo());
   EXPECT_EQ(Bytes(session), before);
-  ASSERT_TRUE(session.Redo());
+  ASSERT_TRUE(session.Steps().Redo());
   EXPECT_EQ(Bytes(session), after);
 
-  session.BeginStep("Move");
-  std::ignore = session.Move(ids, 7, 7);
-  std::ignore = session.Delete({ids[0]});
-  session.CancelStep();
+  session.Steps().Begin("Move");
+  std::ignore = session.Objects().Move(ids, 7, 7);
+  std::ignore = session.Objects().Delete({ids[0]});
+  session.Steps().Cancel();
   EXPECT_EQ(Bytes(session), after);
-  session.BeginStep("Move");
-  std::ignore = session.Move(ids, 7, 7);
-  std::ignore = session.Move(ids, -7, -7);
-  EXPECT_FALSE(session.EndStep()) << "nothing has changed";
-  EXPECT_EQ(session.Steps().Count(), 1U);
+  session.Steps().Begin("Move");
+  std::ignore = session.Objects().Move(ids, 7, 7);
+  std::ignore = session.Objects().Move(ids, -7, -7);
+  EXPECT_FALSE(session.Steps().End()) << "nothing has changed";
+  EXPECT_EQ(session.Steps().Known().Count(), 1U);
 }
 
 TEST_F(DocumentSessionTest, CleanMark_FollowsUndoAndRedo_UntilItsStepIsForgotten) {
   DocumentSession session(MakeDocument(2));
   const std::string path = testing::TempDir() + "clean.akd";
-  const auto move = [&] { std::ignore = session.Move({ID(session, 0)}, 1, 0); };
-  EXPECT_FALSE(session.HasUnsavedChanges());
+  const auto move = [&] { std::ignore = session.Objects().Move({ID(session, 0)}, 1, 0); };
+  EXPECT_FALSE(session.File().HasUnsavedChanges());
   move();
-  ASSERT_TRUE(session.SaveAs(path));
-  EXPECT_FALSE(session.HasUnsavedChanges());
-  session.Undo();
-  EXPECT_TRUE(session.HasUnsavedChanges());
-  session.Redo();
-  EXPECT_FALSE(session.HasUnsavedChanges());
-  session.Undo();
+  ASSERT_TRUE(session.File().SaveAs(path));
+  EXPECT_FALSE(session.File().HasUnsavedChanges());
+  session.Steps().Undo();
+  EXPECT_TRUE(session.File().HasUnsavedChanges());
+  session.Steps().Redo();
+  EXPECT_FALSE(session.File().HasUnsavedChanges());
+  session.Steps().Undo();
   move();
-  EXPECT_TRUE(session.HasUnsavedChanges());
-  session.Undo();
-  EXPECT_TRUE(session.HasUnsavedChanges()) << "what was saved can't be reached any more";
+  EXPECT_TRUE(session.File().HasUnsavedChanges());
+  session.Steps().Undo();
+  EXPECT_TRUE(session.File().HasUnsavedChanges()) << "what was saved can't be reached any more";
 
-  ASSERT_TRUE(session.Save(false));
+  ASSERT_TRUE(session.File().Save(false));
   for (std::size_t i = 0; i <= History::kMostSteps; ++i) move();
-  EXPECT_EQ(session.Steps().Count(), History::kMostSteps);
-  while (session.Undo()) EXPECT_TRUE(session.HasUnsavedChanges());
+  EXPECT_EQ(session.Steps().Known().Count(), History::kMostSteps);
+  while (session.Steps().Undo()) EXPECT_TRUE(session.File().HasUnsavedChanges());
 
-  ASSERT_TRUE(session.Save(false));
+  ASSERT_TRUE(session.File().Save(false));
   std::ofstream(path, std::ios::app) << "x";
   move();
-  EXPECT_NE(Said(session.Save(false)).find("another program"), std::string::npos);
-  EXPECT_TRUE(session.HasUnsavedChanges());
-  EXPECT_TRUE(session.Save(true));
+  EXPECT_NE(Said(session.File().Save(false)).find("another program"), std::string::npos);
+  EXPECT_TRUE(session.File().HasUnsavedChanges());
+  EXPECT_TRUE(session.File().Save(true));
 }
 
 // Moved between layers, copied, deleted and brought back, a placeholder's chunk stays what it was.
 TEST_F(DocumentSessionTest, Placeholder_KeepsItsBytes_ThroughEdits) {
   DocumentSession session(MakeDocument(2));
   AddPlaceholder(&session);
-  const std::string chunk = session.Copy({placeholder_}).substr(16);
+  const std::string chunk = session.Clipboard().Copy({placeholder_}).substr(16);
   const auto count = [&] {
     const std::string file = Bytes(session);
     unsigned int found = 0;
     for (std::size_t at = file.find(chunk); at != std::string::npos; at = file.find(chunk, at + 1)) ++found;
     return found;
   };
-  EXPECT_NE(Said(session.Move({placeholder_}, 1, 1)).find("no bundle has its class"), std::string::npos);
-  EXPECT_TRUE(session.Move({placeholder_, ID(session, 0)}, 1, 1)) << "the others can be moved";
-  session.AddLayer("Over");
-  ASSERT_TRUE(session.MoveToLayer({placeholder_}, session.ActiveLayer()));
+  EXPECT_NE(Said(session.Objects().Move({placeholder_}, 1, 1)).find("no bundle has its class"), std::string::npos);
+  EXPECT_TRUE(session.Objects().Move({placeholder_, ID(session, 0)}, 1, 1)) << "the others can be moved";
+  session.Layers().Add("Over");
+  ASSERT_TRUE(session.Layers().MoveObjects({placeholder_}, session.Layers().Active()));
   EXPECT_EQ(count(), 1U);
-  ASSERT_TRUE(session.Duplicate({placeholder_}, 3, 3));
+  ASSERT_TRUE(session.Clipboard().Duplicate({placeholder_}, 3, 3));
   EXPECT_EQ(count(), 2U);
-  ASSERT_TRUE(session.Delete({placeholder_}));
+  ASSERT_TRUE(session.Objects().Delete({placeholder_}));
   EXPECT_EQ(count(), 1U);
-  ASSERT_TRUE(session.RemoveLayer(session.ActiveLayer()));
+  ASSERT_TRUE(session.Layers().Remove(session.Layers().Active()));
   EXPECT_EQ(count(), 0U);
-  session.Undo();
-  session.Undo();
+  session.Steps().Undo();
+  session.Steps().Undo();
   EXPECT_EQ(count(), 2U);
   EXPECT_EQ(session.Doc().PlaceOf(placeholder_).index, 0U);
 }
@@ -232,7 +235,7 @@ TEST_F(DocumentSessionTest, Placeholder_KeepsItsBytes_ThroughEdits) {
 TEST_F(DocumentSessionTest, Inspector_OfSeveral_KnowsWhatDiffers_AndChangesAllInOneStep) {
   DocumentSession session(MakeDocument(3));
   const ObjectIDs ids = {ID(session, 1), ID(session, 0), ID(session, 2)};
-  ASSERT_TRUE(session.SetProperties({ids[0]}, {{"Rounding", "0.5"}}));
+  ASSERT_TRUE(session.Objects().SetProperties({ids[0]}, {{"Rounding", "0.5"}}));
   const std::string before = Bytes(session);
   Inspector inspector;
   ASSERT_TRUE(inspector.Open(&session, ids));
@@ -242,18 +245,18 @@ TEST_F(DocumentSessionTest, Inspector_OfSeveral_KnowsWhatDiffers_AndChangesAllIn
   EXPECT_FALSE(inspector.IsMixed(0));
 
   std::string name;
-  session.BeginStep("");
+  session.Steps().Begin("");
   for (const char* text : {"0.1", "0.9", "1"}) ASSERT_TRUE(inspector.Enter(2, text, &name));
-  session.EndStep();
+  session.Steps().End();
   EXPECT_EQ(name, "Change Rectangle Curvature");
-  EXPECT_EQ(session.UndoTitle(), "Undo Change Rectangle Curvature");
+  EXPECT_EQ(session.Steps().UndoTitle(), "Undo Change Rectangle Curvature");
   for (const ObjectID id : ids) EXPECT_EQ(TextOf(PropertiesOf(*session.Doc().Find(id)).GetValue("Rounding")), "1");
   ASSERT_TRUE(inspector.Fill());
   EXPECT_FALSE(inspector.IsMixed(1));
   EXPECT_TRUE(inspector.Send(77, 5, &name));
   EXPECT_EQ(name, "");
-  EXPECT_EQ(session.Steps().Count(), 2U) << "an event that changes nothing is no step";
-  ASSERT_TRUE(session.Undo());
+  EXPECT_EQ(session.Steps().Known().Count(), 2U) << "an event that changes nothing is no step";
+  ASSERT_TRUE(session.Steps().Undo());
   EXPECT_EQ(Bytes(session), before);
 }
 
@@ -280,9 +283,9 @@ TEST_F(DocumentSessionTest, ObjectAt_SeesTheOutline_NotTheBox) {
   };
   for (const auto& c : cases) {
     DocumentSession session(MakeDocument(0));
-    const ObjectID id = Taken(session.Add(AKClassID("stdRect"), "", {{0, 0, 100, 100}, 0}));
-    ASSERT_TRUE(session.SetProperties({id}, c.properties)) << c.what;
-    EXPECT_EQ(session.ObjectAt(c.point, 0.5), c.hit ? id : kNoObjectID) << c.what;
+    const ObjectID id = Taken(session.Objects().Add(AKClassID("stdRect"), "", {{0, 0, 100, 100}, 0}));
+    ASSERT_TRUE(session.Objects().SetProperties({id}, c.properties)) << c.what;
+    EXPECT_EQ(session.Selection().ObjectAt(c.point, 0.5), c.hit ? id : kNoObjectID) << c.what;
   }
 }
 
@@ -328,14 +331,14 @@ TEST_F(DocumentSessionTest, LargeDocument_PartsAreDrawnAndFound_AsTheWhole) {
         expected = object.id;
       }
     });
-    EXPECT_EQ(session.ObjectAt(point, 1), expected) << point.x << " " << point.y;
+    EXPECT_EQ(session.Selection().ObjectAt(point, 1), expected) << point.x << " " << point.y;
   }
 
   Recorder recorder;
   session.AddObserver(&recorder);
   const ObjectID id = ID(session, 50000);
   const AGRect box = PaintedBox(*session.Doc().Find(id));
-  ASSERT_TRUE(session.Move({id}, 30, 0));
+  ASSERT_TRUE(session.Objects().Move({id}, 30, 0));
   EXPECT_EQ(recorder.areas, (std::vector<AGRect>{box, {box.x0 + 30, box.y0, box.x1 + 30, box.y1}}));
   session.RemoveObserver(&recorder);
 }
@@ -343,18 +346,18 @@ TEST_F(DocumentSessionTest, LargeDocument_PartsAreDrawnAndFound_AsTheWhole) {
 TEST_F(DocumentSessionTest, LockedAndHiddenLayers_KeepTheirObjects) {
   DocumentSession session(MakeDocument(2));
   const LayerID layer = session.Doc().FirstLayer().id;
-  session.SelectAll();
-  EXPECT_EQ(session.Selected().Count(), 2U);
-  std::ignore = session.SetLayerLocked(layer, true);
-  EXPECT_TRUE(session.Selected().IsEmpty());
+  session.Selection().SelectAll();
+  EXPECT_EQ(session.Selection().Count(), 2U);
+  std::ignore = session.Layers().SetLocked(layer, true);
+  EXPECT_TRUE(session.Selection().IsEmpty());
   const ObjectIDs ids = {ID(session, 0)};
-  session.Select(ids);
-  EXPECT_TRUE(session.Selected().IsEmpty());
-  EXPECT_EQ(session.ObjectAt({5, 5}, 1), kNoObjectID);
-  EXPECT_TRUE(session.ObjectsIn({-5, -5, 100, 100}, Band::kWithin).empty());
-  EXPECT_FALSE(session.Move(ids, 1, 1));
-  EXPECT_FALSE(session.Delete(ids));
-  EXPECT_NE(Said(session.Add(AKClassID("stdRect"), "", {})).find("locked"), std::string::npos);
+  session.Selection().Select(ids);
+  EXPECT_TRUE(session.Selection().IsEmpty());
+  EXPECT_EQ(session.Selection().ObjectAt({5, 5}, 1), kNoObjectID);
+  EXPECT_TRUE(session.Selection().ObjectsIn({-5, -5, 100, 100}, Band::kWithin).empty());
+  EXPECT_FALSE(session.Objects().Move(ids, 1, 1));
+  EXPECT_FALSE(session.Objects().Delete(ids));
+  EXPECT_NE(Said(session.Objects().Add(AKClassID("stdRect"), "", {})).find("locked"), std::string::npos);
 }
 
 }  // namespace

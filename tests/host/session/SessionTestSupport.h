@@ -30,18 +30,18 @@ class SessionFixture : public testing::Test {
   }
 
   static void AddOne(DocumentSession* session) {
-    const LayerID layer = session->AddLayer("One more");
-    std::ignore = session->SetLayerVisible(layer, true);
+    const LayerID layer = session->Layers().Add("One more");
+    std::ignore = session->Layers().SetVisible(layer, true);
   }
 
   /// An object of a class that nobody has, whose bytes no class would write.
   void AddPlaceholder(DocumentSession* session) {
-    const std::string copy = session->Copy({ID(*session, 0)});
+    const std::string copy = session->Clipboard().Copy({ID(*session, 0)});
     std::string other = copy;
     other.replace(other.find("stdRect"), 7, "strange");
     other[other.size() - 3] = 0x5A;
-    ASSERT_TRUE(session->Paste(other, 0, 0));
-    placeholder_ = session->Selected().IDs()[0];
+    ASSERT_TRUE(session->Clipboard().Paste(other, 0, 0));
+    placeholder_ = session->Selection().IDs()[0];
     ASSERT_TRUE(session->Doc().Find(placeholder_)->IsPlaceholder());
   }
 

@@ -34,7 +34,7 @@ class HandlerTest : public SessionFixture {
     SessionFixture::SetUp();
     HostLog::Instance().sink = [this](const std::string& line) { log_.push_back(line); };
     session_ = std::make_unique<DocumentSession>(MakeDocument(3));
-    session_->MakeCurrent();
+    Host::Instance().Sessions().MakeCurrent(*session_);
   }
   void TearDown() override {
     session_.reset();
@@ -61,7 +61,7 @@ TEST_F(HandlerTest, Calls_AreNamedSteps_ThatCanBeUndone) {
 
   ASSERT_EQ(handler.AddObjects(ArrayOf({NewInstance("-default"), NewInstance("")}), InstanceAt(0), 0), 0);
   EXPECT_EQ(session_->Doc().ObjectCount(), 5U);
-  EXPECT_EQ(session_->UndoTitle(), "Undo Scatter");
+  EXPECT_EQ(session_->Steps().UndoTitle(), "Undo Scatter");
   EXPECT_EQ(TextOf(PropertiesOf(session_->Doc().ObjectAt(1)).GetValue("Rounding")), "0.5") << "in front of its parent";
   ASSERT_EQ(handler.AddObject(NewInstance("-default"), handler.GetMasterLayer(), 1), 0);
   EXPECT_EQ(TextOf(PropertiesOf(session_->Doc().ObjectAt(0)).GetValue("Rounding")), "0.5") << "behind all others";
@@ -70,12 +70,12 @@ TEST_F(HandlerTest, Calls_AreNamedSteps_ThatCanBeUndone) {
   const std::string unrevised = Bytes(*session_);
   ASSERT_EQ(handler.ReviseObject(InstanceAt(5)), 0);
   ASSERT_EQ(handler.DeleteObjects(ArrayOf({InstanceAt(0), InstanceAt(2)})), 0);
-  EXPECT_EQ(session_->Steps().Count(), 4U);
-  ASSERT_TRUE(session_->Undo());
+  EXPECT_EQ(session_->Steps().Known().Count(), 4U);
+  ASSERT_TRUE(session_->Steps().Undo());
   EXPECT_EQ(Bytes(*session_), unrevised);
-  ASSERT_TRUE(session_->Undo());
+  ASSERT_TRUE(session_->Steps().Undo());
   EXPECT_NE(Bytes(*session_), unrevised) << "the revision was a step of its own";
-  EXPECT_TRUE(session_->GoToStep(0));
+  EXPECT_TRUE(session_->Steps().GoTo(0));
   EXPECT_EQ(Bytes(*session_), before);
 }
 
@@ -154,7 +154,7 @@ TEST_F(HandlerTest, PanelEditedFromWithin_WhileFilled_ShowsWhatWasAdded) {
   EXPECT_EQ(Restless::added, 15U) << "five events, each with two further ones";
   EXPECT_EQ(inspector.Panel().GetControllerCount(), count + 15);
   EXPECT_EQ(inspector.Wrapper().GetValueAsFloat64(114), 15);
-  EXPECT_EQ(session_->Steps().Count(), 0U) << "the objects are what they were";
+  EXPECT_EQ(session_->Steps().Known().Count(), 0U) << "the objects are what they were";
 }
 
 TEST_F(HandlerTest, DeletionFromWithin_WhileDrawing_IsRefused) {
@@ -177,9 +177,9 @@ TEST_F(HandlerTest, DeletionFromWithin_WhileInspected_IsDoneAfterwards_AndUndone
   EXPECT_EQ(Suicidal::status, 0);
   Host::Instance().Classes().Find(AKClassID("stdRect"))->methods[kAKMethodInspector] = old;
   EXPECT_EQ(session_->Doc().ObjectCount(), 1U);
-  EXPECT_EQ(session_->Steps().Count(), 1U);
-  EXPECT_LT(session_->UndoTitle().size(), 300U) << "a name for a menu";
-  ASSERT_TRUE(session_->Undo());
+  EXPECT_EQ(session_->Steps().Known().Count(), 1U);
+  EXPECT_LT(session_->Steps().UndoTitle().size(), 300U) << "a name for a menu";
+  ASSERT_TRUE(session_->Steps().Undo());
   EXPECT_EQ(Bytes(*session_), before);
 }
 

@@ -57,7 +57,7 @@ class CanvasTest : public testing::Test {
   }
 
   ObjectID AddRect(const AGRect& bounds, double angle = 0) {
-    return Taken(session_->Add(AKClassID("stdRect"), "", {bounds, angle}));
+    return Taken(session_->Objects().Add(AKClassID("stdRect"), "", {bounds, angle}));
   }
   AGPoint Seen(double x, double y) const { return view_.ToView({x, y}); }
   void Drag(const AGPoint& from, const AGPoint& to, PointerModifiers modifiers = {}) {
@@ -92,7 +92,7 @@ TEST_F(CanvasTest, Move_OneStepForADrag) {
   const ObjectID id = AddRect({100, 100, 200, 150});
   Drag(Seen(150, 120), Seen(180, 90));
   ExpectRect(Object(id).bounds, {130, 70, 230, 120});
-  EXPECT_EQ(session_->Steps().Count(), 2U);
+  EXPECT_EQ(session_->Steps().Known().Count(), 2U);
   Drag(Seen(150, 100), Seen(190, 105), {.shift = true});
   ExpectRect(Object(id).bounds, {170, 70, 270, 120});
   tool_->SetSnap({25});
@@ -100,7 +100,8 @@ TEST_F(CanvasTest, Move_OneStepForADrag) {
   ExpectRect(Object(id).bounds, {175, 75, 275, 125});
   Drag(Seen(200, 100), Seen(209, 117), {.alt = true});
   ExpectRect(Object(id).bounds, {184, 92, 284, 142});
-  EXPECT_TRUE(session_->Undo() && session_->Undo() && session_->Undo() && session_->Undo());
+  EXPECT_TRUE(session_->Steps().Undo() && session_->Steps().Undo() && session_->Steps().Undo() &&
+              session_->Steps().Undo());
   ExpectRect(Object(id).bounds, {100, 100, 200, 150});
 
   tool_->Press(Seen(150, 120), {});
@@ -108,7 +109,7 @@ TEST_F(CanvasTest, Move_OneStepForADrag) {
   EXPECT_TRUE(tool_->IsDragging());
   EXPECT_TRUE(tool_->Cancel());
   ExpectRect(Object(id).bounds, {100, 100, 200, 150});
-  EXPECT_FALSE(session_->IsStepOpen());
+  EXPECT_FALSE(session_->Steps().IsOpen());
 }
 
 TEST_F(CanvasTest, Stretch_KeepsTheOtherSide) {
@@ -142,7 +143,7 @@ TEST_F(CanvasTest, StretchOfATurnedObject_KeepsTheOppositeCornerWhereItIsSeen) {
       EXPECT_NEAR(frame.PositionOf(Handle::kUpperRight, view_).x, target.x, 1e-6);
       EXPECT_NEAR(frame.PositionOf(Handle::kUpperRight, view_).y, target.y, 1e-6);
     }
-    std::ignore = session_->Delete({id});
+    std::ignore = session_->Objects().Delete({id});
   }
 }
 
@@ -168,12 +169,12 @@ TEST_F(CanvasTest, TurnAndRound_FollowThePointer) {
   EXPECT_NEAR(RoundingOf(Object(id)), 0.5, 1e-9);
   AGBrush brush;
   brush.SetStyleLinearGradient(kAGColorWhite, kAGColorBlack, 0.5, 0);
-  ASSERT_TRUE(session_->SetBrush({id}, brush));
+  ASSERT_TRUE(session_->Objects().SetBrush({id}, brush));
   EXPECT_NEAR(SelectionFrame::Of(*session_).PositionOf(Handle::kGradient, view_).x, Seen(235, 150).x, 1e-9);
   DragHandle(Handle::kGradient, Seen(200, 190));
   EXPECT_NEAR(Object(id).brush.GradientAngle(), 3 * kRight, 1e-6) << "upwards on the screen";
   brush.SetStyleRadialGradient(kAGColorWhite, kAGColorBlack, 0.5, 0.5, 0.5);
-  ASSERT_TRUE(session_->SetBrush({id}, brush));
+  ASSERT_TRUE(session_->Objects().SetBrush({id}, brush));
   DragHandle(Handle::kGradient, Seen(150, 175));
   const AGPoint center = SelectionFrame::Of(*session_).PositionOf(Handle::kGradient, view_);
   EXPECT_NEAR(center.x, Seen(150, 175).x, 1e-4);
@@ -190,20 +191,20 @@ TEST_F(CanvasTest, ClicksAndBands_Select) {
     std::ignore = tool_->Release(Seen(x, y), modifiers);
   };
   click(50, 40);
-  EXPECT_EQ(session_->Selected().IDs(), ObjectIDs{a});
+  EXPECT_EQ(session_->Selection().IDs(), ObjectIDs{a});
   click(150, 40, {.shift = true});
-  EXPECT_EQ(session_->Selected().IDs(), (ObjectIDs{a, b}));
+  EXPECT_EQ(session_->Selection().IDs(), (ObjectIDs{a, b}));
   click(50, 40, {.shift = true});
-  EXPECT_EQ(session_->Selected().IDs(), ObjectIDs{b});
+  EXPECT_EQ(session_->Selection().IDs(), ObjectIDs{b});
   click(300, 200);
-  EXPECT_TRUE(session_->Selected().IsEmpty());
+  EXPECT_TRUE(session_->Selection().IsEmpty());
   Drag(Seen(10, 100), Seen(130, 70));
-  EXPECT_EQ(session_->Selected().IDs(), (ObjectIDs{a, b}));
-  EXPECT_EQ(session_->Steps().Count(), 2U) << "selecting is no step";
+  EXPECT_EQ(session_->Selection().IDs(), (ObjectIDs{a, b}));
+  EXPECT_EQ(session_->Steps().Known().Count(), 2U) << "selecting is no step";
   Drag(Seen(50, 50), Seen(60, 50));  // on one of several: all move
   ExpectRect(Object(b).bounds, {130, 20, 190, 80});
   click(60, 50);
-  EXPECT_EQ(session_->Selected().IDs(), ObjectIDs{a}) << "a click on one of several takes it alone";
+  EXPECT_EQ(session_->Selection().IDs(), ObjectIDs{a}) << "a click on one of several takes it alone";
 }
 
 TEST_F(CanvasTest, NewObject_IsDraggedOut) {
@@ -250,7 +251,7 @@ TEST_F(CanvasTest, Tiles_DrawnInPartsAreAsDrawnAtOnce) {
   const AGSize size{500, 400};
   for (int round = 0; round < 20; ++round) {
     for (TileCache::Tile* tile : tiles.Look(view_, size)) tiles.Draw(tile);
-    std::ignore = session_->Move({ids[static_cast<std::size_t>(round)]}, places(random) / 10, 7);
+    std::ignore = session_->Objects().Move({ids[static_cast<std::size_t>(round)]}, places(random) / 10, 7);
   }
   TileCache fresh(&session_->Doc());
   fresh.SetGrid({20});

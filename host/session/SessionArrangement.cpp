@@ -1,8 +1,8 @@
-// Edits of the order and of how objects stand to each other.
+#include "host/session/SessionArrangement.h"
+
 #include <algorithm>
 #include <map>
 
-#include "host/session/DocumentSession.h"
 #include "host/text/Localisation.h"
 
 namespace host {
@@ -49,49 +49,43 @@ const char* OrderName(OrderChange change) {
 
 }  // namespace
 
-void DocumentSession::MoveOne(ObjectID id, const ObjectPlace& place) {
-  Step().BeforeMove(*document_, id);
-  document_->MoveObject(id, place);
-  Step().AfterMove(*document_);
-}
-
 // The objects keep their order among each other. Steps forward stop below the object that stopped before, so that a
 // group at the end stays as it is.
-Result<> DocumentSession::ChangeOrder(const ObjectIDs& ids, OrderChange change) {
-  if (const auto done = CheckEditable(ids); !done) return done.Why();
-  ObjectIDs sorted = InDrawingOrder(ids);
+Result<> SessionArrangement::ChangeOrder(const ObjectIDs& ids, OrderChange change) {
+  if (const auto done = CheckEditable(document_, ids); !done) return done.Why();
+  ObjectIDs sorted = InDrawingOrder(document_, ids);
   const bool forward = change == OrderChange::kToFront || change == OrderChange::kForward;
   const bool whole = change == OrderChange::kToFront || change == OrderChange::kToBack;
   if (forward) std::reverse(sorted.begin(), sorted.end());
-  EditStep step(*this, OrderName(change));
+  EditStep step(steps_, OrderName(change));
   std::map<LayerID, std::size_t> taken;  // places at the end of each layer that are settled
   for (const ObjectID id : sorted) {
-    const ObjectPlace place = document_->PlaceOf(id);
+    const ObjectPlace place = document_.PlaceOf(id);
     std::size_t& settled = taken[place.layer];
-    const std::size_t last = forward ? document_->FindLayer(place.layer)->objects.Count() - 1 - settled : settled;
+    const std::size_t last = forward ? document_.FindLayer(place.layer)->objects.Count() - 1 - settled : settled;
     if (whole || place.index == last) ++settled;
     const std::size_t next = forward ? place.index + 1 : place.index - 1;
-    if (place.index != last) MoveOne(id, {place.layer, whole ? last : next});
+    if (place.index != last) steps_.Move(id, {place.layer, whole ? last : next});
   }
   return step.End();
 }
 
-Result<> DocumentSession::Align(const ObjectIDs& ids, Alignment alignment, AlignTo to) {
-  const auto found = Changeable(ids);
+Result<> SessionArrangement::Align(const ObjectIDs& ids, Alignment alignment, AlignTo to) {
+  const auto found = Changeable(document_, ids);
   if (!found) return found.Why();
   const ObjectIDs& changeable = *found;
-  AGRect target{0, 0, document_->Page().width, document_->Page().height};
-  if (to == AlignTo::kObjects) GetBox(changeable, &target);
-  EditStep step(*this, Tr("Align"));
+  AGRect target{0, 0, document_.Page().width, document_.Page().height};
+  if (to == AlignTo::kObjects) selection_.GetBox(changeable, &target);
+  EditStep step(steps_, Tr("Align"));
   for (const ObjectID id : changeable) {
-    const AGPoint offset = AlignOffset(TurnedBox(document_->Find(id)->Placement()), target, alignment);
-    if (const auto done = Move({id}, offset.x, offset.y); !done) return done.Why();
+    const AGPoint offset = AlignOffset(TurnedBox(document_.Find(id)->Placement()), target, alignment);
+    if (const auto done = objects_.Move({id}, offset.x, offset.y); !done) return done.Why();
   }
   return step.End();
 }
 
-Result<> DocumentSession::Distribute(const ObjectIDs& ids, Axis axis) {
-  const auto found = Changeable(ids);
+Result<> SessionArrangement::Distribute(const ObjectIDs& ids, Axis axis) {
+  const auto found = Changeable(document_, ids);
   if (!found) return found.Why();
   const ObjectIDs& changeable = *found;
   if (changeable.size() < 3) {
@@ -101,20 +95,20 @@ Result<> DocumentSession::Distribute(const ObjectIDs& ids, Axis axis) {
   std::vector<Span> spans;
   double filled = 0;
   for (const ObjectID id : changeable) {
-    const AGRect box = TurnedBox(document_->Find(id)->Placement());
+    const AGRect box = TurnedBox(document_.Find(id)->Placement());
     spans.push_back(across ? Span{box.x0, box.x1, id} : Span{box.y0, box.y1, id});
     filled += spans.back().end - spans.back().start;
   }
   std::stable_sort(spans.begin(), spans.end(), [](const Span& a, const Span& b) { return a.Middle() < b.Middle(); });
   const double gap = (spans.back().end - spans.front().start - filled) / static_cast<double>(spans.size() - 1);
-  EditStep step(*this, Tr("Distribute"));
+  EditStep step(steps_, Tr("Distribute"));
   double next = spans.front().start;
   for (const Span& span : spans) {
     const double offset = next - span.start;
     next += span.end - span.start + gap;
     const bool fixed = &span == &spans.front() || &span == &spans.back();
     if (fixed) continue;
-    if (const auto done = Move({span.id}, across ? offset : 0, across ? 0 : offset); !done) return done.Why();
+    if (const auto done = objects_.Move({span.id}, across ? offset : 0, across ? 0 : offset); !done) return done.Why();
   }
   return step.End();
 }

@@ -1,0 +1,33 @@
+// The clipboard: objects as bytes, and back.
+//
+// A chunk "HClp": u32 version 1, u32 number of objects, and that many "HObj" chunks as in documents.
+#pragma once
+
+#include <string>
+
+#include "host/session/SessionObjects.h"
+
+namespace host {
+
+class SessionClipboard {
+ public:
+  SessionClipboard(Document& document, SessionSteps& steps, SessionSelection& selection, ActiveLayer& activeLayer,
+                   SessionObjects& objects)
+      : document_(document), steps_(steps), selection_(selection), activeLayer_(activeLayer), objects_(objects) {}
+
+  /// Bytes that any session of this program can paste.
+  std::string Copy(const ObjectIDs& ids) const;
+  Result<> Cut(const ObjectIDs& ids, std::string* clipboard);
+  /// In front on the active layer, moved by (dx, dy) but for placeholders, and selected.
+  Result<> Paste(const std::string& clipboard, double dx, double dy);
+  Result<> Duplicate(const ObjectIDs& ids, double dx, double dy);
+
+ private:
+  Document& document_;
+  SessionSteps& steps_;
+  SessionSelection& selection_;
+  ActiveLayer& activeLayer_;
+  SessionObjects& objects_;
+};
+
+}  // namespace host

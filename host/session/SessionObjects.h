@@ -1,0 +1,53 @@
+// Edits of the objects of a session: coming, going, placement, style and properties.
+//
+// Edits of placement, style and properties pass over placeholders, and are refused when there are only placeholders.
+#pragma once
+
+#include <string>
+#include <utility>
+
+#include "host/session/SessionSteps.h"
+
+namespace host {
+
+class SessionObjects {
+ public:
+  SessionObjects(Document& document, SessionSteps& steps, SessionSelection& selection, ActiveLayer& activeLayer)
+      : document_(document), steps_(steps), selection_(selection), activeLayer_(activeLayer) {}
+
+  /// A new object of a class, in front on the active layer, and selected.
+  Result<ObjectID> Add(AKClassID classID, const std::string& arguments, const ObjectPlacement& placement);
+  Result<> Delete(const ObjectIDs& ids);
+  Result<> SetPlacement(ObjectID id, const ObjectPlacement& placement);
+  Result<> SetAngle(const ObjectIDs& ids, double angle);
+  Result<> Move(const ObjectIDs& ids, double dx, double dy);
+  /// Stretches the objects as the box `from` is to `to`. A turned object is moved with its centre and stretched along
+  /// its own sides. Refused when `from` has no area.
+  Result<> Resize(const ObjectIDs& ids, const AGRect& from, const AGRect& to);
+  /// Turns the objects together about a point.
+  Result<> Rotate(const ObjectIDs& ids, double angle, const AGPoint& about);
+  /// Turns them about the centre of their box.
+  Result<> Rotate(const ObjectIDs& ids, double angle);
+  Result<> SetBrush(const ObjectIDs& ids, const AGBrush& brush);
+  Result<> SetPen(const ObjectIDs& ids, const AGPen& pen);
+  /// Properties as pairs of a key path and a text; see ObjectProperties.h. All of them or none.
+  Result<> SetProperties(const ObjectIDs& ids, const std::vector<std::pair<std::string, std::string>>& assignments);
+
+  // What plug-ins do.
+
+  ObjectID Adopt(AKObject* instance, const ObjectPlace& place);
+  void DeleteAny(const ObjectIDs& ids);
+  /// Looks whether the objects' instances changed by themselves; changes become part of the open step, or one.
+  Result<> NoticeChanges(const ObjectIDs& ids);
+
+ private:
+  template <typename Place>
+  Result<> PlaceEach(const ObjectIDs& ids, const char* name, Place place);
+
+  Document& document_;
+  SessionSteps& steps_;
+  SessionSelection& selection_;
+  ActiveLayer& activeLayer_;
+};
+
+}  // namespace host

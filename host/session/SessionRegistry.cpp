@@ -1,0 +1,24 @@
+#include "host/session/SessionRegistry.h"
+
+#include "host/session/DocumentSession.h"
+
+namespace host {
+
+DocumentSession* SessionRegistry::Find(std::uint64_t serial) const {
+  for (DocumentSession* session : sessions_) {
+    if (session->Serial() == serial) return session;
+  }
+  return nullptr;
+}
+
+std::uint64_t SessionRegistry::Add(DocumentSession& session) {
+  sessions_.push_back(&session);
+  return ++last_;
+}
+
+void SessionRegistry::Remove(DocumentSession& session) {
+  std::erase(sessions_, &session);
+  if (current_ == &session) current_ = nullptr;
+}
+
+}  // namespace host

@@ -1,0 +1,29 @@
+// The sessions of the process, as the handlers of plug-ins find them.
+#pragma once
+
+#include <cstdint>
+#include <vector>
+
+namespace host {
+
+class DocumentSession;
+
+class SessionRegistry {
+ public:
+  /// The session that handlers of plug-ins act on: the one made current last; null when there is none.
+  DocumentSession* Current() const { return current_; }
+  void MakeCurrent(DocumentSession& session) { current_ = &session; }
+  /// Null when that session is gone.
+  DocumentSession* Find(std::uint64_t serial) const;
+
+  /// A session adds itself, and gets its number.
+  std::uint64_t Add(DocumentSession& session);
+  void Remove(DocumentSession& session);
+
+ private:
+  std::vector<DocumentSession*> sessions_;
+  DocumentSession* current_ = nullptr;
+  std::uint64_t last_ = 0;
+};
+
+}  // namespace host

@@ -1,0 +1,45 @@
+// What is selected in a session, and what lies where. Only objects of visible and unlocked layers can be selected;
+// others are passed over.
+#pragma once
+
+#include "host/session/EditRules.h"
+#include "host/session/Selection.h"
+#include "host/session/SessionObservers.h"
+
+namespace host {
+
+/// Which objects a rubber band takes: those whose turned bounds lie within it, or all that it touches.
+enum class Band { kWithin, kTouched };
+
+class SessionSelection {
+ public:
+  SessionSelection(Document& document, SessionObservers& observers) : document_(document), observers_(observers) {}
+
+  const ObjectIDs& IDs() const { return selection_.IDs(); }
+  bool IsEmpty() const { return selection_.IsEmpty(); }
+  std::size_t Count() const { return selection_.Count(); }
+  bool Contains(ObjectID id) const { return selection_.Contains(id); }
+
+  void Select(const ObjectIDs& ids);
+  void Add(const ObjectIDs& ids);
+  void Toggle(ObjectID id);
+  void SelectAll();
+  void SelectNone();
+  /// Forgets what can't be selected any more.
+  void Prune();
+
+  bool IsEditable(ObjectID id) const;
+  /// The foremost object that can be selected and shows ink within `tolerance` of the point; kNoObjectID for none.
+  ObjectID ObjectAt(const AGPoint& point, double tolerance) const;
+  /// Those that a rubber band takes, in drawing order.
+  ObjectIDs ObjectsIn(const AGRect& band, Band rule) const;
+  /// The box of the objects' turned bounds; false for none.
+  bool GetBox(const ObjectIDs& ids, AGRect* box) const;
+
+ private:
+  Document& document_;
+  SessionObservers& observers_;
+  Selection selection_;
+};
+
+}  // namespace host
