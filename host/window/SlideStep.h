@@ -1,8 +1,8 @@
 // Makes one undo step of a burst of changes: a slide, a run of the wheel, a held arrow key.
 //
-// The step is opened by the first change. A slide ends with the release of its slider, however long it rests in between;
-// any other burst when no change has come for a while. Both end when somebody else needs the history: undo, another kind
-// of change, a press on the canvas. There is one burst at a time in the program.
+// The step is opened by the first change. A slide ends with the release of its slider, however long it rests; any other
+// burst when no change has come for a while. Both end when somebody else needs the history: undo, another kind of
+// change, a press on the canvas. There is one burst at a time in the program.
 #pragma once
 
 #include <string>
