@@ -268,14 +268,15 @@ class Window:
     def click(self, point, modifier=None):
         self.drag([point], modifier)
 
-    def drag(self, points, modifier=None, release=True):
-        """Presses at the first point of the screen, moves through the others, and lets go."""
+    def drag(self, points, modifier=None, release=True, rest=0):
+        """Presses at the first point of the screen, moves through the others, resting at each, and lets go."""
         words = ["keydown", modifier] if modifier else []
         words += ["mousemove", *points[0], "sleep", "0.05", "mousedown", 1]
         for (x0, y0), (x1, y1) in zip(points, points[1:]):
             for step in range(1, 7):
                 words += ["sleep", "0.01", "mousemove", round(x0 + (x1 - x0) * step / 6),
                           round(y0 + (y1 - y0) * step / 6)]
+            words += ["sleep", rest]
         if release:
             words += ["sleep", "0.03", "mouseup", 1]
         if modifier:

@@ -157,7 +157,8 @@ def round_by_slider_field_and_handle():
             wait_for("the field to agree", lambda: row.number() == float(f"{value:.2f}"))
 
         start, knob = row.trough()
-        window.drag([(knob + 3, row.y), (knob + 15, row.y), (knob + 25, row.y)])
+        # However long the slider rests, it is one step until it is let go.
+        window.drag([(knob + 3, row.y), (knob + 15, row.y), (knob + 25, row.y)], rest=0.8)
         objects = window.expect("more rounding", lambda items: 0.6 < rounding(items[0]) < 1)
         agree(rounding(objects[0]))
         slid = rounding(objects[0])

@@ -6,6 +6,7 @@
 #include <numbers>
 
 #include "host/text/Localisation.h"
+#include "host/window/SlideStep.h"
 
 namespace host {
 namespace {
@@ -51,6 +52,7 @@ BrushEditor::BrushEditor(bool forFills)
   blend_.set_range(0, 1);
   blend_.set_increments(0.01, 0.1);
   blend_.set_draw_value(false);
+  SlideStep::Follow(blend_);
   Row(kStyle, Tr("Style"), style_);
   Row(kColor, Tr("Color"), color_);
   Row(kColor2, Tr("Color 2"), color2_);

@@ -14,6 +14,7 @@
 #include <algorithm>
 
 #include "host/text/DisplayText.h"
+#include "host/window/SlideStep.h"
 #include "host/window/panels/BrushEditor.h"
 #include "host/window/widgets/NumberField.h"
 
@@ -101,6 +102,7 @@ class SliderWidget final : public ControlWidget {
     scale_.set_increments((most - least) / 100, (most - least) / 10);
     scale_.set_draw_value(false);
     UseWheelWithFocusAlone(&scale_);
+    SlideStep::Follow(scale_);
     scale_.signal_value_changed().connect([this] {
       const double value = scale_.get_value();
       Tell([value](AKGUIDesc& panel, unsigned int id) { panel.SetValueAsFloat64(id, value); }, true);
