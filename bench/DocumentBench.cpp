@@ -11,7 +11,7 @@
 #include "host/pictures/DocumentDrawing.h"
 #include "host/session/DocumentSession.h"
 #include "host/storage/DocumentFile.h"
-#include "host/storage/ReadFile.h"
+#include "host/storage/WholeFiles.h"
 
 namespace {
 

@@ -15,7 +15,7 @@
 #include "host/listings/DocumentListing.h"
 #include "host/pictures/DocumentPicture.h"
 #include "host/storage/DocumentFile.h"
-#include "host/storage/ReadFile.h"
+#include "host/storage/WholeFiles.h"
 
 extern char** environ;
 

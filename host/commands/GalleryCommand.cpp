@@ -4,7 +4,7 @@
 #include "host/commands/Command.h"
 #include "host/commands/CommandLine.h"
 #include "host/gallery/Gallery.h"
-#include "host/pictures/PictureFile.h"
+#include "host/storage/WholeFiles.h"
 
 namespace host {
 namespace {

@@ -4,7 +4,7 @@
 #include "host/commands/EditCommand.h"
 #include "host/listings/JsonWriter.h"
 #include "host/storage/DocumentFile.h"
-#include "host/storage/ReadFile.h"
+#include "host/storage/WholeFiles.h"
 #include "host/text/Localisation.h"
 #include "host/text/ParseNumber.h"
 

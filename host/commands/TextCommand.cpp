@@ -9,8 +9,8 @@
 #include "host/commands/CommandLine.h"
 #include "host/gallery/TextPage.h"
 #include "host/pictures/DocumentPicture.h"
-#include "host/pictures/PictureFile.h"
 #include "host/storage/DocumentFile.h"
+#include "host/storage/WholeFiles.h"
 
 namespace host {
 namespace {

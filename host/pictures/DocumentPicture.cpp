@@ -11,9 +11,9 @@
 #include "graphics/images/AGImage.h"
 #include "graphics/native/AGGraphicsLow.h"
 #include "host/HostLog.h"
-#include "host/pictures/BitmapPNG.h"
 #include "host/pictures/DocumentDrawing.h"
 #include "host/storage/DocumentFile.h"
+#include "host/storage/WholeFiles.h"
 #include "host/text/Localisation.h"
 #include "kit/files/AKFileUtils.h"
 

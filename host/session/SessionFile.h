@@ -4,7 +4,7 @@
 #include <string>
 
 #include "host/session/SessionSteps.h"
-#include "host/storage/FileStamp.h"
+#include "host/storage/WholeFiles.h"
 
 namespace host {
 

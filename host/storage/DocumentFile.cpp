@@ -5,12 +5,12 @@
 
 #include "host/HostLog.h"
 #include "host/model/ObjectRecord.h"
+#include "host/storage/WholeFiles.h"
 #include "host/text/Localisation.h"
 #include "host/text/Utf8Check.h"
 #include "kit/files/AKFileUtils.h"
 #include "kit/streams/AKFileGeometry.h"
 #include "kit/streams/AKFileNumbers.h"
-#include "kit/streams/AKFileReplacer.h"
 
 namespace host {
 namespace {
@@ -209,24 +209,6 @@ int WriteDocument(const Document& document, AKFile& file, std::optional<Problem>
   return status == 0 ? AKFileWriteChunkComplete(file, chunk) : status;
 }
 
-Result<> ReplaceFileBy(const std::string& path, const std::function<int(AKFile&)>& write) {
-  const QuietLog quiet;
-  AKFilePath target;
-  int status = -1;
-  int reason = 0;
-  if (AKFileUtils::GetFromSystemPath(path.c_str(), &target)) {
-    AKFileReplacer replacer(target);
-    errno = 0;
-    status = replacer.Open();
-    if (status == 0) status = write(replacer.File());
-    if (status == 0) status = replacer.Commit();
-    reason = errno;  // before the replacer cleans up
-  }
-  if (status == 0) return {};
-  const std::string text = reason != 0 ? std::strerror(reason) : "status " + std::to_string(status);
-  return Problem(N_("can't write \"%s\": %s"), {path, text});
-}
-
 Result<std::unique_ptr<Document>> ReadDocument(const std::string& path) {
   const QuietLog quiet;
   AKFilePath source;
@@ -269,10 +251,6 @@ Result<> WriteDocument(const Document& document, const std::string& path) {
   auto done = ReplaceFileBy(path, [&](AKFile& file) { return WriteDocument(document, file, &unwritable); });
   if (unwritable) return Problem(N_("can't write \"%s\": %s"), {path, *unwritable});
   return done;
-}
-
-Result<> ReplaceFile(const std::string& path, const void* data, std::size_t size) {
-  return ReplaceFileBy(path, [data, size](AKFile& file) { return AKFileWrite(file, data, size); });
 }
 
 }  // namespace host

@@ -5,7 +5,6 @@
 // chunk. An object of a class that no bundle has keeps its chunk's bytes.
 #pragma once
 
-#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
@@ -34,11 +33,6 @@ Result<> WriteDocument(const Document& document, const std::string& path);
 /// The same into a stream. Returns its status; where it is an object's record that stops it, -1 with the reason in
 /// `*unwritable`. With null, an object whose class can't write a sound record is written as the host knows it.
 int WriteDocument(const Document& document, AKFile& file, std::optional<Problem>* unwritable);
-
-/// Puts bytes into a file: whole, or not at all.
-Result<> ReplaceFile(const std::string& path, const void* data, std::size_t size);
-/// The same from a function that writes and returns a status.
-Result<> ReplaceFileBy(const std::string& path, const std::function<int(AKFile&)>& write);
 
 /// UTF-8 as a chunk "strg", padded with NULs to a multiple of 4 bytes. Reading gives false for anything else.
 int WriteTextChunk(AKFile& file, const std::string& utf8);

@@ -12,7 +12,7 @@
 
 #include "host/HostLog.h"
 #include "host/storage/DocumentFile.h"
-#include "host/storage/ReadFile.h"
+#include "host/storage/WholeFiles.h"
 #include "kit/files/AKFileUtils.h"
 #include "kit/files/AKStandardFolders.h"
 #include "kit/streams/AKFileChunk.h"

@@ -10,7 +10,7 @@
 
 #include "host/Fonts.h"
 #include "host/gallery/Gallery.h"
-#include "host/pictures/BitmapPNG.h"
+#include "host/storage/WholeFiles.h"
 
 namespace {
 

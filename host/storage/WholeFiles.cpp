@@ -1,0 +1,83 @@
+#include "host/storage/WholeFiles.h"
+
+#include <sys/stat.h>
+
+#include <cerrno>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <memory>
+
+#include "CoreGraphics/CGBitmapContext.h"
+#include "host/HostLog.h"
+#include "kit/files/AKFileUtils.h"
+#include "kit/streams/AKFileReplacer.h"
+
+namespace host {
+
+FileStamp FileStamp::Of(const std::string& path) {
+  struct stat info {};
+  if (path.empty() || stat(path.c_str(), &info) != 0) return {};
+  return {true, info.st_dev, info.st_ino, info.st_size, info.st_mtim.tv_sec, info.st_mtim.tv_nsec};
+}
+
+Result<> ReadWholeFile(const std::string& path, std::string* bytes) {
+  bytes->clear();
+  const std::unique_ptr<std::FILE, decltype(&std::fclose)> file(std::fopen(path.c_str(), "rb"), &std::fclose);
+  if (!file) {
+    return Problem(N_("can't open \"%s\": %s"), {path, std::strerror(errno)});
+  }
+  char buffer[65536];
+  std::size_t count = 0;
+  errno = 0;
+  while ((count = std::fread(buffer, 1, sizeof(buffer), file.get())) != 0) bytes->append(buffer, count);
+  if (std::ferror(file.get()) == 0) return {};
+  return Problem(N_("can't read \"%s\": %s"), {path, std::strerror(errno)});
+}
+
+Result<> ReplaceFileBy(const std::string& path, const std::function<int(AKFile&)>& write) {
+  const QuietLog quiet;
+  AKFilePath target;
+  int status = -1;
+  int reason = 0;
+  if (AKFileUtils::GetFromSystemPath(path.c_str(), &target)) {
+    AKFileReplacer replacer(target);
+    errno = 0;
+    status = replacer.Open();
+    if (status == 0) status = write(replacer.File());
+    if (status == 0) status = replacer.Commit();
+    reason = errno;  // before the replacer cleans up
+  }
+  if (status == 0) return {};
+  const std::string text = reason != 0 ? std::strerror(reason) : "status " + std::to_string(status);
+  return Problem(N_("can't write \"%s\": %s"), {path, text});
+}
+
+Result<> ReplaceFile(const std::string& path, const void* data, std::size_t size) {
+  return ReplaceFileBy(path, [data, size](AKFile& file) { return AKFileWrite(file, data, size); });
+}
+
+Result<> MakeFolder(const std::string& path) {
+  if (path.empty() || mkdir(path.c_str(), 0777) == 0 || errno == EEXIST) return {};
+  return Problem(N_("can't make folder \"%s\": %s"), {path, std::strerror(errno)});
+}
+
+Result<> SavePNG(const AGBitmap& bitmap, const std::string& path) {
+  std::vector<unsigned char> png;
+  if (EncodePNG(bitmap, &png)) return ReplaceFile(path, png.data(), png.size());
+  return Problem(N_("can't encode the picture"));
+}
+
+bool EncodePNG(const AGBitmap& bitmap, std::vector<unsigned char>* png) {
+  png->clear();
+  if (!bitmap.IsOpen()) return false;
+  std::size_t byteCount = 0;
+  std::unique_ptr<void, decltype(&std::free)> bytes(CGBitmapContextCopyPNG(bitmap.NativeContext(), &byteCount),
+                                                    &std::free);
+  if (!bytes) return false;
+  const auto* first = static_cast<const unsigned char*>(bytes.get());
+  png->assign(first, first + byteCount);
+  return true;
+}
+
+}  // namespace host
