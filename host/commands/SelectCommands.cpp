@@ -3,7 +3,6 @@
 
 #include "host/commands/EditCommand.h"
 #include "host/listings/JsonWriter.h"
-#include "host/storage/DocumentFile.h"
 #include "host/storage/WholeFiles.h"
 #include "host/text/Localisation.h"
 #include "host/text/ParseNumber.h"

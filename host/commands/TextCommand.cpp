@@ -9,7 +9,6 @@
 #include "host/commands/CommandLine.h"
 #include "host/gallery/TextPage.h"
 #include "host/pictures/DocumentPicture.h"
-#include "host/storage/DocumentFile.h"
 #include "host/storage/WholeFiles.h"
 
 namespace host {

@@ -12,7 +12,6 @@
 #include "graphics/native/AGGraphicsLow.h"
 #include "host/HostLog.h"
 #include "host/pictures/DocumentDrawing.h"
-#include "host/storage/DocumentFile.h"
 #include "host/storage/WholeFiles.h"
 #include "host/text/Localisation.h"
 #include "kit/files/AKFileUtils.h"
