@@ -20,6 +20,7 @@ namespace {
 class PanelTest : public testing::Test {
  protected:
   void SetUp() override {
+    Host::Instance();  // its tables
     HostLog::Instance().sink = [this](const std::string& line) { log_.push_back(line); };
   }
   void TearDown() override { HostLog::Instance().sink = nullptr; }
