@@ -44,7 +44,7 @@ unsigned int KitCharacter(const Set& set, unsigned int byte) {
 
 /// The character that glibc has for a byte, 0 for none.
 unsigned int GlibcCharacter(const Set& set, unsigned int byte) {
-  const iconv_t converter = iconv_open("UCS-4LE", set.glibc_name);
+  const iconv_t converter = iconv_open("UCS-4LE", set.glibcName);
   char source = static_cast<char>(byte);
   unsigned int character = 0;
   char* in = &source;
@@ -72,7 +72,7 @@ void PrintTable() {
 }
 
 void PrintDifferences(const Set& set) {
-  std::printf("\n### %s against %s\n\n", set.name, set.glibc_name);
+  std::printf("\n### %s against %s\n\n", set.name, set.glibcName);
   for (unsigned int byte = 0x80; byte < 0x100; ++byte) {
     const unsigned int kit = KitCharacter(set, byte);
     const unsigned int glibc = GlibcCharacter(set, byte);

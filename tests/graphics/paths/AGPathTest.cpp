@@ -314,7 +314,7 @@ TEST(AGPath, IsPointInPath_RulesHolesAndOpenSubpaths_MatchTheDrawing) {
       {nested, {5, 30}, false, false},
   };
   for (const auto& c : cases) {
-    EXPECT_EQ(c.path.IsPointInPath(c.p, kAGBrushFillEvenOdd), c.even_odd) << c.p.x << "," << c.p.y;
+    EXPECT_EQ(c.path.IsPointInPath(c.p, kAGBrushFillEvenOdd), c.evenOdd) << c.p.x << "," << c.p.y;
     EXPECT_EQ(c.path.IsPointInPath(c.p, kAGBrushFillWinding), c.winding) << c.p.x << "," << c.p.y;
   }
 }
