@@ -212,9 +212,7 @@ int WriteDocument(const Document& document, AKFile& file, std::optional<Problem>
 Result<std::unique_ptr<Document>> ReadDocument(const std::string& path) {
   const QuietLog quiet;
   AKFilePath source;
-  if (!AKFileUtils::GetFromSystemPath(path.c_str(), &source)) {
-    return Problem(N_("can't open \"%s\": its name has characters that this program can't represent"), {path});
-  }
+  AKFileUtils::GetFromSystemPath(path.c_str(), &source);
   if (AKFileUtils::IsFolder(source)) {
     return Problem(N_("can't open \"%s\": it is a folder"), {path});
   }

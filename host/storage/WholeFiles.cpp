@@ -11,6 +11,7 @@
 #include "CoreGraphics/CGBitmapContext.h"
 #include "host/HostLog.h"
 #include "kit/files/AKFileUtils.h"
+#include "kit/streams/AKFileNumbers.h"
 #include "kit/streams/AKFileReplacer.h"
 
 namespace host {
@@ -38,16 +39,13 @@ Result<> ReadWholeFile(const std::string& path, std::string* bytes) {
 Result<> ReplaceFileBy(const std::string& path, const std::function<int(AKFile&)>& write) {
   const QuietLog quiet;
   AKFilePath target;
-  int status = -1;
-  int reason = 0;
-  if (AKFileUtils::GetFromSystemPath(path.c_str(), &target)) {
-    AKFileReplacer replacer(target);
-    errno = 0;
-    status = replacer.Open();
-    if (status == 0) status = write(replacer.File());
-    if (status == 0) status = replacer.Commit();
-    reason = errno;  // before the replacer cleans up
-  }
+  AKFileUtils::GetFromSystemPath(path.c_str(), &target);
+  AKFileReplacer replacer(target);
+  errno = 0;
+  int status = replacer.Open();
+  if (status == 0) status = write(replacer.File());
+  if (status == 0) status = replacer.Commit();
+  const int reason = errno;  // before the replacer cleans up
   if (status == 0) return {};
   const std::string text = reason != 0 ? std::strerror(reason) : "status " + std::to_string(status);
   return Problem(N_("can't write \"%s\": %s"), {path, text});
