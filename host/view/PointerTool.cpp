@@ -90,8 +90,8 @@ void PointerTool::Press(const AGPoint& point, PointerModifiers modifiers) {
     StartOn(session_->Selection().ObjectAt(startMap_, kHitTolerance / view_->Zoom()), modifiers);
   } else if (handle_ == Handle::kRotate) {
     mode_ = Mode::kTurn;
-  } else if (handle_ == Handle::kRounding) {
-    mode_ = Mode::kRound;
+  } else if (PropertyOfHandle(handle_) != nullptr) {
+    mode_ = Mode::kProperty;
   } else if (handle_ == Handle::kGradient) {
     mode_ = Mode::kGradient;
   } else {
@@ -148,7 +148,7 @@ void PointerTool::Drag(const AGPoint& point, PointerModifiers modifiers) {
     case Mode::kGradient:
       return DragGradient(point);
     default:
-      return Round(point);
+      return DragProperty(point);
   }
 }
 
@@ -200,9 +200,10 @@ void PointerTool::Turn(const AGPoint& map, PointerModifiers modifiers) {
   }
 }
 
-void PointerTool::Round(const AGPoint& point) {
-  done_ = session_->Objects().SetProperties(session_->Selection().IDs(),
-                                            {{std::string(N_("Rounding")), TextOf(frame_.RoundingAt(point, *view_))}});
+void PointerTool::DragProperty(const AGPoint& point) {
+  const PropertyHandle& property = *PropertyOfHandle(handle_);
+  const std::string value = TextOf(frame_.ValueAt(property, point, *view_));
+  done_ = session_->Objects().SetProperties(session_->Selection().IDs(), {{std::string(property.property), value}});
 }
 
 void PointerTool::DragGradient(const AGPoint& point) {
@@ -281,7 +282,7 @@ PointerTool::Cursor PointerTool::CursorAt(const AGPoint& point) const {
   const SelectionFrame frame = SelectionFrame::Of(*session_);
   const Handle handle = mode_ == Mode::kIdle ? frame.HandleAt(point, *view_) : handle_;
   if (handle == Handle::kRotate) return Cursor::kRotate;
-  if (handle == Handle::kRounding || handle == Handle::kGradient) return Cursor::kRounding;
+  if (PropertyOfHandle(handle) != nullptr || handle == Handle::kGradient) return Cursor::kInner;
   if (handle == Handle::kNone) {
     const bool over = mode_ == Mode::kMove ||
                       session_->Selection().ObjectAt(view_->ToMap(point), kHitTolerance / view_->Zoom()) != kNoObjectID;

@@ -33,7 +33,7 @@ struct SnapGrid {
 
 class PointerTool {
  public:
-  enum class Cursor { kArrow, kMove, kCross, kRotate, kRounding, kEastWest, kNorthSouth, kRising, kFalling };
+  enum class Cursor { kArrow, kMove, kCross, kRotate, kInner, kEastWest, kNorthSouth, kRising, kFalling };
 
   PointerTool(DocumentSession* session, const ViewTransform* view) : session_(session), view_(view) {}
 
@@ -57,14 +57,14 @@ class PointerTool {
   Cursor CursorAt(const AGPoint& point) const;
 
  private:
-  enum class Mode { kIdle, kMove, kStretch, kTurn, kRound, kGradient, kBand, kMake };
+  enum class Mode { kIdle, kMove, kStretch, kTurn, kProperty, kGradient, kBand, kMake };
 
   void StartOn(ObjectID object, PointerModifiers modifiers);
   void Drag(const AGPoint& point, PointerModifiers modifiers);
   void Move(const AGPoint& map, PointerModifiers modifiers);
   void Stretch(const AGPoint& map, PointerModifiers modifiers);
   void Turn(const AGPoint& map, PointerModifiers modifiers);
-  void Round(const AGPoint& point);
+  void DragProperty(const AGPoint& point);
   void DragGradient(const AGPoint& point);
   void FinishBand(PointerModifiers modifiers);
   void FinishMaking(PointerModifiers modifiers);

@@ -3,30 +3,21 @@
 #include <algorithm>
 #include <cmath>
 
-#include "host/model/ObjectProperties.h"
 #include "kit/geometry/AGAffineTransform.h"
-#include "kit/values/AKValueHelpers.h"
 
 namespace host {
 namespace {
 
 // In pixels of the view.
 constexpr double kRotateDistance = 26;
-constexpr double kRoundingInset = 14;
+constexpr double kInnerInset = 14;
 constexpr double kLeastSide = 24;  // of a frame that has handles on its sides
-constexpr double kRoundingSide = 48;
+constexpr double kInnerSide = 48;  // of one that has handles within
 
 constexpr double kAxisPart = 0.35;  // where the handle of a linear gradient is, as a part of the shorter side
 
 constexpr Handle kEight[] = {Handle::kLowerLeft,  Handle::kBottom, Handle::kLowerRight, Handle::kRight,
                              Handle::kUpperRight, Handle::kTop,    Handle::kUpperLeft,  Handle::kLeft};
-
-std::optional<double> RoundingOf(const DocumentObject& object) {
-  if (object.IsPlaceholder()) return std::nullopt;
-  double rounding = 0;
-  if (!AKValueGetasFloat64(PropertiesOf(object).GetValue("Rounding"), &rounding, false)) return std::nullopt;
-  return std::clamp(rounding, 0.0, 1.0);
-}
 
 }  // namespace
 
@@ -53,6 +44,12 @@ HandleSides SidesOf(Handle handle) {
   }
 }
 
+const PropertyHandle* PropertyOfHandle(Handle handle) {
+  if (handle < Handle::kFirstProperty) return nullptr;
+  const std::size_t index = static_cast<std::size_t>(handle) - static_cast<std::size_t>(Handle::kFirstProperty);
+  return index < PropertyHandles().size() ? &PropertyHandles()[index] : nullptr;
+}
+
 SelectionFrame SelectionFrame::Of(const DocumentSession& session) {
   SelectionFrame frame;
   const ObjectIDs& ids = session.Selection().IDs();
@@ -62,7 +59,7 @@ SelectionFrame SelectionFrame::Of(const DocumentSession& session) {
   if (frame.single_) {
     const DocumentObject& object = *session.Doc().Find(ids[0]);
     frame.placement_ = object.Placement();
-    frame.rounding_ = RoundingOf(object);
+    for (const PropertyHandle& property : PropertyHandles()) frame.fractions_.push_back(property.FractionOf(object));
     frame.brush_ = object.brush;
   } else {
     frame.placement_.angle = 0;
@@ -87,19 +84,18 @@ std::vector<Handle> SelectionFrame::Handles(const ViewTransform& view) const {
     if ((sides.x == 0 && width < kLeastSide) || (sides.y == 0 && height < kLeastSide)) continue;
     handles.push_back(handle);
   }
-  if (std::min(width, height) >= kRoundingSide &&
-      (brush_.Style() == kAGBrushStyleLinearGradient || brush_.Style() == kAGBrushStyleRadialGradient)) {
+  if (std::min(width, height) < kInnerSide) return handles;
+  if ((brush_.Style() == kAGBrushStyleLinearGradient || brush_.Style() == kAGBrushStyleRadialGradient)) {
     handles.push_back(Handle::kGradient);
   }
-  if (rounding_ && std::min(width, height) >= kRoundingSide) handles.push_back(Handle::kRounding);
+  for (std::size_t i = 0; i < fractions_.size(); ++i) {
+    if (fractions_[i]) handles.push_back(HandleOfProperty(i));
+  }
   return handles;
 }
 
-double SelectionFrame::LeastInset(const ViewTransform& view) const { return kRoundingInset / view.Zoom(); }
-
-double SelectionFrame::MostInset() const {
-  const AGRect& b = placement_.bounds;
-  return std::min(std::fabs(b.x1 - b.x0), std::fabs(b.y1 - b.y0)) / 2;
+HandleTrack SelectionFrame::TrackOf(const PropertyHandle& property, const ViewTransform& view) const {
+  return property.track(placement_.bounds, kInnerInset / view.Zoom());
 }
 
 AGPoint SelectionFrame::GradientPlace() const {
@@ -109,7 +105,7 @@ AGPoint SelectionFrame::GradientPlace() const {
     return OnFrame(b.x0 + brush_.GradientCenterX() * (b.x1 - b.x0),
                    b.y0 + (1 - brush_.GradientCenterY()) * (b.y1 - b.y0));
   }
-  const double reach = kAxisPart * 2 * MostInset();
+  const double reach = kAxisPart * std::min(std::fabs(b.Width()), std::fabs(b.Height()));
   const AGPoint center = b.Center();
   return OnFrame(center.x + reach * std::cos(-brush_.GradientAngle()),
                  center.y + reach * std::sin(-brush_.GradientAngle()));
@@ -120,10 +116,10 @@ AGPoint SelectionFrame::PositionOf(Handle handle, const ViewTransform& view) con
   if (handle == Handle::kRotate) {
     return view.ToView(OnFrame(b.Center().x, b.y1 + kRotateDistance / view.Zoom()));
   }
-  if (handle == Handle::kRounding) {
-    const double least = LeastInset(view);
-    const double inset = least + (MostInset() - least) * rounding_.value_or(0);
-    return view.ToView(OnFrame(b.x1 - inset, b.y1 - inset));
+  if (const PropertyHandle* property = PropertyOfHandle(handle)) {
+    const auto index = static_cast<std::size_t>(property - PropertyHandles().data());
+    const AGPoint place = TrackOf(*property, view).At(fractions_[index].value_or(0));
+    return view.ToView(OnFrame(place.x, place.y));
   }
   if (handle == Handle::kGradient) return view.ToView(GradientPlace());
   const HandleSides sides = SidesOf(handle);
@@ -171,14 +167,8 @@ AGBrush SelectionFrame::GradientAt(const AGPoint& point, const ViewTransform& vi
   return brush;
 }
 
-double SelectionFrame::RoundingAt(const AGPoint& point, const ViewTransform& view) const {
-  const AGRect& b = placement_.bounds;
-  const AGPoint map = WithinFrame(point, view);
-  const double least = LeastInset(view);
-  const double range = MostInset() - least;
-  if (!(range > 0)) return 0;
-  const double inset = (b.x1 - map.x + b.y1 - map.y) / 2;
-  return std::clamp((inset - least) / range, 0.0, 1.0);
+double SelectionFrame::ValueAt(const PropertyHandle& property, const AGPoint& point, const ViewTransform& view) const {
+  return property.ValueOf(TrackOf(property, view).Nearest(WithinFrame(point, view)));
 }
 
 }  // namespace host

@@ -1,15 +1,16 @@
 // The frame around the selected objects, with the handles that change them.
 //
 // One object has a frame that is turned with it; several have the upright box of them all. Besides the eight handles of
-// the sides and corners there is one to turn the frame, above the middle of its top, and, for one object that has the
-// property "Rounding", one to round its corners, on the diagonal from its upper right corner inwards. One object that
-// is filled with a gradient has a handle for that: on the axis of a linear one, in the centre of a radial one.
+// the sides and corners there is one to turn the frame, above the middle of its top, and, for one object, those of its
+// properties (PropertyHandles.h). One object that is filled with a gradient has a handle for that: on the axis of a
+// linear one, in the centre of a radial one.
 #pragma once
 
 #include <optional>
 #include <vector>
 
 #include "host/session/DocumentSession.h"
+#include "host/view/PropertyHandles.h"
 #include "host/view/ViewTransform.h"
 
 namespace host {
@@ -25,9 +26,15 @@ enum class Handle {
   kUpperLeft,
   kLeft,
   kRotate,
-  kRounding,
   kGradient,
+  kFirstProperty,  ///< the entry i of PropertyHandles() has the handle kFirstProperty + i
 };
+
+/// The handle of an entry of PropertyHandles(), and back: null for any other.
+constexpr Handle HandleOfProperty(std::size_t index) {
+  return static_cast<Handle>(static_cast<std::size_t>(Handle::kFirstProperty) + index);
+}
+const PropertyHandle* PropertyOfHandle(Handle handle);
 
 /// Which sides of the frame a handle moves: -1 the left or lower one, 1 the right or upper one, 0 neither.
 struct HandleSides {
@@ -49,17 +56,14 @@ class SelectionFrame {
   bool IsEmpty() const { return empty_; }
   bool IsSingle() const { return single_; }
   const ObjectPlacement& Placement() const { return placement_; }
-  /// The rounding of the one object; none where there is no such property.
-  std::optional<double> Rounding() const { return rounding_; }
-
   /// The handles that there is room for, in the order in which they are drawn.
   std::vector<Handle> Handles(const ViewTransform& view) const;
   /// Where a handle is in the view.
   AGPoint PositionOf(Handle handle, const ViewTransform& view) const;
   /// The handle that the pointer takes.
   Handle HandleAt(const AGPoint& point, const ViewTransform& view) const;
-  /// The rounding that puts its handle nearest to a point of the view, 0 to 1.
-  double RoundingAt(const AGPoint& point, const ViewTransform& view) const;
+  /// The value of a property that puts its handle nearest to a point of the view.
+  double ValueAt(const PropertyHandle& property, const AGPoint& point, const ViewTransform& view) const;
   /// The brush whose gradient has its handle nearest to a point of the view.
   AGBrush GradientAt(const AGPoint& point, const ViewTransform& view) const;
 
@@ -68,14 +72,13 @@ class SelectionFrame {
   AGPoint WithinFrame(const AGPoint& point, const ViewTransform& view) const;  // the way back, from the view
   AGPoint GradientPlace() const;
   bool IsInsideOfSmall(const AGPoint& point, const ViewTransform& view) const;
-  double LeastInset(const ViewTransform& view) const;
-  double MostInset() const;
+  HandleTrack TrackOf(const PropertyHandle& property, const ViewTransform& view) const;
 
   bool empty_ = true;
   bool single_ = false;
   ObjectPlacement placement_;
-  std::optional<double> rounding_;
-  AGBrush brush_;  // of the one object
+  std::vector<std::optional<double>> fractions_;  // of PropertyHandles(), for one object
+  AGBrush brush_;                                 // of the one object
 };
 
 }  // namespace host

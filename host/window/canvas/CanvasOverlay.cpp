@@ -37,12 +37,13 @@ void DrawHandle(AGContext* context, Handle handle, const AGPoint& place) {
   const AGPoint p = Crisp(place);
   const double h = SelectionFrame::kHalfHandle;
   const AGRect box{p.x - h, p.y - h, p.x + h, p.y + h};
-  const AGColor color = handle == Handle::kRounding   ? AGColor(255, 190, 60)
+  const bool isProperty = PropertyOfHandle(handle) != nullptr;
+  const AGColor color = isProperty                    ? AGColor(255, 190, 60)
                         : handle == Handle::kGradient ? AGColor(120, 220, 130)
                                                       : kAGColorWhite;
   context->brush.SetStyleSolid(color);
   context->pen.SetStyleSolid(kAccent, 1, kAGPenSizeModeAbsolute);
-  if (handle == Handle::kRotate || handle == Handle::kRounding || handle == Handle::kGradient) {
+  if (handle == Handle::kRotate || isProperty || handle == Handle::kGradient) {
     context->DrawEllipseInRect(box);
   } else {
     context->DrawRect(box);

@@ -42,7 +42,7 @@ const char* CursorName(PointerTool::Cursor cursor) {
       return "crosshair";
     case PointerTool::Cursor::kRotate:
       return "grab";
-    case PointerTool::Cursor::kRounding:
+    case PointerTool::Cursor::kInner:
       return "pointer";
     case PointerTool::Cursor::kEastWest:
       return "ew-resize";

@@ -162,9 +162,9 @@ TEST_F(CanvasTest, TurnAndRound_FollowThePointer) {
   DragHandle(Handle::kRotate, Seen(203, 290), {.shift = true});
   EXPECT_NEAR(Object(id).angle, 0, 1e-9);
   EXPECT_NEAR(RoundingOf(Object(id)), 0, 1e-12);
-  DragHandle(Handle::kRounding, Seen(250, 150));
+  DragHandle(Handle::kFirstProperty, Seen(250, 150));
   EXPECT_NEAR(RoundingOf(Object(id)), 1, 1e-12);
-  const AGPoint half = SelectionFrame::Of(*session_).PositionOf(Handle::kRounding, view_);
+  const AGPoint half = SelectionFrame::Of(*session_).PositionOf(Handle::kFirstProperty, view_);
   Drag(half, {half.x + 18, half.y - 18});
   EXPECT_NEAR(RoundingOf(Object(id)), 0.5, 1e-9);
   AGBrush brush;
