@@ -54,7 +54,7 @@ double RoundingOf(const DocumentSession& session, ObjectID id) {
 }
 
 Result<ObjectID> AddItem(DocumentSession* session, const SceneItem& item) {
-  const auto added = session->Objects().Add(kRectangle, "", {item.bounds, item.degrees * kDegToRad});
+  const auto added = session->Objects().Add(kRectangle, "-default", {item.bounds, item.degrees * kDegToRad});
   if (!added) return added.Why();
   const ObjectID id = *added;
   AGBrush brush;

@@ -30,7 +30,8 @@ double HandleTrack::Nearest(const AGPoint& point) const {
 
 std::optional<double> PropertyHandle::FractionOf(const DocumentObject& object) const {
   double value = 0;
-  if (object.IsPlaceholder() || !AKValueGetasFloat64(PropertiesOf(object).GetValue(AKString(property)), &value, false)) {
+  if (object.IsPlaceholder() ||
+      !AKValueGetasFloat64(PropertiesOf(object).GetValue(AKString(property)), &value, false)) {
     return std::nullopt;
   }
   return std::clamp((value - least) / (most - least), 0.0, 1.0);

@@ -1,4 +1,5 @@
-// Properties that have a handle on the canvas: a number of the object, and the track in its frame that the handle runs on.
+// Properties that have a handle on the canvas: a number of the object, and the track in its frame that the handle runs
+// on.
 //
 // A new property gets a handle by an entry in PropertyHandles.cpp.
 #pragma once

@@ -2,7 +2,6 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <chrono>
 #include <cstdarg>
 #include <new>
 
@@ -124,23 +123,18 @@ TEST_F(PanelTest, Control_OfAFormatAndZero_TakesTheZeroForItsArgument) {
 }
 
 // Ten times the controls may take about ten times the time, not a hundred: the factor in between leaves room for noise.
-TEST_F(PanelTest, TenThousandControls_AreFilledInLinearTime_TheFirstOfAnIDWins) {
-  double seconds[2] = {};
-  for (int round = 0; round < 2; ++round) {
-    const unsigned int count = round == 0 ? 1000 : 10000;
-    AKGUIDesc panel;
-    const auto start = std::chrono::steady_clock::now();
-    for (unsigned int id = 0; id < count; ++id) panel.NewController("-id:%u -type:EditNum -prec:3", id);
-    panel.NewController("-id:5 -type:CheckBox");
-    for (unsigned int id = 0; id < count; ++id) panel.SetValueAsFloat64(id, id * 0.5);
-    double sum = 0;
-    for (unsigned int id = 0; id < count; ++id) sum += panel.GetValueAsFloat64(id);
-    seconds[round] = std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
-    EXPECT_EQ(sum, 0.25 * count * (count - 1));
-    EXPECT_EQ(panel.CtrlType(5), 2U);
-    EXPECT_EQ(panel.GetControllerCount(), count + 1);
-  }
-  EXPECT_LT(seconds[1], 35 * seconds[0]) << seconds[0];
+// A search of all controls at each access would take minutes.
+TEST_F(PanelTest, HundredThousandControls_AreFilled_TheFirstOfAnIDWins) {
+  constexpr unsigned int kCount = 100000;
+  AKGUIDesc panel;
+  for (unsigned int id = 0; id < kCount; ++id) panel.NewController("-id:%u -type:EditNum -prec:3", id);
+  panel.NewController("-id:5 -type:CheckBox");
+  for (unsigned int id = 0; id < kCount; ++id) panel.SetValueAsFloat64(id, id * 0.5);
+  double sum = 0;
+  for (unsigned int id = 0; id < kCount; ++id) sum += panel.GetValueAsFloat64(id);
+  EXPECT_EQ(sum, 0.25 * kCount * (kCount - 1));
+  EXPECT_EQ(panel.CtrlType(5), 2U);
+  EXPECT_EQ(panel.GetControllerCount(), kCount + 1);
   EXPECT_TRUE(log_.empty());
 }
 
