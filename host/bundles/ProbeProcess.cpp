@@ -28,7 +28,7 @@ constexpr char kLogLine = 'l';
 constexpr char kTranslated = 't';
 constexpr char kVerdict = 'v';  // the last word, empty for a bundle that can be used
 constexpr std::size_t kMostReported = 64 * 1024;
-constexpr rlim_t kMostMemory = 4ULL << 30;
+[[maybe_unused]] constexpr rlim_t kMostMemory = 4ULL << 30;
 constexpr unsigned int kMostSeconds = 120;  // when the host that waits is gone or stopped
 
 class SpawnActions {
