@@ -63,9 +63,15 @@ AGRect KeepProportions(const AGRect& from, AGRect box, HandleSides sides, bool a
 
 }  // namespace
 
+PointerTool::PointerTool(DocumentSession* session, const ViewTransform* view) : view_(view) { SetSession(session); }
+
+PointerTool::~PointerTool() { SetSession(nullptr); }
+
 void PointerTool::SetSession(DocumentSession* session) {
   Cancel();
+  if (session_ != nullptr) session_->RemoveObserver(this);
   session_ = session;
+  if (session_ != nullptr) session_->AddObserver(this);
 }
 
 void PointerTool::SetNewClass(std::optional<AKClassID> classID) {
@@ -75,7 +81,7 @@ void PointerTool::SetNewClass(std::optional<AKClassID> classID) {
 
 void PointerTool::Press(const AGPoint& point, PointerModifiers modifiers) {
   if (session_ == nullptr || mode_ != Mode::kIdle) return;
-  start_ = point;
+  start_ = lastPoint_ = point;
   startMap_ = lastMap_ = view_->ToMap(point);
   lastModifiers_ = modifiers;
   moved_ = false;
@@ -123,19 +129,31 @@ void PointerTool::StartOn(ObjectID object, PointerModifiers modifiers) {
 }
 
 void PointerTool::Motion(const AGPoint& point, PointerModifiers modifiers) {
+  if (disturbed_) LetGo();
   if (mode_ == Mode::kIdle) return;
+  lastPoint_ = point;
   lastMap_ = view_->ToMap(point);
   lastModifiers_ = modifiers;
   if (!moved_) {
     if (std::hypot(point.x - start_.x, point.y - start_.y) < kUnsteady) return;
     moved_ = true;
-    if (mode_ != Mode::kBand && mode_ != Mode::kMake) session_->Steps().Begin("");
+    if (HasStep()) session_->Steps().Begin("");
   }
+  if (!HasStep()) return;
+  working_ = true;
   Drag(point, modifiers);
+  working_ = false;
+}
+
+// Back to waiting for a press; what was done stays.
+void PointerTool::LetGo() {
+  if (HasStep()) session_->Steps().End();
+  mode_ = Mode::kIdle;
+  moved_ = disturbed_ = false;
+  toToggle_ = toSelectAlone_ = kNoObjectID;
 }
 
 void PointerTool::Drag(const AGPoint& point, PointerModifiers modifiers) {
-  if (mode_ == Mode::kBand || mode_ == Mode::kMake) return;
   session_->Steps().Rewind();
   done_ = {};
   switch (mode_) {
@@ -211,40 +229,36 @@ void PointerTool::DragGradient(const AGPoint& point) {
 }
 
 Result<> PointerTool::Release(const AGPoint& point, PointerModifiers modifiers) {
-  if (mode_ == Mode::kIdle) return {};
   Motion(point, modifiers);
-  lastMap_ = view_->ToMap(point);
+  if (mode_ == Mode::kIdle) return {};
   const Mode mode = mode_;
-  mode_ = Mode::kIdle;
+  const bool clicked = !moved_;
+  const ObjectID toToggle = toToggle_;
+  const ObjectID toSelectAlone = toSelectAlone_;
+  LetGo();
   if (mode == Mode::kMake) {
-    FinishMaking(modifiers);
+    FinishMaking(clicked, modifiers);
   } else if (mode == Mode::kBand) {
-    FinishBand(modifiers);
-  } else if (moved_) {
-    session_->Steps().End();
-  } else if (toToggle_ != kNoObjectID) {
-    session_->Selection().Toggle(toToggle_);
-  } else if (toSelectAlone_ != kNoObjectID) {
-    session_->Selection().Select({toSelectAlone_});
+    FinishBand(clicked, modifiers);
+  } else if (clicked && toToggle != kNoObjectID) {
+    session_->Selection().Toggle(toToggle);
+  } else if (clicked && toSelectAlone != kNoObjectID) {
+    session_->Selection().Select({toSelectAlone});
   }
-  toToggle_ = toSelectAlone_ = kNoObjectID;
-  moved_ = false;
   return std::exchange(done_, {});
 }
 
 bool PointerTool::Cancel() {
   if (mode_ == Mode::kIdle) return false;
-  if (moved_ && mode_ != Mode::kBand && mode_ != Mode::kMake) session_->Steps().Cancel();
-  mode_ = Mode::kIdle;
-  moved_ = false;
-  toToggle_ = toSelectAlone_ = kNoObjectID;
+  if (HasStep() && !disturbed_) session_->Steps().Rewind();
+  LetGo();
   return true;
 }
 
-void PointerTool::FinishBand(PointerModifiers modifiers) {
+void PointerTool::FinishBand(bool clicked, PointerModifiers modifiers) {
   const AGRect band{std::min(startMap_.x, lastMap_.x), std::min(startMap_.y, lastMap_.y),
                     std::max(startMap_.x, lastMap_.x), std::max(startMap_.y, lastMap_.y)};
-  const ObjectIDs taken = moved_ ? session_->Selection().ObjectsIn(band, Band::kTouched) : ObjectIDs();
+  const ObjectIDs taken = clicked ? ObjectIDs() : session_->Selection().ObjectsIn(band, Band::kTouched);
   if (modifiers.shift) {
     session_->Selection().Add(taken);
   } else {
@@ -252,9 +266,9 @@ void PointerTool::FinishBand(PointerModifiers modifiers) {
   }
 }
 
-AGRect PointerTool::NewBounds(PointerModifiers modifiers) const {
+AGRect PointerTool::NewBounds(bool clicked, PointerModifiers modifiers) const {
   const AGPoint from = Snapped(startMap_, modifiers);
-  if (!moved_) return {from.x, from.y - kNewSide, from.x + kNewSide, from.y};
+  if (clicked) return {from.x, from.y - kNewSide, from.x + kNewSide, from.y};
   AGPoint to = Snapped(lastMap_, modifiers);
   if (modifiers.shift) {
     const double side = std::max(std::fabs(to.x - from.x), std::fabs(to.y - from.y));
@@ -263,15 +277,15 @@ AGRect PointerTool::NewBounds(PointerModifiers modifiers) const {
   return {std::min(from.x, to.x), std::min(from.y, to.y), std::max(from.x, to.x), std::max(from.y, to.y)};
 }
 
-void PointerTool::FinishMaking(PointerModifiers modifiers) {
-  const AGRect bounds = NewBounds(modifiers);
+void PointerTool::FinishMaking(bool clicked, PointerModifiers modifiers) {
+  const AGRect bounds = NewBounds(clicked, modifiers);
   if (!(bounds.x1 > bounds.x0) || !(bounds.y1 > bounds.y0)) return;
   if (const auto added = session_->Objects().Add(*newClass_, "-default", {bounds, 0}); !added) done_ = added.Why();
 }
 
 std::optional<AGRect> PointerTool::Band() const {
   if (!moved_ || (mode_ != Mode::kBand && mode_ != Mode::kMake)) return std::nullopt;
-  if (mode_ == Mode::kMake) return NewBounds(lastModifiers_);
+  if (mode_ == Mode::kMake) return NewBounds(false, lastModifiers_);
   return AGRect{std::min(startMap_.x, lastMap_.x), std::min(startMap_.y, lastMap_.y), std::max(startMap_.x, lastMap_.x),
                 std::max(startMap_.y, lastMap_.y)};
 }

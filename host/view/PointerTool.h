@@ -3,6 +3,11 @@
 // It translates presses, motions and releases in pixels of the view into edits of a session; it draws nothing and knows
 // no toolkit. A whole drag is one undo step; Cancel takes it back.
 //
+// The step is the pointer's alone. Who wants anything else of the session while it is open - an edit, undo, a copy, a
+// file of it - calls Finish first, which lets go of the button where the pointer is; what the pointer still does until
+// the next press does nothing. Should the document or the selection change without that, the tool notices: it keeps
+// what there is, takes back nothing of it and lets go.
+//
 //   on a handle            stretch (shift keeps the proportions, control keeps the centre), turn (shift: steps of 15
 //                          degrees), round, turn or move a gradient
 //   on an object           select, drag to move (shift: only along one axis); shift-click adds or takes away
@@ -31,11 +36,15 @@ struct SnapGrid {
   double spacing = 0;
 };
 
-class PointerTool {
+class PointerTool : public SessionObserver {
  public:
   enum class Cursor { kArrow, kMove, kCross, kRotate, kInner, kEastWest, kNorthSouth, kRising, kFalling };
 
-  PointerTool(DocumentSession* session, const ViewTransform* view) : session_(session), view_(view) {}
+  /// The session, which may be null, outlives the tool or is replaced before.
+  PointerTool(DocumentSession* session, const ViewTransform* view);
+  PointerTool(const PointerTool&) = delete;
+  PointerTool& operator=(const PointerTool&) = delete;
+  ~PointerTool() override;
 
   /// Another document. A drag is given up.
   void SetSession(DocumentSession* session);
@@ -48,6 +57,8 @@ class PointerTool {
   void Motion(const AGPoint& point, PointerModifiers modifiers);
   /// Fails when what was dragged to was refused.
   Result<> Release(const AGPoint& point, PointerModifiers modifiers);
+  /// Releases where the pointer was last, for somebody else who needs the session. Fails as Release does.
+  Result<> Finish() { return Release(lastPoint_, lastModifiers_); }
   /// Takes back what the drag did so far. False when nothing was going on.
   bool Cancel();
   bool IsDragging() const { return mode_ != Mode::kIdle && moved_; }
@@ -56,9 +67,19 @@ class PointerTool {
   std::optional<AGRect> Band() const;
   Cursor CursorAt(const AGPoint& point) const;
 
+  // SessionObserver
+  void OnObjectChanged(ObjectID) override { NoticeOthers(); }
+  void OnLayersChanged() override { NoticeOthers(); }
+  void OnSelectionChanged() override { NoticeOthers(); }
+  void OnHistoryChanged() override { NoticeOthers(); }
+
  private:
   enum class Mode { kIdle, kMove, kStretch, kTurn, kProperty, kGradient, kBand, kMake };
 
+  /// True for a drag that changes objects, once it has begun: its step is open.
+  bool HasStep() const { return moved_ && mode_ != Mode::kIdle && mode_ != Mode::kBand && mode_ != Mode::kMake; }
+  void NoticeOthers() { disturbed_ = disturbed_ || (HasStep() && !working_); }
+  void LetGo();
   void StartOn(ObjectID object, PointerModifiers modifiers);
   void Drag(const AGPoint& point, PointerModifiers modifiers);
   void Move(const AGPoint& map, PointerModifiers modifiers);
@@ -66,13 +87,13 @@ class PointerTool {
   void Turn(const AGPoint& map, PointerModifiers modifiers);
   void DragProperty(const AGPoint& point);
   void DragGradient(const AGPoint& point);
-  void FinishBand(PointerModifiers modifiers);
-  void FinishMaking(PointerModifiers modifiers);
-  AGRect NewBounds(PointerModifiers modifiers) const;
+  void FinishBand(bool clicked, PointerModifiers modifiers);
+  void FinishMaking(bool clicked, PointerModifiers modifiers);
+  AGRect NewBounds(bool clicked, PointerModifiers modifiers) const;
   double Snapped(double value, PointerModifiers modifiers) const;
   AGPoint Snapped(const AGPoint& map, PointerModifiers modifiers) const;
 
-  DocumentSession* session_;
+  DocumentSession* session_ = nullptr;
   const ViewTransform* view_;
   SnapGrid snap_;
   std::optional<AKClassID> newClass_;
@@ -82,11 +103,14 @@ class PointerTool {
   ObjectID toSelectAlone_ = kNoObjectID;
   AGPoint start_;  // in the view
   AGPoint startMap_;
+  AGPoint lastPoint_;  // in the view
   AGPoint lastMap_;
   PointerModifiers lastModifiers_;
   Handle handle_ = Handle::kNone;
   SelectionFrame frame_;  // as the drag began
   Result<> done_;         // what the last motion did
+  bool working_ = false;    // the tool itself changes the session
+  bool disturbed_ = false;  // somebody else did, within the step
 };
 
 }  // namespace host

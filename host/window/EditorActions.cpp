@@ -2,13 +2,15 @@
 #include <giomm/simpleaction.h>
 #include <gtkmm/text.h>
 
+#include <string_view>
+
 #include "host/text/Localisation.h"
 #include "host/window/EditorApplication.h"
 #include "host/window/EditorWindow.h"
 #include "host/window/SlideStep.h"
 #include "host/window/dialogs/GalleryWindow.h"
 #include "host/window/dialogs/HelpWindows.h"
-#include "host/window/widgets/NumberField.h"
+#include "host/window/widgets/TypedField.h"
 
 namespace host {
 namespace {
@@ -16,35 +18,50 @@ namespace {
 constexpr double kZoomStep = 1.25;
 constexpr double kPasteOffset = 10;
 
-// A field that is being typed in takes what is meant for text. False when none is.
+constexpr char kSelectAllText[] = "selection.select-all";
+
+// A field that is being typed in takes what is meant for text. False when none is. The toolkit's own action to select
+// all stays disabled after a program set the text.
 bool GiveToText(Gtk::Window& window, const char* action) {
   auto* const text = dynamic_cast<Gtk::Text*>(window.get_focus());
   if (text == nullptr) return false;
+  if (action == std::string_view(kSelectAllText)) {
+    text->select_region(0, -1);
+    return true;
+  }
   gtk_widget_activate_action(GTK_WIDGET(text->gobj()), action, nullptr);
   return true;
-}
-
-// Undo belongs to the text only as long as it is not taken over into the document.
-bool GiveUndoToText(Gtk::Window& window, const char* action) {
-  Gtk::Widget* const focus = window.get_focus();
-  auto* const number = focus == nullptr ? nullptr : dynamic_cast<NumberField*>(focus->get_parent());
-  if (number != nullptr && !number->IsBeingTyped()) return false;
-  return GiveToText(window, action);
 }
 
 }  // namespace
 
 void EditorWindow::AddCommand(const char* name, const std::function<void()>& command) {
-  add_action(name, [command] {
-    SlideStep::End();
+  add_action(name, [this, command] {
+    FinishTyping();
     command();
   });
 }
 
+void EditorWindow::AddTextCommand(const char* name, const char* textAction, const std::function<void()>& command) {
+  add_action(name, [this, textAction, command] {
+    SlideStep::End();
+    if (!GiveToText(*this, textAction)) command();
+  });
+}
+
+// Undo belongs to the text only as long as it is not taken over into the document.
+void EditorWindow::AddUndo(const char* name, const char* textAction, const std::function<void()>& command) {
+  add_action(name, [this, textAction, command] {
+    SlideStep::End();
+    const TypedField* const field = TypedField::Focused(*this);
+    const bool documents = field != nullptr && !field->IsBeingTyped();
+    if (documents || !GiveToText(*this, textAction)) command();
+  });
+}
+
 void EditorWindow::FinishTyping() {
-  Gtk::Widget* const focus = get_focus();
-  auto* const number = focus == nullptr ? nullptr : dynamic_cast<NumberField*>(focus->get_parent());
-  if (number != nullptr && number->IsBeingTyped()) number->update();
+  TypedField* const field = TypedField::Focused(*this);
+  if (field != nullptr && field->IsBeingTyped()) field->TakeOver();
   SlideStep::End();
 }
 
@@ -74,24 +91,12 @@ void EditorWindow::AddEdit(const char* name, Edit edit) {
 }
 
 void EditorWindow::AddEditActions() {
-  AddCommand("undo", [this] {
-    if (!GiveUndoToText(*this, "text.undo")) session_->Steps().Undo();
-  });
-  AddCommand("redo", [this] {
-    if (!GiveUndoToText(*this, "text.redo")) session_->Steps().Redo();
-  });
-  AddCommand("cut", [this] {
-    if (!GiveToText(*this, "clipboard.cut")) CopySelection(true);
-  });
-  AddCommand("copy", [this] {
-    if (!GiveToText(*this, "clipboard.copy")) CopySelection(false);
-  });
-  AddCommand("paste", [this] {
-    if (!GiveToText(*this, "clipboard.paste")) PasteClipboard();
-  });
-  AddCommand("select-all", [this] {
-    if (!GiveToText(*this, "selection.select-all")) session_->Selection().SelectAll();
-  });
+  AddUndo("undo", "text.undo", [this] { session_->Steps().Undo(); });
+  AddUndo("redo", "text.redo", [this] { session_->Steps().Redo(); });
+  AddTextCommand("cut", "clipboard.cut", [this] { CopySelection(true); });
+  AddTextCommand("copy", "clipboard.copy", [this] { CopySelection(false); });
+  AddTextCommand("paste", "clipboard.paste", [this] { PasteClipboard(); });
+  AddTextCommand("select-all", kSelectAllText, [this] { session_->Selection().SelectAll(); });
   AddCommand("select-none", [this] { session_->Selection().SelectNone(); });
   AddEdit("delete", [this](const ObjectIDs& ids) { return session_->Objects().Delete(ids); });
   AddEdit("duplicate",

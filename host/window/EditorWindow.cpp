@@ -84,7 +84,7 @@ EditorWindow::EditorWindow(std::unique_ptr<DocumentSession> session) {
 EditorWindow::~EditorWindow() { SetSession(nullptr); }
 
 void EditorWindow::SetSession(std::unique_ptr<DocumentSession> session) {
-  if (session_ != nullptr) SlideStep::End();
+  if (session_ != nullptr) FinishTyping();
   autosave_.disconnect();
   recovery_.reset();
   canvas_.SetSession(nullptr);

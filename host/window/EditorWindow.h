@@ -55,9 +55,11 @@ class EditorWindow : public Gtk::ApplicationWindow, public SessionObserver {
   using Edit = std::function<Result<>(const ObjectIDs&)>;
 
   void AddActions();
-  /// An action that ends a burst of changes first.
+  /// An action that takes over what is being typed and ends the open step first: SlideStep has the rule.
   void AddCommand(const char* name, const std::function<void()>& command);
-  /// What stands in a number field without having been taken over is.
+  /// One that a text takes that has the focus, as `textAction`; else it is the document's.
+  void AddTextCommand(const char* name, const char* textAction, const std::function<void()>& command);
+  void AddUndo(const char* name, const char* textAction, const std::function<void()>& command);
   void FinishTyping();
   void AddFileActions();
   void AddEditActions();

@@ -5,6 +5,8 @@
 #include <gtkmm/eventcontrollerlegacy.h>
 #include <gtkmm/scale.h>
 
+#include <utility>
+
 #include "host/Host.h"
 #include "host/session/DocumentSession.h"
 
@@ -18,6 +20,7 @@ struct Burst {
   std::string what;
   sigc::connection timer;
   const Gtk::Scale* held = nullptr;  // the slider that is pressed
+  std::function<void()> finishDrag;
 };
 
 Burst& TheBurst() {
@@ -47,7 +50,7 @@ void SlideStep::Continue(DocumentSession* session, const std::string& what) {
   Burst& burst = TheBurst();
   if (burst.session != session->Serial() || burst.what != what) {
     End();
-    if (session->Steps().IsOpen()) return;  // a drag has its own step
+    if (session->Steps().IsOpen()) return;  // a plug-in's, which takes the change in
     session->Steps().Begin("");
     burst.session = session->Serial();
     burst.what = what;
@@ -64,12 +67,17 @@ void SlideStep::Continue(DocumentSession* session, const std::string& what) {
 
 void SlideStep::End() {
   Burst& burst = TheBurst();
+  if (const auto finish = std::exchange(burst.finishDrag, nullptr)) finish();
   burst.timer.disconnect();
   DocumentSession* const session = Host::Instance().Sessions().Find(burst.session);
   burst.session = 0;
   burst.what.clear();
   if (session != nullptr && session->Steps().IsOpen()) session->Steps().End();
 }
+
+void SlideStep::Drag(std::function<void()> finish) { TheBurst().finishDrag = std::move(finish); }
+
+bool SlideStep::IsHeld(const Gtk::Scale& scale) { return TheBurst().held == &scale; }
 
 void SlideStep::Follow(Gtk::Scale& scale) {
   auto events = Gtk::EventControllerLegacy::create();

@@ -262,8 +262,9 @@ class Window:
     def key(self, *keys):
         self.desktop.input("key", "--delay", 25, *keys)
 
-    def type(self, text):
-        self.desktop.input("type", "--delay", 25, text)
+    def type(self, text, delay=25):
+        """The delay from key to key is in milliseconds."""
+        self.desktop.input("type", "--delay", delay, text)
 
     def click(self, point, modifier=None):
         self.drag([point], modifier)

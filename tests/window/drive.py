@@ -11,6 +11,7 @@ import os
 import pathlib
 import re
 import shutil
+import signal
 import subprocess
 import sys
 import time
@@ -20,6 +21,7 @@ from desktop import Desktop, Failure, Window, wait_for
 
 SCENARIOS = []
 BOX = ("--bounds", "100,100,300,220")  # one rectangle; its rounding is 0.5, as a new one's
+RECT = (100, 100, 300, 220)
 TWO = [("--bounds", "50,50,150,150"), ("--bounds", "250,50,400,150")]
 AMBER = (255, 190, 60)  # the rounding's handle
 
@@ -120,6 +122,11 @@ class InspectorRow:
         texts = DESKTOP.picture().texts(self.field_box(), 7)
         digits = re.search(r"[0-9]+[.,][0-9]+", " ".join(text for text, _ in texts))
         return float(digits[0].replace(",", ".")) if digits else None
+
+
+def pixels(box):
+    picture = DESKTOP.picture()
+    return [picture.pixel(x, y) for y in range(box[1], box[3]) for x in range(box[0], box[2])]
 
 
 def window_right(picture, y):
@@ -306,6 +313,131 @@ def clipboard():
         window.expect("all pasted", lambda items: len(items) == 2)
         window.key("ctrl+z", "ctrl+z")
         window.expect("back", lambda items: len(items) == 2 and has_bounds(items[0], 100, 100, 300, 220))
+
+def object_field(window, name):
+    """The middle of a field of the object panel."""
+    x0, y0, x1, y1 = window.find_text(name, (920, 0, 1180, 260))
+    return x1 + 80, (y0 + y1) // 2
+
+
+@scenario
+def numbers_typed_at_any_speed():
+    with Editor([BOX], (200, 160)) as window:
+        fields = [object_field(window, name) for name in ("Width", "Height")]
+        side = 80
+        for delay in (25, 150, 250, 1000):
+            # A burst of steps is still open: it ends, and the panels are shown anew, while the digits come.
+            window.click(fields[0])
+            window.key("Up", "Down")
+            side += 1
+            for field, text in zip(fields, (f"{side}.5", f"{side}.25")):
+                window.click(field)
+                window.key("ctrl+a")
+                window.type(text, delay)
+            window.key("Return")
+            window.expect(f"both sides at {delay} ms a key", lambda items: has_bounds(
+                items[0], 100, 100, 100 + side + 0.5, 100 + side + 0.25))
+        window.click(fields[0])
+        window.key("Up", "ctrl+a")
+        for digit in "66.25":
+            window.process.send_signal(signal.SIGSTOP)
+            window.type(digit)
+            time.sleep(0.6)
+            window.process.send_signal(signal.SIGCONT)
+        window.key("Return")
+        window.expect("the width of a program that was stopped", lambda items: has_bounds(
+            items[0], 100, 100, 166.25, 184.25))
+
+
+@scenario
+def typing_is_given_up_corrected_and_selected():
+    with Editor([BOX], (200, 160)) as window:
+        field = object_field(window, "Width")
+        window.click(field)
+        window.key("ctrl+a")
+        window.type("80.5", 150)
+        window.key("Escape", "Return")
+        window.expect("nothing taken over", lambda items: has_bounds(items[0], *RECT))
+        window.key("ctrl+a")
+        window.type("8o.5", 150)
+        window.key("Return")
+        window.find_text("is no number")
+        box = (field[0] - 50, field[1] - 12, field[0] + 60, field[1] + 12)
+        assert any(red > 150 and green < 90 and blue < 90 for red, green, blue in pixels(box)), "the text is not red"
+        window.click(window.at(450, 350))
+        window.expect("the wrong text nowhere", lambda items: has_bounds(items[0], *RECT))
+        window.click(window.at(200, 160))
+        window.click(field)
+        window.key("ctrl+a")
+        window.type("90", 150)
+        window.key("Return", "ctrl+a")
+        time.sleep(0.8)  # past the end of the step
+        window.type("70", 150)
+        window.key("Return")
+        window.expect("typed over the selected text", lambda items: len(items) == 1 and has_bounds(
+            items[0], 100, 100, 170, 220))
+
+
+@scenario
+def names_of_layers():
+    with Editor([BOX]) as window:
+        window.key("ctrl+shift+n")
+        window.desktop.input("mousemove", 1060, 240, "click", "--repeat", 40, "--delay", 10, 5)
+        x0, y0, x1, y1 = window.find_text("Layer 1", (920, 0, 1180, 760))
+        places = [((x0 + x1) // 2, (y0 + y1) // 2 - above) for above in (0, 38)]
+
+        def rename(place, name):
+            window.desktop.input("mousemove", *place, "click", "--repeat", 2, "--delay", 120, 1)
+            window.type(name, 60)
+
+        def named(*names):
+            window.expect(f"{names}", lambda _: [layer["name"] for layer in window.layers()] == list(names))
+
+        for turn in range(3):
+            rename(places[0], f"low {turn}")  # never the chosen one
+            window.click(window.at(450, 350))
+            named(f"low {turn}", f"high {turn - 1}" if turn else "Layer 2")
+            rename(places[1], f"high {turn}")
+            window.click(places[0])
+            named(f"low {turn}", f"high {turn}")
+            window.click(places[1])
+        rename(places[0], "base")
+        window.key("Escape", "ctrl+s")
+        named("low 2", "high 2")
+        rename(places[0], "base")
+        window.key("ctrl+shift+n")
+        named("base", "high 2", "Layer 3")
+        assert window.process.poll() is None
+
+
+@scenario
+def keys_during_a_drag():
+    """They end the drag where it is; what the pointer still does until it is let go does nothing."""
+    moved, after = (120, 110, 320, 230), (400, 300)
+    cases = (
+        (("Delete",), lambda items: not items),
+        (("ctrl+x",), lambda items: not items),
+        (("ctrl+z",), lambda items: has_bounds(items[0], *RECT)),
+        (("ctrl+d",), lambda items: has_bounds(items[0], *moved) and has_bounds(items[1], 130, 100, 330, 220)),
+        (("ctrl+c", "ctrl+v"), lambda items: has_bounds(items[0], *moved) and has_bounds(items[1], 130, 100, 330, 220)),
+        (("ctrl+a", "Up"), lambda items: has_bounds(items[0], 120, 111, 320, 231)),
+        (("ctrl+s",), lambda items: has_bounds(items[0], *moved)),
+        (("Escape",), lambda items: has_bounds(items[0], *RECT)),
+    )
+    with Editor([BOX], (200, 160)) as window:
+        for keys, expected in cases:
+            window.click(window.at(200, 160))
+            for start, way in (((200, 160), (220, 170)), ((300, 160), (320, 160))):
+                moving = start == (200, 160)
+                window.drag([window.at(*start), window.at(*way)], release=False)
+                window.key(*keys)
+                window.desktop.input("mousemove", *window.at(*after), "mousemove", *window.at(after[0] + 5, after[1]),
+                                     "sleep", "0.05", "mouseup", 1)
+                window.expect(f"{keys} during a drag of {start}", lambda items: not moving or expected(items))
+                for _ in range(4):
+                    window.key("ctrl+z")
+                window.expect("all undone", lambda items: len(items) == 1 and has_bounds(items[0], *RECT))
+
 
 @scenario
 def menus_give_the_keys_back():

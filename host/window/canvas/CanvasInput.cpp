@@ -39,18 +39,23 @@ void CanvasView::AddPointer() {
   Gtk::GestureDrag* const gesture = drag.get();
   drag->signal_drag_begin().connect([this, gesture](double x, double y) {
     grab_focus();
-    if (spaceHeld_) {
+    panning_ = spaceHeld_;
+    if (panning_) {
       panStart_ = {horizontal_->get_value(), vertical_->get_value()};
       return;
     }
     SlideStep::End();
     tool_.Press(Cleaned(x, y), ModifiersOf(gesture->get_current_event_state()));
+    SlideStep::Drag([this] {
+      if (const auto done = tool_.Finish(); !done) problem_.emit(done.Why());
+      queue_draw();
+    });
     queue_draw();
   });
   drag->signal_drag_update().connect([this, gesture](double dx, double dy) {
     double x = 0;
     double y = 0;
-    if (spaceHeld_) {
+    if (panning_) {
       horizontal_->set_value(panStart_.x - dx);
       vertical_->set_value(panStart_.y - dy);
       return;
@@ -63,6 +68,7 @@ void CanvasView::AddPointer() {
     double x = 0;
     double y = 0;
     if (!gesture->get_start_point(x, y)) return;
+    SlideStep::Drag(nullptr);
     const bool made = tool_.NewClass().has_value();
     const auto done = tool_.Release(Cleaned(x + dx, y + dy), ModifiersOf(gesture->get_current_event_state()));
     if (!done) problem_.emit(done.Why());
@@ -70,6 +76,7 @@ void CanvasView::AddPointer() {
     queue_draw();
   });
   drag->signal_cancel().connect([this](Gdk::EventSequence*) {
+    SlideStep::Drag(nullptr);
     if (tool_.Cancel()) queue_draw();
   });
   add_controller(drag);
@@ -156,6 +163,7 @@ bool CanvasView::OnKey(guint key, Gdk::ModifierType state) {
       return true;
     case GDK_KEY_Escape:
       if (tool_.Cancel()) {
+        SlideStep::Drag(nullptr);
         queue_draw();
       } else if (tool_.NewClass()) {
         SetNewClass(std::nullopt);
@@ -172,6 +180,7 @@ bool CanvasView::OnKey(guint key, Gdk::ModifierType state) {
     case GDK_KEY_Page_Down:
     case GDK_KEY_Page_Up:
       if (session_->Doc().ObjectCount() == 0 || modifiers.control) return false;
+      SlideStep::End();
       SelectNext(key == GDK_KEY_Page_Up);
       return true;
     default:

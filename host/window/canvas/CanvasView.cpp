@@ -10,6 +10,7 @@
 
 #include "CoreGraphics/CGVectorContext.h"
 #include "host/text/Localisation.h"
+#include "host/window/SlideStep.h"
 #include "host/window/canvas/CanvasOverlay.h"
 
 namespace host {
@@ -85,6 +86,7 @@ CanvasView::~CanvasView() { SetSession(nullptr); }
 
 void CanvasView::SetSession(DocumentSession* session) {
   if (session_ != nullptr) session_->RemoveObserver(this);
+  SlideStep::End();
   tool_.SetSession(session);
   session_ = session;
   tiles_.SetDocument(session == nullptr ? nullptr : &session->Doc());
@@ -106,6 +108,7 @@ void CanvasView::OnPageChanged() {
 }
 
 void CanvasView::SetNewClass(std::optional<AKClassID> classID) {
+  SlideStep::End();
   tool_.SetNewClass(classID);
   toolChanged_.emit();
   ShowPointer(lastPointer_);

@@ -98,6 +98,7 @@ class CanvasView : public Gtk::Widget, public SessionObserver {
   bool adjusting_ = false;
   bool fitted_ = false;
   bool spaceHeld_ = false;
+  bool panning_ = false;  ///< the space bar was held when the button was pressed
   AGPoint lastPointer_;
   bool pointerInside_ = false;
   AGPoint panStart_;

@@ -5,7 +5,6 @@
 #include <gtkmm/checkbutton.h>
 #include <gtkmm/colorbutton.h>
 #include <gtkmm/dropdown.h>
-#include <gtkmm/entry.h>
 #include <gtkmm/image.h>
 #include <gtkmm/label.h>
 #include <gtkmm/scale.h>
@@ -17,6 +16,7 @@
 #include "host/window/SlideStep.h"
 #include "host/window/panels/BrushEditor.h"
 #include "host/window/widgets/NumberField.h"
+#include "host/window/widgets/TextField.h"
 
 namespace host {
 namespace {
@@ -199,19 +199,18 @@ class ColorWidget final : public ControlWidget {
 class TextWidget final : public ControlWidget {
  public:
   TextWidget(const HostControl& control, Changed changed) : ControlWidget(control, std::move(changed)) {
-    entry_.signal_changed().connect([this] {
-      const AKString text = TextForBundles(entry_.get_text().raw());
-      Tell([text](AKGUIDesc& panel, unsigned int id) { panel.SetValueAsString(id, text); }, true);
+    field_.SignalChosen().connect([this](const Glib::ustring& entered) {
+      const AKString text = TextForBundles(entered.raw());
+      Tell([text](AKGUIDesc& panel, unsigned int id) { panel.SetValueAsString(id, text); }, false);
     });
   }
-  Gtk::Widget& Widget() override { return entry_; }
+  Gtk::Widget& Widget() override { return field_; }
 
  private:
   void ShowValue(const HostControl& control, bool mixed) override {
-    const std::string text = mixed ? std::string() : DisplayText(control.GetValueAsString());
-    if (entry_.get_text().raw() != text) entry_.set_text(text);
+    field_.Show(mixed ? std::string() : DisplayText(control.GetValueAsString()));
   }
-  Gtk::Entry entry_;
+  TextField field_;
 };
 
 }  // namespace
@@ -242,7 +241,7 @@ void ControlWidget::Show(const HostControl& control, bool mixed) {
   Widget().set_visible(control.IsVisible());
   Widget().set_sensitive(control.IsEnabled());
   if (!control.Tip().IsEmpty()) Widget().set_tooltip_text(DisplayText(control.Tip()));
-  ShowValue(control, mixed);
+  if (!IsHeld(Widget())) ShowValue(control, mixed);
   showing_ = false;
 }
 

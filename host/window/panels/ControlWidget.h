@@ -24,7 +24,8 @@ class ControlWidget {
   virtual ~ControlWidget() = default;
 
   virtual Gtk::Widget& Widget() = 0;
-  /// Shows the control as it is now; `mixed` when several objects differ.
+  /// Shows the control as it is now; `mixed` when several objects differ. The value waits while the user holds the
+  /// widget (IsHeld) or types in it.
   void Show(const HostControl& control, bool mixed);
 
  protected:

@@ -2,7 +2,14 @@
 
 #include <glibmm/main.h>
 
+#include "host/window/widgets/TypedField.h"
+
 namespace host {
+namespace {
+
+constexpr unsigned int kHeldPause = 50;  // milliseconds
+
+}  // namespace
 
 EditorPanel::EditorPanel() : Gtk::Box(Gtk::Orientation::VERTICAL, 6) { add_css_class("panel"); }
 
@@ -19,16 +26,33 @@ void EditorPanel::SetSession(DocumentSession* session) {
   RefreshNow();
 }
 
+void EditorPanel::OnSelectionChanged() {
+  otherObjects_ = true;
+  RefreshSoon();
+}
+
 void EditorPanel::RefreshSoon() {
   if (idle_.connected()) return;
   idle_ = Glib::signal_idle().connect([this] {
-    RefreshNow();
+    RefreshWhenFree();
     return false;
   });
 }
 
+void EditorPanel::RefreshWhenFree() {
+  if (!IsHeld(*this)) return RefreshNow();
+  idle_ = Glib::signal_timeout().connect(
+      [this] {
+        RefreshWhenFree();
+        return false;
+      },
+      kHeldPause);
+}
+
 void EditorPanel::RefreshNow() {
   refreshing_ = true;
+  if (otherObjects_) TypedField::GiveUpLeft(*this);
+  otherObjects_ = false;
   Refresh();
   refreshing_ = false;
 }

@@ -1,7 +1,8 @@
 // A panel beside the canvas: shows something of the session and changes it.
 //
 // Whatever happens to the session, a panel is told to show it once, when the program is idle next: a drag that sends a
-// hundred events between two frames costs one refresh.
+// hundred events between two frames costs one refresh. What the user holds is left alone: while a slider of the panel is
+// pressed, a pop-up is open or a name is edited the refresh waits; a field that is typed in keeps its text (TypedField).
 #pragma once
 
 #include <gtkmm/box.h>
@@ -25,7 +26,7 @@ class EditorPanel : public Gtk::Box, public SessionObserver {
   void OnObjectChanged(ObjectID) override { RefreshSoon(); }
   void OnLayersChanged() override { RefreshSoon(); }
   void OnPageChanged() override { RefreshSoon(); }
-  void OnSelectionChanged() override { RefreshSoon(); }
+  void OnSelectionChanged() override;
   void OnHistoryChanged() override { RefreshSoon(); }
   void OnActiveLayerChanged() override { RefreshSoon(); }
 
@@ -45,9 +46,11 @@ class EditorPanel : public Gtk::Box, public SessionObserver {
 
  private:
   void RefreshNow();
+  void RefreshWhenFree();
 
   DocumentSession* session_ = nullptr;
   bool refreshing_ = false;
+  bool otherObjects_ = false;  ///< are selected than were at the last refresh
   sigc::connection idle_;
   sigc::signal<void(Problem)> problem_;
 };

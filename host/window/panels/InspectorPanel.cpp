@@ -73,7 +73,7 @@ void InspectorPanel::Tell(const Result<>& done) {
   none_.set_visible(true);
 }
 
-// A panel may ask to be told now and then that nothing happens.
+// A panel may ask to be told now and then that nothing happens; while a step is open something does.
 void InspectorPanel::UpdateIdling() {
   const bool wanted = inspector_.Wrapper().IsIdling();
   if (wanted == idling_.connected()) return;
@@ -81,6 +81,7 @@ void InspectorPanel::UpdateIdling() {
   if (!wanted) return;
   idling_ = Glib::signal_timeout().connect(
       [this] {
+        if (Session() == nullptr || Session()->Steps().IsOpen()) return true;
         std::string actionName;
         const auto done = inspector_.Send(HostPanel::kEventIdle, 0, &actionName);
         ShowControls();

@@ -1,9 +1,8 @@
 #include "host/window/panels/LayersPanel.h"
 
 #include <gtkmm/button.h>
-#include <gtkmm/checkbutton.h>
-#include <gtkmm/editablelabel.h>
-#include <gtkmm/togglebutton.h>
+
+#include <algorithm>
 
 #include "host/text/Localisation.h"
 #include "host/window/SlideStep.h"
@@ -23,9 +22,12 @@ LayersPanel::LayersPanel() {
   SetName(&list_, Tr("Layers"));
   list_.signal_row_selected().connect([this](Gtk::ListBoxRow* row) {
     if (IsRefreshing() || row == nullptr || Session() == nullptr) return;
-    const auto& layers = Session()->Doc().Layers();
-    Session()->Layers().SetActive(layers[layers.size() - 1 - static_cast<std::size_t>(row->get_index())]->id);
+    SlideStep::End();
+    Session()->Layers().SetActive(rows_[static_cast<std::size_t>(row->get_index())].id);
   });
+  list_.set_activate_on_single_click(false);
+  list_.signal_row_activated().connect(
+      [this](Gtk::ListBoxRow* row) { rows_[static_cast<std::size_t>(row->get_index())].name->Edit(); });
   append(list_);
   auto* const buttons = Gtk::make_managed<Gtk::Box>(Gtk::Orientation::HORIZONTAL, 4);
   AddButton(buttons, "list-add-symbolic", Tr("New Layer"), [this] { Session()->Layers().Add(""); });
@@ -57,47 +59,71 @@ void LayersPanel::MoveActive(int by) {
   Report(Session()->Layers().Move(Session()->Layers().Active(), target));
 }
 
-Gtk::Widget* LayersPanel::MakeRow(const Layer& layer) {
-  auto* const row = Gtk::make_managed<Gtk::Box>(Gtk::Orientation::HORIZONTAL, 4);
-  const LayerID id = layer.id;
-  auto* const visible = Gtk::make_managed<Gtk::CheckButton>();
-  visible->set_active(layer.settings.visible);
-  SetName(visible, Tr("Visible"));
-  visible->signal_toggled().connect([this, id, visible] {
+LayersPanel::Row LayersPanel::MakeRow(LayerID id) {
+  auto* const content = Gtk::make_managed<Gtk::Box>(Gtk::Orientation::HORIZONTAL, 4);
+  Row row{id, content, Gtk::make_managed<Gtk::CheckButton>(), Gtk::make_managed<Gtk::ToggleButton>(),
+          Gtk::make_managed<NameField>(Tr("Name of the layer"))};
+  SetName(row.visible, Tr("Visible"));
+  row.visible->signal_toggled().connect([this, id, visible = row.visible] {
+    if (IsRefreshing()) return;
     SlideStep::End();
     Report(Session()->Layers().SetVisible(id, visible->get_active()));
   });
-  auto* const locked = Gtk::make_managed<Gtk::ToggleButton>();
-  locked->set_icon_name(layer.settings.locked ? "changes-prevent-symbolic" : "changes-allow-symbolic");
-  locked->set_active(layer.settings.locked);
-  locked->set_has_frame(false);
-  SetName(locked, Tr("Locked"));
-  locked->signal_toggled().connect([this, id, locked] {
+  row.locked->set_has_frame(false);
+  SetName(row.locked, Tr("Locked"));
+  row.locked->signal_toggled().connect([this, id, locked = row.locked] {
+    if (IsRefreshing()) return;
     SlideStep::End();
     Report(Session()->Layers().SetLocked(id, locked->get_active()));
   });
-  auto* const name = Gtk::make_managed<Gtk::EditableLabel>(layer.settings.name);
-  name->set_hexpand(true);
-  SetName(name, Tr("Name of the layer"));
-  name->property_editing().signal_changed().connect([this, id, name] {
-    if (name->get_editing() || Session()->Doc().FindLayer(id) == nullptr) return;
-    if (name->get_text().raw() == Session()->Doc().FindLayer(id)->settings.name) return;
-    SlideStep::End();
-    Report(Session()->Layers().SetName(id, name->get_text()));
+  row.name->set_hexpand(true);
+  row.name->SignalChosen().connect([this, id, field = row.name](const Glib::ustring& name) {
+    if (!IsRefreshing()) Rename(id, field, name.raw());
   });
-  row->append(*visible);
-  row->append(*locked);
-  row->append(*name);
+  content->append(*row.visible);
+  content->append(*row.locked);
+  content->append(*row.name);
   return row;
 }
 
-void LayersPanel::Refresh() {
+void LayersPanel::Rename(LayerID id, NameField* field, const std::string& name) {
+  if (Session() == nullptr || Session()->Doc().FindLayer(id) == nullptr) return;
+  SlideStep::End();
+  const auto done = Session()->Layers().SetName(id, name);
+  if (!done) field->Show(Session()->Doc().FindLayer(id)->settings.name);
+  Report(done);
+}
+
+bool LayersPanel::ShowsTheLayers() const {
+  const auto& layers = Session()->Doc().Layers();
+  return std::equal(rows_.begin(), rows_.end(), layers.rbegin(), layers.rend(),
+                    [](const Row& row, const auto& layer) { return row.id == layer->id; });
+}
+
+void LayersPanel::Build() {
+  rows_.clear();
   while (Gtk::Widget* row = list_.get_first_child()) list_.remove(*row);
   if (Session() == nullptr) return;
   const auto& layers = Session()->Doc().Layers();
-  for (std::size_t i = layers.size(); i > 0; --i) list_.append(*MakeRow(*layers[i - 1]));
+  for (std::size_t i = layers.size(); i > 0; --i) {
+    rows_.push_back(MakeRow(layers[i - 1]->id));
+    list_.append(*rows_.back().content);
+  }
+}
+
+// The rows stay as long as the layers do: a name may be edited, and a click may be the first of two.
+void LayersPanel::Refresh() {
+  if (Session() == nullptr || !ShowsTheLayers()) Build();
+  if (Session() == nullptr) return;
+  for (const Row& row : rows_) {
+    const LayerSettings& settings = Session()->Doc().FindLayer(row.id)->settings;
+    row.visible->set_active(settings.visible);
+    row.locked->set_active(settings.locked);
+    row.locked->set_icon_name(settings.locked ? "changes-prevent-symbolic" : "changes-allow-symbolic");
+    row.name->Show(settings.name);
+  }
   const std::size_t active = Session()->Doc().IndexOfLayer(Session()->Layers().Active());
-  list_.select_row(*list_.get_row_at_index(static_cast<int>(layers.size() - 1 - active)));
+  list_.select_row(*list_.get_row_at_index(static_cast<int>(rows_.size() - 1 - active)));
 }
 
 }  // namespace host

@@ -1,10 +1,15 @@
-// The layers, the foremost on top: which one is active, which are visible and which are locked.
+// The layers, the foremost on top: which one is active, which are visible and which are locked. A double click or Enter
+// edits a name.
 #pragma once
 
+#include <gtkmm/checkbutton.h>
 #include <gtkmm/listbox.h>
-#include <gtkmm/scrolledwindow.h>
+#include <gtkmm/togglebutton.h>
+
+#include <vector>
 
 #include "host/window/panels/EditorPanel.h"
+#include "host/window/widgets/NameField.h"
 
 namespace host {
 
@@ -20,11 +25,24 @@ class LayersPanel : public EditorPanel {
   void Refresh() override;
 
  private:
-  Gtk::Widget* MakeRow(const Layer& layer);
+  /// The widgets of a layer's row belong to the list.
+  struct Row {
+    LayerID id;
+    Gtk::Widget* content;
+    Gtk::CheckButton* visible;
+    Gtk::ToggleButton* locked;
+    NameField* name;
+  };
+
+  Row MakeRow(LayerID id);
+  void Rename(LayerID id, NameField* field, const std::string& name);
+  bool ShowsTheLayers() const;
+  void Build();
   void AddButton(Gtk::Box* box, const char* icon, const char* tip, const std::function<void()>& pressed);
   void MoveActive(int by);
 
   Gtk::ListBox list_;
+  std::vector<Row> rows_;  ///< from the top
 };
 
 }  // namespace host

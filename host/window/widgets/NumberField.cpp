@@ -1,11 +1,17 @@
 #include "host/window/widgets/NumberField.h"
 
+#include <gdk/gdkkeysyms.h>
 #include <gtkmm/button.h>
 #include <gtkmm/eventcontrollerfocus.h>
+#include <gtkmm/eventcontrollerkey.h>
 #include <gtkmm/eventcontrollerscroll.h>
 
 #include <algorithm>
 #include <cmath>
+#include <cstdio>
+#include <string_view>
+
+#include "host/text/Localisation.h"
 
 namespace host {
 namespace {
@@ -48,38 +54,132 @@ NumberField::NumberField(double least, double most, double step, int decimals, c
   set_width_chars(7);
   set_max_width_chars(7);
   gtk_accessible_update_property(GTK_ACCESSIBLE(gobj()), GTK_ACCESSIBLE_PROPERTY_LABEL, accessibleName.c_str(), -1);
+  reason_.set_parent(*this);
+  reason_.set_autohide(false);  // the keys stay with the field
+  reason_.set_can_focus(false);
+  reason_.set_position(Gtk::PositionType::LEFT);
+  reason_.set_child(reasonText_);
+  AddSignals();
+  AddEscape();
+}
+
+NumberField::~NumberField() { reason_.unparent(); }
+
+void NumberField::AddSignals() {
+  signal_changed().connect([this] {
+    if (writing_) return;
+    typed_ = true;
+    if (refused_) Allow();
+  });
   signal_input().connect(
       [this](double& value) {
-        value = get_value();
-        if (!IsBeingTyped()) return 1;  // what is shown is rounded: it is no value to take over
-        double typed = 0;
-        if (!(read_ ? read_(get_text().raw(), &typed) : ReadDecimal(get_text(), &typed))) return 1;
-        const bool unchanged = std::clamp(typed, get_adjustment()->get_lower(), get_adjustment()->get_upper()) == value;
-        value = typed;
-        if (mixed_ && unchanged) Choose();  // the toolkit sees no change, but for some objects it is one
+        Input(&value);
         return 1;
       },
       false);
-  // A field of several values stays empty when it is left as it was.
+  // The text is written here alone, so that the toolkit never writes over what is typed.
   signal_output().connect(
       [this] {
-        if (mixed_ && !showing_ && get_text().empty()) return true;
-        if (!write_) return false;
-        if (const std::string text = write_(get_value()); get_text().raw() != text) set_text(text);
+        if (showing_ || typed_ || (mixed_ && get_text().empty())) return true;
+        shownText_ = TextOf(get_value());
+        WriteText(shownText_);
         return true;
       },
       false);
   signal_value_changed().connect([this] {
     if (showing_ || (!mixed_ && get_value() == shown_)) return;
+    typed_ = false;  // a step of the wheel
+    Allow();
     Choose();
   });
 }
 
+void NumberField::AddEscape() {
+  auto keys = Gtk::EventControllerKey::create();
+  keys->set_propagation_phase(Gtk::PropagationPhase::CAPTURE);
+  keys->signal_key_pressed().connect(
+      [this](guint key, guint, Gdk::ModifierType) {
+        if (key != GDK_KEY_Escape || !typed_) return false;
+        GiveUp();
+        select_region(0, -1);
+        return true;
+      },
+      false);
+  add_controller(keys);
+}
+
+// The value that the toolkit takes over. What is shown is rounded: untouched, it is none.
+void NumberField::Input(double* value) {
+  *value = get_value();
+  if (!typed_) return;
+  if (get_text().raw() == shownText_.raw()) return GiveUp();
+  double number = 0;
+  if (!(read_ ? read_(get_text().raw(), &number) : ReadDecimal(get_text(), &number))) return Refuse();
+  typed_ = false;
+  number = std::clamp(number, get_adjustment()->get_lower(), get_adjustment()->get_upper());
+  // The toolkit sees no change, but for some objects it is one.
+  if (mixed_ && number == *value) Choose();
+  *value = number;
+}
+
 void NumberField::Choose() {
   shown_ = get_value();
-  shownText_ = get_text();
+  shownText_ = TextOf(shown_);
   mixed_ = false;
   chosen_.emit(shown_);
+}
+
+void NumberField::GiveUp() {
+  typed_ = false;
+  Allow();
+  WriteText(shownText_);
+}
+
+std::string NumberField::TextOf(double value) const {
+  if (write_) return write_(value);
+  char text[400];  // the longest number has 309 digits before the separator
+  std::snprintf(text, sizeof(text), "%.*f", static_cast<int>(get_digits()), value);
+  const bool isZero = std::string_view(text).find_first_of("123456789") == std::string_view::npos;
+  return isZero && text[0] == '-' ? text + 1 : text;
+}
+
+// A text that is selected as a whole, to be typed over, stays so.
+void NumberField::WriteText(const Glib::ustring& text) {
+  if (get_text().raw() == text.raw()) return;
+  int start = 0;
+  int end = 0;
+  const bool all = get_selection_bounds(start, end) && start == 0 && end == static_cast<int>(get_text().length());
+  writing_ = true;
+  set_text(text);
+  writing_ = false;
+  if (all) select_region(0, -1);
+}
+
+// For the eye, for a pointer that rests, and for those who hear the window.
+void NumberField::Refuse() {
+  if (refused_) return reason_.popup();
+  refused_ = true;
+  const std::string why = TrWith(read_ ? N_("“%s” is no time. Write hours, minutes and seconds, such as 1:02:05.")
+                                       : N_("“%s” is no number."),
+                                 get_text().raw()) +
+                          " " + Tr("Escape brings back the old value.");
+  add_css_class("error");
+  tip_ = get_tooltip_text();
+  set_tooltip_text(why);
+  gtk_accessible_update_property(GTK_ACCESSIBLE(gobj()), GTK_ACCESSIBLE_PROPERTY_DESCRIPTION, why.c_str(), -1);
+  gtk_accessible_update_state(GTK_ACCESSIBLE(gobj()), GTK_ACCESSIBLE_STATE_INVALID, GTK_ACCESSIBLE_INVALID_TRUE, -1);
+  reasonText_.set_text(why);
+  reason_.popup();
+}
+
+void NumberField::Allow() {
+  if (!refused_) return;
+  refused_ = false;
+  remove_css_class("error");
+  set_tooltip_text(tip_);
+  gtk_accessible_reset_property(GTK_ACCESSIBLE(gobj()), GTK_ACCESSIBLE_PROPERTY_DESCRIPTION);
+  gtk_accessible_update_state(GTK_ACCESSIBLE(gobj()), GTK_ACCESSIBLE_STATE_INVALID, GTK_ACCESSIBLE_INVALID_FALSE, -1);
+  reason_.popdown();
 }
 
 void NumberField::SetForm(Write write, Read read) {
@@ -94,18 +194,21 @@ void NumberField::HideButtons() {
 }
 
 void NumberField::Show(double value) {
+  const bool keeps = KeepsText(!mixed_ && value == shown_);
   showing_ = true;
   mixed_ = false;
   set_value(value);
-  shown_ = get_value();
-  shownText_ = get_text();
   showing_ = false;
+  shown_ = get_value();
+  shownText_ = TextOf(shown_);
+  if (!keeps) GiveUp();
 }
 
 void NumberField::ShowMixed() {
+  const bool keeps = KeepsText(mixed_);
   mixed_ = true;
-  set_text("");
   shownText_.clear();
+  if (!keeps) GiveUp();
 }
 
 }  // namespace host

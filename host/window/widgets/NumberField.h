@@ -1,24 +1,30 @@
 // A field for a number: typing, stepping by arrow keys and buttons, the wheel.
 //
 // It follows the display's decimal separator and shows the value to its precision; a value that is only looked at stays
-// as precise as it was. Changes of a burst of steps are sent one by one; typing is sent when it is finished by Enter or
-// by leaving the field, and forgotten when it is no number.
+// as precise as it was. Changes of a burst of steps are sent one by one; typing is sent when it is taken over
+// (TypedField). A text that is no number stays, in red and with the reason, until it is corrected or given up; it is
+// replaced from outside when the field has not the focus and there is another value to show.
 #pragma once
 
 #include <gtkmm/adjustment.h>
+#include <gtkmm/label.h>
+#include <gtkmm/popover.h>
 #include <gtkmm/spinbutton.h>
 
 #include <functional>
 #include <string>
+
+#include "host/window/widgets/TypedField.h"
 
 namespace host {
 
 /// A panel is scrolled by the wheel: a control that takes it for itself does so only while it has the focus.
 void UseWheelWithFocusAlone(Gtk::Widget* widget);
 
-class NumberField : public Gtk::SpinButton {
+class NumberField : public Gtk::SpinButton, public TypedField {
  public:
   NumberField(double least, double most, double step, int decimals, const Glib::ustring& accessibleName);
+  ~NumberField() override;
 
   using Write = std::function<std::string(double value)>;
   using Read = std::function<bool(const std::string& text, double* value)>;
@@ -26,22 +32,40 @@ class NumberField : public Gtk::SpinButton {
   void SetForm(Write write, Read read);
   /// Leaves the arrow keys and the wheel to step with.
   void HideButtons();
-  /// Shows a value without telling anybody.
+  /// Shows a value without telling anybody; behind what is being typed.
   void Show(double value);
   /// Shows that several values differ.
   void ShowMixed();
-  /// True from the first key until the number is taken over by Enter or by leaving the field.
-  bool IsBeingTyped() const { return get_text().raw() != shownText_.raw(); }
   /// The user chose a value.
   sigc::signal<void(double)>& SignalChosen() { return chosen_; }
 
+  // TypedField
+  bool IsBeingTyped() const override { return typed_; }
+  void TakeOver() override { update(); }
+  void GiveUp() override;
+
  private:
+  void AddSignals();
+  void AddEscape();
+  void Input(double* value);
   void Choose();
+  std::string TextOf(double value) const;
+  void WriteText(const Glib::ustring& text);
+  void Refuse();
+  void Allow();
+  /// What is typed stays: it is the user's, or says what was wrong with it.
+  bool KeepsText(bool sameValue) const { return typed_ && (HasFocus(*this) || (refused_ && sameValue)); }
 
   bool showing_ = false;
   double shown_ = 0;
-  Glib::ustring shownText_;
+  Glib::ustring shownText_;  ///< what there is to be seen when nothing is typed
   bool mixed_ = false;
+  bool writing_ = false;
+  bool typed_ = false;
+  bool refused_ = false;
+  Gtk::Popover reason_;
+  Gtk::Label reasonText_;
+  Glib::ustring tip_;  ///< the field's own, while the reason is in its place
   Write write_;
   Read read_;
   sigc::signal<void(double)> chosen_;
