@@ -583,21 +583,22 @@ def a_file_opens_once():
 
 @scenario
 def the_window_comes_back_as_it_was():
-    with Editor([BOX], XDG_CONFIG_HOME="") as window:
+    with Editor([BOX]) as window:
         DESKTOP.input("windowsize", "--sync", window.main, 1100, 700)
         window.settle()
         title = window.find_text("Object", (840, 20, 1100, 700))
         window.click((title[0] + 10, (title[1] + title[3]) // 2))
         window.key("ctrl+g", "ctrl+r", "ctrl+shift+g", "alt+v")
         window.settle()
-        window.key("d", "ctrl+1")
+        window.key("d")
 
         def seen():
+            """All but the status line, which has the pointer's place."""
             move_pointer_away()
             window.focus(window.main)
-            window.key("Escape")
+            window.key("Escape", "ctrl+0")
             window.settle()
-            return DESKTOP.picture()
+            return DESKTOP.picture().ppm((0, 0, 1400, 680))
         before = seen()
         window.key("ctrl+w")
         assert window.ended() == 0
@@ -606,10 +607,7 @@ def the_window_comes_back_as_it_was():
             if damaged:
                 settings.write_bytes(b"[Window]\nWidth=99999999999\nHeight=-1\nDark=perhaps\n\xff\0[[")
             window.start()
-            window.focus(window.main)
-            window.key("ctrl+1")
-            after = seen()
-            assert (bytes(after.data) == bytes(before.data)) != damaged, settings.read_bytes()
+            assert (seen() == before) != damaged, settings.read_bytes()
             window.key("ctrl+w")
             assert window.ended() == 0 and not window.output(), window.output()
 
@@ -728,7 +726,7 @@ def shortcuts_in_japanese():
         window.focus_newest()
         window.settle()
         texts = [text for text, _ in DESKTOP.picture().texts((0, 0, 460, 640))]
-        assert any("Ctrl" in text for text in texts), texts
+        assert any("Ctrl" in text for text in texts) and "Save" not in texts, texts
         assert not [text for text in texts if re.search(r"[(（]_?[A-Z][)）]|_", text)], texts
 
 
