@@ -145,28 +145,44 @@ Result<> SessionObjects::Rotate(const ObjectIDs& ids, double angle) {
   return Rotate(*changeable, angle, box.Center());
 }
 
-Result<> SessionObjects::SetBrush(const ObjectIDs& ids, const AGBrush& brush) {
-  const auto found = Changeable(document_, ids);
-  if (!found) return found.Why();
-  const ObjectIDs& changeable = *found;
-  EditStep step(steps_, Tr("Change Brush"));
-  for (const ObjectID id : changeable) {
+template <typename Restyle>
+Result<> SessionObjects::StyleEach(const ObjectIDs& ids, const char* name, Restyle restyle) {
+  const auto changeable = Changeable(document_, ids);
+  if (!changeable) return changeable.Why();
+  EditStep step(steps_, name);
+  for (const ObjectID id : *changeable) {
     steps_.Step().BeforeStyle(document_, id);
-    document_.SetStyle(id, brush, document_.Find(id)->pen);
+    const DocumentObject& object = *document_.Find(id);
+    AGBrush brush(object.brush);
+    AGPen pen(object.pen);
+    restyle(&brush, &pen);
+    document_.SetStyle(id, brush, pen);
   }
   return step.End();
 }
 
+Result<> SessionObjects::SetBrush(const ObjectIDs& ids, const AGBrush& brush) {
+  return StyleEach(ids, Tr("Change Brush"), [&](AGBrush* own, AGPen*) { *own = brush; });
+}
+
 Result<> SessionObjects::SetPen(const ObjectIDs& ids, const AGPen& pen) {
-  const auto found = Changeable(document_, ids);
-  if (!found) return found.Why();
-  const ObjectIDs& changeable = *found;
-  EditStep step(steps_, Tr("Change Pen"));
-  for (const ObjectID id : changeable) {
-    steps_.Step().BeforeStyle(document_, id);
-    document_.SetStyle(id, document_.Find(id)->brush, pen);
-  }
-  return step.End();
+  return StyleEach(ids, Tr("Change Pen"), [&](AGBrush*, AGPen* own) { *own = pen; });
+}
+
+Result<> SessionObjects::SetBrushField(const ObjectIDs& ids, BrushField field, const AGBrush& brush) {
+  return StyleEach(ids, Tr("Change Brush"), [&](AGBrush* own, AGPen*) { TakeField(field, brush, own); });
+}
+
+Result<> SessionObjects::SetPenField(const ObjectIDs& ids, PenField field, const AGPen& pen) {
+  return StyleEach(ids, Tr("Change Pen"), [&](AGBrush*, AGPen* own) { TakeField(field, pen, own); });
+}
+
+Result<> SessionObjects::SetPenBrushField(const ObjectIDs& ids, BrushField field, const AGBrush& brush) {
+  return StyleEach(ids, Tr("Change Pen"), [&](AGBrush*, AGPen* own) {
+    AGBrush ink(own->Brush());
+    TakeField(field, brush, &ink);
+    own->SetBrush(ink);
+  });
 }
 
 Result<> SessionObjects::SetProperties(const ObjectIDs& ids,

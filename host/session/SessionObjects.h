@@ -7,6 +7,7 @@
 #include <utility>
 
 #include "host/session/SessionSteps.h"
+#include "host/session/StyleFields.h"
 
 namespace host {
 
@@ -30,6 +31,11 @@ class SessionObjects {
   Result<> Rotate(const ObjectIDs& ids, double angle);
   Result<> SetBrush(const ObjectIDs& ids, const AGBrush& brush);
   Result<> SetPen(const ObjectIDs& ids, const AGPen& pen);
+  /// One field alone becomes that of `brush` or `pen`; the others stay what they are, each object's own.
+  Result<> SetBrushField(const ObjectIDs& ids, BrushField field, const AGBrush& brush);
+  Result<> SetPenField(const ObjectIDs& ids, PenField field, const AGPen& pen);
+  /// The field of the brush that the pen draws with.
+  Result<> SetPenBrushField(const ObjectIDs& ids, BrushField field, const AGBrush& brush);
   /// Properties as pairs of a key path and a text; see ObjectProperties.h. All of them or none.
   Result<> SetProperties(const ObjectIDs& ids, const std::vector<std::pair<std::string, std::string>>& assignments);
 
@@ -43,6 +49,8 @@ class SessionObjects {
  private:
   template <typename Place>
   Result<> PlaceEach(const ObjectIDs& ids, const char* name, Place place);
+  template <typename Restyle>
+  Result<> StyleEach(const ObjectIDs& ids, const char* name, Restyle restyle);
 
   Document& document_;
   SessionSteps& steps_;

@@ -105,6 +105,11 @@ void Recovery::Update() {
   when_ = std::chrono::steady_clock::now();
 }
 
+void Recovery::Keep() {
+  if (session_.File().HasUnsavedChanges() && written_ != session_.Steps().ChangeCount()) Write();
+  if (session_.File().HasUnsavedChanges()) file_.clear();
+}
+
 bool Recovery::Write() {
   const std::string folder = RecoveryFolder();
   std::error_code failed;

@@ -33,6 +33,9 @@ class Recovery {
 
   /// To be called after edits, or now and then. A file that can't be written is tried again the next time.
   void Update();
+  /// Brings the file up to date at once, however young it is, and leaves it behind: the program ends before the
+  /// document is closed. Does nothing without unsaved changes.
+  void Keep();
 
  private:
   bool Write();

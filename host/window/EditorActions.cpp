@@ -8,6 +8,7 @@
 #include "host/window/EditorApplication.h"
 #include "host/window/EditorWindow.h"
 #include "host/window/SlideStep.h"
+#include "host/window/Toggle.h"
 #include "host/window/dialogs/GalleryWindow.h"
 #include "host/window/dialogs/HelpWindows.h"
 #include "host/window/widgets/TypedField.h"
@@ -132,18 +133,6 @@ void EditorWindow::AddViewActions() {
   add_action("zoom-selection", [this] { canvas_.ZoomToSelection(); });
   add_action("gallery", [this] { ShowGallery(*this); });
   add_action("shortcuts", [this] { ShowShortcuts(*this); });
-  const auto toggle = [this](const char* name, bool on, const std::function<void(bool)>& apply) {
-    auto action = Gio::SimpleAction::create_bool(name, on);
-    Gio::SimpleAction* const raw = action.get();
-    action->signal_activate().connect([raw, apply](const Glib::VariantBase&) {
-      bool state = false;
-      raw->get_state(state);
-      raw->set_state(Glib::Variant<bool>::create(!state));
-      apply(!state);
-    });
-    add_action(action);
-    return action;
-  };
   const auto applyGrid = [this](bool) {
     bool shown = false;
     bool snaps = false;
@@ -151,12 +140,17 @@ void EditorWindow::AddViewActions() {
     snapAction_->get_state(snaps);
     canvas_.SetGrid(shown, snaps, gridSpacing_);
   };
-  gridAction_ = toggle("grid", false, applyGrid);
-  snapAction_ = toggle("snap", false, applyGrid);
-  toggle("rulers", true, [this](bool on) {
+  const auto applyRulers = [this](bool on) {
     horizontalRuler_.set_visible(on);
     verticalRuler_.set_visible(on);
-  });
+  };
+  gridAction_ = NewToggle("grid", &WindowSettings::grid, applyGrid);
+  snapAction_ = NewToggle("snap", &WindowSettings::snap, applyGrid);
+  add_action(gridAction_);
+  add_action(snapAction_);
+  add_action(NewToggle("rulers", &WindowSettings::rulers, applyRulers));
+  applyGrid(true);
+  applyRulers(WindowSettings::Instance().rulers);
 }
 
 void EditorWindow::SetEnabled(const char* action, bool enabled) {

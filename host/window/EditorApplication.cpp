@@ -1,6 +1,7 @@
 #include "host/window/EditorApplication.h"
 
 #include <giomm/menu.h>
+#include <glib-unix.h>
 #include <glibmm/main.h>
 #include <gtkmm/aboutdialog.h>
 #include <gtkmm/cssprovider.h>
@@ -8,11 +9,14 @@
 #include <gtkmm/settings.h>
 
 #include <algorithm>
+#include <csignal>
+#include <filesystem>
 
 #include "host/Host.h"
 #include "host/storage/Recovery.h"
 #include "host/text/Localisation.h"
 #include "host/window/Menus.h"
+#include "host/window/Toggle.h"
 
 namespace host {
 namespace {
@@ -31,6 +35,8 @@ constexpr char kStyle[] = R"(
 .inspector > label { margin-left: 10px; }
 .status { padding: 3px 10px; font-size: smaller; }
 spinbutton { min-height: 0; }
+label.mixed { font-style: italic; }
+colorbutton.mixed, scale.mixed { opacity: 0.35; }
 )";
 
 // Asked of the toolkit itself: gtkmm 4.8 frees a time that is not its own.
@@ -71,6 +77,7 @@ void EditorApplication::on_startup() {
   menus_ = MakeMenus();
   set_menubar(menus_.bar);
   SetKeys(*this);
+  WatchSignals();
   ShowRecent();
   Gtk::RecentManager::get_default()->signal_changed().connect([this] { ShowRecent(); });
 }
@@ -86,15 +93,11 @@ void EditorApplication::AddActions() {
                               using Target = Glib::Variant<std::string>;
                               OpenDocument(Glib::VariantBase::cast_dynamic<Target>(parameter).get(), window);
                             });
-  auto dark = Gio::SimpleAction::create_bool("dark", false);
-  Gio::SimpleAction* const raw = dark.get();
-  dark->signal_activate().connect([raw](const Glib::VariantBase&) {
-    bool on = false;
-    raw->get_state(on);
-    raw->set_state(Glib::Variant<bool>::create(!on));
-    Gtk::Settings::get_default()->property_gtk_application_prefer_dark_theme() = !on;
-  });
-  add_action(dark);
+  const auto applyDark = [](bool on) {
+    Gtk::Settings::get_default()->property_gtk_application_prefer_dark_theme() = on;
+  };
+  add_action(NewToggle("dark", &WindowSettings::dark, applyDark));
+  applyDark(WindowSettings::Instance().dark);
 }
 
 EditorWindow* EditorApplication::NewWindow(std::unique_ptr<DocumentSession> session) {
@@ -126,7 +129,26 @@ void EditorApplication::on_open(const type_vec_files& files, const Glib::ustring
   for (const auto& file : files) OpenDocument(file->get_path(), window);
 }
 
+std::vector<EditorWindow*> EditorApplication::Editors() {
+  std::vector<EditorWindow*> editors;
+  for (Gtk::Window* window : get_windows()) {
+    if (auto* const editor = dynamic_cast<EditorWindow*>(window)) editors.push_back(editor);
+  }
+  return editors;
+}
+
+EditorWindow* EditorApplication::WindowOf(const std::string& path) {
+  for (EditorWindow* editor : Editors()) {
+    std::error_code none;
+    if (editor->get_visible() && std::filesystem::equivalent(editor->Session().File().Path(), path, none)) {
+      return editor;
+    }
+  }
+  return nullptr;
+}
+
 void EditorApplication::OpenDocument(const std::string& path, EditorWindow* window) {
+  if (EditorWindow* const shown = WindowOf(path)) return shown->present();
   auto session = DocumentSession::Open(path);
   if (!session) return window->ShowProblem(session.Why(), Gtk::MessageType::ERROR);
   NoteUse(path);
@@ -159,9 +181,7 @@ void EditorApplication::ShowRecent() {
 
 void EditorApplication::LoadBundle(const std::string& path, EditorWindow* window) {
   if (const auto done = bundles_->Load(path); !done) return window->ShowProblem(done.Why(), Gtk::MessageType::ERROR);
-  for (Gtk::Window* other : get_windows()) {
-    if (auto* const editor = dynamic_cast<EditorWindow*>(other)) editor->UpdateClasses();
-  }
+  for (EditorWindow* editor : Editors()) editor->UpdateClasses();
   window->ShowNotice(N_("Loaded the bundle %s."), path);
 }
 
@@ -176,6 +196,23 @@ void EditorApplication::ShowUndoTitles(const std::string& undo, const std::strin
 void EditorApplication::Quit() {
   const std::vector<Gtk::Window*> windows = get_windows();
   for (Gtk::Window* window : windows) window->close();
+}
+
+// Nobody is there to answer a question: what is not saved is kept to be recovered. The signal then does what it does.
+template <int kSignal>
+gboolean EditorApplication::EndBySignal(void* self) {
+  for (EditorWindow* editor : static_cast<EditorApplication*>(self)->Editors()) editor->KeepForRecovery();
+  std::signal(kSignal, SIG_DFL);
+  std::raise(kSignal);
+  return G_SOURCE_CONTINUE;
+}
+
+// A hang-up that was to be ignored from the start, as for nohup, stays ignored.
+void EditorApplication::WatchSignals() {
+  g_unix_signal_add(SIGTERM, &EndBySignal<SIGTERM>, this);
+  struct sigaction hangUp {};
+  sigaction(SIGHUP, nullptr, &hangUp);
+  if (hangUp.sa_handler != SIG_IGN) g_unix_signal_add(SIGHUP, &EndBySignal<SIGHUP>, this);
 }
 
 // What a crash left, one document after the other.

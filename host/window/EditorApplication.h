@@ -17,8 +17,11 @@ class EditorApplication : public Gtk::Application {
   EditorApplication& operator=(const EditorApplication&) = delete;
   static Glib::RefPtr<EditorApplication> Create(BundleSet* bundles);
 
-  /// Opens a document, in the window if that is untouched, else in a new one. Says in `window` what went wrong.
+  /// Opens a document, in the window if that is untouched, else in a new one; one that is open already comes to the
+  /// front. Says in `window` what went wrong.
   void OpenDocument(const std::string& path, EditorWindow* window);
+  /// The window that shows the document of a file; null when there is none.
+  EditorWindow* WindowOf(const std::string& path);
   /// Puts a document among those that were used last.
   static void NoteUse(const std::string& path);
   /// What the menus say of undoing: "Undo Move". The active window's.
@@ -41,6 +44,10 @@ class EditorApplication : public Gtk::Application {
   EditorWindow* NewWindow(std::unique_ptr<DocumentSession> session);
   void AddActions();
   void Quit();
+  void WatchSignals();
+  template <int kSignal>
+  static gboolean EndBySignal(void* self);
+  std::vector<EditorWindow*> Editors();
   void OfferRecovery(EditorWindow* window);
   void ShowAbout();
   void ShowRecent();

@@ -1,13 +1,14 @@
 // Opening, saving and exporting, and the questions around them.
 #include <glibmm/fileutils.h>
-#include <glibmm/main.h>
+#include <glibmm/ustring.h>
+#include <gtkmm/dialog.h>
 #include <gtkmm/filefilter.h>
-#include <gtkmm/messagedialog.h>
 
 #include "host/text/Localisation.h"
 #include "host/window/EditorApplication.h"
 #include "host/window/EditorWindow.h"
 #include "host/window/dialogs/ExportDialog.h"
+#include "host/window/dialogs/Question.h"
 
 namespace host {
 namespace {
@@ -16,21 +17,10 @@ constexpr char kExtension[] = ".akd";
 
 enum Answer : int { kSave = 1, kDiscard = 2, kOverwrite = 3 };
 
-// A question in front of the window; the answer comes later.
-void Ask(Gtk::Window& window, const std::string& question, const std::string& details,
-         const std::vector<std::pair<std::string, int>>& answers, const std::function<void(int)>& then) {
-  auto* const dialog =
-      new Gtk::MessageDialog(window, question, false, Gtk::MessageType::QUESTION, Gtk::ButtonsType::NONE, true);
-  dialog->set_secondary_text(details);
-  dialog->add_button(Tr("_Cancel"), Gtk::ResponseType::CANCEL);
-  for (const auto& [text, answer] : answers) dialog->add_button(text, answer);
-  dialog->set_default_response(answers.back().second);
-  dialog->signal_response().connect([dialog, then](int answer) {
-    dialog->hide();
-    then(answer);
-  });
-  dialog->signal_hide().connect([dialog] { Glib::signal_idle().connect_once([dialog] { delete dialog; }); });
-  dialog->show();
+// Another ending is part of the name: "plan-v1.2" becomes "plan-v1.2.akd".
+std::string MissingEnding(const std::string& path) {
+  const Glib::ustring name = path;
+  return name.lowercase().raw().ends_with(kExtension) ? "" : kExtension;
 }
 
 std::string FileName(const std::string& path) { return path.substr(path.rfind('/') + 1); }
@@ -67,7 +57,7 @@ void EditorWindow::Save(const std::function<void()>& then) {
   FinishTyping();
   if (session_->File().Path().empty()) return SaveAs(then);
   if (session_->File().IsChangedOutside()) return AskToOverwrite(then);
-  if (const auto done = session_->File().Save(false); !done) return ShowProblem(done.Why(), Gtk::MessageType::ERROR);
+  if (const auto done = session_->File().Save(false); !done) return OfferAnotherPlace(done.Why(), then);
   message_.set_revealed(false);
   then();
 }
@@ -80,9 +70,16 @@ void EditorWindow::AskToOverwrite(const std::function<void()>& then) {
       {{Tr("Save _As…"), kSave}, {Tr("_Replace"), kOverwrite}}, [this, then](int answer) {
         if (answer == kSave) SaveAs(then);
         if (answer != kOverwrite) return;
-        if (const auto done = session_->File().Save(true); !done)
-          return ShowProblem(done.Why(), Gtk::MessageType::ERROR);
+        if (const auto done = session_->File().Save(true); !done) return OfferAnotherPlace(done.Why(), then);
         then();
+      });
+}
+
+// What can't be written here may be written elsewhere; until then the document stays open with its changes.
+void EditorWindow::OfferAnotherPlace(const Problem& problem, const std::function<void()>& then) {
+  Ask(*this, Tr("The document was not saved."), problem.Translated(), {{Tr("Save _As…"), kSave}},
+      [this, then](int answer) {
+        if (answer == kSave) SaveAs(then);
       });
 }
 
@@ -95,16 +92,20 @@ void EditorWindow::SaveAs(const std::function<void()>& then) {
   chooser_->signal_response().connect([this, then](int answer) {
     const auto file = chooser_->get_file();
     chooser_.reset();
-    if (answer == Gtk::ResponseType::ACCEPT && file) SaveTo(file->get_path(), then);
+    if (answer != Gtk::ResponseType::ACCEPT || !file) return;
+    AskForPath(*this, file->get_path(), MissingEnding(file->get_path()),
+               [this, then](const std::string& path) { SaveTo(path, then); });
   });
   chooser_->show();
 }
 
 void EditorWindow::SaveTo(const std::string& path, const std::function<void()>& then) {
-  const bool named = FileName(path).find('.') != std::string::npos;
-  if (const auto done = session_->File().SaveAs(named ? path : path + kExtension); !done) {
-    return ShowProblem(done.Why(), Gtk::MessageType::ERROR);
+  const auto application = std::dynamic_pointer_cast<EditorApplication>(get_application());
+  EditorWindow* const other = application == nullptr ? nullptr : application->WindowOf(path);
+  if (other != nullptr && other != this) {
+    return OfferAnotherPlace(Problem(N_("\"%s\" is open in another window"), {path}), then);
   }
+  if (const auto done = session_->File().SaveAs(path); !done) return OfferAnotherPlace(done.Why(), then);
   EditorApplication::NoteUse(session_->File().Path());
   message_.set_revealed(false);
   then();

@@ -2,6 +2,7 @@
 
 #include <glibmm/main.h>
 #include <gtkmm/droptarget.h>
+#include <gtkmm/eventcontrollerkey.h>
 #include <gtkmm/expander.h>
 #include <gtkmm/grid.h>
 #include <gtkmm/paned.h>
@@ -17,7 +18,9 @@
 #include "host/text/DisplayText.h"
 #include "host/text/Localisation.h"
 #include "host/window/EditorApplication.h"
+#include "host/window/Menus.h"
 #include "host/window/SlideStep.h"
+#include "host/window/WindowSettings.h"
 #include "host/window/dialogs/ProgressWindow.h"
 #include "host/window/panels/Panels.h"
 
@@ -37,7 +40,8 @@ bool CanBeMade(const RegisteredClass& entry) { return entry.fromBundle && entry.
 }  // namespace
 
 EditorWindow::EditorWindow(std::unique_ptr<DocumentSession> session) {
-  set_default_size(1180, 760);
+  set_default_size(WindowSettings::Instance().width, WindowSettings::Instance().height);
+  if (WindowSettings::Instance().maximized) maximize();
   set_show_menubar(true);
   auto* const everything = Gtk::make_managed<Gtk::Box>(Gtk::Orientation::VERTICAL);
   message_.add_child(messageText_);
@@ -71,6 +75,7 @@ EditorWindow::EditorWindow(std::unique_ptr<DocumentSession> session) {
 
   AddActions();
   AddDropTarget();
+  AddBracketKeys();
   signal_map().connect([this] {
     for (Gtk::Widget* child = get_first_child(); child != nullptr; child = child->get_next_sibling()) {
       if (GTK_IS_POPOVER_MENU_BAR(child->gobj())) WatchMenus(child);
@@ -106,6 +111,19 @@ void EditorWindow::SetSession(std::unique_ptr<DocumentSession> session) {
   for (const auto& panel : panels_) panel->SetSession(session_.get());
   UpdateTitle();
   UpdateActions();
+}
+
+void EditorWindow::RememberSize() {
+  WindowSettings& settings = WindowSettings::Instance();
+  get_default_size(settings.width, settings.height);
+  settings.maximized = is_maximized();
+  settings.Save();
+}
+
+void EditorWindow::KeepForRecovery() {
+  RememberSize();
+  FinishTyping();
+  recovery_->Keep();
 }
 
 bool EditorWindow::IsUntouched() const {
@@ -166,8 +184,13 @@ Gtk::Widget* EditorWindow::MakeStatusLine() {
 
 void EditorWindow::AddPanels(Gtk::Box* side) {
   for (NamedPanel& named : MakePanels()) {
-    auto* const expander = Gtk::make_managed<Gtk::Expander>(named.title);
-    expander->set_expanded(true);
+    auto* const expander = Gtk::make_managed<Gtk::Expander>(Tr(named.name));
+    expander->set_expanded(!WindowSettings::Instance().closedPanels.contains(named.name));
+    expander->property_expanded().signal_changed().connect([expander, name = std::string(named.name)] {
+      auto& closed = WindowSettings::Instance().closedPanels;
+      expander->get_expanded() ? static_cast<void>(closed.erase(name)) : static_cast<void>(closed.insert(name));
+      WindowSettings::Instance().Save();
+    });
     expander->add_css_class("panel-frame");
     expander->set_child(*named.panel);
     side->append(*expander);
@@ -229,6 +252,18 @@ void EditorWindow::AddDropTarget() {
   add_controller(target);
 }
 
+// Keys that the menus' own shortcuts did not take.
+void EditorWindow::AddBracketKeys() {
+  auto keys = Gtk::EventControllerKey::create();
+  keys->signal_key_pressed().connect(
+      [this](guint value, guint keycode, Gdk::ModifierType state) {
+        const char* const action = OrderActionOf(value, keycode, state);
+        return action != nullptr && gtk_widget_activate_action(GTK_WIDGET(gobj()), action, nullptr);
+      },
+      false);
+  add_controller(keys);
+}
+
 void EditorWindow::OpenDropped(const std::string& path) {
   const auto application = std::dynamic_pointer_cast<EditorApplication>(get_application());
   if (application == nullptr) return;
@@ -268,7 +303,10 @@ bool EditorWindow::on_close_request() {
     Glib::signal_idle().connect_once([this] { close(); });
     return true;
   }
-  AskToKeepChanges([this] { set_visible(false); });
+  AskToKeepChanges([this] {
+    RememberSize();
+    set_visible(false);
+  });
   return true;
 }
 

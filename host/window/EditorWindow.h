@@ -37,6 +37,8 @@ class EditorWindow : public Gtk::ApplicationWindow, public SessionObserver {
   void ShowNotice(Text text, const std::string& name);
   /// Calls `then` when the document may go: it has no unsaved changes, was saved, or the user gives them up.
   void AskToKeepChanges(const std::function<void()>& then);
+  /// The program is about to be ended: unsaved changes go into the recovery file, which stays.
+  void KeepForRecovery();
   /// Asks whether a document that a crash left is to be recovered or discarded; without an answer `then` is not called.
   void AskToRecover(const std::string& name, const std::function<void(bool recover)>& then);
   /// The classes that can be made are others now.
@@ -61,6 +63,8 @@ class EditorWindow : public Gtk::ApplicationWindow, public SessionObserver {
   void AddTextCommand(const char* name, const char* textAction, const std::function<void()>& command);
   void AddUndo(const char* name, const char* textAction, const std::function<void()>& command);
   void FinishTyping();
+  /// For the next window.
+  void RememberSize();
   void AddFileActions();
   void AddEditActions();
   void AddViewActions();
@@ -71,6 +75,7 @@ class EditorWindow : public Gtk::ApplicationWindow, public SessionObserver {
   void AddTool(const std::string& name, std::optional<AKClassID> classID);
   void ShowTool();
   void AddDropTarget();
+  void AddBracketKeys();
   void WatchMenus(Gtk::Widget* part);
   void LeaveMenus();
   void UpdateActions();
@@ -87,6 +92,7 @@ class EditorWindow : public Gtk::ApplicationWindow, public SessionObserver {
   void SaveAs(const std::function<void()>& then);
   void SaveTo(const std::string& path, const std::function<void()>& then);
   void AskToOverwrite(const std::function<void()>& then);
+  void OfferAnotherPlace(const Problem& problem, const std::function<void()>& then);
   void Export();
   void ChooseDocument();
   void CopySelection(bool cut);

@@ -1,10 +1,37 @@
 #include "host/window/Menus.h"
 
+#include <gdk/gdk.h>
 #include <gtkmm/accelerator.h>
 
 #include "host/text/Localisation.h"
 
 namespace host {
+namespace {
+
+bool IsBracket(guint value) { return value == GDK_KEY_bracketleft || value == GDK_KEY_bracketright; }
+
+// The bracket that a key writes without modifiers, or else the one that an American keyboard has at its place; 0 for
+// none.
+guint BracketOf(guint value, guint keycode) {
+  if (IsBracket(value)) return value;
+  GdkKeymapKey* levels = nullptr;
+  guint* values = nullptr;
+  int count = 0;
+  guint found = 0;
+  if (gdk_display_map_keycode(gdk_display_get_default(), keycode, &levels, &values, &count)) {
+    for (int i = 0; i < count; ++i) {
+      if (levels[i].level == 0 && IsBracket(values[i])) found = values[i];
+    }
+  }
+  g_free(levels);
+  g_free(values);
+  constexpr guint kLeftPlace = 34;  // as X and evdev count
+  constexpr guint kRightPlace = 35;
+  if (found != 0) return found;
+  return keycode == kLeftPlace ? GDK_KEY_bracketleft : keycode == kRightPlace ? GDK_KEY_bracketright : 0;
+}
+
+}  // namespace
 
 const std::vector<MenuSection>& MenuSections() {
   static const std::vector<MenuSection> sections = {
@@ -91,6 +118,20 @@ void SetKeys(Gtk::Application& application) {
     for (const ActionKeys& entry : section.entries) {
       if (!entry.keys.empty()) application.set_accels_for_action(entry.action, {entry.keys.begin(), entry.keys.end()});
     }
+  }
+}
+
+const char* OrderActionOf(guint value, guint keycode, Gdk::ModifierType state) {
+  if ((state & Gdk::ModifierType::CONTROL_MASK) == Gdk::ModifierType{}) return nullptr;
+  if ((state & (Gdk::ModifierType::ALT_MASK | Gdk::ModifierType::SUPER_MASK)) != Gdk::ModifierType{}) return nullptr;
+  const bool all = (state & Gdk::ModifierType::SHIFT_MASK) != Gdk::ModifierType{};
+  switch (BracketOf(value, keycode)) {
+    case GDK_KEY_bracketleft:
+      return all ? "win.to-back" : "win.backward";
+    case GDK_KEY_bracketright:
+      return all ? "win.to-front" : "win.forward";
+    default:
+      return nullptr;
   }
 }
 

@@ -31,6 +31,9 @@ struct Menus {
 };
 Menus MakeMenus();
 void SetKeys(Gtk::Application& application);
+/// The action of a bracket's key with Ctrl, for where the toolkit does not find it: with Shift it writes another
+/// character, and keyboards without brackets have other keys at their place. Null for any other key.
+const char* OrderActionOf(guint value, guint keycode, Gdk::ModifierType state);
 /// "<Control>z" as "Ctrl+Z", the first of an action's keys or that of the canvas; empty when it has none.
 std::string ShownKey(const ActionKeys& entry);
 

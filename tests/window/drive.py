@@ -6,6 +6,7 @@ usage: drive.py PROGRAMS TEST_BUNDLES FONTS_CONF [WORD]
 PROGRAMS is the folder of objecthost and objecthost-window, TEST_BUNDLES that of libraries which a host must refuse. A
 word selects scenarios by name. A scenario that fails leaves a picture of the screen beside the programs' folder.
 """
+import json
 import math
 import os
 import pathlib
@@ -523,6 +524,89 @@ def close_reopen_export():
         window.find_text("Exported", (0, 0, 920, 120))
 
 
+def choose_file(window, keys, path, known=(), accept="alt+s"):
+    """Gives a file dialog, which the keys bring up, a path."""
+    before = {window.main, *known}
+    window.key(*keys)
+    chooser = wait_for("a file dialog", lambda: [w for w in DESKTOP.windows(window.process.pid) if w not in before])[-1]
+    window.focus(chooser)
+    window.find_text("Cancel")
+    window.key("ctrl+a")
+    window.type(path)
+    window.key(accept)
+    wait_for("the file dialog gone", lambda: chooser not in DESKTOP.windows(window.process.pid))
+
+
+@scenario
+def save_as_asks_and_adds_the_ending():
+    with Editor([BOX], (200, 160)) as window:
+        folder = window.path.parent
+        taken = folder / "plan-v1.2.akd"
+        taken.write_bytes(b"mine")
+        choose_file(window, ["ctrl+shift+s"], folder / "plan-v1.2")
+        window.focus_newest()
+        window.find_text("is there already")
+        window.key("Escape")
+        wait_for("the question gone", lambda: DESKTOP.windows(window.process.pid) == [window.main])
+        assert taken.read_bytes() == b"mine" and not (folder / "plan-v1.2").exists()
+        window.focus(window.main)
+        choose_file(window, ["ctrl+shift+s"], folder / "plan-v1.2")
+        window.focus_newest()
+        window.find_text("is there already")
+        window.key("alt+r")
+        wait_for("the new name", lambda: "plan-v1.2.akd" in window.title())
+        assert len(json.loads(window.objecthost("list", "--json", taken))["layers"][0]["objects"]) == 1
+
+        picture = folder / "plan.png"
+        picture.write_bytes(b"mine")
+        window.focus(window.main)
+        for answer in ("Escape", "alt+r"):
+            if not [w for w in DESKTOP.windows(window.process.pid) if w != window.main]:
+                window.key("ctrl+e")
+            dialog = window.focus_newest()
+            window.find_text("Quality")
+            choose_file(window, ["alt+e"], folder / "plan", [dialog])
+            question = wait_for("a question", lambda: [w for w in DESKTOP.windows(window.process.pid)
+                                                       if w not in (window.main, dialog)])[-1]
+            window.focus(question)
+            window.find_text("is there already")
+            assert picture.read_bytes() == b"mine" and not (folder / "plan").exists()
+            window.key(answer)
+            wait_for("the question gone", lambda: question not in DESKTOP.windows(window.process.pid))
+        wait_for("the picture", lambda: picture.read_bytes()[1:4] == b"PNG")
+
+
+@scenario
+def one_field_of_several():
+    second = TWO[1] + ("--set", "Pen.Size=3", "--set", "Pen.Brush.Color=(200;000;000;255)", "--set",
+                       "Brush.Style=LinearGradient", "--set", "Brush.Color=(001;002;003;255)")
+    with Editor([TWO[0] + ("--set", "Pen.Size=8"), second]) as window:
+        before = window.read()
+        window.key("ctrl+a")
+        move_pointer_away()
+        window.settle()
+        panel = (920, 0, 1180, 760)
+        y = {name: window.find_text(name, panel)[1] for name in ("Brush", "Pen")}
+        mixed = window.find_text("Mixed", (920, y["Brush"], 1180, y["Pen"]))
+        window.click((mixed[0] + 5, mixed[1] + 5))
+        choice = window.find_text("Pattern", (920, 0, 1180, 900))
+        window.click((choice[0] + 5, choice[1] + 5))
+        window.expect("both with a pattern", lambda items: all(
+            item["properties"]["Brush"]["Style"] == "Pattern" for item in items))
+        y = {name: window.find_text(name, panel)[1] for name in ("Brush", "Pen")}
+        x0, y0, x1, y1 = window.find_text("Width", (920, y["Pen"], 1180, 760))
+        window.click((x1 + 70, (y0 + y1) // 2))
+        window.key("ctrl+a")
+        window.type("5\n")
+
+        after = window.expect("the width of both pens", lambda items: all(
+            item["properties"]["Pen"]["Size"] == 5 for item in items))
+        for old, new in zip(before, after):
+            assert new["bounds"] == old["bounds"]
+            assert new["properties"]["Pen"] == {**old["properties"]["Pen"], "Size": 5}, (old, new)
+            assert new["properties"]["Brush"]["Color"] == old["properties"]["Brush"]["Color"], (old, new)
+
+
 @scenario
 def unsaved_changes_question():
     with Editor([BOX], (200, 160)) as window:
@@ -559,11 +643,22 @@ def failed_save():
         window.focus_newest()
         window.find_text("The file is not there any more")
         window.key("alt+r")
-        window.find_text("can't", (0, 0, 920, 120))
+        window.find_text("The document was not saved")
+        window.focus_newest()
+        window.key("Escape")
+        wait_for("no question", lambda: DESKTOP.windows(window.process.pid) == [window.main])
         assert window.process.poll() is None and window.title().startswith("•")
-        away.rename(window.path.parent)
         window.focus(window.main)
-        window.expect("saved after all", lambda items: has_bounds(items[0], 101, 100, 301, 220))
+        window.key("ctrl+s")
+        window.focus_newest()
+        window.find_text("The file is not there any more")
+        window.key("alt+r")
+        window.find_text("The document was not saved")
+        question = window.focus_newest()
+        choose_file(window, ["alt+a"], window.folder / "rescued.akd", [question])
+        wait_for("the other place", lambda: "rescued" in window.title() and not window.title().startswith("•"))
+        window.path = window.folder / "rescued.akd"
+        assert has_bounds(window.read()[0], 101, 100, 301, 220)
 
 
 @scenario
@@ -581,6 +676,189 @@ def recover_after_a_crash():
         wait_for("the document", lambda: window.title().startswith("•"))
         window.focus(window.main)
         window.expect("what was not saved", lambda items: has_bounds(items[0], 101, 100, 301, 220))
+
+
+@scenario
+def ended_by_signals():
+    for number in (signal.SIGTERM, signal.SIGHUP):
+        with Editor([BOX], (200, 160)) as window:
+            window.key("Right")
+            wait_for("a change", lambda: window.title().startswith("•"))
+            window.process.send_signal(number)
+            assert window.ended() == -number
+            window.start()
+            window.focus_newest()
+            window.find_text("Its unsaved changes were kept")
+            window.key("alt+r")
+            window.focus(window.main)
+            window.expect("what was not saved", lambda items: has_bounds(items[0], 101, 100, 301, 220))
+
+
+@scenario
+def a_file_opens_once():
+    with Window(DESKTOP, PROGRAMS, [BOX], start=False) as window:
+        link = window.folder / "link.akd"
+        link.symlink_to(window.path)
+        window.command += [str(link)]
+        window.start()
+        window.settle()
+        assert DESKTOP.windows(window.process.pid) == [window.main]
+        window.focus(window.main)
+        choose_file(window, ["ctrl+o"], link, accept="alt+o")
+        window.settle()
+        assert DESKTOP.windows(window.process.pid) == [window.main]
+        window.focus(window.main)
+        window.key("ctrl+a", "Right")
+        window.expect("still edited", lambda items: has_bounds(items[0], 101, 100, 301, 220))
+
+
+@scenario
+def the_window_comes_back_as_it_was():
+    with Editor([BOX]) as window:
+        DESKTOP.input("windowsize", "--sync", window.main, 1100, 700)
+        window.settle()
+        title = window.find_text("Object", (840, 20, 1100, 700))
+        window.click((title[0] + 10, (title[1] + title[3]) // 2))
+        window.key("ctrl+g", "ctrl+r", "ctrl+shift+g", "alt+v")
+        window.settle()
+        window.key("d")
+
+        def seen():
+            """All but the status line, which has the pointer's place."""
+            move_pointer_away()
+            window.focus(window.main)
+            window.key("Escape", "ctrl+0")
+            window.settle()
+            return DESKTOP.picture().ppm((0, 0, 1400, 680))
+        before = seen()
+        window.key("ctrl+w")
+        assert window.ended() == 0
+        for damaged in (False, True):
+            settings = window.folder / ".config" / "objecthost" / "window.ini"
+            if damaged:
+                settings.write_bytes(b"[Window]\nWidth=99999999999\nHeight=-1\nDark=perhaps\n\xff\0[[")
+            window.start()
+            assert (seen() == before) != damaged, settings.read_bytes()
+            window.key("ctrl+w")
+            assert window.ended() == 0 and not window.output(), window.output()
+
+
+def keys_of_the_menus():
+    """All keys in the table of the menus, as xdotool calls them."""
+    source = pathlib.Path(__file__).resolve().parents[2] / "host" / "window" / "Menus.cpp"
+    keys = re.findall(r'"((?:<[A-Z]\w+>)+\w+|F1|Delete)"', source.read_text())
+    return {re.sub("<(.*?)>", lambda part: part[1][0].lower() + part[1][1:] + "+", key).replace("control", "ctrl")
+            for key in keys}
+
+
+@scenario
+def every_shortcut():
+    left = keys_of_the_menus()
+    three = TWO + [("--bounds", "450,50,550,150")]
+    with Editor(three, (100, 100)) as window:
+        def press(key):
+            left.discard(key)
+            window.key(key)
+
+        def order(key, *expected):
+            press(key)
+            window.expect(f"the order after {key}", lambda items: tuple(i["bounds"][0] for i in items) == expected)
+
+        order("ctrl+bracketright", 250, 50, 450)
+        order("ctrl+bracketleft", 50, 250, 450)
+        order("ctrl+shift+bracketright", 250, 450, 50)
+        order("ctrl+shift+bracketleft", 50, 250, 450)
+        subprocess.run(["setxkbmap", "de"], env=DESKTOP.environment, check=True)
+        order("ctrl+shift+35", 250, 450, 50)
+        order("ctrl+34", 250, 50, 450)
+        order("ctrl+shift+34", 50, 250, 450)
+        subprocess.run(["setxkbmap", "us"], env=DESKTOP.environment, check=True)
+
+        def count(key, expected):
+            press(key)
+            window.expect(f"{expected} objects after {key}", lambda items: len(items) == expected)
+        for key, expected in (("ctrl+c", 3), ("ctrl+v", 4), ("ctrl+d", 5), ("ctrl+z", 4), ("ctrl+shift+z", 5),
+                              ("ctrl+z", 4), ("ctrl+y", 5), ("ctrl+x", 4), ("Delete", 4), ("ctrl+shift+a", 4),
+                              ("Delete", 4), ("ctrl+a", 4), ("Delete", 0), ("ctrl+z", 4)):
+            count(key, expected)
+        press("ctrl+shift+n")
+        window.expect("a layer", lambda _: len(window.layers()) == 2)
+
+        def paper():
+            move_pointer_away()
+            window.settle()
+            box = DESKTOP.picture().find(window.PAPER, (0, 20, 920, 760))
+            return box[2] - box[0]
+        for key, width in (("ctrl+1", 600), ("ctrl+plus", 750), ("ctrl+minus", 600), ("ctrl+equal", 750),
+                           ("ctrl+KP_Subtract", 600), ("ctrl+KP_Add", 750)):
+            press(key)
+            assert paper() == width, key
+        press("ctrl+0")
+        whole = paper()
+        press("ctrl+2")
+        assert whole not in (600, 750) and paper() != whole
+        settings = window.folder / ".config" / "objecthost" / "window.ini"
+        for key, line in (("ctrl+r", "Rulers=false"), ("ctrl+g", "Grid=true"), ("ctrl+shift+g", "Snap=true")):
+            press(key)
+            wait_for(line, lambda: settings.exists() and line in settings.read_text())
+
+        def opens(key, close):
+            """A window that comes with a key and goes with another."""
+            window.focus(window.main)
+            press(key)
+            window.focus_newest()
+            window.settle()
+            press(close)
+            wait_for(f"what {key} opened to be gone", lambda: DESKTOP.windows(window.process.pid) == [window.main])
+        for key, close in (("ctrl+n", "ctrl+w"), ("ctrl+o", "Escape"), ("ctrl+shift+s", "Escape"),
+                           ("ctrl+e", "Escape"), ("F1", "Escape"), ("ctrl+question", "Escape")):
+            opens(key, close)
+        window.focus(window.main)
+        press("ctrl+s")
+        press("ctrl+q")
+        assert window.ended() == 0
+        assert not left, left
+
+
+@scenario
+def keys_and_wheel_of_the_canvas():
+    with Editor(TWO) as window:
+        window.key("Page_Down", "Up", "Page_Down", "Up", "Up", "Page_Up", "Up")
+        window.expect("one after the other", lambda items: [item["bounds"][1] for item in items] == [52, 52])
+        start, aside = window.at(100, 100), window.at(150, 130)
+        DESKTOP.input("mousemove", *start, "mousedown", 1, "mousemove", *window.at(120, 110), "mousemove", *aside)
+        window.key("Escape")
+        DESKTOP.input("mouseup", 1)
+        window.expect("a drag given up", lambda items: has_bounds(items[0], 50, 52, 150, 152))
+        window.key("ctrl+shift+g")
+        window.drag([start, window.at(104, 107)], "alt")
+        window.expect("let go of the grid", lambda items: has_bounds(items[0], 54, 59, 154, 159))
+
+        def corner():
+            move_pointer_away()
+            window.settle()
+            return DESKTOP.picture().find(window.PAPER, canvas(window))
+        x0, y0, x1, y1 = corner()
+        DESKTOP.input("mousemove", *window.at(300, 300), "keydown", "space", "mousedown", 1, "mousemove",
+                      *window.at(310, 310), "mousemove", *window.at(330, 320), "mouseup", 1, "keyup", "space")
+        assert corner()[:2] == (x0 + 30, y0 - 20), corner()
+        DESKTOP.input("mousemove", *window.at(330, 320), "mousedown", 2, "mousemove", *window.at(310, 310),
+                      "mousemove", *window.at(300, 300), "mouseup", 2)
+        assert corner()[:2] == (x0, y0), corner()
+        DESKTOP.input("mousemove", *window.at(300, 200), "keydown", "ctrl", "click", 5, "keyup", "ctrl")
+        box = corner()
+        assert box[2] - box[0] < 590 and near((box[0] + box[2]) / 2, (x0 + x1) / 2, 2), box
+
+
+@scenario
+def shortcuts_in_japanese():
+    with Editor(LANGUAGE="ja") as window:
+        window.key("F1")
+        window.focus_newest()
+        window.settle()
+        texts = [text for text, _ in DESKTOP.picture().texts((0, 0, 460, 640))]
+        assert any("Ctrl" in text for text in texts) and "Save" not in texts, texts
+        assert not [text for text in texts if re.search(r"[(（]_?[A-Z][)）]|_", text)], texts
 
 
 @scenario

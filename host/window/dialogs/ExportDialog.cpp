@@ -9,7 +9,9 @@
 #include <chrono>
 
 #include "host/text/Localisation.h"
+#include "host/window/dialogs/CloseByEscape.h"
 #include "host/window/dialogs/ProgressWindow.h"
+#include "host/window/dialogs/Question.h"
 
 namespace host {
 namespace {
@@ -94,6 +96,7 @@ ExportDialog::ExportDialog(Gtk::Window& parent, DocumentSession& session,
   set_child(*box);
   set_default_widget(*accept);
   signal_hide().connect([this] { Glib::signal_idle().connect_once([this] { delete this; }); });
+  CloseByEscape(*this);
   ShowWhatCounts();
   present();
 }
@@ -112,22 +115,24 @@ void ExportDialog::ChooseFile() {
   chooser_->signal_response().connect([this](int answer) {
     const auto file = chooser_->get_file();
     chooser_.reset();
-    if (answer == Gtk::ResponseType::ACCEPT && file) Export(file->get_path());
+    if (answer != Gtk::ResponseType::ACCEPT || !file) return;
+    PictureKind known{};
+    const bool hasKind = PictureKindOf(file->get_path(), &known);
+    AskForPath(*this, file->get_path(), hasKind ? "" : kKinds[kind_.get_selected()].extension,
+               [this](const std::string& path) { Export(path); });
   });
   chooser_->show();
 }
 
 void ExportDialog::Export(const std::string& path) {
-  PictureKind known{};
-  const std::string file = PictureKindOf(path, &known) ? path : path + kKinds[kind_.get_selected()].extension;
   PictureOptions options;
   options.scale = scale_.get_value();
   options.transparent = transparent_.get_sensitive() && transparent_.get_active();
   options.quality = quality_.get_value() / 100;
   set_visible(false);
-  WindowProgress progress(parent_, TrWith("Exporting %s", file));
-  const auto done = ExportPicture(session_.Doc(), file, options, &progress);
-  if (!progress.WasStopped()) report_(file, done);
+  WindowProgress progress(parent_, TrWith("Exporting %s", path));
+  const auto done = ExportPicture(session_.Doc(), path, options, &progress);
+  if (!progress.WasStopped()) report_(path, done);
 }
 
 }  // namespace host

@@ -9,6 +9,7 @@
 
 #include "host/text/Localisation.h"
 #include "host/window/Menus.h"
+#include "host/window/dialogs/CloseByEscape.h"
 
 namespace host {
 namespace {
@@ -33,7 +34,10 @@ constexpr Line kCanvasLines[] = {
     {N_("Move the sheet"), N_("Space + Drag, Middle Button")},
 };
 
+// "_Open" is "Open"; scripts without Latin letters have the key in parentheses of its own: "開く(_O)".
 std::string WithoutMnemonic(std::string text) {
+  const std::size_t own = text.find("(_");
+  if (own != std::string::npos && text.find(')', own) == own + 3) text.erase(own, 4);
   text.erase(std::remove(text.begin(), text.end(), '_'), text.end());
   return text;
 }
@@ -85,6 +89,7 @@ void ShowShortcuts(Gtk::Window& parent) {
   auto* const scrolled = Gtk::make_managed<Gtk::ScrolledWindow>();
   scrolled->set_child(*Gtk::make_managed<ShortcutGrid>());
   window->set_child(*scrolled);
+  CloseByEscape(*window);
   window->signal_hide().connect([window] { delete window; });
   window->show();
 }

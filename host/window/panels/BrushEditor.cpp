@@ -13,8 +13,8 @@ namespace {
 
 constexpr double kDegree = std::numbers::pi / 180;
 
-// The rows of the grid.
-enum Row : int { kStyle, kColor, kColor2, kPattern, kBlend, kAngle, kCenterX, kCenterY, kFillMode };
+// Each field has the row of its number.
+int RowOf(BrushField field) { return static_cast<int>(field); }
 
 std::vector<Glib::ustring> StyleNames(bool forFills) {
   std::vector<Glib::ustring> names{Tr("None"), Tr("Solid"), Tr("Pattern")};
@@ -53,88 +53,89 @@ BrushEditor::BrushEditor(bool forFills)
   blend_.set_increments(0.01, 0.1);
   blend_.set_draw_value(false);
   SlideStep::Follow(blend_);
-  Row(kStyle, Tr("Style"), style_);
-  Row(kColor, Tr("Color"), color_);
-  Row(kColor2, Tr("Color 2"), color2_);
-  Row(kPattern, Tr("Pattern"), pattern_);
-  Row(kBlend, Tr("Blend"), blend_);
-  Row(kAngle, Tr("Angle (°)"), angle_);
-  Row(kCenterX, Tr("Center X"), centerX_);
-  Row(kCenterY, Tr("Center Y"), centerY_);
-  Row(kFillMode, Tr("Filling"), fillMode_);
+  Row(RowOf(BrushField::kStyle), Tr("Style"), style_);
+  Row(RowOf(BrushField::kColor), Tr("Color"), color_);
+  Row(RowOf(BrushField::kColor2), Tr("Color 2"), color2_);
+  Row(RowOf(BrushField::kPattern), Tr("Pattern"), pattern_);
+  Row(RowOf(BrushField::kBlend), Tr("Blend"), blend_);
+  Row(RowOf(BrushField::kAngle), Tr("Angle (°)"), angle_);
+  Row(RowOf(BrushField::kCenterX), Tr("Center X"), centerX_);
+  Row(RowOf(BrushField::kCenterY), Tr("Center Y"), centerY_);
+  Row(RowOf(BrushField::kFillMode), Tr("Filling"), fillMode_);
 
-  style_.property_selected().signal_changed().connect([this] { Changed(""); });
-  fillMode_.property_selected().signal_changed().connect([this] { Changed(""); });
-  color_.signal_color_set().connect([this] { Changed(""); });
-  color2_.signal_color_set().connect([this] { Changed(""); });
-  blend_.signal_value_changed().connect([this] { Changed("blend"); });
-  pattern_.SignalChosen().connect([this](double) { Changed("pattern"); });
-  angle_.SignalChosen().connect([this](double) { Changed("gradient angle"); });
-  centerX_.SignalChosen().connect([this](double) { Changed("center x"); });
-  centerY_.SignalChosen().connect([this](double) { Changed("center y"); });
+  style_.property_selected().signal_changed().connect([this] { Tell(BrushField::kStyle, ""); });
+  fillMode_.property_selected().signal_changed().connect([this] { Tell(BrushField::kFillMode, ""); });
+  color_.signal_color_set().connect([this] { Tell(BrushField::kColor, ""); });
+  color2_.signal_color_set().connect([this] { Tell(BrushField::kColor2, ""); });
+  blend_.signal_value_changed().connect([this] { Tell(BrushField::kBlend, "blend"); });
+  pattern_.SignalChosen().connect([this](double) { Tell(BrushField::kPattern, "pattern"); });
+  angle_.SignalChosen().connect([this](double) { Tell(BrushField::kAngle, "gradient angle"); });
+  centerX_.SignalChosen().connect([this](double) { Tell(BrushField::kCenterX, "center x"); });
+  centerY_.SignalChosen().connect([this](double) { Tell(BrushField::kCenterY, "center y"); });
   UseWheelWithFocusAlone(&blend_);
   ShowWhatCounts();
 }
 
-void BrushEditor::Show(const AGBrush& brush) {
+void BrushEditor::Show(const AGBrush& brush, const BrushFields& differs) {
   showing_ = true;
   brush_ = brush;
-  style_.set_selected(brush.Style());
+  differs_ = differs;
+  ShowChoice(&style_, brush.Style(), differs[RowOf(BrushField::kStyle)]);
   color_.set_rgba(ToRGBA(brush.Color()));
   color2_.set_rgba(ToRGBA(brush.Color2()));
-  pattern_.Show(brush.PatternIndex());
+  ShowNumber(BrushField::kPattern, &pattern_, brush.PatternIndex());
   blend_.set_value(brush.GradientBlend());
-  angle_.Show(brush.GradientAngle() / kDegree);
-  centerX_.Show(brush.GradientCenterX());
-  centerY_.Show(brush.GradientCenterY());
-  fillMode_.set_selected(brush.FillMode());
+  ShowNumber(BrushField::kAngle, &angle_, brush.GradientAngle() / kDegree);
+  ShowNumber(BrushField::kCenterX, &centerX_, brush.GradientCenterX());
+  ShowNumber(BrushField::kCenterY, &centerY_, brush.GradientCenterY());
+  ShowChoice(&fillMode_, brush.FillMode(), differs[RowOf(BrushField::kFillMode)]);
   ShowWhatCounts();
   showing_ = false;
 }
 
-// A colour that was never chosen is transparent, and a style with it would show nothing.
-void BrushEditor::Take(AGBrush* brush) const {
-  AGColor color = FromRGBA(color_.get_rgba());
-  AGColor color2 = FromRGBA(color2_.get_rgba());
-  const unsigned int style = style_.get_selected();
-  if (style != brush->Style()) {
-    if (style != kAGBrushStyleNone && color.Alpha() == 0) color = kAGColorBlack;
-    if (style > kAGBrushStyleSolid && color2.Alpha() == 0) color2 = kAGColorWhite;
-    brush->SetStyle(static_cast<AGBrushStyle>(style));
-  }
-  brush->SetColor(color);
-  brush->SetColor2(color2);
-  brush->SetPatternIndex(static_cast<unsigned int>(pattern_.get_value_as_int()));
-  brush->SetGradientBlend(blend_.get_value());
-  brush->SetGradientAngle(angle_.get_value() * kDegree);
-  brush->SetGradientCenterX(centerX_.get_value());
-  brush->SetGradientCenterY(centerY_.get_value());
-  brush->SetFillMode(static_cast<AGBrushFillMode>(fillMode_.get_selected()));
+void BrushEditor::ShowNumber(BrushField field, NumberField* control, double value) {
+  if (differs_[RowOf(field)]) return control->ShowMixed();
+  control->Show(value);
 }
 
-void BrushEditor::Changed(const std::string& burst) {
+// What the controls show; only the field that was touched counts.
+AGBrush BrushEditor::Entered() const {
+  AGBrush brush(static_cast<AGBrushStyle>(style_.get_selected()), FromRGBA(color_.get_rgba()),
+                FromRGBA(color2_.get_rgba()));
+  brush.SetPatternIndex(static_cast<unsigned int>(pattern_.get_value_as_int()));
+  brush.SetGradientBlend(blend_.get_value());
+  brush.SetGradientAngle(angle_.get_value() * kDegree);
+  brush.SetGradientCenterX(centerX_.get_value());
+  brush.SetGradientCenterY(centerY_.get_value());
+  brush.SetFillMode(static_cast<AGBrushFillMode>(fillMode_.get_selected()));
+  return brush;
+}
+
+void BrushEditor::Tell(BrushField field, const std::string& burst) {
   if (showing_) return;
-  AGBrush brush(brush_);
-  Take(&brush);
-  brush_ = brush;
+  TakeField(field, Entered(), &brush_);
+  differs_.reset(RowOf(field));
   ShowWhatCounts();
-  changed_.emit(brush, burst);
+  changed_.emit(field, brush_, burst);
 }
 
 void BrushEditor::ShowWhatCounts() {
   const unsigned int style = style_.get_selected();
+  const bool known = !differs_[RowOf(BrushField::kStyle)];
+  const bool inks = style != kAGBrushStyleNone;
   const bool shown[] = {true,
-                        style != kAGBrushStyleNone,
-                        style > kAGBrushStyleSolid,
-                        style == kAGBrushStylePattern,
-                        style > kAGBrushStylePattern,
-                        style == kAGBrushStyleLinearGradient,
-                        style == kAGBrushStyleRadialGradient,
-                        style == kAGBrushStyleRadialGradient,
-                        forFills_ && style != kAGBrushStyleNone};
-  for (int row = kStyle; row <= kFillMode; ++row) {
+                        inks,
+                        known && style > kAGBrushStyleSolid,
+                        known && style == kAGBrushStylePattern,
+                        known && style > kAGBrushStylePattern,
+                        known && style == kAGBrushStyleLinearGradient,
+                        known && style == kAGBrushStyleRadialGradient,
+                        known && style == kAGBrushStyleRadialGradient,
+                        forFills_ && inks};
+  for (int row = 0; row < static_cast<int>(std::size(shown)); ++row) {
     get_child_at(0, row)->set_visible(shown[row]);
     get_child_at(1, row)->set_visible(shown[row]);
+    ShowMixed(row, differs_[row]);
   }
 }
 

@@ -5,7 +5,7 @@
 #include <gtkmm/dropdown.h>
 #include <gtkmm/scale.h>
 
-#include "graphics/paint/AGBrush.h"
+#include "host/session/StyleFields.h"
 #include "host/window/widgets/FormGrid.h"
 #include "host/window/widgets/NumberField.h"
 
@@ -16,19 +16,23 @@ class BrushEditor : public FormGrid {
   /// With or without what only fills have: gradients and the rule of filling.
   explicit BrushEditor(bool forFills);
 
-  /// Shows a brush without telling anybody.
-  void Show(const AGBrush& brush);
-  /// The user changed the brush. `burst` names the control when more changes may follow, else it is empty.
-  sigc::signal<void(const AGBrush& brush, const std::string& burst)>& SignalChanged() { return changed_; }
+  /// Shows a brush, and which fields of it are different in others, without telling anybody.
+  void Show(const AGBrush& brush, const BrushFields& differs);
+  /// The user changed a field, to that of the brush. `burst` names the control when more changes may follow, else it is
+  /// empty.
+  using Changed = sigc::signal<void(BrushField field, const AGBrush& brush, const std::string& burst)>;
+  Changed& SignalChanged() { return changed_; }
 
  private:
-  void Changed(const std::string& burst);
-  void Take(AGBrush* brush) const;
+  void Tell(BrushField field, const std::string& burst);
+  AGBrush Entered() const;
+  void ShowNumber(BrushField field, NumberField* control, double value);
   void ShowWhatCounts();
 
   bool forFills_;
   bool showing_ = false;
   AGBrush brush_;
+  BrushFields differs_;
   Gtk::DropDown style_;
   Gtk::ColorButton color_;
   Gtk::ColorButton color2_;
@@ -38,7 +42,7 @@ class BrushEditor : public FormGrid {
   NumberField centerX_;
   NumberField centerY_;
   Gtk::DropDown fillMode_;
-  sigc::signal<void(const AGBrush&, const std::string&)> changed_;
+  Changed changed_;
 };
 
 Gdk::RGBA ToRGBA(AGColor color);

@@ -6,21 +6,21 @@ namespace host {
 
 BrushPanel::BrushPanel() {
   append(editor_);
-  editor_.SignalChanged().connect([this](const AGBrush& brush, const std::string& burst) {
+  editor_.SignalChanged().connect([this](BrushField field, const AGBrush& brush, const std::string& burst) {
     if (Session() == nullptr) return;
     if (burst.empty()) {
       SlideStep::End();
     } else {
       SlideStep::Continue(Session(), "brush " + burst);
     }
-    Report(Session()->Objects().SetBrush(Session()->Selection().IDs(), brush));
+    Report(Session()->Objects().SetBrushField(Session()->Selection().IDs(), field, brush));
   });
 }
 
 void BrushPanel::Refresh() {
-  const bool any = Session() != nullptr && !Session()->Selection().IsEmpty();
-  editor_.set_sensitive(any);
-  if (any) editor_.Show(Session()->Doc().Find(Session()->Selection().IDs()[0])->brush);
+  const auto style = Session() == nullptr ? std::nullopt : StyleOf(Session()->Doc(), Session()->Selection().IDs());
+  editor_.set_sensitive(style.has_value());
+  if (style) editor_.Show(style->brush, style->brushDiffers);
 }
 
 }  // namespace host

@@ -1,4 +1,4 @@
-// The brush of the selected objects; that of the first one is shown.
+// The brush of the selected objects, field by field: what differs among them shows as mixed.
 #pragma once
 
 #include "host/window/panels/BrushEditor.h"

@@ -1,6 +1,6 @@
 #include "host/window/panels/Panels.h"
 
-#include "host/text/Localisation.h"
+#include "host/text/Text.h"
 #include "host/window/panels/BrushPanel.h"
 #include "host/window/panels/HistoryPanel.h"
 #include "host/window/panels/InspectorPanel.h"
@@ -12,12 +12,12 @@ namespace host {
 
 std::vector<NamedPanel> MakePanels() {
   std::vector<NamedPanel> panels;
-  panels.push_back({Tr("Object"), std::make_unique<ObjectPanel>()});
-  panels.push_back({Tr("Inspector"), std::make_unique<InspectorPanel>()});
-  panels.push_back({Tr("Brush"), std::make_unique<BrushPanel>()});
-  panels.push_back({Tr("Pen"), std::make_unique<PenPanel>()});
-  panels.push_back({Tr("Layers"), std::make_unique<LayersPanel>()});
-  panels.push_back({Tr("History"), std::make_unique<HistoryPanel>()});
+  panels.push_back({N_("Object"), std::make_unique<ObjectPanel>()});
+  panels.push_back({N_("Inspector"), std::make_unique<InspectorPanel>()});
+  panels.push_back({N_("Brush"), std::make_unique<BrushPanel>()});
+  panels.push_back({N_("Pen"), std::make_unique<PenPanel>()});
+  panels.push_back({N_("Layers"), std::make_unique<LayersPanel>()});
+  panels.push_back({N_("History"), std::make_unique<HistoryPanel>()});
   return panels;
 }
 

@@ -2,7 +2,6 @@
 #pragma once
 
 #include <memory>
-#include <string>
 #include <vector>
 
 #include "host/window/panels/EditorPanel.h"
@@ -10,7 +9,7 @@
 namespace host {
 
 struct NamedPanel {
-  std::string title;
+  const char* name;  ///< not translated
   std::unique_ptr<EditorPanel> panel;
 };
 

@@ -13,6 +13,9 @@ namespace {
 constexpr double kDegree = std::numbers::pi / 180;
 constexpr double kWidest = 96;
 
+// Each field has the row of its number.
+int RowOf(PenField field) { return static_cast<int>(field); }
+
 }  // namespace
 
 PenPanel::PenPanel()
@@ -23,53 +26,73 @@ PenPanel::PenPanel()
   sizeMode_.set_model(Gtk::StringList::create({Tr("Absolute"), Tr("Relative")}));
   cap_.set_model(Gtk::StringList::create({Tr("Butt"), Tr("Square"), Tr("Round")}));
   join_.set_model(Gtk::StringList::create({Tr("Miter"), Tr("Bevel"), Tr("Round")}));
-  grid_.Row(0, Tr("Width"), size_);
-  grid_.Row(1, Tr("Measure"), sizeMode_);
-  grid_.Row(2, Tr("Caps"), cap_);
-  grid_.Row(3, Tr("Joins"), join_);
-  grid_.Row(4, Tr("Nib Ratio"), ratio_);
-  grid_.Row(5, Tr("Nib Angle"), angle_);
+  grid_.Row(RowOf(PenField::kSize), Tr("Width"), size_);
+  grid_.Row(RowOf(PenField::kSizeMode), Tr("Measure"), sizeMode_);
+  grid_.Row(RowOf(PenField::kCap), Tr("Caps"), cap_);
+  grid_.Row(RowOf(PenField::kJoin), Tr("Joins"), join_);
+  grid_.Row(RowOf(PenField::kRatio), Tr("Nib Ratio"), ratio_);
+  grid_.Row(RowOf(PenField::kAngle), Tr("Nib Angle"), angle_);
   append(grid_);
-  brush_.SignalChanged().connect([this](const AGBrush& brush, const std::string& burst) {
-    pen_.SetBrush(brush);
-    Changed(burst);
+  brush_.SignalChanged().connect([this](BrushField field, const AGBrush& brush, const std::string& burst) {
+    if (Session() == nullptr) return;
+    BeginStep(burst);
+    Report(Session()->Objects().SetPenBrushField(Session()->Selection().IDs(), field, brush));
   });
-  size_.SignalChosen().connect([this](double) { Changed("width"); });
-  ratio_.SignalChosen().connect([this](double) { Changed("ratio"); });
-  angle_.SignalChosen().connect([this](double) { Changed("angle"); });
-  for (Gtk::DropDown* choice : {&sizeMode_, &cap_, &join_}) {
-    choice->property_selected().signal_changed().connect([this] { Changed(""); });
+  size_.SignalChosen().connect([this](double) { Changed(PenField::kSize, "width"); });
+  ratio_.SignalChosen().connect([this](double) { Changed(PenField::kRatio, "ratio"); });
+  angle_.SignalChosen().connect([this](double) { Changed(PenField::kAngle, "angle"); });
+  const std::pair<Gtk::DropDown*, PenField> choices[] = {
+      {&sizeMode_, PenField::kSizeMode}, {&cap_, PenField::kCap}, {&join_, PenField::kJoin}};
+  for (const auto& [choice, field] : choices) {
+    choice->property_selected().signal_changed().connect([this, field = field] { Changed(field, ""); });
   }
 }
 
-void PenPanel::Changed(const std::string& burst) {
-  if (IsRefreshing() || Session() == nullptr || Session()->Selection().IsEmpty()) return;
-  pen_.SetSize(size_.get_value());
-  pen_.SetSizeMode(static_cast<AGPenSizeMode>(sizeMode_.get_selected()));
-  pen_.SetLineCap(static_cast<AGPenLineCap>(cap_.get_selected()));
-  pen_.SetLineJoin(static_cast<AGPenLineJoin>(join_.get_selected()));
-  pen_.SetRatio(ratio_.get_value());
-  pen_.SetAngle(angle_.get_value() * kDegree);
+void PenPanel::BeginStep(const std::string& burst) {
   if (burst.empty()) {
     SlideStep::End();
   } else {
     SlideStep::Continue(Session(), "pen " + burst);
   }
-  Report(Session()->Objects().SetPen(Session()->Selection().IDs(), pen_));
+}
+
+// What the controls show; only the field that was touched counts.
+AGPen PenPanel::Entered() const {
+  AGPen pen;
+  pen.SetSize(size_.get_value());
+  pen.SetSizeMode(static_cast<AGPenSizeMode>(sizeMode_.get_selected()));
+  pen.SetLineCap(static_cast<AGPenLineCap>(cap_.get_selected()));
+  pen.SetLineJoin(static_cast<AGPenLineJoin>(join_.get_selected()));
+  pen.SetRatio(ratio_.get_value());
+  pen.SetAngle(angle_.get_value() * kDegree);
+  return pen;
+}
+
+void PenPanel::Changed(PenField field, const std::string& burst) {
+  if (IsRefreshing() || Session() == nullptr || Session()->Selection().IsEmpty()) return;
+  BeginStep(burst);
+  Report(Session()->Objects().SetPenField(Session()->Selection().IDs(), field, Entered()));
+}
+
+void PenPanel::ShowNumber(PenField field, NumberField* control, double value, const PenFields& differs) {
+  if (differs[RowOf(field)]) return control->ShowMixed();
+  control->Show(value);
 }
 
 void PenPanel::Refresh() {
-  const bool any = Session() != nullptr && !Session()->Selection().IsEmpty();
-  set_sensitive(any);
-  if (!any) return;
-  pen_ = Session()->Doc().Find(Session()->Selection().IDs()[0])->pen;
-  brush_.Show(pen_.Brush());
-  size_.Show(pen_.Size());
-  sizeMode_.set_selected(pen_.SizeMode());
-  cap_.set_selected(pen_.LineCap());
-  join_.set_selected(pen_.LineJoin());
-  ratio_.Show(pen_.Ratio());
-  angle_.Show(pen_.Angle() / kDegree);
+  const auto style = Session() == nullptr ? std::nullopt : StyleOf(Session()->Doc(), Session()->Selection().IDs());
+  set_sensitive(style.has_value());
+  if (!style) return;
+  const AGPen& pen = style->pen;
+  const PenFields& differs = style->penDiffers;
+  brush_.Show(pen.Brush(), style->penBrushDiffers);
+  ShowNumber(PenField::kSize, &size_, pen.Size(), differs);
+  ShowChoice(&sizeMode_, pen.SizeMode(), differs[RowOf(PenField::kSizeMode)]);
+  ShowChoice(&cap_, pen.LineCap(), differs[RowOf(PenField::kCap)]);
+  ShowChoice(&join_, pen.LineJoin(), differs[RowOf(PenField::kJoin)]);
+  ShowNumber(PenField::kRatio, &ratio_, pen.Ratio(), differs);
+  ShowNumber(PenField::kAngle, &angle_, pen.Angle() / kDegree, differs);
+  for (std::size_t row = 0; row < differs.size(); ++row) grid_.ShowMixed(static_cast<int>(row), differs[row]);
 }
 
 }  // namespace host

@@ -1,4 +1,4 @@
-// The pen of the selected objects; that of the first one is shown.
+// The pen of the selected objects, field by field: what differs among them shows as mixed.
 #pragma once
 
 #include "host/window/panels/BrushEditor.h"
@@ -15,9 +15,11 @@ class PenPanel : public EditorPanel {
   void Refresh() override;
 
  private:
-  void Changed(const std::string& burst);
-
-  AGPen pen_;
+  void Changed(PenField field, const std::string& burst);
+  /// Before a change: a control that sends bursts has one step for each.
+  void BeginStep(const std::string& burst);
+  AGPen Entered() const;
+  void ShowNumber(PenField field, NumberField* control, double value, const PenFields& differs);
   BrushEditor brush_{false};
   FormGrid grid_;
   NumberField size_;

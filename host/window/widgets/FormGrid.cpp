@@ -1,11 +1,25 @@
 #include "host/window/widgets/FormGrid.h"
 
 #include <gtkmm/label.h>
+#include <gtkmm/stack.h>
+
+#include "host/text/Localisation.h"
 
 namespace host {
 namespace {
 
 constexpr int kLabelWidth = 80;
+constexpr char kMixedStyle[] = "mixed";
+
+// Where the toolkit's pop-up says that nothing is selected: "(None)", which may be an entry's name.
+GtkWidget* EmptyLabel(GtkWidget* part) {
+  if (GTK_IS_STACK(part)) return gtk_stack_get_child_by_name(GTK_STACK(part), "empty");
+  for (GtkWidget* child = gtk_widget_get_first_child(part); child != nullptr;
+       child = gtk_widget_get_next_sibling(child)) {
+    if (GtkWidget* const found = EmptyLabel(child)) return found;
+  }
+  return nullptr;
+}
 
 }  // namespace
 
@@ -23,6 +37,22 @@ void FormGrid::Row(int row, const char* label, Gtk::Widget& control) {
   gtk_accessible_update_property(GTK_ACCESSIBLE(control.gobj()), GTK_ACCESSIBLE_PROPERTY_LABEL, label, -1);
   attach(*text, 0, row);
   attach(control, 1, row);
+}
+
+void FormGrid::ShowMixed(int row, bool mixed) {
+  Gtk::Widget& control = *get_child_at(1, row);
+  const char* const words = mixed ? Tr("Mixed") : "";
+  control.set_tooltip_text(words);
+  gtk_accessible_update_property(GTK_ACCESSIBLE(control.gobj()), GTK_ACCESSIBLE_PROPERTY_DESCRIPTION, words, -1);
+  for (Gtk::Widget* part : {get_child_at(0, row), &control}) {
+    mixed ? part->add_css_class(kMixedStyle) : part->remove_css_class(kMixedStyle);
+  }
+}
+
+void ShowChoice(Gtk::DropDown* choice, unsigned int index, bool mixed) {
+  GtkWidget* const empty = mixed ? EmptyLabel(GTK_WIDGET(choice->gobj())) : nullptr;
+  if (GTK_IS_LABEL(empty)) gtk_label_set_text(GTK_LABEL(empty), Tr("Mixed"));
+  choice->set_selected(mixed ? GTK_INVALID_LIST_POSITION : index);
 }
 
 }  // namespace host

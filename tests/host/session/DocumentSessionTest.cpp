@@ -260,6 +260,89 @@ TEST_F(DocumentSessionTest, Inspector_OfSeveral_KnowsWhatDiffers_AndChangesAllIn
   EXPECT_EQ(Bytes(session), before);
 }
 
+// Field by field over objects of different styles: the one that is set is the same in all, every other is what it was.
+TEST_F(DocumentSessionTest, OneField_OfSeveralStyles_LeavesAllOthers) {
+  DocumentSession session(MakeDocument(3));
+  const ObjectIDs ids = {ID(session, 0), ID(session, 1), ID(session, 2)};
+  std::mt19937 random(7);
+  const auto number = [&random](double high) { return high * (random() % 997) / 997.0; };
+  const auto brush = [&] {
+    AGBrush made(static_cast<AGBrushStyle>(1 + random() % 4), AGColor(random() % 256, 9, 9),
+                 AGColor(9, random() % 256, 9));
+    made.SetPatternIndex(1 + random() % 50);
+    made.SetGradientBlend(number(1));
+    made.SetGradientAngle(number(6));
+    made.SetGradientCenterX(number(1));
+    made.SetGradientCenterY(number(1));
+    made.SetFillMode(random() % 2);
+    return made;
+  };
+  const auto pen = [&] {
+    AGPen made;
+    made.SetSize(number(90));
+    made.SetSizeMode(random() % 2);
+    made.SetLineCap(random() % 3);
+    made.SetLineJoin(random() % 3);
+    made.SetRatio(number(1));
+    made.SetAngle(number(3));
+    made.SetBrush(brush());
+    return made;
+  };
+  using Texts = std::vector<std::string>;
+  const auto brushTexts = [](const AGBrush& b) {
+    const double each[] = {double(b.Style()),        double(b.Color().Red()), double(b.Color2().Green()),
+                           double(b.PatternIndex()), b.GradientBlend(),       b.GradientAngle(),
+                           b.GradientCenterX(),      b.GradientCenterY(),     double(b.FillMode())};
+    Texts texts;
+    for (const double value : each) texts.push_back(std::to_string(value));
+    return texts;
+  };
+  const auto texts = [&](ObjectID id) {
+    const DocumentObject& object = *session.Doc().Find(id);
+    Texts all = brushTexts(object.brush);
+    for (const std::string& text : brushTexts(object.pen.Brush())) all.push_back(text);
+    const AGPen& p = object.pen;
+    for (const double value :
+         {p.Size(), double(p.SizeMode()), double(p.LineCap()), double(p.LineJoin()), p.Ratio(), p.Angle()}) {
+      all.push_back(std::to_string(value));
+    }
+    return all;
+  };
+  const auto differences = [&] {
+    const auto shared = StyleOf(session.Doc(), ids);
+    return shared->penDiffers.to_string() + shared->penBrushDiffers.to_string() + shared->brushDiffers.to_string();
+  };
+  constexpr std::size_t kFields = 24;  // those of the brush, of the pen's brush, of the pen
+  for (std::size_t field = 0; field < kFields; ++field) {
+    for (const ObjectID id : ids) {
+      ASSERT_TRUE(session.Objects().SetBrush({id}, brush()) && session.Objects().SetPen({id}, pen()));
+    }
+    std::vector<Texts> wanted;
+    for (const ObjectID id : ids) wanted.push_back(texts(id));
+    const AGBrush newBrush = brush();
+    const AGPen newPen = pen();
+    ASSERT_TRUE(session.Objects().SetBrush({ids[0]}, newBrush) && session.Objects().SetPen({ids[0]}, newPen));
+    const Texts source = texts(ids[0]);
+    ASSERT_TRUE(session.Steps().Undo() && session.Steps().Undo());
+    const std::size_t steps = session.Steps().Known().Count();
+    const auto done = field < 9 ? session.Objects().SetBrushField(ids, static_cast<BrushField>(field), newBrush)
+                      : field < 18
+                          ? session.Objects().SetPenBrushField(ids, static_cast<BrushField>(field - 9), newPen.Brush())
+                          : session.Objects().SetPenField(ids, static_cast<PenField>(field - 18), newPen);
+    ASSERT_TRUE(done);
+    EXPECT_LE(session.Steps().Known().Count(), steps + 1);
+    for (std::size_t i = 0; i < ids.size(); ++i) {
+      wanted[i][field] = source[field];
+      EXPECT_EQ(texts(ids[i]), wanted[i]) << "field " << field << " of object " << i;
+    }
+    std::string differs;
+    for (std::size_t i = kFields; i-- > 0;) {
+      differs += wanted[0][i] == wanted[1][i] && wanted[0][i] == wanted[2][i] ? '0' : '1';
+    }
+    EXPECT_EQ(differences(), differs) << "field " << field;
+  }
+}
+
 // The geometry of a rounded square tells where there is ink.
 TEST_F(DocumentSessionTest, ObjectAt_SeesTheOutline_NotTheBox) {
   const struct {

@@ -1,0 +1,25 @@
+// How the user left the window: kept in "objecthost/window.ini" of the user's folder of settings, for the next start.
+#pragma once
+
+#include <set>
+#include <string>
+
+namespace host {
+
+struct WindowSettings {
+  int width = 1180;  ///< of a new window, pixels
+  int height = 760;
+  bool maximized = false;
+  bool dark = false;
+  bool grid = false;
+  bool snap = false;
+  bool rulers = true;
+  std::set<std::string> closedPanels;  ///< by their English names
+
+  /// Those of the program, read at the first use. A file that is missing or damaged gives what it can.
+  static WindowSettings& Instance();
+  /// Replaces the file whole. One that can't be written is told on the error output, once.
+  void Save() const;
+};
+
+}  // namespace host
