@@ -93,7 +93,9 @@ void PointerTool::Press(const AGPoint& point, PointerModifiers modifiers) {
   frame_ = SelectionFrame::Of(*session_);
   handle_ = frame_.HandleAt(point, *view_);
   if (handle_ == Handle::kNone) {
+    working_ = true;
     StartOn(session_->Selection().ObjectAt(startMap_, kHitTolerance / view_->Zoom()), modifiers);
+    working_ = false;
   } else if (handle_ == Handle::kRotate) {
     mode_ = Mode::kTurn;
   } else if (PropertyOfHandle(handle_) != nullptr) {

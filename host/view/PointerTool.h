@@ -76,9 +76,10 @@ class PointerTool : public SessionObserver {
  private:
   enum class Mode { kIdle, kMove, kStretch, kTurn, kProperty, kGradient, kBand, kMake };
 
-  /// True for a drag that changes objects, once it has begun: its step is open.
-  bool HasStep() const { return moved_ && mode_ != Mode::kIdle && mode_ != Mode::kBand && mode_ != Mode::kMake; }
-  void NoticeOthers() { disturbed_ = disturbed_ || (HasStep() && !working_); }
+  /// True from a press that a drag may follow which changes what is selected.
+  bool HoldsObjects() const { return mode_ != Mode::kIdle && mode_ != Mode::kBand && mode_ != Mode::kMake; }
+  bool HasStep() const { return moved_ && HoldsObjects(); }
+  void NoticeOthers() { disturbed_ = disturbed_ || (HoldsObjects() && !working_); }
   void LetGo();
   void StartOn(ObjectID object, PointerModifiers modifiers);
   void Drag(const AGPoint& point, PointerModifiers modifiers);
@@ -110,7 +111,7 @@ class PointerTool : public SessionObserver {
   SelectionFrame frame_;    // as the drag began
   Result<> done_;           // what the last motion did
   bool working_ = false;    // the tool itself changes the session
-  bool disturbed_ = false;  // somebody else did, within the step
+  bool disturbed_ = false;  // somebody else did, between press and release
 };
 
 }  // namespace host

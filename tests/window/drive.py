@@ -324,21 +324,18 @@ def object_field(window, name):
 @scenario
 def numbers_typed_at_any_speed():
     with Editor([BOX], (200, 160)) as window:
-        fields = [object_field(window, name) for name in ("Width", "Height")]
-        side = 80
-        for delay in (25, 150, 250, 1000):
-            # A burst of steps is still open: it ends, and the panels are shown anew, while the digits come.
-            window.click(fields[0])
-            window.key("Up", "Down")
-            side += 1
-            for field, text in zip(fields, (f"{side}.5", f"{side}.25")):
-                window.click(field)
-                window.key("ctrl+a")
-                window.type(text, delay)
+        width = object_field(window, "Width")
+        for side, delay in ((81, 25), (82, 150), (83, 250), (84, 1000)):
+            window.click(width)
+            window.key("ctrl+a")
+            window.type(f"{side}.5", delay)
+            window.key("Tab")
+            # The step of the width ends, and the panels are shown anew, while the height is typed.
+            window.type(f"{side}.25", delay)
             window.key("Return")
             window.expect(f"both sides at {delay} ms a key", lambda items: has_bounds(
                 items[0], 100, 100, 100 + side + 0.5, 100 + side + 0.25))
-        window.click(fields[0])
+        window.click(width)
         window.key("Up", "ctrl+a")
         for digit in "66.25":
             window.process.send_signal(signal.SIGSTOP)

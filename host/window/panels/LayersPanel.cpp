@@ -1,6 +1,7 @@
 #include "host/window/panels/LayersPanel.h"
 
 #include <gtkmm/button.h>
+#include <gtkmm/gestureclick.h>
 
 #include <algorithm>
 
@@ -28,6 +29,7 @@ LayersPanel::LayersPanel() {
   list_.set_activate_on_single_click(false);
   list_.signal_row_activated().connect(
       [this](Gtk::ListBoxRow* row) { rows_[static_cast<std::size_t>(row->get_index())].name->Edit(); });
+  AddDoubleClick();
   append(list_);
   auto* const buttons = Gtk::make_managed<Gtk::Box>(Gtk::Orientation::HORIZONTAL, 4);
   AddButton(buttons, "list-add-symbolic", Tr("New Layer"), [this] { Session()->Layers().Add(""); });
@@ -39,6 +41,20 @@ LayersPanel::LayersPanel() {
     Report(Session()->Layers().MoveObjects(Session()->Selection().IDs(), Session()->Layers().Active()));
   });
   append(*buttons);
+}
+
+// Taken from the list, which would give the focus back to the row when the button is let go.
+void LayersPanel::AddDoubleClick() {
+  auto clicks = Gtk::GestureClick::create();
+  clicks->set_propagation_phase(Gtk::PropagationPhase::CAPTURE);
+  clicks->signal_pressed().connect([this, gesture = clicks.get()](int count, double x, double y) {
+    Gtk::Widget* const hit = count == 2 ? list_.pick(x, y) : nullptr;
+    auto* const name = hit == nullptr ? nullptr : dynamic_cast<NameField*>(hit->get_parent());
+    if (name == nullptr) return;
+    gesture->set_state(Gtk::EventSequenceState::CLAIMED);
+    name->Edit();
+  });
+  list_.add_controller(clicks);
 }
 
 void LayersPanel::AddButton(Gtk::Box* box, const char* icon, const char* tip, const std::function<void()>& pressed) {

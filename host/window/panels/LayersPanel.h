@@ -34,6 +34,7 @@ class LayersPanel : public EditorPanel {
     NameField* name;
   };
 
+  void AddDoubleClick();
   Row MakeRow(LayerID id);
   void Rename(LayerID id, NameField* field, const std::string& name);
   bool ShowsTheLayers() const;

@@ -33,6 +33,7 @@ NameField::NameField(const Glib::ustring& accessibleName) {
 }
 
 void NameField::Edit() {
+  if (editing_) return;
   entry_.set_text(label_.get_text());
   set_visible_child(entry_);
   entry_.grab_focus();  // selects all

@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdlib>
+#include <functional>
 #include <numbers>
 #include <random>
 
@@ -110,6 +111,74 @@ TEST_F(CanvasTest, Move_OneStepForADrag) {
   EXPECT_TRUE(tool_->Cancel());
   ExpectRect(Object(id).bounds, {100, 100, 200, 150});
   EXPECT_FALSE(session_->Steps().IsOpen());
+}
+
+// Whatever comes first lets the drag end where it is; the rest of it, up to the release, does nothing.
+TEST_F(CanvasTest, Finish_EndsTheDragWhereItIs) {
+  const AGRect moved{130, 70, 230, 120};
+  const struct {
+    const char* what;
+    std::function<void(ObjectID)> act;
+    std::size_t left;  // objects
+    AGRect first;
+  } cases[] = {
+      {"delete", [this](ObjectID id) { std::ignore = session_->Objects().Delete({id}); }, 1, {300, 200, 350, 250}},
+      {"undo", [this](ObjectID) { session_->Steps().Undo(); }, 2, {100, 100, 200, 150}},
+      {"duplicate", [this](ObjectID id) { std::ignore = session_->Clipboard().Duplicate({id}, 10, 10); }, 3, moved},
+      {"select none", [this](ObjectID) { session_->Selection().SelectNone(); }, 2, moved},
+  };
+  for (const auto& one : cases) {
+    SCOPED_TRACE(one.what);
+    const ObjectID id = AddRect({100, 100, 200, 150});
+    AddRect({300, 200, 350, 250});
+    session_->Selection().Select({id});
+    tool_->Press(Seen(150, 120), {});
+    tool_->Motion(Seen(180, 90), {});
+    EXPECT_EQ(Said(tool_->Finish()), "");
+    EXPECT_FALSE(session_->Steps().IsOpen());
+    one.act(id);
+    const std::size_t steps = session_->Steps().Known().Count();
+    tool_->Motion(Seen(300, 200), {});
+    EXPECT_EQ(Said(tool_->Release(Seen(310, 210), {})), "");
+    EXPECT_EQ(session_->Steps().Known().Count(), steps);
+    ASSERT_EQ(session_->Doc().ObjectCount(), one.left);
+    ExpectRect(session_->Doc().ObjectAt(0).bounds, one.first);
+    session_->Selection().SelectAll();
+    ASSERT_TRUE(session_->Objects().Delete(session_->Selection().IDs()));
+  }
+}
+
+// Somebody who does not ask the tool to finish: at any point of any drag, and nothing of it is lost or taken back.
+TEST_F(CanvasTest, ChangesByOthersDuringADrag_StayAndEndIt) {
+  std::mt19937 random(11);
+  const auto upTo = [&random](unsigned int most) { return random() % (most + 1); };
+  for (int round = 0; round < 300; ++round) {
+    const ObjectID id = AddRect({100, 100, 200, 150});
+    const ObjectID other = AddRect({210, 110, 290, 190});
+    session_->Selection().Select({id});
+    const SelectionFrame frame = SelectionFrame::Of(*session_);
+    const Handle handles[] = {Handle::kNone, Handle::kRight, Handle::kRotate, Handle::kRounding};
+    const Handle handle = handles[upTo(3)];
+    tool_->Press(handle == Handle::kNone ? Seen(150, 115) : frame.PositionOf(handle, view_), {});
+    const auto wander = [&] { tool_->Motion(Seen(100 + upTo(150), 100 + upTo(100)), {}); };
+    for (unsigned int i = upTo(3); i > 0; --i) wander();
+    const unsigned int kind = upTo(3);
+    if (kind == 0) std::ignore = session_->Objects().Delete({id});
+    if (kind == 1) std::ignore = session_->Objects().Move({other}, 7, 0);
+    if (kind == 2) session_->Selection().Select({other});
+    if (kind == 3) std::ignore = session_->Layers().SetLocked(session_->Layers().Active(), true);
+    const AGRect before = kind == 0 ? AGRect() : Object(id).bounds;
+    if (upTo(1) == 1) wander();
+    std::ignore = upTo(4) == 0 ? Result<>() : tool_->Release(Seen(260, 170), {});
+    tool_->Cancel();
+    EXPECT_FALSE(session_->Steps().IsOpen()) << "seed 11, round " << round;
+    EXPECT_EQ(session_->Doc().Find(id) == nullptr, kind == 0) << "seed 11, round " << round;
+    if (kind != 0) ExpectRect(Object(id).bounds, before);
+    EXPECT_EQ(Object(other).bounds.x0, kind == 1 ? 217 : 210) << "seed 11, round " << round;
+    std::ignore = session_->Layers().SetLocked(session_->Layers().Active(), false);
+    session_->Selection().SelectAll();
+    ASSERT_TRUE(session_->Objects().Delete(session_->Selection().IDs()));
+  }
 }
 
 TEST_F(CanvasTest, Stretch_KeepsTheOtherSide) {
