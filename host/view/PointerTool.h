@@ -108,8 +108,8 @@ class PointerTool : public SessionObserver {
   AGPoint lastMap_;
   PointerModifiers lastModifiers_;
   Handle handle_ = Handle::kNone;
-  SelectionFrame frame_;  // as the drag began
-  Result<> done_;         // what the last motion did
+  SelectionFrame frame_;    // as the drag began
+  Result<> done_;           // what the last motion did
   bool working_ = false;    // the tool itself changes the session
   bool disturbed_ = false;  // somebody else did, between press and release
 };

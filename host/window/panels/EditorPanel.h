@@ -1,8 +1,9 @@
 // A panel beside the canvas: shows something of the session and changes it.
 //
 // Whatever happens to the session, a panel is told to show it once, when the program is idle next: a drag that sends a
-// hundred events between two frames costs one refresh. What the user holds is left alone: while a slider of the panel is
-// pressed, a pop-up is open or a name is edited the refresh waits; a field that is typed in keeps its text (TypedField).
+// hundred events between two frames costs one refresh. What the user holds is left alone: while a slider of the panel
+// is pressed, a pop-up is open or a name is edited the refresh waits; a field that is typed in keeps its text
+// (TypedField).
 #pragma once
 
 #include <gtkmm/box.h>
