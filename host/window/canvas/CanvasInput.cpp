@@ -75,10 +75,8 @@ void CanvasView::AddPointer() {
     if (made) SetNewClass(std::nullopt);
     queue_draw();
   });
-  drag->signal_cancel().connect([this](Gdk::EventSequence*) {
-    SlideStep::Drag(nullptr);
-    if (tool_.Cancel()) queue_draw();
-  });
+  // A menu that opens, or another window, takes the pointer away.
+  drag->signal_cancel().connect([](Gdk::EventSequence*) { SlideStep::End(); });
   add_controller(drag);
 
   auto motion = Gtk::EventControllerMotion::create();
