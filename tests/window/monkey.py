@@ -61,7 +61,7 @@ class Monkey:
             self.input("key", "ctrl+a")
         text = self.random.choice(TYPED)
         if text:
-            self.input("type", "--delay", self.random.choice([5, 40, 150]), text)
+            self.input("type", "--delay", self.random.choice([5, 40, 150]), "--", text)
         self.key()
 
     def wheel(self):
