@@ -937,7 +937,7 @@ def numbers_with_a_decimal_comma():
 
 
 @scenario
-def times_in_a_panel():
+def times_and_texts_in_a_panel():
     bundle = TEST_BUNDLES / "Times.so"
     page = pathlib.Path(DESKTOP.folder) / "times.akd"
     for words in (["new", page, "--size", "%d,%d" % Window.PAGE, "--background", "%d,%d,%d" % Window.PAPER],
@@ -956,6 +956,10 @@ def times_in_a_panel():
         def seconds():
             return float(window.objecthost("--bundle", bundle, "get", window.path, "0", "Seconds"))
 
+        def note():
+            window.save()
+            return window.objecthost("--bundle", bundle, "get", window.path, "0", "Note").strip()
+
         shows("1:02:05")
         window.click((x1 + 30, (y0 + y1) // 2))
         window.key("ctrl+a")
@@ -964,6 +968,15 @@ def times_in_a_panel():
         shows("0:02:30")
         window.key("ctrl+s")
         wait_for("150 seconds", lambda: seconds() == 150)
+        # The object changes each text that it gets: were it to get every key, it would change what is being typed.
+        window.click((x1 + 30, (y0 + y1) // 2 + 41))
+        window.type("two words", 200)
+        window.key("Return")
+        wait_for("the note", lambda: "two words." in note())
+        window.key("ctrl+a")
+        window.type("never", 200)
+        window.key("Escape", "Tab")
+        assert "two words." in note(), note()
 
 
 def run(words):

@@ -63,7 +63,12 @@ NumberField::NumberField(double least, double most, double step, int decimals, c
   AddEscape();
 }
 
-NumberField::~NumberField() { reason_.unparent(); }
+// The toolkit asks for a last update while it takes the field down.
+NumberField::~NumberField() {
+  showing_ = true;
+  typed_ = false;
+  reason_.unparent();
+}
 
 void NumberField::AddSignals() {
   signal_changed().connect([this] {
