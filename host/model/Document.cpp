@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstdarg>
+#include <utility>
 
 #include "host/HostLog.h"
 #include "host/model/InstanceCall.h"
@@ -40,10 +41,22 @@ void Document::Notify(Call call) const {
   }
 }
 
-void Document::NotifyArea(const DocumentObject& object, const Layer& layer) const {
-  if (!layer.settings.visible || observers_.empty()) return;
-  const AGRect area = PaintedBox(object);
-  Notify([&area](DocumentObserver& observer) { observer.OnAreaChanged(area); });
+void Document::NotifyArea(const DocumentObject& object, const Layer& layer) {
+  if (layer.settings.visible && !observers_.empty()) NotifyArea(PaintedBox(object));
+}
+
+void Document::NotifyArea(const AGRect& area) {
+  constexpr std::size_t kMostAreas = 64;
+  if (batches_ == 0) return Notify([&area](DocumentObserver& observer) { observer.OnAreaChanged(area); });
+  if (batchedAreas_.size() < kMostAreas) return batchedAreas_.push_back(area);
+  AGRect& last = batchedAreas_.back();
+  last = {std::min(last.x0, area.x0), std::min(last.y0, area.y0), std::max(last.x1, area.x1),
+          std::max(last.y1, area.y1)};
+}
+
+void Document::EndBatch() {
+  if (--batches_ != 0) return;
+  for (const AGRect& area : std::exchange(batchedAreas_, {})) NotifyArea(area);
 }
 
 void Document::SetPage(const AGSize& page, AGColor background) {
@@ -88,6 +101,7 @@ void Document::MoveLayer(LayerID id, std::size_t index) {
   layers_.erase(At(layers_, from));
   layers_.insert(At(layers_, index), std::move(layer));
   Notify([](DocumentObserver& observer) { observer.OnLayersChanged(); });
+  const AreaBatch batch(*this);
   MutableLayer(id)->objects.ForEach([&](const DocumentObject& object) { NotifyArea(object, *FindLayer(id)); });
 }
 
@@ -97,10 +111,8 @@ void Document::SetLayerSettings(LayerID id, LayerSettings settings) {
   layer->settings = std::move(settings);
   Notify([](DocumentObserver& observer) { observer.OnLayersChanged(); });
   if (!shownOrHidden) return;
-  layer->objects.ForEach([this](const DocumentObject& object) {
-    const AGRect area = PaintedBox(object);
-    Notify([&area](DocumentObserver& observer) { observer.OnAreaChanged(area); });
-  });
+  const AreaBatch batch(*this);
+  layer->objects.ForEach([this](const DocumentObject& object) { NotifyArea(PaintedBox(object)); });
 }
 
 AKObject* Document::StandInOf(LayerID id) {
@@ -209,7 +221,7 @@ void Document::ObjectChanged(DocumentObject* object) {
   Layer* layer = objects_.Find(object->id)->layer;
   const AGRect former = layer->objects.Update(object);
   if (layer->settings.visible) {
-    Notify([&former](DocumentObserver& observer) { observer.OnAreaChanged(former); });
+    NotifyArea(former);
     NotifyArea(*object, *layer);
   }
   Notify([object](DocumentObserver& observer) { observer.OnObjectChanged(object->id); });

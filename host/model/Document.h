@@ -94,6 +94,19 @@ class Document {
 
   // Views. An observer is removed before it dies.
 
+  /// While one lives, areas that change are kept, and told at its end: each of a few, but a box of many. So an edit of
+  /// all objects costs its observers no more than one of some.
+  class AreaBatch {
+   public:
+    explicit AreaBatch(Document& document) : document_(document) { ++document_.batches_; }
+    AreaBatch(const AreaBatch&) = delete;
+    AreaBatch& operator=(const AreaBatch&) = delete;
+    ~AreaBatch() { document_.EndBatch(); }
+
+   private:
+    Document& document_;
+  };
+
   void AddObserver(DocumentObserver* observer);
   void RemoveObserver(DocumentObserver* observer);
 
@@ -103,7 +116,9 @@ class Document {
   void ObjectChanged(DocumentObject* object);
   template <typename Call>
   void Notify(Call call) const;
-  void NotifyArea(const DocumentObject& object, const Layer& layer) const;
+  void NotifyArea(const DocumentObject& object, const Layer& layer);
+  void NotifyArea(const AGRect& area);
+  void EndBatch();
 
   AGSize page_;
   AGColor background_ = kAGColorWhite;
@@ -111,6 +126,8 @@ class Document {
   ObjectTable objects_;
   InstanceIndex instances_;
   std::vector<DocumentObserver*> observers_;
+  unsigned int batches_ = 0;          // that are open, one within the other
+  std::vector<AGRect> batchedAreas_;  // what they have to tell
   ObjectID lastObject_ = kNoObjectID;
   LayerID lastLayer_ = kNoLayerID;
 };

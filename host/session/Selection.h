@@ -16,6 +16,10 @@ class Selection {
   std::size_t Count() const { return order_.size(); }
   bool Contains(ObjectID id) const { return set_.count(id) != 0; }
 
+  void Reserve(std::size_t count) {
+    order_.reserve(count);
+    set_.reserve(count);
+  }
   /// An ID that is there already stays where it is. False then.
   bool Add(ObjectID id) {
     if (!set_.insert(id).second) return false;

@@ -33,6 +33,7 @@ bool SessionSelection::IsEditable(ObjectID id) const {
 
 void SessionSelection::Select(const ObjectIDs& ids) {
   Selection selected;
+  selected.Reserve(ids.size());
   for (const ObjectID id : ids) {
     if (IsEditable(id)) selected.Add(id);
   }

@@ -62,6 +62,8 @@ class SessionSteps {
   Result<> NoticeChange(ObjectID id);
 
  private:
+  friend class EditStep;
+
   void AfterChange(const ObjectIDs& toSelect);
   void AfterRemoval();
 
@@ -78,7 +80,9 @@ class SessionSteps {
 /// A step that is taken back unless it is ended.
 class EditStep {
  public:
-  EditStep(SessionSteps& steps, std::string name) : steps_(steps) { steps_.Begin(std::move(name)); }
+  EditStep(SessionSteps& steps, std::string name) : steps_(steps), batch_(steps.document_) {
+    steps_.Begin(std::move(name));
+  }
   EditStep(const EditStep&) = delete;
   EditStep& operator=(const EditStep&) = delete;
   ~EditStep() {
@@ -93,6 +97,7 @@ class EditStep {
 
  private:
   SessionSteps& steps_;
+  Document::AreaBatch batch_;
   bool ended_ = false;
 };
 

@@ -6,10 +6,11 @@ namespace host {
 
 template <typename Make>
 void UndoStep::Note(const Document& document, Kind kind, std::uint64_t id, Make make) {
-  const auto [slot, isNew] = open_.try_emplace({kind, id}, nullptr);
+  const Key key{kind, id};
+  const auto [slot, isNew] = open_.try_emplace(key, nullptr);
   if (!isNew) return;
-  changes_.push_back(make(document, id));
-  slot->second = changes_.back().get();
+  changes_.push_back({make(document, id), key});
+  slot->second = changes_.back().change.get();
 }
 
 void UndoStep::BeforePlacement(const Document& document, ObjectID id) {
@@ -44,53 +45,54 @@ void UndoStep::TakeSettingsOf(const Document& document, LayerID id) {
   if (found != open_.end()) found->second->Seal(document);
 }
 
-void UndoStep::BeforeRemoval(const Document& document, ObjectID id) { changes_.push_back(NewRemoval(document, id)); }
+void UndoStep::BeforeRemoval(const Document& document, ObjectID id) { Append(NewRemoval(document, id)); }
 
-void UndoStep::BeforeMove(const Document& document, ObjectID id) { changes_.push_back(NewMove(document, id)); }
+void UndoStep::BeforeMove(const Document& document, ObjectID id) { Append(NewMove(document, id)); }
 
-void UndoStep::BeforeLayerMove(const Document& document, LayerID id) { changes_.push_back(NewLayerMove(document, id)); }
+void UndoStep::BeforeLayerMove(const Document& document, LayerID id) { Append(NewLayerMove(document, id)); }
 
 void UndoStep::AfterMove(const Document& document) {
-  changes_.back()->Seal(document);
-  if (changes_.back()->IsVoid()) changes_.pop_back();
+  changes_.back().change->Seal(document);
+  if (changes_.back().change->IsVoid()) changes_.pop_back();
 }
 
-void UndoStep::LayerInserted(const Document& document, LayerID id) {
-  changes_.push_back(NewLayerInsertion(document, id));
-}
+void UndoStep::LayerInserted(const Document& document, LayerID id) { Append(NewLayerInsertion(document, id)); }
 
-void UndoStep::BeforeLayerRemoval(const Document& document, LayerID id) {
-  changes_.push_back(NewLayerRemoval(document, id));
-}
+void UndoStep::BeforeLayerRemoval(const Document& document, LayerID id) { Append(NewLayerRemoval(document, id)); }
 
 bool UndoStep::Seal(const Document& document) {
   for (const auto& [key, change] : open_) change->Seal(document);
   open_.clear();
-  std::erase_if(changes_, [](const std::unique_ptr<Change>& change) { return change->IsVoid(); });
+  std::erase_if(changes_, [](const Entry& entry) { return entry.change->IsVoid(); });
   changes_.shrink_to_fit();
   return !changes_.empty();
 }
 
 // A change that this step has begun already goes on: its state before is the older one.
 void UndoStep::Merge(UndoStep&& inner) {
-  std::map<const Change*, Key> keys;
-  for (const auto& [key, change] : inner.open_) keys.emplace(change, key);
-  for (auto& change : inner.changes_) {
-    const auto key = keys.find(change.get());
-    if (key != keys.end() && !open_.try_emplace(key->second, change.get()).second) continue;
-    changes_.push_back(std::move(change));
+  if (name.empty()) name = std::move(inner.name);
+  if (changes_.empty()) {
+    changes_.swap(inner.changes_);
+    open_.swap(inner.open_);
+    return;
+  }
+  for (Entry& entry : inner.changes_) {
+    const bool isOpen = inner.open_.contains(entry.key);
+    if (isOpen && !open_.try_emplace(entry.key, entry.change.get()).second) continue;
+    changes_.push_back(std::move(entry));
   }
   inner.open_.clear();
   inner.changes_.clear();
-  if (name.empty()) name = std::move(inner.name);
 }
 
 void UndoStep::Undo(Document& document) {
-  for (auto change = changes_.rbegin(); change != changes_.rend(); ++change) (*change)->Undo(document);
+  const Document::AreaBatch batch(document);
+  for (auto entry = changes_.rbegin(); entry != changes_.rend(); ++entry) entry->change->Undo(document);
 }
 
 void UndoStep::Redo(Document& document) {
-  for (const auto& change : changes_) change->Redo(document);
+  const Document::AreaBatch batch(document);
+  for (const Entry& entry : changes_) entry.change->Redo(document);
 }
 
 void UndoStep::Rewind(Document& document) {
@@ -101,15 +103,15 @@ void UndoStep::Rewind(Document& document) {
 
 std::size_t UndoStep::Bytes() const {
   std::size_t bytes = sizeof(*this) + name.size();
-  for (const auto& change : changes_) bytes += sizeof(change) + change->Bytes();
+  for (const Entry& entry : changes_) bytes += sizeof(entry) + entry.change->Bytes();
   return bytes;
 }
 
 std::vector<ObjectID> UndoStep::Objects() const {
   std::vector<ObjectID> objects;
   std::unordered_set<ObjectID> seen;
-  for (const auto& change : changes_) {
-    const ObjectID id = change->Object();
+  for (const Entry& entry : changes_) {
+    const ObjectID id = entry.change->Object();
     if (id != kNoObjectID && seen.insert(id).second) objects.push_back(id);
   }
   return objects;

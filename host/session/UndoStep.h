@@ -4,8 +4,8 @@
 // the state before the first and after the last.
 #pragma once
 
-#include <map>
 #include <string>
+#include <unordered_map>
 #include <vector>
 
 #include "host/session/Change.h"
@@ -51,14 +51,28 @@ class UndoStep {
   std::vector<ObjectID> Objects() const;
 
  private:
-  enum class Kind { kPlacement, kStyle, kRecord, kPage, kLayerSettings, kPresence };
-  using Key = std::pair<Kind, std::uint64_t>;
+  enum class Kind { kNone, kPlacement, kStyle, kRecord, kPage, kLayerSettings, kPresence };
+  struct Key {
+    Kind kind = Kind::kNone;
+    std::uint64_t id = 0;
+    bool operator==(const Key&) const = default;
+  };
+  // Numbers of objects follow each other, which spreads them evenly as they are.
+  struct KeyHash {
+    std::size_t operator()(const Key& key) const { return key.id * 8 + static_cast<std::size_t>(key.kind); }
+  };
+  struct Entry {
+    std::unique_ptr<Change> change;
+    Key key;  // of kind kNone for a change that is complete at once
+  };
 
   template <typename Make>
   void Note(const Document& document, Kind kind, std::uint64_t id, Make make);
 
-  std::vector<std::unique_ptr<Change>> changes_;
-  std::map<Key, Change*> open_;  // not sealed yet
+  void Append(std::unique_ptr<Change> change) { changes_.push_back({std::move(change), {}}); }
+
+  std::vector<Entry> changes_;
+  std::unordered_map<Key, Change*, KeyHash> open_;  // not sealed yet
 };
 
 }  // namespace host
