@@ -157,7 +157,7 @@ TEST_F(CanvasTest, ChangesByOthersDuringADrag_StayAndEndIt) {
     const ObjectID other = AddRect({210, 110, 290, 190});
     session_->Selection().Select({id});
     const SelectionFrame frame = SelectionFrame::Of(*session_);
-    const Handle handles[] = {Handle::kNone, Handle::kRight, Handle::kRotate, Handle::kRounding};
+    const Handle handles[] = {Handle::kNone, Handle::kRight, Handle::kRotate, Handle::kFirstProperty};
     const Handle handle = handles[upTo(3)];
     tool_->Press(handle == Handle::kNone ? Seen(150, 115) : frame.PositionOf(handle, view_), {});
     const auto wander = [&] { tool_->Motion(Seen(100 + upTo(150), 100 + upTo(100)), {}); };
