@@ -385,7 +385,8 @@ def names_of_layers():
         places = [((x0 + x1) // 2, (y0 + y1) // 2 - above) for above in (0, 38)]
 
         def rename(place, name):
-            window.desktop.input("mousemove", *place, "click", "--repeat", 2, "--delay", 120, 1)
+            time.sleep(0.6)  # no click before counts as the first of the two
+            window.desktop.input("mousemove", *place, "click", "--repeat", 2, "--delay", 40, 1)
             window.type(name, 60)
 
         def named(*names):
