@@ -38,8 +38,8 @@ BRIDGE = "graphics/native/"
 MAX_FILES_IN_A_ROOM = 32
 # Within the kit only the bridge to the native layer may see it.
 PLATFORM_BRIDGE = re.compile(r"kit/system/AKMacOS\w*\.(h|cpp)$")
-NATIVE_LIBRARY = re.compile(r"^(cairo|pango|png|jpeglib|jerror|tiff|fontconfig|fribidi|glib(?!mm)|hb)")
-TOOLKIT = re.compile(r"^(gtk|gdk|glibmm|gio|sigc)")
+NATIVE_LIBRARY = re.compile(r"^(cairo|pango|png|jpeglib|jerror|tiff|fontconfig|fribidi|glib(?!mm|-unix)|hb)")
+TOOLKIT = re.compile(r"^(gtk|gdk|glibmm|glib-unix|gio|sigc)")
 INCLUDE = re.compile(r'^\s*#\s*include\s+(["<])([^">]+)[">]', re.MULTILINE)
 
 

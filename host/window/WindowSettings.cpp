@@ -1,7 +1,6 @@
 #include "host/window/WindowSettings.h"
 
-#include <glib.h>
-#include <glib/gstdio.h>
+#include <gio/gio.h>
 
 #include <cstdio>
 #include <memory>
