@@ -83,6 +83,11 @@ def handle(window, color=AMBER):
     return (box[0] + box[2]) / 2, (box[1] + box[3]) / 2
 
 
+def wait_for_words(words):
+    """Words of a message, which may be broken into lines anywhere."""
+    wait_for(words, lambda: words in " ".join(text for text, _ in DESKTOP.picture().texts()))
+
+
 def move_pointer_away():
     """It would hide what is looked for."""
     DESKTOP.input("mousemove", 1390, 890)
@@ -500,6 +505,7 @@ def close_reopen_export():
         window.start()
         window.focus(window.main)
         window.calibrate()
+        move_pointer_away()
         # What was saved is drawn at its place: ink in the middle, paper beside.
         middle, beside = window.at(200, 161), window.at(96, 161)
         assert DESKTOP.picture().pixel(*middle) == (70, 130, 180)
@@ -641,7 +647,7 @@ def failed_save():
         window.focus_newest()
         window.find_text("The file is not there any more")
         window.key("alt+r")
-        window.find_text("The document was not saved")
+        wait_for_words("document was not saved")
         window.focus_newest()
         window.key("Escape")
         wait_for("no question", lambda: DESKTOP.windows(window.process.pid) == [window.main])
@@ -651,7 +657,7 @@ def failed_save():
         window.focus_newest()
         window.find_text("The file is not there any more")
         window.key("alt+r")
-        window.find_text("The document was not saved")
+        wait_for_words("document was not saved")
         question = window.focus_newest()
         choose_file(window, ["alt+a"], window.folder / "rescued.akd", [question])
         wait_for("the other place", lambda: "rescued" in window.title() and not window.title().startswith("•"))
