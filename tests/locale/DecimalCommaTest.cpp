@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 #include <strings.h>
 
+#include <cctype>
 #include <clocale>
 #include <cstdio>
 #include <cstdlib>
@@ -80,7 +81,7 @@ TEST(DecimalComma, Scopes_MakeDotsAndNest) {
 TEST(TurkishLetters, Extensions_AreComparedByAscii) {
   setenv("LOCPATH", sLocales.c_str(), 1);
   ASSERT_NE(std::setlocale(LC_CTYPE, "tr_TR.UTF-8"), nullptr);
-  EXPECT_NE(strcasecmp("TIFF", "tiff"), 0) << "this locale tells nothing";
+  EXPECT_NE(std::tolower('I'), 'i') << "this locale tells nothing";
   EXPECT_TRUE(AKFilePath("X.TIFF").HasExtension("tiff"));
   EXPECT_TRUE(AKFilePath("x.tiff").HasExtension(".TIFF"));
   EXPECT_FALSE(AKFilePath("x.tiff").HasExtension("tif"));
