@@ -1,7 +1,6 @@
 // The text conversions in a process whose numbers have a decimal comma. The first argument names a folder for the
 // locale that the program makes for itself: nothing is asked of the machine but the locales package.
 #include <gtest/gtest.h>
-#include <strings.h>
 
 #include <cctype>
 #include <clocale>
