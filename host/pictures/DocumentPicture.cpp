@@ -103,7 +103,7 @@ Result<> RenderPage(Job* job, const KindInfo& info, Bytes* file) {
   if (!job->options.transparent) {
     AGGraphicsLow::AGContextClearPixels(context, job->document.Background(), {0, 0, size.width, size.height});
   }
-  const auto drawn = DrawAll(job, context);
+  auto drawn = DrawAll(job, context);
   const bool finished = CGVectorContextFinish(page);
   CGContextRelease(page);
   if (drawn && !finished) return Problem(N_("can't encode the picture"));
