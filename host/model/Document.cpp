@@ -187,7 +187,7 @@ ObjectID Document::InsertObject(std::unique_ptr<DocumentObject> object, const Ob
   const DocumentObject& inserted = *object;
   objects_.Insert(std::move(object), layer);
   NotifyArea(inserted, *layer);
-  Notify([id](DocumentObserver& observer) { observer.OnObjectChanged(id); });
+  NotifyObject(id);
   return id;
 }
 
@@ -202,7 +202,7 @@ std::unique_ptr<DocumentObject> Document::RemoveObject(ObjectID id) {
   if (object->instance) instances_.Remove(object->instance.get());
   layer->objects.Remove(object.get());
   NotifyArea(*object, *layer);
-  Notify([id](DocumentObserver& observer) { observer.OnObjectChanged(id); });
+  NotifyObject(id);
   return object;
 }
 
@@ -213,6 +213,11 @@ void Document::MoveObject(ObjectID id, const ObjectPlace& place) {
   entry.layer = MutableLayer(place.layer);
   entry.layer->objects.Insert(place.index, entry.object.get());
   NotifyArea(*entry.object, *entry.layer);
+  NotifyObject(id);
+}
+
+void Document::NotifyObject(ObjectID id) {
+  ++objectsVersion_;
   Notify([id](DocumentObserver& observer) { observer.OnObjectChanged(id); });
 }
 
@@ -224,7 +229,7 @@ void Document::ObjectChanged(DocumentObject* object) {
     NotifyArea(former);
     NotifyArea(*object, *layer);
   }
-  Notify([object](DocumentObserver& observer) { observer.OnObjectChanged(object->id); });
+  NotifyObject(object->id);
 }
 
 void Document::SetPlacement(ObjectID id, const ObjectPlacement& placement) {

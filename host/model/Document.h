@@ -59,6 +59,8 @@ class Document {
   // document unless they say otherwise.
 
   std::size_t ObjectCount() const { return objects_.Count(); }
+  /// Differs whenever an object came, went or changed.
+  std::uint64_t ObjectsVersion() const { return objectsVersion_; }
   const DocumentObject* Find(ObjectID id) const;                         ///< null for an unknown ID
   const DocumentObject* FindByInstance(const AKObject* instance) const;  ///< null when there is none
   const Layer* LayerOf(ObjectID id) const;                               ///< null for an unknown ID
@@ -114,6 +116,7 @@ class Document {
   Layer* MutableLayer(LayerID id);
   DocumentObject* Mutable(ObjectID id) { return objects_.Find(id)->object.get(); }
   void ObjectChanged(DocumentObject* object);
+  void NotifyObject(ObjectID id);
   template <typename Call>
   void Notify(Call call) const;
   void NotifyArea(const DocumentObject& object, const Layer& layer);
@@ -129,6 +132,7 @@ class Document {
   unsigned int batches_ = 0;          // that are open, one within the other
   std::vector<AGRect> batchedAreas_;  // what they have to tell
   ObjectID lastObject_ = kNoObjectID;
+  std::uint64_t objectsVersion_ = 0;
   LayerID lastLayer_ = kNoLayerID;
 };
 

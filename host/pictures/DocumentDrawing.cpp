@@ -68,14 +68,24 @@ bool DrawObjects(const Document& document, const AGContext& context, double scal
   return goesOn;
 }
 
-void DrawObjects(const Document& document, const AGContext& context, double scale, const AGRect& area) {
+void DrawObjects(const Document& document, const AGContext& context, double scale, const AGRect& area,
+                 const DrawnObjects& drawn) {
   DrawScaled(context, scale, [&] {
     for (const auto& layer : document.Layers()) {
       if (!layer->settings.visible) continue;
-      layer->objects.ForEachIn(
-          area, [&context](const DocumentObject& object) { DrawObject(object, context, object.brush, object.pen); });
+      layer->objects.ForEachIn(area, [&](const DocumentObject& object) {
+        if (!drawn || drawn(object)) DrawObject(object, context, object.brush, object.pen);
+      });
     }
   });
+}
+
+std::size_t CountObjects(const Document& document, const AGRect& area) {
+  std::size_t count = 0;
+  for (const auto& layer : document.Layers()) {
+    if (layer->settings.visible) layer->objects.ForEachIn(area, [&count](const DocumentObject&) { ++count; });
+  }
+  return count;
 }
 
 }  // namespace host

@@ -1,6 +1,8 @@
 // Draws documents.
 #pragma once
 
+#include <functional>
+
 #include "graphics/context/AGContext.h"
 #include "host/model/Document.h"
 #include "host/pictures/Progress.h"
@@ -23,8 +25,14 @@ struct UndrawnObject {
 bool DrawObjects(const Document& document, const AGContext& context, double scale, Progress* progress = nullptr,
                  UndrawnObject* undrawn = nullptr);
 
-/// The same for those objects alone that may paint within `area`, in map units. The caller clips: what is drawn may
-/// reach beyond the area.
-void DrawObjects(const Document& document, const AGContext& context, double scale, const AGRect& area);
+/// Which objects are drawn; an empty one takes all.
+using DrawnObjects = std::function<bool(const DocumentObject&)>;
+
+/// The same for those objects alone that may paint within `area`, in map units, and that `drawn` takes. The caller
+/// clips: what is drawn may reach beyond the area.
+void DrawObjects(const Document& document, const AGContext& context, double scale, const AGRect& area,
+                 const DrawnObjects& drawn = nullptr);
+/// How many objects may paint within the area.
+std::size_t CountObjects(const Document& document, const AGRect& area);
 
 }  // namespace host

@@ -8,6 +8,8 @@ namespace host {
 class SessionObserver : public DocumentObserver {
  public:
   virtual void OnSelectionChanged() {}
+  /// A drag shows the selected objects elsewhere than they are, or no longer: SessionSelection::Shift is new.
+  virtual void OnSelectionShifted() {}
   /// A step was made, undone or redone, or the document was saved: undo titles and the unsaved-changes state may be
   /// new.
   virtual void OnHistoryChanged() {}

@@ -31,6 +31,18 @@ bool SessionSelection::IsEditable(ObjectID id) const {
   return layer != nullptr && layer->IsEditable();
 }
 
+void SessionSelection::SelectionChanged() {
+  boxVersion_.reset();
+  SetShift(std::nullopt);
+  observers_.Notify([](SessionObserver& observer) { observer.OnSelectionChanged(); });
+}
+
+void SessionSelection::SetShift(const std::optional<AGPoint>& shift) {
+  if (shift == shift_) return;
+  shift_ = shift;
+  observers_.Notify([](SessionObserver& observer) { observer.OnSelectionShifted(); });
+}
+
 void SessionSelection::Select(const ObjectIDs& ids) {
   Selection selected;
   selected.Reserve(ids.size());
@@ -39,13 +51,13 @@ void SessionSelection::Select(const ObjectIDs& ids) {
   }
   if (selected == selection_) return;
   selection_ = std::move(selected);
-  observers_.Notify([](SessionObserver& observer) { observer.OnSelectionChanged(); });
+  SelectionChanged();
 }
 
 void SessionSelection::Add(const ObjectIDs& ids) {
   bool changed = false;
   for (const ObjectID id : ids) changed |= IsEditable(id) && selection_.Add(id);
-  if (changed) observers_.Notify([](SessionObserver& observer) { observer.OnSelectionChanged(); });
+  if (changed) SelectionChanged();
 }
 
 void SessionSelection::Toggle(ObjectID id) {
@@ -53,7 +65,7 @@ void SessionSelection::Toggle(ObjectID id) {
     Add({id});
     return;
   }
-  observers_.Notify([](SessionObserver& observer) { observer.OnSelectionChanged(); });
+  SelectionChanged();
 }
 
 void SessionSelection::SelectAll() {
@@ -69,7 +81,7 @@ void SessionSelection::SelectNone() { Select({}); }
 
 void SessionSelection::Prune() {
   if (!selection_.RemoveIf([this](ObjectID id) { return !IsEditable(id); })) return;
-  observers_.Notify([](SessionObserver& observer) { observer.OnSelectionChanged(); });
+  SelectionChanged();
 }
 
 ObjectID SessionSelection::ObjectAt(const AGPoint& point, double tolerance) const {
@@ -108,6 +120,17 @@ bool SessionSelection::GetBox(const ObjectIDs& ids, AGRect* box) const {
     any = true;
   }
   return any;
+}
+
+bool SessionSelection::GetShownBox(AGRect* box) const {
+  if (IsEmpty()) return false;
+  if (boxVersion_ != document_.ObjectsVersion()) {
+    if (!GetBox(IDs(), &box_)) return false;
+    boxVersion_ = document_.ObjectsVersion();
+  }
+  const AGPoint by = shift_.value_or(AGPoint{0, 0});
+  *box = {box_.x0 + by.x, box_.y0 + by.y, box_.x1 + by.x, box_.y1 + by.y};
+  return true;
 }
 
 }  // namespace host

@@ -2,6 +2,8 @@
 // others are passed over.
 #pragma once
 
+#include <optional>
+
 #include "host/session/EditRules.h"
 #include "host/session/Selection.h"
 #include "host/session/SessionObservers.h"
@@ -36,10 +38,24 @@ class SessionSelection {
   /// The box of the objects' turned bounds; false for none.
   bool GetBox(const ObjectIDs& ids, AGRect* box) const;
 
+  // A drag of many objects changes the document at its end; until then it only shows them moved.
+
+  /// By how much, in map units; none when they are shown where they are. Another selection is shown where it is.
+  const std::optional<AGPoint>& Shift() const { return shift_; }
+  void SetShift(const std::optional<AGPoint>& shift);
+  /// The box of the selected objects where they are shown; false for none.
+  bool GetShownBox(AGRect* box) const;
+
  private:
+  void SelectionChanged();
+
   Document& document_;
   SessionObservers& observers_;
   Selection selection_;
+  std::optional<AGPoint> shift_;
+  // The box of the selected objects in the document of that version; of none, it is to be found anew.
+  mutable std::optional<std::uint64_t> boxVersion_;
+  mutable AGRect box_;
 };
 
 }  // namespace host

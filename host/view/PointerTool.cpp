@@ -139,24 +139,32 @@ void PointerTool::Motion(const AGPoint& point, PointerModifiers modifiers) {
   if (!moved_) {
     if (std::hypot(point.x - start_.x, point.y - start_.y) < kUnsteady) return;
     moved_ = true;
-    if (HasStep()) session_->Steps().Begin("");
+    if (HoldsObjects()) Begin();
   }
-  if (!HasStep()) return;
+  if (!HoldsObjects()) return;
   working_ = true;
   Drag(point, modifiers);
   working_ = false;
 }
 
+void PointerTool::Begin() {
+  const SessionSelection& selection = session_->Selection();
+  shifts_ = mode_ == Mode::kMove && selection.Count() > kMostMovedLive;
+  selection.GetShownBox(&box_);
+  if (HasStep()) session_->Steps().Begin("");
+}
+
 // Back to waiting for a press; what was done stays.
 void PointerTool::LetGo() {
   if (HasStep()) session_->Steps().End();
+  if (shifts_) session_->Selection().SetShift(std::nullopt);
   mode_ = Mode::kIdle;
-  moved_ = disturbed_ = false;
+  moved_ = disturbed_ = shifts_ = false;
   toToggle_ = toSelectAlone_ = kNoObjectID;
 }
 
 void PointerTool::Drag(const AGPoint& point, PointerModifiers modifiers) {
-  session_->Steps().Rewind();
+  if (HasStep()) session_->Steps().Rewind();
   done_ = {};
   switch (mode_) {
     case Mode::kMove:
@@ -177,11 +185,19 @@ void PointerTool::Move(const AGPoint& map, PointerModifiers modifiers) {
   double dx = map.x - startMap_.x;
   double dy = map.y - startMap_.y;
   if (modifiers.shift) (std::fabs(dx) < std::fabs(dy) ? dx : dy) = 0;
-  AGRect box;
-  if (!session_->Selection().GetBox(session_->Selection().IDs(), &box)) return;
-  if (dx != 0) dx = Snapped(box.x0 + dx, modifiers) - box.x0;
-  if (dy != 0) dy = Snapped(box.y0 + dy, modifiers) - box.y0;
+  if (dx != 0) dx = Snapped(box_.x0 + dx, modifiers) - box_.x0;
+  if (dy != 0) dy = Snapped(box_.y0 + dy, modifiers) - box_.y0;
+  if (shifts_) return session_->Selection().SetShift(AGPoint{dx, dy});
   done_ = session_->Objects().Move(session_->Selection().IDs(), dx, dy);
+}
+
+// Shown shifted until the document has it so: nobody sees the objects go back.
+void PointerTool::FinishShift() {
+  if (!shifts_) return;
+  const AGPoint by = session_->Selection().Shift().value_or(AGPoint{0, 0});
+  working_ = true;
+  done_ = session_->Objects().Move(session_->Selection().IDs(), by.x, by.y);
+  working_ = false;
 }
 
 void PointerTool::Stretch(const AGPoint& map, PointerModifiers modifiers) {
@@ -233,6 +249,7 @@ void PointerTool::DragGradient(const AGPoint& point) {
 Result<> PointerTool::Release(const AGPoint& point, PointerModifiers modifiers) {
   Motion(point, modifiers);
   if (mode_ == Mode::kIdle) return {};
+  FinishShift();
   const Mode mode = mode_;
   const bool clicked = !moved_;
   const ObjectID toToggle = toToggle_;

@@ -15,6 +15,9 @@
 //   with a class chosen    drag out a new object (shift: a square); a click makes one of 100 by 100
 //
 // Alt lets go of the grid.
+//
+// Many objects are moved at once, at the release: until then the session's selection is only shown shifted, so that a
+// motion costs the same however many they are.
 #pragma once
 
 #include <functional>
@@ -38,6 +41,9 @@ struct SnapGrid {
 
 class PointerTool : public SessionObserver {
  public:
+  /// So many objects are moved with each motion; more are shown shifted.
+  static constexpr std::size_t kMostMovedLive = 1000;
+
   enum class Cursor { kArrow, kMove, kCross, kRotate, kInner, kEastWest, kNorthSouth, kRising, kFalling };
 
   /// The session, which may be null, outlives the tool or is replaced before.
@@ -78,12 +84,14 @@ class PointerTool : public SessionObserver {
 
   /// True from a press that a drag may follow which changes what is selected.
   bool HoldsObjects() const { return mode_ != Mode::kIdle && mode_ != Mode::kBand && mode_ != Mode::kMake; }
-  bool HasStep() const { return moved_ && HoldsObjects(); }
+  bool HasStep() const { return moved_ && HoldsObjects() && !shifts_; }
   void NoticeOthers() { disturbed_ = disturbed_ || (HoldsObjects() && !working_); }
+  void Begin();
   void LetGo();
   void StartOn(ObjectID object, PointerModifiers modifiers);
   void Drag(const AGPoint& point, PointerModifiers modifiers);
   void Move(const AGPoint& map, PointerModifiers modifiers);
+  void FinishShift();
   void Stretch(const AGPoint& map, PointerModifiers modifiers);
   void Turn(const AGPoint& map, PointerModifiers modifiers);
   void DragProperty(const AGPoint& point);
@@ -100,6 +108,8 @@ class PointerTool : public SessionObserver {
   std::optional<AKClassID> newClass_;
   Mode mode_ = Mode::kIdle;
   bool moved_ = false;               // beyond the few pixels of an unsteady hand
+  bool shifts_ = false;              // what moved is only shown so
+  AGRect box_;                       // of the selection, as the drag began to move it
   ObjectID toToggle_ = kNoObjectID;  // a shift-click that did not become a drag
   ObjectID toSelectAlone_ = kNoObjectID;
   AGPoint start_;  // in the view

@@ -63,7 +63,7 @@ SelectionFrame SelectionFrame::Of(const DocumentSession& session) {
     frame.brush_ = object.brush;
   } else {
     frame.placement_.angle = 0;
-    session.Selection().GetBox(ids, &frame.placement_.bounds);
+    session.Selection().GetShownBox(&frame.placement_.bounds);
   }
   return frame;
 }

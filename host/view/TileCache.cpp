@@ -2,16 +2,20 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 #include "CoreGraphics/CGContext.h"
 #include "graphics/native/AGGraphicsLow.h"
-#include "host/pictures/DocumentDrawing.h"
 
 namespace host {
 namespace {
 
 // Lines of the grid lie no nearer to each other than this many device pixels.
 constexpr double kLeastGap = 8;
+
+// Of a band: about the objects that it has, and the device pixels that it is high at least.
+constexpr double kBandObjects = 1000;
+constexpr double kLeastBand = 8;
 
 bool Overlap(const AGRect& a, const AGRect& b) { return a.x0 < b.x1 && b.x0 < a.x1 && a.y0 < b.y1 && b.y0 < a.y1; }
 
@@ -46,6 +50,13 @@ void TileCache::SetGrid(const Grid& grid) {
   InvalidateAll();
 }
 
+void TileCache::SetContent(DrawnObjects drawn, bool withPage) {
+  drawnObjects_ = std::move(drawn);
+  withPage_ = withPage;
+  tiles_.clear();
+  former_.clear();
+}
+
 void TileCache::SetPixelsPerUnit(double pixelsPerUnit) {
   if (pixelsPerUnit == pixelsPerUnit_) return;
   // While a zoom goes on the tiles that were last complete stay the ones to be stretched.
@@ -65,7 +76,7 @@ AGRect TileCache::AreaOf(const Tile& tile) const {
 
 void TileCache::Invalidate(const AGRect& area) {
   for (auto& [place, tile] : tiles_) {
-    if (!tile.drawn || !Overlap(AreaOf(tile), area)) continue;
+    if (!Overlap(AreaOf(tile), area)) continue;
     const AGRect part = Common(AreaOf(tile), area);
     tile.dirty = tile.dirty.x1 > tile.dirty.x0 ? Both(tile.dirty, part) : part;
   }
@@ -83,9 +94,11 @@ std::vector<TileCache::Tile*> TileCache::Look(const ViewTransform& view, const A
   std::vector<Tile*> seen;
   for (int row = TileOf(view.OffsetY()); row <= TileOf(view.OffsetY() + height - 1); ++row) {
     for (int column = TileOf(view.OffsetX()); column <= TileOf(view.OffsetX() + width - 1); ++column) {
-      Tile& tile = tiles_[{column, row}];
+      const auto [entry, isNew] = tiles_.try_emplace({column, row});
+      Tile& tile = entry->second;
       tile.column = column;
       tile.row = row;
+      if (isNew) tile.dirty = AreaOf(tile);
       tile.lastLooked = look_;
       seen.push_back(&tile);
     }
@@ -104,15 +117,36 @@ void TileCache::DropUnseen() {
   std::erase_if(tiles_, [this](const auto& entry) { return entry.second.lastLooked != look_; });
 }
 
+TileCache::Tile* TileCache::Find(int column, int row) {
+  const auto found = tiles_.find({column, row});
+  return found == tiles_.end() ? nullptr : &found->second;
+}
+
 void TileCache::Draw(Tile* tile) {
-  if (tile->IsUpToDate() || document_ == nullptr) return;
+  while (document_ != nullptr && !tile->IsUpToDate()) DrawBand(tile);
+}
+
+// The upper part of an area, as much of it as has about kBandObjects.
+AGRect TileCache::TopBand(const AGRect& area) const {
+  const auto count = static_cast<double>(CountObjects(*document_, area));
+  if (count <= kBandObjects) return area;
+  const double top = area.y1 * pixelsPerUnit_;
+  const double rows = top - area.y0 * pixelsPerUnit_;
+  const double height = std::max(std::ceil(rows * kBandObjects / count), kLeastBand);
+  return {area.x0, std::max(area.y0, std::round(top - height) / pixelsPerUnit_), area.x1, area.y1};
+}
+
+void TileCache::DrawBand(Tile* tile) {
   if (tile->bitmap == nullptr) {
     tile->bitmap = std::make_unique<AGBitmap>(static_cast<unsigned int>(kSide), static_cast<unsigned int>(kSide),
                                               AGBitmap::kFlagLittleEndian | AGBitmap::kFlagZeroFill);
   }
-  DrawArea(tile, tile->drawn ? Common(WholePixels(tile->dirty, pixelsPerUnit_), AreaOf(*tile)) : AreaOf(*tile));
-  tile->dirty = {0, 0, 0, 0};
-  tile->drawn = true;
+  const AGRect area = Common(WholePixels(tile->dirty, pixelsPerUnit_), AreaOf(*tile));
+  const AGRect band = TopBand(area);
+  DrawArea(tile, band);
+  const bool isLast = !(band.y0 > area.y0);
+  tile->dirty = isLast ? AGRect{0, 0, 0, 0} : AGRect{area.x0, area.y0, area.x1, band.y0};
+  tile->drawn = tile->drawn || isLast;
   tile->version = ++versions_;
 }
 
@@ -120,10 +154,11 @@ bool TileCache::DrawWithin(std::chrono::microseconds budget, const std::vector<T
   const auto end = std::chrono::steady_clock::now() + budget;
   bool first = true;
   for (Tile* tile : tiles) {
-    if (tile->IsUpToDate()) continue;
-    if (!first && std::chrono::steady_clock::now() >= end) return false;
-    Draw(tile);
-    first = false;
+    while (document_ != nullptr && !tile->IsUpToDate()) {
+      if (!first && std::chrono::steady_clock::now() >= end) return false;
+      DrawBand(tile);
+      first = false;
+    }
   }
   return true;
 }
@@ -148,14 +183,21 @@ void TileCache::DrawArea(Tile* tile, const AGRect& area) const {
   CGPathRelease(clip);
   CGContextClip(port);
   CGContextClearRect(port, pixels);
+  if (withPage_) {
+    DrawPage(context);
+    DrawGrid(context, area);
+  }
+  CGContextSetShouldAntialias(port, true);
+  DrawObjects(*document_, context, scale, area, drawnObjects_);
+  CGContextRestoreGState(port);
+}
+
+void TileCache::DrawPage(const AGContext& context) const {
+  CGContextRef port = context.NativePort();
   const AGColor paper = document_->Background();
   CGContextSetRGBFillColor(port, paper.Red() / 255.0, paper.Green() / 255.0, paper.Blue() / 255.0, 1);
-  CGContextFillRect(port, CGRectMake(0, 0, std::floor(document_->Page().width * scale + 0.5),
-                                     std::floor(document_->Page().height * scale + 0.5)));
-  DrawGrid(context, area);
-  CGContextSetShouldAntialias(port, true);
-  DrawObjects(*document_, context, scale, area);
-  CGContextRestoreGState(port);
+  CGContextFillRect(port, CGRectMake(0, 0, std::floor(document_->Page().width * pixelsPerUnit_ + 0.5),
+                                     std::floor(document_->Page().height * pixelsPerUnit_ + 0.5)));
 }
 
 void TileCache::DrawGrid(const AGContext& context, const AGRect& area) const {

@@ -1,6 +1,9 @@
 // The drawn document in tiles: squares of device pixels, drawn when they are first looked at and again where something
 // changed.
 //
+// A part with many objects is drawn in bands, between which whoever draws can stop: no frame waits for thousands of
+// them.
+//
 // Tiles lie on a grid that is fixed to the map at one zoom, so scrolling draws only what comes into sight, and a change
 // draws only the changed part of the tiles that it touches. When the zoom changes the tiles of the last zoom are kept
 // to be shown stretched until the new ones are drawn. Pixels are blue, green, red, alpha, premultiplied, the upper row
@@ -16,6 +19,7 @@
 
 #include "graphics/bitmaps/AGBitmap.h"
 #include "host/model/Document.h"
+#include "host/pictures/DocumentDrawing.h"
 #include "host/view/ViewTransform.h"
 
 namespace host {
@@ -30,8 +34,8 @@ class TileCache {
     int column = 0;  ///< it covers the device pixels from column * kSide and row * kSide on
     int row = 0;
     std::unique_ptr<AGBitmap> bitmap;
-    AGRect dirty{0, 0, 0, 0};   ///< in map units, to be drawn again; all of it when it was never drawn
-    bool drawn = false;         ///< false until it was drawn once
+    AGRect dirty{0, 0, 0, 0};   ///< in map units, to be drawn; all of it at first
+    bool drawn = false;         ///< false until all of it was drawn once
     std::uint64_t version = 0;  ///< changes with the pixels
     std::uint64_t lastLooked = 0;
     bool IsUpToDate() const { return drawn && !(dirty.x1 > dirty.x0); }
@@ -46,6 +50,8 @@ class TileCache {
   /// Another document, or none: everything is drawn anew.
   void SetDocument(const Document* document);
   void SetGrid(const Grid& grid);
+  /// Shows a part of the objects, with or without the page beneath them: everything is drawn anew.
+  void SetContent(DrawnObjects drawn, bool withPage);
   /// The zoom of the tiles; a new one sets the tiles there are aside.
   void SetPixelsPerUnit(double pixelsPerUnit);
   double PixelsPerUnit() const { return pixelsPerUnit_; }
@@ -58,7 +64,9 @@ class TileCache {
   std::vector<Tile*> Look(const ViewTransform& view, const AGSize& size);
   /// Brings a tile up to date.
   void Draw(Tile* tile);
-  /// Brings tiles up to date, one at least, until the time is up. False when some are left.
+  /// The tile of a place that a view looked at; null for another.
+  Tile* Find(int column, int row);
+  /// Brings tiles up to date, a band of one at least, until the time is up. False when some are left.
   bool DrawWithin(std::chrono::microseconds budget, const std::vector<Tile*>& tiles);
 
   /// The tiles of the zoom before, for as long as the new ones are not all drawn.
@@ -68,12 +76,17 @@ class TileCache {
 
  private:
   AGRect AreaOf(const Tile& tile) const;
+  AGRect TopBand(const AGRect& area) const;
+  void DrawBand(Tile* tile);
   void DrawArea(Tile* tile, const AGRect& area) const;
+  void DrawPage(const AGContext& context) const;
   void DrawGrid(const AGContext& context, const AGRect& area) const;
   void DropUnseen();
 
   const Document* document_;
   Grid grid_;
+  DrawnObjects drawnObjects_;
+  bool withPage_ = true;
   double pixelsPerUnit_ = 1;
   std::map<std::pair<int, int>, Tile> tiles_;
   std::map<std::pair<int, int>, Tile> former_;

@@ -90,18 +90,26 @@ void CanvasView::SetSession(DocumentSession* session) {
   tool_.SetSession(session);
   session_ = session;
   tiles_.SetDocument(session == nullptr ? nullptr : &session->Doc());
+  DropShifted();
   fitted_ = false;
   if (session_ != nullptr) session_->AddObserver(this);
   if (get_width() > 0) ZoomToFit();
   queue_draw();
 }
 
+void CanvasView::OnSelectionShifted() {
+  shifted_.Follow(*session_);
+  queue_draw();
+}
+
 void CanvasView::OnAreaChanged(const AGRect& area) {
   tiles_.Invalidate(area);
+  shifted_.Invalidate(area);
   queue_draw();
 }
 
 void CanvasView::OnPageChanged() {
+  DropShifted();
   tiles_.InvalidateAll();
   UpdateAdjustments();
   queue_draw();
@@ -116,6 +124,7 @@ void CanvasView::SetNewClass(std::optional<AKClassID> classID) {
 
 void CanvasView::SetGrid(bool shown, bool snaps, double spacing) {
   tiles_.SetGrid({shown ? spacing : 0});
+  shifted_.SetGrid({shown ? spacing : 0});
   tool_.SetSnap({snaps ? spacing : 0});
   queue_draw();
 }
@@ -197,26 +206,51 @@ void CanvasView::size_allocate_vfunc(int width, int height, int) {
   }
 }
 
-void CanvasView::AppendTile(Gtk::Snapshot& snapshot, const TileCache::Tile& tile, double scale,
-                            std::map<std::pair<int, int>, Shown>* textures) {
+graphene_rect_t CanvasView::RectOfTile(const TileCache::Tile& tile, const ViewTransform& view, double scale) const {
+  const double side = TileCache::kSide * scale;
+  return RectOf(tile.column * side - static_cast<double>(view.OffsetX()) / view.DeviceScale(),
+                tile.row * side - static_cast<double>(view.OffsetY()) / view.DeviceScale(), side, side);
+}
+
+void CanvasView::AppendTile(Gtk::Snapshot& snapshot, const TileCache::Tile& tile, const ViewTransform& view,
+                            double scale, Textures* textures) {
   if (!tile.drawn) return;
   Shown& shown = (*textures)[{tile.column, tile.row}];
   if (shown.texture == nullptr || shown.version != tile.version) {
     shown.texture = TextureOf(*tile.bitmap);
     shown.version = tile.version;
   }
-  // `scale` is pixels of the view a pixel of the tile.
-  const double side = TileCache::kSide * scale;
-  const double x = tile.column * side - static_cast<double>(view_.OffsetX()) / view_.DeviceScale();
-  const double y = tile.row * side - static_cast<double>(view_.OffsetY()) / view_.DeviceScale();
-  if (x >= get_width() || y >= get_height() || x + side <= 0 || y + side <= 0) return;
-  const graphene_rect_t rect = RectOf(x, y, side, side);
-  snapshot.append_texture(shown.texture, &rect);
+  const graphene_rect_t rect = RectOfTile(tile, view, scale);
+  const graphene_rect_t whole = RectOf(0, 0, get_width(), get_height());
+  if (graphene_rect_intersection(&rect, &whole, nullptr)) snapshot.append_texture(shown.texture, &rect);
 }
 
 void CanvasView::AppendFormer(Gtk::Snapshot& snapshot) {
   const double scale = view_.Zoom() / tiles_.FormerPixelsPerUnit();
-  for (const auto& [place, tile] : tiles_.Former()) AppendTile(snapshot, tile, scale, &formerTextures_);
+  for (const auto& [place, tile] : tiles_.Former()) AppendTile(snapshot, tile, view_, scale, &formerTextures_);
+}
+
+void CanvasView::AppendSeen(Gtk::Snapshot& snapshot, const std::vector<TileCache::Tile*>& seen) {
+  const double scale = 1 / view_.DeviceScale();
+  const ViewTransform aside = shifted_.ShiftedView(view_);
+  const auto above = shifted_.IsShown() ? shifted_.Above(view_, Size()) : std::vector<TileCache::Tile*>();
+  for (const TileCache::Tile* tile : seen) {
+    const TileCache::Tile* const beneath = shifted_.Beneath(*tile);
+    if (beneath != nullptr) {
+      AppendTile(snapshot, *beneath, view_, scale, &beneathTextures_);
+    } else {
+      AppendTile(snapshot, *tile, view_, scale, &textures_);
+    }
+    if (!shifted_.Covers(*tile)) continue;
+    const graphene_rect_t rect = RectOfTile(*tile, view_, scale);
+    gtk_snapshot_push_clip(snapshot.gobj(), &rect);
+    for (const TileCache::Tile* moved : above) {
+      const graphene_rect_t place = RectOfTile(*moved, aside, scale);
+      if (!graphene_rect_intersection(&place, &rect, nullptr)) continue;
+      AppendTile(snapshot, *moved, aside, scale, &aboveTextures_);
+    }
+    gtk_snapshot_pop(snapshot.gobj());
+  }
 }
 
 void CanvasView::AppendOverlay(Gtk::Snapshot& snapshot) {
@@ -240,25 +274,42 @@ void CanvasView::AppendOverlay(Gtk::Snapshot& snapshot) {
   CGContextRelease(port);
 }
 
-void CanvasView::snapshot_vfunc(const Glib::RefPtr<Gtk::Snapshot>& snapshot) {
-  if (session_ == nullptr) return;
+bool CanvasView::DrawTiles(const std::vector<TileCache::Tile*>& seen) {
+  if (shifted_.IsMoving()) return shifted_.DrawWithin(kFrameBudget, view_, Size());
+  if (!tiles_.DrawWithin(kFrameBudget, seen)) return false;
+  tiles_.DropFormer();
+  formerTextures_.clear();
+  if (shifted_.IsShown()) DropShifted();
+  return true;
+}
+
+void CanvasView::DropShifted() {
+  shifted_.Drop();
+  beneathTextures_.clear();
+  aboveTextures_.clear();
+}
+
+void CanvasView::ForgetOldTextures() {
   if (texturesScale_ != view_.PixelsPerUnit()) {
     if (tiles_.Former().empty()) formerTextures_ = std::move(textures_);
-    textures_.clear();
+    for (Textures* textures : {&textures_, &beneathTextures_, &aboveTextures_}) textures->clear();
     texturesScale_ = view_.PixelsPerUnit();
   }
+  for (Textures* textures : {&textures_, &beneathTextures_, &aboveTextures_}) {
+    if (textures->size() > 2 * TileCache::kMostTiles) textures->clear();
+  }
+}
+
+void CanvasView::snapshot_vfunc(const Glib::RefPtr<Gtk::Snapshot>& snapshot) {
+  if (session_ == nullptr) return;
+  ForgetOldTextures();
   const std::vector<TileCache::Tile*> seen = tiles_.Look(view_, Size());
-  const bool complete = tiles_.DrawWithin(kFrameBudget, seen);
-  if (complete) {
-    tiles_.DropFormer();
-    formerTextures_.clear();
-  } else {
+  if (!DrawTiles(seen)) {
     // Not from within a frame: a widget asks for the next one afterwards.
     Glib::signal_idle().connect_once([this] { queue_draw(); });
   }
-  if (textures_.size() > 2 * TileCache::kMostTiles) textures_.clear();
   AppendFormer(*snapshot.get());
-  for (const TileCache::Tile* tile : seen) AppendTile(*snapshot.get(), *tile, 1 / view_.DeviceScale(), &textures_);
+  AppendSeen(*snapshot.get(), seen);
   AppendOverlay(*snapshot.get());
 }
 

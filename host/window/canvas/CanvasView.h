@@ -13,6 +13,7 @@
 
 #include "host/session/DocumentSession.h"
 #include "host/view/PointerTool.h"
+#include "host/view/ShiftedSelection.h"
 #include "host/view/TileCache.h"
 #include "host/view/ViewTransform.h"
 
@@ -54,6 +55,7 @@ class CanvasView : public Gtk::Widget, public SessionObserver {
   void OnAreaChanged(const AGRect& area) override;
   void OnPageChanged() override;
   void OnSelectionChanged() override { queue_draw(); }
+  void OnSelectionShifted() override;
 
  protected:
   void snapshot_vfunc(const Glib::RefPtr<Gtk::Snapshot>& snapshot) override;
@@ -81,17 +83,29 @@ class CanvasView : public Gtk::Widget, public SessionObserver {
   void OnAdjusted();
   AGSize Size() const;
   AGPoint Middle() const;
+  using Textures = std::map<std::pair<int, int>, Shown>;
+
+  /// Draws tiles for as long as a frame may; true when all that is seen is up to date.
+  bool DrawTiles(const std::vector<TileCache::Tile*>& seen);
+  void DropShifted();
+  void ForgetOldTextures();
+  graphene_rect_t RectOfTile(const TileCache::Tile& tile, const ViewTransform& view, double scale) const;
   void AppendFormer(Gtk::Snapshot& snapshot);
-  void AppendTile(Gtk::Snapshot& snapshot, const TileCache::Tile& tile, double scale,
-                  std::map<std::pair<int, int>, Shown>* textures);
+  void AppendSeen(Gtk::Snapshot& snapshot, const std::vector<TileCache::Tile*>& seen);
+  /// `scale` is pixels of the view a pixel of the tile.
+  void AppendTile(Gtk::Snapshot& snapshot, const TileCache::Tile& tile, const ViewTransform& view, double scale,
+                  Textures* textures);
   void AppendOverlay(Gtk::Snapshot& snapshot);
 
   DocumentSession* session_ = nullptr;
   ViewTransform view_;
   TileCache tiles_{nullptr};
   PointerTool tool_{nullptr, &view_};
-  std::map<std::pair<int, int>, Shown> textures_;
-  std::map<std::pair<int, int>, Shown> formerTextures_;
+  ShiftedSelection shifted_;
+  Textures textures_;
+  Textures formerTextures_;
+  Textures beneathTextures_;
+  Textures aboveTextures_;
   double texturesScale_ = 0;
   Glib::RefPtr<Gtk::Adjustment> horizontal_;
   Glib::RefPtr<Gtk::Adjustment> vertical_;

@@ -52,7 +52,7 @@ ObjectPanel::ObjectPanel()
 bool ObjectPanel::GetFrame(AGRect* box) const {
   if (Session() == nullptr || Session()->Selection().IsEmpty()) return false;
   const ObjectIDs& ids = Session()->Selection().IDs();
-  if (ids.size() > 1) return Session()->Selection().GetBox(ids, box);
+  if (ids.size() > 1) return Session()->Selection().GetShownBox(box);
   *box = Session()->Doc().Find(ids[0])->bounds;
   return true;
 }
@@ -75,6 +75,13 @@ void ObjectPanel::SetAngle(double degrees) {
   Report(Session()->Objects().SetAngle(Session()->Selection().IDs(), degrees * kDegree));
 }
 
+void ObjectPanel::OnSelectionShifted() {
+  AGRect box;
+  if (!GetFrame(&box)) return;
+  x_.Show(box.x0);
+  y_.Show(box.y0);
+}
+
 void ObjectPanel::Refresh() {
   AGRect box;
   const bool any = GetFrame(&box);
@@ -83,8 +90,7 @@ void ObjectPanel::Refresh() {
     for (NumberField* field : {&x_, &y_, &width_, &height_, &angle_}) field->ShowMixed();
     return;
   }
-  x_.Show(box.x0);
-  y_.Show(box.y0);
+  OnSelectionShifted();
   width_.Show(box.x1 - box.x0);
   height_.Show(box.y1 - box.y0);
   const ObjectIDs& ids = Session()->Selection().IDs();

@@ -11,6 +11,9 @@ class ObjectPanel : public EditorPanel {
  public:
   ObjectPanel();
 
+  // SessionObserver
+  void OnSelectionShifted() override;
+
  protected:
   void Refresh() override;
 

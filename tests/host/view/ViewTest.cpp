@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdlib>
+#include <cstring>
 #include <functional>
 #include <numbers>
 #include <random>
@@ -11,6 +12,7 @@
 #include "host/bundles/BundleSet.h"
 #include "host/model/ObjectProperties.h"
 #include "host/view/PointerTool.h"
+#include "host/view/ShiftedSelection.h"
 #include "host/view/TileCache.h"
 #include "kit/values/AKValueHelpers.h"
 #include "tests/host/ResultTestSupport.h"
@@ -145,6 +147,75 @@ TEST_F(CanvasTest, Finish_EndsTheDragWhereItIs) {
     ExpectRect(session_->Doc().ObjectAt(0).bounds, one.first);
     session_->Selection().SelectAll();
     ASSERT_TRUE(session_->Objects().Delete(session_->Selection().IDs()));
+  }
+}
+
+// Whatever a drag of many objects goes through, it changes the document once, as one move by the whole way does.
+TEST_F(CanvasTest, MoveOfMany_IsShownAndDoneAtTheEnd) {
+  for (std::size_t i = 0; i <= PointerTool::kMostMovedLive; ++i) {
+    const auto place = static_cast<double>(i % 97);
+    AddRect({place / 7, place, place / 7 + 30, place + 40}, place);
+  }
+  DocumentSession& session = *session_;
+  const ObjectIDs ids = (session.Selection().SelectAll(), session.Selection().IDs());
+  const auto placements = [&] {
+    std::vector<ObjectPlacement> all;
+    for (const ObjectID id : ids) all.push_back(Object(id).Placement());
+    return all;
+  };
+  const std::vector<ObjectPlacement> before = placements();
+  AGRect box;
+  ASSERT_TRUE(session.Selection().GetBox(ids, &box));
+  const std::size_t steps = session.Steps().Known().Position();
+  tool_->SetSnap({2.5});
+  const struct {
+    const char* what;
+    AGPoint by;  // of the drag that goes 31.3, -12.7
+    PointerModifiers modifiers;
+    std::function<void()> end;
+    bool moves;
+  } cases[] = {
+      {"release",
+       {31.3, -12.7},
+       {.alt = true},
+       [&] { std::ignore = tool_->Release(Seen(51.3, 37.3), {.alt = true}); },
+       true},
+      {"snapped",
+       {std::floor((box.x0 + 31.3) / 2.5 + 0.5) * 2.5 - box.x0, 0},
+       {.shift = true},
+       [&] { std::ignore = tool_->Release(Seen(51.3, 37.3), {.shift = true}); },
+       true},
+      {"finish", {31.3, -12.7}, {.alt = true}, [&] { std::ignore = tool_->Finish(); }, true},
+      {"escape", {31.3, -12.7}, {.alt = true}, [&] { tool_->Cancel(); }, false},
+      {"another selection",
+       {31.3, -12.7},
+       {.alt = true},
+       [&] { session.Selection().Select({ids[3]}), tool_->Motion({}, {}); },
+       false},
+  };
+  for (const auto& one : cases) {
+    SCOPED_TRACE(one.what);
+    session.Selection().Select(ids);
+    tool_->Press(Seen(20, 50), {});
+    for (const double part : {0.1, 2.0, -1.0, 1.0})
+      tool_->Motion(Seen(20 + 31.3 * part, 50 - 12.7 * part), one.modifiers);
+    EXPECT_TRUE(tool_->IsDragging());
+    EXPECT_EQ(placements(), before);
+    AGRect shown = SelectionFrame::Of(session).Placement().bounds;
+    ExpectRect(shown, {box.x0 + one.by.x, box.y0 + one.by.y, box.x1 + one.by.x, box.y1 + one.by.y});
+    one.end();
+    EXPECT_FALSE(session.Selection().Shift());
+    const std::vector<ObjectPlacement> after = placements();
+    EXPECT_EQ(session.Steps().Known().Position(), steps + (one.moves ? 1 : 0));
+    if (one.moves) {
+      session.Steps().Undo();
+      EXPECT_EQ(placements(), before);
+      EXPECT_TRUE(session.Objects().Move(ids, one.by.x, one.by.y));
+      for (std::size_t i = 0; i < ids.size(); ++i) ExpectRect(after[i].bounds, placements()[i].bounds);
+      session.Steps().Undo();
+    } else {
+      EXPECT_EQ(after, before);
+    }
   }
 }
 
@@ -335,6 +406,79 @@ TEST_F(CanvasTest, Tiles_DrawnInPartsAreAsDrawnAtOnce) {
         << "seed 7, tile " << drawn[i]->column << ", " << drawn[i]->row;
   }
   session_->RemoveObserver(&watch);
+}
+
+// A part with thousands of objects is drawn in bands: none draws more than a few hundred of them, and together they are
+// the picture that is drawn at once.
+TEST_F(CanvasTest, DenseTiles_AreDrawnInBands) {
+  for (int i = 0; i < 5000; ++i) {
+    const double x = i % 100 * 2.5;
+    const double y = i / 100 * 5;
+    AddRect({x, y, x + 2, y + 4}, i % 2 * 0.3);
+  }
+  TileCache tiles(&session_->Doc());
+  view_.SetOffset(0, -256);
+  std::vector<TileCache::Tile*> seen = tiles.Look(view_, {256, 256});
+  ASSERT_EQ(seen.size(), 1U);
+  int bands = 0;
+  while (!tiles.DrawWithin(std::chrono::microseconds(0), seen)) ++bands;
+  EXPECT_GE(bands, 4);
+  EXPECT_LE(bands, 40);
+  AGBitmap whole(AGSize{256, 256}, AGBitmap::kFlagLittleEndian | AGBitmap::kFlagZeroFill);
+  std::memset(whole.Pixels(), 255, whole.ByteCount());  // paper
+  DrawObjects(session_->Doc(), whole.GetContextOfBitmap(), 1);
+  EXPECT_LE(LargestDifference(*seen[0]->bitmap, whole), 16);
+}
+
+// While a selection is shown shifted, its picture over that of the rest is the document as it will be, where the
+// selection lies in front; and so it stays until the document's own tiles are drawn.
+TEST_F(CanvasTest, ShiftedSelection_LooksLikeTheMovedDocument) {
+  const ObjectID rest = AddRect({40, 40, 140, 100}, 0.4);
+  const ObjectID moved = AddRect({100, 60, 220, 130}, 0.2);
+  TileCache tiles(&session_->Doc());
+  ShiftedSelection shifted;
+  view_.SetOffset(0, -256);
+  const AGSize size{256, 256};
+  const std::chrono::seconds enough(60);
+  const auto draw = [&] { EXPECT_TRUE(tiles.DrawWithin(enough, tiles.Look(view_, size))); };
+  draw();
+  TileCache::Tile& tile = *tiles.Find(0, -1);
+  session_->Selection().Select({moved});
+  EXPECT_EQ(shifted.Beneath(tile), nullptr);
+  session_->Selection().SetShift(AGPoint{-30, 20});
+  shifted.Follow(*session_);
+  EXPECT_TRUE(shifted.Covers(tile));
+  EXPECT_EQ(shifted.Beneath(tile), nullptr) << "what was there is seen until there is something else";
+  EXPECT_TRUE(shifted.DrawWithin(enough, view_, size));
+  ASSERT_NE(shifted.Beneath(tile), nullptr);
+  AGBitmap composed(AGSize{256, 256}, AGBitmap::kFlagLittleEndian | AGBitmap::kFlagZeroFill);
+  std::memcpy(composed.Pixels(), shifted.Beneath(tile)->bitmap->Pixels(), composed.ByteCount());
+  const ViewTransform aside = shifted.ShiftedView(view_);
+  auto* const to = static_cast<unsigned char*>(composed.Pixels());
+  for (const TileCache::Tile* above : shifted.Above(view_, size)) {
+    const auto* from = static_cast<const unsigned char*>(above->bitmap->Pixels());
+    for (std::int64_t y = 0; y < TileCache::kSide; ++y) {
+      for (std::int64_t x = 0; x < TileCache::kSide; ++x) {
+        const std::int64_t toX = x + above->column * TileCache::kSide - aside.OffsetX();
+        const std::int64_t toY = y + above->row * TileCache::kSide - aside.OffsetY();
+        if (toX < 0 || toY < 0 || toX >= TileCache::kSide || toY >= TileCache::kSide) continue;
+        for (int c = 0; c < 4; ++c) {  // premultiplied
+          unsigned char& pixel = to[(toY * TileCache::kSide + toX) * 4 + c];
+          const unsigned char* over = from + (y * TileCache::kSide + x) * 4;
+          pixel = static_cast<unsigned char>(over[c] + (pixel * (255 - over[3]) + 127) / 255);
+        }
+      }
+    }
+  }
+  ASSERT_TRUE(session_->Objects().Move({moved}, -30, 20));
+  tiles.InvalidateAll();
+  session_->Selection().SetShift(std::nullopt);
+  shifted.Follow(*session_);
+  EXPECT_NE(shifted.Beneath(tile), nullptr);
+  draw();
+  EXPECT_FALSE(shifted.Covers(tile));
+  EXPECT_LE(LargestDifference(*tile.bitmap, composed), 2);
+  EXPECT_EQ(Object(rest).bounds.x0, 40);
 }
 
 }  // namespace
