@@ -18,6 +18,8 @@ namespace {
 
 // What a frame may take to draw tiles: at 60 frames a second there is time left to show them.
 constexpr std::chrono::milliseconds kFrameBudget{10};
+// The same when there is more to draw than the frame before could: showing a frame has a price of its own.
+constexpr std::chrono::milliseconds kBusyFrameBudget{25};
 constexpr double kFitMargin = 30;
 
 graphene_rect_t RectOf(double x, double y, double width, double height) {
@@ -274,9 +276,9 @@ void CanvasView::AppendOverlay(Gtk::Snapshot& snapshot) {
   CGContextRelease(port);
 }
 
-bool CanvasView::DrawTiles(const std::vector<TileCache::Tile*>& seen) {
-  if (shifted_.IsMoving()) return shifted_.DrawWithin(kFrameBudget, view_, Size());
-  if (!tiles_.DrawWithin(kFrameBudget, seen)) return false;
+bool CanvasView::DrawTiles(const std::vector<TileCache::Tile*>& seen, std::chrono::milliseconds budget) {
+  if (shifted_.IsMoving()) return shifted_.DrawWithin(budget, view_, Size());
+  if (!tiles_.DrawWithin(budget, seen)) return false;
   tiles_.DropFormer();
   formerTextures_.clear();
   if (shifted_.IsShown()) DropShifted();
@@ -304,7 +306,9 @@ void CanvasView::snapshot_vfunc(const Glib::RefPtr<Gtk::Snapshot>& snapshot) {
   if (session_ == nullptr) return;
   ForgetOldTextures();
   const std::vector<TileCache::Tile*> seen = tiles_.Look(view_, Size());
-  if (!DrawTiles(seen)) {
+  const bool complete = DrawTiles(seen, busy_ ? kBusyFrameBudget : kFrameBudget);
+  busy_ = !complete;
+  if (busy_) {
     // Not from within a frame: a widget asks for the next one afterwards.
     Glib::signal_idle().connect_once([this] { queue_draw(); });
   }

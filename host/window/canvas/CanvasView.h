@@ -85,8 +85,8 @@ class CanvasView : public Gtk::Widget, public SessionObserver {
   AGPoint Middle() const;
   using Textures = std::map<std::pair<int, int>, Shown>;
 
-  /// Draws tiles for as long as a frame may; true when all that is seen is up to date.
-  bool DrawTiles(const std::vector<TileCache::Tile*>& seen);
+  /// Draws tiles for about as long as the budget; true when all that is seen is up to date.
+  bool DrawTiles(const std::vector<TileCache::Tile*>& seen, std::chrono::milliseconds budget);
   void DropShifted();
   void ForgetOldTextures();
   graphene_rect_t RectOfTile(const TileCache::Tile& tile, const ViewTransform& view, double scale) const;
@@ -107,6 +107,7 @@ class CanvasView : public Gtk::Widget, public SessionObserver {
   Textures beneathTextures_;
   Textures aboveTextures_;
   double texturesScale_ = 0;
+  bool busy_ = false;  ///< the last frame left something to draw
   Glib::RefPtr<Gtk::Adjustment> horizontal_;
   Glib::RefPtr<Gtk::Adjustment> vertical_;
   bool adjusting_ = false;
