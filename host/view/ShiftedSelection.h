@@ -1,8 +1,8 @@
 // What the canvas shows while a drag shows the selected objects shifted: their own picture, drawn once, over one of all
 // else. They are in front of everything meanwhile, and lie on whole pixels.
 //
-// Both pictures are tiles of a TileCache each, on the grid of the canvas's own, which show what there was before until a
-// tile is drawn. When the shift ends, the pictures stay over those tiles of the document that are not up to date yet:
+// Both pictures are tiles of a TileCache each, on the grid of the canvas's own, which show what there was before until
+// a tile is drawn. When the shift ends, the pictures stay over those tiles of the document that are not up to date yet:
 // nothing is seen to jump back.
 #pragma once
 

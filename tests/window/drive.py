@@ -71,6 +71,17 @@ class Editor:
         self.window.__exit__()
 
 
+def crowd():
+    """A document with more objects than a drag moves with each motion."""
+    path = pathlib.Path(DESKTOP.folder) / "crowd.akd"
+    lines = [f"new --size {Window.PAGE[0]},{Window.PAGE[1]} --background {','.join(map(str, Window.PAPER))}"]
+    lines += [f"add stdRect --bounds {100 + 6 * (i % 40)},{100 + 6 * (i // 40)},{104 + 6 * (i % 40)},{104 + 6 * (i // 40)}"
+              for i in range(1200)] + [f"save {path} --overwrite"]
+    subprocess.run([PROGRAMS / "objecthost", "script"], input="\n".join(lines), text=True, check=True,
+                   env=DESKTOP.environment, stdout=subprocess.DEVNULL)
+    return path
+
+
 def choose_rectangle_tool(window):
     x0, y0, x1, y1 = window.find_text("Rectangle", (0, 0, 130, 200))
     window.click(((x0 + x1) // 2, (y0 + y1) // 2))
@@ -220,6 +231,36 @@ def move_by_drag_and_keys():
         for _ in range(8):
             window.key("ctrl+z")
         window.expect("all of it undone", lambda items: has_bounds(items[0], 100, 100, 300, 220))
+
+
+@scenario
+def drag_of_very_many():
+    """More than are moved one by one: they are seen to move, in the picture and the panel, before the button is let go."""
+    def center(window, x, y):
+        return DESKTOP.picture().pixel(*window.at(x, y))
+
+    with Editor(document=crowd()) as window:
+        objects, blue = window.read(), center(window, 222, 222)
+        window.key("ctrl+a")
+        for key, by in (("", (200, 100)), ("Escape", (0, 0))):
+            window.drag([window.at(162, 132), window.at(362, 232)], release=False)
+            wait_for("the picture at the new place", lambda: center(window, 422, 322) == blue)
+            wait_for("the paper at the old one", lambda: center(window, 222, 222) == window.PAPER)
+            field = object_field(window, "X")
+            wait_for("the place in the panel", lambda: "300" in " ".join(
+                text for text, _ in DESKTOP.picture().texts((field[0] - 60, field[1] - 14, field[0] + 30, field[1] + 14), 7)))
+            if key:
+                window.key(key)
+            DESKTOP.input("mouseup", 1)
+            items = window.expect(f"all of them after {key or 'the release'}", lambda items: has_bounds(
+                items[0], 100 + by[0], 100 + by[1], 104 + by[0], 104 + by[1]))
+            assert all(has_bounds(item, *(side + by[i % 2] for i, side in enumerate(old["bounds"])))
+                       for item, old in zip(items, objects))
+            wait_for("the document's own picture", lambda: center(window, 222 + by[0], 222 + by[1]) == blue)
+            window.key("ctrl+z")
+            window.expect("as it was", lambda items: has_bounds(items[0], 100, 100, 104, 104))
+            if not key:
+                window.key("ctrl+a")
 
 
 @scenario
@@ -390,7 +431,6 @@ def names_of_layers():
         places = [((x0 + x1) // 2, (y0 + y1) // 2 - above) for above in (0, 38)]
 
         def rename(place, name):
-            time.sleep(0.6)  # no click before counts as the first of the two
             window.desktop.input("mousemove", *place, "click", "--repeat", 2, "--delay", 40, 1)
             window.type(name, 60)
 

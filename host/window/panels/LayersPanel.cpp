@@ -2,6 +2,7 @@
 
 #include <gtkmm/button.h>
 #include <gtkmm/gestureclick.h>
+#include <gtkmm/settings.h>
 
 #include <algorithm>
 
@@ -43,14 +44,20 @@ LayersPanel::LayersPanel() {
   append(*buttons);
 }
 
-// Taken from the list, which would give the focus back to the row when the button is let go.
+// Taken from the list, which would give the focus back to the row when the button is let go. The toolkit counts on when
+// the pointer has gone on to another row, so what counts is whether both clicks were on one name.
 void LayersPanel::AddDoubleClick() {
   auto clicks = Gtk::GestureClick::create();
   clicks->set_propagation_phase(Gtk::PropagationPhase::CAPTURE);
-  clicks->signal_pressed().connect([this, gesture = clicks.get()](int count, double x, double y) {
-    Gtk::Widget* const hit = count == 2 ? list_.pick(x, y) : nullptr;
+  clicks->signal_pressed().connect([this, gesture = clicks.get()](int, double x, double y) {
+    Gtk::Widget* const hit = list_.pick(x, y);
     auto* const name = hit == nullptr ? nullptr : dynamic_cast<NameField*>(hit->get_parent());
-    if (name == nullptr) return;
+    const guint32 time = gesture->get_current_event_time();  // milliseconds
+    const auto most = static_cast<guint32>(get_settings()->property_gtk_double_click_time().get_value());
+    const bool second = name != nullptr && name == clicked_ && time - clickTime_ <= most;
+    clicked_ = second ? nullptr : name;
+    clickTime_ = time;
+    if (!second) return;
     gesture->set_state(Gtk::EventSequenceState::CLAIMED);
     name->Edit();
   });
@@ -118,6 +125,7 @@ bool LayersPanel::ShowsTheLayers() const {
 
 void LayersPanel::Build() {
   rows_.clear();
+  clicked_ = nullptr;
   while (Gtk::Widget* row = list_.get_first_child()) list_.remove(*row);
   if (Session() == nullptr) return;
   const auto& layers = Session()->Doc().Layers();

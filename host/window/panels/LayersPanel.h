@@ -43,7 +43,9 @@ class LayersPanel : public EditorPanel {
   void MoveActive(int by);
 
   Gtk::ListBox list_;
-  std::vector<Row> rows_;  ///< from the top
+  std::vector<Row> rows_;               ///< from the top
+  const NameField* clicked_ = nullptr;  ///< the last press was on it, and was no second one
+  guint32 clickTime_ = 0;               ///< of that, in milliseconds
 };
 
 }  // namespace host
