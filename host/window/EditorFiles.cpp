@@ -105,9 +105,9 @@ void EditorWindow::SaveTo(const std::string& path, const std::function<void()>& 
   if (other != nullptr && other != this) {
     return OfferAnotherPlace(Problem(N_("\"%s\" is open in another window"), {path}), then);
   }
+  message_.set_revealed(false);  // what the new place brings is shown
   if (const auto done = session_->File().SaveAs(path); !done) return OfferAnotherPlace(done.Why(), then);
   EditorApplication::NoteUse(session_->File().Path());
-  message_.set_revealed(false);
   then();
 }
 

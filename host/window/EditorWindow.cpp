@@ -92,6 +92,7 @@ void EditorWindow::SetSession(std::unique_ptr<DocumentSession> session) {
   if (session_ != nullptr) FinishTyping();
   autosave_.disconnect();
   recovery_.reset();
+  mark_.reset();
   canvas_.SetSession(nullptr);
   for (const auto& panel : panels_) panel->SetSession(nullptr);
   if (session_ != nullptr) session_->RemoveObserver(this);
@@ -111,6 +112,22 @@ void EditorWindow::SetSession(std::unique_ptr<DocumentSession> session) {
   for (const auto& panel : panels_) panel->SetSession(session_.get());
   UpdateTitle();
   UpdateActions();
+  MarkOpen();
+}
+
+void EditorWindow::OnPathChanged() {
+  UpdateTitle();
+  MarkOpen();
+}
+
+// Windows of this program share none: the old mark goes before there is a new one.
+void EditorWindow::MarkOpen() {
+  const std::string& path = session_->File().Path();
+  mark_.reset();
+  mark_ = std::make_unique<OpenMark>(path);
+  if (!mark_->WasOpen()) return;
+  ShowProblem(Problem(N_("\"%s\" is open in another program, too: neither shows what the other changes"), {path}),
+              Gtk::MessageType::WARNING);
 }
 
 void EditorWindow::RememberSize() {

@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "host/bundles/BundleSet.h"
+#include "host/storage/OpenMark.h"
 #include "host/storage/Recovery.h"
 #include "host/window/canvas/CanvasView.h"
 #include "host/window/canvas/Ruler.h"
@@ -47,7 +48,7 @@ class EditorWindow : public Gtk::ApplicationWindow, public SessionObserver {
   // SessionObserver
   void OnHistoryChanged() override { UpdateActions(); }
   void OnSelectionChanged() override { UpdateActions(); }
-  void OnPathChanged() override { UpdateTitle(); }
+  void OnPathChanged() override;
   void OnLayersChanged() override { UpdateActions(); }
 
  protected:
@@ -80,6 +81,7 @@ class EditorWindow : public Gtk::ApplicationWindow, public SessionObserver {
   void LeaveMenus();
   void UpdateActions();
   void UpdateTitle();
+  void MarkOpen();
   void UpdateZoom();
   void SetEnabled(const char* action, bool enabled);
   void ShowMessage(const std::string& text, Gtk::MessageType type);
@@ -101,6 +103,7 @@ class EditorWindow : public Gtk::ApplicationWindow, public SessionObserver {
 
   std::unique_ptr<DocumentSession> session_;
   std::unique_ptr<Recovery> recovery_;  ///< of the session
+  std::unique_ptr<OpenMark> mark_;      ///< of its file
   CanvasView canvas_;
   Ruler horizontalRuler_{Gtk::Orientation::HORIZONTAL};
   Ruler verticalRuler_{Gtk::Orientation::VERTICAL};

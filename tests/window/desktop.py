@@ -175,6 +175,29 @@ class Desktop:
                               stderr=subprocess.DEVNULL).stdout.decode().strip()
 
 
+class Bus:
+    """A message bus of a desktop's own, over which a program tells assistive technologies what it shows."""
+
+    def __init__(self, desktop):
+        self.environment = dict(desktop.environment)
+        del self.environment["DBUS_SESSION_BUS_ADDRESS"], self.environment["GTK_A11Y"]
+        self.process = subprocess.Popen(["dbus-daemon", "--session", "--nofork", "--print-address"], text=True,
+                                        env=self.environment, stdout=subprocess.PIPE, stderr=subprocess.DEVNULL)
+        self.address = self.environment["DBUS_SESSION_BUS_ADDRESS"] = self.process.stdout.readline().strip()
+
+    def run(self, *command):
+        return subprocess.run(command, env=self.environment, stdout=subprocess.PIPE, stderr=subprocess.PIPE, text=True,
+                              timeout=PATIENCE).stdout
+
+    def __enter__(self):
+        return self
+
+    def __exit__(self, *_):
+        self.process.terminate()
+        self.process.wait()
+        self.process.stdout.close()
+
+
 class Window:
     """The program on a desktop, with a document of its own."""
 

@@ -18,7 +18,7 @@ import sys
 import time
 import traceback
 
-from desktop import Desktop, Failure, Window, wait_for
+from desktop import Bus, Desktop, Failure, Window, wait_for
 
 SCENARIOS = []
 BOX = ("--bounds", "100,100,300,220")  # one rectangle; its rounding is 0.5, as a new one's
@@ -710,7 +710,7 @@ def recover_after_a_crash():
     with Editor([BOX], (200, 160)) as window:
         window.key("Right")
         kept = window.folder / ".local"
-        wait_for("the changes to be kept aside", lambda: any(f.is_file() for f in kept.rglob("*recover*/*")), 20)
+        wait_for("the changes to be kept aside", lambda: any(kept.rglob("*.akrecover")), 20)  # all of them: the file has its name
         window.process.kill()
         window.process.wait()
         window.start()
@@ -754,6 +754,53 @@ def a_file_opens_once():
         window.focus(window.main)
         window.key("ctrl+a", "Right")
         window.expect("still edited", lambda items: has_bounds(items[0], 101, 100, 301, 220))
+
+
+@scenario
+def a_file_is_open_in_two_programs():
+    with Editor([BOX], (200, 160)) as first:
+        with Window(DESKTOP, PROGRAMS, start=False) as second:
+            second.command, second.environment = first.command, first.environment
+            second.start()
+            wait_for_words("open in another program")
+            second.process.kill()  # leaves nothing behind
+            second.process.wait()
+        first.focus(first.main)
+        first.key("ctrl+w")
+        assert first.ended() == 0
+        first.start()
+        first.settle()
+        assert not any("another program" in text for text, _ in DESKTOP.picture().texts())
+        first.process.kill()
+
+
+@scenario
+def what_screen_readers_hear():
+    heard = '''
+import pyatspi
+def tell(part):
+    if part.getRoleName() == "spin button" and "Width" in part.name:
+        print(part.name, part.getState().contains(pyatspi.STATE_INVALID), part.description, sep="|")
+    for child in part:
+        tell(child)
+tell(pyatspi.Registry.getDesktop(0))'''
+    with Bus(DESKTOP) as bus, Editor([BOX], (200, 160), GTK_A11Y="atspi", DBUS_SESSION_BUS_ADDRESS=bus.address) as window:
+        def field(expected):
+            def look():
+                look.seen = bus.run("/usr/bin/python3", "-c", heard)
+                return look.seen.splitlines()[:1] == [expected]
+            try:
+                wait_for(expected, look, 10)
+            except Failure as error:
+                raise Failure(f"{error}, but {look.seen}") from None
+        field("Width|False|")
+        window.click(object_field(window, "Width"))
+        window.key("ctrl+a")
+        window.type("8o.5")
+        window.key("Return")
+        field("Width|True|“8o.5” is no number. Escape brings back the old value.")
+        window.key("Escape")
+        field("Width|False|")
 
 
 @scenario

@@ -10,8 +10,7 @@ class FormGrid : public Gtk::Grid {
  public:
   FormGrid();
 
-  /// The label is the control's mnemonic and its name for those who cannot see it. The control outlives the grid or
-  /// belongs to it.
+  /// The label is also the control's name for those who cannot see it. The control outlives the grid or belongs to it.
   void Row(int row, const char* label, Gtk::Widget& control);
   /// Marks a row whose control stands for several values that differ.
   void ShowMixed(int row, bool mixed);

@@ -182,7 +182,7 @@ void NumberField::Allow() {
   refused_ = false;
   remove_css_class("error");
   set_tooltip_text(tip_);
-  gtk_accessible_reset_property(GTK_ACCESSIBLE(gobj()), GTK_ACCESSIBLE_PROPERTY_DESCRIPTION);
+  gtk_accessible_update_property(GTK_ACCESSIBLE(gobj()), GTK_ACCESSIBLE_PROPERTY_DESCRIPTION, tip_.c_str(), -1);
   gtk_accessible_update_state(GTK_ACCESSIBLE(gobj()), GTK_ACCESSIBLE_STATE_INVALID, GTK_ACCESSIBLE_INVALID_FALSE, -1);
   reason_.popdown();
 }
