@@ -1,7 +1,7 @@
 // Says that a document is open: to the other programs of this user that have it open, or open it later.
 //
-// A mark is a lock on an empty file in "objecthost/open" of the user's data folder, named after the document's path. The
-// lock goes with its program, however that ends, so that nothing stale is left to be in the way; and it only says
+// A mark is a lock on an empty file in "objecthost/open" of the user's data folder, named after the document's path.
+// The lock goes with its program, however that ends, so that nothing stale is left to be in the way; and it only says
 // something: nobody is kept from the document.
 #pragma once
 

@@ -34,6 +34,12 @@ def wait_for(what, condition, limit=PATIENCE):
         time.sleep(0.04)
 
 
+def used_time(pid):
+    """The processor time that a process used, in units of 10 ms, and its state: S for asleep."""
+    cells = pathlib.Path(f"/proc/{pid}/stat").read_text().rsplit(")", 1)[1].split()
+    return int(cells[11]) + int(cells[12]), cells[0]
+
+
 def alike(seen, wanted):
     """How well a text is found in what was seen; 1 for letter by letter. Symbols beside it are read as anything."""
     seen, wanted = (re.sub("[li|]", "1", text.lower().replace(" ", "")) for text in (seen, wanted))
@@ -314,12 +320,20 @@ class Window:
     # What is seen.
 
     def settle(self):
-        """Waits until the screen has stayed the same for a while."""
+        """Waits until the screen has stayed the same for a while, with nothing left to do for program and server."""
+        def seen():
+            return bytes(self.desktop.picture().data), self.ticks(), used_time(self.desktop.server.pid)[0]
+
         def same():
-            before = bytes(self.desktop.picture().data)
+            before = seen()
             time.sleep(0.4)
-            return bytes(self.desktop.picture().data) == before
+            asleep = all(used_time(process.pid)[1] == "S" for process in (self.process, self.desktop.server))
+            return asleep and seen() == before
         wait_for("a screen that stays", same)
+
+    def ticks(self):
+        """The processor time that the program used, in units of 10 ms."""
+        return used_time(self.process.pid)[0]
 
     def output(self):
         self.log.seek(0)

@@ -1,7 +1,5 @@
 #include "host/window/panels/EditorPanel.h"
 
-#include <glibmm/main.h>
-
 #include "host/window/widgets/TypedField.h"
 
 namespace host {
@@ -28,15 +26,18 @@ void EditorPanel::SetSession(DocumentSession* session) {
 
 void EditorPanel::OnSelectionChanged() {
   otherObjects_ = true;
-  RefreshSoon();
+  idle_.disconnect();
+  RefreshSoon(Glib::PRIORITY_HIGH);
 }
 
-void EditorPanel::RefreshSoon() {
+void EditorPanel::RefreshSoon(int priority) {
   if (idle_.connected()) return;
-  idle_ = Glib::signal_idle().connect([this] {
-    RefreshWhenFree();
-    return false;
-  });
+  idle_ = Glib::signal_idle().connect(
+      [this] {
+        RefreshWhenFree();
+        return false;
+      },
+      priority);
 }
 
 void EditorPanel::RefreshWhenFree() {

@@ -1,11 +1,12 @@
 // A panel beside the canvas: shows something of the session and changes it.
 //
 // Whatever happens to the session, a panel is told to show it once, when the program is idle next: a drag that sends a
-// hundred events between two frames costs one refresh. What the user holds is left alone: while a slider of the panel
-// is pressed, a pop-up is open or a name is edited the refresh waits; a field that is typed in keeps its text
-// (TypedField).
+// hundred events between two frames costs one refresh. Other objects are shown before the next event, which may be
+// meant for them. What the user holds is left alone: while a slider of the panel is pressed, a pop-up is open or a name
+// is edited the refresh waits; a field that is typed in keeps its text (TypedField).
 #pragma once
 
+#include <glibmm/main.h>
 #include <gtkmm/box.h>
 
 #include "host/session/DocumentSession.h"
@@ -39,7 +40,7 @@ class EditorPanel : public Gtk::Box, public SessionObserver {
   /// is true meanwhile.
   virtual void Refresh() = 0;
   bool IsRefreshing() const { return refreshing_; }
-  void RefreshSoon();
+  void RefreshSoon(int priority = Glib::PRIORITY_DEFAULT_IDLE);
   /// Reports a refused edit.
   void Report(const Result<>& done) {
     if (!done) problem_.emit(done.Why());

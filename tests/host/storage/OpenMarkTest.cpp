@@ -1,5 +1,3 @@
-#include "host/storage/OpenMark.h"
-
 #include <gtest/gtest.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -8,6 +6,8 @@
 #include <filesystem>
 #include <fstream>
 #include <memory>
+
+#include "host/storage/OpenMark.h"
 
 namespace host {
 namespace {
