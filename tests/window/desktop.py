@@ -144,7 +144,8 @@ class Desktop:
         self.environment = {
             "PATH": os.environ["PATH"], "DISPLAY": f":{number}", "LC_ALL": "C.UTF-8", "HOME": self.folder,
             "XDG_RUNTIME_DIR": self.folder, "TMPDIR": self.folder, "GDK_BACKEND": "x11", "GSK_RENDERER": "cairo",
-            "GTK_A11Y": "none", "GSETTINGS_BACKEND": "memory", "DBUS_SESSION_BUS_ADDRESS": "disabled:"}
+            "GTK_A11Y": "none", "GSETTINGS_BACKEND": "memory", "DBUS_SESSION_BUS_ADDRESS": "disabled:",
+            "ASAN_OPTIONS": "detect_leaks=0"}  # the toolkit keeps what it has until the end
         if fonts:
             self.environment["FONTCONFIG_FILE"] = fonts
         self.environment.update(environment)

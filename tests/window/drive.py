@@ -541,8 +541,8 @@ def change_brush_style():
         window.click((solid[0] + 5, solid[1] + 5))
         choice = window.find_text("Linear Gradient")
         window.click((choice[0] + 5, choice[1] + 5))
+        window.find_text("Color 2", panel)  # keys go to the pop-up until it is closed
         window.expect("a gradient", lambda items: items[0]["properties"]["Brush"]["Style"] == "LinearGradient")
-        window.find_text("Color 2", panel)
         # In the middle of the shape the picture is neither of the two colors, at its sides nearly each of them.
         move_pointer_away()
         wait_for("three colors", lambda: len(
@@ -651,6 +651,7 @@ def one_field_of_several():
         window.click((mixed[0] + 5, mixed[1] + 5))
         choice = window.find_text("Pattern", (920, 0, 1180, 900))
         window.click((choice[0] + 5, choice[1] + 5))
+        window.settle()  # keys go to the pop-up until it is closed
         window.expect("both with a pattern", lambda items: all(
             item["properties"]["Brush"]["Style"] == "Pattern" for item in items))
         y = {name: window.find_text(name, panel)[1] for name in ("Brush", "Pen")}

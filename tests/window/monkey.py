@@ -91,7 +91,7 @@ def check(window):
 
 def run(programs, fonts, seconds, seed):
     print(f"monkey: seed {seed}", flush=True)
-    desktop = Desktop(fonts=fonts, ASAN_OPTIONS="detect_leaks=0:abort_on_error=0")
+    desktop = Desktop(fonts=fonts)
     generator = random.Random(seed)
     end = time.monotonic() + seconds
     sittings = steps = 0
