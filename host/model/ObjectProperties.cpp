@@ -122,16 +122,20 @@ int TakeProperty(const DocumentObject& object, HostFields* fields, const AKStrin
   return 0;
 }
 
-AKDictionary AllProperties(const DocumentObject& object, const HostFields& fields) {
-  AKDictionary all = ClassProperties(object);
+AKValue HostProperty(const HostFields& fields, const AKString& name) {
   AKValue value;
-  all.SetValue(kKey_Bounds, AKValueSetasAGRect(fields.placement.bounds));
-  all.SetValue(kKey_Angle, AKValueSetasFloat64(fields.placement.angle * kRadToDeg));
-  fields.brush.WriteToValue(&value);
-  all.SetValue(kKey_Brush, value);
-  fields.pen.WriteToValue(&value);
-  all.SetValue(kKey_Pen, value);
-  return all;
+  if (name == kKey_Bounds) return AKValueSetasAGRect(fields.placement.bounds);
+  if (name == kKey_Angle) return AKValueSetasFloat64(fields.placement.angle * kRadToDeg);
+  name == kKey_Brush ? fields.brush.WriteToValue(&value) : fields.pen.WriteToValue(&value);
+  return value;
+}
+
+// The properties among which one of a name is looked for: those of the host cost many times what others do.
+AKDictionary PropertiesAround(const DocumentObject& object, const HostFields& fields, const AKString& name) {
+  if (!IsHostKey(name)) return ClassProperties(object);
+  AKDictionary own;
+  own.SetValue(name, HostProperty(fields, name));
+  return own;
 }
 
 // What the object did not take is still its old value; one that it took within its limits is another. Words and colours
@@ -150,7 +154,12 @@ std::string ClassName(AKClassID classID) {
 }
 
 AKDictionary PropertiesOf(const DocumentObject& object) {
-  return AllProperties(object, {object.Placement(), object.brush, object.pen});
+  AKDictionary all = ClassProperties(object);
+  const HostFields fields{object.Placement(), object.brush, object.pen};
+  for (const AKString& name : {kKey_Bounds, kKey_Angle, kKey_Brush, kKey_Pen}) {
+    all.SetValue(name, HostProperty(fields, name));
+  }
+  return all;
 }
 
 Result<> SetProperty(const DocumentObject& object, HostFields* fields, const std::string& path,
@@ -158,9 +167,9 @@ Result<> SetProperty(const DocumentObject& object, HostFields* fields, const std
   if (object.IsPlaceholder()) {
     return WhyPlaceholder(object);
   }
-  AKDictionary all = AllProperties(object, *fields);
   const AKString key = TextForBundles(path);
   const AKString name = FirstName(key);
+  AKDictionary all = PropertiesAround(object, *fields, name);
   const bool settable = IsHostKey(name) || HasSlot(*object.instance->Class(), kAKMethodSetObjectProperties);
   if (!all.ContainsKey(key) || !settable) {
     return Problem(N_("there is no property \"%s\""), {path});
@@ -176,7 +185,7 @@ Result<> SetProperty(const DocumentObject& object, HostFields* fields, const std
                    {object.classID.chars, path, std::to_string(status)});
   }
   AKValue now;
-  AllProperties(object, *fields).GetValueCopy(key, &now);
+  PropertiesAround(object, *fields, name).GetValueCopy(key, &now);
   if (WasTaken(value, old, now, text)) return {};
   return Problem(N_("property \"%s\" does not take \"%s\""), {path, text});
 }

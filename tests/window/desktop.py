@@ -110,7 +110,8 @@ class Picture:
         large = subprocess.run(["convert", "ppm:-", "-colorspace", "Gray", "-filter", "Triangle", "-resize",
                                 f"{scale}00%", "pgm:-"], input=self.ppm(box), stdout=subprocess.PIPE, check=True)
         table = subprocess.run(["tesseract", "-", "-", "--psm", str(layout), "tsv"], input=large.stdout,
-                               stdout=subprocess.PIPE, stderr=subprocess.DEVNULL, check=True).stdout.decode()
+                               stdout=subprocess.PIPE, stderr=subprocess.DEVNULL, check=True,
+                               env={**os.environ, "OMP_THREAD_LIMIT": "1"}).stdout.decode()  # threads that wait spin
         lines = {}
         for line in table.splitlines()[1:]:
             cells = line.split("\t")
