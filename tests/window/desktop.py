@@ -380,6 +380,6 @@ class Window:
                 return False
         try:
             wait_for(what, look, 6)
-        except Failure:
-            raise Failure(f"{what}: not so, but {json.dumps(getattr(look, 'objects', None))}") from None
+        except Failure as error:
+            raise Failure(f"{what}: {error}; \"{self.title()}\" has {json.dumps(getattr(look, 'objects', None))}") from None
         return look.objects

@@ -964,7 +964,7 @@ def shortcuts_in_japanese():
         window.key("F1")
         window.focus_newest()
         window.settle()
-        texts = [text for text, _ in DESKTOP.picture().texts((0, 0, 460, 640))]
+        texts = wait_for("the keys", lambda: [text for text, _ in DESKTOP.picture().texts((0, 0, 460, 640))])
         assert any("Ctrl" in text for text in texts) and "Save" not in texts, texts
         assert not [text for text in texts if re.search(r"[(（]_?[A-Z][)）]|_", text)], texts
 
@@ -988,8 +988,8 @@ def broken_files():
         for bytes_, message in ((b"no document at all", "is not a document"), (whole[:len(whole) // 2], "page.akd")):
             window.path.write_bytes(bytes_)
             window.start()
-            assert message in " ".join(text for text, _ in wait_for(
-                "a message", lambda: DESKTOP.picture().texts((0, 24, 920, 80))))
+            wait_for(message, lambda: message in " ".join(
+                text for text, _ in DESKTOP.picture().texts((0, 24, 920, 80))))
             window.process.terminate()
             window.ended()
 
