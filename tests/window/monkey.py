@@ -6,8 +6,10 @@ usage: monkey.py PROGRAMS FONTS_CONF [SECONDS [SEED]]
 Clicks, drags with keys pressed meanwhile, typing, names edited, shortcuts, menus and dialogs, on the whole window. Prints
 the seed first, and with a fault the last things that were done.
 """
+import contextlib
 import pathlib
 import random
+import subprocess
 import sys
 import time
 
@@ -71,7 +73,8 @@ class Monkey:
     def focus_any(self):
         windows = self.window.desktop.windows(self.window.process.pid)
         if windows:
-            self.input("windowfocus", windows[-1])
+            with contextlib.suppress(subprocess.CalledProcessError):  # it may be gone by now
+                self.input("windowfocus", windows[-1])
 
     def step(self):
         kinds = [self.click, self.drag, self.key, self.key, self.type, self.wheel, self.focus_any,
