@@ -191,7 +191,11 @@ class Bus:
         del self.environment["DBUS_SESSION_BUS_ADDRESS"], self.environment["GTK_A11Y"]
         self.process = subprocess.Popen(["dbus-daemon", "--session", "--nofork", "--print-address"], text=True,
                                         env=self.environment, stdout=subprocess.PIPE, stderr=subprocess.DEVNULL)
-        self.address = self.environment["DBUS_SESSION_BUS_ADDRESS"] = self.process.stdout.readline().strip()
+        self.environment["DBUS_SESSION_BUS_ADDRESS"] = self.process.stdout.readline().strip()
+
+    def told(self):
+        """What the environment of a program needs that is to tell."""
+        return {"GTK_A11Y": "atspi", "DBUS_SESSION_BUS_ADDRESS": self.environment["DBUS_SESSION_BUS_ADDRESS"]}
 
     def run(self, *command):
         return subprocess.run(command, env=self.environment, stdout=subprocess.PIPE, stderr=subprocess.PIPE, text=True,
@@ -381,5 +385,6 @@ class Window:
         try:
             wait_for(what, look, 6)
         except Failure as error:
-            raise Failure(f"{what}: {error}; \"{self.title()}\" has {json.dumps(getattr(look, 'objects', None))}") from None
+            found = json.dumps(getattr(look, "objects", None))
+            raise Failure(f'{what}: {error}; "{self.title()}" has {found}') from None
         return look.objects
