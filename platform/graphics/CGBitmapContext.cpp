@@ -30,31 +30,12 @@ class BitmapTarget : public platform::DrawingTarget {
   void DidDraw(const PixelBox&) override {}
   PixelBox Bounds() const override { return {0, 0, static_cast<int>(info_.width), static_cast<int>(info_.height)}; }
 
-  bool FillOpaque(const PixelBox& box, double red, double green, double blue) override {
-    const std::uint32_t pixel = 0xFF000000U | Channel(red) << 16 | Channel(green) << 8 | Channel(blue);
-    const bool reversed = info_.bitmapInfo == kCGBitmapAlphaFirst;
-    const std::uint32_t stored = reversed ? __builtin_bswap32(pixel) : pixel;
-    for (int y = box.y0; y < box.y1; ++y) {
-      unsigned char* row = static_cast<unsigned char*>(info_.data) + std::size_t(y) * info_.bytesPerRow;
-      for (int x = box.x0; x < box.x1; ++x) std::memcpy(row + std::size_t(x) * kBytesPerPixel, &stored, sizeof(stored));
-    }
-    return true;
-  }
-
   const BitmapInfo& Info() const { return info_; }
 
  protected:
   cairo_surface_t* Surface() const { return surface_.get(); }
 
  private:
-  // As cairo narrows a component: to 16 bits first, of which the upper eight count.
-  static std::uint32_t Channel(double component) {
-    const double inside = component > 0 ? std::min(component, 1.0) : 0;
-    std::uint32_t wide = static_cast<std::uint32_t>(inside * 65536);
-    wide -= wide >> 16;
-    return wide >> 8;
-  }
-
   const BitmapInfo info_;
   platform::CairoSurface surface_;
 };

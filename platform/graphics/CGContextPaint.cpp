@@ -2,7 +2,7 @@
 #include <algorithm>
 #include <cmath>
 
-#include "platform/graphics/CGContextState.h"
+#include "platform/graphics/BitmapPaint.h"
 
 namespace {
 
@@ -40,6 +40,11 @@ bool Prepare(CGContext* context, double margin, PixelBox* box) {
 }
 
 void FillCurrentPath(CGContext* context, cairo_fill_rule_t rule) {
+  if (context->bitmap != nullptr) {
+    const bool isEvenOdd = rule == CAIRO_FILL_RULE_EVEN_ODD;
+    platform::FillOnBitmap(context, isEvenOdd ? raster::FillRule::kEvenOdd : raster::FillRule::kNonZero, false);
+    return;
+  }
   PixelBox box;
   if (!Prepare(context, 0, &box)) return;
   cairo_t* cairo = context->cairo.get();
@@ -61,6 +66,10 @@ void StrokeCurrentPath(CGContext* context) {
   const CGAffineTransform m = context->UserToDevice();
   const platform::GraphicsState& state = context->state;
   if (!(state.lineWidth > 0) || !std::isfinite(state.lineWidth) || !platform::IsInvertible(m)) return;
+  if (context->bitmap != nullptr) {
+    platform::StrokeOnBitmap(context);
+    return;
+  }
   PixelBox box;
   if (!Prepare(context, StrokeReach(context, m), &box)) return;
   cairo_t* cairo = context->cairo.get();
@@ -87,30 +96,6 @@ void SetRectPath(CGContext* context, CGRect rect) {
   EmptyPath(context);
   const CGAffineTransform m = context->UserToDevice();
   CGPathAddRect(context->path, &m, rect);
-}
-
-bool IsWhole(double value) { return std::fabs(value) <= INT16_MAX && value == std::floor(value); }
-
-// Fills an opaque upright rectangle of whole pixels without a path, as cells of patterns are made of. False when it is
-// not one, or when the target has no pixels of its own to fill.
-bool FillWholePixels(CGContext* context, CGRect rect) {
-  const platform::GraphicsState& state = context->state;
-  const CGAffineTransform m = context->UserToDevice();
-  if (state.clip != nullptr || state.textClip != nullptr || state.fill.pattern.Get() != nullptr ||
-      !(state.fill.alpha * state.alpha >= 1) || m.b != 0 || m.c != 0) {
-    return false;
-  }
-  const CGPoint p = CGPointApplyAffineTransform(rect.origin, m);
-  const CGPoint q{p.x + m.a * rect.size.width, p.y + m.d * rect.size.height};
-  if (!IsWhole(p.x) || !IsWhole(p.y) || !IsWhole(q.x) || !IsWhole(q.y)) return false;
-  const PixelBox bounds = context->target->Bounds();
-  const PixelBox box{std::max(static_cast<int>(std::min(p.x, q.x)), bounds.x0),
-                     std::max(static_cast<int>(std::min(p.y, q.y)), bounds.y0),
-                     std::min(static_cast<int>(std::max(p.x, q.x)), bounds.x1),
-                     std::min(static_cast<int>(std::max(p.y, q.y)), bounds.y1)};
-  if (!context->target->FillOpaque(box, state.fill.red, state.fill.green, state.fill.blue)) return false;
-  EmptyPath(context);
-  return true;
 }
 
 }  // namespace
@@ -144,7 +129,7 @@ void CGContextDrawPath(CGContextRef context, CGPathDrawingMode mode) {
 }
 
 void CGContextFillRect(CGContextRef context, CGRect rect) {
-  if (context == nullptr || FillWholePixels(context, rect)) return;
+  if (context == nullptr) return;
   SetRectPath(context, rect);
   FillCurrentPath(context, CAIRO_FILL_RULE_WINDING);
   EmptyPath(context);
@@ -153,8 +138,12 @@ void CGContextFillRect(CGContextRef context, CGRect rect) {
 void CGContextClearRect(CGContextRef context, CGRect rect) {
   if (context == nullptr) return;
   SetRectPath(context, rect);
-  cairo_set_operator(context->cairo.get(), CAIRO_OPERATOR_CLEAR);
-  FillCurrentPath(context, CAIRO_FILL_RULE_WINDING);
-  cairo_set_operator(context->cairo.get(), CAIRO_OPERATOR_OVER);
+  if (context->bitmap != nullptr) {
+    platform::FillOnBitmap(context, raster::FillRule::kNonZero, true);
+  } else {
+    cairo_set_operator(context->cairo.get(), CAIRO_OPERATOR_CLEAR);
+    FillCurrentPath(context, CAIRO_FILL_RULE_WINDING);
+    cairo_set_operator(context->cairo.get(), CAIRO_OPERATOR_OVER);
+  }
   EmptyPath(context);
 }

@@ -18,20 +18,15 @@
 #include "platform/graphics/CGPatternValue.h"
 #include "platform/graphics/CairoHandles.h"
 #include "platform/graphics/LazyCairo.h"
+#include "platform/raster/Box.h"
 
 struct CTLine;
 
 namespace platform {
 
-/// A stretch of device pixels: x0 <= x < x1, y0 <= y < y1.
-struct PixelBox {
-  int x0 = 0;
-  int y0 = 0;
-  int x1 = 0;
-  int y1 = 0;
+using PixelBox = raster::Box;  // of device pixels
 
-  bool IsEmpty() const { return x0 >= x1 || y0 >= y1; }
-};
+class BitmapClip;
 
 /// Where a context draws. It is told of every stretch of pixels that an operation is about to touch.
 class DrawingTarget {
@@ -42,8 +37,6 @@ class DrawingTarget {
   virtual void DidDraw(const PixelBox& box) = 0;
   /// The whole target; a box that is never too small.
   virtual PixelBox Bounds() const = 0;
-  /// Sets the pixels of a box inside the bounds to an opaque colour of components 0 to 1; false when the target can't.
-  virtual bool FillOpaque(const PixelBox&, double, double, double) { return false; }
   /// True for a page of vectors, where a gradient has to stay one.
   virtual bool IsVector() const { return false; }
 };
@@ -63,6 +56,7 @@ struct ClipNode {
   std::shared_ptr<const ClipNode> parent;
   std::unique_ptr<const CGPath, void (*)(const CGPath*)> path;
   bool antialias;
+  mutable std::shared_ptr<BitmapClip> onBitmap = nullptr;  ///< made when it is first drawn under, on a bitmap
 };
 using Clip = std::shared_ptr<const ClipNode>;
 

@@ -11,6 +11,17 @@ constexpr double kMaxSide = 1024;
 
 bool IsWholeSide(double side) { return side >= 1 && side <= kMaxSide && side == std::floor(side); }
 
+bool IsOpaque(const CGPattern& pattern, cairo_surface_t* cell) {
+  const auto stride = static_cast<std::size_t>(cairo_image_surface_get_stride(cell));
+  for (int y = 0; y < pattern.height; ++y) {
+    const unsigned char* row = cairo_image_surface_get_data(cell) + static_cast<std::size_t>(y) * stride;
+    for (int x = 0; x < pattern.width; ++x) {
+      if (row[4 * x + 3] != 255) return false;
+    }
+  }
+  return true;
+}
+
 bool DrawCell(CGPattern* pattern) {
   platform::CairoSurface cell(cairo_image_surface_create(CAIRO_FORMAT_ARGB32, pattern->width, pattern->height));
   if (cairo_surface_status(cell.get()) != CAIRO_STATUS_SUCCESS) return false;
@@ -26,6 +37,7 @@ bool DrawCell(CGPattern* pattern) {
   pattern->callbacks.drawPattern(pattern->info, context);
   CGContextRelease(context);
   cairo_surface_mark_dirty(cell.get());
+  pattern->isOpaque = IsOpaque(*pattern, cell.get());
   pattern->cell = std::move(cell);
   return true;
 }
@@ -56,8 +68,10 @@ void CGPatternRelease(CGPatternRef pattern) {
 
 namespace platform {
 
+bool PrepareCell(CGPattern* pattern) { return pattern->cell != nullptr || DrawCell(pattern); }
+
 CairoPattern MakePatternSource(CGPattern* pattern, CGSize phase, double alpha, const CGAffineTransform& baseToDevice) {
-  if (pattern->cell == nullptr && !DrawCell(pattern)) return nullptr;
+  if (!PrepareCell(pattern)) return nullptr;
   const CairoSurface faint = alpha < 1 ? FaintCopy(*pattern, alpha) : nullptr;
   CairoPattern source(cairo_pattern_create_for_surface(faint != nullptr ? faint.get() : pattern->cell.get()));
   cairo_pattern_set_extend(source.get(), CAIRO_EXTEND_REPEAT);

@@ -19,9 +19,13 @@ struct CGPattern final : platform::NativeObject {
   int height;
   CGPatternCallbacks callbacks;
   platform::CairoSurface cell;  ///< drawn on first use, rows from the top down
+  bool isOpaque = false;        ///< every pixel of the cell is
 };
 
 namespace platform {
+
+/// Draws the cell unless it is there. False when it can't be drawn.
+bool PrepareCell(CGPattern* pattern);
 
 /// The pattern, made fainter by `alpha`, as cairo's source for device space, the cell's origin at `phase` of base
 /// space. Null when the cell can't be drawn.

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <cmath>
 
+#include "platform/raster/Kernels.h"
+
 namespace platform {
 namespace {
 
@@ -45,6 +47,7 @@ void ShadingRows::FillTable(const CGShading& shading, double alpha) {
   }
   table_[0] = shading.extendStart ? table_[1] : 0;
   table_[last + 2] = shading.extendEnd ? table_[last + 1] : 0;
+  isOpaque_ = std::all_of(table_.begin(), table_.begin() + last_ + 3, [](std::uint32_t pixel) { return pixel >> 24 == 255; });
 }
 
 void ShadingRows::PrepareAxis(const CGShading& shading) {
@@ -63,49 +66,18 @@ void ShadingRows::PrepareAxis(const CGShading& shading) {
   origin_ = ((m.tx - shading.start.x) * dx + (m.ty - shading.start.y) * dy) * factor;
 }
 
-// The table's entry for a position anywhere; a position that is no number counts as before the start.
-template <typename Real>
-int ShadingRows::Entry(Real position) const {
-  const Real top = static_cast<Real>(last_) + Real(2);
-  Real entry = position + Real(1.5);
-  entry = entry > Real(0) ? entry : Real(0);
-  entry = entry < top ? entry : top;
-  return static_cast<int>(entry);
-}
-
-// Pixels are written in stretches: first the table's entries, in a loop that the compiler can vectorise, then the
-// look-ups, which it cannot.
-template <typename EntryAt>
-void ShadingRows::LookUp(int count, std::uint32_t* pixels, EntryAt entryAt) const {
-  constexpr int kStretch = 256;
-  int entries[kStretch];
-  for (int start = 0; start < count; start += kStretch) {
-    const int length = std::min(kStretch, count - start);
-    for (int i = 0; i < length; ++i) entries[i] = entryAt(start + i);
-    for (int i = 0; i < length; ++i) pixels[start + i] = table_[static_cast<std::size_t>(entries[i])];
-  }
-}
-
+// The table has an entry before the start, so positions are counted from 1.
 void ShadingRows::Fill(int x, int y, int count, std::uint32_t* pixels) const {
   if (!radial_) {
     const double first = origin_ + stepY_ * (y + 0.5) + stepX_ * (x + 0.5);
-    const double step = stepX_;
-    LookUp(count, pixels, [this, first, step](int i) { return Entry(first + step * i); });
+    raster::LookUpLinear(table_.data(), last_ + 2, first + 1, stepX_, count, pixels);
     return;
   }
   // Single precision holds the distance from the centre to a thousandth of a pixel over the largest bitmap.
   const CGPoint first = CGPointApplyAffineTransform({x + 0.5, y + 0.5}, deviceToUser_);
-  const auto px = static_cast<float>(first.x - center_.x);
-  const auto py = static_cast<float>(first.y - center_.y);
-  const auto stepX = static_cast<float>(deviceToUser_.a);
-  const auto stepY = static_cast<float>(deviceToUser_.b);
-  const auto factor = static_cast<float>(radialFactor_);
-  const auto offset = static_cast<float>(radialOffset_);
-  LookUp(count, pixels, [=, this](int i) {
-    const float ux = px + stepX * static_cast<float>(i);
-    const float uy = py + stepY * static_cast<float>(i);
-    return Entry(std::sqrt(ux * ux + uy * uy) * factor + offset);
-  });
+  const raster::RadialRow row{first.x - center_.x, first.y - center_.y, deviceToUser_.a,
+                              deviceToUser_.b,     radialFactor_,       radialOffset_ + 1};
+  raster::LookUpRadial(table_.data(), last_ + 2, row, count, pixels);
 }
 
 }  // namespace platform

@@ -17,6 +17,7 @@ class ShadingRows {
   ShadingRows(const CGShading& shading, const CGAffineTransform& userToDevice, const PixelBox& box, double alpha);
 
   /// True when every pixel is opaque.
+  bool IsOpaque() const { return isOpaque_; }
 
   /// Writes `count` pixels from (x, y) of device space on, in cairo's order, taken at the pixels' centres.
   void Fill(int x, int y, int count, std::uint32_t* pixels) const;
@@ -27,10 +28,6 @@ class ShadingRows {
 
   void FillTable(const CGShading& shading, double alpha);
   void PrepareAxis(const CGShading& shading);
-  template <typename Real>
-  int Entry(Real position) const;
-  template <typename EntryAt>
-  void LookUp(int count, std::uint32_t* pixels, EntryAt entryAt) const;
 
   CGAffineTransform deviceToUser_;
   bool radial_;
@@ -43,6 +40,7 @@ class ShadingRows {
   double radialFactor_ = 0;
   double radialOffset_ = 0;
 
+  bool isOpaque_ = false;
   int last_;  ///< the position of the shading's end; its start is at 0
   /// One entry more at either side for what lies beyond the ends.
   std::array<std::uint32_t, kMaxSteps + 3> table_;

@@ -1,0 +1,235 @@
+// The edges of a path that is stroked.
+//
+// The nib is a circle of the pen's own space; a linear map brings it into pixels, where it may be any ellipse. Directions
+// are measured in the pen's space, so that caps, joins and the mitre limit are those of the circle, and every offset is
+// mapped into pixels.
+//
+// No outline is put together. Each piece of the path sends the two long sides of its rectangle, each corner what lies
+// between the ends of those sides: on the outer side the join, on the inner side two edges by way of the corner itself.
+// Summed up, that is all rectangles and all wedges of the joins, each going round the same way: under the non-zero rule
+// their union, so that a stroke which crosses itself is painted once and never has a hole.
+#pragma once
+
+#include <algorithm>
+#include <cmath>
+#include <numbers>
+
+#include "platform/raster/Edges.h"
+#include "platform/raster/Flatten.h"
+#include "platform/raster/Stroke.h"
+
+namespace raster {
+
+template <typename Cell>
+class StrokeEdges {
+ public:
+  StrokeEdges(const Nib& nib, Edges<Cell>* edges) : nib_(nib), edges_(*edges) {}
+
+  void MoveTo(Point p) {
+    End();
+    start_ = current_ = p;
+    hasMoved_ = true;
+  }
+  void LineTo(Point p) {
+    isDrawn_ = true;
+    AddPiece(p, nib_.join);
+  }
+  void QuadTo(Point control, Point p) { CurveTo(CubicOf(current_, control, p)); }
+  void CubicTo(Point first, Point second, Point p) { CurveTo({{current_, first, second, p}}); }
+
+  void Close() {
+    isDrawn_ = true;
+    AddPiece(start_, nib_.join);
+    if (hasPiece_) {
+      AddJoin(start_, last_, first_, nib_.join);
+    } else {
+      AddDot();
+    }
+    Forget();
+  }
+
+  /// Caps what is open. To be called after the last piece.
+  void End() {
+    if (hasPiece_) {
+      AddCap(current_, last_.normal);
+      AddCap(start_, -1 * first_.normal);
+    } else if (isDrawn_) {
+      AddDot();
+    }
+    Forget();
+  }
+
+ private:
+  struct Piece {
+    Point normal;  // of length 1, to the left, in the pen's space
+    Point offset;  // the nib's edge there, in pixels
+    double length;
+  };
+
+  void Forget() {
+    hasPiece_ = isDrawn_ = false;
+    current_ = start_;
+  }
+
+  void CurveTo(const Cubic& c) {
+    isDrawn_ = true;
+    const auto isHidden = [this](Extent e) {
+      e = {e.x0 - nib_.reach, e.y0 - nib_.reach, e.x1 + nib_.reach, e.y1 + nib_.reach};
+      return edges_.IsOutOfSight(e) || edges_.IsLeft(e);
+    };
+    Join join = nib_.join;  // with what comes before; within the curve there are no corners
+    Flatten(c, kFlatness, isHidden, [this, &join](Point p) {
+      if (AddPiece(p, join)) join = Join::kRound;
+    });
+  }
+
+  // The sides of a piece to p, and its join with the one before. False for a piece without a length.
+  bool AddPiece(Point p, Join join) {
+    const Point along = nib_.ToPen(p - current_);
+    const double length = std::sqrt(Dot(along, along));
+    if (!(length > kLeastLength * nib_.radius)) return false;
+    const double k = 1 / length;
+    Piece piece{{-k * along.y, k * along.x}, {}, length};
+    piece.offset = nib_.ToPixels(piece.normal);
+    if (hasPiece_) {
+      AddJoin(current_, last_, piece, join);
+    } else {
+      first_ = piece;
+      start_ = current_;
+    }
+    edges_.Line(current_ + piece.offset, p + piece.offset);
+    edges_.Line(p - piece.offset, current_ - piece.offset);
+    last_ = piece;
+    hasPiece_ = true;
+    current_ = p;
+    return true;
+  }
+
+  void AddJoin(Point p, const Piece& a, const Piece& b, Join join) {
+    const double sine = Cross(a.normal, b.normal);
+    const double cosine = Dot(a.normal, b.normal);
+    // Where both pieces are long enough, the inner sides may meet directly.
+    const bool isShort = nib_.radius * std::fabs(sine) > std::min(a.length, b.length) || cosine < 0;
+    if (sine < 0) {
+      AddOuter(p, a.normal, a.offset, b.normal, b.offset, cosine, join);
+      AddInner(p, p - b.offset, p - a.offset, isShort);
+    } else {
+      AddOuter(p, -1 * b.normal, -1 * b.offset, -1 * a.normal, -1 * a.offset, cosine, join);
+      AddInner(p, p + a.offset, p + b.offset, isShort);
+    }
+  }
+
+  void AddInner(Point p, Point from, Point to, bool isShort) {
+    if (isShort) {
+      edges_.Line(from, p);
+      edges_.Line(p, to);
+    } else {
+      edges_.Line(from, to);
+    }
+  }
+
+  // From p + offset to p + nextOffset, clockwise in the pen's space.
+  void AddOuter(Point p, Point normal, Point offset, Point nextNormal, Point nextOffset, double cosine, Join join) {
+    if (cosine < nib_.flatCosine) {
+      if (join == Join::kRound) {
+        AddArc(p, normal, nextNormal);
+        return;
+      }
+      // A mitre is as long as 1 / cos of half the angle between the normals.
+      if (join == Join::kMiter && 2 <= nib_.miterLimit * nib_.miterLimit * (1 + cosine)) {
+        const Point tip = p + (1 / (1 + cosine)) * (offset + nextOffset);
+        edges_.Line(p + offset, tip);
+        edges_.Line(tip, p + nextOffset);
+        return;
+      }
+    }
+    edges_.Line(p + offset, p + nextOffset);
+  }
+
+  // Around p from one normal to another, clockwise in the pen's space, at most half a turn.
+  void AddArc(Point p, Point from, Point to) {
+    const double angle = std::atan2(std::fabs(Cross(from, to)), Dot(from, to));
+    const double steps = std::ceil(angle / nib_.arcStep);
+    if (steps > kMaxSteps) {
+      AddLongArc(p, from, angle);
+      return;
+    }
+    const double turn = angle / steps;
+    const double sine = -std::sin(turn);
+    const double cosine = std::cos(turn);
+    Point normal = from;
+    Point at = p + nib_.ToPixels(from);
+    for (int i = 1; i < static_cast<int>(steps); ++i) {
+      normal = {normal.x * cosine - normal.y * sine, normal.x * sine + normal.y * cosine};
+      const Point next = p + nib_.ToPixels(normal);
+      edges_.Line(at, next);
+      at = next;
+    }
+    edges_.Line(at, p + nib_.ToPixels(to));
+  }
+
+  // The same for a nib so large that only a part of it may be in sight: as cubics, whose error falls with the sixth
+  // power of their angle, halved where they are seen.
+  void AddLongArc(Point p, Point from, double angle) {
+    const double pieces = std::ceil(angle / (std::numbers::pi / 2) * std::pow(nib_.reach / kCubicRadius, 1.0 / 6)) + 1;
+    const double turn = angle / pieces;
+    const double handle = 4.0 / 3 * std::tan(turn / 4);
+    const auto isHidden = [this](const Extent& e) { return edges_.IsOutOfSight(e) || edges_.IsLeft(e); };
+    Point at = p + nib_.ToPixels(from);
+    for (int i = 0; i < static_cast<int>(pieces); ++i) {
+      const Point to{from.x * std::cos(turn) + from.y * std::sin(turn),
+                     from.y * std::cos(turn) - from.x * std::sin(turn)};
+      const Cubic c{{p + nib_.ToPixels(from), p + nib_.ToPixels(from + handle * Point{from.y, -from.x}),
+                     p + nib_.ToPixels(to - handle * Point{to.y, -to.x}), p + nib_.ToPixels(to)}};
+      Flatten(c, kFlatness, isHidden, [this, &at](Point next) {
+        edges_.Line(at, next);
+        at = next;
+      });
+      from = to;
+    }
+    edges_.Line(at, p + nib_.ToPixels(from));
+  }
+  static constexpr double kCubicRadius = 70;  // a quarter circle this large errs by 0.02 pixels
+
+  // What closes a piece that ends at p, on its way from the left side to the right one.
+  void AddCap(Point p, Point normal) {
+    const Point offset = nib_.ToPixels(normal);
+    switch (nib_.cap) {
+      case Cap::kButt:
+        edges_.Line(p + offset, p - offset);
+        break;
+      case Cap::kRound:
+        AddArc(p, normal, -1 * normal);
+        break;
+      case Cap::kSquare: {
+        const Point ahead = nib_.ToPixels({normal.y, -normal.x});
+        edges_.Line(p + offset, p + offset + ahead);
+        edges_.Line(p + offset + ahead, p - offset + ahead);
+        edges_.Line(p - offset + ahead, p - offset);
+        break;
+      }
+    }
+  }
+
+  // A contour without a length: the nib itself, or a square upright in the pen's space.
+  void AddDot() {
+    if (nib_.cap == Cap::kButt || !hasMoved_) return;
+    AddCap(start_, {0, 1});
+    AddCap(start_, {0, -1});
+  }
+
+  // Of the radius; shorter pieces have no direction worth the name.
+  static constexpr double kLeastLength = 1e-9;
+
+  const Nib& nib_;
+  Edges<Cell>& edges_;
+  Point start_{0, 0};
+  Point current_{0, 0};
+  Piece first_{};
+  Piece last_{};
+  bool hasPiece_ = false;
+  bool isDrawn_ = false;  // by more than a move
+  bool hasMoved_ = false;
+};
+
+}  // namespace raster
