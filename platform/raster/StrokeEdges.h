@@ -5,9 +5,10 @@
 // mapped into pixels.
 //
 // No outline is put together. Each piece of the path sends the two long sides of its rectangle, each corner what lies
-// between the ends of those sides: on the outer side the join, on the inner side two edges by way of the corner itself.
-// Summed up, that is all rectangles and all wedges of the joins, each going round the same way: under the non-zero rule
-// their union, so that a stroke which crosses itself is painted once and never has a hole.
+// between the ends of those sides: on the outer side the join, on the inner side nothing where the sides cross, or, of
+// pieces too short for that, two edges by way of the corner itself. Summed up, that is all rectangles and all wedges of
+// the joins, each going round the same way: under the non-zero rule their union, so that a stroke which crosses itself
+// is painted once and never has a hole.
 #pragma once
 
 #include <algorithm>
@@ -40,17 +41,24 @@ class StrokeEdges {
   void Close() {
     isDrawn_ = true;
     AddPiece(start_, nib_.join);
-    if (hasPiece_) {
-      AddJoin(start_, last_, first_, nib_.join);
-    } else {
-      AddDot();
+    if (!hasSecond_) {
+      End();
+      return;
     }
+    AddJoin(start_, &last_, &first_, nib_.join);
+    AddSides(last_);
+    AddSides(first_);
     Forget();
   }
 
   /// Caps what is open. To be called after the last piece.
   void End() {
     if (hasPiece_) {
+      SetEnds(&last_, current_);
+      SetStarts(&first_, start_);
+      if (!hasSecond_) SetStarts(&last_, start_);
+      AddSides(last_);
+      if (hasSecond_) AddSides(first_);
       AddCap(current_, last_.normal);
       AddCap(start_, -1 * first_.normal);
     } else if (isDrawn_) {
@@ -60,14 +68,29 @@ class StrokeEdges {
   }
 
  private:
+  // A piece of the path, and where its two sides begin and end, the left one in the direction of the path.
   struct Piece {
     Point normal;  // of length 1, to the left, in the pen's space
     Point offset;  // the nib's edge there, in pixels
-    double length;
+    double free;   // of its length, what corners have not cut off
+    Point leftStart, leftEnd, rightStart, rightEnd;
   };
 
+  static void SetStarts(Piece* piece, Point p) {
+    piece->leftStart = p + piece->offset;
+    piece->rightStart = p - piece->offset;
+  }
+  static void SetEnds(Piece* piece, Point p) {
+    piece->leftEnd = p + piece->offset;
+    piece->rightEnd = p - piece->offset;
+  }
+  void AddSides(const Piece& piece) {
+    edges_.Line(piece.leftStart, piece.leftEnd);
+    edges_.Line(piece.rightEnd, piece.rightStart);
+  }
+
   void Forget() {
-    hasPiece_ = isDrawn_ = false;
+    hasPiece_ = hasSecond_ = isDrawn_ = false;
     current_ = start_;
   }
 
@@ -83,48 +106,61 @@ class StrokeEdges {
     });
   }
 
-  // The sides of a piece to p, and its join with the one before. False for a piece without a length.
+  // A piece to p, and its join with the one before, whose sides are known then. False for a piece without a length.
   bool AddPiece(Point p, Join join) {
     const Point along = nib_.ToPen(p - current_);
     const double length = std::sqrt(Dot(along, along));
     if (!(length > kLeastLength * nib_.radius)) return false;
     const double k = 1 / length;
-    Piece piece{{-k * along.y, k * along.x}, {}, length};
+    Piece piece{{-k * along.y, k * along.x}, {}, length, {}, {}, {}, {}};
     piece.offset = nib_.ToPixels(piece.normal);
-    if (hasPiece_) {
-      AddJoin(current_, last_, piece, join);
-    } else {
-      first_ = piece;
+    if (!hasPiece_) {
       start_ = current_;
+      first_ = piece;
+    } else {
+      AddJoin(current_, &last_, &piece, join);
+      if (hasSecond_) {
+        AddSides(last_);
+      } else {
+        first_ = last_;  // with its ends; its starts are known when the contour ends
+        hasSecond_ = true;
+      }
     }
-    edges_.Line(current_ + piece.offset, p + piece.offset);
-    edges_.Line(p - piece.offset, current_ - piece.offset);
     last_ = piece;
     hasPiece_ = true;
     current_ = p;
     return true;
   }
 
-  void AddJoin(Point p, const Piece& a, const Piece& b, Join join) {
-    const double sine = Cross(a.normal, b.normal);
-    const double cosine = Dot(a.normal, b.normal);
-    // Where both pieces are long enough, the inner sides may meet directly.
-    const bool isShort = nib_.radius * std::fabs(sine) > std::min(a.length, b.length) || cosine < 0;
-    if (sine < 0) {
-      AddOuter(p, a.normal, a.offset, b.normal, b.offset, cosine, join);
-      AddInner(p, p - b.offset, p - a.offset, isShort);
+  // Where the sides of a and of b meet at p, and what lies between them.
+  void AddJoin(Point p, Piece* a, Piece* b, Join join) {
+    const double sine = Cross(a->normal, b->normal);
+    const double cosine = Dot(a->normal, b->normal);
+    SetEnds(a, p);
+    SetStarts(b, p);
+    const bool isLeftOuter = sine < 0;
+    if (isLeftOuter) {
+      AddOuter(p, a->normal, a->offset, b->normal, b->offset, cosine, join);
     } else {
-      AddOuter(p, -1 * b.normal, -1 * b.offset, -1 * a.normal, -1 * a.offset, cosine, join);
-      AddInner(p, p + a.offset, p + b.offset, isShort);
+      AddOuter(p, -1 * b->normal, -1 * b->offset, -1 * a->normal, -1 * a->offset, cosine, join);
     }
-  }
-
-  void AddInner(Point p, Point from, Point to, bool isShort) {
-    if (isShort) {
-      edges_.Line(from, p);
-      edges_.Line(p, to);
+    // The inner sides meet where they cross, if both are long enough to get there.
+    const double cut = nib_.radius * std::fabs(sine) / (1 + cosine);
+    if (cut <= std::min(a->free, b->free)) {
+      a->free -= cut;
+      b->free -= cut;
+      const Point corner = (1 / (1 + cosine)) * (a->offset + b->offset);
+      if (isLeftOuter) {
+        a->rightEnd = b->rightStart = p - corner;
+      } else {
+        a->leftEnd = b->leftStart = p + corner;
+      }
+    } else if (isLeftOuter) {
+      edges_.Line(b->rightStart, p);
+      edges_.Line(p, a->rightEnd);
     } else {
-      edges_.Line(from, to);
+      edges_.Line(a->leftEnd, p);
+      edges_.Line(p, b->leftStart);
     }
   }
 
@@ -228,6 +264,7 @@ class StrokeEdges {
   Piece first_{};
   Piece last_{};
   bool hasPiece_ = false;
+  bool hasSecond_ = false;
   bool isDrawn_ = false;  // by more than a move
   bool hasMoved_ = false;
 };
