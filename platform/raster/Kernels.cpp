@@ -16,21 +16,28 @@ namespace raster::HWY_NAMESPACE {
 template <class Use>
 HWY_INLINE void WithPainter(const Surface& surface, const Ink& ink, int end, const Use& use) {
   switch (ink.kind) {
-    case Ink::Kind::kColor:
-      use(FlatPainter(surface, ColorMixer(ink, surface.order), AlphaOf(ink.color, surface.order) == 255, ink.color));
+    case Ink::Kind::kColor: {
+      const ColorMixer mixer(ink, surface.order);
+      FlatPainter painter(surface, mixer, mixer.isOpaque, ink.color);
+      use(painter);
       break;
-    case Ink::Kind::kClear:
-      use(FlatPainter(surface, ClearMixer(), true, 0));
+    }
+    case Ink::Kind::kClear: {
+      FlatPainter painter(surface, ClearMixer(), true, 0);
+      use(painter);
       break;
-    default:
-      use(RowPainter(surface, ink, end));
+    }
+    default: {
+      RowPainter painter(surface, ink, end);
+      use(painter);
+    }
   }
 }
 
 void SweepTile(const Tile<std::int32_t>& tile, FillRule rule, const MaskView* clip, const Surface& surface,
                const Ink& ink) {
   WithPainter(surface, ink, tile.box.x1,
-              [&](auto painter) HWY_ATTR { SweepClipped(tile, rule, clip, painter); });
+              [&](auto& painter) HWY_ATTR { SweepClipped(tile, rule, clip, painter); });
 }
 
 void SweepToBytes(const Tile<std::int32_t>& tile, FillRule rule, unsigned char* bytes, std::size_t stride) {
@@ -39,14 +46,14 @@ void SweepToBytes(const Tile<std::int32_t>& tile, FillRule rule, unsigned char* 
 }
 
 void PaintThrough(const Surface& surface, int x, int y, int count, const unsigned char* coverage, const Ink& ink) {
-  WithPainter(surface, ink, x + count, [&](auto painter) HWY_ATTR {
+  WithPainter(surface, ink, x + count, [&](auto& painter) HWY_ATTR {
     painter.BeginRow(y);
     painter.Mask(x, count, coverage);
   });
 }
 
 void PaintSpan(const Surface& surface, int x, int y, int count, const Ink& ink) {
-  WithPainter(surface, ink, x + count, [&](auto painter) HWY_ATTR {
+  WithPainter(surface, ink, x + count, [&](auto& painter) HWY_ATTR {
     painter.BeginRow(y);
     painter.Span(x, count, 255);
   });

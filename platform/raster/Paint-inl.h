@@ -9,6 +9,8 @@
 #define PLATFORM_RASTER_PAINT_INL_H_
 #endif
 
+#include <hwy/cache_control.h>
+
 #include <algorithm>
 
 #include "platform/raster/Pixels-inl.h"
@@ -50,6 +52,13 @@ HWY_INLINE void MixThrough(unsigned char* to, int count, const unsigned char* co
   std::memcpy(bytes, coverage + i, static_cast<std::size_t>(count - i));
   StorePixels(d, mix(d, LoadPixels(d, rest), LoadCoverage(d, bytes), i), rest);
   std::memcpy(to, rest, size);
+}
+
+/// Below an edge there is likely more of it: its pixels are asked for some rows ahead, since a large bitmap is not in the
+/// cache. Memory that is not there is asked for without harm.
+HWY_INLINE void PrefetchBelow(const Surface& surface, const unsigned char* at) {
+  constexpr std::size_t kRowsAhead = 6;
+  hwy::Prefetch(at + kRowsAhead * surface.stride);
 }
 
 template <class MixAt>
@@ -94,6 +103,7 @@ class FlatPainter {
   }
   template <class V>
   HWY_INLINE void Group(int x, int count, V coverage) {
+    PrefetchBelow(surface_, At(x));
     MixGroup(At(x), count, [this, coverage](auto d, auto below) HWY_ATTR { return mixer_.Mix(d, below, coverage); });
   }
   HWY_INLINE void Mask(int x, int count, const unsigned char* coverage) {
@@ -141,7 +151,8 @@ class RowPainter {
   }
   template <class V>
   HWY_INLINE void Group(int x, int count, V coverage) {
-    const std::uint32_t* pixels = Fetched(x, count);
+    PrefetchBelow(surface_, At(x));
+    const std::uint32_t* pixels = Fetched(x, std::min(count, kGroup));
     MixGroup(At(x), count, [this, coverage, pixels](auto d, auto below) HWY_ATTR {
       return mixer_.Mix(d, below, hn::LoadU(d, pixels), coverage);
     });
@@ -188,7 +199,7 @@ class RowPainter {
   int y_ = 0;
   int fetchedBegin_ = 0;
   int fetchedEnd_ = 0;
-  std::uint32_t pixels_[kPiece + 2 * HWY_MAX_BYTES / kPixel] = {};
+  std::uint32_t pixels_[kPiece + 2 * HWY_MAX_BYTES / kPixel];  // what is read of them and was not fetched does not count
 };
 
 /// Takes away what a clip leaves out, and hands on the rest.

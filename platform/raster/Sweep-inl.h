@@ -88,7 +88,7 @@ HWY_INLINE void SweepRows(const Tile<std::int32_t>& tile, FillRule rule, Painter
 }
 
 template <class Painter>
-HWY_INLINE void SweepClipped(const Tile<std::int32_t>& tile, FillRule rule, const MaskView* clip, Painter painter) {
+HWY_INLINE void SweepClipped(const Tile<std::int32_t>& tile, FillRule rule, const MaskView* clip, Painter& painter) {
   if (clip == nullptr) {
     SweepRows(tile, rule, painter);
     return;
