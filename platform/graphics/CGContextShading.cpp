@@ -26,7 +26,7 @@ bool EmitArea(CGContext* context, cairo_t* cairo, const platform::ClipNode* inne
     return true;
   }
   cairo_set_antialias(cairo, innermost->antialias ? CAIRO_ANTIALIAS_DEFAULT : CAIRO_ANTIALIAS_NONE);
-  if (!platform::EmitPath(cairo, *innermost->path, box)) return false;
+  if (!platform::EmitPath(cairo, *innermost->path, bounds, box)) return false;
   *box = platform::WidenBox(*box, 0, bounds);
   return !box->IsEmpty();
 }
@@ -77,7 +77,7 @@ const unsigned char* DrawMask(CGContext* context, const platform::ClipNode* inne
   cairo_surface_mark_dirty(mask);
   const platform::CairoContext cairo(cairo_create(mask));
   cairo_translate(cairo.get(), -box.x0, -box.y0);
-  if (innermost != nullptr) platform::InstallClip(cairo.get(), innermost->parent.get());
+  if (innermost != nullptr) platform::InstallClip(cairo.get(), innermost->parent.get(), context->target->Bounds());
   PixelBox area;
   if (!EmitArea(context, cairo.get(), innermost, &area)) return nullptr;
   cairo_fill(cairo.get());
@@ -140,6 +140,7 @@ void DrawThroughCairo(CGContext* context, const CGShading& shading, const platfo
 
 void CGContextDrawShading(CGContextRef context, CGShadingRef shading) {
   if (context == nullptr || shading == nullptr || !platform::IsInvertible(context->UserToDevice())) return;
+  if (context->state.textClip != nullptr) platform::SettleTextClip(context);
   const platform::Clip whole = context->state.clip;  // keeps the innermost clip alive
   PixelBox box;
   if (!EmitArea(context, context->cairo.get(), whole.get(), &box)) return;

@@ -33,6 +33,9 @@ struct PixelBox {
   bool IsEmpty() const { return x0 >= x1 || y0 >= y1; }
 };
 
+/// What the pictures of a target are made of.
+enum class SurfaceKind { kPixels, kRecording, kPDF, kPostScript, kSVG };
+
 /// Where a context draws. It is told of every stretch of pixels that an operation is about to touch.
 class DrawingTarget {
  public:
@@ -44,8 +47,11 @@ class DrawingTarget {
   virtual PixelBox Bounds() const = 0;
   /// Sets the pixels of a box inside the bounds to an opaque colour of components 0 to 1; false when the target can't.
   virtual bool FillOpaque(const PixelBox&, double, double, double) { return false; }
-  /// True for a page of vectors, where a gradient has to stay one.
-  virtual bool IsVector() const { return false; }
+  virtual SurfaceKind Kind() const { return SurfaceKind::kPixels; }
+  /// True for pages and recordings, where a gradient has to stay one.
+  bool IsVector() const { return Kind() != SurfaceKind::kPixels; }
+  /// Takes all clips of the context's own off cairo. What else was set but by SetUpCairo is undefined afterwards.
+  virtual void ResetClip(cairo_t* cairo) const { cairo_reset_clip(cairo); }
 };
 
 /// A colour, or a pattern with the opacity `alpha`.
@@ -124,12 +130,16 @@ struct BitmapInfo {
 
 namespace platform {
 
-/// Puts a path of device space into cairo's current path. Returns false, with nothing to draw, when the path is empty
-/// or a point is not a number. `box` receives the extent of its points.
+/// Puts a path of device space into cairo's current path, to be filled or clipped to on a target, or on any of up to
+/// 32767 pixels a side. What lies far outside is cut off (PathCut.h). Returns false, with nothing to draw, when the
+/// path is empty or a point is not a number. `box` receives the extent of the points.
+bool EmitPath(cairo_t* cairo, const CGPath& path, const PixelBox& target, PixelBox* box);
 bool EmitPath(cairo_t* cairo, const CGPath& path, PixelBox* box);
+/// The same for a path to be stroked, whose stroke reaches so far out from it.
+bool EmitOutline(cairo_t* cairo, const CGPath& path, const PixelBox& target, double reach, PixelBox* box);
 
 /// Adds a chain of clips to cairo's clip.
-void InstallClip(cairo_t* cairo, const ClipNode* node);
+void InstallClip(cairo_t* cairo, const ClipNode* node, const PixelBox& target);
 
 /// Makes cairo's clip that of the context's state.
 void ApplyClip(CGContext* context);
