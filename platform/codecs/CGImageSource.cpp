@@ -6,6 +6,7 @@
 #include "platform/codecs/WholeFile.h"
 #include "platform/foundation/CFURLValue.h"
 #include "platform/foundation/NativeObject.h"
+#include "platform/graphics/Page.h"
 
 struct CGImageSource final : platform::NativeObject {
   CGImageSource(std::vector<unsigned char> fileBytes, const platform::ImageCodec* fileCodec)
@@ -29,5 +30,8 @@ CGImageSourceRef CGImageSourceCreateWithURL(CFURLRef url, CFDictionaryRef) {
 size_t CGImageSourceGetCount(CGImageSourceRef source) { return source == nullptr ? 0 : 1; }
 
 CGImageRef CGImageSourceCreateImageAtIndex(CGImageSourceRef source, size_t index, CFDictionaryRef) {
-  return source == nullptr || index != 0 ? nullptr : source->codec->decode(source->bytes);
+  if (source == nullptr || index != 0) return nullptr;
+  CGImageRef image = source->codec->decode(source->bytes);
+  if (image != nullptr) platform::KeepImageFile(*image, source->bytes.data(), source->bytes.size());
+  return image;
 }

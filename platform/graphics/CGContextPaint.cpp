@@ -3,6 +3,7 @@
 #include <cmath>
 
 #include "platform/graphics/BitmapPaint.h"
+#include "platform/graphics/Page.h"
 
 namespace {
 
@@ -15,8 +16,15 @@ bool SetSource(CGContext* context, const platform::Paint& paint) {
     cairo_set_source_rgba(context->cairo.get(), paint.red, paint.green, paint.blue, alpha);
     return true;
   }
-  const platform::CairoPattern source =
-      platform::MakePatternSource(paint.pattern.Get(), context->state.patternPhase, alpha, context->baseToDevice);
+  platform::CairoPattern source;
+  if (context->target->Kind() == platform::SurfaceKind::kSVG) {
+    source = platform::MakeVectorPatternSource(paint.pattern.Get(), context->state.patternPhase, alpha,
+                                               context->baseToDevice);
+  }
+  if (source == nullptr) {
+    source =
+        platform::MakePatternSource(paint.pattern.Get(), context->state.patternPhase, alpha, context->baseToDevice);
+  }
   if (source == nullptr) return false;
   cairo_set_source(context->cairo.get(), source.get());
   return true;
@@ -27,13 +35,18 @@ void EmptyPath(CGContext* context) {
   context->path->points.Clear();
 }
 
-// Puts the current path and the clip into cairo, ready for an operation on the returned box; false: nothing to do.
-bool Prepare(CGContext* context, double margin, PixelBox* box) {
+// Puts the current path and the clip into cairo, ready for an operation on the returned box; false: nothing to do. The
+// stroke of a path that is not filled goes so far out from it.
+bool Prepare(CGContext* context, bool isFilled, double reach, PixelBox* box) {
   cairo_t* cairo = context->cairo.get();
+  const PixelBox bounds = context->target->Bounds();
   platform::ApplyClip(context);
   cairo_new_path(cairo);
-  if (!platform::EmitPath(cairo, *context->path, box)) return false;
-  *box = platform::WidenBox(*box, margin, context->target->Bounds());
+  if (!(isFilled ? platform::EmitPath(cairo, *context->path, bounds, box)
+                 : platform::EmitOutline(cairo, *context->path, bounds, reach, box))) {
+    return false;
+  }
+  *box = platform::WidenBox(*box, reach, bounds);
   if (box->IsEmpty()) return false;
   cairo_set_antialias(cairo, context->state.antialias ? CAIRO_ANTIALIAS_DEFAULT : CAIRO_ANTIALIAS_NONE);
   return true;
@@ -46,7 +59,7 @@ void FillCurrentPath(CGContext* context, cairo_fill_rule_t rule) {
     return;
   }
   PixelBox box;
-  if (!Prepare(context, 0, &box)) return;
+  if (!Prepare(context, true, 0, &box)) return;
   cairo_t* cairo = context->cairo.get();
   cairo_set_fill_rule(cairo, rule);
   if (!SetSource(context, context->state.fill)) return;
@@ -71,13 +84,13 @@ void StrokeCurrentPath(CGContext* context) {
     return;
   }
   PixelBox box;
-  if (!Prepare(context, StrokeReach(context, m), &box)) return;
+  if (!Prepare(context, false, StrokeReach(context, m), &box)) return;
   cairo_t* cairo = context->cairo.get();
   if (!SetSource(context, state.stroke)) return;  // before the matrix, which would map a pattern too
   cairo_set_line_width(cairo, state.lineWidth);
   cairo_set_line_cap(cairo, static_cast<cairo_line_cap_t>(state.lineCap));
   cairo_set_line_join(cairo, static_cast<cairo_line_join_t>(state.lineJoin));
-  const cairo_matrix_t matrix{m.a, m.b, m.c, m.d, m.tx, m.ty};
+  const cairo_matrix_t matrix{m.a, m.b, m.c, m.d, 0, 0};  // where it lies makes no difference to a nib
   cairo_set_matrix(cairo, &matrix);
   context->target->WillDraw(box);
   cairo_stroke(cairo);
@@ -137,10 +150,12 @@ void CGContextFillRect(CGContextRef context, CGRect rect) {
 
 void CGContextClearRect(CGContextRef context, CGRect rect) {
   if (context == nullptr) return;
+  if (context->target->IsVector() && platform::ClearPage(context, rect)) return;
   SetRectPath(context, rect);
   if (context->bitmap != nullptr) {
     platform::FillOnBitmap(context, raster::FillRule::kNonZero, true);
   } else {
+    platform::ApplyClip(context);  // which may set the operator
     cairo_set_operator(context->cairo.get(), CAIRO_OPERATOR_CLEAR);
     FillCurrentPath(context, CAIRO_FILL_RULE_WINDING);
     cairo_set_operator(context->cairo.get(), CAIRO_OPERATOR_OVER);

@@ -25,7 +25,7 @@ bool EmitArea(CGContext* context, cairo_t* cairo, const platform::ClipNode* inne
     return true;
   }
   cairo_set_antialias(cairo, innermost->antialias ? CAIRO_ANTIALIAS_DEFAULT : CAIRO_ANTIALIAS_NONE);
-  if (!platform::EmitPath(cairo, *innermost->path, box)) return false;
+  if (!platform::EmitPath(cairo, *innermost->path, bounds, box)) return false;
   *box = platform::WidenBox(*box, 0, bounds);
   return !box->IsEmpty();
 }
@@ -73,6 +73,7 @@ void DrawThroughCairo(CGContext* context, const CGShading& shading, const platfo
 
 void CGContextDrawShading(CGContextRef context, CGShadingRef shading) {
   if (context == nullptr || shading == nullptr || !platform::IsInvertible(context->UserToDevice())) return;
+  if (context->state.textClip != nullptr) platform::SettleTextClip(context);
   if (context->bitmap != nullptr) {
     platform::ShadeOnBitmap(context, *shading);
     return;

@@ -28,6 +28,9 @@ using PixelBox = raster::Box;  // of device pixels
 
 class BitmapClip;
 
+/// What the pictures of a target are made of.
+enum class SurfaceKind { kPixels, kRecording, kPDF, kPostScript, kSVG };
+
 /// Where a context draws. It is told of every stretch of pixels that an operation is about to touch.
 class DrawingTarget {
  public:
@@ -37,8 +40,11 @@ class DrawingTarget {
   virtual void DidDraw(const PixelBox& box) = 0;
   /// The whole target; a box that is never too small.
   virtual PixelBox Bounds() const = 0;
-  /// True for a page of vectors, where a gradient has to stay one.
-  virtual bool IsVector() const { return false; }
+  virtual SurfaceKind Kind() const { return SurfaceKind::kPixels; }
+  /// True for pages and recordings, where a gradient has to stay one.
+  bool IsVector() const { return Kind() != SurfaceKind::kPixels; }
+  /// Takes all clips of the context's own off cairo. What else was set but by SetUpCairo is undefined afterwards.
+  virtual void ResetClip(cairo_t* cairo) const { cairo_reset_clip(cairo); }
 };
 
 /// A colour, or a pattern with the opacity `alpha`.
@@ -118,12 +124,16 @@ struct BitmapInfo {
 
 namespace platform {
 
-/// Puts a path of device space into cairo's current path. Returns false, with nothing to draw, when the path is empty
-/// or a point is not a number. `box` receives the extent of its points.
+/// Puts a path of device space into cairo's current path, to be filled or clipped to on a target, or on any of up to
+/// 32767 pixels a side. What lies far outside is cut off (PathCut.h). Returns false, with nothing to draw, when the
+/// path is empty or a point is not a number. `box` receives the extent of the points.
+bool EmitPath(cairo_t* cairo, const CGPath& path, const PixelBox& target, PixelBox* box);
 bool EmitPath(cairo_t* cairo, const CGPath& path, PixelBox* box);
+/// The same for a path to be stroked, whose stroke reaches so far out from it.
+bool EmitOutline(cairo_t* cairo, const CGPath& path, const PixelBox& target, double reach, PixelBox* box);
 
 /// Adds a chain of clips to cairo's clip.
-void InstallClip(cairo_t* cairo, const ClipNode* node);
+void InstallClip(cairo_t* cairo, const ClipNode* node, const PixelBox& target);
 
 /// Makes cairo's clip that of the context's state.
 void ApplyClip(CGContext* context);

@@ -6,6 +6,7 @@
 #include "platform/graphics/CGContextState.h"
 #include "platform/graphics/CGImageValue.h"
 #include "platform/graphics/ImageResample.h"
+#include "platform/graphics/Page.h"
 
 namespace {
 
@@ -24,7 +25,17 @@ bool CopyRow(const BitmapInfo& info, std::size_t y, unsigned char* target) {
   return translucent;
 }
 
-// `imageToDevice` maps pixels of the image to those of the surface.
+// From pixels of the image, rows down, to device space.
+CGAffineTransform ImageToDevice(const CGContext& context, const CGRect& rect, double width, double height) {
+  const CGAffineTransform imageToUser{rect.size.width / width,         0, 0, -rect.size.height / height, rect.origin.x,
+                                      rect.origin.y + rect.size.height};
+  return CGAffineTransformConcat(imageToUser, context.UserToDevice());
+}
+
+}  // namespace
+
+namespace platform {
+
 cairo_filter_t FilterOf(CGInterpolationQuality quality, const CGAffineTransform& imageToDevice) {
   switch (quality) {
     case kCGInterpolationLow:
@@ -50,14 +61,7 @@ cairo_operator_t OperatorOf(CGBlendMode mode) {
   }
 }
 
-// From pixels of the image, rows down, to device space.
-CGAffineTransform ImageToDevice(const CGContext& context, const CGRect& rect, double width, double height) {
-  const CGAffineTransform imageToUser{rect.size.width / width,         0, 0, -rect.size.height / height, rect.origin.x,
-                                      rect.origin.y + rect.size.height};
-  return CGAffineTransformConcat(imageToUser, context.UserToDevice());
-}
-
-}  // namespace
+}  // namespace platform
 
 CGImageRef CGBitmapContextCreateImage(CGContextRef context) {
   if (context == nullptr || context->bitmap == nullptr) return nullptr;
@@ -101,19 +105,19 @@ void CGContextDrawImage(CGContextRef context, CGRect rect, CGImageRef image) {
                                             static_cast<double>(CGImageGetHeight(image)));
   if (!platform::IsInvertible(m)) return;
   platform::ApplyClip(context);
+  if (context->target->IsVector()) return platform::DrawImageOnPage(context, *image, m);
   CGMutablePathRef outline = CGPathCreateMutable();
   const CGAffineTransform userToDevice = context->UserToDevice();
   CGPathAddRect(outline, &userToDevice, rect);
   platform::PixelBox box;
   cairo_new_path(cairo);
-  const bool drawable = platform::EmitPath(cairo, *outline, &box);
+  const bool drawable = platform::EmitPath(cairo, *outline, context->target->Bounds(), &box);
   CGPathRelease(outline);
   box = platform::WidenBox(box, 0, context->target->Bounds());
   if (!drawable || box.IsEmpty()) return;
 
   platform::CairoSurface resampled;
-  // A page keeps all pixels: nobody knows how it will be looked at.
-  if (context->state.interpolation == kCGInterpolationHigh && !context->target->IsVector()) {
+  if (context->state.interpolation == kCGInterpolationHigh) {
     resampled = platform::ResampleForDrawing(image->pixels.get(), m, box);
   }
   cairo_save(cairo);
@@ -128,8 +132,8 @@ void CGContextDrawImage(CGContextRef context, CGRect rect, CGImageRef image) {
   // The rectangle's edge is that of its outline, not a fading of the last pixels into nothing.
   cairo_pattern_set_extend(cairo_get_source(cairo), CAIRO_EXTEND_PAD);
   cairo_pattern_set_filter(cairo_get_source(cairo),
-                           resampled ? CAIRO_FILTER_NEAREST : FilterOf(context->state.interpolation, m));
-  cairo_set_operator(cairo, OperatorOf(context->state.blendMode));
+                           resampled ? CAIRO_FILTER_NEAREST : platform::FilterOf(context->state.interpolation, m));
+  cairo_set_operator(cairo, platform::OperatorOf(context->state.blendMode));
   cairo_set_antialias(cairo, context->state.antialias ? CAIRO_ANTIALIAS_DEFAULT : CAIRO_ANTIALIAS_NONE);
   context->target->WillDraw(box);
   cairo_clip(cairo);

@@ -12,3 +12,11 @@ struct CGImage final : platform::NativeObject {
   const platform::CairoSurface pixels;  ///< rows from the top down, premultiplied
   const bool hasAlpha;
 };
+
+namespace platform {
+
+/// How cairo looks at the image's pixels; `imageToDevice` maps them to those of the target.
+cairo_filter_t FilterOf(CGInterpolationQuality quality, const CGAffineTransform& imageToDevice);
+cairo_operator_t OperatorOf(CGBlendMode mode);
+
+}  // namespace platform

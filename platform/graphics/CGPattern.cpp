@@ -51,6 +51,13 @@ platform::CairoSurface FaintCopy(const CGPattern& pattern, double alpha) {
   return copy;
 }
 
+// The place of a cell, `phase` and whole sides on, that is less than a side below `origin`.
+double NearestCell(double phase, double side, double origin) {
+  if (!std::isfinite(phase) || !std::isfinite(origin)) return 0;
+  const double beyond = std::fmod(phase - origin, side);
+  return origin + (beyond > 0 ? beyond - side : beyond);
+}
+
 }  // namespace
 
 CGPatternRef CGPatternCreate(void* info, CGRect bounds, CGAffineTransform matrix, CGFloat xStep, CGFloat yStep,
@@ -68,22 +75,33 @@ void CGPatternRelease(CGPatternRef pattern) {
 
 namespace platform {
 
-bool PrepareCell(CGPattern* pattern) { return pattern->cell != nullptr || DrawCell(pattern); }
+bool DrawCellOnce(CGPattern* pattern) { return pattern->cell != nullptr || DrawCell(pattern); }
 
-CairoPattern MakePatternSource(CGPattern* pattern, CGSize phase, double alpha, const CGAffineTransform& baseToDevice) {
-  if (!PrepareCell(pattern)) return nullptr;
-  const CairoSurface faint = alpha < 1 ? FaintCopy(*pattern, alpha) : nullptr;
-  CairoPattern source(cairo_pattern_create_for_surface(faint != nullptr ? faint.get() : pattern->cell.get()));
+CairoPattern RepeatCell(cairo_surface_t* cell, const CGPattern& pattern, CGSize phase,
+                        const CGAffineTransform& baseToDevice) {
+  CairoPattern source(cairo_pattern_create_for_surface(cell));
   cairo_pattern_set_extend(source.get(), CAIRO_EXTEND_REPEAT);
   cairo_pattern_set_filter(source.get(), CAIRO_FILTER_NEAREST);  // the cell's pixels stay squares
+  cairo_matrix_t toBase{baseToDevice.a, baseToDevice.b,  baseToDevice.c,
+                        baseToDevice.d, baseToDevice.tx, baseToDevice.ty};
+  if (cairo_matrix_invert(&toBase) != CAIRO_STATUS_SUCCESS) return nullptr;
+  // Of all cells the one next to the origin of device space is taken: cairo's numbers go no further than 32767.
+  const CGSize near{NearestCell(phase.width, pattern.width, toBase.x0),
+                    NearestCell(phase.height, pattern.height, toBase.y0)};
   // The cell's image has its rows from the top down, base space has y up: from the image to base space, then to device
   // space; cairo wants the way back.
-  const CGAffineTransform cellToBase{1, 0, 0, -1, phase.width, phase.height + pattern->height};
+  const CGAffineTransform cellToBase{1, 0, 0, -1, near.width, near.height + pattern.height};
   const CGAffineTransform m = CGAffineTransformConcat(cellToBase, baseToDevice);
   cairo_matrix_t matrix{m.a, m.b, m.c, m.d, m.tx, m.ty};
-  if (cairo_matrix_invert(&matrix) != CAIRO_STATUS_SUCCESS) return nullptr;
+  cairo_matrix_invert(&matrix);  // has one, as base space has
   cairo_pattern_set_matrix(source.get(), &matrix);
   return source;
+}
+
+CairoPattern MakePatternSource(CGPattern* pattern, CGSize phase, double alpha, const CGAffineTransform& baseToDevice) {
+  if (!DrawCellOnce(pattern)) return nullptr;
+  const CairoSurface faint = alpha < 1 ? FaintCopy(*pattern, alpha) : nullptr;
+  return RepeatCell(faint != nullptr ? faint.get() : pattern->cell.get(), *pattern, phase, baseToDevice);
 }
 
 }  // namespace platform

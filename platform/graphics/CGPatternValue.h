@@ -24,8 +24,13 @@ struct CGPattern final : platform::NativeObject {
 
 namespace platform {
 
-/// Draws the cell unless it is there. False when it can't be drawn.
-bool PrepareCell(CGPattern* pattern);
+/// Draws the pattern's cell if that was not done yet; false when it can't be.
+bool DrawCellOnce(CGPattern* pattern);
+
+/// A cell of the pattern's size, repeated, as cairo's source for device space: one cell's origin lies at `phase` of
+/// base space, however far away. Null when base space has no inverse.
+CairoPattern RepeatCell(cairo_surface_t* cell, const CGPattern& pattern, CGSize phase,
+                        const CGAffineTransform& baseToDevice);
 
 /// The pattern, made fainter by `alpha`, as cairo's source for device space, the cell's origin at `phase` of base
 /// space. Null when the cell can't be drawn.

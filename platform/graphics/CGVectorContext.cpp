@@ -11,22 +11,44 @@
 namespace {
 
 using platform::PixelBox;
+using platform::SurfaceKind;
 
 constexpr double kMaxSide = 14400;
 
-// Pages and windows have no pixels that anybody else reads, and no bounds worth cutting to.
-class PlainTarget final : public platform::DrawingTarget {
+// A page has no pixels that anybody else reads. An SVG page is recorded first, so that the backdrop of an image that is
+// mixed with it can be looked at in any number of pixels.
+class PageTarget final : public platform::DrawingTarget {
  public:
-  PlainTarget(const PixelBox& bounds, bool isVector) : bounds_(bounds), isVector_(isVector) {}
+  PageTarget(const PixelBox& bounds, SurfaceKind kind, platform::CairoSurface page)
+      : bounds_(bounds), kind_(kind), page_(std::move(page)) {}
+
+  /// Completes the file with what was drawn; false when something went wrong on the way.
+  bool Finish(cairo_t* drawing) {
+    bool isDrawn = cairo_status(drawing) == CAIRO_STATUS_SUCCESS;
+    cairo_surface_t* const drawn = cairo_get_target(drawing);
+    if (drawn == page_.get()) {
+      cairo_show_page(drawing);
+    } else {
+      const platform::CairoContext cairo(cairo_create(page_.get()));
+      cairo_set_source_surface(cairo.get(), drawn, 0, 0);
+      cairo_paint(cairo.get());
+      cairo_show_page(cairo.get());
+      isDrawn = isDrawn && cairo_status(cairo.get()) == CAIRO_STATUS_SUCCESS;
+      cairo_surface_finish(drawn);
+    }
+    cairo_surface_finish(page_.get());
+    return isDrawn && cairo_surface_status(page_.get()) == CAIRO_STATUS_SUCCESS;
+  }
 
   void WillDraw(const PixelBox&) override {}
   void DidDraw(const PixelBox&) override {}
   PixelBox Bounds() const override { return bounds_; }
-  bool IsVector() const override { return isVector_; }
+  SurfaceKind Kind() const override { return kind_; }
 
  private:
   PixelBox bounds_;
-  bool isVector_;
+  SurfaceKind kind_;
+  platform::CairoSurface page_;
 };
 
 // Where a page's bytes go. cairo keeps a pointer to it for as long as the surface lives.
@@ -44,7 +66,8 @@ void DeleteWriter(void* writer) { delete static_cast<Writer*>(writer); }
 
 using CreateSurface = cairo_surface_t* (*)(cairo_write_func_t, void*, double, double);
 
-CGContextRef CreatePage(CreateSurface create, double width, double height, CGVectorWriteCallback write, void* info) {
+CGContextRef CreatePage(SurfaceKind kind, CreateSurface create, double width, double height,
+                        CGVectorWriteCallback write, void* info) {
   static const cairo_user_data_key_t kWriterKey{};
   const bool sized = width > 0 && width <= kMaxSide && height > 0 && height <= kMaxSide;
   if (!sized || write == nullptr) return nullptr;
@@ -52,46 +75,26 @@ CGContextRef CreatePage(CreateSurface create, double width, double height, CGVec
   platform::CairoSurface surface(create(&WriteBytes, writer.get(), width, height));
   if (cairo_surface_status(surface.get()) != CAIRO_STATUS_SUCCESS) return nullptr;
   cairo_surface_set_user_data(surface.get(), &kWriterKey, writer.release(), &DeleteWriter);
-  platform::CairoContext cairo(cairo_create(surface.get()));
+  const cairo_rectangle_t extents{0, 0, width, height};
+  const platform::CairoSurface recording(
+      kind == SurfaceKind::kSVG ? cairo_recording_surface_create(CAIRO_CONTENT_COLOR_ALPHA, &extents) : nullptr);
+  platform::CairoContext cairo(cairo_create(recording != nullptr ? recording.get() : surface.get()));
   const PixelBox bounds{0, 0, static_cast<int>(std::ceil(width)), static_cast<int>(std::ceil(height))};
-  return new CGContext(platform::LazyCairo(std::move(cairo)), std::make_unique<PlainTarget>(bounds, true),
-                       {1, 0, 0, -1, 0, height});
+  return new CGContext(platform::LazyCairo(std::move(cairo)),
+                       std::make_unique<PageTarget>(bounds, kind, std::move(surface)), {1, 0, 0, -1, 0, height});
 }
 
 }  // namespace
 
 CGContextRef CGVectorContextCreatePDF(CGFloat width, CGFloat height, CGVectorWriteCallback write, void* info) {
-  return CreatePage(&cairo_pdf_surface_create_for_stream, width, height, write, info);
+  return CreatePage(SurfaceKind::kPDF, &cairo_pdf_surface_create_for_stream, width, height, write, info);
 }
 
 CGContextRef CGVectorContextCreateSVG(CGFloat width, CGFloat height, CGVectorWriteCallback write, void* info) {
-  return CreatePage(&cairo_svg_surface_create_for_stream, width, height, write, info);
+  return CreatePage(SurfaceKind::kSVG, &cairo_svg_surface_create_for_stream, width, height, write, info);
 }
 
 bool CGVectorContextFinish(CGContextRef context) {
-  if (context == nullptr || !context->target->IsVector()) return false;
-  cairo_surface_t* surface = cairo_get_target(context->cairo.get());
-  cairo_show_page(context->cairo.get());
-  const bool drawn = cairo_status(context->cairo.get()) == CAIRO_STATUS_SUCCESS;
-  cairo_surface_finish(surface);
-  return drawn && cairo_surface_status(surface) == CAIRO_STATUS_SUCCESS;
-}
-
-CGContextRef CGContextCreateOverCairo(struct _cairo* cairo, CGFloat width, CGFloat height) {
-  if (cairo == nullptr || !(width > 0) || !(height > 0)) return nullptr;
-  cairo_matrix_t m;
-  cairo_get_matrix(cairo, &m);
-  const CGAffineTransform toDevice =
-      CGAffineTransformConcat({1, 0, 0, -1, 0, height}, {m.xx, m.yx, m.xy, m.yy, m.x0, m.y0});
-  double x0 = 0;
-  double y0 = 0;
-  double x1 = width;
-  double y1 = height;
-  cairo_identity_matrix(cairo);
-  cairo_clip_extents(cairo, &x0, &y0, &x1, &y1);
-  const PixelBox bounds{static_cast<int>(std::floor(x0)), static_cast<int>(std::floor(y0)),
-                        static_cast<int>(std::ceil(x1)), static_cast<int>(std::ceil(y1))};
-  auto* context = new CGContext(platform::LazyCairo(platform::CairoContext(cairo_reference(cairo))),
-                                std::make_unique<PlainTarget>(bounds, false), toDevice);
-  return context;
+  auto* page = context == nullptr ? nullptr : dynamic_cast<PageTarget*>(context->target.get());
+  return page != nullptr && page->Finish(context->cairo.get());
 }

@@ -6,10 +6,20 @@
 
 namespace platform {
 
+/// The state that drawing begins with. cairo's own defaults happen to be these, or not to matter; they are stated so
+/// that no release can change them, nor a host whose context it is.
+inline void SetUpCairo(cairo_t* cairo) {
+  cairo_set_miter_limit(cairo, 10.0);
+  cairo_set_tolerance(cairo, 0.1);
+  cairo_set_operator(cairo, CAIRO_OPERATOR_OVER);
+  cairo_set_dash(cairo, nullptr, 0, 0);
+  cairo_identity_matrix(cairo);
+}
+
 class LazyCairo {
  public:
   /// Takes over a context that exists.
-  explicit LazyCairo(CairoContext cairo) : cairo_(std::move(cairo)) { SetUp(); }
+  explicit LazyCairo(CairoContext cairo) : cairo_(std::move(cairo)) { SetUpCairo(cairo_.get()); }
   /// Will draw into a surface, which lives longer.
   explicit LazyCairo(cairo_surface_t* surface) : surface_(surface) {}
 
@@ -21,14 +31,7 @@ class LazyCairo {
  private:
   void Make() const {
     cairo_ = CairoContext(cairo_create(surface_));
-    SetUp();
-  }
-  // cairo's own defaults happen to be these, or not to matter; they are stated so that no release can change them.
-  void SetUp() const {
-    cairo_set_miter_limit(cairo_.get(), 10.0);
-    cairo_set_tolerance(cairo_.get(), 0.1);
-    cairo_set_operator(cairo_.get(), CAIRO_OPERATOR_OVER);
-    cairo_identity_matrix(cairo_.get());
+    SetUpCairo(cairo_.get());
   }
 
   cairo_surface_t* surface_ = nullptr;

@@ -34,7 +34,7 @@ std::uint32_t Scale(std::uint32_t pixel, std::uint32_t m) {
 
 PatternRows::PatternRows(CGPattern* pattern, CGSize phase, double alpha, const raster::Surface& surface)
     : width_(pattern->width), height_(pattern->height), isReversed_(surface.order == raster::PixelOrder::kAlphaFirst) {
-  if (!std::isfinite(phase.width) || !std::isfinite(phase.height) || !PrepareCell(pattern)) return;
+  if (!std::isfinite(phase.width) || !std::isfinite(phase.height) || !DrawCellOnce(pattern)) return;
   cell_ = cairo_image_surface_get_data(pattern->cell.get());
   stride_ = static_cast<std::size_t>(cairo_image_surface_get_stride(pattern->cell.get()));
   alpha_ = static_cast<unsigned int>(std::clamp(alpha, 0.0, 1.0) * 255 + 0.5);
