@@ -57,6 +57,7 @@ void FillUnderline(CGContext* context, const CTLine& line, const CGAffineTransfo
 void Fill(CGContext* context, const CTLine& line, const CGAffineTransform& textToDevice, const Paint& paint) {
   if (!platform::PaintGlyphs(context, line, textToDevice, paint)) {
     PaintOutlines(context, line, textToDevice, kCGPathFill, paint);
+    platform::PaintPictures(context, line, textToDevice, paint);
   } else if (line.style.underline) {
     FillUnderline(context, line, textToDevice, paint);
   }
@@ -70,7 +71,7 @@ void Stroke(CGContext* context, const CTLine& line, const CGAffineTransform& tex
   if (!isFilled && context->target->IsVector()) {
     Paint faint = paint;
     faint.alpha = kLeastAlpha / context->state.alpha;
-    if (paint.alpha > faint.alpha) platform::PaintGlyphs(context, line, textToDevice, faint);
+    if (paint.alpha > faint.alpha) platform::PaintLetters(context, line, textToDevice, faint);
   }
   PaintOutlines(context, line, textToDevice, kCGPathStroke, paint);
 }

@@ -5,6 +5,7 @@
 
 #include <algorithm>
 
+#include "platform/text/GlyphStore.h"
 #include "platform/text/TextEngine.h"
 
 namespace platform {
@@ -89,7 +90,9 @@ FontFace& FontFace::Of(PangoFont* font) {
   return *face;
 }
 
-FontFace::FontFace(PangoFont* font) : font_(font), metrics_(MeasureFont(font)) {}
+FontFace::FontFace(PangoFont* font) : font_(font), metrics_(MeasureFont(font)), pictures_(font) {}
+
+FontFace::~FontFace() { GlyphStore::Shared().Forget(this); }
 
 InkBox FontFace::GlyphInk(std::uint32_t glyph) const {
   PangoRectangle ink{};
@@ -110,6 +113,7 @@ const CGPath& FontFace::Outline(std::uint32_t glyph) {
   if (outlines_.size() >= kMaxOutlines) outlines_.clear();
   CGMutablePathRef path = CGPathCreateMutable();
   const auto kept = outlines_.emplace(glyph, path).first;
+  if (pictures_.Has(glyph)) return *path;  // cairo would trace its pixels
   if (pathMaker_ == nullptr) {
     const CairoSurface surface(cairo_image_surface_create(CAIRO_FORMAT_A8, 1, 1));
     pathMaker_.reset(cairo_create(surface.get()));
@@ -123,17 +127,6 @@ const CGPath& FontFace::Outline(std::uint32_t glyph) {
   cairo_path_destroy(outline);
   DropLastMove(path);
   return *kept->second;
-}
-
-GlyphMasks& FontFace::MasksFor(const cairo_matrix_t& m) {
-  constexpr std::size_t kMaxScales = 8;
-  auto found = std::find_if(masks_.begin(), masks_.end(), [&](const auto& masks) { return masks->IsFor(m); });
-  if (found == masks_.end()) {
-    if (masks_.size() == kMaxScales) masks_.pop_back();
-    found = masks_.insert(masks_.end(), std::make_unique<GlyphMasks>(m));
-  }
-  std::rotate(masks_.begin(), found, found + 1);
-  return *masks_.front();
 }
 
 cairo_scaled_font_t* FontFace::ScaledFont(const cairo_matrix_t& m, cairo_antialias_t antialias) {

@@ -42,7 +42,7 @@ class Coverage {
     const int y1 = std::min(top + glyph.height, box_.y1);
     const bool isInside = left >= box_.x0 && left + glyph.width <= box_.x1;
     for (int y = std::max(top, box_.y0); y < y1; ++y) {
-      const unsigned char* from = &glyph.coverage[std::size_t(y - top) * std::size_t(glyph.stride)];
+      const unsigned char* from = &glyph.bytes[std::size_t(y - top) * std::size_t(glyph.stride)];
       unsigned char* row = &rows_[std::size_t(y - box_.y0) * std::size_t(stride_)];
       if (isInside) {
         for (int x = 0; x < glyph.stride; x += GlyphMask::kGroup) AddGroup(from + x, row + (left - box_.x0) + x);
@@ -70,6 +70,14 @@ class Coverage {
   std::vector<unsigned char> rows_;
 };
 
+void PaintPicture(cairo_t* cairo, const GlyphMask& glyph, int left, int top, double alpha) {
+  const CairoSurface picture(cairo_image_surface_create_for_data(
+      const_cast<unsigned char*>(glyph.bytes.data()), CAIRO_FORMAT_ARGB32, glyph.width, glyph.height, glyph.stride));
+  cairo_set_source_surface(cairo, picture.get(), left, top);
+  cairo_pattern_set_filter(cairo_get_source(cairo), CAIRO_FILTER_NEAREST);
+  cairo_paint_with_alpha(cairo, alpha);
+}
+
 void Widen(PixelBox* box, const PixelBox& other) {
   if (box->IsEmpty()) {
     *box = other;
@@ -83,38 +91,39 @@ void Widen(PixelBox* box, const PixelBox& other) {
 
 LineMask::LineMask(const ShapedLine& line, const CGAffineTransform& m) {
   if (line.glyphs.size() > kMaxGlyphs) return;
-  items_.reserve(line.glyphs.size());
+  letters_.reserve(line.glyphs.size());
   isComplete_ =
       std::all_of(line.runs.begin(), line.runs.end(), [&](const ShapedRun& run) { return AddRun(line, run, m); });
 }
 
-LineMask::~LineMask() {
-  for (GlyphMasks* source : sources_) source->Trim();
-}
-
 bool LineMask::AddRun(const ShapedLine& line, const ShapedRun& run, const CGAffineTransform& m) {
-  FontFace& face = FontFace::Of(run.font.Get());
-  GlyphMasks& masks = face.MasksFor({m.a, m.b, m.c, m.d, 0, 0});
-  sources_.push_back(&masks);
+  GlyphStore& store = GlyphStore::Shared();
+  GlyphMasks& masks = store.MasksFor(&FontFace::Of(run.font.Get()), {m.a, m.b, m.c, m.d, 0, 0});
   for (std::size_t i = run.firstGlyph; i < run.firstGlyph + run.glyphCount; ++i) {
-    const cairo_glyph_t& glyph = line.glyphs[i];
-    const CGPoint at = CGPointApplyAffineTransform({glyph.x, glyph.y}, m);
+    const auto index = static_cast<std::uint32_t>(line.glyphs[i].index);
+    const CGPoint at = CGPointApplyAffineTransform({line.glyphs[i].x, line.glyphs[i].y}, m);
     if (!(std::fabs(at.x) < kFarAway && std::fabs(at.y) < kFarAway)) return false;
-    const GlyphPlace place = masks.PlaceOf(at.x, at.y);
-    const GlyphMask& picture = masks.Mask(face, static_cast<std::uint32_t>(glyph.index), place.step);
-    if (picture.isPicture) return false;
-    if (picture.coverage.empty()) continue;
-    const Item item{&picture, place.x + picture.left, place.y + picture.top};
-    Widen(&box_, {item.left, item.top, item.left + picture.width, item.top + picture.height});
-    items_.push_back(item);
+    const GlyphPlace place = masks.PlaceOf(index, at.x, at.y);
+    const GlyphMask& mask = store.Mask(&masks, index, place.step);
+    if (mask.kind == GlyphMask::Kind::kNotKept) return false;
+    if (mask.kind == GlyphMask::Kind::kNothing) continue;
+    const Item item{&mask, place.x + mask.left, place.y + mask.top};
+    Widen(&box_, {item.left, item.top, item.left + mask.width, item.top + mask.height});
+    (mask.kind == GlyphMask::Kind::kPicture ? pictures_ : letters_).push_back(item);
   }
   return true;
 }
 
-void LineMask::Paint(cairo_t* cairo, const PixelBox& box) const {
+void LineMask::PaintLetters(cairo_t* cairo, const PixelBox& box) const {
+  if (letters_.empty()) return;
   Coverage coverage(box);
-  for (const Item& item : items_) coverage.Add(*item.glyph, item.left, item.top);
+  for (const Item& item : letters_) coverage.Add(*item.glyph, item.left, item.top);
   coverage.Paint(cairo);
+}
+
+void LineMask::PaintPictures(cairo_t* cairo, double alpha) const {
+  for (const Item& item : pictures_) PaintPicture(cairo, *item.glyph, item.left, item.top, alpha);
+  cairo_set_source_rgb(cairo, 0, 0, 0);  // the last one's pixels belong to the store
 }
 
 }  // namespace platform
