@@ -68,11 +68,6 @@ raster::Clip ClipOf(CGContext* context, const ClipNode* node) {
   return BitmapClip::Of(node, context->target->Bounds());
 }
 
-raster::Clip ClipOf(CGContext* context) {
-  if (context->state.textClip != nullptr) SettleTextClip(context);
-  return ClipOf(context, context->state.clip.get());
-}
-
 raster::Shape ShapeOf(const CGPath& path, bool antialias) {
   raster::Shape shape;
   shape.path = ViewOf(path);
@@ -102,7 +97,7 @@ bool IsWholeBox(const CGPath& path, raster::Box* box) {
 // Whole pixels, as cells of patterns and backgrounds are made of, need no edges.
 void PaintShape(CGContext* context, const raster::Shape& shape, const raster::Ink& ink) {
   const raster::Surface surface = SurfaceOf(*context->bitmap);
-  const raster::Clip clip = ClipOf(context);
+  const raster::Clip clip = ClipOnBitmap(context);
   raster::Box box;
   const bool isBox = shape.stroke == nullptr && IsWholeBox(*context->path, &box);
   Check(isBox ? raster::PaintBox(surface, box, clip, ink) : raster::Paint(surface, shape, clip, ink));
@@ -178,6 +173,11 @@ raster::Clip BitmapClip::Of(const ClipNode* node, const raster::Box& bounds) {
   return node == nullptr ? raster::Clip{bounds, nullptr} : Resolve(*node, bounds).clip_;
 }
 
+raster::Clip ClipOnBitmap(CGContext* context) {
+  if (context->state.textClip != nullptr) SettleTextClip(context);
+  return ClipOf(context, context->state.clip.get());
+}
+
 void FillOnBitmap(CGContext* context, raster::FillRule rule, bool isClearing) {
   raster::Shape shape = ShapeOf(*context->path, context->state.antialias);
   shape.rule = rule;
@@ -230,15 +230,23 @@ void ShadeOnBitmap(CGContext* context, const CGShading& shading) {
 
 void MaskOnBitmap(CGContext* context, const Paint& paint, const raster::MaskView& mask) {
   const raster::Surface surface = SurfaceOf(*context->bitmap);
-  Check(raster::PaintMask(surface, mask, ClipOf(context), ColorInk(paint, context->state.alpha, surface.order)));
+  Check(raster::PaintMask(surface, mask, ClipOnBitmap(context), ColorInk(paint, context->state.alpha, surface.order)));
+}
+
+void BoxOnBitmap(CGContext* context, const raster::RowSource& rows, const raster::Box& box) {
+  const raster::Ink ink{raster::Ink::Kind::kRows, false, 0, &rows};
+  Check(raster::PaintBox(SurfaceOf(*context->bitmap), box, ClipOnBitmap(context), ink));
 }
 
 void RowsOnBitmap(CGContext* context, const raster::RowSource& rows, bool isOpaque, const CGPath& path) {
   raster::Ink ink{raster::Ink::Kind::kRows, isOpaque, 0, &rows};
   if (context->state.blendMode == kCGBlendModeSoftLight) ink.kind = raster::Ink::Kind::kSoftLight;
   if (context->state.blendMode == kCGBlendModeHardLight) ink.kind = raster::Ink::Kind::kHardLight;
-  const raster::Shape shape = ShapeOf(path, context->state.antialias);
-  Check(raster::Paint(SurfaceOf(*context->bitmap), shape, ClipOf(context), ink));
+  const raster::Surface surface = SurfaceOf(*context->bitmap);
+  const raster::Clip clip = ClipOnBitmap(context);
+  raster::Box box;
+  Check(IsWholeBox(path, &box) ? raster::PaintBox(surface, box, clip, ink)
+                               : raster::Paint(surface, ShapeOf(path, context->state.antialias), clip, ink));
 }
 
 }  // namespace platform

@@ -39,8 +39,14 @@ void StrokeOnBitmap(CGContext* context);
 /// A shading over the clip. Its matrix has an inverse.
 void ShadeOnBitmap(CGContext* context, const CGShading& shading);
 
+/// The state's clip.
+raster::Clip ClipOnBitmap(CGContext* context);
+
 /// A paint's colour through coverage.
 void MaskOnBitmap(CGContext* context, const Paint& paint, const raster::MaskView& mask);
+
+/// Rows of a source on whole pixels.
+void BoxOnBitmap(CGContext* context, const raster::RowSource& rows, const raster::Box& box);
 
 /// Rows of a source through a path of device space, mixed by the state's blend mode.
 void RowsOnBitmap(CGContext* context, const raster::RowSource& rows, bool isOpaque, const CGPath& path);

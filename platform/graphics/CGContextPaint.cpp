@@ -63,9 +63,7 @@ void FillCurrentPath(CGContext* context, cairo_fill_rule_t rule) {
   cairo_t* cairo = context->cairo.get();
   cairo_set_fill_rule(cairo, rule);
   if (!SetSource(context, context->state.fill)) return;
-  context->target->WillDraw(box);
   cairo_fill(cairo);
-  context->target->DidDraw(box);
 }
 
 // How far a stroke may reach from its path, in device units: a mitre goes 10 half widths out, a square cap 1.42.
@@ -92,9 +90,7 @@ void StrokeCurrentPath(CGContext* context) {
   cairo_set_line_join(cairo, static_cast<cairo_line_join_t>(state.lineJoin));
   const cairo_matrix_t matrix{m.a, m.b, m.c, m.d, 0, 0};  // where it lies makes no difference to a nib
   cairo_set_matrix(cairo, &matrix);
-  context->target->WillDraw(box);
   cairo_stroke(cairo);
-  context->target->DidDraw(box);
   cairo_identity_matrix(cairo);
 }
 

@@ -17,7 +17,6 @@
 #include "platform/graphics/CGPathValue.h"
 #include "platform/graphics/CGPatternValue.h"
 #include "platform/graphics/CairoHandles.h"
-#include "platform/graphics/LazyCairo.h"
 #include "platform/raster/Box.h"
 
 struct CTLine;
@@ -31,13 +30,10 @@ class BitmapClip;
 /// What the pictures of a target are made of.
 enum class SurfaceKind { kPixels, kRecording, kPDF, kPostScript, kSVG };
 
-/// Where a context draws. It is told of every stretch of pixels that an operation is about to touch.
+/// Where a context draws.
 class DrawingTarget {
  public:
   virtual ~DrawingTarget() = default;
-  /// Called before and after an operation that paints nowhere outside `box`.
-  virtual void WillDraw(const PixelBox& box) = 0;
-  virtual void DidDraw(const PixelBox& box) = 0;
   /// The whole target; a box that is never too small.
   virtual PixelBox Bounds() const = 0;
   virtual SurfaceKind Kind() const { return SurfaceKind::kPixels; }
@@ -94,13 +90,14 @@ struct GraphicsState {
 }  // namespace platform
 
 struct CGContext final : platform::NativeObject {
-  CGContext(platform::LazyCairo cairoContext, std::unique_ptr<platform::DrawingTarget> drawingTarget,
+  /// Over a bitmap there is no `cairoContext`.
+  CGContext(platform::CairoContext cairoContext, std::unique_ptr<platform::DrawingTarget> drawingTarget,
             CGAffineTransform toDevice);
   ~CGContext() override;
 
   CGAffineTransform UserToDevice() const { return CGAffineTransformConcat(state.matrix, baseToDevice); }
 
-  platform::LazyCairo cairo;
+  platform::CairoContext cairo;               ///< null over a bitmap
   std::unique_ptr<platform::DrawingTarget> target;
   CGAffineTransform baseToDevice;
   platform::GraphicsState state;
@@ -108,7 +105,6 @@ struct CGContext final : platform::NativeObject {
   CGAffineTransform textMatrix = CGAffineTransformIdentity;
   CGMutablePathRef path;                      ///< the current path, in device space
   platform::CairoSurface scratch;             ///< where shadings are prepared; grows as needed
-  platform::CairoSurface mask;                ///< where their coverage is drawn
   platform::Clip appliedClip;                 ///< what cairo's clip holds now
   const struct BitmapInfo* bitmap = nullptr;  ///< of a bitmap context; owned by the target
 };

@@ -65,8 +65,6 @@ class ForeignTarget final : public platform::DrawingTarget {
     cairo_restore(cairo_.get());
   }
 
-  void WillDraw(const PixelBox&) override {}
-  void DidDraw(const PixelBox&) override {}
   PixelBox Bounds() const override { return bounds_; }
   SurfaceKind Kind() const override { return kind_; }
   // cairo can only narrow a clip or drop it whole, the host's too.
@@ -111,6 +109,6 @@ CGContextRef CGContextCreateOverCairo(struct _cairo* cairo, CGFloat width, CGFlo
   auto target = std::make_unique<ForeignTarget>(cairo);
   const CGAffineTransform hostToDevice =
       CGAffineTransformConcat({m.xx, m.yx, m.xy, m.yy, m.x0, m.y0}, target->UnitsToDevice());
-  return new CGContext(platform::LazyCairo(platform::CairoContext(cairo_reference(cairo))), std::move(target),
+  return new CGContext(platform::CairoContext(cairo_reference(cairo)), std::move(target),
                        CGAffineTransformConcat({1, 0, 0, -1, 0, height}, hostToDevice));
 }

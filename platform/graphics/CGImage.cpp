@@ -6,6 +6,7 @@
 #include "platform/graphics/CGContextState.h"
 #include "platform/graphics/CGImageValue.h"
 #include "platform/graphics/ImageResample.h"
+#include "platform/graphics/ImageRows.h"
 #include "platform/graphics/Page.h"
 
 namespace {
@@ -100,11 +101,12 @@ int CGImageGetAlphaInfo(CGImageRef image) {
 
 void CGContextDrawImage(CGContextRef context, CGRect rect, CGImageRef image) {
   if (context == nullptr || image == nullptr || CGRectIsEmpty(rect)) return;
-  cairo_t* cairo = context->cairo.get();
   const CGAffineTransform m = ImageToDevice(*context, rect, static_cast<double>(CGImageGetWidth(image)),
                                             static_cast<double>(CGImageGetHeight(image)));
   if (!platform::IsInvertible(m)) return;
+  if (context->bitmap != nullptr) return platform::DrawImageOnBitmap(context, *image, rect, m);
   platform::ApplyClip(context);
+  cairo_t* cairo = context->cairo.get();
   if (context->target->IsVector()) return platform::DrawImageOnPage(context, *image, m);
   CGMutablePathRef outline = CGPathCreateMutable();
   const CGAffineTransform userToDevice = context->UserToDevice();
@@ -135,9 +137,7 @@ void CGContextDrawImage(CGContextRef context, CGRect rect, CGImageRef image) {
                            resampled ? CAIRO_FILTER_NEAREST : platform::FilterOf(context->state.interpolation, m));
   cairo_set_operator(cairo, platform::OperatorOf(context->state.blendMode));
   cairo_set_antialias(cairo, context->state.antialias ? CAIRO_ANTIALIAS_DEFAULT : CAIRO_ANTIALIAS_NONE);
-  context->target->WillDraw(box);
   cairo_clip(cairo);
   cairo_paint_with_alpha(cairo, context->state.alpha);
-  context->target->DidDraw(box);
   cairo_restore(cairo);
 }

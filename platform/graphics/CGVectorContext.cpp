@@ -40,8 +40,6 @@ class PageTarget final : public platform::DrawingTarget {
     return isDrawn && cairo_surface_status(page_.get()) == CAIRO_STATUS_SUCCESS;
   }
 
-  void WillDraw(const PixelBox&) override {}
-  void DidDraw(const PixelBox&) override {}
   PixelBox Bounds() const override { return bounds_; }
   SurfaceKind Kind() const override { return kind_; }
 
@@ -80,7 +78,7 @@ CGContextRef CreatePage(SurfaceKind kind, CreateSurface create, double width, do
       kind == SurfaceKind::kSVG ? cairo_recording_surface_create(CAIRO_CONTENT_COLOR_ALPHA, &extents) : nullptr);
   platform::CairoContext cairo(cairo_create(recording != nullptr ? recording.get() : surface.get()));
   const PixelBox bounds{0, 0, static_cast<int>(std::ceil(width)), static_cast<int>(std::ceil(height))};
-  return new CGContext(platform::LazyCairo(std::move(cairo)),
+  return new CGContext(std::move(cairo),
                        std::make_unique<PageTarget>(bounds, kind, std::move(surface)), {1, 0, 0, -1, 0, height});
 }
 

@@ -20,16 +20,6 @@ int Modulo(std::int64_t value, int side) {
   return rest < 0 ? rest + side : rest;
 }
 
-// Each of the four bytes of a pixel times m / 255, rounded.
-std::uint32_t Scale(std::uint32_t pixel, std::uint32_t m) {
-  constexpr std::uint32_t kBytes = 0x00FF00FF;
-  std::uint32_t low = (pixel & kBytes) * m + 0x00800080;
-  std::uint32_t high = (pixel >> 8 & kBytes) * m + 0x00800080;
-  low = (low + (low >> 8 & kBytes)) >> 8 & kBytes;
-  high = (high + (high >> 8 & kBytes)) & ~kBytes;
-  return low | high;
-}
-
 }  // namespace
 
 PatternRows::PatternRows(CGPattern* pattern, CGSize phase, double alpha, const raster::Surface& surface)
@@ -61,8 +51,7 @@ void PatternRows::Fetch(int x, int y, int count, std::uint32_t* pixels) const {
     done += size;
   }
   if (isReversed_) CopyBytesReversed(bytes, bytes, static_cast<std::size_t>(count));
-  if (alpha_ == 255) return;
-  for (int i = 0; i < count; ++i) pixels[i] = Scale(pixels[i], alpha_);
+  if (alpha_ != 255) raster::ScaleBytes(bytes, alpha_, static_cast<std::size_t>(count) * 4);
 }
 
 }  // namespace platform

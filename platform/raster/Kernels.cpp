@@ -70,9 +70,10 @@ HWY_EXPORT(SweepToBytes);
 HWY_EXPORT(PaintThrough);
 HWY_EXPORT(PaintSpan);
 HWY_EXPORT(MultiplyBytes);
-HWY_EXPORT(AddBytes);
 HWY_EXPORT(LookUpLinear);
 HWY_EXPORT(LookUpRadial);
+HWY_EXPORT(LookUpBilinear);
+HWY_EXPORT(ScaleBytes);
 
 void SweepTile(const Tile<std::int32_t>& tile, FillRule rule, const MaskView* clip, const Surface& surface,
                const Ink& ink) {
@@ -90,14 +91,18 @@ void PaintSpan(const Surface& surface, int x, int y, int count, const Ink& ink) 
 void MultiplyBytes(unsigned char* bytes, const unsigned char* by, std::size_t count) {
   HWY_DYNAMIC_DISPATCH(MultiplyBytes)(bytes, by, count);
 }
-void AddBytes(unsigned char* bytes, const unsigned char* more, std::size_t count) {
-  HWY_DYNAMIC_DISPATCH(AddBytes)(bytes, more, count);
-}
 void LookUpLinear(const std::uint32_t* table, int last, double first, double step, int count, std::uint32_t* pixels) {
   HWY_DYNAMIC_DISPATCH(LookUpLinear)(table, last, first, step, count, pixels);
 }
 void LookUpRadial(const std::uint32_t* table, int last, const RadialRow& row, int count, std::uint32_t* pixels) {
   HWY_DYNAMIC_DISPATCH(LookUpRadial)(table, last, row, count, pixels);
+}
+
+void LookUpBilinear(const PixelGrid& grid, const GridRow& row, int count, std::uint32_t* pixels) {
+  HWY_DYNAMIC_DISPATCH(LookUpBilinear)(grid, row, count, pixels);
+}
+void ScaleBytes(unsigned char* bytes, unsigned int by, std::size_t count) {
+  HWY_DYNAMIC_DISPATCH(ScaleBytes)(bytes, by, count);
 }
 
 // A million edges in one row are rare enough for a plain loop.

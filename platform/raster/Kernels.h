@@ -67,9 +67,6 @@ void PaintSpan(const Surface& surface, int x, int y, int count, const Ink& ink);
 /// bytes[i] = bytes[i] * by[i] / 255, rounded.
 void MultiplyBytes(unsigned char* bytes, const unsigned char* by, std::size_t count);
 
-/// bytes[i] + more[i], at most 255.
-void AddBytes(unsigned char* bytes, const unsigned char* more, std::size_t count);
-
 /// A row of a table's entries: pixel i takes the one at first + step * i, of 0 to last; what lies before or behind takes
 /// the first or the last. A position that is no number takes any.
 void LookUpLinear(const std::uint32_t* table, int last, double first, double step, int count, std::uint32_t* pixels);
@@ -79,5 +76,23 @@ struct RadialRow {
   double x, y, stepX, stepY, factor, offset;
 };
 void LookUpRadial(const std::uint32_t* table, int last, const RadialRow& row, int count, std::uint32_t* pixels);
+
+/// Somebody else's pixels, rows of `stride` pixels from the top down.
+struct PixelGrid {
+  const std::uint32_t* pixels = nullptr;
+  std::size_t stride = 0;
+  int width = 0;
+  int height = 0;
+};
+
+/// A row through a grid: pixel i is mixed of the four pixels around (x + stepX i, y + stepY i), where whole numbers are
+/// the pixels' centres. Beyond the edges the grid goes on as its last pixels.
+struct GridRow {
+  double x, y, stepX, stepY;
+};
+void LookUpBilinear(const PixelGrid& grid, const GridRow& row, int count, std::uint32_t* pixels);
+
+/// bytes[i] * by / 255, rounded; `by` is 0 to 255.
+void ScaleBytes(unsigned char* bytes, unsigned int by, std::size_t count);
 
 }  // namespace raster

@@ -56,7 +56,9 @@ void FillUnderline(CGContext* context, const CTLine& line, const CGAffineTransfo
 
 void Fill(CGContext* context, const CTLine& line, const CGAffineTransform& textToDevice, const Paint& paint) {
   if (!platform::PaintGlyphs(context, line, textToDevice, paint)) {
+    const bool antialias = std::exchange(context->state.antialias, platform::IsSoft(context->state));
     PaintOutlines(context, line, textToDevice, kCGPathFill, paint);
+    context->state.antialias = antialias;
     platform::PaintPictures(context, line, textToDevice, paint);
   } else if (line.style.underline) {
     FillUnderline(context, line, textToDevice, paint);

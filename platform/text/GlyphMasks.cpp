@@ -2,7 +2,7 @@
 
 #include <cmath>
 
-#include "platform/graphics/CGContextState.h"
+#include "platform/graphics/BitmapPaint.h"
 #include "platform/text/FontFace.h"
 #include "platform/text/GlyphStore.h"
 #include "platform/text/TextEngine.h"
@@ -52,14 +52,11 @@ bool TakeBox(GlyphMask* mask, const CGRect& box, int bytesPerPixel) {
   return true;
 }
 
-void FillInto(GlyphMask* mask, const CGPath& outline) {
-  const CairoSurface surface(cairo_image_surface_create_for_data(mask->bytes.data(), CAIRO_FORMAT_A8, mask->width,
-                                                                 mask->height, mask->stride));
-  const CairoContext cairo(cairo_create(surface.get()));
-  cairo_surface_set_device_offset(surface.get(), -mask->left, -mask->top);
-  PixelBox box;
-  if (EmitPath(cairo.get(), outline, &box)) cairo_fill(cairo.get());
-  cairo_surface_finish(surface.get());
+bool FillInto(GlyphMask* mask, const CGPath& outline) {
+  raster::Shape shape;
+  shape.path = ViewOf(outline);
+  return raster::Cover(shape, {mask->left, mask->top, mask->left + mask->width, mask->top + mask->height},
+                       mask->bytes.data(), static_cast<std::size_t>(mask->stride));
 }
 
 CGRect BoxOf(const CGRect& rect, const CGAffineTransform& m) {
@@ -132,8 +129,7 @@ GlyphMask GlyphMasks::Render(std::uint32_t glyph, unsigned int step) const {
   const CGAffineTransform toPixels{scale_.xx, scale_.yx, scale_.xy, scale_.yy, stepX * kStep, stepY * kStep};
   const CGPath* path = CGPathCreateCopyAndTransform(&outline, &toPixels);
   if (TakeBox(&mask, CGPathGetBoundingBox(path), 1)) {
-    FillInto(&mask, *path);
-    mask.kind = GlyphMask::Kind::kCoverage;
+    mask.kind = FillInto(&mask, *path) ? GlyphMask::Kind::kCoverage : GlyphMask::Kind::kNotKept;
   }
   CGPathRelease(path);
   return mask;

@@ -51,10 +51,6 @@ void KeepNear(const CGAffineTransform& m, const PixelBox& bounds, std::size_t* f
   *count = end - *first;
 }
 
-bool IsSoft(const GraphicsState& state) {
-  return state.antialias && state.allowsFontSmoothing && state.shouldSmoothFonts;
-}
-
 // Which bytes of the run's text each cluster of glyphs stands for, in the order of the text.
 std::vector<cairo_text_cluster_t> ClustersOf(const ShapedLine& line, const ShapedRun& run) {
   std::vector<cairo_text_cluster_t> clusters;
@@ -125,11 +121,12 @@ bool ShowAsMask(CGContext* context, const ShapedLine& line, const CGAffineTransf
   const PixelBox box{std::max(mask.Box().x0, bounds.x0), std::max(mask.Box().y0, bounds.y0),
                      std::min(mask.Box().x1, bounds.x1), std::min(mask.Box().y1, bounds.y1)};
   if (box.IsEmpty()) return true;
-  SetSource(context, paint);
-  context->target->WillDraw(box);
-  mask.PaintLetters(context->cairo.get(), box);
-  if (mask.HasPictures()) mask.PaintPictures(context->cairo.get(), paint.alpha * context->state.alpha);
-  context->target->DidDraw(box);
+  if (context->bitmap != nullptr) {
+    mask.PaintOnBitmap(context, paint, box);
+  } else {
+    ApplyClip(context);
+    mask.PaintThroughCairo(context->cairo.get(), paint, context->state.alpha, box);
+  }
   return true;
 }
 
@@ -154,11 +151,15 @@ bool IsTooSmall(const CGAffineTransform& m) {
 
 }  // namespace
 
+bool IsSoft(const GraphicsState& state) {
+  return state.antialias && state.allowsFontSmoothing && state.shouldSmoothFonts;
+}
+
 bool PaintGlyphs(CGContext* context, const CTLine& line, const CGAffineTransform& textToDevice, const Paint& paint) {
   const CGAffineTransform m = FromReference(line, textToDevice);
   if (IsTooSmall(m) || ShowAsMask(context, *line.shape.Get(), m, paint)) return true;
   const double height = std::max(std::hypot(m.a, m.b), std::hypot(m.c, m.d)) * kReferenceSize;
-  if (height > kMaxGlyphPixels && !context->target->IsVector()) return false;
+  if (context->bitmap != nullptr || (height > kMaxGlyphPixels && !context->target->IsVector())) return false;
   PaintLetters(context, line, textToDevice, paint);
   PaintPictures(context, line, textToDevice, paint);
   return true;
@@ -172,12 +173,10 @@ void PaintLetters(CGContext* context, const CTLine& line, const CGAffineTransfor
   const PixelBox box = BoxOf(shape.Ink(), m, context->target->Bounds(), &isFar);
   if (box.IsEmpty()) return;
   SetSource(context, paint);
-  context->target->WillDraw(box);
   const cairo_matrix_t matrix{m.a, m.b, m.c, m.d, m.tx, m.ty};
   cairo_set_matrix(context->cairo.get(), &matrix);
   for (const ShapedRun& run : shape.runs) ShowRun(context, shape, run, m, isFar);
   cairo_identity_matrix(context->cairo.get());
-  context->target->DidDraw(box);
 }
 
 void PaintPictures(CGContext* context, const CTLine& line, const CGAffineTransform& textToDevice, const Paint& paint) {

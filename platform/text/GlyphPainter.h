@@ -6,6 +6,9 @@
 
 namespace platform {
 
+/// Whether text has soft edges.
+bool IsSoft(const GraphicsState& state);
+
 // In all of these the matrix, scaled to the line's font, has an inverse.
 
 /// Fills the line's glyphs, its underline left out; on a page they stay text. False, with nothing drawn, for glyphs so

@@ -5,12 +5,14 @@
 #include <cstdint>
 #include <cstring>
 
+#include "platform/graphics/BitmapPaint.h"
+#include "platform/graphics/ImageRows.h"
 #include "platform/text/FontFace.h"
 
 namespace platform {
 namespace {
 
-constexpr std::size_t kMaxGlyphs = 2048;
+constexpr std::size_t kMaxGlyphs = std::size_t{1} << 20;
 constexpr double kFarAway = 1e6;
 
 unsigned char Sum(unsigned char a, unsigned char b) { return static_cast<unsigned char>(std::min(a + b, 255)); }
@@ -52,6 +54,8 @@ class Coverage {
     }
   }
 
+  raster::MaskView View() const { return {rows_.data(), static_cast<std::size_t>(stride_), box_}; }
+
   void Paint(cairo_t* cairo) {
     const CairoSurface mask(cairo_image_surface_create_for_data(rows_.data(), CAIRO_FORMAT_A8, box_.x1 - box_.x0,
                                                                 box_.y1 - box_.y0, stride_));
@@ -69,6 +73,13 @@ class Coverage {
   int stride_;  // a group wider than the box
   std::vector<unsigned char> rows_;
 };
+
+template <typename Items>
+Coverage CoverageOf(const Items& letters, const PixelBox& box) {
+  Coverage coverage(box);
+  for (const auto& item : letters) coverage.Add(*item.glyph, item.left, item.top);
+  return coverage;
+}
 
 void PaintPicture(cairo_t* cairo, const GlyphMask& glyph, int left, int top, double alpha) {
   const CairoSurface picture(cairo_image_surface_create_for_data(
@@ -102,7 +113,7 @@ bool LineMask::AddRun(const ShapedLine& line, const ShapedRun& run, const CGAffi
   for (std::size_t i = run.firstGlyph; i < run.firstGlyph + run.glyphCount; ++i) {
     const auto index = static_cast<std::uint32_t>(line.glyphs[i].index);
     const CGPoint at = CGPointApplyAffineTransform({line.glyphs[i].x, line.glyphs[i].y}, m);
-    if (!(std::fabs(at.x) < kFarAway && std::fabs(at.y) < kFarAway)) return false;
+    if (!(std::fabs(at.x) < kFarAway && std::fabs(at.y) < kFarAway)) continue;  // no target reaches so far
     const GlyphPlace place = masks.PlaceOf(index, at.x, at.y);
     const GlyphMask& mask = store.Mask(&masks, index, place.step);
     if (mask.kind == GlyphMask::Kind::kNotKept) return false;
@@ -114,15 +125,26 @@ bool LineMask::AddRun(const ShapedLine& line, const ShapedRun& run, const CGAffi
   return true;
 }
 
-void LineMask::PaintLetters(cairo_t* cairo, const PixelBox& box) const {
-  if (letters_.empty()) return;
-  Coverage coverage(box);
-  for (const Item& item : letters_) coverage.Add(*item.glyph, item.left, item.top);
-  coverage.Paint(cairo);
+void LineMask::PaintOnBitmap(CGContext* context, const Paint& paint, const PixelBox& box) const {
+  if (!letters_.empty()) {
+    const Coverage coverage = CoverageOf(letters_, box);
+    MaskOnBitmap(context, paint, coverage.View());
+  }
+  for (const Item& item : pictures_) {
+    const GlyphMask& glyph = *item.glyph;
+    const raster::PixelGrid grid{reinterpret_cast<const std::uint32_t*>(glyph.bytes.data()),
+                                 static_cast<std::size_t>(glyph.stride) / sizeof(std::uint32_t), glyph.width,
+                                 glyph.height};
+    const ImageRows rows(grid, {1, 0, 0, 1, static_cast<double>(item.left), static_cast<double>(item.top)},
+                         paint.alpha * context->state.alpha, SurfaceOf(*context->bitmap).order);
+    BoxOnBitmap(context, rows, {item.left, item.top, item.left + glyph.width, item.top + glyph.height});
+  }
 }
 
-void LineMask::PaintPictures(cairo_t* cairo, double alpha) const {
-  for (const Item& item : pictures_) PaintPicture(cairo, *item.glyph, item.left, item.top, alpha);
+void LineMask::PaintThroughCairo(cairo_t* cairo, const Paint& paint, double alpha, const PixelBox& box) const {
+  cairo_set_source_rgba(cairo, paint.red, paint.green, paint.blue, paint.alpha * alpha);
+  if (!letters_.empty()) CoverageOf(letters_, box).Paint(cairo);
+  for (const Item& item : pictures_) PaintPicture(cairo, *item.glyph, item.left, item.top, paint.alpha * alpha);
   cairo_set_source_rgb(cairo, 0, 0, 0);  // the last one's pixels belong to the store
 }
 

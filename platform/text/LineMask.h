@@ -14,17 +14,16 @@ class LineMask {
   /// `m` leads from reference units to device space and has an inverse.
   LineMask(const ShapedLine& line, const CGAffineTransform& m);
 
-  /// False for a line that is too long or too far away, and for glyphs that are not kept.
+  /// False for a line of more than a million glyphs, and for glyphs that are not kept.
   bool IsComplete() const { return isComplete_; }
 
   /// The pixels that glyphs cover.
   const PixelBox& Box() const { return box_; }
 
-  /// Paints cairo's source through the coverage within `box`, which is not empty; the matrix is the identity.
-  void PaintLetters(cairo_t* cairo, const PixelBox& box) const;
-  bool HasPictures() const { return !pictures_.empty(); }
-  /// Paints the glyphs that are pictures in their own colours. The matrix is the identity; the source changes.
-  void PaintPictures(cairo_t* cairo, double alpha) const;
+  /// Paints the line on a bitmap, or, for foreign pixels, through cairo, whose matrix is the identity: letters in the
+  /// paint's colour, pictures in their own. `box` is the part of the line's that can be seen, and is not empty.
+  void PaintOnBitmap(CGContext* context, const Paint& paint, const PixelBox& box) const;
+  void PaintThroughCairo(cairo_t* cairo, const Paint& paint, double alpha, const PixelBox& box) const;
 
  private:
   struct Item {
