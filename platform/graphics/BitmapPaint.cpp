@@ -39,8 +39,8 @@ std::uint32_t Channel(double component) {
 raster::Ink ColorInk(const Paint& paint, double contextAlpha, raster::PixelOrder order) {
   const double alpha = paint.alpha * contextAlpha;
   const double a = alpha > 0 ? std::min(alpha, 1.0) : 0;
-  const std::uint32_t color = Channel(a) << 24 | Channel(paint.red * a) << 16 | Channel(paint.green * a) << 8 |
-                              Channel(paint.blue * a);
+  const std::uint32_t color =
+      Channel(a) << 24 | Channel(paint.red * a) << 16 | Channel(paint.green * a) << 8 | Channel(paint.blue * a);
   raster::Ink ink;
   ink.color = raster::InOrder(color, order);
   return ink;
@@ -82,7 +82,8 @@ bool IsWholeBox(const CGPath& path, raster::Box* box) {
   const CGPoint* p = path.points.Data();
   for (int i = 0; i < 4; ++i) {
     if (p[i].x != std::floor(p[i].x) || p[i].y != std::floor(p[i].y) || !(std::fabs(p[i].x) <= kFarthest) ||
-        !(std::fabs(p[i].y) <= kFarthest) || path.verbs.Data()[i] != (i == 0 ? kCGPathElementMoveToPoint : kCGPathElementAddLineToPoint)) {
+        !(std::fabs(p[i].y) <= kFarthest) ||
+        path.verbs.Data()[i] != (i == 0 ? kCGPathElementMoveToPoint : kCGPathElementAddLineToPoint)) {
       return false;
     }
   }
@@ -218,8 +219,7 @@ void ShadeOnBitmap(CGContext* context, const CGShading& shading) {
   const raster::Surface surface = SurfaceOf(*context->bitmap);
   const ClipNode* innermost = context->state.clip.get();
   const raster::Clip clip = ClipOf(context, innermost != nullptr ? innermost->parent.get() : nullptr);
-  const raster::Shape shape =
-      innermost != nullptr ? ShapeOf(*innermost->path, innermost->antialias) : raster::Shape{};
+  const raster::Shape shape = innermost != nullptr ? ShapeOf(*innermost->path, innermost->antialias) : raster::Shape{};
   const raster::Box box = innermost != nullptr ? raster::BoxOf(shape, clip.box) : clip.box;
   if (box.IsEmpty()) return;
   const ShadingRows rows(shading, context->UserToDevice(), box, context->state.alpha);

@@ -1,8 +1,8 @@
 // Drawing shadings.
 //
 // The usual call is "clip to a path, draw the shading". It is drawn as one fill of that path: the innermost clip
-// becomes the path, the shading the source, and only the clips around it stay clips. On a bitmap its rows are the source;
-// elsewhere a scratch image of the pixels that the path touches is, and on a page a gradient of cairo's own.
+// becomes the path, the shading the source, and only the clips around it stay clips. On a bitmap its rows are the
+// source; elsewhere a scratch image of the pixels that the path touches is, and on a page a gradient of cairo's own.
 #include <algorithm>
 #include <cstring>
 

@@ -97,7 +97,7 @@ struct CGContext final : platform::NativeObject {
 
   CGAffineTransform UserToDevice() const { return CGAffineTransformConcat(state.matrix, baseToDevice); }
 
-  platform::CairoContext cairo;               ///< null over a bitmap
+  platform::CairoContext cairo;  ///< null over a bitmap
   std::unique_ptr<platform::DrawingTarget> target;
   CGAffineTransform baseToDevice;
   platform::GraphicsState state;

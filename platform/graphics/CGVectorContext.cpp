@@ -78,8 +78,8 @@ CGContextRef CreatePage(SurfaceKind kind, CreateSurface create, double width, do
       kind == SurfaceKind::kSVG ? cairo_recording_surface_create(CAIRO_CONTENT_COLOR_ALPHA, &extents) : nullptr);
   platform::CairoContext cairo(cairo_create(recording != nullptr ? recording.get() : surface.get()));
   const PixelBox bounds{0, 0, static_cast<int>(std::ceil(width)), static_cast<int>(std::ceil(height))};
-  return new CGContext(std::move(cairo),
-                       std::make_unique<PageTarget>(bounds, kind, std::move(surface)), {1, 0, 0, -1, 0, height});
+  return new CGContext(std::move(cairo), std::make_unique<PageTarget>(bounds, kind, std::move(surface)),
+                       {1, 0, 0, -1, 0, height});
 }
 
 }  // namespace

@@ -39,7 +39,8 @@ void BlendPixel(Bytes* below, const Bytes& source, float coverage, std::size_t a
     const float s = std::min(static_cast<float>(source[i]) / 255 / sourceAlpha, 1.0F);
     const float b = belowAlpha > 0 ? std::min(static_cast<float>((*below)[i]) / 255 / belowAlpha, 1.0F) : 0;
     const float mixed = isSoft ? SoftLight(b, s) : HardLight(b, s);
-    (*below)[i] = ByteOf(covered * (1 - belowAlpha) * s + belowAlpha * (1 - covered) * b + covered * belowAlpha * mixed);
+    (*below)[i] =
+        ByteOf(covered * (1 - belowAlpha) * s + belowAlpha * (1 - covered) * b + covered * belowAlpha * mixed);
   }
   (*below)[alpha] = ByteOf(covered + belowAlpha * (1 - covered));
 }
@@ -58,7 +59,8 @@ void BlendThrough(const Surface& surface, int x, int y, int count, const unsigne
       unsigned char* at = surface.At(x + begin + i, y);
       std::memcpy(below.data(), at, below.size());
       std::memcpy(source.data(), &pixels[static_cast<std::size_t>(i)], source.size());
-      BlendPixel(&below, source, static_cast<float>(coverage[begin + i]) / 255, alpha, ink.kind == Ink::Kind::kSoftLight);
+      BlendPixel(&below, source, static_cast<float>(coverage[begin + i]) / 255, alpha,
+                 ink.kind == Ink::Kind::kSoftLight);
       std::memcpy(at, below.data(), below.size());
     }
   }

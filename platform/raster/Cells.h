@@ -1,10 +1,10 @@
 // The buffer in which coverage is added up.
 //
-// One number stands for each pixel of a tile. An edge that goes through a pixel adds to it how much of the pixel lies to
-// the right of the edge, and to the next pixel what is missing there, each with the edge's direction as its sign. The
-// running sum along a row is then the winding number times the covered area: an exact area, not a sampled one. The way
-// goes back to "Efficient anti-aliasing by area accumulation" as in R. Levien's font-rs (2016) and the cells of
-// D. Turner's FreeType rasteriser; here the sums are whole numbers, so that they cancel without a rest.
+// One number stands for each pixel of a tile. An edge that goes through a pixel adds to it how much of the pixel lies
+// to the right of the edge, and to the next pixel what is missing there, each with the edge's direction as its sign.
+// The running sum along a row is then the winding number times the covered area: an exact area, not a sampled one. The
+// way goes back to "Efficient anti-aliasing by area accumulation" as in R. Levien's font-rs (2016) and the cells of D.
+// Turner's FreeType rasteriser; here the sums are whole numbers, so that they cancel without a rest.
 //
 // A bit for each group of four pixels tells whether an edge touched it. Whoever reads the numbers clears them, so that
 // the buffer is always zero between shapes and nothing but what was touched costs time.
@@ -57,12 +57,12 @@ class Workspace {
 /// The cells of a tile of the target.
 template <typename Cell>
 struct Tile {
-  Box box;               ///< in pixels of the target
-  Cell* cells;           ///< rows of `stride`, at least two more than the width
-  std::size_t stride;    ///< a multiple of kGroup
-  std::uint64_t* bits;   ///< rows of `bitStride` words, a bit a group
+  Box box;              ///< in pixels of the target
+  Cell* cells;          ///< rows of `stride`, at least two more than the width
+  std::size_t stride;   ///< a multiple of kGroup
+  std::uint64_t* bits;  ///< rows of `bitStride` words, a bit a group
   std::size_t bitStride;
-  std::int64_t* left;    ///< for each row, by how much what lies left of the tile changes from the row above
+  std::int64_t* left;  ///< for each row, by how much what lies left of the tile changes from the row above
   std::size_t edgeCount = 0;
 
   Tile(Workspace& workspace, const Box& tileBox)

@@ -1,7 +1,7 @@
 // Straight edges into the cells of a tile.
 //
-// Edges come in doubles and are cut to the tile in doubles, by their own equation, so that an edge that begins a billion
-// pixels away is as right as one that begins in sight. Only what is left is put into fixed point.
+// Edges come in doubles and are cut to the tile in doubles, by their own equation, so that an edge that begins a
+// billion pixels away is as right as one that begins in sight. Only what is left is put into fixed point.
 #pragma once
 
 #include <utility>
@@ -214,8 +214,7 @@ class Edges {
     int begin = xa & (kSub - 1);
     int done = 0;
     for (int cell = first; cell < last; ++cell) {
-      const int reached =
-          static_cast<int>(perStep * static_cast<float>((cell + 1) * kSub - xa) + 0.5F);
+      const int reached = static_cast<int>(perStep * static_cast<float>((cell + 1) * kSub - xa) + 0.5F);
       const int share = (reached - done) * direction;
       const int after = begin + kSub;
       cells[cell] += share * (2 * kSub - after);

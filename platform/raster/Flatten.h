@@ -2,8 +2,8 @@
 //
 // A curve is cut into equal steps of its parameter, as many as keep each line within a tolerance: for a cubic
 // sqrt(3/4 L / tolerance), for a quadratic curve sqrt(1/4 L / tolerance), L being the largest second difference of its
-// control points (the bound of Wang, 1984, as in R. Goldman's "Pyramid Algorithms"). A long curve is halved instead, and
-// a half that leaves no trace is one line.
+// control points (the bound of Wang, 1984, as in R. Goldman's "Pyramid Algorithms"). A long curve is halved instead,
+// and a half that leaves no trace is one line.
 #pragma once
 
 #include <cmath>

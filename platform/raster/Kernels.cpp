@@ -36,8 +36,7 @@ HWY_INLINE void WithPainter(const Surface& surface, const Ink& ink, int end, con
 
 void SweepTile(const Tile<std::int32_t>& tile, FillRule rule, const MaskView* clip, const Surface& surface,
                const Ink& ink) {
-  WithPainter(surface, ink, tile.box.x1,
-              [&](auto& painter) HWY_ATTR { SweepClipped(tile, rule, clip, painter); });
+  WithPainter(surface, ink, tile.box.x1, [&](auto& painter) HWY_ATTR { SweepClipped(tile, rule, clip, painter); });
 }
 
 void SweepToBytes(const Tile<std::int32_t>& tile, FillRule rule, unsigned char* bytes, std::size_t stride) {

@@ -67,8 +67,8 @@ void PaintSpan(const Surface& surface, int x, int y, int count, const Ink& ink);
 /// bytes[i] = bytes[i] * by[i] / 255, rounded.
 void MultiplyBytes(unsigned char* bytes, const unsigned char* by, std::size_t count);
 
-/// A row of a table's entries: pixel i takes the one at first + step * i, of 0 to last; what lies before or behind takes
-/// the first or the last. A position that is no number takes any.
+/// A row of a table's entries: pixel i takes the one at first + step * i, of 0 to last; what lies before or behind
+/// takes the first or the last. A position that is no number takes any.
 void LookUpLinear(const std::uint32_t* table, int last, double first, double step, int count, std::uint32_t* pixels);
 
 /// The same where the position is offset + factor * the distance of (x + stepX i, y + stepY i) from 0.

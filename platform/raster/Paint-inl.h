@@ -54,8 +54,8 @@ HWY_INLINE void MixThrough(unsigned char* to, int count, const unsigned char* co
   std::memcpy(to, rest, size);
 }
 
-/// Below an edge there is likely more of it: its pixels are asked for some rows ahead, since a large bitmap is not in the
-/// cache. Memory that is not there is asked for without harm.
+/// Below an edge there is likely more of it: its pixels are asked for some rows ahead, since a large bitmap is not in
+/// the cache. Memory that is not there is asked for without harm.
 HWY_INLINE void PrefetchBelow(const Surface& surface, const unsigned char* at) {
   constexpr std::size_t kRowsAhead = 6;
   hwy::Prefetch(at + kRowsAhead * surface.stride);
@@ -107,9 +107,8 @@ class FlatPainter {
     MixGroup(At(x), count, [this, coverage](auto d, auto below) HWY_ATTR { return mixer_.Mix(d, below, coverage); });
   }
   HWY_INLINE void Mask(int x, int count, const unsigned char* coverage) {
-    MixThrough(At(x), count, coverage, [this](auto d, auto below, auto cover, int) HWY_ATTR {
-      return mixer_.Mix(d, below, cover);
-    });
+    MixThrough(At(x), count, coverage,
+               [this](auto d, auto below, auto cover, int) HWY_ATTR { return mixer_.Mix(d, below, cover); });
   }
 
  private:
@@ -160,9 +159,8 @@ class RowPainter {
   HWY_INLINE void Mask(int x, int count, const unsigned char* coverage) {
     InPieces(x, count, [this, x, coverage](int begin, int size, const std::uint32_t* pixels) HWY_ATTR {
       MixThrough(At(begin), size, coverage + (begin - x),
-                 [this, pixels](auto d, auto below, auto cover, int i) HWY_ATTR {
-                   return mixer_.Mix(d, below, hn::LoadU(d, pixels + i), cover);
-                 });
+                 [this, pixels](auto d, auto below, auto cover, int i)
+                     HWY_ATTR { return mixer_.Mix(d, below, hn::LoadU(d, pixels + i), cover); });
     });
   }
 
@@ -199,7 +197,8 @@ class RowPainter {
   int y_ = 0;
   int fetchedBegin_ = 0;
   int fetchedEnd_ = 0;
-  std::uint32_t pixels_[kPiece + 2 * HWY_MAX_BYTES / kPixel];  // what is read of them and was not fetched does not count
+  std::uint32_t
+      pixels_[kPiece + 2 * HWY_MAX_BYTES / kPixel];  // what is read of them and was not fetched does not count
 };
 
 /// Takes away what a clip leaves out, and hands on the rest.

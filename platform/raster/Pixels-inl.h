@@ -95,8 +95,8 @@ struct ColorMixer {
     const auto even = DivideBy255(hn::Mul(EvenBytes(d, source), cover));
     const auto odd = DivideBy255(hn::Mul(OddBytes(d, source), cover));
     const auto full = hn::Set(w, 255);
-    const auto left = hn::Sub(
-        full, isOpaque ? cover : DivideBy255(hn::Mul(hn::Set(w, static_cast<std::uint16_t>(alpha)), cover)));
+    const auto left =
+        hn::Sub(full, isOpaque ? cover : DivideBy255(hn::Mul(hn::Set(w, static_cast<std::uint16_t>(alpha)), cover)));
     return Joined(d, hn::Add(even, DivideBy255(hn::Mul(EvenBytes(d, below), left))),
                   hn::Add(odd, DivideBy255(hn::Mul(OddBytes(d, below), left))));
   }
@@ -125,8 +125,7 @@ struct RowMixer {
     const auto cover = Doubled(d, coverage);
     const auto even = DivideBy255(hn::Mul(EvenBytes(d, source), cover));
     const auto odd = DivideBy255(hn::Mul(OddBytes(d, source), cover));
-    const auto alpha =
-        hn::And(hn::ShiftRightSame(Joined(d, even, odd), alphaShift), hn::Set(d, 255U));
+    const auto alpha = hn::And(hn::ShiftRightSame(Joined(d, even, odd), alphaShift), hn::Set(d, 255U));
     const auto full = hn::Set(w, 255);
     const auto left = hn::Sub(full, Doubled(d, alpha));
     return Joined(d, hn::Min(full, hn::Add(even, DivideBy255(hn::Mul(EvenBytes(d, below), left)))),

@@ -107,8 +107,7 @@ bool InTiles(const Prepared& shape, const Box& box, const Use& use, const UseRow
       }
       Wipe(tile);
       const Box part = tile.box;
-      if (!SweepWide(*workspace, shape, part,
-                     [&](int row, unsigned char* coverage) { useRow(part, row, coverage); })) {
+      if (!SweepWide(*workspace, shape, part, [&](int row, unsigned char* coverage) { useRow(part, row, coverage); })) {
         return false;
       }
     }

@@ -23,7 +23,8 @@ HWY_INLINE auto Entries(const std::uint32_t* table, int last, V position) {
   const Reals d;
   position = hn::Min(hn::Max(position, hn::Zero(d)), hn::Set(d, static_cast<float>(last)));
   // Once more as whole numbers: what is no number passes the comparison above.
-  const auto entry = hn::Max(hn::Zero(whole), hn::Min(hn::Set(whole, last), hn::ConvertTo(whole, hn::Add(position, hn::Set(d, 0.5F)))));
+  const auto entry = hn::Max(hn::Zero(whole),
+                             hn::Min(hn::Set(whole, last), hn::ConvertTo(whole, hn::Add(position, hn::Set(d, 0.5F)))));
   return hn::GatherIndex(Many(), table, entry);
 }
 
@@ -47,9 +48,8 @@ void LookUpLinear(const std::uint32_t* table, int last, double first, double ste
   const auto steps = hn::Mul(hn::Iota(d, 0.0F), hn::Set(d, static_cast<float>(step)));
   for (int begin = 0; begin < count; begin += kStretch) {
     const auto base = hn::Add(hn::Set(d, static_cast<float>(first + step * begin)), steps);
-    LookUp(table, last, std::min(kStretch, count - begin), pixels + begin, [&](int i) HWY_ATTR {
-      return hn::Add(base, hn::Set(d, static_cast<float>(step) * static_cast<float>(i)));
-    });
+    LookUp(table, last, std::min(kStretch, count - begin), pixels + begin,
+           [&](int i) HWY_ATTR { return hn::Add(base, hn::Set(d, static_cast<float>(step) * static_cast<float>(i))); });
   }
 }
 
@@ -81,7 +81,8 @@ HWY_INLINE Neighbours NeighboursOf(V offset, int base, int size) {
   const hn::RebindToSigned<Many> whole;
   const Reals d;
   const auto floor = hn::Floor(offset);
-  const auto share = hn::ConvertTo(whole, hn::Add(hn::Mul(hn::Sub(offset, floor), hn::Set(d, 256.0F)), hn::Set(d, 0.5F)));
+  const auto share =
+      hn::ConvertTo(whole, hn::Add(hn::Mul(hn::Sub(offset, floor), hn::Set(d, 256.0F)), hn::Set(d, 0.5F)));
   const auto before = hn::Add(hn::ConvertTo(whole, floor), hn::Set(whole, base));
   const auto last = hn::Set(whole, size - 1);
   const auto zero = hn::Zero(whole);
@@ -111,8 +112,8 @@ HWY_INLINE auto MixFour(const PixelGrid& grid, const Neighbours& x, const Neighb
   const auto shareY = Doubled(d, y.share);
   const auto even = Between(Between(EvenBytes(d, a), EvenBytes(d, b), shareX),
                             Between(EvenBytes(d, c), EvenBytes(d, e), shareX), shareY);
-  const auto odd = Between(Between(OddBytes(d, a), OddBytes(d, b), shareX),
-                           Between(OddBytes(d, c), OddBytes(d, e), shareX), shareY);
+  const auto odd =
+      Between(Between(OddBytes(d, a), OddBytes(d, b), shareX), Between(OddBytes(d, c), OddBytes(d, e), shareX), shareY);
   return Joined(d, even, odd);
 }
 
@@ -129,9 +130,11 @@ void LookUpBilinear(const PixelGrid& grid, const GridRow& row, int count, std::u
     const double baseX = std::floor(startX);
     const double baseY = std::floor(startY);
     const auto at = [&](int i, double start, double step) HWY_ATTR {
-      const auto offset = hn::Add(hn::Set(real, static_cast<float>(start)),
-                                  hn::Mul(hn::Set(real, static_cast<float>(step)), hn::Iota(real, static_cast<float>(i))));
-      return hn::Max(hn::Set(real, -static_cast<float>(kFar)), hn::Min(offset, hn::Set(real, static_cast<float>(kFar))));
+      const auto offset =
+          hn::Add(hn::Set(real, static_cast<float>(start)),
+                  hn::Mul(hn::Set(real, static_cast<float>(step)), hn::Iota(real, static_cast<float>(i))));
+      return hn::Max(hn::Set(real, -static_cast<float>(kFar)),
+                     hn::Min(offset, hn::Set(real, static_cast<float>(kFar))));
     };
     const int end = std::min(kStretch, count - begin);
     for (int i = 0; i < end; i += lanes) {
@@ -171,7 +174,8 @@ void MultiplyBytes(unsigned char* bytes, const unsigned char* by, std::size_t co
   const hn::Rebind<std::uint8_t, decltype(d)> narrow;
   std::size_t i = 0;
   for (; i + hn::Lanes(d) <= count; i += hn::Lanes(d)) {
-    const auto product = hn::Mul(hn::PromoteTo(d, hn::LoadU(narrow, bytes + i)), hn::PromoteTo(d, hn::LoadU(narrow, by + i)));
+    const auto product =
+        hn::Mul(hn::PromoteTo(d, hn::LoadU(narrow, bytes + i)), hn::PromoteTo(d, hn::LoadU(narrow, by + i)));
     const hn::RebindToSigned<decltype(d)> isigned;
     hn::StoreU(hn::DemoteTo(narrow, hn::BitCast(isigned, DivideBy255(product))), narrow, bytes + i);
   }

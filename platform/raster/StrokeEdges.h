@@ -1,8 +1,8 @@
 // The edges of a path that is stroked.
 //
-// The nib is a circle of the pen's own space; a linear map brings it into pixels, where it may be any ellipse. Directions
-// are measured in the pen's space, so that caps, joins and the mitre limit are those of the circle, and every offset is
-// mapped into pixels.
+// The nib is a circle of the pen's own space; a linear map brings it into pixels, where it may be any ellipse.
+// Directions are measured in the pen's space, so that caps, joins and the mitre limit are those of the circle, and
+// every offset is mapped into pixels.
 //
 // No outline is put together. Each piece of the path sends the two long sides of its rectangle, each corner what lies
 // between the ends of those sides: on the outer side the join, on the inner side nothing where the sides cross, or, of
@@ -33,19 +33,19 @@ class StrokeEdges {
   }
   void LineTo(Point p) {
     isDrawn_ = true;
-    AddPiece(p, nib_.join);
+    const Point direction = p - current_;
+    if (AddPiece(p, JoinWith(direction))) SetDirections(direction, direction);
   }
   void QuadTo(Point control, Point p) { CurveTo(CubicOf(current_, control, p)); }
   void CubicTo(Point first, Point second, Point p) { CurveTo({{current_, first, second, p}}); }
 
   void Close() {
-    isDrawn_ = true;
-    AddPiece(start_, nib_.join);
-    if (!hasSecond_) {
+    LineTo(start_);
+    if (pieceCount_ < 2) {
       End();
       return;
     }
-    AddJoin(start_, &last_, &first_, nib_.join);
+    AddJoin(start_, &last_, &first_, JoinWith(firstDirection_));
     AddSides(last_);
     AddSides(first_);
     Forget();
@@ -53,14 +53,14 @@ class StrokeEdges {
 
   /// Caps what is open. To be called after the last piece.
   void End() {
-    if (hasPiece_) {
+    if (pieceCount_ > 0) {
       SetEnds(&last_, current_);
       SetStarts(&first_, start_);
-      if (!hasSecond_) SetStarts(&last_, start_);
+      if (pieceCount_ == 1) SetStarts(&last_, start_);
       AddSides(last_);
-      if (hasSecond_) AddSides(first_);
-      AddCap(current_, last_.normal);
-      AddCap(start_, -1 * first_.normal);
+      if (pieceCount_ > 1) AddSides(first_);
+      AddCap(current_, last_.normal, nib_.cap);
+      AddCap(start_, -1 * first_.normal, nib_.cap);
     } else if (isDrawn_) {
       AddDot();
     }
@@ -70,9 +70,11 @@ class StrokeEdges {
  private:
   // A piece of the path, and where its two sides begin and end, the left one in the direction of the path.
   struct Piece {
-    Point normal;  // of length 1, to the left, in the pen's space
-    Point offset;  // the nib's edge there, in pixels
-    double free;   // of its length, what corners have not cut off
+    Point normal;   // of length 1, to the left, in the pen's space
+    Point offset;   // the nib's edge there, in pixels
+    double length;  // in the pen's space
+    double free;    // of it, what corners have not cut off
+    Point from;
     Point leftStart, leftEnd, rightStart, rightEnd;
   };
 
@@ -90,8 +92,21 @@ class StrokeEdges {
   }
 
   void Forget() {
-    hasPiece_ = hasSecond_ = isDrawn_ = false;
+    pieceCount_ = 0;
+    hasDirection_ = isDrawn_ = false;
     current_ = start_;
+  }
+
+  // Where two directions are the same the path is smooth, however sharply the lines that stand for a curve may turn.
+  Join JoinWith(Point direction) const {
+    constexpr double kSmooth = 0.02;  // of a radian
+    const double along = Dot(direction_, direction);
+    return along > 0 && std::fabs(Cross(direction_, direction)) <= kSmooth * along ? Join::kRound : nib_.join;
+  }
+  void SetDirections(Point first, Point last) {
+    if (!hasDirection_) firstDirection_ = first;
+    hasDirection_ = true;
+    direction_ = last;
   }
 
   void CurveTo(const Cubic& c) {
@@ -100,10 +115,23 @@ class StrokeEdges {
       e = {e.x0 - nib_.reach, e.y0 - nib_.reach, e.x1 + nib_.reach, e.y1 + nib_.reach};
       return edges_.IsOutOfSight(e) || edges_.IsLeft(e);
     };
-    Join join = nib_.join;  // with what comes before; within the curve there are no corners
-    Flatten(c, kFlatness, isHidden, [this, &join](Point p) {
-      if (AddPiece(p, join)) join = Join::kRound;
+    const Point first = Direction(c.p[0], c.p[1], c.p[2], c.p[3]);
+    const Point last = -1 * Direction(c.p[3], c.p[2], c.p[1], c.p[0]);
+    Join join = JoinWith(first);  // with what comes before; within the curve there are no corners
+    bool isAdded = false;
+    Flatten(c, kFlatness, isHidden, [this, &join, &isAdded](Point p) {
+      if (!AddPiece(p, join)) return;
+      join = Join::kRound;
+      isAdded = true;
     });
+    if (isAdded) SetDirections(first, last);
+  }
+  // In which a curve leaves its end a, whose next controls are b, c, and whose other end is d.
+  static Point Direction(Point a, Point b, Point c, Point d) {
+    for (const Point& p : {b, c}) {
+      if (p.x != a.x || p.y != a.y) return p - a;
+    }
+    return d - a;
   }
 
   // A piece to p, and its join with the one before, whose sides are known then. False for a piece without a length.
@@ -112,24 +140,46 @@ class StrokeEdges {
     const double length = std::sqrt(Dot(along, along));
     if (!(length > kLeastLength * nib_.radius)) return false;
     const double k = 1 / length;
-    Piece piece{{-k * along.y, k * along.x}, {}, length, {}, {}, {}, {}};
+    Piece piece{{-k * along.y, k * along.x}, {}, length, length, current_, {}, {}, {}, {}};
     piece.offset = nib_.ToPixels(piece.normal);
-    if (!hasPiece_) {
+    if (pieceCount_ == 0) {
       start_ = current_;
       first_ = piece;
     } else {
-      AddJoin(current_, &last_, &piece, join);
-      if (hasSecond_) {
-        AddSides(last_);
+      Piece& before = pieceCount_ == 1 ? first_ : last_;
+      if (Dot(before.normal, piece.normal) < kHalfTurn) {
+        TurnBack(current_, p, &before, &piece, join);
       } else {
-        first_ = last_;  // with its ends; its starts are known when the contour ends
-        hasSecond_ = true;
+        AddJoin(current_, &before, &piece, join);
       }
+      if (pieceCount_ > 1) AddSides(last_);  // the first one's starts are known when the contour ends
     }
     last_ = piece;
-    hasPiece_ = true;
+    ++pieceCount_;
     current_ = p;
     return true;
+  }
+
+  // At p a goes back as b, to `end`. Both would count where they cover a part of a pixel, so the shorter of them is
+  // left out but for its far end, from which the path goes on; and half a turn, round or flat, ends the longer.
+  void TurnBack(Point p, Point end, Piece* a, Piece* b, Join join) {
+    const Cap cap = join == Join::kRound ? Cap::kRound : Cap::kButt;
+    const double least = kLeastFree * nib_.radius;
+    if (b->length <= a->length) {
+      const Point start = end - std::min(1.0, least / b->length) * (end - p);
+      SetEnds(a, p);
+      AddCap(p, a->normal, cap);
+      SetStarts(b, start);
+      AddCap(start, -1 * b->normal, Cap::kButt);
+      b->free = std::min(b->free, least);
+    } else {
+      const Point stop = a->from + std::min(1.0, least / a->length) * (p - a->from);
+      SetEnds(a, stop);
+      AddCap(stop, a->normal, Cap::kButt);
+      SetStarts(b, p);
+      AddCap(p, -1 * b->normal, cap);
+      a->free = std::min(a->free, least);
+    }
   }
 
   // Where the sides of a and of b meet at p, and what lies between them.
@@ -228,9 +278,9 @@ class StrokeEdges {
   static constexpr double kCubicRadius = 70;  // a quarter circle this large errs by 0.02 pixels
 
   // What closes a piece that ends at p, on its way from the left side to the right one.
-  void AddCap(Point p, Point normal) {
+  void AddCap(Point p, Point normal, Cap cap) {
     const Point offset = nib_.ToPixels(normal);
-    switch (nib_.cap) {
+    switch (cap) {
       case Cap::kButt:
         edges_.Line(p + offset, p - offset);
         break;
@@ -250,12 +300,14 @@ class StrokeEdges {
   // A contour without a length: the nib itself, or a square upright in the pen's space.
   void AddDot() {
     if (nib_.cap == Cap::kButt || !hasMoved_) return;
-    AddCap(start_, {0, 1});
-    AddCap(start_, {0, -1});
+    AddCap(start_, {0, 1}, nib_.cap);
+    AddCap(start_, {0, -1}, nib_.cap);
   }
 
   // Of the radius; shorter pieces have no direction worth the name.
   static constexpr double kLeastLength = 1e-9;
+  static constexpr double kHalfTurn = -1 + 1e-7;  // the cosine of its angle, and what is as good as that
+  static constexpr double kLeastFree = 1e-3;      // of the radius: what is left of a piece that another covers
 
   const Nib& nib_;
   Edges<Cell>& edges_;
@@ -263,8 +315,10 @@ class StrokeEdges {
   Point current_{0, 0};
   Piece first_{};
   Piece last_{};
-  bool hasPiece_ = false;
-  bool hasSecond_ = false;
+  Point direction_{0, 0};       // of the path's last verb, at its end
+  Point firstDirection_{0, 0};  // of the contour's first, at its start
+  std::size_t pieceCount_ = 0;  // of the contour
+  bool hasDirection_ = false;
   bool isDrawn_ = false;  // by more than a move
   bool hasMoved_ = false;
 };

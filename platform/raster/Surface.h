@@ -8,7 +8,8 @@
 
 namespace raster {
 
-/// How the four bytes of a pixel lie in memory. Pixels that are passed around as words are in the order of their surface.
+/// How the four bytes of a pixel lie in memory. Pixels that are passed around as words are in the order of their
+/// surface.
 enum class PixelOrder : std::uint8_t {
   kBlueFirst,   ///< blue, green, red, alpha
   kAlphaFirst,  ///< alpha, red, green, blue

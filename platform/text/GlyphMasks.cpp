@@ -52,8 +52,9 @@ bool TakeBox(GlyphMask* mask, const CGRect& box, int bytesPerPixel) {
   return true;
 }
 
-bool FillInto(GlyphMask* mask, const CGPath& outline) {
+bool FillInto(GlyphMask* mask, const CGPath& outline, bool isSoft) {
   raster::Shape shape;
+  shape.antialias = isSoft;
   shape.path = ViewOf(outline);
   return raster::Cover(shape, {mask->left, mask->top, mask->left + mask->width, mask->top + mask->height},
                        mask->bytes.data(), static_cast<std::size_t>(mask->stride));
@@ -91,14 +92,15 @@ std::size_t BytesOf(const GlyphMask& mask) {
   return mask.bytes.size() + sizeof(mask) + kNode;
 }
 
-GlyphMasks::GlyphMasks(FontFace* face, const cairo_matrix_t& scale)
+GlyphMasks::GlyphMasks(FontFace* face, const cairo_matrix_t& scale, bool isSoft)
     : face_(face),
       scale_{scale.xx, scale.yx, scale.xy, scale.yy, 0, 0},
+      isSoft_(isSoft),
       isLevel_(scale.yx == 0 && std::hypot(scale.xy, scale.yy) * kReferenceSize <= kMaxLevelEm) {}
 
 // The baseline of level text stands on whole pixels, so that its letters keep their edges.
 GlyphPlace GlyphMasks::PlaceOf(std::uint32_t glyph, double deviceX, double deviceY) const {
-  if (face_->Pictures().Has(glyph)) return {Floor(deviceX + 0.5), Floor(deviceY + 0.5), 0};
+  if (!isSoft_ || face_->Pictures().Has(glyph)) return {Floor(deviceX + 0.5), Floor(deviceY + 0.5), 0};
   unsigned int stepX = 0;
   unsigned int stepY = 0;
   GlyphPlace place{};
@@ -129,7 +131,7 @@ GlyphMask GlyphMasks::Render(std::uint32_t glyph, unsigned int step) const {
   const CGAffineTransform toPixels{scale_.xx, scale_.yx, scale_.xy, scale_.yy, stepX * kStep, stepY * kStep};
   const CGPath* path = CGPathCreateCopyAndTransform(&outline, &toPixels);
   if (TakeBox(&mask, CGPathGetBoundingBox(path), 1)) {
-    mask.kind = FillInto(&mask, *path) ? GlyphMask::Kind::kCoverage : GlyphMask::Kind::kNotKept;
+    mask.kind = FillInto(&mask, *path, isSoft_) ? GlyphMask::Kind::kCoverage : GlyphMask::Kind::kNotKept;
   }
   CGPathRelease(path);
   return mask;

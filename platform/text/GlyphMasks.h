@@ -1,8 +1,8 @@
 // What glyphs of a font look like at one scale, as pixels. Private to the native layer.
 //
 // cairo's own pictures stand on whole pixels, which makes small text uneven; these come in steps of a quarter pixel
-// along the baseline, or both ways where that is not level or the text is large. Glyphs that are pictures stand on
-// whole pixels.
+// along the baseline, or both ways where that is not level or the text is large. Glyphs that are pictures or have no
+// soft edges stand on whole pixels.
 #pragma once
 
 #include <cairo.h>
@@ -48,7 +48,7 @@ struct GlyphPlace {
 class GlyphMasks {
  public:
   /// `scale` maps reference units to device space; its translation does not count.
-  GlyphMasks(FontFace* face, const cairo_matrix_t& scale);
+  GlyphMasks(FontFace* face, const cairo_matrix_t& scale, bool isSoft);
 
   GlyphPlace PlaceOf(std::uint32_t glyph, double deviceX, double deviceY) const;
   /// Holds until the store is trimmed; `*newBytes` grows by the memory that a new one takes.
@@ -67,6 +67,7 @@ class GlyphMasks {
 
   FontFace* face_;
   cairo_matrix_t scale_;
+  bool isSoft_;
   bool isLevel_;
   std::unordered_map<std::uint64_t, GlyphMask> masks_;
 };

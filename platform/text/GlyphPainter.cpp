@@ -112,10 +112,11 @@ void SetSource(CGContext* context, const Paint& paint) {
   cairo_set_source_rgba(context->cairo.get(), paint.red, paint.green, paint.blue, paint.alpha * context->state.alpha);
 }
 
-// Paints soft text on a bitmap; false, with nothing drawn, for any other.
+// Paints text on pixels, of foreign ones soft text; false, with nothing drawn, for any other.
 bool ShowAsMask(CGContext* context, const ShapedLine& line, const CGAffineTransform& m, const Paint& paint) {
-  if (context->target->IsVector() || !IsSoft(context->state)) return false;
-  const LineMask mask(line, m);
+  const bool isSoft = IsSoft(context->state);
+  if (context->target->IsVector() || (context->bitmap == nullptr && !isSoft)) return false;
+  const LineMask mask(line, m, isSoft);
   if (!mask.IsComplete()) return false;
   const PixelBox bounds = context->target->Bounds();
   const PixelBox box{std::max(mask.Box().x0, bounds.x0), std::max(mask.Box().y0, bounds.y0),

@@ -14,7 +14,7 @@ GlyphStore& GlyphStore::Shared() {
 }
 
 std::size_t GlyphStore::KeyHash::operator()(const Key& key) const {
-  std::size_t hash = std::hash<const void*>()(key.face);
+  std::size_t hash = std::hash<const void*>()(key.face) + (key.isSoft ? 1 : 0);
   for (const double value : {key.xx, key.yx, key.xy, key.yy}) {
     hash = (hash ^ std::hash<double>()(value)) * 0x9E3779B97F4A7C15U;
     hash ^= hash >> 29;
@@ -22,9 +22,9 @@ std::size_t GlyphStore::KeyHash::operator()(const Key& key) const {
   return hash;
 }
 
-GlyphMasks& GlyphStore::MasksFor(FontFace* face, const cairo_matrix_t& m) {
-  std::unique_ptr<GlyphMasks>& masks = scales_[{face, m.xx, m.yx, m.xy, m.yy}];
-  if (masks == nullptr) masks = std::make_unique<GlyphMasks>(face, m);
+GlyphMasks& GlyphStore::MasksFor(FontFace* face, const cairo_matrix_t& m, bool isSoft) {
+  std::unique_ptr<GlyphMasks>& masks = scales_[{face, m.xx, m.yx, m.xy, m.yy, isSoft}];
+  if (masks == nullptr) masks = std::make_unique<GlyphMasks>(face, m, isSoft);
   return *masks;
 }
 

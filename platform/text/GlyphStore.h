@@ -40,8 +40,9 @@ class GlyphStore {
     GlyphStore& store_;
   };
 
-  /// The masks at the scale of `m`, which leads to device space. For the time of a Use, as what they give.
-  GlyphMasks& MasksFor(FontFace* face, const cairo_matrix_t& m);
+  /// The masks at the scale of `m`, which leads to device space; their edges are soft or not. For the time of a Use, as
+  /// what they give.
+  GlyphMasks& MasksFor(FontFace* face, const cairo_matrix_t& m, bool isSoft);
   const GlyphMask& Mask(GlyphMasks* masks, std::uint32_t glyph, unsigned int step) {
     GlyphMask& mask = masks->Mask(glyph, step, &byteCount_);
     mask.lastUse = clock_;
@@ -55,6 +56,7 @@ class GlyphStore {
   struct Key {
     const FontFace* face;
     double xx, yx, xy, yy;
+    bool isSoft;
     bool operator==(const Key&) const = default;
   };
   struct KeyHash {

@@ -100,16 +100,16 @@ void Widen(PixelBox* box, const PixelBox& other) {
 
 }  // namespace
 
-LineMask::LineMask(const ShapedLine& line, const CGAffineTransform& m) {
+LineMask::LineMask(const ShapedLine& line, const CGAffineTransform& m, bool isSoft) {
   if (line.glyphs.size() > kMaxGlyphs) return;
   letters_.reserve(line.glyphs.size());
-  isComplete_ =
-      std::all_of(line.runs.begin(), line.runs.end(), [&](const ShapedRun& run) { return AddRun(line, run, m); });
+  isComplete_ = std::all_of(line.runs.begin(), line.runs.end(),
+                            [&](const ShapedRun& run) { return AddRun(line, run, m, isSoft); });
 }
 
-bool LineMask::AddRun(const ShapedLine& line, const ShapedRun& run, const CGAffineTransform& m) {
+bool LineMask::AddRun(const ShapedLine& line, const ShapedRun& run, const CGAffineTransform& m, bool isSoft) {
   GlyphStore& store = GlyphStore::Shared();
-  GlyphMasks& masks = store.MasksFor(&FontFace::Of(run.font.Get()), {m.a, m.b, m.c, m.d, 0, 0});
+  GlyphMasks& masks = store.MasksFor(&FontFace::Of(run.font.Get()), {m.a, m.b, m.c, m.d, 0, 0}, isSoft);
   for (std::size_t i = run.firstGlyph; i < run.firstGlyph + run.glyphCount; ++i) {
     const auto index = static_cast<std::uint32_t>(line.glyphs[i].index);
     const CGPoint at = CGPointApplyAffineTransform({line.glyphs[i].x, line.glyphs[i].y}, m);

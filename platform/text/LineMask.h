@@ -12,7 +12,7 @@ namespace platform {
 class LineMask {
  public:
   /// `m` leads from reference units to device space and has an inverse.
-  LineMask(const ShapedLine& line, const CGAffineTransform& m);
+  LineMask(const ShapedLine& line, const CGAffineTransform& m, bool isSoft);
 
   /// False for a line of more than a million glyphs, and for glyphs that are not kept.
   bool IsComplete() const { return isComplete_; }
@@ -32,7 +32,7 @@ class LineMask {
     int top;
   };
 
-  bool AddRun(const ShapedLine& line, const ShapedRun& run, const CGAffineTransform& m);
+  bool AddRun(const ShapedLine& line, const ShapedRun& run, const CGAffineTransform& m, bool isSoft);
 
   GlyphStore::Use use_{GlyphStore::Shared()};
   std::vector<Item> letters_;

@@ -213,7 +213,7 @@ TEST(CGBitmapContextTest, Create_RefusesWhatItCannotServe) {
   unsigned char data[64];
   EXPECT_EQ(CGBitmapContextCreate(nullptr, 4, 4, 8, 16, space, kCGBitmapBlueFirst), nullptr);
   EXPECT_EQ(CGBitmapContextCreate(data, 0, 4, 8, 16, space, kCGBitmapBlueFirst), nullptr);
-  EXPECT_EQ(CGBitmapContextCreate(data, 4, 40000, 8, 16, space, kCGBitmapBlueFirst), nullptr);
+  EXPECT_EQ(CGBitmapContextCreate(data, 4, std::size_t{1} << 30, 8, 16, space, kCGBitmapBlueFirst), nullptr);
   EXPECT_EQ(CGBitmapContextCreate(data, 4, 4, 8, 12, space, kCGBitmapBlueFirst), nullptr);
   EXPECT_EQ(CGBitmapContextCreate(data, 4, 4, 8, 18, space, kCGBitmapBlueFirst), nullptr);
   EXPECT_EQ(CGBitmapContextCreate(data, 4, 4, 8, 16, space, 1), nullptr);
