@@ -1,7 +1,7 @@
 // Contexts over a cairo context of the program's own.
 //
-// The surface is asked what it is: on pages and recordings gradients, text and images stay what they are, elsewhere they
-// become pixels, as many as the surface has.
+// The surface is asked what it is: on pages and recordings gradients, text and images stay what they are, elsewhere
+// they become pixels, as many as the surface has.
 #include <cairo-tee.h>
 
 #include <algorithm>

@@ -20,8 +20,8 @@ void DrawImageOnPage(CGContext* context, const CGImage& image, const CGAffineTra
 /// or three components, which pages know.
 void KeepImageFile(const CGImage& image, const unsigned char* bytes, std::size_t count);
 
-/// The pattern, made fainter by `alpha`, as a source whose cell is made of vectors, for pages that would smooth a cell of
-/// pixels. Null when the cell has too many colours for that or can't be drawn.
+/// The pattern, made fainter by `alpha`, as a source whose cell is made of vectors, for pages that would smooth a cell
+/// of pixels. Null when the cell has too many colours for that or can't be drawn.
 CairoPattern MakeVectorPatternSource(CGPattern* pattern, CGSize phase, double alpha,
                                      const CGAffineTransform& baseToDevice);
 

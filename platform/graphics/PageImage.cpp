@@ -67,7 +67,7 @@ PixelBox BoxOf(const CGImage& image, const CGAffineTransform& m, const PixelBox&
 }
 
 void PaintImage(cairo_t* cairo, const CGImage& image, const CGAffineTransform& m, const CGContext& context,
-           cairo_operator_t mixing) {
+                cairo_operator_t mixing) {
   const bool keepsEdges = context.target->Kind() == SurfaceKind::kRecording;
   cairo_save(cairo);
   const cairo_matrix_t matrix{m.a, m.b, m.c, m.d, m.tx, m.ty};
@@ -102,8 +102,8 @@ CairoContext ContextOn(cairo_surface_t* surface, const PixelBox& box, double sca
   return cairo;
 }
 
-// Makes of an image the one that, drawn over the backdrop, gives what they were mixed to: what the backdrop lets through
-// beside the image is taken off again.
+// Makes of an image the one that, drawn over the backdrop, gives what they were mixed to: what the backdrop lets
+// through beside the image is taken off again.
 void TakeOff(cairo_surface_t* backdrop, cairo_surface_t* mixed, cairo_surface_t* image) {
   cairo_surface_flush(backdrop);
   cairo_surface_flush(mixed);
@@ -131,7 +131,8 @@ double ScaleFor(const PixelBox& box, const CGAffineTransform& m) {
   return std::min(std::clamp(own, kLeast, kMost), std::sqrt(kMostPixels / area));
 }
 
-// An SVG page has no way of its own to mix, and all of it would become pixels if cairo was asked to: only the image does.
+// An SVG page has no way of its own to mix, and all of it would become pixels if cairo was asked to: only the image
+// does.
 void DrawMixed(CGContext* context, const CGImage& image, const CGAffineTransform& m, cairo_operator_t mixing) {
   const PixelBox box = BoxOf(image, m, context->target->Bounds());
   if (box.IsEmpty()) return;

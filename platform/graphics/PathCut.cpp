@@ -14,9 +14,7 @@ constexpr double kFlatness = 0.05;
 // A curve is halved so often that even the farthest is flat.
 constexpr int kMaxDepth = 48;
 
-CGPoint Near(CGPoint p) {
-  return {std::clamp(p.x, -kFarthest, kFarthest), std::clamp(p.y, -kFarthest, kFarthest)};
-}
+CGPoint Near(CGPoint p) { return {std::clamp(p.x, -kFarthest, kFarthest), std::clamp(p.y, -kFarthest, kFarthest)}; }
 
 CGPoint Between(CGPoint p, CGPoint q, double t) { return {p.x + (q.x - p.x) * t, p.y + (q.y - p.y) * t}; }
 

@@ -1,6 +1,4 @@
 // What is left of paths that are cut to a box, against the paths as they were.
-#include "platform/graphics/PathCut.h"
-
 #include <gtest/gtest.h>
 
 #include <cmath>
@@ -8,6 +6,8 @@
 #include <string>
 #include <utility>
 #include <vector>
+
+#include "platform/graphics/PathCut.h"
 
 namespace {
 
