@@ -42,8 +42,8 @@ void DrawThrough(cairo_t* cairo, const AGSize& size, const std::function<void(AG
 std::vector<unsigned char> PixelsOf(cairo_surface_t* surface) {
   cairo_surface_flush(surface);
   const unsigned char* data = cairo_image_surface_get_data(surface);
-  const auto count = std::size_t(cairo_image_surface_get_stride(surface)) *
-                     std::size_t(cairo_image_surface_get_height(surface));
+  const auto count =
+      std::size_t(cairo_image_surface_get_stride(surface)) * std::size_t(cairo_image_surface_get_height(surface));
   return {data, data + count};
 }
 
@@ -152,9 +152,10 @@ TEST(ForeignContextTest, HostsClipAndMatrix_HoldMeanwhileAndAfterwards) {
   for (int y = 0; y < 100; ++y) {
     for (int x = 0; x < 100; ++x) {
       const bool inside = x >= 20 && x < 60 && y >= 30 && y < 50;
-      const AGColor expected = !inside ? AGColor(0, 0, 0, 0) : x < 30 ? kAGColorBlue
-                               : x < 40                        ? kAGColorRed
-                                                               : AGColor(0, 255, 0);
+      const AGColor expected = !inside  ? AGColor(0, 0, 0, 0)
+                               : x < 30 ? kAGColorBlue
+                               : x < 40 ? kAGColorRed
+                                        : AGColor(0, 255, 0);
       ASSERT_TRUE(colorAt(x, y) == expected) << x << ", " << y;
     }
   }

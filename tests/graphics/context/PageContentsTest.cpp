@@ -39,8 +39,8 @@ class PageContentsTest : public testing::Test {
   std::string Page(const std::string& name, const AGSize& size, const Draw& draw) {
     std::string file;
     const bool isPDF = name.ends_with(".pdf");
-    CGContextRef page = (isPDF ? CGVectorContextCreatePDF : CGVectorContextCreateSVG)(size.width, size.height, &Append,
-                                                                                      &file);
+    CGContextRef page =
+        (isPDF ? CGVectorContextCreatePDF : CGVectorContextCreateSVG)(size.width, size.height, &Append, &file);
     {
       AGContext context(page, size);
       draw(context);
