@@ -4,6 +4,7 @@
 
 #include "platform/graphics/CGContextState.h"
 #include "platform/graphics/Page.h"
+#include "platform/graphics/StrokeArea.h"
 
 namespace {
 
@@ -70,12 +71,35 @@ double StrokeReach(const CGContext* context, const CGAffineTransform& m) {
   return context->state.lineWidth * 0.5 * scale * factor;
 }
 
+// Strokes wider than cairo's numbers allow are filled.
+constexpr double kWidestReach = 30000;
+
+void FillStrokeArea(CGContext* context, const CGAffineTransform& m, double reach) {
+  const PixelBox bounds = context->target->Bounds();
+  CGPath area;
+  platform::AddStrokeArea(*context->path, m, context->state, platform::CutBoxOf(bounds, reach), &area);
+  cairo_t* cairo = context->cairo.get();
+  platform::ApplyClip(context);
+  cairo_new_path(cairo);
+  PixelBox box;
+  if (!platform::EmitPath(cairo, area, bounds, &box) || !SetSource(context, context->state.stroke)) return;
+  box = platform::WidenBox(box, 0, bounds);
+  if (box.IsEmpty()) return;
+  cairo_set_antialias(cairo, context->state.antialias ? CAIRO_ANTIALIAS_DEFAULT : CAIRO_ANTIALIAS_NONE);
+  cairo_set_fill_rule(cairo, CAIRO_FILL_RULE_WINDING);
+  context->target->WillDraw(box);
+  cairo_fill(cairo);
+  context->target->DidDraw(box);
+}
+
 void StrokeCurrentPath(CGContext* context) {
   const CGAffineTransform m = context->UserToDevice();
   const platform::GraphicsState& state = context->state;
   if (!(state.lineWidth > 0) || !std::isfinite(state.lineWidth) || !platform::IsInvertible(m)) return;
+  const double reach = StrokeReach(context, m);
+  if (reach > kWidestReach) return FillStrokeArea(context, m, reach);
   PixelBox box;
-  if (!Prepare(context, false, StrokeReach(context, m), &box)) return;
+  if (!Prepare(context, false, reach, &box)) return;
   cairo_t* cairo = context->cairo.get();
   if (!SetSource(context, state.stroke)) return;  // before the matrix, which would map a pattern too
   cairo_set_line_width(cairo, state.lineWidth);

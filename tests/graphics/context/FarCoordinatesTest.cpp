@@ -19,9 +19,9 @@ constexpr unsigned int kSide = 64;
 constexpr double kWidth = 12;
 const AGPoint kMiddle{29, 36};
 
-enum class Kind { kSolid, kGradient, kPattern, kClip, kStroke, kCurvedStroke, kCurve };
-constexpr Kind kKinds[] = {Kind::kSolid, Kind::kGradient, Kind::kPattern, Kind::kClip,
-                           Kind::kStroke, Kind::kCurvedStroke,    Kind::kCurve};
+enum class Kind { kSolid, kGradient, kPattern, kClip, kStroke, kWideStroke, kCurvedStroke, kCurve };
+constexpr Kind kKinds[] = {Kind::kSolid,  Kind::kGradient,   Kind::kPattern,      Kind::kClip,
+                           Kind::kStroke, Kind::kWideStroke, Kind::kCurvedStroke, Kind::kCurve};
 
 struct Shape {
   Kind kind;
@@ -30,6 +30,9 @@ struct Shape {
 
   AGPoint Along() const { return {std::cos(angle), std::sin(angle)}; }
   AGPoint Across() const { return {-std::sin(angle), std::cos(angle)}; }
+
+  // The widest pen is 96.
+  double PenScale() const { return reach / 96; }
 
   // How far inside of the shape a point lies; below 0 outside.
   double DepthAt(AGPoint p) const {
@@ -54,6 +57,11 @@ AGPath PathOf(const Shape& shape) {
     path.AddQuadBezier(kMiddle - height, to + height);  // a parabola with its foot in the middle
   } else if (shape.kind == Kind::kStroke) {
     path.AddSegment(from, to);
+  } else if (shape.kind == Kind::kWideStroke) {
+    // As wide as it is long, one of its edges through the middle.
+    const AGPoint inward = shape.Across() * (shape.reach / 2);
+    path.AddSegment(from + inward, to + inward);
+    path.ApplyTransform({1 / shape.PenScale(), 0, 0, 1 / shape.PenScale(), 0, 0});
   } else {
     const AGPoint inward = shape.Across() * shape.reach;
     path.AddLines({from, to, to + inward, from + inward}, true);
@@ -76,6 +84,11 @@ void Draw(AGContext& context, const Shape& shape) {
       context.SetClipPath(path);
       context.DrawRect({-10, -10, 100, 100});
       return;
+    case Kind::kWideStroke:
+      context.transform = {shape.PenScale(), 0, 0, shape.PenScale(), 0, 0};
+      context.brush.SetStyleNone();
+      context.pen.SetStyleSolid(kAGColorBlack, 96, kAGPenSizeModeRelative);
+      break;
     case Kind::kStroke:
     case Kind::kCurvedStroke:
       context.brush.SetStyleNone();
