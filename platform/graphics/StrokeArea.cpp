@@ -24,6 +24,13 @@ class Area {
 
   static CGPoint At(CGPoint p, CGPoint unit, double radius) { return {p.x + unit.x * radius, p.y + unit.y * radius}; }
 
+  // Whether two lines meet bluntly enough for a mitre; cairo asks that of device space, so that is what it looks like.
+  bool HasMiter(CGPoint before, CGPoint after) const {
+    const CGPoint a = Unit(before);
+    const CGPoint b = Unit(after);
+    return 2 <= kMiterLimit * kMiterLimit * (1 + a.x * b.x + a.y * b.y);
+  }
+
   void AddPolygon(std::initializer_list<CGPoint> corners) {
     const CGPoint* const first = corners.begin();
     CGPathAddLines(out_, &toDevice_, first, corners.size());
@@ -52,6 +59,14 @@ class Area {
   }
 
  private:
+  // The direction in device space.
+  CGPoint Unit(CGPoint direction) const {
+    const CGAffineTransform& m = toDevice_;
+    const CGPoint p{m.a * direction.x + m.c * direction.y, m.b * direction.x + m.d * direction.y};
+    const double length = std::hypot(p.x, p.y);
+    return {p.x / length, p.y / length};
+  }
+
   CGAffineTransform toDevice_;
   double radius_;
   CGPath* out_;
@@ -90,7 +105,7 @@ void AddJoin(Area* area, CGPoint p, CGPoint before, CGPoint after, CGLineJoin jo
   const double r = area->Radius();
   if (join == kCGLineJoinRound) return area->AddSector(p, from, std::fabs(turn));
   const double half = std::cos(turn / 2);
-  if (join == kCGLineJoinBevel || half * kMiterLimit < 1) {
+  if (join == kCGLineJoinBevel || half == 0 || !area->HasMiter(before, after)) {
     return area->AddPolygon({p, Area::At(p, from, r), Area::At(p, to, r)});
   }
   const double reach = r / (2 * half * half);  // the two directions add up to one of length 2·half
@@ -98,10 +113,9 @@ void AddJoin(Area* area, CGPoint p, CGPoint before, CGPoint after, CGLineJoin jo
   area->AddPolygon({p, Area::At(p, from, r), tip, Area::At(p, to, r)});
 }
 
-// A line without length has its caps alone.
+// Of a line without length only round caps are seen; others have no direction.
 void AddDot(Area* area, CGPoint p, CGLineCap cap) {
-  AddCap(area, p, {1, 0}, cap);
-  AddCap(area, p, {-1, 0}, cap);
+  if (cap == kCGLineCapRound) area->AddSector(p, {1, 0}, 2 * kPi);
 }
 
 void AddLine(Area* area, const Polyline& line, const GraphicsState& state) {

@@ -11,7 +11,8 @@ namespace platform {
 
 /// Appends to `out` polygons and arcs of device space that turn the same way, so that their union, by the non-zero
 /// winding rule, is what `path`, which lies in device space, covers when stroked with the state's width, cap and join.
-/// `penToDevice` shapes the nib and has an inverse. What is farther from `seen` than the stroke reaches may be left out.
+/// `penToDevice` shapes the nib and has an inverse. What is farther from `seen` than the stroke reaches may be left
+/// out.
 void AddStrokeArea(const CGPath& path, const CGAffineTransform& penToDevice, const GraphicsState& state,
                    const CutBox& seen, CGPath* out);
 
