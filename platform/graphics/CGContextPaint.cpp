@@ -3,7 +3,6 @@
 #include <cmath>
 
 #include "platform/graphics/CGContextState.h"
-#include "platform/graphics/Page.h"
 #include "platform/graphics/StrokeArea.h"
 
 namespace {
@@ -17,14 +16,11 @@ bool SetSource(CGContext* context, const platform::Paint& paint) {
     cairo_set_source_rgba(context->cairo.get(), paint.red, paint.green, paint.blue, alpha);
     return true;
   }
-  platform::CairoPattern source;
-  if (context->target->Kind() == platform::SurfaceKind::kSVG) {
-    source = platform::MakeVectorPatternSource(paint.pattern.Get(), context->state.patternPhase, alpha,
-                                               context->baseToDevice);
-  }
+  const CGSize phase = context->state.patternPhase;
+  platform::CairoPattern source =
+      context->target->PatternSource(paint.pattern.Get(), phase, alpha, context->baseToDevice);
   if (source == nullptr) {
-    source =
-        platform::MakePatternSource(paint.pattern.Get(), context->state.patternPhase, alpha, context->baseToDevice);
+    source = platform::MakePatternSource(paint.pattern.Get(), phase, alpha, context->baseToDevice);
   }
   if (source == nullptr) return false;
   cairo_set_source(context->cairo.get(), source.get());
@@ -189,7 +185,7 @@ void CGContextFillRect(CGContextRef context, CGRect rect) {
 
 void CGContextClearRect(CGContextRef context, CGRect rect) {
   if (context == nullptr) return;
-  if (context->target->IsVector() && platform::ClearPage(context, rect)) return;
+  if (context->target->ClearAll(context, rect)) return;
   SetRectPath(context, rect);
   platform::ApplyClip(context);  // which may set the operator
   cairo_set_operator(context->cairo.get(), CAIRO_OPERATOR_CLEAR);

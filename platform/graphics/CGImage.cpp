@@ -6,7 +6,6 @@
 #include "platform/graphics/CGContextState.h"
 #include "platform/graphics/CGImageValue.h"
 #include "platform/graphics/ImageResample.h"
-#include "platform/graphics/Page.h"
 
 namespace {
 
@@ -105,7 +104,7 @@ void CGContextDrawImage(CGContextRef context, CGRect rect, CGImageRef image) {
                                             static_cast<double>(CGImageGetHeight(image)));
   if (!platform::IsInvertible(m)) return;
   platform::ApplyClip(context);
-  if (context->target->IsVector()) return platform::DrawImageOnPage(context, *image, m);
+  if (context->target->DrawImage(context, *image, m)) return;
   CGMutablePathRef outline = CGPathCreateMutable();
   const CGAffineTransform userToDevice = context->UserToDevice();
   CGPathAddRect(outline, &userToDevice, rect);

@@ -55,8 +55,4 @@ inline CGAffineTransform InverseOf(const CGAffineTransform& m) {
   return {m.d * k, -m.b * k, -m.c * k, m.a * k, (m.c * m.ty - m.d * m.tx) * k, (m.b * m.tx - m.a * m.ty) * k};
 }
 
-/// Sets a gradient of cairo's own as the source, for pages: with as few stops as tell its colours to half a step of
-/// 255.
-bool SetVectorSource(CGContext* context, const CGShading& shading);
-
 }  // namespace platform

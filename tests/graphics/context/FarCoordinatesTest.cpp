@@ -164,11 +164,10 @@ TEST(FarCoordinatesTest, OnPages_EdgesAreRight) {
       CGContextRelease(port);
       std::ofstream(page, std::ios::binary) << file;
       image_test::Output(p.command);
-      const std::string pixels = image_test::Output("convert " + page + ".png -depth 8 -colorspace Gray GRAY:-");
-      ASSERT_EQ(pixels.size(), kSide * kSide);
-      ExpectShape(shape, 1, [&pixels](unsigned int x, unsigned int row) {
-        return 255 - static_cast<unsigned char>(pixels[row * kSide + x]);
-      });
+      const std::vector<unsigned char> pixels = image_test::Pixels(image_test::ImageOfFile(page + ".png"));
+      ASSERT_EQ(pixels.size(), kSide * kSide * 4);
+      ExpectShape(shape, 1,
+                  [&pixels](unsigned int x, unsigned int row) { return 255 - pixels[(row * kSide + x) * 4]; });
     }
   }
   std::filesystem::remove_all(std::filesystem::path(page).parent_path());

@@ -106,7 +106,13 @@ TEST_F(ForeignPageTest, PagesGroupsPartsAndRecordings_KeepGradientsTextAndWholeI
 
 TEST_F(ForeignPageTest, SVGAndPostScript_KeepGradients) {
   const auto onPart = [this](Surface surface) {
-    DrawThrough(Cairo(cairo_create(surface.get())).get(), {100, 100}, &DrawAll);
+    Cairo cairo(cairo_create(surface.get()));
+    cairo_translate(cairo.get(), 10, 10);
+    DrawThrough(cairo.get(), {100, 100}, [](AGContext& context) {
+      context.ClearPixels();  // a part of the page, on which nothing is
+      DrawAll(context);
+    });
+    cairo.reset();
     surface.reset();
     return Output("cat " + folder_ + "/page");
   };
@@ -114,6 +120,7 @@ TEST_F(ForeignPageTest, SVGAndPostScript_KeepGradients) {
   const std::string svg = onPart(Surface(cairo_svg_surface_create(page.c_str(), 120, 120)));
   EXPECT_NE(svg.find("<linearGradient"), std::string::npos);
   EXPECT_NE(svg.find("width=\"200\" height=\"150\""), std::string::npos);
+  EXPECT_EQ(svg.find("<image", svg.find("<image") + 1), std::string::npos);
   const std::string ps = onPart(Surface(cairo_ps_surface_create(page.c_str(), 120, 120)));
   EXPECT_NE(ps.find("/ShadingType 2"), std::string::npos);
   EXPECT_NE(ps.find("DejaVu"), std::string::npos);

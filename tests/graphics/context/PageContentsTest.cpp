@@ -65,16 +65,16 @@ class PageContentsTest : public testing::Test {
     return images;
   }
 
-  // Red, green, blue of a square page as a picture, rows from the top down.
+  // Red, green, blue, alpha of a square page as a picture, rows from the top down.
   std::vector<unsigned char> Rasterise(const std::string& name, int side) {
     const std::string page = folder_ + "/" + name;
     const std::string pixels = std::to_string(side);
     Output(name.ends_with(".pdf")
                ? "pdftoppm -scale-to " + pixels + " -png -singlefile " + page + " " + page
                : "rsvg-convert -w " + pixels + " -h " + pixels + " -b white -o " + page + ".png " + page);
-    const std::string bytes = Output("convert " + page + ".png -depth 8 RGB:-");
-    EXPECT_EQ(bytes.size(), static_cast<std::size_t>(3 * side * side)) << name;
-    return {bytes.begin(), bytes.end()};
+    const std::vector<unsigned char> picture = image_test::Pixels(image_test::ImageOfFile(page + ".png"));
+    EXPECT_EQ(picture.size(), static_cast<std::size_t>(4 * side * side)) << name;
+    return picture;
   }
 
   std::string folder_;
@@ -132,7 +132,7 @@ TEST_F(PageContentsTest, SVG_ImagesWithAColourFactor_AreMixedAndLeaveTheRestVect
   DrawMixed(context);
   const std::vector<unsigned char> expected = image_test::Pixels(AGImage(bitmap));
   Output("rsvg-convert -w 100 -h 100 -o " + folder_ + "/mixed.png " + folder_ + "/mixed.svg");
-  const std::vector<unsigned char> actual = image_test::ForeignPixels(folder_ + "/mixed.png");
+  const std::vector<unsigned char> actual = image_test::Pixels(image_test::ImageOfFile(folder_ + "/mixed.png"));
   ASSERT_EQ(expected.size(), actual.size());
   double sum = 0;
   for (std::size_t i = 0; i < expected.size(); ++i) sum += std::abs(expected[i] - actual[i]);
@@ -155,7 +155,7 @@ TEST_F(PageContentsTest, ClearPixels_OfAPageOfFractionalSize_ForgetsWhatWasThere
         EXPECT_EQ(file.find("<image"), std::string::npos) << size;
       }
       const std::vector<unsigned char> pixels = Rasterise(name, 100);
-      EXPECT_EQ(std::vector<unsigned char>(pixels.begin(), pixels.begin() + 3), std::vector<unsigned char>(3, 255));
+      EXPECT_EQ(std::vector<unsigned char>(pixels.begin(), pixels.begin() + 4), std::vector<unsigned char>(4, 255));
     }
   }
 }
@@ -170,11 +170,11 @@ TEST_F(PageContentsTest, Patterns_OfAnEnlargedPage_StayCrisp) {
     });
     const std::vector<unsigned char> pixels = Rasterise(name, 40 * kScale);
     std::size_t mixed = 0;
-    for (std::size_t i = 0; i < pixels.size(); i += 3) {
+    for (std::size_t i = 0; i < pixels.size(); i += 4) {
       const bool isRed = pixels[i] > 250 && pixels[i + 2] < 5, isBlue = pixels[i] < 5 && pixels[i + 2] > 250;
       if (!isRed && !isBlue) ++mixed;
     }
-    EXPECT_LT(mixed * 3, pixels.size() / 100) << name;
+    EXPECT_LT(mixed * 4, pixels.size() / 100) << name;
   }
 }
 

@@ -7,7 +7,7 @@
 #include <cstring>
 #include <string>
 
-#include "platform/graphics/Page.h"
+#include "platform/pages/Page.h"
 
 namespace platform {
 namespace {
