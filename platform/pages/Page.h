@@ -32,8 +32,8 @@ void DrawImageOnPage(CGContext* context, const CGImage& image, const CGAffineTra
 /// Sets a gradient of cairo's own as the source: with as few stops as tell its colours to half a step of 255.
 bool SetVectorSource(CGContext* context, const CGShading& shading);
 
-/// Keeps the file that an image was decoded from, for pages to contain it as it is. Ignored unless it is a JPEG of one
-/// or three components, which pages know.
+/// Keeps the file that an image was decoded from, for pages to contain it as it is but for its notes to readers.
+/// Ignored unless it is a JPEG of one or three components, which pages know.
 void KeepImageFile(const CGImage& image, const unsigned char* bytes, std::size_t count);
 
 /// The pattern, made fainter by `alpha`, as a source whose cell is made of vectors, for pages that would smooth a cell

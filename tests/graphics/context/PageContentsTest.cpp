@@ -102,10 +102,17 @@ TEST_F(PageContentsTest, Images_OfJPEGFiles_AreStoredAsTheyWere) {
   const struct {
     const char* sample;
     const char* encoding;
-  } cases[] = {{"baseline.jpg", "jpeg"}, {"progressive.jpg", "jpeg"}, {"grey.jpg", "jpeg"}, {"cmyk.jpg", "image"}};
+  } cases[] = {{"baseline.jpg", "jpeg"},
+               {"progressive.jpg", "jpeg"},
+               {"grey.jpg", "jpeg"},
+               {"sideways.jpg", "jpeg"},
+               {"cmyk.jpg", "image"}};
   for (const auto& c : cases) {
     const AGImage image = image_test::ImageOfFile(image_test::Sample(c.sample));
-    Page("photo.pdf", {100, 100}, [&](AGContext& context) { context.DrawImage(image, {0, 0, 90, 90}, true, 3); });
+    const std::string page = Page("photo.pdf", {100, 100}, [&](AGContext& context) {
+      context.DrawImage(image, {0, 0, 90, 90}, true, 3);
+    });
+    EXPECT_EQ(page.find("Exif"), std::string::npos);  // in a viewer a wish to be turned would be heeded
     const std::set<std::string> images = ImagesOf("photo.pdf");
     ASSERT_EQ(images.size(), 1U);
     EXPECT_EQ(images.begin()->substr(images.begin()->find(' ') + 1), c.encoding) << c.sample;
