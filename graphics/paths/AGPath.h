@@ -101,8 +101,8 @@ class AGPath {
 
   // Shapes (AGPathBuild.cpp)
 
-  /// Closed subpaths of their own. `normalize` puts the smaller coordinates first; otherwise a mirrored rectangle keeps
-  /// (x0, y0) as its start and is drawn the other way round. Origin: (x0, y0).
+  /// Closed subpaths of their own, from the least corner towards larger x first, mirrored or not. `normalize` puts the
+  /// smaller coordinates first. Origin: (x0, y0).
   void AddRect(const AGRect& rect, bool normalize);
   void AddRects(const AGRect* rects, unsigned int count, bool normalize);
   void AddRects(const AGRectArray& rects, bool normalize);

@@ -6,7 +6,7 @@
 #include "platform/codecs/WholeFile.h"
 #include "platform/foundation/CFURLValue.h"
 #include "platform/foundation/NativeObject.h"
-#include "platform/graphics/Page.h"
+#include "platform/pages/Page.h"
 
 struct CGImageSource final : platform::NativeObject {
   CGImageSource(std::vector<unsigned char> fileBytes, const platform::ImageCodec* fileCodec)

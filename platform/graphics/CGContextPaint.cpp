@@ -3,7 +3,7 @@
 #include <cmath>
 
 #include "platform/graphics/BitmapPaint.h"
-#include "platform/graphics/Page.h"
+#include "platform/graphics/StrokeArea.h"
 
 namespace {
 
@@ -16,14 +16,11 @@ bool SetSource(CGContext* context, const platform::Paint& paint) {
     cairo_set_source_rgba(context->cairo.get(), paint.red, paint.green, paint.blue, alpha);
     return true;
   }
-  platform::CairoPattern source;
-  if (context->target->Kind() == platform::SurfaceKind::kSVG) {
-    source = platform::MakeVectorPatternSource(paint.pattern.Get(), context->state.patternPhase, alpha,
-                                               context->baseToDevice);
-  }
+  const CGSize phase = context->state.patternPhase;
+  platform::CairoPattern source =
+      context->target->PatternSource(paint.pattern.Get(), phase, alpha, context->baseToDevice);
   if (source == nullptr) {
-    source =
-        platform::MakePatternSource(paint.pattern.Get(), context->state.patternPhase, alpha, context->baseToDevice);
+    source = platform::MakePatternSource(paint.pattern.Get(), phase, alpha, context->baseToDevice);
   }
   if (source == nullptr) return false;
   cairo_set_source(context->cairo.get(), source.get());
@@ -73,6 +70,27 @@ double StrokeReach(const CGContext* context, const CGAffineTransform& m) {
   return context->state.lineWidth * 0.5 * scale * factor;
 }
 
+// Strokes wider than cairo's numbers allow are filled.
+constexpr double kWidestReach = 30000;
+
+void FillStrokeArea(CGContext* context, const CGAffineTransform& m, double reach) {
+  const PixelBox bounds = context->target->Bounds();
+  CGPath area;
+  platform::AddStrokeArea(*context->path, m, context->state, platform::CutBoxOf(bounds, reach), &area);
+  cairo_t* cairo = context->cairo.get();
+  platform::ApplyClip(context);
+  cairo_new_path(cairo);
+  PixelBox box;
+  if (!platform::EmitPath(cairo, area, bounds, &box) || !SetSource(context, context->state.stroke)) return;
+  box = platform::WidenBox(box, 0, bounds);
+  if (box.IsEmpty()) return;
+  cairo_set_antialias(cairo, context->state.antialias ? CAIRO_ANTIALIAS_DEFAULT : CAIRO_ANTIALIAS_NONE);
+  cairo_set_fill_rule(cairo, CAIRO_FILL_RULE_WINDING);
+  context->target->WillDraw(box);
+  cairo_fill(cairo);
+  context->target->DidDraw(box);
+}
+
 void StrokeCurrentPath(CGContext* context) {
   const CGAffineTransform m = context->UserToDevice();
   const platform::GraphicsState& state = context->state;
@@ -81,8 +99,10 @@ void StrokeCurrentPath(CGContext* context) {
     platform::StrokeOnBitmap(context);
     return;
   }
+  const double reach = StrokeReach(context, m);
+  if (reach > kWidestReach) return FillStrokeArea(context, m, reach);
   PixelBox box;
-  if (!Prepare(context, false, StrokeReach(context, m), &box)) return;
+  if (!Prepare(context, false, reach, &box)) return;
   cairo_t* cairo = context->cairo.get();
   if (!SetSource(context, state.stroke)) return;  // before the matrix, which would map a pattern too
   cairo_set_line_width(cairo, state.lineWidth);
@@ -146,7 +166,7 @@ void CGContextFillRect(CGContextRef context, CGRect rect) {
 
 void CGContextClearRect(CGContextRef context, CGRect rect) {
   if (context == nullptr) return;
-  if (context->target->IsVector() && platform::ClearPage(context, rect)) return;
+  if (context->target->ClearAll(context, rect)) return;
   SetRectPath(context, rect);
   if (context->bitmap != nullptr) {
     platform::FillOnBitmap(context, raster::FillRule::kNonZero, true);

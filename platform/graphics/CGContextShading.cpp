@@ -64,8 +64,7 @@ void DrawThroughCairo(CGContext* context, const CGShading& shading, const platfo
   context->state.clip = whole;
   PixelBox area;
   if (!EmitArea(context, context->cairo.get(), innermost, &area)) return;
-  const bool hasSource =
-      context->target->IsVector() ? platform::SetVectorSource(context, shading) : SetImageSource(context, shading, box);
+  const bool hasSource = context->target->SetShadingSource(context, shading) || SetImageSource(context, shading, box);
   if (hasSource) cairo_fill(context->cairo.get());
 }
 

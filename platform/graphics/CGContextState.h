@@ -19,6 +19,8 @@
 #include "platform/graphics/CairoHandles.h"
 #include "platform/raster/Box.h"
 
+struct CGImage;
+struct CGShading;
 struct CTLine;
 
 namespace platform {
@@ -39,6 +41,14 @@ class DrawingTarget {
   virtual SurfaceKind Kind() const { return SurfaceKind::kPixels; }
   /// True for pages and recordings, where a gradient has to stay one.
   bool IsVector() const { return Kind() != SurfaceKind::kPixels; }
+
+  // What a page does in a way of its own; false or null, with nothing done, where it does not (platform/pages/Page.h).
+
+  virtual bool ClearAll(CGContext*, CGRect) const { return false; }
+  virtual bool DrawImage(CGContext*, const CGImage&, const CGAffineTransform&) const { return false; }
+  virtual bool SetShadingSource(CGContext*, const CGShading&) const { return false; }
+  virtual CairoPattern PatternSource(CGPattern*, CGSize, double, const CGAffineTransform&) const { return nullptr; }
+
   /// Takes all clips of the context's own off cairo. What else was set but by SetUpCairo is undefined afterwards.
   virtual void ResetClip(cairo_t* cairo) const { cairo_reset_clip(cairo); }
 };

@@ -7,7 +7,6 @@
 #include "platform/graphics/CGImageValue.h"
 #include "platform/graphics/ImageResample.h"
 #include "platform/graphics/ImageRows.h"
-#include "platform/graphics/Page.h"
 
 namespace {
 
@@ -106,8 +105,8 @@ void CGContextDrawImage(CGContextRef context, CGRect rect, CGImageRef image) {
   if (!platform::IsInvertible(m)) return;
   if (context->bitmap != nullptr) return platform::DrawImageOnBitmap(context, *image, rect, m);
   platform::ApplyClip(context);
+  if (context->target->DrawImage(context, *image, m)) return;
   cairo_t* cairo = context->cairo.get();
-  if (context->target->IsVector()) return platform::DrawImageOnPage(context, *image, m);
   CGMutablePathRef outline = CGPathCreateMutable();
   const CGAffineTransform userToDevice = context->UserToDevice();
   CGPathAddRect(outline, &userToDevice, rect);

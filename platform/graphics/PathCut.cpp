@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <utility>
 #include <vector>
 
 namespace platform {
@@ -271,6 +272,18 @@ void CutClosed(const Subpath& sub, const CutBox& box, CGPath* out) {
   add(*first);
 }
 
+void AddFlat(const Piece& piece, const CutBox& seen, int depth, Polyline* out) {
+  if (piece.isLine || depth == kMaxDepth || piece.IsBeside(seen) || piece.IsFlat()) {
+    out->points.push_back(piece.p[3]);
+    out->isSmooth.push_back(true);
+    return;
+  }
+  Piece first, second;
+  piece.Halve(&first, &second);
+  AddFlat(first, seen, depth + 1, out);
+  AddFlat(second, seen, depth + 1, out);
+}
+
 }  // namespace
 
 CutBox CutBoxOf(const PixelBox& target, double reach) {
@@ -301,6 +314,20 @@ void CutForStroke(const CGPath& path, const CutBox& box, CGPath* out) {
     StrokeCutter cutter(box, out);
     for (const Piece& piece : sub.pieces) cutter.Add(piece);
   });
+}
+
+std::vector<Polyline> Flatten(const CGPath& path, const CutBox& seen) {
+  std::vector<Polyline> lines;
+  ForEachSubpath(path, [&](const Subpath& sub) {
+    if (sub.pieces.empty()) return;
+    Polyline line{{sub.start}, {false}, sub.isClosed};
+    for (const Piece& piece : sub.pieces) {
+      AddFlat(piece, seen, 0, &line);
+      line.isSmooth.back() = false;
+    }
+    lines.push_back(std::move(line));
+  });
+  return lines;
 }
 
 }  // namespace platform

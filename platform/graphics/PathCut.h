@@ -5,6 +5,8 @@
 // slopes that it had, inside the box lies what lay there, and outside of it nothing that matters.
 #pragma once
 
+#include <vector>
+
 #include "platform/graphics/CGContextState.h"
 #include "platform/graphics/CGPathValue.h"
 
@@ -34,5 +36,15 @@ void CutForFill(const CGPath& path, const CutBox& box, CGPath* out);
 
 /// Appends to `out` the parts of the outline that lie in the box: open where they were cut, with all joins between.
 void CutForStroke(const CGPath& path, const CutBox& box, CGPath* out);
+
+/// A subpath as lines. Points between the pieces of what was a curve are smooth.
+struct Polyline {
+  std::vector<CGPoint> points;
+  std::vector<bool> isSmooth;  ///< as many
+  bool isClosed;
+};
+
+/// The subpaths, their curves made lines of less than a tenth of a pixel's error but where they lie beside `seen`.
+std::vector<Polyline> Flatten(const CGPath& path, const CutBox& seen);
 
 }  // namespace platform

@@ -32,11 +32,6 @@ int EntryOf(Real position, int last) {
 
 }  // namespace
 
-CGAffineTransform InverseOf(const CGAffineTransform& m) {
-  const double k = 1 / (m.a * m.d - m.b * m.c);
-  return {m.d * k, -m.b * k, -m.c * k, m.a * k, (m.c * m.ty - m.d * m.tx) * k, (m.b * m.tx - m.a * m.ty) * k};
-}
-
 ShadingRows::ShadingRows(const CGShading& shading, const CGAffineTransform& userToDevice, const PixelBox& box,
                          double alpha)
     : shading_(shading), alpha_(alpha), deviceToUser_(InverseOf(userToDevice)) {

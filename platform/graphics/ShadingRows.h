@@ -54,10 +54,9 @@ class ShadingRows {
 };
 
 /// The inverse of a map that has one.
-CGAffineTransform InverseOf(const CGAffineTransform& m);
-
-/// Sets a gradient of cairo's own as the source, for pages: with as few stops as tell its colours to half a step of
-/// 255.
-bool SetVectorSource(CGContext* context, const CGShading& shading);
+inline CGAffineTransform InverseOf(const CGAffineTransform& m) {
+  const double k = 1 / (m.a * m.d - m.b * m.c);
+  return {m.d * k, -m.b * k, -m.c * k, m.a * k, (m.c * m.ty - m.d * m.tx) * k, (m.b * m.tx - m.a * m.ty) * k};
+}
 
 }  // namespace platform

@@ -6,7 +6,7 @@
 #include <climits>
 #include <cmath>
 
-#include "platform/graphics/CGContextState.h"
+#include "platform/pages/Page.h"
 
 namespace {
 
@@ -17,7 +17,7 @@ constexpr double kMaxSide = 14400;
 
 // A page has no pixels that anybody else reads. An SVG page is recorded first, so that the backdrop of an image that is
 // mixed with it can be looked at in any number of pixels.
-class PageTarget final : public platform::DrawingTarget {
+class PageTarget final : public platform::PlainTarget {
  public:
   PageTarget(const PixelBox& bounds, SurfaceKind kind, platform::CairoSurface page)
       : bounds_(bounds), kind_(kind), page_(std::move(page)) {}

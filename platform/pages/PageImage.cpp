@@ -6,8 +6,9 @@
 #include <cstdlib>
 #include <cstring>
 #include <string>
+#include <vector>
 
-#include "platform/graphics/Page.h"
+#include "platform/pages/Page.h"
 
 namespace platform {
 namespace {
@@ -35,20 +36,32 @@ void NameOnce(cairo_surface_t* pixels) {
   Attach(pixels, CAIRO_MIME_TYPE_UNIQUE_ID, given.data(), given.size());
 }
 
-// True for a JPEG of the kinds that pages know: 8 bits, sequential or progressive, grey or three colours.
-bool IsPlainJPEG(const unsigned char* bytes, std::size_t count) {
-  if (count < 4 || bytes[0] != 0xFF || bytes[1] != 0xD8) return false;
-  for (std::size_t at = 2; at + 9 < count;) {
-    if (bytes[at] != 0xFF) return false;
+// The file as pages know it: 8 bits, sequential or progressive, grey or three colours; empty for any other. Notes to
+// readers go, a wish to be turned and a profile among them, since the kit heeds neither: of the application segments
+// those stay that tell how the colours are coded.
+std::vector<unsigned char> PlainJPEG(const unsigned char* bytes, std::size_t count) {
+  constexpr unsigned char kFirstNote = 0xE1, kAdobe = 0xEE, kLastNote = 0xEF, kComment = 0xFE, kScan = 0xDA;
+  if (count < 4 || bytes[0] != 0xFF || bytes[1] != 0xD8) return {};
+  std::vector<unsigned char> plain(bytes, bytes + 2);
+  for (std::size_t at = 2; at + 10 < count;) {
     const unsigned char marker = bytes[at + 1];
     const std::size_t length = std::size_t{bytes[at + 2]} << 8 | bytes[at + 3];
-    const unsigned char* const frame = bytes + at + 4;
-    if (marker >= 0xC0 && marker <= 0xC2) return frame[0] == 8 && (frame[5] == 1 || frame[5] == 3);
-    const bool isOtherFrame = marker > 0xC2 && marker <= 0xCF && marker != 0xC4 && marker != 0xC8 && marker != 0xCC;
-    if (isOtherFrame || marker < 0xC0 || marker == 0xDA || length < 2) return false;
+    if (bytes[at] != 0xFF || marker < 0xC0 || length < 2 || length + 2 > count - at) return {};
+    const unsigned char* const body = bytes + at + 4;
+    const bool isTable = marker == 0xC4 || marker == 0xC8 || marker == 0xCC;
+    if (marker <= 0xCF && !isTable) {
+      const bool isKnown = marker <= 0xC2 && body[0] == 8 && (body[5] == 1 || body[5] == 3);
+      if (!isKnown) return {};
+    }
+    if (marker == kScan) {
+      plain.insert(plain.end(), bytes + at, bytes + count);
+      return plain;
+    }
+    const bool isNote = (marker >= kFirstNote && marker <= kLastNote && marker != kAdobe) || marker == kComment;
+    if (!isNote) plain.insert(plain.end(), bytes + at, bytes + at + 2 + length);
     at += 2 + length;
   }
-  return false;
+  return {};
 }
 
 // The extent of an image in device space, cut to the target.
@@ -165,7 +178,8 @@ CairoSurface BackdropOf(const CGContext& context, const PixelBox& box, double sc
 }
 
 void KeepImageFile(const CGImage& image, const unsigned char* bytes, std::size_t count) {
-  if (IsPlainJPEG(bytes, count)) Attach(image.pixels.get(), CAIRO_MIME_TYPE_JPEG, bytes, count);
+  const std::vector<unsigned char> plain = PlainJPEG(bytes, count);
+  if (!plain.empty()) Attach(image.pixels.get(), CAIRO_MIME_TYPE_JPEG, plain.data(), plain.size());
 }
 
 void DrawImageOnPage(CGContext* context, const CGImage& image, const CGAffineTransform& imageToDevice) {

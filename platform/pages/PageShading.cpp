@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "platform/graphics/ShadingRows.h"
+#include "platform/pages/Page.h"
 
 namespace platform {
 namespace {

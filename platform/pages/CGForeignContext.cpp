@@ -8,7 +8,7 @@
 #include <cmath>
 
 #include "CoreGraphics/CGVectorContext.h"
-#include "platform/graphics/CGContextState.h"
+#include "platform/pages/Page.h"
 
 namespace {
 
@@ -42,7 +42,7 @@ SurfaceKind KindOf(cairo_t* cairo) {
 
 // Borrows the host's context: below everything of the kit's lie the host's clip and matrix, and at the end both are
 // again as they were.
-class ForeignTarget final : public platform::DrawingTarget {
+class ForeignTarget final : public platform::PlainTarget {
  public:
   explicit ForeignTarget(cairo_t* cairo)
       : cairo_(cairo_reference(cairo)),

@@ -5,7 +5,7 @@
 #include <cstring>
 #include <vector>
 
-#include "platform/graphics/Page.h"
+#include "platform/pages/Page.h"
 
 namespace platform {
 namespace {
