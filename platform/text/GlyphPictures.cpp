@@ -41,7 +41,8 @@ CGImageRef GlyphPictures::Get(std::uint32_t glyph) {
   const Blob blob = FileOf(font_, glyph);
   unsigned int size = 0;
   const char* data = hb_blob_get_data(blob.get(), &size);
-  const CGImageRef image = kPNGCodec.decode({reinterpret_cast<const unsigned char*>(data), size});
+  RefusedSize refused;
+  const CGImageRef image = kPNGCodec.decode({reinterpret_cast<const unsigned char*>(data), size}, &refused);
   return decoded_.emplace(glyph, image).first->second.get();
 }
 

@@ -3,6 +3,10 @@
 // Directions are resolved by the Unicode algorithm, the direction of a line being that of its first letter that has
 // one. Characters that the font lacks come from other installed fonts. Line breaks and control characters take no
 // room; a tab goes on to the next multiple of 8 spaces. Code units that are no character show as U+FFFD.
+//
+// Glyphs that a font has as PNG pictures (its tables CBDT or sbix, as of emoji) are drawn in their own colours; of the
+// fill only the opacity counts. They have no outlines: strokes, clips and paths leave them out. Fonts of other kinds of
+// colour (COLR layers, SVG) are not put together: their glyphs look as their plain outlines do, if they have any.
 #pragma once
 
 #include "CoreFoundation/CFAttributedString.h"

@@ -100,7 +100,11 @@ TEST_F(EmojiTest, DrawText_ScaledTurnedTranslucentOrClipped_HasTheColoursOfThePi
       {"half there", 60, true, [](AGContext& c) { c.alpha = 0.5; }, 0.5},
       {"translucent brush", 60, true, [](AGContext& c) { c.brush.SetStyleSolid(AGColor(0, 0, 255, 51)); }, 0.2},
       {"half there and large", 600, true, [](AGContext& c) { c.alpha = 0.5; }, 0.5},
-      {"clipped away", 60, true, [](AGContext& c) { c.SetClipRect({0, 0, 90, 50}); }, 0},
+      {"clipped away", 60, true,
+       [](AGContext& c) {
+         c.SetClipRect({0, 0, 90, 50});
+       },
+       0},
   };
   for (const auto& c : cases) {
     Page page(900, 900);
