@@ -118,7 +118,8 @@ void TIFFSamples::FindWhite() {
   const float* given = nullptr;
   double x = kD50[0];
   double y = kD50[1];
-  if (TIFFGetField(tiff_, TIFFTAG_WHITEPOINT, &given) != 0 && given[0] > 0 && given[1] > 0 && given[0] + given[1] <= 1) {
+  if (TIFFGetField(tiff_, TIFFTAG_WHITEPOINT, &given) != 0 && given[0] > 0 && given[1] > 0 &&
+      given[0] + given[1] <= 1) {
     x = static_cast<double>(given[0]);
     y = static_cast<double>(given[1]);
   }
@@ -198,9 +199,8 @@ bool TIFFSamples::ReadBlock(std::uint32_t x, std::uint32_t y, const Block& block
   for (std::uint16_t plane = 0; plane < (isPlanar_ ? count_ : 1); ++plane) {
     unsigned char* const to = block.bytes.get() + plane * block.size;
     const auto size = static_cast<tmsize_t>(block.size);
-    const tmsize_t read = block.isTile
-                              ? TIFFReadEncodedTile(tiff_, TIFFComputeTile(tiff_, x, y, 0, plane), to, size)
-                              : TIFFReadEncodedStrip(tiff_, TIFFComputeStrip(tiff_, y, plane), to, size);
+    const tmsize_t read = block.isTile ? TIFFReadEncodedTile(tiff_, TIFFComputeTile(tiff_, x, y, 0, plane), to, size)
+                                       : TIFFReadEncodedStrip(tiff_, TIFFComputeStrip(tiff_, y, plane), to, size);
     if (read < 0) return false;
   }
   return true;

@@ -101,7 +101,8 @@ double AppendSample(const Kind& kind, double part, Samples* samples) {
   const struct {
     std::uint16_t word;
     double part;
-  } halves[] = {{0, 0}, {0x3C00, 1}, {0x3800, 0.5}, {0x3200, 0.1875}, {0x0001, 0}, {0xB800, 0}, {0x7C00, 1}, {0x7E00, 0}};
+  } halves[] = {{0, 0},      {0x3C00, 1}, {0x3800, 0.5}, {0x3200, 0.1875},
+                {0x0001, 0}, {0xB800, 0}, {0x7C00, 1},   {0x7E00, 0}};
   const double inside = part > 0 ? std::min(part, 1.0) : 0;
   if (kind.format == SAMPLEFORMAT_IEEEFP) {
     if (kind.bits == 16) {
@@ -127,7 +128,8 @@ TEST(TIFFSamplesTest, Read_EachKindOfSamples_CountsThemFromNoneToFull) {
       {{"grey alpha 8", 8, SAMPLEFORMAT_UINT, PHOTOMETRIC_MINISBLACK, 2, EXTRASAMPLE_UNASSALPHA}, true},
       {{"grey alpha 8 planar", 8, SAMPLEFORMAT_UINT, PHOTOMETRIC_MINISBLACK, 2, EXTRASAMPLE_UNASSALPHA, true}, false},
       {{"grey alpha 16", 16, SAMPLEFORMAT_UINT, PHOTOMETRIC_MINISBLACK, 2, EXTRASAMPLE_UNASSALPHA}, true},
-      {{"grey alpha 16 tiled", 16, SAMPLEFORMAT_UINT, PHOTOMETRIC_MINISBLACK, 2, EXTRASAMPLE_UNASSALPHA, false, true, true},
+      {{"grey alpha 16 tiled", 16, SAMPLEFORMAT_UINT, PHOTOMETRIC_MINISBLACK, 2, EXTRASAMPLE_UNASSALPHA, false, true,
+        true},
        true},
       {{"grey alpha 8 premultiplied", 8, SAMPLEFORMAT_UINT, PHOTOMETRIC_MINISBLACK, 2, EXTRASAMPLE_ASSOCALPHA}, false},
       {{"inverse grey alpha", 8, SAMPLEFORMAT_UINT, PHOTOMETRIC_MINISWHITE, 2, EXTRASAMPLE_UNASSALPHA}, false},
