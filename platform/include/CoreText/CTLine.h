@@ -4,9 +4,10 @@
 // one. Characters that the font lacks come from other installed fonts. Line breaks and control characters take no
 // room; a tab goes on to the next multiple of 8 spaces. Code units that are no character show as U+FFFD.
 //
-// Glyphs that a font has as PNG pictures (its tables CBDT or sbix, as of emoji) are drawn in their own colours; of the
-// fill only the opacity counts. They have no outlines: strokes, clips and paths leave them out. Fonts of other kinds of
-// colour (COLR layers, SVG) are not put together: their glyphs look as their plain outlines do, if they have any.
+// Glyphs that a font has as pictures, as those of emoji are, are drawn in their own colours: PNG files (tables CBDT and
+// sbix) and layers of flat colour (COLR version 0). Of the fill only the opacity counts, but for layers that take its
+// colour. They have no outlines: strokes, clips and paths leave them out. The gradients of COLR version 1 and the
+// drawings of the table SVG are not read: of such glyphs no colour is promised.
 #pragma once
 
 #include "CoreFoundation/CFAttributedString.h"

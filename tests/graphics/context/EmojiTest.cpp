@@ -156,7 +156,31 @@ TEST_F(EmojiTest, Page_HasThePicture_WithTheTextsOpacity_AndNoneForAPen) {
   }
 }
 
+// See make_layered_font.py: A and D are put together of B and C.
+TEST_F(EmojiTest, DrawText_OfLayers_IsEachOfThemInItsColour) {
+  const AGColor blue(0, 0, 255);
+  for (const double size : {20.0, 60.0, 160.0, 2000.0}) {
+    for (const char* letter : {"A", "D"}) {
+      Page layered;
+      layered.context.brush.SetStyleSolid(blue);
+      layered.context.DrawText(letter, AGFont("LayeredSans", size, 0), AGPoint{20, 30}, kHere, kAGTextAlignmentLeft);
+      Page parts;
+      parts.context.brush.SetStyleSolid(kAGColorRed);
+      parts.context.DrawText("B", AGFont(kFamily, size, 0), AGPoint{20, 30}, kHere, kAGTextAlignmentLeft);
+      parts.context.brush.SetStyleSolid(*letter == 'A' ? AGColor(0, 200, 0) : blue);
+      parts.context.DrawText("C", AGFont(kFamily, size, 0), AGPoint{20, 30}, kHere, kAGTextAlignmentLeft);
+      const Sums expected = SumsOf(parts.bitmap);
+      const Sums sums = SumsOf(layered.bitmap);
+      for (std::size_t i = 0; i < 3; ++i) EXPECT_NEAR(sums[i], expected[i], expected[1] * 0.01) << letter << size << i;
+    }
+  }
+  EXPECT_GT(AGFont("LayeredSans", 60, 0).GetTextExtent("A").width, 30);
+}
+
 TEST_F(EmojiTest, Outlines_LeavePicturesOut) {
+  AGPath layered;
+  layered.AddText("A", AGFont("LayeredSans", 40, 0), {10, 10}, kAGTextAlignmentLeft);
+  EXPECT_TRUE(layered.IsEmpty());
   const AGFont font(kFamily, 40, 0);
   AGPath path;
   path.AddUText(Utf16(kFace), font, {10, 10}, kAGTextAlignmentLeft);
