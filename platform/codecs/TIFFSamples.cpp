@@ -102,7 +102,7 @@ TIFFSamples::TIFFSamples(TIFF* tiff) : tiff_(tiff) {
   if (isLab_) FindWhite();
 }
 
-// The sample behind the colours, when the file says that it is alpha; among four or more samples, as libtiff has it,
+// The sample behind the colours, when the file says that it is alpha; behind red, green and blue, as libtiff has it,
 // also when it says nothing.
 bool TIFFSamples::FindAlpha() {
   std::uint16_t extra = 0;
@@ -111,7 +111,7 @@ bool TIFFSamples::FindAlpha() {
     return false;
   }
   isPremultiplied_ = kinds[0] != EXTRASAMPLE_UNASSALPHA;
-  return kinds[0] != EXTRASAMPLE_UNSPECIFIED || count_ > 3;
+  return kinds[0] != EXTRASAMPLE_UNSPECIFIED || photometric_ == PHOTOMETRIC_RGB;
 }
 
 void TIFFSamples::FindWhite() {
