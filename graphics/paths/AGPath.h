@@ -114,7 +114,7 @@ class AGPath {
   // Texts (AGPathText.cpp) and other paths (AGPathBuild.cpp)
 
   /// The outlines of a text, placed as AGContext::DrawText places it; nothing for an empty text and a font that is not
-  /// valid. Origin: the position.
+  /// valid, and no emoji, which have none. Origin: the position.
   void AddText(const AKString& text, const AGFont& font, const AGPoint& position, AGTextAlignment alignment);
   void AddUText(const AKUniChars& text, const AGFont& font, const AGPoint& position, AGTextAlignment alignment);
 

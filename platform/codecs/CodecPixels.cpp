@@ -1,5 +1,6 @@
 #include "platform/codecs/CodecPixels.h"
 
+#include "ImageIO/CGImageSource.h"
 #include "platform/graphics/CGImageValue.h"
 
 namespace platform {
@@ -23,8 +24,13 @@ std::uint32_t DivideBothBy255(std::uint32_t products) {
 
 }  // namespace
 
-NewPixels::NewPixels(std::uint64_t width, std::uint64_t height, std::uint64_t maxPixels) {
-  if (width == 0 || width > kMaxSide || height == 0 || height > kMaxSide || width * height > maxPixels) return;
+NewPixels::NewPixels(std::uint64_t width, std::uint64_t height, std::uint64_t maxPixels, RefusedSize* refused) {
+  constexpr std::uint64_t kAnySide = UINT32_MAX;
+  if (width == 0 || width > kAnySide || height == 0 || height > kAnySide || width * height > maxPixels) return;
+  if (width > kMaxSide || height > kMaxSide || width * height * 4 > CGImageSourceGetPixelLimit()) {
+    *refused = {width, height};
+    return;
+  }
   CairoSurface surface(
       cairo_image_surface_create(CAIRO_FORMAT_ARGB32, static_cast<int>(width), static_cast<int>(height)));
   if (cairo_surface_status(surface.get()) != CAIRO_STATUS_SUCCESS) return;

@@ -8,6 +8,7 @@
 #include <cstdint>
 
 #include "CoreGraphics/CGImage.h"
+#include "platform/codecs/ImageCodec.h"
 #include "platform/graphics/CairoHandles.h"
 
 namespace platform {
@@ -15,9 +16,10 @@ namespace platform {
 /// Pixels for a codec to write, which then become an image.
 class NewPixels {
  public:
-  /// Transparent black. Not IsValid when a side is 0 or above 32767, when there are more than `maxPixels`, or when
-  /// memory lacks.
-  NewPixels(std::uint64_t width, std::uint64_t height, std::uint64_t maxPixels);
+  /// Transparent black. Not IsValid when a side is 0, when there are more than `maxPixels`, which is what the file can
+  /// hold, or when memory lacks; and, with `*refused` set, when a side is above 32767 or the pixels take more than the
+  /// limit.
+  NewPixels(std::uint64_t width, std::uint64_t height, std::uint64_t maxPixels, RefusedSize* refused);
 
   bool IsValid() const { return surface_ != nullptr; }
   std::uint32_t* Row(std::size_t y) { return words_ + y * width_; }

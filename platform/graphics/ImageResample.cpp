@@ -8,19 +8,20 @@
 namespace platform {
 namespace {
 
-constexpr double kKernelRadius = 2;
 // Smaller still, and there is next to nothing to be seen, but all of the image to be gone through for each pixel of it.
 constexpr double kMinScale = 1e-4;
 constexpr std::size_t kChannels = 4;
 // So many sums at a time stay in the processor's nearest cache.
 constexpr std::size_t kStretch = 1024;
 
-double Kernel(double x) {
+double Cubic(double x) {
   const double t = std::fabs(x);
   if (t < 1) return (1.5 * t - 2.5) * t * t + 1;
   if (t < 2) return ((-0.5 * t + 2.5) * t - 4) * t + 2;
   return 0;
 }
+
+double Linear(double x) { return std::max(1 - std::fabs(x), 0.0); }
 
 // Which source pixels make a target pixel, and with which weights, whose sum is 1.
 struct Taps {
@@ -33,7 +34,8 @@ struct Taps {
 std::vector<Taps> MakeTaps(int start, int end, double scale, double offset, int sourceSize) {
   std::vector<Taps> all;
   all.reserve(static_cast<std::size_t>(end - start));
-  const double radius = kKernelRadius / std::fabs(scale);
+  const bool isSmaller = std::fabs(scale) <= 1;
+  const double radius = isSmaller ? 2 / std::fabs(scale) : 1;
   for (int target = start; target < end; ++target) {
     const double center = (target + 0.5 - offset) / scale;
     const double low = std::floor(center - radius);
@@ -45,7 +47,8 @@ std::vector<Taps> MakeTaps(int start, int end, double scale, double offset, int 
     std::vector<double> weights(static_cast<std::size_t>(inside(high) - first) + 1);
     double sum = 0;
     for (double source = low; source <= high; ++source) {
-      const double weight = Kernel((source + 0.5 - center) * scale);
+      const double distance = source + 0.5 - center;
+      const double weight = isSmaller ? Cubic(distance * scale) : Linear(distance);
       weights[static_cast<std::size_t>(inside(source) - first)] += weight;
       sum += weight;
     }
@@ -95,8 +98,7 @@ std::uint32_t PixelOf(const Taps& taps, const float* sums) {
 bool IsMadeSmaller(const CGAffineTransform& m) {
   const double width = std::fabs(m.a);
   const double height = std::fabs(m.d);
-  return m.b == 0 && m.c == 0 && std::min(width, height) >= kMinScale && std::max(width, height) <= 1 &&
-         width * height < 1;
+  return m.b == 0 && m.c == 0 && std::min(width, height) >= kMinScale && std::min(width, height) < 1;
 }
 
 }  // namespace

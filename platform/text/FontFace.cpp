@@ -94,7 +94,15 @@ FontFace::FontFace(PangoFont* font) : font_(font), metrics_(MeasureFont(font)), 
 
 FontFace::~FontFace() { GlyphStore::Shared().Forget(this); }
 
-InkBox FontFace::GlyphInk(std::uint32_t glyph) const {
+InkBox FontFace::GlyphInk(std::uint32_t glyph) {
+  InkBox all;
+  for (const GlyphPictures::Layer& layer : pictures_.LayersOf(glyph)) {
+    all.Add(OwnInk(layer.glyph));
+  }
+  return all.IsEmpty() ? OwnInk(glyph) : all;
+}
+
+InkBox FontFace::OwnInk(std::uint32_t glyph) const {
   PangoRectangle ink{};
   pango_font_get_glyph_extents(font_, glyph, &ink, nullptr);
   return {ink.x * kPerPangoUnit, -(ink.y + ink.height) * kPerPangoUnit, (ink.x + ink.width) * kPerPangoUnit,
@@ -108,12 +116,16 @@ double FontFace::GlyphAdvance(std::uint32_t glyph) const {
 }
 
 const CGPath& FontFace::Outline(std::uint32_t glyph) {
+  static const CGPath& none = *CGPathCreateMutable();
+  return pictures_.Has(glyph) ? none : Trace(glyph);
+}
+
+const CGPath& FontFace::Trace(std::uint32_t glyph) {
   const auto found = outlines_.find(glyph);
   if (found != outlines_.end()) return *found->second;
   if (outlines_.size() >= kMaxOutlines) outlines_.clear();
   CGMutablePathRef path = CGPathCreateMutable();
   const auto kept = outlines_.emplace(glyph, path).first;
-  if (pictures_.Has(glyph)) return *path;  // cairo would trace its pixels
   if (pathMaker_ == nullptr) {
     const CairoSurface surface(cairo_image_surface_create(CAIRO_FORMAT_A8, 1, 1));
     pathMaker_.reset(cairo_create(surface.get()));

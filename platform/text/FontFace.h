@@ -46,14 +46,16 @@ class FontFace {
 
   const FontMetrics& Metrics() const { return metrics_; }
   /// What the glyph paints, its origin at the origin.
-  InkBox GlyphInk(std::uint32_t glyph) const;
+  InkBox GlyphInk(std::uint32_t glyph);
   /// How far the next glyph is away.
   double GlyphAdvance(std::uint32_t glyph) const;
 
   /// The glyph's outline, closed; empty when it has none, as a picture.
   const CGPath& Outline(std::uint32_t glyph);
+  /// As Outline, of a layer of a picture.
+  const CGPath& Trace(std::uint32_t glyph);
 
-  /// Those of the font's glyphs that are pictures; each fills its ink.
+  /// Those of the font's glyphs that are pictures.
   GlyphPictures& Pictures() { return pictures_; }
 
   /// The font for drawing glyphs whose positions are in reference units under the matrix `m`, which leads to device
@@ -63,6 +65,8 @@ class FontFace {
  private:
   explicit FontFace(PangoFont* font);
   ~FontFace();
+
+  InkBox OwnInk(std::uint32_t glyph) const;
 
   PangoFont* font_;  // owns this face
   FontMetrics metrics_;

@@ -1,5 +1,6 @@
 #include "platform/text/GlyphMasks.h"
 
+#include <algorithm>
 #include <cmath>
 
 #include "platform/graphics/BitmapPaint.h"
@@ -68,8 +69,8 @@ CGRect BoxOf(const CGRect& rect, const CGAffineTransform& m) {
   return box;
 }
 
-// Draws an image, which fills `rect` before `toDevice`, as any image is drawn at high quality.
-bool DrawInto(GlyphMask* mask, CGImageRef image, const CGRect& rect, const CGAffineTransform& toDevice) {
+// Draws the picture; `toDevice` maps reference units.
+bool DrawInto(GlyphMask* mask, FontFace& face, std::uint32_t glyph, const CGAffineTransform& toDevice) {
   CGColorSpaceRef space = CGColorSpaceCreateDeviceRGB();
   CGContextRef context = CGBitmapContextCreate(mask->bytes.data(), static_cast<std::size_t>(mask->width),
                                                static_cast<std::size_t>(mask->height), 8,
@@ -79,8 +80,7 @@ bool DrawInto(GlyphMask* mask, CGImageRef image, const CGRect& rect, const CGAff
   const CGAffineTransform fromBox{1, 0, 0, 1, -static_cast<double>(mask->left), -static_cast<double>(mask->top)};
   const CGAffineTransform flip{1, 0, 0, -1, 0, static_cast<double>(mask->height)};
   CGContextConcatCTM(context, CGAffineTransformConcat(CGAffineTransformConcat(toDevice, fromBox), flip));
-  CGContextSetInterpolationQuality(context, kCGInterpolationHigh);
-  CGContextDrawImage(context, rect, image);
+  face.Pictures().Draw(context, face, glyph);
   CGContextRelease(context);
   return true;
 }
@@ -139,10 +139,14 @@ GlyphMask GlyphMasks::Render(std::uint32_t glyph, unsigned int step) const {
 
 GlyphMask GlyphMasks::RenderPicture(std::uint32_t glyph) const {
   GlyphMask mask;
-  CGImageRef image = face_->Pictures().Get(glyph);
-  const CGRect rect = face_->GlyphInk(glyph).Rect();
+  const std::vector<GlyphPictures::Layer> layers = face_->Pictures().LayersOf(glyph);
+  if (std::any_of(layers.begin(), layers.end(), [](const auto& layer) { return layer.isOfText; })) {
+    mask.kind = GlyphMask::Kind::kNotKept;  // it looks different in each text
+    return mask;
+  }
   const CGAffineTransform toPixels{scale_.xx, scale_.yx, scale_.xy, scale_.yy, 0, 0};
-  if (image != nullptr && TakeBox(&mask, BoxOf(rect, toPixels), 4) && DrawInto(&mask, image, rect, toPixels)) {
+  const InkBox ink = face_->GlyphInk(glyph);
+  if (!ink.IsEmpty() && TakeBox(&mask, BoxOf(ink.Rect(), toPixels), 4) && DrawInto(&mask, *face_, glyph, toPixels)) {
     mask.kind = GlyphMask::Kind::kPicture;
   }
   return mask;

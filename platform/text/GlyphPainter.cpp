@@ -2,6 +2,8 @@
 
 #include <algorithm>
 #include <cmath>
+#include <iterator>
+#include <utility>
 
 #include "platform/text/LineMask.h"
 #include "platform/text/TextEngine.h"
@@ -187,18 +189,19 @@ void PaintPictures(CGContext* context, const CTLine& line, const CGAffineTransfo
   const GraphicsState kept = context->state;
   context->state.matrix = CGAffineTransformConcat(m, Inverse(context->baseToDevice));
   context->state.alpha *= paint.alpha;
-  context->state.interpolation = kCGInterpolationHigh;
   context->state.blendMode = kCGBlendModeNormal;
+  CGMutablePathRef current = std::exchange(context->path, CGPathCreateMutable());
+  const CGAffineTransform lineToBase = context->state.matrix;
   for (const ShapedRun& run : shape.runs) {
     FontFace& face = FontFace::Of(run.font.Get());
     if (!face.Pictures().HasAny()) continue;
     for (std::size_t i = run.firstGlyph; i < run.firstGlyph + run.glyphCount; ++i) {
-      const auto glyph = static_cast<std::uint32_t>(shape.glyphs[i].index);
-      InkBox ink = face.GlyphInk(glyph);
-      ink.Move(shape.glyphs[i].x, shape.glyphs[i].y);
-      CGContextDrawImage(context, ink.Rect(), face.Pictures().Get(glyph));
+      context->state.matrix = CGAffineTransformTranslate(lineToBase, shape.glyphs[i].x, shape.glyphs[i].y);
+      context->state.fill = {paint.red, paint.green, paint.blue, 1, {}, false};
+      face.Pictures().Draw(context, face, static_cast<std::uint32_t>(shape.glyphs[i].index));
     }
   }
+  CGPathRelease(std::exchange(context->path, current));
   context->state = kept;
 }
 

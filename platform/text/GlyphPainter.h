@@ -18,7 +18,7 @@ bool PaintGlyphs(CGContext* context, const CTLine& line, const CGAffineTransform
 /// Fills the glyphs that are no pictures by cairo, as text on a page.
 void PaintLetters(CGContext* context, const CTLine& line, const CGAffineTransform& textToDevice, const Paint& paint);
 
-/// Paints the glyphs that are pictures, as images; of the paint only the opacity counts.
+/// Paints the glyphs that are pictures, as they are.
 void PaintPictures(CGContext* context, const CTLine& line, const CGAffineTransform& textToDevice, const Paint& paint);
 
 }  // namespace platform

@@ -7,6 +7,11 @@
 #include <vector>
 
 namespace platform {
+namespace {
+
+constexpr std::size_t kScaleBytes = 256;  // that a scale takes without its masks
+
+}  // namespace
 
 GlyphStore& GlyphStore::Shared() {
   static GlyphStore& store = *new GlyphStore;  // its fonts live as long as the process
@@ -24,7 +29,10 @@ std::size_t GlyphStore::KeyHash::operator()(const Key& key) const {
 
 GlyphMasks& GlyphStore::MasksFor(FontFace* face, const cairo_matrix_t& m, bool isSoft) {
   std::unique_ptr<GlyphMasks>& masks = scales_[{face, m.xx, m.yx, m.xy, m.yy, isSoft}];
-  if (masks == nullptr) masks = std::make_unique<GlyphMasks>(face, m, isSoft);
+  if (masks == nullptr) {
+    masks = std::make_unique<GlyphMasks>(face, m, isSoft);
+    byteCount_ += kScaleBytes;
+  }
   return *masks;
 }
 
@@ -32,6 +40,7 @@ void GlyphStore::Forget(const FontFace* face) {
   std::erase_if(scales_, [&](const auto& item) {
     if (item.first.face != face) return false;
     item.second->Keep([&](const GlyphMask& mask) { return byteCount_ -= BytesOf(mask), false; });
+    byteCount_ -= kScaleBytes;
     return true;
   });
 }
@@ -45,7 +54,9 @@ void GlyphStore::Trim() {
       byteCount_ -= BytesOf(mask);
       return false;
     });
-    return item.second->IsEmpty();
+    if (!item.second->IsEmpty()) return false;
+    byteCount_ -= kScaleBytes;
+    return true;
   });
 }
 

@@ -113,7 +113,7 @@ void PutInVisualOrder(std::vector<Item>* items) {
 const InkBox& ShapedLine::Ink() const {
   if (inkIsKnown_) return ink_;
   for (const ShapedRun& run : runs) {
-    const FontFace& face = FontFace::Of(run.font.Get());
+    FontFace& face = FontFace::Of(run.font.Get());
     for (std::size_t i = run.firstGlyph; i < run.firstGlyph + run.glyphCount; ++i) {
       InkBox box = face.GlyphInk(static_cast<std::uint32_t>(glyphs[i].index));
       box.Move(glyphs[i].x, glyphs[i].y);

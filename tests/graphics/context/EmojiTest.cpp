@@ -6,9 +6,11 @@
 
 #include <array>
 #include <cmath>
-#include <cstring>
+#include <string>
 #include <vector>
 
+#include "CoreGraphics/CGVectorContext.h"
+#include "tests/graphics/images/ImageTestSupport.h"
 #include "tests/graphics/text/TextTestSupport.h"
 
 namespace {
@@ -119,7 +121,66 @@ TEST_F(EmojiTest, DrawText_ScaledTurnedTranslucentOrClipped_HasTheColoursOfThePi
   }
 }
 
+bool AppendBytes(void* info, const void* bytes, std::size_t count) {
+  static_cast<std::string*>(info)->append(static_cast<const char*>(bytes), count);
+  return true;
+}
+
+TEST_F(EmojiTest, Page_HasThePicture_WithTheTextsOpacity_AndNoneForAPen) {
+  Sums picture{};
+  const std::vector<unsigned char> pixels = PictureOfFace();
+  for (std::size_t i = 0; i < pixels.size(); ++i) picture[i % 3] += 255 - pixels[i];
+  file_test::TempFolder folder;
+  for (const double share : {1.0, 0.5, 0.0}) {
+    std::string file;
+    CGContextRef page = CGVectorContextCreatePDF(200, 200, &AppendBytes, &file);
+    AGContext context(page, {200, 200});
+    context.brush.SetStyleSolid(kAGColorBlack);
+    context.alpha = share;
+    if (share == 0) {
+      context.alpha = 1;
+      context.brush.SetStyleNone();
+      context.pen.SetStyleSolid(kAGColorBlack, 1, kAGPenSizeModeAbsolute);
+    }
+    context.DrawUText(Utf16(kFace), AGFont(kFamily, kSize, 0), AGPoint{20, 50}, kHere, kAGTextAlignmentLeft);
+    EXPECT_TRUE(CGVectorContextFinish(page));
+    CGContextRelease(page);
+    file_test::WriteBytes(folder.Path("page.pdf"), file);
+    image_test::Output("cd " + folder.Path("") + " && pdftocairo -png -r 72 -singlefile page.pdf page");
+    const std::vector<unsigned char> shown = image_test::Pixels(image_test::ImageOfFile(folder.Path("page.png")));
+    Sums sums{};
+    for (std::size_t i = 0; i < shown.size(); ++i) {
+      if (i % 4 < 3) sums[i % 4] += 255 - shown[i];
+    }
+    for (std::size_t i = 0; i < 3; ++i) EXPECT_NEAR(sums[i], picture[i] * share, picture[i] * 0.03) << share;
+  }
+}
+
+// See make_layered_font.py: A and D are put together of B and C.
+TEST_F(EmojiTest, DrawText_OfLayers_IsEachOfThemInItsColour) {
+  const AGColor blue(0, 0, 255);
+  for (const double size : {20.0, 60.0, 160.0, 2000.0}) {
+    for (const char* letter : {"A", "D"}) {
+      Page layered;
+      layered.context.brush.SetStyleSolid(blue);
+      layered.context.DrawText(letter, AGFont("LayeredSans", size, 0), AGPoint{20, 30}, kHere, kAGTextAlignmentLeft);
+      Page parts;
+      parts.context.brush.SetStyleSolid(kAGColorRed);
+      parts.context.DrawText("B", AGFont(kFamily, size, 0), AGPoint{20, 30}, kHere, kAGTextAlignmentLeft);
+      parts.context.brush.SetStyleSolid(*letter == 'A' ? AGColor(0, 200, 0) : blue);
+      parts.context.DrawText("C", AGFont(kFamily, size, 0), AGPoint{20, 30}, kHere, kAGTextAlignmentLeft);
+      const Sums expected = SumsOf(parts.bitmap);
+      const Sums sums = SumsOf(layered.bitmap);
+      for (std::size_t i = 0; i < 3; ++i) EXPECT_NEAR(sums[i], expected[i], expected[1] * 0.01) << letter << size << i;
+    }
+  }
+  EXPECT_GT(AGFont("LayeredSans", 60, 0).GetTextExtent("A").width, 30);
+}
+
 TEST_F(EmojiTest, Outlines_LeavePicturesOut) {
+  AGPath layered;
+  layered.AddText("A", AGFont("LayeredSans", 40, 0), {10, 10}, kAGTextAlignmentLeft);
+  EXPECT_TRUE(layered.IsEmpty());
   const AGFont font(kFamily, 40, 0);
   AGPath path;
   path.AddUText(Utf16(kFace), font, {10, 10}, kAGTextAlignmentLeft);

@@ -265,7 +265,7 @@ TEST_F(AGFontTest, GetTextPosInBounds_EachAlignment_GivesItsAnchor) {
 
 TEST_F(AGFontTest, GetFontNameList_ListsEachInstalledFamilyOnce) {
   const AKStringArray& names = AGFont::GetFontNameList();
-  EXPECT_EQ(names.ConcatToString(","), "DejaVu Sans,DejaVu Sans Mono,DejaVu Serif,Noto Color Emoji");
+  EXPECT_EQ(names.ConcatToString(","), "DejaVu Sans,DejaVu Sans Mono,DejaVu Serif,LayeredSans,Noto Color Emoji");
   EXPECT_EQ(&AGFont::GetFontNameList(), &names);
 }
 
