@@ -41,14 +41,9 @@ void LogRefusal(CGImageSourceRef source, const AKFilePath& path) {
   const auto megabytes = [](std::uint64_t bytes) { return static_cast<unsigned long long>(bytes >> 20); };
   const std::uint64_t limit = CGImageSourceGetPixelLimit();
   const std::uint64_t bytes = std::uint64_t{4} * width * height;
-  if (bytes > limit) {
-    AKLogError(kAKFileStatusTooBig,
-               "Can't read \"%s\": %zu x %zu pixels take %llu MB, above the limit of %llu MB (AGImage::SetMaxBytes)",
-               path.Text().CStr(), width, height, megabytes(bytes + (1 << 20) - 1), megabytes(limit));
-  } else {
-    AKLogError(kAKFileStatusTooBig, "Can't read \"%s\": of %zu x %zu pixels one side is above 32767",
-               path.Text().CStr(), width, height);
-  }
+  AKLogError(kAKFileStatusTooBig,
+             "Can't read \"%s\": %zu x %zu pixels take %llu MB, above the limit of %llu MB (AGImage::SetMaxBytes)",
+             path.Text().CStr(), width, height, megabytes(bytes + (1 << 20) - 1), megabytes(limit));
 }
 
 // The caller releases it.

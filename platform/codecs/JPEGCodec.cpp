@@ -197,8 +197,8 @@ class Writer {
     if (setjmp(errors_.jump) != 0) return false;
     jpeg_create_compress(&info_);
     info_.dest = &output_.manager;
-    info_.image_width = static_cast<JDIMENSION>(cairo_image_surface_get_width(image.pixels.get()));
-    info_.image_height = static_cast<JDIMENSION>(cairo_image_surface_get_height(image.pixels.get()));
+    info_.image_width = static_cast<JDIMENSION>(image.pixels.Width());
+    info_.image_height = static_cast<JDIMENSION>(image.pixels.Height());
     // An opaque image's rows are what libjpeg can read; a translucent one's are mixed with white first.
     info_.input_components = image.hasAlpha ? 3 : 4;
     info_.in_color_space = image.hasAlpha ? JCS_EXT_RGB : JCS_EXT_BGRX;
@@ -232,7 +232,7 @@ class Writer {
 };
 
 bool Encode(const CGImage& image, const EncodeOptions& options, ByteSink* sink) {
-  std::vector<unsigned char> row(static_cast<std::size_t>(cairo_image_surface_get_width(image.pixels.get())) * 3);
+  std::vector<unsigned char> row(image.pixels.Width() * 3);
   return Writer(sink).Write(image, options, row.data());
 }
 

@@ -147,8 +147,8 @@ void WriteResolution(png_structp png, png_infop info, const EncodeOptions& optio
 bool Write(png_structp png, png_infop info, const CGImage& image, const EncodeOptions& options, bool withAlpha,
            unsigned char* row) {
   if (setjmp(png_jmpbuf(png)) != 0) return false;
-  const auto width = static_cast<png_uint_32>(cairo_image_surface_get_width(image.pixels.get()));
-  const auto height = static_cast<png_uint_32>(cairo_image_surface_get_height(image.pixels.get()));
+  const auto width = static_cast<png_uint_32>(image.pixels.Width());
+  const auto height = static_cast<png_uint_32>(image.pixels.Height());
   png_set_IHDR(png, info, width, height, 8, withAlpha ? PNG_COLOR_TYPE_RGB_ALPHA : PNG_COLOR_TYPE_RGB,
                PNG_INTERLACE_NONE, PNG_COMPRESSION_TYPE_DEFAULT, PNG_FILTER_TYPE_DEFAULT);
   WriteResolution(png, info, options);
@@ -163,7 +163,7 @@ bool Write(png_structp png, png_infop info, const CGImage& image, const EncodeOp
 
 bool Encode(const CGImage& image, const EncodeOptions& options, ByteSink* sink) {
   const bool withAlpha = image.hasAlpha && options.keepsAlpha;
-  std::vector<unsigned char> row(static_cast<std::size_t>(cairo_image_surface_get_width(image.pixels.get())) * 4);
+  std::vector<unsigned char> row(image.pixels.Width() * 4);
   png_structp png = png_create_write_struct(PNG_LIBPNG_VER_STRING, nullptr, &Fail, &Ignore);
   png_infop info = png == nullptr ? nullptr : png_create_info_struct(png);
   bool written = false;

@@ -224,8 +224,8 @@ void SetTags(TIFF* tiff, std::uint32_t width, std::uint32_t height, bool withAlp
 }
 
 bool Encode(const CGImage& image, const EncodeOptions& options, ByteSink* sink) {
-  const auto width = static_cast<std::uint32_t>(cairo_image_surface_get_width(image.pixels.get()));
-  const auto height = static_cast<std::uint32_t>(cairo_image_surface_get_height(image.pixels.get()));
+  const auto width = static_cast<std::uint32_t>(image.pixels.Width());
+  const auto height = static_cast<std::uint32_t>(image.pixels.Height());
   const bool withAlpha = image.hasAlpha && options.keepsAlpha;
   Messages messages;
   const TiffOptions openOptions = Options(kMaxBlock, &messages);

@@ -86,9 +86,7 @@ void FillStrokeArea(CGContext* context, const CGAffineTransform& m, double reach
   if (box.IsEmpty()) return;
   cairo_set_antialias(cairo, context->state.antialias ? CAIRO_ANTIALIAS_DEFAULT : CAIRO_ANTIALIAS_NONE);
   cairo_set_fill_rule(cairo, CAIRO_FILL_RULE_WINDING);
-  context->target->WillDraw(box);
   cairo_fill(cairo);
-  context->target->DidDraw(box);
 }
 
 void StrokeCurrentPath(CGContext* context) {

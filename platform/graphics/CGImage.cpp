@@ -63,17 +63,40 @@ cairo_operator_t OperatorOf(CGBlendMode mode) {
 
 }  // namespace platform
 
+namespace platform {
+
+ImagePixels::ImagePixels(std::size_t width, std::size_t height) {
+  constexpr std::size_t kMaxSide = std::size_t{1} << 29;
+  if (width == 0 || height == 0 || width > kMaxSide || height > kMaxSide) return;
+  words_.reset(static_cast<std::uint32_t*>(std::calloc(width * height, sizeof(std::uint32_t))));
+  if (words_ == nullptr) return;
+  width_ = width;
+  height_ = height;
+}
+
+}  // namespace platform
+
+cairo_surface_t* CGImage::Surface() const {
+  if (surface_ == nullptr) {
+    constexpr std::size_t kCairoLimit = 32767;
+    const bool fits = pixels.Width() <= kCairoLimit && pixels.Height() <= kCairoLimit;
+    const int width = fits ? static_cast<int>(pixels.Width()) : -1;  // which cairo refuses
+    auto* bytes = reinterpret_cast<unsigned char*>(const_cast<std::uint32_t*>(pixels.Row(0)));
+    surface_.reset(cairo_image_surface_create_for_data(bytes, CAIRO_FORMAT_ARGB32, width,
+                                                       fits ? static_cast<int>(pixels.Height()) : -1, width * 4));
+  }
+  return surface_.get();
+}
+
 CGImageRef CGBitmapContextCreateImage(CGContextRef context) {
   if (context == nullptr || context->bitmap == nullptr) return nullptr;
   const BitmapInfo& info = *context->bitmap;
-  platform::CairoSurface copy(
-      cairo_image_surface_create(CAIRO_FORMAT_ARGB32, static_cast<int>(info.width), static_cast<int>(info.height)));
-  if (cairo_surface_status(copy.get()) != CAIRO_STATUS_SUCCESS) return nullptr;
-  unsigned char* pixels = cairo_image_surface_get_data(copy.get());
-  const auto stride = static_cast<std::size_t>(cairo_image_surface_get_stride(copy.get()));
+  platform::ImagePixels copy(info.width, info.height);
+  if (!copy.IsValid()) return nullptr;
   bool translucent = false;
-  for (std::size_t y = 0; y < info.height; ++y) translucent |= CopyRow(info, y, pixels + y * stride);
-  cairo_surface_mark_dirty(copy.get());
+  for (std::size_t y = 0; y < info.height; ++y) {
+    translucent |= CopyRow(info, y, reinterpret_cast<unsigned char*>(copy.Row(y)));
+  }
   return new CGImage(std::move(copy), translucent);
 }
 
@@ -87,11 +110,11 @@ void CGImageRelease(CGImageRef image) {
 }
 
 size_t CGImageGetWidth(CGImageRef image) {
-  return image == nullptr ? 0 : static_cast<size_t>(cairo_image_surface_get_width(image->pixels.get()));
+  return image == nullptr ? 0 : image->pixels.Width();
 }
 
 size_t CGImageGetHeight(CGImageRef image) {
-  return image == nullptr ? 0 : static_cast<size_t>(cairo_image_surface_get_height(image->pixels.get()));
+  return image == nullptr ? 0 : image->pixels.Height();
 }
 
 int CGImageGetAlphaInfo(CGImageRef image) {
@@ -104,6 +127,9 @@ void CGContextDrawImage(CGContextRef context, CGRect rect, CGImageRef image) {
                                             static_cast<double>(CGImageGetHeight(image)));
   if (!platform::IsInvertible(m)) return;
   if (context->bitmap != nullptr) return platform::DrawImageOnBitmap(context, *image, rect, m);
+  if (cairo_surface_status(image->Surface()) != CAIRO_STATUS_SUCCESS && !context->target->IsVector()) {
+    return;  // too large: an error would stay with the host's context
+  }
   platform::ApplyClip(context);
   if (context->target->DrawImage(context, *image, m)) return;
   cairo_t* cairo = context->cairo.get();
@@ -119,7 +145,7 @@ void CGContextDrawImage(CGContextRef context, CGRect rect, CGImageRef image) {
 
   platform::CairoSurface resampled;
   if (context->state.interpolation == kCGInterpolationHigh) {
-    resampled = platform::ResampleForDrawing(image->pixels.get(), m, box);
+    resampled = platform::ResampleForDrawing(image->pixels.Grid(), m, box);
   }
   cairo_save(cairo);
   if (resampled) {
@@ -128,7 +154,7 @@ void CGContextDrawImage(CGContextRef context, CGRect rect, CGImageRef image) {
   } else {
     const cairo_matrix_t matrix{m.a, m.b, m.c, m.d, m.tx, m.ty};
     cairo_set_matrix(cairo, &matrix);
-    cairo_set_source_surface(cairo, image->pixels.get(), 0, 0);
+    cairo_set_source_surface(cairo, image->Surface(), 0, 0);
   }
   // The rectangle's edge is that of its outline, not a fading of the last pixels into nothing.
   cairo_pattern_set_extend(cairo_get_source(cairo), CAIRO_EXTEND_PAD);

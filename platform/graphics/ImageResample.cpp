@@ -60,12 +60,12 @@ std::vector<Taps> MakeTaps(int start, int end, double scale, double offset, int 
   return all;
 }
 
-const unsigned char* RowOf(cairo_surface_t* image, std::size_t y) {
-  return cairo_image_surface_get_data(image) + y * static_cast<std::size_t>(cairo_image_surface_get_stride(image));
+const unsigned char* RowOf(const raster::PixelGrid& image, std::size_t y) {
+  return reinterpret_cast<const unsigned char*>(image.pixels + y * image.stride);
 }
 
 // Bytes first to last of the rows below a target row, added up by weight.
-void AddRows(cairo_surface_t* image, const Taps& taps, std::size_t first, std::size_t last, float* sums) {
+void AddRows(const raster::PixelGrid& image, const Taps& taps, std::size_t first, std::size_t last, float* sums) {
   for (std::size_t start = first; start < last; start += kStretch) {
     const std::size_t count = std::min(kStretch, last - start);
     float* const out = sums + start;
@@ -103,14 +103,13 @@ bool IsMadeSmaller(const CGAffineTransform& m) {
 
 }  // namespace
 
-CairoSurface ResampleForDrawing(cairo_surface_t* image, const CGAffineTransform& toDevice, const PixelBox& box) {
+CairoSurface ResampleForDrawing(const raster::PixelGrid& image, const CGAffineTransform& toDevice, const PixelBox& box) {
   if (!IsMadeSmaller(toDevice) || box.IsEmpty()) return nullptr;
   CairoSurface result(cairo_image_surface_create(CAIRO_FORMAT_ARGB32, box.x1 - box.x0, box.y1 - box.y0));
   if (cairo_surface_status(result.get()) != CAIRO_STATUS_SUCCESS) return nullptr;
-  const int width = cairo_image_surface_get_width(image);
+  const int width = image.width;
   const std::vector<Taps> columns = MakeTaps(box.x0, box.x1, toDevice.a, toDevice.tx, width);
-  const std::vector<Taps> rows =
-      MakeTaps(box.y0, box.y1, toDevice.d, toDevice.ty, cairo_image_surface_get_height(image));
+  const std::vector<Taps> rows = MakeTaps(box.y0, box.y1, toDevice.d, toDevice.ty, image.height);
   std::size_t first = static_cast<std::size_t>(width) * kChannels;
   std::size_t last = 0;
   for (const Taps& taps : columns) {
@@ -120,7 +119,9 @@ CairoSurface ResampleForDrawing(cairo_surface_t* image, const CGAffineTransform&
   std::vector<float> sums(static_cast<std::size_t>(width) * kChannels);
   for (std::size_t y = 0; y < rows.size(); ++y) {
     AddRows(image, rows[y], first, last, sums.data());
-    auto* out = reinterpret_cast<std::uint32_t*>(const_cast<unsigned char*>(RowOf(result.get(), y)));
+    auto* out = reinterpret_cast<std::uint32_t*>(
+        cairo_image_surface_get_data(result.get()) +
+        y * static_cast<std::size_t>(cairo_image_surface_get_stride(result.get())));
     for (const Taps& taps : columns) *out++ = PixelOf(taps, sums.data());
   }
   cairo_surface_mark_dirty(result.get());

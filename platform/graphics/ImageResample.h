@@ -8,12 +8,13 @@
 
 #include "platform/graphics/CGContextState.h"
 #include "platform/graphics/CairoHandles.h"
+#include "platform/raster/Kernels.h"
 
 namespace platform {
 
 /// What the image looks like on the device pixels of `box`, one pixel each. `toDevice` maps pixels of the image to
 /// device space. Null, for cairo to do it, when the image is turned, is drawn smaller along no axis, or
 /// memory lacks.
-CairoSurface ResampleForDrawing(cairo_surface_t* image, const CGAffineTransform& toDevice, const PixelBox& box);
+CairoSurface ResampleForDrawing(const raster::PixelGrid& image, const CGAffineTransform& toDevice, const PixelBox& box);
 
 }  // namespace platform

@@ -27,16 +27,14 @@ raster::PixelGrid GridOf(cairo_surface_t* image) {
 
 // An image that is drawn turned and smaller is made smaller first, upright, so that no detail is skipped. From what is
 // left of the map on it is drawn as it is.
-CairoSurface Shrink(cairo_surface_t* image, double least, CGAffineTransform* toDevice) {
+CairoSurface Shrink(const raster::PixelGrid& image, double least, CGAffineTransform* toDevice) {
   const double scaleX = std::hypot(toDevice->a, toDevice->b);
   const double scaleY = std::hypot(toDevice->c, toDevice->d);
   if (std::min(scaleX, scaleY) >= least) return nullptr;
-  const int width = cairo_image_surface_get_width(image);
-  const int height = cairo_image_surface_get_height(image);
-  const PixelBox box{0, 0, static_cast<int>(std::ceil(width * std::min(scaleX, 1.0))),
-                     static_cast<int>(std::ceil(height * std::min(scaleY, 1.0)))};
-  const double kx = static_cast<double>(box.x1) / width;
-  const double ky = static_cast<double>(box.y1) / height;
+  const PixelBox box{0, 0, static_cast<int>(std::ceil(image.width * std::min(scaleX, 1.0))),
+                     static_cast<int>(std::ceil(image.height * std::min(scaleY, 1.0)))};
+  const double kx = static_cast<double>(box.x1) / image.width;
+  const double ky = static_cast<double>(box.y1) / image.height;
   CairoSurface smaller = ResampleForDrawing(image, {kx, 0, 0, ky, 0, 0}, box);
   if (smaller != nullptr) *toDevice = CGAffineTransformScale(*toDevice, 1 / kx, 1 / ky);
   return smaller;
@@ -88,7 +86,7 @@ void DrawImageOnBitmap(CGContext* context, const CGImage& image, const CGRect& r
   const PixelBox box = raster::BoxOf(shape, ClipOnBitmap(context).box);
   if (!box.IsEmpty()) {
     const bool isBest = context->state.interpolation == kCGInterpolationHigh;
-    cairo_surface_t* pixels = image.pixels.get();
+    raster::PixelGrid pixels = image.pixels.Grid();
     CGAffineTransform m = toDevice;
     CairoSurface resampled = isBest ? ResampleForDrawing(pixels, m, box) : nullptr;
     if (resampled != nullptr) {
@@ -96,9 +94,9 @@ void DrawImageOnBitmap(CGContext* context, const CGImage& image, const CGRect& r
     } else if (context->state.interpolation != kCGInterpolationLow) {
       resampled = Shrink(pixels, isBest ? 1 : kLeastScale, &m);
     }
-    if (resampled != nullptr) pixels = resampled.get();
+    if (resampled != nullptr) pixels = GridOf(resampled.get());
     const raster::PixelOrder order = SurfaceOf(*context->bitmap).order;
-    const ImageRows rows(GridOf(pixels), m, context->state.alpha, order);
+    const ImageRows rows(pixels, m, context->state.alpha, order);
     const bool isOpaque = !image.hasAlpha && context->state.alpha >= 1;
     RowsOnBitmap(context, rows, isOpaque, *outline);
   }

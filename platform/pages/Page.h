@@ -11,8 +11,6 @@ namespace platform {
 /// A page or a recording, or pixels that are drawn with cairo alone.
 class PlainTarget : public DrawingTarget {
  public:
-  void WillDraw(const PixelBox&) override {}
-  void DidDraw(const PixelBox&) override {}
 
   bool ClearAll(CGContext* context, CGRect rect) const override;
   bool DrawImage(CGContext* context, const CGImage& image, const CGAffineTransform& imageToDevice) const override;

@@ -13,8 +13,8 @@
 namespace platform {
 namespace {
 
-double WidthOf(const CGImage& image) { return cairo_image_surface_get_width(image.pixels.get()); }
-double HeightOf(const CGImage& image) { return cairo_image_surface_get_height(image.pixels.get()); }
+double WidthOf(const CGImage& image) { return static_cast<double>(image.pixels.Width()); }
+double HeightOf(const CGImage& image) { return static_cast<double>(image.pixels.Height()); }
 
 // Gives a surface data that it owns; without memory it goes without.
 void Attach(cairo_surface_t* surface, const char* type, const void* bytes, std::size_t count) {
@@ -91,7 +91,7 @@ void PaintImage(cairo_t* cairo, const CGImage& image, const CGAffineTransform& m
     cairo_rectangle(cairo, 0, 0, WidthOf(image), HeightOf(image));
     cairo_clip(cairo);
   }
-  cairo_set_source_surface(cairo, image.pixels.get(), 0, 0);
+  cairo_set_source_surface(cairo, image.Surface(), 0, 0);
   // What a recording will be drawn on is not known, and pixels let the last ones fade into nothing at the edge. A page
   // keeps its edges itself, and would store anew what was extended.
   cairo_pattern_set_extend(cairo_get_source(cairo), keepsEdges ? CAIRO_EXTEND_PAD : CAIRO_EXTEND_NONE);
@@ -179,11 +179,11 @@ CairoSurface BackdropOf(const CGContext& context, const PixelBox& box, double sc
 
 void KeepImageFile(const CGImage& image, const unsigned char* bytes, std::size_t count) {
   const std::vector<unsigned char> plain = PlainJPEG(bytes, count);
-  if (!plain.empty()) Attach(image.pixels.get(), CAIRO_MIME_TYPE_JPEG, plain.data(), plain.size());
+  if (!plain.empty()) Attach(image.Surface(), CAIRO_MIME_TYPE_JPEG, plain.data(), plain.size());
 }
 
 void DrawImageOnPage(CGContext* context, const CGImage& image, const CGAffineTransform& imageToDevice) {
-  NameOnce(image.pixels.get());
+  NameOnce(image.Surface());
   const cairo_operator_t mixing = OperatorOf(context->state.blendMode);
   if (mixing != CAIRO_OPERATOR_OVER && context->target->Kind() == SurfaceKind::kSVG) {
     DrawMixed(context, image, imageToDevice, mixing);

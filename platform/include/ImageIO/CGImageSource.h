@@ -24,7 +24,7 @@ CG_EXTERN size_t CGImageSourceGetCount(CGImageSourceRef source);
 CG_EXTERN CGImageRef CGImageSourceCreateImageAtIndex(CGImageSourceRef source, size_t index, CFDictionaryRef options);
 
 /// The most bytes of pixels (width × height × 4) that an image may have to be decoded: 256 MB (of 2^20) until a program
-/// sets another number, for the whole process. Sides are at most 32767 pixels in any case.
+/// sets another number, for the whole process.
 CG_EXTERN uint64_t CGImageSourceGetPixelLimit(void);
 CG_EXTERN void CGImageSourceSetPixelLimit(uint64_t bytes);
 /// Whether the image was refused, before memory was taken for it, since it has more pixels; then its size.
