@@ -1,5 +1,5 @@
-// Any path, filled or stroked by any nib, under any clip, on bitmaps of any shape. The first bytes choose, the others are
-// verbs and their coordinates: small numbers, or doubles of any bits.
+// Any path, filled or stroked by any nib, under any clip, on bitmaps of any shape. The first bytes choose, the others
+// are verbs and their coordinates: small numbers, or doubles of any bits.
 #include <cstdint>
 #include <cstdlib>
 #include <cstring>

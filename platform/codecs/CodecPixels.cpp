@@ -33,9 +33,7 @@ NewPixels::NewPixels(std::uint64_t width, std::uint64_t height, std::uint64_t ma
 
 CGImageRef NewPixels::MakeImage(bool hasAlpha) { return new CGImage(std::move(pixels_), hasAlpha); }
 
-const std::uint32_t* ImageRow(const CGImage& image, std::size_t y) {
-  return image.pixels.Row(y);
-}
+const std::uint32_t* ImageRow(const CGImage& image, std::size_t y) { return image.pixels.Row(y); }
 
 bool PremultiplyRow(std::uint32_t* row, std::size_t count) {
   std::uint32_t common = 0xFFFFFFFF;

@@ -109,13 +109,9 @@ void CGImageRelease(CGImageRef image) {
   if (image != nullptr) image->Release();
 }
 
-size_t CGImageGetWidth(CGImageRef image) {
-  return image == nullptr ? 0 : image->pixels.Width();
-}
+size_t CGImageGetWidth(CGImageRef image) { return image == nullptr ? 0 : image->pixels.Width(); }
 
-size_t CGImageGetHeight(CGImageRef image) {
-  return image == nullptr ? 0 : image->pixels.Height();
-}
+size_t CGImageGetHeight(CGImageRef image) { return image == nullptr ? 0 : image->pixels.Height(); }
 
 int CGImageGetAlphaInfo(CGImageRef image) {
   return image != nullptr && image->hasAlpha ? kCGImageAlphaPremultipliedFirst : kCGImageAlphaNone;

@@ -12,8 +12,8 @@
 
 namespace platform {
 
-/// The memory of an image: 32-bit words, premultiplied, alpha in the highest byte, then red, green and blue; rows from the
-/// top down, without gaps.
+/// The memory of an image: 32-bit words, premultiplied, alpha in the highest byte, then red, green and blue; rows from
+/// the top down, without gaps.
 class ImagePixels {
  public:
   ImagePixels() = default;
@@ -25,9 +25,7 @@ class ImagePixels {
   std::size_t Height() const { return height_; }
   std::uint32_t* Row(std::size_t y) { return words_.get() + y * width_; }
   const std::uint32_t* Row(std::size_t y) const { return words_.get() + y * width_; }
-  raster::PixelGrid Grid() const {
-    return {words_.get(), width_, static_cast<int>(width_), static_cast<int>(height_)};
-  }
+  raster::PixelGrid Grid() const { return {words_.get(), width_, static_cast<int>(width_), static_cast<int>(height_)}; }
 
  private:
   struct Free {

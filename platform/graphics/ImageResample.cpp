@@ -103,7 +103,8 @@ bool IsMadeSmaller(const CGAffineTransform& m) {
 
 }  // namespace
 
-CairoSurface ResampleForDrawing(const raster::PixelGrid& image, const CGAffineTransform& toDevice, const PixelBox& box) {
+CairoSurface ResampleForDrawing(const raster::PixelGrid& image, const CGAffineTransform& toDevice,
+                                const PixelBox& box) {
   if (!IsMadeSmaller(toDevice) || box.IsEmpty()) return nullptr;
   CairoSurface result(cairo_image_surface_create(CAIRO_FORMAT_ARGB32, box.x1 - box.x0, box.y1 - box.y0));
   if (cairo_surface_status(result.get()) != CAIRO_STATUS_SUCCESS) return nullptr;
@@ -119,9 +120,9 @@ CairoSurface ResampleForDrawing(const raster::PixelGrid& image, const CGAffineTr
   std::vector<float> sums(static_cast<std::size_t>(width) * kChannels);
   for (std::size_t y = 0; y < rows.size(); ++y) {
     AddRows(image, rows[y], first, last, sums.data());
-    auto* out = reinterpret_cast<std::uint32_t*>(
-        cairo_image_surface_get_data(result.get()) +
-        y * static_cast<std::size_t>(cairo_image_surface_get_stride(result.get())));
+    auto* out =
+        reinterpret_cast<std::uint32_t*>(cairo_image_surface_get_data(result.get()) +
+                                         y * static_cast<std::size_t>(cairo_image_surface_get_stride(result.get())));
     for (const Taps& taps : columns) *out++ = PixelOf(taps, sums.data());
   }
   cairo_surface_mark_dirty(result.get());

@@ -11,7 +11,6 @@ namespace platform {
 /// A page or a recording, or pixels that are drawn with cairo alone.
 class PlainTarget : public DrawingTarget {
  public:
-
   bool ClearAll(CGContext* context, CGRect rect) const override;
   bool DrawImage(CGContext* context, const CGImage& image, const CGAffineTransform& imageToDevice) const override;
   bool SetShadingSource(CGContext* context, const CGShading& shading) const override;

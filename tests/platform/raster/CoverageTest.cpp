@@ -40,7 +40,8 @@ Polygon CutBy(const Polygon& polygon, int axis, double bound, bool isAtLeast) {
 
 double AreaOf(const Polygon& polygon) {
   double area = 0;
-  for (std::size_t i = 0; i < polygon.size(); ++i) area += Cross(polygon[i] - polygon[0], polygon[(i + 1) % polygon.size()] - polygon[0]);
+  for (std::size_t i = 0; i < polygon.size(); ++i)
+    area += Cross(polygon[i] - polygon[0], polygon[(i + 1) % polygon.size()] - polygon[0]);
   return std::fabs(area) / 2;
 }
 
@@ -218,7 +219,8 @@ TEST(RasterCoverageTest, WhatIsNoNumber_CoversNothing_AndInfinity_IsFarAway) {
     EXPECT_EQ(Coverage(shape, {0, 0, 10, 10}).bytes, std::vector<unsigned char>(100, 0));
   }
   const Coverage coverage(Filled(half), {0, 0, 10, 10});
-  EXPECT_EQ((std::vector<int>{coverage.At(0, 5), coverage.At(4, 5), coverage.At(5, 5)}), (std::vector<int>{255, 128, 0}));
+  EXPECT_EQ((std::vector<int>{coverage.At(0, 5), coverage.At(4, 5), coverage.At(5, 5)}),
+            (std::vector<int>{255, 128, 0}));
 }
 
 }  // namespace

@@ -1,6 +1,5 @@
 // Pixels: all widths of vectors give the same ones, in both orders, and the right ones.
 #include <gtest/gtest.h>
-
 #include <hwy/targets.h>
 
 #include <cmath>
@@ -82,12 +81,15 @@ std::vector<std::uint32_t> LookUps(unsigned int seed) {
   for (std::uint32_t& entry : table) entry = Color(random, false);
   Pixels result(600);
   raster::LookUpLinear(table.data(), 514, random.In(-600, 600), random.In(-9, 9), 200, result.data());
-  raster::LookUpRadial(table.data(), 514, {random.In(-99, 99), random.In(-99, 99), random.In(-1, 1), random.In(-1, 1), 5, -9},
-                       200, result.data() + 200);
-  raster::LookUpBilinear({table.data(), 23, 23, 22}, {random.In(-9, 30), random.In(-9, 30), random.In(-1, 1), random.In(-1, 1)},
-                         200, result.data() + 400);
+  raster::LookUpRadial(table.data(), 514,
+                       {random.In(-99, 99), random.In(-99, 99), random.In(-1, 1), random.In(-1, 1), 5, -9}, 200,
+                       result.data() + 200);
+  raster::LookUpBilinear({table.data(), 23, 23, 22},
+                         {random.In(-9, 30), random.In(-9, 30), random.In(-1, 1), random.In(-1, 1)}, 200,
+                         result.data() + 400);
   raster::ScaleBytes(reinterpret_cast<unsigned char*>(result.data()), 100, 301);
-  raster::MultiplyBytes(reinterpret_cast<unsigned char*>(result.data()), reinterpret_cast<unsigned char*>(table.data()), 777);
+  raster::MultiplyBytes(reinterpret_cast<unsigned char*>(result.data()), reinterpret_cast<unsigned char*>(table.data()),
+                        777);
   return result;
 }
 
@@ -126,7 +128,8 @@ TEST(RasterPixelsTest, Mixing_IsRightButForItsRoundings) {
     raster::PaintThrough(surface, 0, 0, 1, &coverage, {kind, source >> 24 == 255, source, &rows});
     const double share = coverage / 255.0;
     for (unsigned int shift = 0; shift < 32; shift += 8) {
-      const double expected = (source >> shift & 255) * share + (below >> shift & 255) * (1 - (source >> 24) / 255.0 * share);
+      const double expected =
+          (source >> shift & 255) * share + (below >> shift & 255) * (1 - (source >> 24) / 255.0 * share);
       ASSERT_NEAR(pixel >> shift & 255, expected, 1.51) << "round " << round;
     }
   }

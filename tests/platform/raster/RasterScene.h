@@ -25,7 +25,8 @@ struct Path {
   }
   void Close() { Add(raster::Verb::kClose, {}); }
   void Polygon(const std::vector<raster::Point>& points) {
-    for (std::size_t i = 0; i < points.size(); ++i) i == 0 ? Move(points[i].x, points[i].y) : Line(points[i].x, points[i].y);
+    for (std::size_t i = 0; i < points.size(); ++i)
+      i == 0 ? Move(points[i].x, points[i].y) : Line(points[i].x, points[i].y);
     Close();
   }
   void Rect(double x0, double y0, double x1, double y1) { Polygon({{x0, y0}, {x1, y0}, {x1, y1}, {x0, y1}}); }

@@ -46,8 +46,10 @@ std::vector<Point> PointsOf(const Point (&c)[4]) {
 TEST(RasterStrokeTest, RoundStrokes_CoverWhatIsNear) {
   for (unsigned int seed = 1; seed <= 150; ++seed) {
     Random random(seed);
-    const Point c[4] = {{random.In(10, 90), random.In(10, 90)}, {random.In(-50, 150), random.In(-50, 150)},
-                        {random.In(-50, 150), random.In(-50, 150)}, {random.In(10, 90), random.In(10, 90)}};
+    const Point c[4] = {{random.In(10, 90), random.In(10, 90)},
+                        {random.In(-50, 150), random.In(-50, 150)},
+                        {random.In(-50, 150), random.In(-50, 150)},
+                        {random.In(10, 90), random.In(10, 90)}};
     Path path;
     path.Move(c[0].x, c[0].y);
     path.Cubic(c[1].x, c[1].y, c[2].x, c[2].y, c[3].x, c[3].y);
@@ -135,7 +137,8 @@ TEST(RasterStrokeTest, CapsJoinsAndDots_CoverWholePixels) {
     for (int y = 0; y < 20; ++y) {
       for (int x = 0; x < 20; ++x) {
         bool isCovered = false;
-        for (const raster::Box& b : c.covered) isCovered = isCovered || (x >= b.x0 && x < b.x1 && y >= b.y0 && y < b.y1);
+        for (const raster::Box& b : c.covered)
+          isCovered = isCovered || (x >= b.x0 && x < b.x1 && y >= b.y0 && y < b.y1);
         ASSERT_EQ(coverage.At(x, y), isCovered ? 255 : 0) << &c - cases << ", pixel " << x << " " << y;
       }
     }
@@ -163,7 +166,8 @@ TEST(RasterStrokeTest, MappedNibs_CoverTheMappedStroke) {
     const auto toPen = [&](Point p) {
       return Point{(style.d * p.x - style.c * p.y) / determinant, (style.a * p.y - style.b * p.x) / determinant};
     };
-    const double shrink = std::fabs(determinant) / std::sqrt(style.a * style.a + style.b * style.b + style.c * style.c + style.d * style.d);
+    const double shrink = std::fabs(determinant) /
+                          std::sqrt(style.a * style.a + style.b * style.b + style.c * style.c + style.d * style.d);
     for (int y = 0; y < 100; y += 2) {
       for (int x = 0; x < 100; x += 2) {
         const double inside =
