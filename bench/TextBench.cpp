@@ -2,50 +2,25 @@
 //
 // A round draws 10,000 short labels. Distinct labels carry a number that never comes again in the process; repeated
 // ones are 50 texts in turn. By hand a program keeps one layout, sets its text and shows it.
-#include <pango/pangocairo.h>
-
-#include <cstdio>
-#include <memory>
 #include <string>
 
 #include "bench/Ratio.h"
+#include "bench/TextByHand.h"
 #include "graphics/bitmaps/AGBitmap.h"
 #include "host/Fonts.h"
 
 namespace {
+
+using by_hand::Cairo;
+using by_hand::Layout;
 
 constexpr int kLabels = 10000;
 constexpr int kSide = 1000;
 constexpr double kSize = 12;
 constexpr const char* kFamily = "DejaVu Sans";
 
-struct Deleter {
-  void operator()(cairo_t* cairo) const { cairo_destroy(cairo); }
-  void operator()(PangoLayout* layout) const { g_object_unref(layout); }
-};
-using Cairo = std::unique_ptr<cairo_t, Deleter>;
-using Layout = std::unique_ptr<PangoLayout, Deleter>;
-
-Cairo NewCairo() {
-  cairo_surface_t* surface = cairo_image_surface_create(CAIRO_FORMAT_ARGB32, kSide, kSide);
-  Cairo cairo(cairo_create(surface));
-  cairo_surface_destroy(surface);
-  cairo_font_options_t* options = cairo_font_options_create();
-  cairo_font_options_set_hint_style(options, CAIRO_HINT_STYLE_NONE);
-  cairo_font_options_set_hint_metrics(options, CAIRO_HINT_METRICS_OFF);
-  cairo_set_font_options(cairo.get(), options);
-  cairo_font_options_destroy(options);
-  return cairo;
-}
-
-Layout NewLayout(cairo_t* cairo) {
-  Layout layout(pango_cairo_create_layout(cairo));
-  PangoFontDescription* font = pango_font_description_from_string(kFamily);
-  pango_font_description_set_absolute_size(font, kSize * PANGO_SCALE);
-  pango_layout_set_font_description(layout.get(), font);
-  pango_font_description_free(font);
-  return layout;
-}
+Cairo NewCairo() { return by_hand::NewCairo(kSide); }
+Layout NewLayout(cairo_t* cairo) { return by_hand::NewLayout(cairo, kFamily, kSize); }
 
 // The text of label `i` of a round.
 using Labels = std::string (*)(int i);

@@ -101,8 +101,8 @@ class AGContext {
 
   // Text (AGContextText.cpp)
 
-  /// Draws a text at a point of its first baseline, through `transform` and then the context's own: filled with the
-  /// brush's first colour, outlined with that of the pen's brush. Lines are separated by CR, LF or both.
+  /// Draws a text at a point of its first baseline, through `transform`, then the context's own: filled with the
+  /// brush's first colour (emoji: in theirs), outlined with that of the pen's. Lines are separated by CR, LF or both.
   void DrawText(const AKString& text, const AGFont& font, const AGPoint& point, const AGAffineTransform& transform,
                 AGTextAlignment alignment) const;
   void DrawUText(const AKUniChars& text, const AGFont& font, const AGPoint& point, const AGAffineTransform& transform,

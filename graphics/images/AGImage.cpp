@@ -1,6 +1,7 @@
 #include "graphics/images/AGImage.h"
 
 #include "CoreGraphics/CGImage.h"
+#include "ImageIO/CGImageSource.h"
 #include "graphics/images/AGSharedImages.h"
 #include "graphics/native/AGGraphicsLowImageFile.h"
 #include "kit/files/AKFilePath.h"
@@ -83,6 +84,9 @@ void AGImage::ReadSize() {
 unsigned int AGImage::GetImageGlobalCount() { return AGGraphicsLow::CountedImages(); }
 unsigned long long AGImage::GetImageGlobalBytes() { return AGGraphicsLow::CountedImageBytes(); }
 unsigned int AGImage::GetImageGlobalSharedCount() { return AGSharedImages::Shared().Count(); }
+
+unsigned long long AGImage::MaxBytes() { return CGImageSourceGetPixelLimit(); }
+void AGImage::SetMaxBytes(unsigned long long bytes) { CGImageSourceSetPixelLimit(bytes); }
 
 void AGImage::SetOption(unsigned int option, bool on) {
   sImageOptions = on ? sImageOptions | option : sImageOptions & ~option;

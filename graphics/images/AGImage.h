@@ -3,7 +3,8 @@
 // An image either owns its native image (a snapshot of a bitmap, a file's, a copy of another image's) or shares one
 // that AGSharedImages holds under the name of a resource. Width and height are pixels; row 0 is on top. Files are JPEG,
 // PNG or TIFF; pixels are taken as a file stores them, whatever orientation it asks for. Of a file with several images
-// the first counts. Failures are results; only a resource that is missing is logged.
+// the first counts. Failures are results; only a resource that is missing and a file of more pixels than MaxBytes
+// allows (status -881) are logged.
 //
 // Counters, options and the shared images belong to this copy of the kit, and are used by one thread.
 #pragma once
@@ -67,6 +68,11 @@ class AGImage {
   static unsigned long long GetImageGlobalBytes();
   /// Names of resources that are loaded.
   static unsigned int GetImageGlobalSharedCount();
+
+  /// The most bytes of pixels (width × height × 4) that an image of a file may have to be read: 256 MB (of 2^20) until
+  /// a program sets another number. It is the process's: a host's number holds for its plug-ins, and the other way.
+  static unsigned long long MaxBytes();
+  static void SetMaxBytes(unsigned long long bytes);
 
   static void SetOption(unsigned int option, bool on);
   static unsigned int Options();

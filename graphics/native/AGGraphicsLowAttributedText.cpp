@@ -28,7 +28,8 @@ Owned<CFStringRef> NewText(const AKString& string, const AKUniChars& text, bool*
     *hasLineBreak = IsOneAtLeastCharCR(text);
     return text.IsEmpty() ? Owned<CFStringRef>() : NewUtf16(text);
   }
-  if (string.IsPureAscii(nullptr)) {
+  // A C string ends at its first NUL, and so does the question whether it is ASCII.
+  if (std::find(string.begin(), string.end(), '\0') == string.end() && string.IsPureAscii(nullptr)) {
     *hasLineBreak = std::any_of(string.begin(), string.end(), IsLineBreak);
     return Owned<CFStringRef>(CFStringCreateWithCString(kCFAllocatorDefault, string.CStr(), kCFStringEncodingMacRoman));
   }

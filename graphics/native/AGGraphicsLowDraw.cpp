@@ -41,9 +41,7 @@ CGSize PatternPhase(const AGContext& context) {
 class PatternScope {
  public:
   PatternScope(const AGBrush& brush, double colorFactor)
-      : record_(MakePatternRecord(brush, colorFactor)),
-        pattern_(NewPattern(&record_)),
-        space_(CGColorSpaceCreatePattern(nullptr)) {}
+      : pattern_(NewPattern(MakePatternRecord(brush, colorFactor))), space_(CGColorSpaceCreatePattern(nullptr)) {}
   PatternScope(const PatternScope&) = delete;
   PatternScope& operator=(const PatternScope&) = delete;
   ~PatternScope() {
@@ -55,7 +53,6 @@ class PatternScope {
   CGColorSpaceRef Space() const { return space_; }
 
  private:
-  PatternRecord record_;
   CGPatternRef pattern_;
   CGColorSpaceRef space_;
 };
@@ -99,8 +96,7 @@ void FillGradient(const AGContext& context, const AGPath& path) {
     toSquare = FitBox(rect, square, false);
     rect = square;
   }
-  const _LowCGShadingRobot robot = MakeShadingRobot(brush, context.colorFactor);
-  CGShadingRef shading = NewGradientShading(brush, rect, &robot);
+  CGShadingRef shading = NewGradientShading(brush, rect, context.colorFactor);
   if (shading == nullptr) return;
   const MappedPath mapped(path.NativePath(), toSquare);
   CGContextBeginPath(port);

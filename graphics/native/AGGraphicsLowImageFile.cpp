@@ -7,6 +7,8 @@
 #include "ImageIO/CGImageSource.h"
 #include "ImageIO/UTCoreTypes.h"
 #include "kit/files/AKFilePath.h"
+#include "kit/log/AKLog.h"
+#include "kit/streams/AKFileErrors.h"
 #include "kit/system/AKMacOS.h"
 
 namespace AGGraphicsLow {
@@ -30,6 +32,18 @@ CFStringRef TypeOf(AGImageFileFormat format) {
     default:
       return nullptr;
   }
+}
+
+void LogRefusal(CGImageSourceRef source, const AKFilePath& path) {
+  std::size_t width = 0;
+  std::size_t height = 0;
+  if (!CGImageSourceGetRefusedSize(source, &width, &height)) return;
+  const auto megabytes = [](std::uint64_t bytes) { return static_cast<unsigned long long>(bytes >> 20); };
+  const std::uint64_t limit = CGImageSourceGetPixelLimit();
+  const std::uint64_t bytes = std::uint64_t{4} * width * height;
+  AKLogError(kAKFileStatusTooBig,
+             "Can't read \"%s\": %zu x %zu pixels take %llu MB, above the limit of %llu MB (AGImage::SetMaxBytes)",
+             path.Text().CStr(), width, height, megabytes(bytes + (1 << 20) - 1), megabytes(limit));
 }
 
 // The caller releases it.
@@ -84,6 +98,7 @@ CGImage* LoadImageFile(const AKFilePath& path) {
   if (source == nullptr) return nullptr;
   CGImageRef image = nullptr;
   if (CGImageSourceGetCount(source) > 0) image = CGImageSourceCreateImageAtIndex(source, 0, nullptr);
+  if (image == nullptr) LogRefusal(source, path);
   CFRelease(source);
   return CountedImage(image);
 }

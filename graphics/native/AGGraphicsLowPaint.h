@@ -31,11 +31,9 @@ void _LowCGShadingCallback(void* info, const CGFloat* in, CGFloat* out);
 AGPoint _LowCGShadingPointOnRectAtAngle(AGRect rect, double angle);
 
 /// The shading of a gradient brush over `rect`, both in the coordinates that the path is drawn in. Null when there is
-/// none, as for an empty rectangle of a radial gradient. The robot must outlive the shading's use.
-CGShadingRef NewGradientShading(const AGBrush& brush, const AGRect& rect, const _LowCGShadingRobot* robot);
-
-/// A robot with the brush's colours, after the context's colour factor, and its blend.
-_LowCGShadingRobot MakeShadingRobot(const AGBrush& brush, double colorFactor);
+/// none, as for an empty rectangle of a radial gradient. Its colours are the brush's after the context's colour factor;
+/// it has all that it needs of the brush. The caller releases it.
+CGShadingRef NewGradientShading(const AGBrush& brush, const AGRect& rect, double colorFactor);
 
 /// A pattern of two colours: 8 rows of 8 bits, the most significant bit first; a set bit is colour 1.
 struct PatternRecord {
@@ -52,7 +50,7 @@ PatternRecord MakePatternRecord(const AGBrush& brush, double colorFactor);
 /// Draws one cell: `info` is a PatternRecord. Row 0 is at the bottom, the least significant bit at the right.
 void _LowCGPatternCallback(void* info, CGContext* context);
 
-/// The native pattern of a record, which must outlive its use; null on failure. The caller releases it.
-CGPatternRef NewPattern(PatternRecord* record);
+/// The native pattern of a record, of which it has a copy; null on failure. The caller releases it.
+CGPatternRef NewPattern(const PatternRecord& record);
 
 }  // namespace AGGraphicsLow

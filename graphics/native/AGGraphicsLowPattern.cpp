@@ -1,6 +1,7 @@
 // Two-colour patterns.
 #include <algorithm>
 #include <cstring>
+#include <memory>
 
 #include "CoreGraphics/CGContext.h"
 #include "graphics/native/AGGraphicsLow.h"
@@ -26,6 +27,8 @@ void FillSquares(CGContextRef context, const PatternRecord& record, bool ofColor
   }
 }
 
+void DeleteRecord(void* record) { delete static_cast<PatternRecord*>(record); }
+
 }  // namespace
 
 PatternRecord MakePatternRecord(const AGBrush& brush, double colorFactor) {
@@ -48,10 +51,13 @@ void _LowCGPatternCallback(void* info, CGContext* context) {
   FillSquares(context, record, true);
 }
 
-CGPatternRef NewPattern(PatternRecord* record) {
-  const CGPatternCallbacks callbacks{0, &_LowCGPatternCallback, nullptr};
-  return CGPatternCreate(record, CGRectMake(0, 0, kCellSide, kCellSide), CGAffineTransformIdentity, kCellSide,
-                         kCellSide, kCGPatternTilingConstantSpacing, true, &callbacks);
+CGPatternRef NewPattern(const PatternRecord& record) {
+  const CGPatternCallbacks callbacks{0, &_LowCGPatternCallback, &DeleteRecord};
+  auto copy = std::make_unique<PatternRecord>(record);
+  CGPatternRef pattern = CGPatternCreate(copy.get(), CGRectMake(0, 0, kCellSide, kCellSide), CGAffineTransformIdentity,
+                                         kCellSide, kCellSide, kCGPatternTilingConstantSpacing, true, &callbacks);
+  if (pattern != nullptr) static_cast<void>(copy.release());  // it has the copy now
+  return pattern;
 }
 
 }  // namespace AGGraphicsLow

@@ -1,6 +1,7 @@
 // Gradients as native shadings.
 #include <algorithm>
 #include <cmath>
+#include <memory>
 
 #include "graphics/geometry/AGClamp.h"
 #include "graphics/native/AGGraphicsLow.h"
@@ -60,6 +61,25 @@ CGShadingRef NewRadialShading(const AGBrush& brush, const AGRect& rect, CGColorS
   return CGShadingCreateRadial(space, center, 0, center, radius, function, true, true);
 }
 
+// A robot with the brush's colours and its blend.
+std::unique_ptr<_LowCGShadingRobot> NewShadingRobot(const AGBrush& brush, double colorFactor) {
+  auto robot = std::make_unique<_LowCGShadingRobot>();
+  robot->color = ApplyColorFactor(brush.Color(), colorFactor);
+  robot->color2 = ApplyColorFactor(brush.Color2(), colorFactor);
+  const ATBrushCustomGradient<double>* custom = brush.CustomGradient();
+  if (custom != nullptr && custom->FactorCount() >= 2) {
+    const unsigned int count = std::min(custom->FactorCount(), custom->PositionCount());
+    robot->SetBlend(custom->Factors(), custom->Positions(), static_cast<int>(count));
+    return robot;
+  }
+  // A radial blend is measured from the rim, a linear one from the start.
+  const double blend = brush.GradientBlend();
+  SetDefaultBlend(robot.get(), brush.Style() == kAGBrushStyleRadialGradient ? 1 - blend : blend);
+  return robot;
+}
+
+void DeleteRobot(void* robot) { delete static_cast<_LowCGShadingRobot*>(robot); }
+
 }  // namespace
 
 void _LowCGShadingRobot::SetBlend(const double* factors, const double* positions, int count) {
@@ -75,11 +95,12 @@ void _LowCGShadingCallback(void* info, const CGFloat* in, CGFloat* out) {
   // 512 steps here against 511 where the table is filled.
   const double entry = *in * _LowCGShadingRobot::kTableSize + 0.5;  // positive, so that narrowing rounds down
   const double f = robot.table[entry > 0 ? static_cast<int>(std::min<double>(entry, kLastEntry)) : 0];
-  const auto mix = [f](double from, double to) { return (from + (to - from) * f) * kChannelToUnit; };
-  out[0] = mix(robot.color.Red(), robot.color2.Red());
-  out[1] = mix(robot.color.Green(), robot.color2.Green());
-  out[2] = mix(robot.color.Blue(), robot.color2.Blue());
-  out[3] = mix(robot.color.Alpha(), robot.color2.Alpha());
+  // Red, green, blue, alpha from the lowest byte up, in a loop that the compiler can do in pairs.
+  for (int c = 0; c < 4; ++c) {
+    const auto from = static_cast<int>(robot.color.rgba >> (8 * c) & 255);
+    const auto to = static_cast<int>(robot.color2.rgba >> (8 * c) & 255);
+    out[c] = (from + (to - from) * f) * kChannelToUnit;
+  }
 }
 
 AGPoint _LowCGShadingPointOnRectAtAngle(AGRect rect, double angle) {
@@ -117,26 +138,13 @@ AGPoint _LowCGShadingPointOnRectAtAngle(AGRect rect, double angle) {
   return {center.x + hw * unit.x, center.y + hh * unit.y};
 }
 
-_LowCGShadingRobot MakeShadingRobot(const AGBrush& brush, double colorFactor) {
-  _LowCGShadingRobot robot;
-  robot.color = ApplyColorFactor(brush.Color(), colorFactor);
-  robot.color2 = ApplyColorFactor(brush.Color2(), colorFactor);
-  const ATBrushCustomGradient<double>* custom = brush.CustomGradient();
-  if (custom != nullptr && custom->FactorCount() >= 2) {
-    const unsigned int count = std::min(custom->FactorCount(), custom->PositionCount());
-    robot.SetBlend(custom->Factors(), custom->Positions(), static_cast<int>(count));
-    return robot;
-  }
-  // A radial blend is measured from the rim, a linear one from the start.
-  const double blend = brush.GradientBlend();
-  SetDefaultBlend(&robot, brush.Style() == kAGBrushStyleRadialGradient ? 1 - blend : blend);
-  return robot;
-}
-
-CGShadingRef NewGradientShading(const AGBrush& brush, const AGRect& rect, const _LowCGShadingRobot* robot) {
-  const CGFunctionCallbacks callbacks{0, &_LowCGShadingCallback, nullptr};
+CGShadingRef NewGradientShading(const AGBrush& brush, const AGRect& rect, double colorFactor) {
+  const CGFunctionCallbacks callbacks{0, &_LowCGShadingCallback, &DeleteRobot};
   const CGFloat unit[] = {0, 1, 0, 1, 0, 1, 0, 1};
-  CGFunctionRef function = CGFunctionCreate(const_cast<_LowCGShadingRobot*>(robot), 1, unit, 4, unit, &callbacks);
+  auto robot = NewShadingRobot(brush, colorFactor);
+  CGFunctionRef function = CGFunctionCreate(robot.get(), 1, unit, 4, unit, &callbacks);
+  if (function == nullptr) return nullptr;
+  static_cast<void>(robot.release());  // the function has it
   CGColorSpaceRef space = CGColorSpaceCreateDeviceRGB();
   CGShadingRef shading = brush.Style() == kAGBrushStyleLinearGradient ? NewAxialShading(brush, rect, space, function)
                                                                       : NewRadialShading(brush, rect, space, function);

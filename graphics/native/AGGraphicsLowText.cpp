@@ -156,6 +156,7 @@ bool AGContextDrawStrings(const AGContext& context, const AGFont& font, const AK
   for (unsigned int i = 0; i < count; ++i) {
     const Owned<CFAttributedStringRef> attributed(_LowCFAttributedStringCreate(
         strings[i], AKUniChars(), font, kAGTextAlignmentLeft, paint.fill, paint.stroke, nullptr));
+    if (attributed.Get() == nullptr) continue;  // an empty string
     const Owned<CTLineRef> line(CTLineCreateWithAttributedString(attributed.Get()));
     if (line.Get() == nullptr) continue;
     CGContextSetTextPosition(port, points[i].x + LineStart(line.Get(), alignment), points[i].y);

@@ -101,8 +101,8 @@ class AGPath {
 
   // Shapes (AGPathBuild.cpp)
 
-  /// Closed subpaths of their own. `normalize` puts the smaller coordinates first; otherwise a mirrored rectangle keeps
-  /// (x0, y0) as its start and is drawn the other way round. Origin: (x0, y0).
+  /// Closed subpaths of their own, from the least corner towards larger x first, mirrored or not. `normalize` puts the
+  /// smaller coordinates first. Origin: (x0, y0).
   void AddRect(const AGRect& rect, bool normalize);
   void AddRects(const AGRect* rects, unsigned int count, bool normalize);
   void AddRects(const AGRectArray& rects, bool normalize);
@@ -114,7 +114,7 @@ class AGPath {
   // Texts (AGPathText.cpp) and other paths (AGPathBuild.cpp)
 
   /// The outlines of a text, placed as AGContext::DrawText places it; nothing for an empty text and a font that is not
-  /// valid. Origin: the position.
+  /// valid, and no emoji, which have none. Origin: the position.
   void AddText(const AKString& text, const AGFont& font, const AGPoint& position, AGTextAlignment alignment);
   void AddUText(const AKUniChars& text, const AGFont& font, const AGPoint& position, AGTextAlignment alignment);
 

@@ -1,5 +1,6 @@
 // What fonts share in a process: options, the cache, the list of names, and the fonts made before the initialisation.
 #include <algorithm>
+#include <unordered_map>
 
 #include "graphics/native/AGGraphicsLowFont.h"
 #include "graphics/text/AGFont.h"
@@ -8,7 +9,8 @@
 namespace {
 
 struct Registry {
-  ATArray<const AGFont*> fonts;
+  ATArray<const AGFont*> fonts;  // in the order of their making; null where one died
+  std::unordered_map<const AGFont*, unsigned int> places;
   bool initialized = false;
 };
 
@@ -27,17 +29,28 @@ void Register(Registry& registry, const AGFont* font) {
   constexpr unsigned int kUsualCount = 30;
   if (registry.initialized) return;
   if (registry.fonts.IsEmpty()) registry.fonts.Reserve(kUsualCount);
+  registry.places[font] = registry.fonts.Count();
   registry.fonts.Append(font);
 }
 
-// Fonts mostly die in the reverse order of their making.
-void Forget(Registry& registry, const AGFont* font) {
-  for (unsigned int i = registry.fonts.Count(); i-- > 0;) {
-    if (registry.fonts[i] != font) continue;
-    std::copy(registry.fonts.begin() + i + 1, registry.fonts.end(), registry.fonts.begin() + i);
-    registry.fonts.RemoveLast();
-    return;
+// Closes the gaps.
+void Compact(Registry& registry) {
+  ATArray<const AGFont*> living;
+  living.Reserve(static_cast<unsigned int>(registry.places.size()));
+  for (const AGFont* font : registry.fonts) {
+    if (font == nullptr) continue;
+    registry.places[font] = living.Count();
+    living.Append(font);
   }
+  registry.fonts = std::move(living);
+}
+
+void Forget(Registry& registry, const AGFont* font) {
+  const auto found = registry.places.find(font);
+  if (found == registry.places.end()) return;
+  registry.fonts[found->second] = nullptr;
+  registry.places.erase(found);
+  if (registry.places.size() * 2 < registry.fonts.Count()) Compact(registry);
 }
 
 }  // namespace
@@ -52,14 +65,19 @@ bool AGFont::LowOutOfGlobalScopeFontsSmartHandler(int command, const AGFont* fon
     Register(registry, font);
   } else if (command == 2 && !registry.initialized) {
     kAGFontDefault.NativeFont();
-    for (const AGFont* registered : registry.fonts) registered->NativeFont();
+    for (const AGFont* registered : registry.fonts) {
+      if (registered != nullptr) registered->NativeFont();
+    }
     registry.initialized = true;
   } else if (command == 3 && registry.initialized) {
-    for (unsigned int i = registry.fonts.Count(); i-- > 0;) registry.fonts[i]->LowInvalidateNative(0xFF, true);
+    for (unsigned int i = registry.fonts.Count(); i-- > 0;) {
+      if (registry.fonts[i] != nullptr) registry.fonts[i]->LowInvalidateNative(0xFF, true);
+    }
     // After a second initialisation these are in no registry any more.
     kAGFontDefaultMini.LowInvalidateNative(0xFF, true);
     kAGFontDefault.LowInvalidateNative(0xFF, true);
     registry.fonts.Free();
+    registry.places.clear();
     registry.initialized = false;
   } else if (command == 4) {
     Forget(registry, font);

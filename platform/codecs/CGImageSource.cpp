@@ -6,6 +6,7 @@
 #include "platform/codecs/WholeFile.h"
 #include "platform/foundation/CFURLValue.h"
 #include "platform/foundation/NativeObject.h"
+#include "platform/pages/Page.h"
 
 struct CGImageSource final : platform::NativeObject {
   CGImageSource(std::vector<unsigned char> fileBytes, const platform::ImageCodec* fileCodec)
@@ -13,7 +14,24 @@ struct CGImageSource final : platform::NativeObject {
 
   const std::vector<unsigned char> bytes;
   const platform::ImageCodec* const codec;
+  platform::RefusedSize refused;  // by the last attempt
 };
+
+namespace {
+
+uint64_t sPixelLimit = uint64_t{256} << 20;
+
+}  // namespace
+
+uint64_t CGImageSourceGetPixelLimit(void) { return sPixelLimit; }
+void CGImageSourceSetPixelLimit(uint64_t bytes) { sPixelLimit = bytes; }
+
+bool CGImageSourceGetRefusedSize(CGImageSourceRef source, size_t* width, size_t* height) {
+  if (source == nullptr || source->refused.width == 0) return false;
+  *width = source->refused.width;
+  *height = source->refused.height;
+  return true;
+}
 
 CGImageSourceRef CGImageSourceCreateWithURL(CFURLRef url, CFDictionaryRef) {
   if (url == nullptr) return nullptr;
@@ -29,5 +47,9 @@ CGImageSourceRef CGImageSourceCreateWithURL(CFURLRef url, CFDictionaryRef) {
 size_t CGImageSourceGetCount(CGImageSourceRef source) { return source == nullptr ? 0 : 1; }
 
 CGImageRef CGImageSourceCreateImageAtIndex(CGImageSourceRef source, size_t index, CFDictionaryRef) {
-  return source == nullptr || index != 0 ? nullptr : source->codec->decode(source->bytes);
+  if (source == nullptr || index != 0) return nullptr;
+  source->refused = {};
+  CGImageRef image = source->codec->decode(source->bytes, &source->refused);
+  if (image != nullptr) platform::KeepImageFile(*image, source->bytes.data(), source->bytes.size());
+  return image;
 }

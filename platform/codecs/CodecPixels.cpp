@@ -1,11 +1,9 @@
 #include "platform/codecs/CodecPixels.h"
 
-#include "platform/graphics/CGImageValue.h"
+#include "ImageIO/CGImageSource.h"
 
 namespace platform {
 namespace {
-
-constexpr std::uint64_t kMaxSide = 32767;  // cairo's limit for image surfaces
 
 unsigned char ByteOf(std::uint32_t word, int shift) { return static_cast<unsigned char>(word >> shift); }
 
@@ -23,28 +21,19 @@ std::uint32_t DivideBothBy255(std::uint32_t products) {
 
 }  // namespace
 
-NewPixels::NewPixels(std::uint64_t width, std::uint64_t height, std::uint64_t maxPixels) {
-  if (width == 0 || width > kMaxSide || height == 0 || height > kMaxSide || width * height > maxPixels) return;
-  CairoSurface surface(
-      cairo_image_surface_create(CAIRO_FORMAT_ARGB32, static_cast<int>(width), static_cast<int>(height)));
-  if (cairo_surface_status(surface.get()) != CAIRO_STATUS_SUCCESS) return;
-  // Rows of 32-bit pixels follow each other without a gap.
-  words_ = reinterpret_cast<std::uint32_t*>(cairo_image_surface_get_data(surface.get()));
-  surface_ = std::move(surface);
-  width_ = width;
-  height_ = height;
+NewPixels::NewPixels(std::uint64_t width, std::uint64_t height, std::uint64_t maxPixels, RefusedSize* refused) {
+  constexpr std::uint64_t kAnySide = UINT32_MAX;
+  if (width == 0 || width > kAnySide || height == 0 || height > kAnySide || width * height > maxPixels) return;
+  if (width * height * 4 > CGImageSourceGetPixelLimit()) {
+    *refused = {width, height};
+    return;
+  }
+  pixels_ = ImagePixels(width, height);
 }
 
-CGImageRef NewPixels::MakeImage(bool hasAlpha) {
-  cairo_surface_mark_dirty(surface_.get());
-  return new CGImage(std::move(surface_), hasAlpha);
-}
+CGImageRef NewPixels::MakeImage(bool hasAlpha) { return new CGImage(std::move(pixels_), hasAlpha); }
 
-const std::uint32_t* ImageRow(const CGImage& image, std::size_t y) {
-  const unsigned char* data = cairo_image_surface_get_data(image.pixels.get());
-  const auto stride = static_cast<std::size_t>(cairo_image_surface_get_stride(image.pixels.get()));
-  return reinterpret_cast<const std::uint32_t*>(data + y * stride);
-}
+const std::uint32_t* ImageRow(const CGImage& image, std::size_t y) { return image.pixels.Row(y); }
 
 bool PremultiplyRow(std::uint32_t* row, std::size_t count) {
   std::uint32_t common = 0xFFFFFFFF;

@@ -8,30 +8,28 @@
 #include <cstdint>
 
 #include "CoreGraphics/CGImage.h"
-#include "platform/graphics/CairoHandles.h"
+#include "platform/codecs/ImageCodec.h"
+#include "platform/graphics/CGImageValue.h"
 
 namespace platform {
 
 /// Pixels for a codec to write, which then become an image.
 class NewPixels {
  public:
-  /// Transparent black. Not IsValid when a side is 0 or above 32767, when there are more than `maxPixels`, or when
-  /// memory lacks.
-  NewPixels(std::uint64_t width, std::uint64_t height, std::uint64_t maxPixels);
+  /// Transparent black. Not IsValid when a side is 0, when there are more than `maxPixels`, which is what the file can
+  /// hold, or when memory lacks; and, with `*refused` set, when the pixels take more than the limit.
+  NewPixels(std::uint64_t width, std::uint64_t height, std::uint64_t maxPixels, RefusedSize* refused);
 
-  bool IsValid() const { return surface_ != nullptr; }
-  std::uint32_t* Row(std::size_t y) { return words_ + y * width_; }
-  std::size_t Width() const { return width_; }
-  std::size_t Height() const { return height_; }
+  bool IsValid() const { return pixels_.IsValid(); }
+  std::uint32_t* Row(std::size_t y) { return pixels_.Row(y); }
+  std::size_t Width() const { return pixels_.Width(); }
+  std::size_t Height() const { return pixels_.Height(); }
 
   /// An image that takes the pixels over.
   CGImageRef MakeImage(bool hasAlpha);
 
  private:
-  CairoSurface surface_;
-  std::uint32_t* words_ = nullptr;
-  std::size_t width_ = 0;
-  std::size_t height_ = 0;
+  ImagePixels pixels_;
 };
 
 /// Row `y` of an image.

@@ -3,7 +3,8 @@
 // A codec decodes a whole file in memory to a native image: premultiplied, 32 bits a pixel, rows from the top down as
 // they are stored; the orientation that a file may ask for, its profiles and its gamma are not applied. Of a file with
 // several images it gives the first. A file that is damaged, ends early or is larger than it can be gives no image at
-// all: never a part of one. Sizes in a header are compared with what so many bytes can hold before memory is taken.
+// all: never a part of one; but for the mark that ends it, when all pixels are there. Sizes in a header are compared
+// with what so many bytes can hold, and with what a program allows, before memory is taken.
 #pragma once
 
 #include <cstdint>
@@ -23,11 +24,17 @@ struct EncodeOptions {
   bool keepsAlpha = true;  ///< false mixes a translucent image with white, as a format without alpha does anyway
 };
 
+/// The size in the header of a file that was refused because its pixels would take more than the limit.
+struct RefusedSize {
+  std::uint64_t width = 0;
+  std::uint64_t height = 0;
+};
+
 struct ImageCodec {
   const char* type;  ///< the format's uniform type identifier
   bool (*sniff)(ByteSpan head);
-  /// A new image, or null.
-  CGImageRef (*decode)(ByteSpan file);
+  /// A new image, or null; `*refused` is set when it is too large.
+  CGImageRef (*decode)(ByteSpan file, RefusedSize* refused);
   /// Writes the file into `sink`, which is empty; false, with something or nothing written, on failure.
   bool (*encode)(const CGImage& image, const EncodeOptions& options, ByteSink* sink);
 };

@@ -33,15 +33,21 @@ constexpr int kFullColorQuality = 90;
 struct Errors {
   jpeg_error_mgr manager;  // first, so that a pointer to the one is a pointer to the other
   jmp_buf jump;
+  bool reachedEnd;  // of the bytes; libjpeg then goes on as if there were a mark of the end
 };
 
 [[noreturn]] void Fail(j_common_ptr info) { std::longjmp(reinterpret_cast<Errors*>(info->err)->jump, 1); }
 
-// libjpeg goes on after damage with what it can guess. A picture with a hole in it is no picture here.
+// libjpeg goes on after damage with what it can guess. A picture with a hole in it is no picture here. The end of the
+// bytes is damage when something else than the mark of the end is missing: more is asked for, or codes of pixels lack.
 void OnMessage(j_common_ptr info, int level) {
   if (level >= 0) return;
+  auto* errors = reinterpret_cast<Errors*>(info->err);
   switch (info->err->msg_code) {
     case JWRN_JPEG_EOF:
+      if (errors->reachedEnd) Fail(info);
+      errors->reachedEnd = true;
+      return;
     case JWRN_HIT_MARKER:
     case JWRN_HUFF_BAD_CODE:
     case JWRN_ARITH_BAD_CODE:
@@ -110,11 +116,25 @@ class Reader {
       jpeg_read_scanlines(&info_, &bytes, 1);
       if (isCMYK_) ConvertCMYKRow(row, pixels->Width(), info_.saw_Adobe_marker != FALSE);
     }
+    const bool isWhole = HasAllScans();  // of a file that lacks its end the rest is not known afterwards
     jpeg_finish_decompress(&info_);
-    return true;
+    return isWhole || !errors_.reachedEnd;
   }
 
  private:
+  // Whether nothing can be missing behind what was read, although no mark of the end was there.
+  bool HasAllScans() const {
+    if (info_.arith_code != FALSE) return false;  // its codes go on without an end
+    if (info_.progressive_mode == FALSE) {
+      return info_.comps_in_scan == info_.num_components || info_.input_scan_number >= info_.num_components;
+    }
+    for (int component = 0; component < info_.num_components; ++component) {
+      const int* bits = info_.coef_bits[component];
+      if (!std::all_of(bits, bits + DCTSIZE2, [](int missing) { return missing == 0; })) return false;
+    }
+    return true;
+  }
+
   Errors errors_ = {};
   jpeg_progress_mgr progress_ = {};
   jpeg_decompress_struct info_ = {};
@@ -123,10 +143,10 @@ class Reader {
 
 bool Sniff(ByteSpan head) { return head.size() >= 3 && head[0] == 0xFF && head[1] == 0xD8 && head[2] == 0xFF; }
 
-CGImageRef Decode(ByteSpan file) {
+CGImageRef Decode(ByteSpan file, RefusedSize* refused) {
   Reader reader;
   if (!reader.ReadHeader(file)) return nullptr;
-  NewPixels pixels(reader.Width(), reader.Height(), file.size() * kMaxPixelsPerByte + kPixelsAlwaysAllowed);
+  NewPixels pixels(reader.Width(), reader.Height(), file.size() * kMaxPixelsPerByte + kPixelsAlwaysAllowed, refused);
   if (!pixels.IsValid() || !reader.ReadPixels(&pixels)) return nullptr;
   return pixels.MakeImage(false);
 }
@@ -177,8 +197,8 @@ class Writer {
     if (setjmp(errors_.jump) != 0) return false;
     jpeg_create_compress(&info_);
     info_.dest = &output_.manager;
-    info_.image_width = static_cast<JDIMENSION>(cairo_image_surface_get_width(image.pixels.get()));
-    info_.image_height = static_cast<JDIMENSION>(cairo_image_surface_get_height(image.pixels.get()));
+    info_.image_width = static_cast<JDIMENSION>(image.pixels.Width());
+    info_.image_height = static_cast<JDIMENSION>(image.pixels.Height());
     // An opaque image's rows are what libjpeg can read; a translucent one's are mixed with white first.
     info_.input_components = image.hasAlpha ? 3 : 4;
     info_.in_color_space = image.hasAlpha ? JCS_EXT_RGB : JCS_EXT_BGRX;
@@ -212,7 +232,7 @@ class Writer {
 };
 
 bool Encode(const CGImage& image, const EncodeOptions& options, ByteSink* sink) {
-  std::vector<unsigned char> row(static_cast<std::size_t>(cairo_image_surface_get_width(image.pixels.get())) * 3);
+  std::vector<unsigned char> row(image.pixels.Width() * 3);
   return Writer(sink).Write(image, options, row.data());
 }
 

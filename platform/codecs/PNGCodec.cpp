@@ -25,21 +25,45 @@ void Ignore(png_structp, png_const_charp) {}
 
 // --- Reading -----------------------------------------------------------------------------------------------------
 
+// The last chunk, which says nothing but that it is the last.
+constexpr unsigned char kEnd[] = {0, 0, 0, 0, 'I', 'E', 'N', 'D', 0xAE, 0x42, 0x60, 0x82};
+
+// What a file lacks that ends behind a whole chunk or within the last one: so much of the last one.
+ByteSpan MissingEnd(ByteSpan file) {
+  constexpr std::size_t kSignature = 8;
+  constexpr std::uint64_t kAroundData = 12;  // length, name and check sum of a chunk
+  ByteSpan rest = file.subspan(std::min(file.size(), kSignature));
+  while (rest.size() >= kAroundData) {
+    const std::uint64_t size = kAroundData + png_get_uint_32(rest.data());
+    if (size > rest.size()) break;
+    if (std::memcmp(rest.data(), kEnd, kAroundData) == 0) return {};
+    rest = rest.subspan(size);
+  }
+  const bool isItsStart = rest.size() < kAroundData && std::equal(rest.begin(), rest.end(), kEnd);
+  return isItsStart ? ByteSpan(kEnd).subspan(rest.size()) : ByteSpan();
+}
+
 struct Input {
   ByteSpan rest;
+  ByteSpan behind;  // is read after it
 };
 
 void ReadBytes(png_structp png, png_bytep out, png_size_t count) {
   auto* input = static_cast<Input*>(png_get_io_ptr(png));
-  if (count > input->rest.size()) png_error(png, "the file ends early");
-  std::memcpy(out, input->rest.data(), count);
-  input->rest = input->rest.subspan(count);
+  if (count > input->rest.size() + input->behind.size()) png_error(png, "the file ends early");
+  for (ByteSpan* part : {&input->rest, &input->behind}) {
+    const std::size_t taken = std::min(count, part->size());
+    std::copy_n(part->begin(), taken, out);
+    *part = part->subspan(taken);
+    out += taken;
+    count -= taken;
+  }
 }
 
 class Reader {
  public:
   explicit Reader(ByteSpan file)
-      : input_{file},
+      : input_{file, MissingEnd(file)},
         png_(png_create_read_struct(PNG_LIBPNG_VER_STRING, nullptr, &Fail, &Ignore)),
         info_(png_ == nullptr ? nullptr : png_create_info_struct(png_)) {
     if (info_ != nullptr) png_set_read_fn(png_, &input_, &ReadBytes);
@@ -95,11 +119,11 @@ class Reader {
 
 bool Sniff(ByteSpan head) { return head.size() >= 8 && png_sig_cmp(head.data(), 0, 8) == 0; }
 
-CGImageRef Decode(ByteSpan file) {
+CGImageRef Decode(ByteSpan file, RefusedSize* refused) {
   Reader reader(file);
   if (!reader.IsValid() || !reader.ReadHeader()) return nullptr;
   if (reader.RowBytes() * reader.Height() > file.size() * kMaxInflation) return nullptr;
-  NewPixels pixels(reader.Width(), reader.Height(), UINT32_MAX);
+  NewPixels pixels(reader.Width(), reader.Height(), UINT64_MAX, refused);
   bool translucent = false;
   if (!pixels.IsValid() || !reader.ReadPixels(&pixels, &translucent)) return nullptr;
   return pixels.MakeImage(translucent);
@@ -123,8 +147,8 @@ void WriteResolution(png_structp png, png_infop info, const EncodeOptions& optio
 bool Write(png_structp png, png_infop info, const CGImage& image, const EncodeOptions& options, bool withAlpha,
            unsigned char* row) {
   if (setjmp(png_jmpbuf(png)) != 0) return false;
-  const auto width = static_cast<png_uint_32>(cairo_image_surface_get_width(image.pixels.get()));
-  const auto height = static_cast<png_uint_32>(cairo_image_surface_get_height(image.pixels.get()));
+  const auto width = static_cast<png_uint_32>(image.pixels.Width());
+  const auto height = static_cast<png_uint_32>(image.pixels.Height());
   png_set_IHDR(png, info, width, height, 8, withAlpha ? PNG_COLOR_TYPE_RGB_ALPHA : PNG_COLOR_TYPE_RGB,
                PNG_INTERLACE_NONE, PNG_COMPRESSION_TYPE_DEFAULT, PNG_FILTER_TYPE_DEFAULT);
   WriteResolution(png, info, options);
@@ -139,7 +163,7 @@ bool Write(png_structp png, png_infop info, const CGImage& image, const EncodeOp
 
 bool Encode(const CGImage& image, const EncodeOptions& options, ByteSink* sink) {
   const bool withAlpha = image.hasAlpha && options.keepsAlpha;
-  std::vector<unsigned char> row(static_cast<std::size_t>(cairo_image_surface_get_width(image.pixels.get())) * 4);
+  std::vector<unsigned char> row(image.pixels.Width() * 4);
   png_structp png = png_create_write_struct(PNG_LIBPNG_VER_STRING, nullptr, &Fail, &Ignore);
   png_infop info = png == nullptr ? nullptr : png_create_info_struct(png);
   bool written = false;

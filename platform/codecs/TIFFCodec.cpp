@@ -1,4 +1,5 @@
-// TIFF by libtiff: strips or tiles, 1 to 16 bits a sample, grey, palette, colour, CMYK, in either order of bytes.
+// TIFF by libtiff: strips or tiles, grey, palette, colour, CMYK, Lab, in either order of bytes. What libtiff does not
+// convert is in TIFFSamples.h.
 #include <tiffio.h>
 
 #include <algorithm>
@@ -8,6 +9,7 @@
 
 #include "platform/codecs/CodecPixels.h"
 #include "platform/codecs/ImageCodec.h"
+#include "platform/codecs/TIFFSamples.h"
 #include "platform/graphics/CGImageValue.h"
 
 namespace platform {
@@ -163,10 +165,21 @@ bool Sniff(ByteSpan head) {
   return version == 42 || version == 43;
 }
 
-CGImageRef Decode(ByteSpan file) {
+bool ConvertByLibrary(TIFF* tiff, NewPixels* pixels, bool* translucent) {
+  Converter converter(tiff);
+  if (!converter.IsValid() || !converter.Convert(pixels)) return false;
+  for (std::size_t y = 0; y < pixels->Height(); ++y) {
+    SwapRedAndBlue(pixels->Row(y), pixels->Width());
+    *translucent |= HasTranslucent(pixels->Row(y), pixels->Width());
+  }
+  return true;
+}
+
+CGImageRef Decode(ByteSpan file, RefusedSize* refused) {
   // A strip or a tile is decoded in one block, which needs no more than the image's own bound of up to 64 bits a pixel.
   Messages messages;
-  const TiffOptions options = Options((1 << 20) + std::uint64_t{file.size()} * kMaxPixelsPerByte / 8, &messages);
+  const std::uint64_t maxBlock = (1 << 20) + std::uint64_t{file.size()} * kMaxPixelsPerByte / 8;
+  const TiffOptions options = Options(maxBlock, &messages);
   MemoryFile memory{file};
   const TiffHandle tiff = options == nullptr ? nullptr : Open(&memory, "r", options.get());
   std::uint32_t width = 0;
@@ -175,16 +188,13 @@ CGImageRef Decode(ByteSpan file) {
       TIFFGetField(tiff.get(), TIFFTAG_IMAGELENGTH, &height) == 0) {
     return nullptr;
   }
-  NewPixels pixels(width, height, MaxPixels(tiff.get(), file.size()));
+  NewPixels pixels(width, height, MaxPixels(tiff.get(), file.size()), refused);
   if (!pixels.IsValid()) return nullptr;
-  Converter converter(tiff.get());
-  if (!converter.IsValid() || !converter.Convert(&pixels) || messages.tellOfDamage) return nullptr;
   bool translucent = false;
-  for (std::size_t y = 0; y < pixels.Height(); ++y) {
-    SwapRedAndBlue(pixels.Row(y), pixels.Width());
-    translucent |= HasTranslucent(pixels.Row(y), pixels.Width());
-  }
-  return pixels.MakeImage(translucent);
+  const TIFFSamples samples(tiff.get());
+  const bool done = samples.AreOurs() ? samples.Read(&pixels, std::min(maxBlock, kMaxBlock), &translucent)
+                                      : ConvertByLibrary(tiff.get(), &pixels, &translucent);
+  return done && !messages.tellOfDamage ? pixels.MakeImage(translucent) : nullptr;
 }
 
 // --- Writing -----------------------------------------------------------------------------------------------------
@@ -214,8 +224,8 @@ void SetTags(TIFF* tiff, std::uint32_t width, std::uint32_t height, bool withAlp
 }
 
 bool Encode(const CGImage& image, const EncodeOptions& options, ByteSink* sink) {
-  const auto width = static_cast<std::uint32_t>(cairo_image_surface_get_width(image.pixels.get()));
-  const auto height = static_cast<std::uint32_t>(cairo_image_surface_get_height(image.pixels.get()));
+  const auto width = static_cast<std::uint32_t>(image.pixels.Width());
+  const auto height = static_cast<std::uint32_t>(image.pixels.Height());
   const bool withAlpha = image.hasAlpha && options.keepsAlpha;
   Messages messages;
   const TiffOptions openOptions = Options(kMaxBlock, &messages);

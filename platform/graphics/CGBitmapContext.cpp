@@ -1,8 +1,4 @@
-// Contexts over pixels of the caller's memory.
-//
-// cairo draws only pixels that are blue, green, red, alpha in memory. A context over such pixels draws straight into
-// them. Pixels with the alpha first are served from a shadow in cairo's order: the stretch that an operation touches is
-// brought in before it and taken out after it, so that the caller's memory is always up to date.
+// Contexts over pixels of the caller's memory, which the engine of platform/raster draws straight into.
 #include "CoreGraphics/CGBitmapContext.h"
 
 #include <algorithm>
@@ -17,72 +13,18 @@ namespace {
 
 using platform::PixelBox;
 
-constexpr std::size_t kMaxSide = 32767;  // cairo's limit for image surfaces
+constexpr std::size_t kMaxSide = std::size_t{1} << 29;
 constexpr std::size_t kBytesPerPixel = 4;
 
-class BitmapTarget : public platform::DrawingTarget {
+class BitmapTarget final : public platform::DrawingTarget {
  public:
-  BitmapTarget(const BitmapInfo& info, platform::CairoSurface surface) : info_(info), surface_(std::move(surface)) {}
+  explicit BitmapTarget(const BitmapInfo& info) : info_(info) {}
 
-  // The caller may have written pixels since the last operation. cairo has to be told, or a surface that it cleared
-  // itself stays clear in its books, and what lies below is left out of the next operation.
-  void WillDraw(const PixelBox&) override { cairo_surface_mark_dirty(surface_.get()); }
-  void DidDraw(const PixelBox&) override {}
   PixelBox Bounds() const override { return {0, 0, static_cast<int>(info_.width), static_cast<int>(info_.height)}; }
-
-  bool FillOpaque(const PixelBox& box, double red, double green, double blue) override {
-    const std::uint32_t pixel = 0xFF000000U | Channel(red) << 16 | Channel(green) << 8 | Channel(blue);
-    const bool reversed = info_.bitmapInfo == kCGBitmapAlphaFirst;
-    const std::uint32_t stored = reversed ? __builtin_bswap32(pixel) : pixel;
-    for (int y = box.y0; y < box.y1; ++y) {
-      unsigned char* row = static_cast<unsigned char*>(info_.data) + std::size_t(y) * info_.bytesPerRow;
-      for (int x = box.x0; x < box.x1; ++x) std::memcpy(row + std::size_t(x) * kBytesPerPixel, &stored, sizeof(stored));
-    }
-    return true;
-  }
-
   const BitmapInfo& Info() const { return info_; }
 
- protected:
-  cairo_surface_t* Surface() const { return surface_.get(); }
-
  private:
-  // As cairo narrows a component: to 16 bits first, of which the upper eight count.
-  static std::uint32_t Channel(double component) {
-    const double inside = component > 0 ? std::min(component, 1.0) : 0;
-    std::uint32_t wide = static_cast<std::uint32_t>(inside * 65536);
-    wide -= wide >> 16;
-    return wide >> 8;
-  }
-
   const BitmapInfo info_;
-  platform::CairoSurface surface_;
-};
-
-class ShadowedTarget final : public BitmapTarget {
- public:
-  using BitmapTarget::BitmapTarget;
-
-  void WillDraw(const PixelBox& box) override {
-    for (int y = box.y0; y < box.y1; ++y) CopyReversed(ShadowRow(y), CallerRow(y), box);
-    BitmapTarget::WillDraw(box);
-  }
-  void DidDraw(const PixelBox& box) override {
-    for (int y = box.y0; y < box.y1; ++y) CopyReversed(CallerRow(y), ShadowRow(y), box);
-  }
-
- private:
-  unsigned char* ShadowRow(int y) const {
-    return cairo_image_surface_get_data(Surface()) +
-           std::size_t(y) * std::size_t(cairo_image_surface_get_stride(Surface()));
-  }
-  unsigned char* CallerRow(int y) const {
-    return static_cast<unsigned char*>(Info().data) + std::size_t(y) * Info().bytesPerRow;
-  }
-  static void CopyReversed(unsigned char* target, const unsigned char* source, const PixelBox& box) {
-    const std::size_t start = std::size_t(box.x0) * kBytesPerPixel;
-    platform::CopyBytesReversed(target + start, source + start, std::size_t(box.x1 - box.x0));
-  }
 };
 
 bool IsSupported(const BitmapInfo& info) {
@@ -103,24 +45,10 @@ CGContextRef CGBitmapContextCreate(void* data, size_t width, size_t height, size
       !IsSupported(info)) {
     return nullptr;
   }
-  const int w = static_cast<int>(width);
-  const int h = static_cast<int>(height);
-  const bool shadowed = bitmapInfo == kCGBitmapAlphaFirst;
-  platform::CairoSurface surface(shadowed ? cairo_image_surface_create(CAIRO_FORMAT_ARGB32, w, h)
-                                          : cairo_image_surface_create_for_data(static_cast<unsigned char*>(data),
-                                                                                CAIRO_FORMAT_ARGB32, w, h,
-                                                                                static_cast<int>(bytesPerRow)));
-  if (cairo_surface_status(surface.get()) != CAIRO_STATUS_SUCCESS) return nullptr;
-  platform::LazyCairo cairo(surface.get());
-  std::unique_ptr<BitmapTarget> target;
-  if (shadowed) {
-    target = std::make_unique<ShadowedTarget>(info, std::move(surface));
-  } else {
-    target = std::make_unique<BitmapTarget>(info, std::move(surface));
-  }
+  auto target = std::make_unique<BitmapTarget>(info);
   const BitmapInfo* described = &target->Info();
   const CGAffineTransform flip{1, 0, 0, -1, 0, static_cast<double>(height)};
-  auto* context = new CGContext(std::move(cairo), std::move(target), flip);
+  auto* context = new CGContext(platform::CairoContext(), std::move(target), flip);
   context->bitmap = described;
   return context;
 }

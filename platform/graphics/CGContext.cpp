@@ -26,12 +26,14 @@ void SetPattern(platform::Paint* paint, CGPatternRef pattern, const CGFloat* com
 
 }  // namespace
 
-CGContext::CGContext(platform::LazyCairo cairoContext, std::unique_ptr<platform::DrawingTarget> drawingTarget,
+CGContext::CGContext(platform::CairoContext cairoContext, std::unique_ptr<platform::DrawingTarget> drawingTarget,
                      CGAffineTransform toDevice)
     : cairo(std::move(cairoContext)),
       target(std::move(drawingTarget)),
       baseToDevice(toDevice),
-      path(CGPathCreateMutable()) {}
+      path(CGPathCreateMutable()) {
+  if (cairo != nullptr) platform::SetUpCairo(cairo.get());
+}
 
 CGContext::~CGContext() { CGPathRelease(path); }
 

@@ -1,24 +1,24 @@
 // Paths of device space as cairo gets them, and clips.
 #include <algorithm>
 #include <cmath>
+#include <cstdint>
 
 #include "platform/graphics/CGContextState.h"
+#include "platform/graphics/PathCut.h"
 
 namespace platform {
 namespace {
 
-// cairo keeps coordinates in 24.8 fixed point and wraps beyond. Points further out than any target are pulled in, so
-// that a huge shape still covers what it should.
-constexpr double kCoordinateLimit = 4.0e6;
+// As far as the targets go that say nothing of their bounds.
+constexpr PixelBox kLargestTarget{-INT16_MAX, -INT16_MAX, INT16_MAX, INT16_MAX};
 
 class Emitter {
  public:
   explicit Emitter(cairo_t* cairo) : cairo_(cairo) {}
 
-  void Emit(CGPath::Verb verb, const CGPoint* source) {
-    CGPoint p[3];
+  void Emit(CGPath::Verb verb, const CGPoint* p) {
     const std::size_t count = CGPath::PointCount(verb);
-    for (std::size_t i = 0; i < count; ++i) p[i] = Take(source[i]);
+    for (std::size_t i = 0; i < count; ++i) Include(p[i]);
     switch (verb) {
       case kCGPathElementMoveToPoint:
         cairo_move_to(cairo_, p[0].x, p[0].y);
@@ -41,26 +41,17 @@ class Emitter {
     if (verb == kCGPathElementMoveToPoint) start_ = current_;
   }
 
-  bool IsNumber() const { return isNumber_; }
-
   PixelBox Box() const {
     return {static_cast<int>(std::floor(minX_)), static_cast<int>(std::floor(minY_)),
             static_cast<int>(std::ceil(maxX_)), static_cast<int>(std::ceil(maxY_))};
   }
 
  private:
-  CGPoint Take(CGPoint p) {
-    if (std::isnan(p.x) || std::isnan(p.y)) {
-      isNumber_ = false;
-      return {0, 0};
-    }
-    p.x = std::clamp(p.x, -kCoordinateLimit, kCoordinateLimit);
-    p.y = std::clamp(p.y, -kCoordinateLimit, kCoordinateLimit);
+  void Include(CGPoint p) {
     minX_ = std::min(minX_, p.x);
     minY_ = std::min(minY_, p.y);
     maxX_ = std::max(maxX_, p.x);
     maxY_ = std::max(maxY_, p.y);
-    return p;
   }
 
   // The cubic with the same shape has its controls two thirds of the way to the quadratic's.
@@ -74,12 +65,29 @@ class Emitter {
   cairo_t* cairo_;
   CGPoint start_{0, 0};
   CGPoint current_{0, 0};
-  double minX_ = kCoordinateLimit;
-  double minY_ = kCoordinateLimit;
-  double maxX_ = -kCoordinateLimit;
-  double maxY_ = -kCoordinateLimit;
-  bool isNumber_ = true;
+  double minX_ = INFINITY;
+  double minY_ = INFINITY;
+  double maxX_ = -INFINITY;
+  double maxY_ = -INFINITY;
 };
+
+bool IsOfNumbers(const CGPath& path) {
+  return std::none_of(path.points.begin(), path.points.end(),
+                      [](CGPoint p) { return std::isnan(p.x) || std::isnan(p.y); });
+}
+
+// A path within cairo's numbers; false when there is nothing to draw.
+bool Emit(cairo_t* cairo, const CGPath& path, PixelBox* box) {
+  if (path.verbs.IsEmpty()) return false;
+  Emitter emitter(cairo);
+  const CGPoint* point = path.points.Data();
+  for (const CGPath::Verb verb : path.verbs) {
+    emitter.Emit(verb, point);
+    point += CGPath::PointCount(verb);
+  }
+  *box = emitter.Box();
+  return true;
+}
 
 bool SamePath(const CGPath& a, const CGPath& b) {
   return std::equal(a.verbs.begin(), a.verbs.end(), b.verbs.begin(), b.verbs.end()) &&
@@ -98,26 +106,32 @@ bool SameClip(const ClipNode* a, const ClipNode* b) {
 
 }  // namespace
 
-bool EmitPath(cairo_t* cairo, const CGPath& path, PixelBox* box) {
-  Emitter emitter(cairo);
-  const CGPoint* point = path.points.Data();
-  for (const CGPath::Verb verb : path.verbs) {
-    emitter.Emit(verb, point);
-    point += CGPath::PointCount(verb);
-  }
-  if (path.verbs.IsEmpty() || !emitter.IsNumber()) return false;
-  *box = emitter.Box();
-  return true;
+bool EmitPath(cairo_t* cairo, const CGPath& path, const PixelBox& target, PixelBox* box) {
+  const CutBox near = CutBoxOf(target, 0);
+  if (IsInside(path, near)) return Emit(cairo, path, box);
+  CGPath cut;
+  if (IsOfNumbers(path)) CutForFill(path, near, &cut);
+  return Emit(cairo, cut, box);
 }
 
-void InstallClip(cairo_t* cairo, const ClipNode* node) {
+bool EmitPath(cairo_t* cairo, const CGPath& path, PixelBox* box) { return EmitPath(cairo, path, kLargestTarget, box); }
+
+bool EmitOutline(cairo_t* cairo, const CGPath& path, const PixelBox& target, double reach, PixelBox* box) {
+  const CutBox near = CutBoxOf(target, reach);
+  if (IsInside(path, near)) return Emit(cairo, path, box);
+  CGPath cut;
+  if (IsOfNumbers(path)) CutForStroke(path, near, &cut);
+  return Emit(cairo, cut, box);
+}
+
+void InstallClip(cairo_t* cairo, const ClipNode* node, const PixelBox& target) {
   if (node == nullptr) return;
-  InstallClip(cairo, node->parent.get());
+  InstallClip(cairo, node->parent.get(), target);
   PixelBox box;
   cairo_new_path(cairo);
   cairo_set_antialias(cairo, node->antialias ? CAIRO_ANTIALIAS_DEFAULT : CAIRO_ANTIALIAS_NONE);
   cairo_set_fill_rule(cairo, CAIRO_FILL_RULE_WINDING);
-  if (!EmitPath(cairo, *node->path, &box)) cairo_new_path(cairo);  // clips everything away
+  if (!EmitPath(cairo, *node->path, target, &box)) cairo_new_path(cairo);  // clips everything away
   cairo_clip(cairo);
 }
 
@@ -125,8 +139,8 @@ void ApplyClip(CGContext* context) {
   if (context->state.textClip != nullptr) SettleTextClip(context);
   const Clip& wanted = context->state.clip;
   if (SameClip(wanted.get(), context->appliedClip.get())) return;
-  cairo_reset_clip(context->cairo.get());
-  InstallClip(context->cairo.get(), wanted.get());
+  context->target->ResetClip(context->cairo.get());
+  InstallClip(context->cairo.get(), wanted.get(), context->target->Bounds());
   context->appliedClip = wanted;
 }
 
@@ -137,7 +151,7 @@ bool IsInvertible(const CGAffineTransform& m) {
 
 PixelBox WidenBox(const PixelBox& box, double margin, const PixelBox& bounds) {
   // One pixel more than the geometry: antialiasing may round an edge outwards.
-  const double width = std::min(std::ceil(margin) + 1, 2 * kCoordinateLimit);
+  const double width = std::min(std::ceil(margin) + 1, 1e6);
   const int pad = static_cast<int>(width);
   return {std::max(box.x0 - pad, bounds.x0), std::max(box.y0 - pad, bounds.y0), std::min(box.x1 + pad, bounds.x1),
           std::min(box.y1 + pad, bounds.y1)};

@@ -2,7 +2,8 @@
 #include <algorithm>
 #include <cmath>
 
-#include "platform/graphics/CGContextState.h"
+#include "platform/graphics/BitmapPaint.h"
+#include "platform/graphics/StrokeArea.h"
 
 namespace {
 
@@ -15,8 +16,12 @@ bool SetSource(CGContext* context, const platform::Paint& paint) {
     cairo_set_source_rgba(context->cairo.get(), paint.red, paint.green, paint.blue, alpha);
     return true;
   }
-  const platform::CairoPattern source =
-      platform::MakePatternSource(paint.pattern.Get(), context->state.patternPhase, alpha, context->baseToDevice);
+  const CGSize phase = context->state.patternPhase;
+  platform::CairoPattern source =
+      context->target->PatternSource(paint.pattern.Get(), phase, alpha, context->baseToDevice);
+  if (source == nullptr) {
+    source = platform::MakePatternSource(paint.pattern.Get(), phase, alpha, context->baseToDevice);
+  }
   if (source == nullptr) return false;
   cairo_set_source(context->cairo.get(), source.get());
   return true;
@@ -27,27 +32,35 @@ void EmptyPath(CGContext* context) {
   context->path->points.Clear();
 }
 
-// Puts the current path and the clip into cairo, ready for an operation on the returned box; false: nothing to do.
-bool Prepare(CGContext* context, double margin, PixelBox* box) {
+// Puts the current path and the clip into cairo, ready for an operation on the returned box; false: nothing to do. The
+// stroke of a path that is not filled goes so far out from it.
+bool Prepare(CGContext* context, bool isFilled, double reach, PixelBox* box) {
   cairo_t* cairo = context->cairo.get();
+  const PixelBox bounds = context->target->Bounds();
   platform::ApplyClip(context);
   cairo_new_path(cairo);
-  if (!platform::EmitPath(cairo, *context->path, box)) return false;
-  *box = platform::WidenBox(*box, margin, context->target->Bounds());
+  if (!(isFilled ? platform::EmitPath(cairo, *context->path, bounds, box)
+                 : platform::EmitOutline(cairo, *context->path, bounds, reach, box))) {
+    return false;
+  }
+  *box = platform::WidenBox(*box, reach, bounds);
   if (box->IsEmpty()) return false;
   cairo_set_antialias(cairo, context->state.antialias ? CAIRO_ANTIALIAS_DEFAULT : CAIRO_ANTIALIAS_NONE);
   return true;
 }
 
 void FillCurrentPath(CGContext* context, cairo_fill_rule_t rule) {
+  if (context->bitmap != nullptr) {
+    const bool isEvenOdd = rule == CAIRO_FILL_RULE_EVEN_ODD;
+    platform::FillOnBitmap(context, isEvenOdd ? raster::FillRule::kEvenOdd : raster::FillRule::kNonZero, false);
+    return;
+  }
   PixelBox box;
-  if (!Prepare(context, 0, &box)) return;
+  if (!Prepare(context, true, 0, &box)) return;
   cairo_t* cairo = context->cairo.get();
   cairo_set_fill_rule(cairo, rule);
   if (!SetSource(context, context->state.fill)) return;
-  context->target->WillDraw(box);
   cairo_fill(cairo);
-  context->target->DidDraw(box);
 }
 
 // How far a stroke may reach from its path, in device units: a mitre goes 10 half widths out, a square cap 1.42.
@@ -57,22 +70,45 @@ double StrokeReach(const CGContext* context, const CGAffineTransform& m) {
   return context->state.lineWidth * 0.5 * scale * factor;
 }
 
+// Strokes wider than cairo's numbers allow are filled.
+constexpr double kWidestReach = 30000;
+
+void FillStrokeArea(CGContext* context, const CGAffineTransform& m, double reach) {
+  const PixelBox bounds = context->target->Bounds();
+  CGPath area;
+  platform::AddStrokeArea(*context->path, m, context->state, platform::CutBoxOf(bounds, reach), &area);
+  cairo_t* cairo = context->cairo.get();
+  platform::ApplyClip(context);
+  cairo_new_path(cairo);
+  PixelBox box;
+  if (!platform::EmitPath(cairo, area, bounds, &box) || !SetSource(context, context->state.stroke)) return;
+  box = platform::WidenBox(box, 0, bounds);
+  if (box.IsEmpty()) return;
+  cairo_set_antialias(cairo, context->state.antialias ? CAIRO_ANTIALIAS_DEFAULT : CAIRO_ANTIALIAS_NONE);
+  cairo_set_fill_rule(cairo, CAIRO_FILL_RULE_WINDING);
+  cairo_fill(cairo);
+}
+
 void StrokeCurrentPath(CGContext* context) {
   const CGAffineTransform m = context->UserToDevice();
   const platform::GraphicsState& state = context->state;
   if (!(state.lineWidth > 0) || !std::isfinite(state.lineWidth) || !platform::IsInvertible(m)) return;
+  if (context->bitmap != nullptr) {
+    platform::StrokeOnBitmap(context);
+    return;
+  }
+  const double reach = StrokeReach(context, m);
+  if (reach > kWidestReach) return FillStrokeArea(context, m, reach);
   PixelBox box;
-  if (!Prepare(context, StrokeReach(context, m), &box)) return;
+  if (!Prepare(context, false, reach, &box)) return;
   cairo_t* cairo = context->cairo.get();
   if (!SetSource(context, state.stroke)) return;  // before the matrix, which would map a pattern too
   cairo_set_line_width(cairo, state.lineWidth);
   cairo_set_line_cap(cairo, static_cast<cairo_line_cap_t>(state.lineCap));
   cairo_set_line_join(cairo, static_cast<cairo_line_join_t>(state.lineJoin));
-  const cairo_matrix_t matrix{m.a, m.b, m.c, m.d, m.tx, m.ty};
+  const cairo_matrix_t matrix{m.a, m.b, m.c, m.d, 0, 0};  // where it lies makes no difference to a nib
   cairo_set_matrix(cairo, &matrix);
-  context->target->WillDraw(box);
   cairo_stroke(cairo);
-  context->target->DidDraw(box);
   cairo_identity_matrix(cairo);
 }
 
@@ -87,30 +123,6 @@ void SetRectPath(CGContext* context, CGRect rect) {
   EmptyPath(context);
   const CGAffineTransform m = context->UserToDevice();
   CGPathAddRect(context->path, &m, rect);
-}
-
-bool IsWhole(double value) { return std::fabs(value) <= INT16_MAX && value == std::floor(value); }
-
-// Fills an opaque upright rectangle of whole pixels without a path, as cells of patterns are made of. False when it is
-// not one, or when the target has no pixels of its own to fill.
-bool FillWholePixels(CGContext* context, CGRect rect) {
-  const platform::GraphicsState& state = context->state;
-  const CGAffineTransform m = context->UserToDevice();
-  if (state.clip != nullptr || state.textClip != nullptr || state.fill.pattern.Get() != nullptr ||
-      !(state.fill.alpha * state.alpha >= 1) || m.b != 0 || m.c != 0) {
-    return false;
-  }
-  const CGPoint p = CGPointApplyAffineTransform(rect.origin, m);
-  const CGPoint q{p.x + m.a * rect.size.width, p.y + m.d * rect.size.height};
-  if (!IsWhole(p.x) || !IsWhole(p.y) || !IsWhole(q.x) || !IsWhole(q.y)) return false;
-  const PixelBox bounds = context->target->Bounds();
-  const PixelBox box{std::max(static_cast<int>(std::min(p.x, q.x)), bounds.x0),
-                     std::max(static_cast<int>(std::min(p.y, q.y)), bounds.y0),
-                     std::min(static_cast<int>(std::max(p.x, q.x)), bounds.x1),
-                     std::min(static_cast<int>(std::max(p.y, q.y)), bounds.y1)};
-  if (!context->target->FillOpaque(box, state.fill.red, state.fill.green, state.fill.blue)) return false;
-  EmptyPath(context);
-  return true;
 }
 
 }  // namespace
@@ -144,7 +156,7 @@ void CGContextDrawPath(CGContextRef context, CGPathDrawingMode mode) {
 }
 
 void CGContextFillRect(CGContextRef context, CGRect rect) {
-  if (context == nullptr || FillWholePixels(context, rect)) return;
+  if (context == nullptr) return;
   SetRectPath(context, rect);
   FillCurrentPath(context, CAIRO_FILL_RULE_WINDING);
   EmptyPath(context);
@@ -152,9 +164,15 @@ void CGContextFillRect(CGContextRef context, CGRect rect) {
 
 void CGContextClearRect(CGContextRef context, CGRect rect) {
   if (context == nullptr) return;
+  if (context->target->ClearAll(context, rect)) return;
   SetRectPath(context, rect);
-  cairo_set_operator(context->cairo.get(), CAIRO_OPERATOR_CLEAR);
-  FillCurrentPath(context, CAIRO_FILL_RULE_WINDING);
-  cairo_set_operator(context->cairo.get(), CAIRO_OPERATOR_OVER);
+  if (context->bitmap != nullptr) {
+    platform::FillOnBitmap(context, raster::FillRule::kNonZero, true);
+  } else {
+    platform::ApplyClip(context);  // which may set the operator
+    cairo_set_operator(context->cairo.get(), CAIRO_OPERATOR_CLEAR);
+    FillCurrentPath(context, CAIRO_FILL_RULE_WINDING);
+    cairo_set_operator(context->cairo.get(), CAIRO_OPERATOR_OVER);
+  }
   EmptyPath(context);
 }

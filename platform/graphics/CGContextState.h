@@ -17,35 +17,40 @@
 #include "platform/graphics/CGPathValue.h"
 #include "platform/graphics/CGPatternValue.h"
 #include "platform/graphics/CairoHandles.h"
-#include "platform/graphics/LazyCairo.h"
+#include "platform/raster/Box.h"
 
+struct CGImage;
+struct CGShading;
 struct CTLine;
 
 namespace platform {
 
-/// A stretch of device pixels: x0 <= x < x1, y0 <= y < y1.
-struct PixelBox {
-  int x0 = 0;
-  int y0 = 0;
-  int x1 = 0;
-  int y1 = 0;
+using PixelBox = raster::Box;  // of device pixels
 
-  bool IsEmpty() const { return x0 >= x1 || y0 >= y1; }
-};
+class BitmapClip;
 
-/// Where a context draws. It is told of every stretch of pixels that an operation is about to touch.
+/// What the pictures of a target are made of.
+enum class SurfaceKind { kPixels, kRecording, kPDF, kPostScript, kSVG };
+
+/// Where a context draws.
 class DrawingTarget {
  public:
   virtual ~DrawingTarget() = default;
-  /// Called before and after an operation that paints nowhere outside `box`.
-  virtual void WillDraw(const PixelBox& box) = 0;
-  virtual void DidDraw(const PixelBox& box) = 0;
   /// The whole target; a box that is never too small.
   virtual PixelBox Bounds() const = 0;
-  /// Sets the pixels of a box inside the bounds to an opaque colour of components 0 to 1; false when the target can't.
-  virtual bool FillOpaque(const PixelBox&, double, double, double) { return false; }
-  /// True for a page of vectors, where a gradient has to stay one.
-  virtual bool IsVector() const { return false; }
+  virtual SurfaceKind Kind() const { return SurfaceKind::kPixels; }
+  /// True for pages and recordings, where a gradient has to stay one.
+  bool IsVector() const { return Kind() != SurfaceKind::kPixels; }
+
+  // What a page does in a way of its own; false or null, with nothing done, where it does not (platform/pages/Page.h).
+
+  virtual bool ClearAll(CGContext*, CGRect) const { return false; }
+  virtual bool DrawImage(CGContext*, const CGImage&, const CGAffineTransform&) const { return false; }
+  virtual bool SetShadingSource(CGContext*, const CGShading&) const { return false; }
+  virtual CairoPattern PatternSource(CGPattern*, CGSize, double, const CGAffineTransform&) const { return nullptr; }
+
+  /// Takes all clips of the context's own off cairo. What else was set but by SetUpCairo is undefined afterwards.
+  virtual void ResetClip(cairo_t* cairo) const { cairo_reset_clip(cairo); }
 };
 
 /// A colour, or a pattern with the opacity `alpha`.
@@ -63,6 +68,7 @@ struct ClipNode {
   std::shared_ptr<const ClipNode> parent;
   std::unique_ptr<const CGPath, void (*)(const CGPath*)> path;
   bool antialias;
+  mutable std::shared_ptr<BitmapClip> onBitmap = nullptr;  ///< made when it is first drawn under, on a bitmap
 };
 using Clip = std::shared_ptr<const ClipNode>;
 
@@ -94,13 +100,14 @@ struct GraphicsState {
 }  // namespace platform
 
 struct CGContext final : platform::NativeObject {
-  CGContext(platform::LazyCairo cairoContext, std::unique_ptr<platform::DrawingTarget> drawingTarget,
+  /// Over a bitmap there is no `cairoContext`.
+  CGContext(platform::CairoContext cairoContext, std::unique_ptr<platform::DrawingTarget> drawingTarget,
             CGAffineTransform toDevice);
   ~CGContext() override;
 
   CGAffineTransform UserToDevice() const { return CGAffineTransformConcat(state.matrix, baseToDevice); }
 
-  platform::LazyCairo cairo;
+  platform::CairoContext cairo;  ///< null over a bitmap
   std::unique_ptr<platform::DrawingTarget> target;
   CGAffineTransform baseToDevice;
   platform::GraphicsState state;
@@ -108,7 +115,6 @@ struct CGContext final : platform::NativeObject {
   CGAffineTransform textMatrix = CGAffineTransformIdentity;
   CGMutablePathRef path;                      ///< the current path, in device space
   platform::CairoSurface scratch;             ///< where shadings are prepared; grows as needed
-  platform::CairoSurface mask;                ///< where their coverage is drawn
   platform::Clip appliedClip;                 ///< what cairo's clip holds now
   const struct BitmapInfo* bitmap = nullptr;  ///< of a bitmap context; owned by the target
 };
@@ -124,12 +130,16 @@ struct BitmapInfo {
 
 namespace platform {
 
-/// Puts a path of device space into cairo's current path. Returns false, with nothing to draw, when the path is empty
-/// or a point is not a number. `box` receives the extent of its points.
+/// Puts a path of device space into cairo's current path, to be filled or clipped to on a target, or on any of up to
+/// 32767 pixels a side. What lies far outside is cut off (PathCut.h). Returns false, with nothing to draw, when the
+/// path is empty or a point is not a number. `box` receives the extent of the points.
+bool EmitPath(cairo_t* cairo, const CGPath& path, const PixelBox& target, PixelBox* box);
 bool EmitPath(cairo_t* cairo, const CGPath& path, PixelBox* box);
+/// The same for a path to be stroked, whose stroke reaches so far out from it.
+bool EmitOutline(cairo_t* cairo, const CGPath& path, const PixelBox& target, double reach, PixelBox* box);
 
 /// Adds a chain of clips to cairo's clip.
-void InstallClip(cairo_t* cairo, const ClipNode* node);
+void InstallClip(cairo_t* cairo, const ClipNode* node, const PixelBox& target);
 
 /// Makes cairo's clip that of the context's state.
 void ApplyClip(CGContext* context);

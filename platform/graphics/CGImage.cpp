@@ -6,6 +6,7 @@
 #include "platform/graphics/CGContextState.h"
 #include "platform/graphics/CGImageValue.h"
 #include "platform/graphics/ImageResample.h"
+#include "platform/graphics/ImageRows.h"
 
 namespace {
 
@@ -24,7 +25,17 @@ bool CopyRow(const BitmapInfo& info, std::size_t y, unsigned char* target) {
   return translucent;
 }
 
-// `imageToDevice` maps pixels of the image to those of the surface.
+// From pixels of the image, rows down, to device space.
+CGAffineTransform ImageToDevice(const CGContext& context, const CGRect& rect, double width, double height) {
+  const CGAffineTransform imageToUser{rect.size.width / width,         0, 0, -rect.size.height / height, rect.origin.x,
+                                      rect.origin.y + rect.size.height};
+  return CGAffineTransformConcat(imageToUser, context.UserToDevice());
+}
+
+}  // namespace
+
+namespace platform {
+
 cairo_filter_t FilterOf(CGInterpolationQuality quality, const CGAffineTransform& imageToDevice) {
   switch (quality) {
     case kCGInterpolationLow:
@@ -50,26 +61,42 @@ cairo_operator_t OperatorOf(CGBlendMode mode) {
   }
 }
 
-// From pixels of the image, rows down, to device space.
-CGAffineTransform ImageToDevice(const CGContext& context, const CGRect& rect, double width, double height) {
-  const CGAffineTransform imageToUser{rect.size.width / width,         0, 0, -rect.size.height / height, rect.origin.x,
-                                      rect.origin.y + rect.size.height};
-  return CGAffineTransformConcat(imageToUser, context.UserToDevice());
+}  // namespace platform
+
+namespace platform {
+
+ImagePixels::ImagePixels(std::size_t width, std::size_t height) {
+  constexpr std::size_t kMaxSide = std::size_t{1} << 29;
+  if (width == 0 || height == 0 || width > kMaxSide || height > kMaxSide) return;
+  words_.reset(static_cast<std::uint32_t*>(std::calloc(width * height, sizeof(std::uint32_t))));
+  if (words_ == nullptr) return;
+  width_ = width;
+  height_ = height;
 }
 
-}  // namespace
+}  // namespace platform
+
+cairo_surface_t* CGImage::Surface() const {
+  if (surface_ == nullptr) {
+    constexpr std::size_t kCairoLimit = 32767;
+    const bool fits = pixels.Width() <= kCairoLimit && pixels.Height() <= kCairoLimit;
+    const int width = fits ? static_cast<int>(pixels.Width()) : -1;  // which cairo refuses
+    auto* bytes = reinterpret_cast<unsigned char*>(const_cast<std::uint32_t*>(pixels.Row(0)));
+    surface_.reset(cairo_image_surface_create_for_data(bytes, CAIRO_FORMAT_ARGB32, width,
+                                                       fits ? static_cast<int>(pixels.Height()) : -1, width * 4));
+  }
+  return surface_.get();
+}
 
 CGImageRef CGBitmapContextCreateImage(CGContextRef context) {
   if (context == nullptr || context->bitmap == nullptr) return nullptr;
   const BitmapInfo& info = *context->bitmap;
-  platform::CairoSurface copy(
-      cairo_image_surface_create(CAIRO_FORMAT_ARGB32, static_cast<int>(info.width), static_cast<int>(info.height)));
-  if (cairo_surface_status(copy.get()) != CAIRO_STATUS_SUCCESS) return nullptr;
-  unsigned char* pixels = cairo_image_surface_get_data(copy.get());
-  const auto stride = static_cast<std::size_t>(cairo_image_surface_get_stride(copy.get()));
+  platform::ImagePixels copy(info.width, info.height);
+  if (!copy.IsValid()) return nullptr;
   bool translucent = false;
-  for (std::size_t y = 0; y < info.height; ++y) translucent |= CopyRow(info, y, pixels + y * stride);
-  cairo_surface_mark_dirty(copy.get());
+  for (std::size_t y = 0; y < info.height; ++y) {
+    translucent |= CopyRow(info, y, reinterpret_cast<unsigned char*>(copy.Row(y)));
+  }
   return new CGImage(std::move(copy), translucent);
 }
 
@@ -82,13 +109,9 @@ void CGImageRelease(CGImageRef image) {
   if (image != nullptr) image->Release();
 }
 
-size_t CGImageGetWidth(CGImageRef image) {
-  return image == nullptr ? 0 : static_cast<size_t>(cairo_image_surface_get_width(image->pixels.get()));
-}
+size_t CGImageGetWidth(CGImageRef image) { return image == nullptr ? 0 : image->pixels.Width(); }
 
-size_t CGImageGetHeight(CGImageRef image) {
-  return image == nullptr ? 0 : static_cast<size_t>(cairo_image_surface_get_height(image->pixels.get()));
-}
+size_t CGImageGetHeight(CGImageRef image) { return image == nullptr ? 0 : image->pixels.Height(); }
 
 int CGImageGetAlphaInfo(CGImageRef image) {
   return image != nullptr && image->hasAlpha ? kCGImageAlphaPremultipliedFirst : kCGImageAlphaNone;
@@ -96,25 +119,29 @@ int CGImageGetAlphaInfo(CGImageRef image) {
 
 void CGContextDrawImage(CGContextRef context, CGRect rect, CGImageRef image) {
   if (context == nullptr || image == nullptr || CGRectIsEmpty(rect)) return;
-  cairo_t* cairo = context->cairo.get();
   const CGAffineTransform m = ImageToDevice(*context, rect, static_cast<double>(CGImageGetWidth(image)),
                                             static_cast<double>(CGImageGetHeight(image)));
   if (!platform::IsInvertible(m)) return;
+  if (context->bitmap != nullptr) return platform::DrawImageOnBitmap(context, *image, rect, m);
+  if (cairo_surface_status(image->Surface()) != CAIRO_STATUS_SUCCESS && !context->target->IsVector()) {
+    return;  // too large: an error would stay with the host's context
+  }
   platform::ApplyClip(context);
+  if (context->target->DrawImage(context, *image, m)) return;
+  cairo_t* cairo = context->cairo.get();
   CGMutablePathRef outline = CGPathCreateMutable();
   const CGAffineTransform userToDevice = context->UserToDevice();
   CGPathAddRect(outline, &userToDevice, rect);
   platform::PixelBox box;
   cairo_new_path(cairo);
-  const bool drawable = platform::EmitPath(cairo, *outline, &box);
+  const bool drawable = platform::EmitPath(cairo, *outline, context->target->Bounds(), &box);
   CGPathRelease(outline);
   box = platform::WidenBox(box, 0, context->target->Bounds());
   if (!drawable || box.IsEmpty()) return;
 
   platform::CairoSurface resampled;
-  // A page keeps all pixels: nobody knows how it will be looked at.
-  if (context->state.interpolation == kCGInterpolationHigh && !context->target->IsVector()) {
-    resampled = platform::ResampleForDrawing(image->pixels.get(), m, box);
+  if (context->state.interpolation == kCGInterpolationHigh) {
+    resampled = platform::ResampleForDrawing(image->pixels.Grid(), m, box);
   }
   cairo_save(cairo);
   if (resampled) {
@@ -123,17 +150,15 @@ void CGContextDrawImage(CGContextRef context, CGRect rect, CGImageRef image) {
   } else {
     const cairo_matrix_t matrix{m.a, m.b, m.c, m.d, m.tx, m.ty};
     cairo_set_matrix(cairo, &matrix);
-    cairo_set_source_surface(cairo, image->pixels.get(), 0, 0);
+    cairo_set_source_surface(cairo, image->Surface(), 0, 0);
   }
   // The rectangle's edge is that of its outline, not a fading of the last pixels into nothing.
   cairo_pattern_set_extend(cairo_get_source(cairo), CAIRO_EXTEND_PAD);
   cairo_pattern_set_filter(cairo_get_source(cairo),
-                           resampled ? CAIRO_FILTER_NEAREST : FilterOf(context->state.interpolation, m));
-  cairo_set_operator(cairo, OperatorOf(context->state.blendMode));
+                           resampled ? CAIRO_FILTER_NEAREST : platform::FilterOf(context->state.interpolation, m));
+  cairo_set_operator(cairo, platform::OperatorOf(context->state.blendMode));
   cairo_set_antialias(cairo, context->state.antialias ? CAIRO_ANTIALIAS_DEFAULT : CAIRO_ANTIALIAS_NONE);
-  context->target->WillDraw(box);
   cairo_clip(cairo);
   cairo_paint_with_alpha(cairo, context->state.alpha);
-  context->target->DidDraw(box);
   cairo_restore(cairo);
 }

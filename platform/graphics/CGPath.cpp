@@ -1,6 +1,7 @@
 #include "CoreGraphics/CGPath.h"
 
 #include <limits>
+#include <utility>
 
 #include "platform/graphics/CGPathValue.h"
 
@@ -117,11 +118,14 @@ void CGPathCloseSubpath(CGMutablePathRef path) {
 
 void CGPathAddRect(CGMutablePathRef path, const CGAffineTransform* m, CGRect rect) {
   if (path == nullptr) return;
-  const CGFloat x = rect.origin.x, y = rect.origin.y;
-  MoveTo(*path, Map(m, {x, y}));
-  LineTo(*path, Map(m, {x + rect.size.width, y}));
-  LineTo(*path, Map(m, {x + rect.size.width, y + rect.size.height}));
-  LineTo(*path, Map(m, {x, y + rect.size.height}));
+  CGFloat x0 = rect.origin.x, y0 = rect.origin.y;
+  CGFloat x1 = x0 + rect.size.width, y1 = y0 + rect.size.height;
+  if (x1 < x0) std::swap(x0, x1);
+  if (y1 < y0) std::swap(y0, y1);
+  MoveTo(*path, Map(m, {x0, y0}));
+  LineTo(*path, Map(m, {x1, y0}));
+  LineTo(*path, Map(m, {x1, y1}));
+  LineTo(*path, Map(m, {x0, y1}));
   CGPathCloseSubpath(path);
 }
 

@@ -21,8 +21,9 @@ double HandleLength(double radius, double angle) { return radius * 4 / 3 * std::
 double SweepOf(double start, double end, bool clockwise) {
   double sweep = clockwise ? start - end : end - start;
   if (sweep < 0) {
-    sweep = std::fmod(sweep, kTurn);
-    sweep += kTurn;  // -0 becomes a full turn: the ends are whole turns apart
+    sweep = std::fmod(sweep, kTurn) + kTurn;
+    // Whole turns, but for what rounding leaves of them, take the end back to the start.
+    if (sweep < kAngleSlack || kTurn - sweep < kAngleSlack) sweep = 0;
   } else if (sweep >= 3 * kTurn) {
     sweep = kTurn + std::fmod(sweep - kTurn, 2 * kTurn);
   }

@@ -19,9 +19,18 @@ struct CGPattern final : platform::NativeObject {
   int height;
   CGPatternCallbacks callbacks;
   platform::CairoSurface cell;  ///< drawn on first use, rows from the top down
+  bool isOpaque = false;        ///< every pixel of the cell is
 };
 
 namespace platform {
+
+/// Draws the pattern's cell if that was not done yet; false when it can't be.
+bool DrawCellOnce(CGPattern* pattern);
+
+/// A cell of the pattern's size, repeated, as cairo's source for device space: one cell's origin lies at `phase` of
+/// base space, however far away. Null when base space has no inverse.
+CairoPattern RepeatCell(cairo_surface_t* cell, const CGPattern& pattern, CGSize phase,
+                        const CGAffineTransform& baseToDevice);
 
 /// The pattern, made fainter by `alpha`, as cairo's source for device space, the cell's origin at `phase` of base
 /// space. Null when the cell can't be drawn.

@@ -8,19 +8,20 @@
 namespace platform {
 namespace {
 
-constexpr double kKernelRadius = 2;
 // Smaller still, and there is next to nothing to be seen, but all of the image to be gone through for each pixel of it.
 constexpr double kMinScale = 1e-4;
 constexpr std::size_t kChannels = 4;
 // So many sums at a time stay in the processor's nearest cache.
 constexpr std::size_t kStretch = 1024;
 
-double Kernel(double x) {
+double Cubic(double x) {
   const double t = std::fabs(x);
   if (t < 1) return (1.5 * t - 2.5) * t * t + 1;
   if (t < 2) return ((-0.5 * t + 2.5) * t - 4) * t + 2;
   return 0;
 }
+
+double Linear(double x) { return std::max(1 - std::fabs(x), 0.0); }
 
 // Which source pixels make a target pixel, and with which weights, whose sum is 1.
 struct Taps {
@@ -33,7 +34,8 @@ struct Taps {
 std::vector<Taps> MakeTaps(int start, int end, double scale, double offset, int sourceSize) {
   std::vector<Taps> all;
   all.reserve(static_cast<std::size_t>(end - start));
-  const double radius = kKernelRadius / std::fabs(scale);
+  const bool isSmaller = std::fabs(scale) <= 1;
+  const double radius = isSmaller ? 2 / std::fabs(scale) : 1;
   for (int target = start; target < end; ++target) {
     const double center = (target + 0.5 - offset) / scale;
     const double low = std::floor(center - radius);
@@ -45,7 +47,8 @@ std::vector<Taps> MakeTaps(int start, int end, double scale, double offset, int 
     std::vector<double> weights(static_cast<std::size_t>(inside(high) - first) + 1);
     double sum = 0;
     for (double source = low; source <= high; ++source) {
-      const double weight = Kernel((source + 0.5 - center) * scale);
+      const double distance = source + 0.5 - center;
+      const double weight = isSmaller ? Cubic(distance * scale) : Linear(distance);
       weights[static_cast<std::size_t>(inside(source) - first)] += weight;
       sum += weight;
     }
@@ -57,12 +60,12 @@ std::vector<Taps> MakeTaps(int start, int end, double scale, double offset, int 
   return all;
 }
 
-const unsigned char* RowOf(cairo_surface_t* image, std::size_t y) {
-  return cairo_image_surface_get_data(image) + y * static_cast<std::size_t>(cairo_image_surface_get_stride(image));
+const unsigned char* RowOf(const raster::PixelGrid& image, std::size_t y) {
+  return reinterpret_cast<const unsigned char*>(image.pixels + y * image.stride);
 }
 
 // Bytes first to last of the rows below a target row, added up by weight.
-void AddRows(cairo_surface_t* image, const Taps& taps, std::size_t first, std::size_t last, float* sums) {
+void AddRows(const raster::PixelGrid& image, const Taps& taps, std::size_t first, std::size_t last, float* sums) {
   for (std::size_t start = first; start < last; start += kStretch) {
     const std::size_t count = std::min(kStretch, last - start);
     float* const out = sums + start;
@@ -95,20 +98,19 @@ std::uint32_t PixelOf(const Taps& taps, const float* sums) {
 bool IsMadeSmaller(const CGAffineTransform& m) {
   const double width = std::fabs(m.a);
   const double height = std::fabs(m.d);
-  return m.b == 0 && m.c == 0 && std::min(width, height) >= kMinScale && std::max(width, height) <= 1 &&
-         width * height < 1;
+  return m.b == 0 && m.c == 0 && std::min(width, height) >= kMinScale && std::min(width, height) < 1;
 }
 
 }  // namespace
 
-CairoSurface ResampleForDrawing(cairo_surface_t* image, const CGAffineTransform& toDevice, const PixelBox& box) {
+CairoSurface ResampleForDrawing(const raster::PixelGrid& image, const CGAffineTransform& toDevice,
+                                const PixelBox& box) {
   if (!IsMadeSmaller(toDevice) || box.IsEmpty()) return nullptr;
   CairoSurface result(cairo_image_surface_create(CAIRO_FORMAT_ARGB32, box.x1 - box.x0, box.y1 - box.y0));
   if (cairo_surface_status(result.get()) != CAIRO_STATUS_SUCCESS) return nullptr;
-  const int width = cairo_image_surface_get_width(image);
+  const int width = image.width;
   const std::vector<Taps> columns = MakeTaps(box.x0, box.x1, toDevice.a, toDevice.tx, width);
-  const std::vector<Taps> rows =
-      MakeTaps(box.y0, box.y1, toDevice.d, toDevice.ty, cairo_image_surface_get_height(image));
+  const std::vector<Taps> rows = MakeTaps(box.y0, box.y1, toDevice.d, toDevice.ty, image.height);
   std::size_t first = static_cast<std::size_t>(width) * kChannels;
   std::size_t last = 0;
   for (const Taps& taps : columns) {
@@ -118,7 +120,9 @@ CairoSurface ResampleForDrawing(cairo_surface_t* image, const CGAffineTransform&
   std::vector<float> sums(static_cast<std::size_t>(width) * kChannels);
   for (std::size_t y = 0; y < rows.size(); ++y) {
     AddRows(image, rows[y], first, last, sums.data());
-    auto* out = reinterpret_cast<std::uint32_t*>(const_cast<unsigned char*>(RowOf(result.get(), y)));
+    auto* out =
+        reinterpret_cast<std::uint32_t*>(cairo_image_surface_get_data(result.get()) +
+                                         y * static_cast<std::size_t>(cairo_image_surface_get_stride(result.get())));
     for (const Taps& taps : columns) *out++ = PixelOf(taps, sums.data());
   }
   cairo_surface_mark_dirty(result.get());

@@ -3,78 +3,80 @@
 #include <algorithm>
 #include <cmath>
 
+#include "platform/raster/Kernels.h"
+
 namespace platform {
 namespace {
 
-double Unit(double value) { return value > 0 ? std::min(value, 1.0) : 0; }
-
+// In loops over the four channels, which the compiler turns into a few wide instructions.
 std::uint32_t Premultiplied(const CGFloat* color, double contextAlpha) {
-  const double alpha = Unit(color[3]) * contextAlpha * 255;
-  const auto channel = [alpha](double value) { return static_cast<std::uint32_t>(Unit(value) * alpha + 0.5); };
-  return static_cast<std::uint32_t>(alpha + 0.5) << 24 | channel(color[0]) << 16 | channel(color[1]) << 8 |
-         channel(color[2]);
-}
-
-// How many pixels a shading can change over in a box.
-int Reach(const PixelBox& box) { return static_cast<int>(std::hypot(box.x1 - box.x0, box.y1 - box.y0)); }
-
-}  // namespace
-
-CGAffineTransform InverseOf(const CGAffineTransform& m) {
-  const double k = 1 / (m.a * m.d - m.b * m.c);
-  return {m.d * k, -m.b * k, -m.c * k, m.a * k, (m.c * m.ty - m.d * m.tx) * k, (m.b * m.tx - m.a * m.ty) * k};
-}
-
-ShadingRows::ShadingRows(const CGShading& shading, const CGAffineTransform& userToDevice, const PixelBox& box,
-                         double alpha)
-    : deviceToUser_(InverseOf(userToDevice)),
-      radial_(shading.radial),
-      last_(std::clamp(Reach(box), 1, kMaxSteps / kStepsPerPixel) * kStepsPerPixel) {
-  FillTable(shading, alpha);
-  PrepareAxis(shading);
-}
-
-void ShadingRows::FillTable(const CGShading& shading, double alpha) {
-  const CGFunction& function = *shading.function.Get();
-  const auto last = static_cast<std::size_t>(last_);
-  for (std::size_t i = 0; i <= last; ++i) {
-    const CGFloat input = static_cast<double>(i) / last_;
-    CGFloat color[4] = {0, 0, 0, 0};
-    function.callbacks.evaluate(function.info, &input, color);
-    table_[i + 1] = Premultiplied(color, alpha);
+  double unit[4];
+  for (int c = 0; c < 4; ++c) {
+    const double positive = color[c] > 0 ? color[c] : 0;
+    unit[c] = positive < 1 ? positive : 1;
   }
-  table_[0] = shading.extendStart ? table_[1] : 0;
-  table_[last + 2] = shading.extendEnd ? table_[last + 1] : 0;
+  const double alpha = unit[3] * contextAlpha * 255;
+  unit[3] = 1;
+  std::int32_t channel[4];
+  for (int c = 0; c < 4; ++c) channel[c] = static_cast<std::int32_t>(unit[c] * alpha + 0.5);
+  return static_cast<std::uint32_t>(channel[3] << 24 | channel[0] << 16 | channel[1] << 8 | channel[2]);
 }
 
-void ShadingRows::PrepareAxis(const CGShading& shading) {
-  if (radial_) {
-    center_ = shading.start;
-    radialFactor_ = last_ / (shading.endRadius - shading.startRadius);
-    radialOffset_ = -shading.startRadius * radialFactor_;
-    return;
-  }
-  const double dx = shading.end.x - shading.start.x;
-  const double dy = shading.end.y - shading.start.y;
-  const double factor = last_ / (dx * dx + dy * dy);
-  const CGAffineTransform& m = deviceToUser_;
-  stepX_ = (m.a * dx + m.b * dy) * factor;
-  stepY_ = (m.c * dx + m.d * dy) * factor;
-  origin_ = ((m.tx - shading.start.x) * dx + (m.ty - shading.start.y) * dy) * factor;
-}
+// From so many pixels on it is quicker to make the whole table than to ask for each pixel.
+constexpr double kManyPixels = 4096;
 
 // The table's entry for a position anywhere; a position that is no number counts as before the start.
 template <typename Real>
-int ShadingRows::Entry(Real position) const {
-  const Real top = static_cast<Real>(last_) + Real(2);
+int EntryOf(Real position, int last) {
+  const Real top = static_cast<Real>(last) + Real(2);
   Real entry = position + Real(1.5);
   entry = entry > Real(0) ? entry : Real(0);
   entry = entry < top ? entry : top;
   return static_cast<int>(entry);
 }
 
-// Pixels are written in stretches: first the table's entries, in a loop that the compiler can vectorise, then the
-// look-ups, which it cannot.
+}  // namespace
+
+ShadingRows::ShadingRows(const CGShading& shading, const CGAffineTransform& userToDevice, const PixelBox& box,
+                         double alpha)
+    : shading_(shading), alpha_(alpha), deviceToUser_(InverseOf(userToDevice)) {
+  PrepareAxis(shading);
+  isComplete_ = static_cast<double>(box.x1 - box.x0) * (box.y1 - box.y0) >= kManyPixels;
+  if (!isComplete_) return;
+  for (int i = 0; i < kEntries; ++i) MakeEntry(i);
+  isOpaque_ = std::all_of(table_.begin(), table_.end(), [](std::uint32_t pixel) { return pixel >> 24 == 255; });
+}
+
+// The first and the last entry are what lies beyond the ends.
+void ShadingRows::MakeEntry(int entry) const {
+  const auto at = static_cast<std::size_t>(entry);
+  isMade_[at] = true;
+  table_[at] = 0;
+  if ((entry == 0 && !shading_.extendStart) || (entry == kEntries - 1 && !shading_.extendEnd)) return;
+  const CGFunction& function = *shading_.function.Get();
+  const CGFloat input = static_cast<double>(std::clamp(entry - 1, 0, kLast)) / kLast;
+  CGFloat color[4] = {0, 0, 0, 0};
+  function.callbacks.evaluate(function.info, &input, color);
+  table_[at] = Premultiplied(color, alpha_);
+}
+
+void ShadingRows::PrepareAxis(const CGShading& shading) {
+  if (shading.radial) {
+    center_ = shading.start;
+    radialFactor_ = kLast / (shading.endRadius - shading.startRadius);
+    radialOffset_ = -shading.startRadius * radialFactor_;
+    return;
+  }
+  const double dx = shading.end.x - shading.start.x;
+  const double dy = shading.end.y - shading.start.y;
+  const double factor = kLast / (dx * dx + dy * dy);
+  const CGAffineTransform& m = deviceToUser_;
+  stepX_ = (m.a * dx + m.b * dy) * factor;
+  stepY_ = (m.c * dx + m.d * dy) * factor;
+  origin_ = ((m.tx - shading.start.x) * dx + (m.ty - shading.start.y) * dy) * factor;
+}
+
+// For a table that is made entry by entry.
 template <typename EntryAt>
 void ShadingRows::LookUp(int count, std::uint32_t* pixels, EntryAt entryAt) const {
   constexpr int kStretch = 256;
@@ -82,29 +84,43 @@ void ShadingRows::LookUp(int count, std::uint32_t* pixels, EntryAt entryAt) cons
   for (int start = 0; start < count; start += kStretch) {
     const int length = std::min(kStretch, count - start);
     for (int i = 0; i < length; ++i) entries[i] = entryAt(start + i);
-    for (int i = 0; i < length; ++i) pixels[start + i] = table_[static_cast<std::size_t>(entries[i])];
+    for (int i = 0; i < length; ++i) {
+      const auto entry = static_cast<std::size_t>(entries[i]);
+      if (!isMade_[entry]) MakeEntry(entries[i]);
+      pixels[start + i] = table_[entry];
+    }
   }
 }
 
 void ShadingRows::Fill(int x, int y, int count, std::uint32_t* pixels) const {
-  if (!radial_) {
+  if (!shading_.radial) {
     const double first = origin_ + stepY_ * (y + 0.5) + stepX_ * (x + 0.5);
+    if (isComplete_) {  // in the table the start is at 1
+      raster::LookUpLinear(table_.data(), kEntries - 1, first + 1, stepX_, count, pixels);
+      return;
+    }
     const double step = stepX_;
-    LookUp(count, pixels, [this, first, step](int i) { return Entry(first + step * i); });
+    LookUp(count, pixels, [first, step](int i) { return EntryOf(first + step * i, kLast); });
     return;
   }
   // Single precision holds the distance from the centre to a thousandth of a pixel over the largest bitmap.
   const CGPoint first = CGPointApplyAffineTransform({x + 0.5, y + 0.5}, deviceToUser_);
+  if (isComplete_) {
+    const raster::RadialRow row{first.x - center_.x, first.y - center_.y, deviceToUser_.a,
+                                deviceToUser_.b,     radialFactor_,       radialOffset_ + 1};
+    raster::LookUpRadial(table_.data(), kEntries - 1, row, count, pixels);
+    return;
+  }
   const auto px = static_cast<float>(first.x - center_.x);
   const auto py = static_cast<float>(first.y - center_.y);
   const auto stepX = static_cast<float>(deviceToUser_.a);
   const auto stepY = static_cast<float>(deviceToUser_.b);
   const auto factor = static_cast<float>(radialFactor_);
   const auto offset = static_cast<float>(radialOffset_);
-  LookUp(count, pixels, [=, this](int i) {
+  LookUp(count, pixels, [=](int i) {
     const float ux = px + stepX * static_cast<float>(i);
     const float uy = py + stepY * static_cast<float>(i);
-    return Entry(std::sqrt(ux * ux + uy * uy) * factor + offset);
+    return EntryOf(std::sqrt(ux * ux + uy * uy) * factor + offset, kLast);
   });
 }
 

@@ -9,31 +9,35 @@
 
 namespace platform {
 
-/// A shading drawn over a box of device space. Its colours are looked up in a table of premultiplied pixels that is
-/// made once: that is several times faster than cairo's own gradients of many stops.
+/// A shading drawn over a box of device space. Its colours are looked up in a table of 512 premultiplied pixels,
+/// however large or small the box: that is several times faster than cairo's own gradients of many stops. An entry is
+/// made when a pixel first asks for it, since a small box asks for few of them. The shading must outlive the rows.
 class ShadingRows {
  public:
   /// `userToDevice` must have an inverse; `alpha` multiplies the opacity.
   ShadingRows(const CGShading& shading, const CGAffineTransform& userToDevice, const PixelBox& box, double alpha);
 
-  /// True when every pixel is opaque.
+  /// True when every pixel is known to be opaque.
+  bool IsOpaque() const { return isOpaque_; }
 
-  /// Writes `count` pixels from (x, y) of device space on, in cairo's order, taken at the pixels' centres.
+  /// Writes `count` pixels from (x, y) of device space on, in cairo's order, taken at the pixels' centres. Not for two
+  /// threads at a time.
   void Fill(int x, int y, int count, std::uint32_t* pixels) const;
 
  private:
-  static constexpr int kMaxSteps = 1024;
-  static constexpr int kStepsPerPixel = 2;
+  /// The position of the shading's end; its start is at 0.
+  static constexpr int kLast = 512;
+  /// One entry more at either side for what lies beyond the ends.
+  static constexpr int kEntries = kLast + 3;
 
-  void FillTable(const CGShading& shading, double alpha);
   void PrepareAxis(const CGShading& shading);
-  template <typename Real>
-  int Entry(Real position) const;
+  void MakeEntry(int entry) const;
   template <typename EntryAt>
   void LookUp(int count, std::uint32_t* pixels, EntryAt entryAt) const;
 
+  const CGShading& shading_;
+  double alpha_;
   CGAffineTransform deviceToUser_;
-  bool radial_;
   // Axial: the position in the table is linear in device space.
   double origin_ = 0;
   double stepX_ = 0;
@@ -43,16 +47,16 @@ class ShadingRows {
   double radialFactor_ = 0;
   double radialOffset_ = 0;
 
-  int last_;  ///< the position of the shading's end; its start is at 0
-  /// One entry more at either side for what lies beyond the ends.
-  std::array<std::uint32_t, kMaxSteps + 3> table_;
+  bool isComplete_ = false;
+  bool isOpaque_ = false;
+  mutable std::array<bool, kEntries> isMade_{};
+  mutable std::array<std::uint32_t, kEntries> table_;
 };
 
 /// The inverse of a map that has one.
-CGAffineTransform InverseOf(const CGAffineTransform& m);
-
-/// Sets a gradient of cairo's own as the source, for pages: with as few stops as tell its colours to half a step of
-/// 255.
-bool SetVectorSource(CGContext* context, const CGShading& shading);
+inline CGAffineTransform InverseOf(const CGAffineTransform& m) {
+  const double k = 1 / (m.a * m.d - m.b * m.c);
+  return {m.d * k, -m.b * k, -m.c * k, m.a * k, (m.c * m.ty - m.d * m.tx) * k, (m.b * m.tx - m.a * m.ty) * k};
+}
 
 }  // namespace platform

@@ -56,7 +56,10 @@ void FillUnderline(CGContext* context, const CTLine& line, const CGAffineTransfo
 
 void Fill(CGContext* context, const CTLine& line, const CGAffineTransform& textToDevice, const Paint& paint) {
   if (!platform::PaintGlyphs(context, line, textToDevice, paint)) {
+    const bool antialias = std::exchange(context->state.antialias, platform::IsSoft(context->state));
     PaintOutlines(context, line, textToDevice, kCGPathFill, paint);
+    context->state.antialias = antialias;
+    platform::PaintPictures(context, line, textToDevice, paint);
   } else if (line.style.underline) {
     FillUnderline(context, line, textToDevice, paint);
   }
@@ -70,7 +73,7 @@ void Stroke(CGContext* context, const CTLine& line, const CGAffineTransform& tex
   if (!isFilled && context->target->IsVector()) {
     Paint faint = paint;
     faint.alpha = kLeastAlpha / context->state.alpha;
-    if (paint.alpha > faint.alpha) platform::PaintGlyphs(context, line, textToDevice, faint);
+    if (paint.alpha > faint.alpha) platform::PaintLetters(context, line, textToDevice, faint);
   }
   PaintOutlines(context, line, textToDevice, kCGPathStroke, paint);
 }

@@ -46,7 +46,7 @@ class Stack {
     if (!(baseline - metrics.descent * scale >= 0)) return false;
     y_ = baseline - (metrics.descent + metrics.leading) * scale;
     origins_.push_back({Indent(size_.width - visible.width * scale) - visible.start * scale, baseline});
-    const auto* line = new CTLine(setter_.style, std::move(shape));
+    const auto* line = new CTLine(setter_.style, std::move(shape), visible);  // no line under blanks
     lines_.push_back(platform::TakeRef<const platform::NativeObject>(line));
     return true;
   }

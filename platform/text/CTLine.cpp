@@ -39,7 +39,8 @@ void AppendUnderline(const CTLine& line, const CGAffineTransform& m, CGMutablePa
   const FontMetrics& metrics = FontFace::Of(line.style.font.Get()->face.Get()->font.Get()).Metrics();
   const CGAffineTransform fromReference = CGAffineTransformScale(m, line.style.Scale(), line.style.Scale());
   const double bottom = metrics.underlineTop - metrics.underlineThickness;
-  CGPathAddRect(path, &fromReference, {{0, bottom}, {line.shape.Get()->width, metrics.underlineThickness}});
+  CGPathAddRect(path, &fromReference,
+                {{line.underlined.start, bottom}, {line.underlined.width, metrics.underlineThickness}});
 }
 
 }  // namespace platform
@@ -51,7 +52,8 @@ CTLineRef CTLineCreateWithAttributedString(CFAttributedStringRef text) {
   const CTFont& font = *style.font.Get();
   platform::NativeRef<const platform::ShapedLine> shape =
       platform::CachedLine(*font.face.Get(), text->text.Get()->units.data(), static_cast<std::size_t>(length));
-  return new CTLine(std::move(style), std::move(shape));
+  const double width = shape.Get()->width;
+  return new CTLine(std::move(style), std::move(shape), {0, width});
 }
 
 CGRect CTLineGetImageBounds(CTLineRef line, CGContextRef context) {

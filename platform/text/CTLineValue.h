@@ -4,6 +4,7 @@
 #include "CoreText/CTLine.h"
 #include "platform/graphics/CGColorValue.h"
 #include "platform/text/CTFontValue.h"
+#include "platform/text/LineBreaker.h"
 #include "platform/text/TextEngine.h"
 
 namespace platform {
@@ -24,11 +25,13 @@ struct TextStyle {
 }  // namespace platform
 
 struct CTLine final : platform::NativeObject {
-  CTLine(platform::TextStyle lineStyle, platform::NativeRef<const platform::ShapedLine> lineShape)
-      : style(std::move(lineStyle)), shape(std::move(lineShape)) {}
+  CTLine(platform::TextStyle lineStyle, platform::NativeRef<const platform::ShapedLine> lineShape,
+         platform::VisiblePart underlinedPart)
+      : style(std::move(lineStyle)), shape(std::move(lineShape)), underlined(underlinedPart) {}
 
   const platform::TextStyle style;
   const platform::NativeRef<const platform::ShapedLine> shape;
+  const platform::VisiblePart underlined;  ///< if the style has it
 };
 
 namespace platform {

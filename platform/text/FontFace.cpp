@@ -5,6 +5,7 @@
 
 #include <algorithm>
 
+#include "platform/text/GlyphStore.h"
 #include "platform/text/TextEngine.h"
 
 namespace platform {
@@ -89,9 +90,19 @@ FontFace& FontFace::Of(PangoFont* font) {
   return *face;
 }
 
-FontFace::FontFace(PangoFont* font) : font_(font), metrics_(MeasureFont(font)) {}
+FontFace::FontFace(PangoFont* font) : font_(font), metrics_(MeasureFont(font)), pictures_(font) {}
 
-InkBox FontFace::GlyphInk(std::uint32_t glyph) const {
+FontFace::~FontFace() { GlyphStore::Shared().Forget(this); }
+
+InkBox FontFace::GlyphInk(std::uint32_t glyph) {
+  InkBox all;
+  for (const GlyphPictures::Layer& layer : pictures_.LayersOf(glyph)) {
+    all.Add(OwnInk(layer.glyph));
+  }
+  return all.IsEmpty() ? OwnInk(glyph) : all;
+}
+
+InkBox FontFace::OwnInk(std::uint32_t glyph) const {
   PangoRectangle ink{};
   pango_font_get_glyph_extents(font_, glyph, &ink, nullptr);
   return {ink.x * kPerPangoUnit, -(ink.y + ink.height) * kPerPangoUnit, (ink.x + ink.width) * kPerPangoUnit,
@@ -105,6 +116,11 @@ double FontFace::GlyphAdvance(std::uint32_t glyph) const {
 }
 
 const CGPath& FontFace::Outline(std::uint32_t glyph) {
+  static const CGPath& none = *CGPathCreateMutable();
+  return pictures_.Has(glyph) ? none : Trace(glyph);
+}
+
+const CGPath& FontFace::Trace(std::uint32_t glyph) {
   const auto found = outlines_.find(glyph);
   if (found != outlines_.end()) return *found->second;
   if (outlines_.size() >= kMaxOutlines) outlines_.clear();
@@ -123,17 +139,6 @@ const CGPath& FontFace::Outline(std::uint32_t glyph) {
   cairo_path_destroy(outline);
   DropLastMove(path);
   return *kept->second;
-}
-
-GlyphMasks& FontFace::MasksFor(const cairo_matrix_t& m) {
-  constexpr std::size_t kMaxScales = 8;
-  auto found = std::find_if(masks_.begin(), masks_.end(), [&](const auto& masks) { return masks->IsFor(m); });
-  if (found == masks_.end()) {
-    if (masks_.size() == kMaxScales) masks_.pop_back();
-    found = masks_.insert(masks_.end(), std::make_unique<GlyphMasks>(m));
-  }
-  std::rotate(masks_.begin(), found, found + 1);
-  return *masks_.front();
 }
 
 cairo_scaled_font_t* FontFace::ScaledFont(const cairo_matrix_t& m, cairo_antialias_t antialias) {

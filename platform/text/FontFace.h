@@ -4,12 +4,11 @@
 #include <cstdint>
 #include <memory>
 #include <unordered_map>
-#include <vector>
 
 #include "platform/foundation/NativeRef.h"
 #include "platform/graphics/CGPathValue.h"
 #include "platform/graphics/CairoHandles.h"
-#include "platform/text/GlyphMasks.h"
+#include "platform/text/GlyphPictures.h"
 #include "platform/text/PangoHandles.h"
 
 namespace platform {
@@ -32,7 +31,9 @@ struct InkBox {
   double y1 = 0;
 
   bool IsEmpty() const { return !(x0 < x1 && y0 < y1); }
+  CGRect Rect() const { return {{x0, y0}, {x1 - x0, y1 - y0}}; }
   void Add(const InkBox& other);
+  void Move(double x, double y) { x0 += x, x1 += x, y0 += y, y1 += y; }
 };
 
 /// Made on the first use of a font and freed with it.
@@ -40,36 +41,42 @@ class FontFace {
  public:
   /// `font` is not null; the face lives as long as it.
   static FontFace& Of(PangoFont* font);
+  FontFace(const FontFace&) = delete;
+  FontFace& operator=(const FontFace&) = delete;
 
   const FontMetrics& Metrics() const { return metrics_; }
   /// What the glyph paints, its origin at the origin.
-  InkBox GlyphInk(std::uint32_t glyph) const;
+  InkBox GlyphInk(std::uint32_t glyph);
   /// How far the next glyph is away.
   double GlyphAdvance(std::uint32_t glyph) const;
 
-  /// The glyph's outline, closed; empty when it has none.
+  /// The glyph's outline, closed; empty when it has none, as a picture.
   const CGPath& Outline(std::uint32_t glyph);
+  /// As Outline, of a layer of a picture.
+  const CGPath& Trace(std::uint32_t glyph);
+
+  /// Those of the font's glyphs that are pictures.
+  GlyphPictures& Pictures() { return pictures_; }
 
   /// The font for drawing glyphs whose positions are in reference units under the matrix `m`, which leads to device
   /// space and has an inverse. The face owns it until the next call. Null on failure.
   cairo_scaled_font_t* ScaledFont(const cairo_matrix_t& m, cairo_antialias_t antialias);
 
-  /// The pictures of glyphs at the scale of `m`, which leads to device space; those of the scales used last are kept.
-  /// Holds until the next call.
-  GlyphMasks& MasksFor(const cairo_matrix_t& m);
-
  private:
   explicit FontFace(PangoFont* font);
+  ~FontFace();
+
+  InkBox OwnInk(std::uint32_t glyph) const;
 
   PangoFont* font_;  // owns this face
   FontMetrics metrics_;
+  GlyphPictures pictures_;
   struct ReleaseScaledFont {
     void operator()(cairo_scaled_font_t* scaled) const { cairo_scaled_font_destroy(scaled); }
   };
   std::unique_ptr<cairo_scaled_font_t, ReleaseScaledFont> scaled_;
   cairo_matrix_t scaledMatrix_{};
   cairo_antialias_t scaledAntialias_ = CAIRO_ANTIALIAS_DEFAULT;
-  std::vector<std::unique_ptr<GlyphMasks>> masks_;  // those used last first
   CairoContext pathMaker_;
   struct ReleasePath {
     void operator()(CGPath* path) const { path->Release(); }

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 #include <cmath>
+#include <iterator>
+#include <utility>
 
 #include "platform/text/LineMask.h"
 #include "platform/text/TextEngine.h"
@@ -9,7 +11,7 @@
 namespace platform {
 namespace {
 
-// Beyond this height, in pixels, pictures of glyphs would take more memory than they save time.
+// Glyphs of more pixels are filled as outlines when they are not kept: cairo would keep them instead.
 constexpr double kMaxGlyphPixels = 128;
 // An em that covers less of a pixel leaves no trace, and has no font that could be made.
 constexpr double kMinEmArea = 1e-4;
@@ -51,10 +53,6 @@ void KeepNear(const CGAffineTransform& m, const PixelBox& bounds, std::size_t* f
   *count = end - *first;
 }
 
-bool IsSoft(const GraphicsState& state) {
-  return state.antialias && state.allowsFontSmoothing && state.shouldSmoothFonts;
-}
-
 // Which bytes of the run's text each cluster of glyphs stands for, in the order of the text.
 std::vector<cairo_text_cluster_t> ClustersOf(const ShapedLine& line, const ShapedRun& run) {
   std::vector<cairo_text_cluster_t> clusters;
@@ -82,28 +80,33 @@ void ShowAsText(cairo_t* cairo, const ShapedLine& line, const ShapedRun& run) {
                          run.rightToLeft ? CAIRO_TEXT_CLUSTER_FLAG_BACKWARD : cairo_text_cluster_flags_t{});
 }
 
-void ShowRuns(CGContext* context, const ShapedLine& line, const CGAffineTransform& m, bool isFar) {
+std::vector<cairo_glyph_t> WithoutPictures(const cairo_glyph_t* glyphs, std::size_t count, GlyphPictures& pictures) {
+  std::vector<cairo_glyph_t> letters;
+  std::copy_if(glyphs, glyphs + count, std::back_inserter(letters),
+               [&](const cairo_glyph_t& glyph) { return !pictures.Has(static_cast<std::uint32_t>(glyph.index)); });
+  return letters;
+}
+
+// The letters of a run; `m` is the matrix, and the source is set.
+void ShowRun(CGContext* context, const ShapedLine& line, const ShapedRun& run, const CGAffineTransform& m, bool isFar) {
   cairo_t* cairo = context->cairo.get();
-  const bool isSoft = IsSoft(context->state);
-  const cairo_matrix_t matrix{m.a, m.b, m.c, m.d, m.tx, m.ty};
-  cairo_set_matrix(cairo, &matrix);
-  for (const ShapedRun& run : line.runs) {
-    std::size_t first = run.firstGlyph;
-    std::size_t count = run.glyphCount;
-    if (isFar) KeepNear(m, context->target->Bounds(), &first, &count, line.glyphs.data());
-    cairo_scaled_font_t* font =
-        count == 0
-            ? nullptr
-            : FontFace::Of(run.font.Get()).ScaledFont(matrix, isSoft ? CAIRO_ANTIALIAS_GRAY : CAIRO_ANTIALIAS_NONE);
-    if (font == nullptr) continue;
-    cairo_set_scaled_font(cairo, font);
-    if (context->target->IsVector() && !isFar) {
-      ShowAsText(cairo, line, run);
-    } else {
-      cairo_show_glyphs(cairo, &line.glyphs[first], static_cast<int>(count));
-    }
+  FontFace& face = FontFace::Of(run.font.Get());
+  std::size_t first = run.firstGlyph;
+  std::size_t count = run.glyphCount;
+  if (isFar) KeepNear(m, context->target->Bounds(), &first, &count, line.glyphs.data());
+  if (count == 0) return;
+  cairo_scaled_font_t* font = face.ScaledFont({m.a, m.b, m.c, m.d, m.tx, m.ty},
+                                              IsSoft(context->state) ? CAIRO_ANTIALIAS_GRAY : CAIRO_ANTIALIAS_NONE);
+  if (font == nullptr) return;
+  cairo_set_scaled_font(cairo, font);
+  if (face.Pictures().HasAny()) {
+    const std::vector<cairo_glyph_t> letters = WithoutPictures(&line.glyphs[first], count, face.Pictures());
+    if (!letters.empty()) cairo_show_glyphs(cairo, letters.data(), static_cast<int>(letters.size()));
+  } else if (context->target->IsVector() && !isFar) {
+    ShowAsText(cairo, line, run);
+  } else {
+    cairo_show_glyphs(cairo, &line.glyphs[first], static_cast<int>(count));
   }
-  cairo_identity_matrix(cairo);
 }
 
 void SetSource(CGContext* context, const Paint& paint) {
@@ -111,39 +114,95 @@ void SetSource(CGContext* context, const Paint& paint) {
   cairo_set_source_rgba(context->cairo.get(), paint.red, paint.green, paint.blue, paint.alpha * context->state.alpha);
 }
 
-// Paints soft text of outlines on a bitmap; false, with nothing drawn, for any other.
+// Paints text on pixels, of foreign ones soft text; false, with nothing drawn, for any other.
 bool ShowAsMask(CGContext* context, const ShapedLine& line, const CGAffineTransform& m, const Paint& paint) {
-  if (context->target->IsVector() || !IsSoft(context->state)) return false;
-  const LineMask mask(line, m);
+  const bool isSoft = IsSoft(context->state);
+  if (context->target->IsVector() || (context->bitmap == nullptr && !isSoft)) return false;
+  const LineMask mask(line, m, isSoft);
   if (!mask.IsComplete()) return false;
   const PixelBox bounds = context->target->Bounds();
   const PixelBox box{std::max(mask.Box().x0, bounds.x0), std::max(mask.Box().y0, bounds.y0),
                      std::min(mask.Box().x1, bounds.x1), std::min(mask.Box().y1, bounds.y1)};
   if (box.IsEmpty()) return true;
-  SetSource(context, paint);
-  context->target->WillDraw(box);
-  mask.Paint(context->cairo.get(), box);
-  context->target->DidDraw(box);
+  if (context->bitmap != nullptr) {
+    mask.PaintOnBitmap(context, paint, box);
+  } else {
+    ApplyClip(context);
+    mask.PaintThroughCairo(context->cairo.get(), paint, context->state.alpha, box);
+  }
   return true;
+}
+
+CGAffineTransform FromReference(const CTLine& line, const CGAffineTransform& textToDevice) {
+  return CGAffineTransformScale(textToDevice, line.style.Scale(), line.style.Scale());
+}
+
+CGAffineTransform Inverse(const CGAffineTransform& m) {
+  cairo_matrix_t matrix{m.a, m.b, m.c, m.d, m.tx, m.ty};
+  cairo_matrix_invert(&matrix);
+  return {matrix.xx, matrix.yx, matrix.xy, matrix.yy, matrix.x0, matrix.y0};
+}
+
+bool HasPictureFont(const ShapedLine& line) {
+  return std::any_of(line.runs.begin(), line.runs.end(),
+                     [](const ShapedRun& run) { return FontFace::Of(run.font.Get()).Pictures().HasAny(); });
+}
+
+bool IsTooSmall(const CGAffineTransform& m) {
+  return std::fabs(m.a * m.d - m.b * m.c) * kReferenceSize * kReferenceSize < kMinEmArea;
 }
 
 }  // namespace
 
+bool IsSoft(const GraphicsState& state) {
+  return state.antialias && state.allowsFontSmoothing && state.shouldSmoothFonts;
+}
+
 bool PaintGlyphs(CGContext* context, const CTLine& line, const CGAffineTransform& textToDevice, const Paint& paint) {
-  const ShapedLine& shape = *line.shape.Get();
-  const CGAffineTransform m = CGAffineTransformScale(textToDevice, line.style.Scale(), line.style.Scale());
+  const CGAffineTransform m = FromReference(line, textToDevice);
+  if (IsTooSmall(m) || ShowAsMask(context, *line.shape.Get(), m, paint)) return true;
   const double height = std::max(std::hypot(m.a, m.b), std::hypot(m.c, m.d)) * kReferenceSize;
-  if (height > kMaxGlyphPixels && !context->target->IsVector()) return false;
-  if (std::fabs(m.a * m.d - m.b * m.c) * kReferenceSize * kReferenceSize < kMinEmArea) return true;
-  if (ShowAsMask(context, shape, m, paint) || shape.Ink().IsEmpty()) return true;
+  if (context->bitmap != nullptr || (height > kMaxGlyphPixels && !context->target->IsVector())) return false;
+  PaintLetters(context, line, textToDevice, paint);
+  PaintPictures(context, line, textToDevice, paint);
+  return true;
+}
+
+void PaintLetters(CGContext* context, const CTLine& line, const CGAffineTransform& textToDevice, const Paint& paint) {
+  const ShapedLine& shape = *line.shape.Get();
+  const CGAffineTransform m = FromReference(line, textToDevice);
+  if (IsTooSmall(m) || shape.Ink().IsEmpty()) return;
   bool isFar = false;
   const PixelBox box = BoxOf(shape.Ink(), m, context->target->Bounds(), &isFar);
-  if (box.IsEmpty()) return true;
+  if (box.IsEmpty()) return;
   SetSource(context, paint);
-  context->target->WillDraw(box);
-  ShowRuns(context, shape, m, isFar);
-  context->target->DidDraw(box);
-  return true;
+  const cairo_matrix_t matrix{m.a, m.b, m.c, m.d, m.tx, m.ty};
+  cairo_set_matrix(context->cairo.get(), &matrix);
+  for (const ShapedRun& run : shape.runs) ShowRun(context, shape, run, m, isFar);
+  cairo_identity_matrix(context->cairo.get());
+}
+
+void PaintPictures(CGContext* context, const CTLine& line, const CGAffineTransform& textToDevice, const Paint& paint) {
+  const ShapedLine& shape = *line.shape.Get();
+  if (!HasPictureFont(shape)) return;
+  const CGAffineTransform m = FromReference(line, textToDevice);
+  const GraphicsState kept = context->state;
+  context->state.matrix = CGAffineTransformConcat(m, Inverse(context->baseToDevice));
+  context->state.alpha *= paint.alpha;
+  context->state.blendMode = kCGBlendModeNormal;
+  CGMutablePathRef current = std::exchange(context->path, CGPathCreateMutable());
+  const CGAffineTransform lineToBase = context->state.matrix;
+  for (const ShapedRun& run : shape.runs) {
+    FontFace& face = FontFace::Of(run.font.Get());
+    if (!face.Pictures().HasAny()) continue;
+    for (std::size_t i = run.firstGlyph; i < run.firstGlyph + run.glyphCount; ++i) {
+      context->state.matrix = CGAffineTransformTranslate(lineToBase, shape.glyphs[i].x, shape.glyphs[i].y);
+      context->state.fill = {paint.red, paint.green, paint.blue, 1, {}, false};
+      face.Pictures().Draw(context, face, static_cast<std::uint32_t>(shape.glyphs[i].index));
+    }
+  }
+  CGPathRelease(std::exchange(context->path, current));
+  context->state = kept;
 }
 
 }  // namespace platform

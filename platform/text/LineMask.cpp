@@ -5,12 +5,14 @@
 #include <cstdint>
 #include <cstring>
 
+#include "platform/graphics/BitmapPaint.h"
+#include "platform/graphics/ImageRows.h"
 #include "platform/text/FontFace.h"
 
 namespace platform {
 namespace {
 
-constexpr std::size_t kMaxGlyphs = 2048;
+constexpr std::size_t kMaxGlyphs = std::size_t{1} << 20;
 constexpr double kFarAway = 1e6;
 
 unsigned char Sum(unsigned char a, unsigned char b) { return static_cast<unsigned char>(std::min(a + b, 255)); }
@@ -42,7 +44,7 @@ class Coverage {
     const int y1 = std::min(top + glyph.height, box_.y1);
     const bool isInside = left >= box_.x0 && left + glyph.width <= box_.x1;
     for (int y = std::max(top, box_.y0); y < y1; ++y) {
-      const unsigned char* from = &glyph.coverage[std::size_t(y - top) * std::size_t(glyph.stride)];
+      const unsigned char* from = &glyph.bytes[std::size_t(y - top) * std::size_t(glyph.stride)];
       unsigned char* row = &rows_[std::size_t(y - box_.y0) * std::size_t(stride_)];
       if (isInside) {
         for (int x = 0; x < glyph.stride; x += GlyphMask::kGroup) AddGroup(from + x, row + (left - box_.x0) + x);
@@ -51,6 +53,8 @@ class Coverage {
       }
     }
   }
+
+  raster::MaskView View() const { return {rows_.data(), static_cast<std::size_t>(stride_), box_}; }
 
   void Paint(cairo_t* cairo) {
     const CairoSurface mask(cairo_image_surface_create_for_data(rows_.data(), CAIRO_FORMAT_A8, box_.x1 - box_.x0,
@@ -70,6 +74,21 @@ class Coverage {
   std::vector<unsigned char> rows_;
 };
 
+template <typename Items>
+Coverage CoverageOf(const Items& letters, const PixelBox& box) {
+  Coverage coverage(box);
+  for (const auto& item : letters) coverage.Add(*item.glyph, item.left, item.top);
+  return coverage;
+}
+
+void PaintPicture(cairo_t* cairo, const GlyphMask& glyph, int left, int top, double alpha) {
+  const CairoSurface picture(cairo_image_surface_create_for_data(
+      const_cast<unsigned char*>(glyph.bytes.data()), CAIRO_FORMAT_ARGB32, glyph.width, glyph.height, glyph.stride));
+  cairo_set_source_surface(cairo, picture.get(), left, top);
+  cairo_pattern_set_filter(cairo_get_source(cairo), CAIRO_FILTER_NEAREST);
+  cairo_paint_with_alpha(cairo, alpha);
+}
+
 void Widen(PixelBox* box, const PixelBox& other) {
   if (box->IsEmpty()) {
     *box = other;
@@ -81,40 +100,52 @@ void Widen(PixelBox* box, const PixelBox& other) {
 
 }  // namespace
 
-LineMask::LineMask(const ShapedLine& line, const CGAffineTransform& m) {
+LineMask::LineMask(const ShapedLine& line, const CGAffineTransform& m, bool isSoft) {
   if (line.glyphs.size() > kMaxGlyphs) return;
-  items_.reserve(line.glyphs.size());
-  isComplete_ =
-      std::all_of(line.runs.begin(), line.runs.end(), [&](const ShapedRun& run) { return AddRun(line, run, m); });
+  letters_.reserve(line.glyphs.size());
+  isComplete_ = std::all_of(line.runs.begin(), line.runs.end(),
+                            [&](const ShapedRun& run) { return AddRun(line, run, m, isSoft); });
 }
 
-LineMask::~LineMask() {
-  for (GlyphMasks* source : sources_) source->Trim();
-}
-
-bool LineMask::AddRun(const ShapedLine& line, const ShapedRun& run, const CGAffineTransform& m) {
-  FontFace& face = FontFace::Of(run.font.Get());
-  GlyphMasks& masks = face.MasksFor({m.a, m.b, m.c, m.d, 0, 0});
-  sources_.push_back(&masks);
+bool LineMask::AddRun(const ShapedLine& line, const ShapedRun& run, const CGAffineTransform& m, bool isSoft) {
+  GlyphStore& store = GlyphStore::Shared();
+  GlyphMasks& masks = store.MasksFor(&FontFace::Of(run.font.Get()), {m.a, m.b, m.c, m.d, 0, 0}, isSoft);
   for (std::size_t i = run.firstGlyph; i < run.firstGlyph + run.glyphCount; ++i) {
-    const cairo_glyph_t& glyph = line.glyphs[i];
-    const CGPoint at = CGPointApplyAffineTransform({glyph.x, glyph.y}, m);
-    if (!(std::fabs(at.x) < kFarAway && std::fabs(at.y) < kFarAway)) return false;
-    const GlyphPlace place = masks.PlaceOf(at.x, at.y);
-    const GlyphMask& picture = masks.Mask(face, static_cast<std::uint32_t>(glyph.index), place.step);
-    if (picture.isPicture) return false;
-    if (picture.coverage.empty()) continue;
-    const Item item{&picture, place.x + picture.left, place.y + picture.top};
-    Widen(&box_, {item.left, item.top, item.left + picture.width, item.top + picture.height});
-    items_.push_back(item);
+    const auto index = static_cast<std::uint32_t>(line.glyphs[i].index);
+    const CGPoint at = CGPointApplyAffineTransform({line.glyphs[i].x, line.glyphs[i].y}, m);
+    if (!(std::fabs(at.x) < kFarAway && std::fabs(at.y) < kFarAway)) continue;  // no target reaches so far
+    const GlyphPlace place = masks.PlaceOf(index, at.x, at.y);
+    const GlyphMask& mask = store.Mask(&masks, index, place.step);
+    if (mask.kind == GlyphMask::Kind::kNotKept) return false;
+    if (mask.kind == GlyphMask::Kind::kNothing) continue;
+    const Item item{&mask, place.x + mask.left, place.y + mask.top};
+    Widen(&box_, {item.left, item.top, item.left + mask.width, item.top + mask.height});
+    (mask.kind == GlyphMask::Kind::kPicture ? pictures_ : letters_).push_back(item);
   }
   return true;
 }
 
-void LineMask::Paint(cairo_t* cairo, const PixelBox& box) const {
-  Coverage coverage(box);
-  for (const Item& item : items_) coverage.Add(*item.glyph, item.left, item.top);
-  coverage.Paint(cairo);
+void LineMask::PaintOnBitmap(CGContext* context, const Paint& paint, const PixelBox& box) const {
+  if (!letters_.empty()) {
+    const Coverage coverage = CoverageOf(letters_, box);
+    MaskOnBitmap(context, paint, coverage.View());
+  }
+  for (const Item& item : pictures_) {
+    const GlyphMask& glyph = *item.glyph;
+    const raster::PixelGrid grid{reinterpret_cast<const std::uint32_t*>(glyph.bytes.data()),
+                                 static_cast<std::size_t>(glyph.stride) / sizeof(std::uint32_t), glyph.width,
+                                 glyph.height};
+    const ImageRows rows(grid, {1, 0, 0, 1, static_cast<double>(item.left), static_cast<double>(item.top)},
+                         paint.alpha * context->state.alpha, SurfaceOf(*context->bitmap).order);
+    BoxOnBitmap(context, rows, {item.left, item.top, item.left + glyph.width, item.top + glyph.height});
+  }
+}
+
+void LineMask::PaintThroughCairo(cairo_t* cairo, const Paint& paint, double alpha, const PixelBox& box) const {
+  cairo_set_source_rgba(cairo, paint.red, paint.green, paint.blue, paint.alpha * alpha);
+  if (!letters_.empty()) CoverageOf(letters_, box).Paint(cairo);
+  for (const Item& item : pictures_) PaintPicture(cairo, *item.glyph, item.left, item.top, paint.alpha * alpha);
+  cairo_set_source_rgb(cairo, 0, 0, 0);  // the last one's pixels belong to the store
 }
 
 }  // namespace platform

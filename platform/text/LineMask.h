@@ -1,10 +1,10 @@
-// The coverage of a line of text on a bitmap, put together from pictures of its glyphs. Private to the native layer.
+// A line of text on a bitmap, put together from the kept pixels of its glyphs. Private to the native layer.
 #pragma once
 
 #include <vector>
 
 #include "platform/graphics/CGContextState.h"
-#include "platform/text/GlyphMasks.h"
+#include "platform/text/GlyphStore.h"
 #include "platform/text/ShapedLine.h"
 
 namespace platform {
@@ -12,19 +12,18 @@ namespace platform {
 class LineMask {
  public:
   /// `m` leads from reference units to device space and has an inverse.
-  LineMask(const ShapedLine& line, const CGAffineTransform& m);
-  LineMask(const LineMask&) = delete;
-  LineMask& operator=(const LineMask&) = delete;
-  ~LineMask();
+  LineMask(const ShapedLine& line, const CGAffineTransform& m, bool isSoft);
 
-  /// False for a line that is too long or too far away, and for glyphs that are no outlines: cairo has to draw it.
+  /// False for a line of more than a million glyphs, and for glyphs that are not kept.
   bool IsComplete() const { return isComplete_; }
 
   /// The pixels that glyphs cover.
   const PixelBox& Box() const { return box_; }
 
-  /// Paints cairo's source through the coverage within `box`, which is not empty; the matrix is the identity.
-  void Paint(cairo_t* cairo, const PixelBox& box) const;
+  /// Paints the line on a bitmap, or, for foreign pixels, through cairo, whose matrix is the identity: letters in the
+  /// paint's colour, pictures in their own. `box` is the part of the line's that can be seen, and is not empty.
+  void PaintOnBitmap(CGContext* context, const Paint& paint, const PixelBox& box) const;
+  void PaintThroughCairo(cairo_t* cairo, const Paint& paint, double alpha, const PixelBox& box) const;
 
  private:
   struct Item {
@@ -33,10 +32,11 @@ class LineMask {
     int top;
   };
 
-  bool AddRun(const ShapedLine& line, const ShapedRun& run, const CGAffineTransform& m);
+  bool AddRun(const ShapedLine& line, const ShapedRun& run, const CGAffineTransform& m, bool isSoft);
 
-  std::vector<Item> items_;
-  std::vector<GlyphMasks*> sources_;  // of the items
+  GlyphStore::Use use_{GlyphStore::Shared()};
+  std::vector<Item> letters_;
+  std::vector<Item> pictures_;
   PixelBox box_;
   bool isComplete_ = false;
 };

@@ -75,18 +75,48 @@ class LineBuilder {
   PangoGlyphs glyphs_;
 };
 
+struct ItemDeleter {
+  void operator()(PangoItem* item) const { pango_item_free(item); }
+};
+using Item = std::unique_ptr<PangoItem, ItemDeleter>;
+
+std::vector<Item> Itemize(const TypeFace& face, const std::string& text, PangoDirection direction) {
+  static const PangoAttributes noAttributes(pango_attr_list_new());
+  PangoContext* context = TextContext();
+  pango_context_set_font_description(context, face.description.get());
+  GList* list = pango_itemize_with_base_dir(context, direction, text.data(), 0, static_cast<int>(text.size()),
+                                            noAttributes.get(), nullptr);
+  std::vector<Item> items;
+  for (GList* at = list; at != nullptr; at = at->next) items.emplace_back(static_cast<PangoItem*>(at->data));
+  g_list_free(list);
+  return items;
+}
+
+// From the order of the text to that from left to right (UAX 9, rule L2). pango's own function for this goes through
+// the whole line again for each item.
+void PutInVisualOrder(std::vector<Item>* items) {
+  const auto levelOf = [](const Item& item) { return int{item->analysis.level}; };
+  int highest = 0;
+  for (const Item& item : *items) highest = std::max(highest, levelOf(item));
+  for (int level = highest; level > 0; --level) {
+    const auto isBelow = [&](const Item& item) { return levelOf(item) < level; };
+    for (auto at = items->begin(); at != items->end();) {
+      const auto first = std::find_if_not(at, items->end(), isBelow);
+      at = std::find_if(first, items->end(), isBelow);
+      std::reverse(first, at);
+    }
+  }
+}
+
 }  // namespace
 
 const InkBox& ShapedLine::Ink() const {
   if (inkIsKnown_) return ink_;
   for (const ShapedRun& run : runs) {
-    const FontFace& face = FontFace::Of(run.font.Get());
+    FontFace& face = FontFace::Of(run.font.Get());
     for (std::size_t i = run.firstGlyph; i < run.firstGlyph + run.glyphCount; ++i) {
       InkBox box = face.GlyphInk(static_cast<std::uint32_t>(glyphs[i].index));
-      box.x0 += glyphs[i].x;
-      box.x1 += glyphs[i].x;
-      box.y0 += glyphs[i].y;
-      box.y1 += glyphs[i].y;
+      box.Move(glyphs[i].x, glyphs[i].y);
       ink_.Add(box);
     }
   }
@@ -105,20 +135,14 @@ PangoDirection ParagraphDirection(std::string_view text) {
 
 NativeRef<const ShapedLine> ShapeLine(const TypeFace& face, std::string text, PangoDirection direction,
                                       std::vector<ClusterAdvance>* advances) {
-  static const PangoAttributes noAttributes(pango_attr_list_new());
   auto* line = new ShapedLine;
   NativeRef<const ShapedLine> result = TakeRef<const ShapedLine>(line);
   line->text = std::move(text);
   line->metrics = FontFace::Of(face.font.Get()).Metrics();
-  PangoContext* context = TextContext();
-  pango_context_set_font_description(context, face.description.get());
-  GList* items = pango_itemize_with_base_dir(context, direction, line->text.data(), 0,
-                                             static_cast<int>(line->text.size()), noAttributes.get(), nullptr);
-  GList* visual = pango_reorder_items(items);
+  std::vector<Item> items = Itemize(face, line->text, direction);
+  PutInVisualOrder(&items);
   LineBuilder builder(line, advances);
-  for (GList* at = visual; at != nullptr; at = at->next) builder.Add(static_cast<PangoItem*>(at->data));
-  g_list_free(visual);
-  g_list_free_full(items, [](void* item) { pango_item_free(static_cast<PangoItem*>(item)); });
+  for (const Item& item : items) builder.Add(item.get());
   return result;
 }
 

@@ -15,8 +15,8 @@ enum {
   kCGBitmapBlueFirst = 8194,
 };
 
-/// Null unless both sides are 1 to 32767, there are 8 bits a component, `bytesPerRow` is a multiple of 4 that holds a
-/// row, `space` is device RGB, and `bitmapInfo` is one of the above.
+/// Null unless both sides are 1 to 536870912, there are 8 bits a component, `bytesPerRow` is a multiple of 4 that holds
+/// a row, `space` is device RGB, and `bitmapInfo` is one of the above.
 CG_EXTERN CGContextRef CGBitmapContextCreate(void* data, size_t width, size_t height, size_t bitsPerComponent,
                                              size_t bytesPerRow, CGColorSpaceRef space, uint32_t bitmapInfo);
 

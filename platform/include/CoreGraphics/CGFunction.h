@@ -15,7 +15,9 @@ typedef void (*CGFunctionReleaseInfoCallback)(void* info);
 struct CGFunctionCallbacks {
   unsigned int version;  ///< 0
   CGFunctionEvaluateCallback evaluate;
-  CGFunctionReleaseInfoCallback releaseInfo;  ///< may be null; called when the function is gone
+  /// May be null. Called once, when the function is gone: released, and every shading of it too. `info` is used until
+  /// then. Not called when no function was made.
+  CGFunctionReleaseInfoCallback releaseInfo;
 };
 
 /// Domain and range are pairs of a least and a greatest value for each input and output; null leaves them open. Null

@@ -24,5 +24,6 @@ CG_EXTERN size_t CGImageGetHeight(CGImageRef image);
 /// None for null and for an image whose every pixel is opaque.
 CG_EXTERN int CGImageGetAlphaInfo(CGImageRef image);
 
-/// Draws the image, its first row on top, into a rectangle of user space.
+/// Draws the image, its first row on top, into a rectangle of user space. Where cairo is drawn with, that is everywhere
+/// but on bitmaps, a side above 32767 is too large for it: a page can't be finished then, elsewhere nothing is drawn.
 CG_EXTERN void CGContextDrawImage(CGContextRef context, CGRect rect, CGImageRef image);

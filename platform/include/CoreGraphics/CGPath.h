@@ -61,8 +61,8 @@ CG_EXTERN void CGPathAddCurveToPoint(CGMutablePathRef path, const CGAffineTransf
 /// Ends the subpath with a line to its start, which becomes the current point. An empty or just closed path stays.
 CG_EXTERN void CGPathCloseSubpath(CGMutablePathRef path);
 
-/// A subpath of its own that starts at the rectangle's origin and goes along its width first. A negative size is kept:
-/// the origin stays the start.
+/// A subpath of its own that starts at the rectangle's least corner and goes towards larger x, then towards larger y,
+/// whatever the signs of the size.
 CG_EXTERN void CGPathAddRect(CGMutablePathRef path, const CGAffineTransform* m, CGRect rect);
 /// Moves to the first point and draws lines through the others. Null points or a count of 0 add nothing.
 CG_EXTERN void CGPathAddLines(CGMutablePathRef path, const CGAffineTransform* m, const CGPoint* points, size_t count);
@@ -70,9 +70,9 @@ CG_EXTERN void CGPathAddLines(CGMutablePathRef path, const CGAffineTransform* m,
 CG_EXTERN void CGPathAddEllipseInRect(CGMutablePathRef path, const CGAffineTransform* m, CGRect rect);
 /// An arc of a circle, angles in radians from the x axis towards the y axis (away from it when `clockwise`). It is
 /// joined to the current point by a line, or starts a subpath where there is none. When the end lies against the
-/// direction, whole turns are added to it; end points a whole number of turns apart make one full circle. A sweep
-/// beyond a full turn goes on around; pairs of turns beyond the second are left out, since they change no fill. Angles
-/// that are not finite add nothing.
+/// direction, whole turns are added to it until it does not: the sweep is then less than a turn, and nothing where the
+/// ends are whole turns apart. A sweep in the direction beyond a full turn goes on around; pairs of turns beyond the
+/// second are left out, since they change no fill. Angles that are not finite add nothing.
 CG_EXTERN void CGPathAddArc(CGMutablePathRef path, const CGAffineTransform* m, CGFloat x, CGFloat y, CGFloat radius,
                             CGFloat startAngle, CGFloat endAngle, bool clockwise);
 /// An arc of the circle that touches the line from the current point to (x1, y1) and the line from there to (x2, y2),

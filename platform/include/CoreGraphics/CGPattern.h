@@ -22,7 +22,9 @@ typedef void (*CGPatternReleaseInfoCallback)(void* info);
 struct CGPatternCallbacks {
   unsigned int version;  ///< 0
   CGPatternDrawPatternCallback drawPattern;
-  CGPatternReleaseInfoCallback releaseInfo;  ///< may be null; called when the pattern is gone
+  /// May be null. Called once, when the pattern is gone: released, and out of every state and drawing that it was set
+  /// in. `info` is used until then. Not called when no pattern was made.
+  CGPatternReleaseInfoCallback releaseInfo;
 };
 
 /// The cell is drawn once, at one pixel a unit. Null unless the pattern is coloured, the bounds begin at (0, 0) and

@@ -17,8 +17,13 @@ CG_EXTERN CGContextRef CGVectorContextCreateSVG(CGFloat width, CGFloat height, C
 /// Completes the file; nothing is drawn afterwards. False when something could not be written.
 CG_EXTERN bool CGVectorContextFinish(CGContextRef context);
 
-/// A context over a cairo context of the caller, which stays the caller's and must outlive it; nobody else may draw
-/// with it meanwhile. The drawing is `height` units high in the caller's space, whose matrix of this moment is kept
-/// below the context's own; y points up from its lower edge.
+/// A context over a cairo context of the caller, which stays the caller's; nobody else may draw with it, or on its
+/// surface, until the native context is gone. The drawing is `height` units high in the caller's space, whose matrix of
+/// this moment is kept below the context's own; y points up from its lower edge. The caller's clip of this moment is
+/// kept too: clips narrow it. When the native context is gone, the cairo context has the state that it had, and no
+/// current path.
+///
+/// On a page, a recording, or a group of one, gradients, text and images stay what they are; on pixels they have as
+/// many as the surface: its device scale counts. Null for a null context, one in an error state, and sides not above 0.
 struct _cairo;
 CG_EXTERN CGContextRef CGContextCreateOverCairo(struct _cairo* cairo, CGFloat width, CGFloat height);

@@ -3,6 +3,11 @@
 // Directions are resolved by the Unicode algorithm, the direction of a line being that of its first letter that has
 // one. Characters that the font lacks come from other installed fonts. Line breaks and control characters take no
 // room; a tab goes on to the next multiple of 8 spaces. Code units that are no character show as U+FFFD.
+//
+// Glyphs that a font has as pictures, as those of emoji are, are drawn in their own colours: PNG files (tables CBDT and
+// sbix) and layers of flat colour (COLR version 0). Of the fill only the opacity counts, but for layers that take its
+// colour. They have no outlines: strokes, clips and paths leave them out. The gradients of COLR version 1 and the
+// drawings of the table SVG are not read: of such glyphs no colour is promised.
 #pragma once
 
 #include "CoreFoundation/CFAttributedString.h"

@@ -2,7 +2,11 @@
 //
 // Pixels are given as they are stored: an orientation, a colour profile or a gamma that a file asks for is not applied.
 // Of a file with several images the first is offered, and no other. A damaged file, or one that ends early, gives no
-// image at all.
+// image at all; one that lacks nothing but the mark of its end (of a JPEG or PNG file) is whole.
+//
+// TIFF samples of 16 bits become 8. Those of 32 or 64 bits count from 0 to the largest of their type, negative ones as
+// 0; those of floating point (16, 32 or 64 bits) from 0 to 1, what lies outside is cut and what is no number is 0. Lab
+// becomes sRGB, from the file's white point (D50 without one) to that of sRGB by the Bradford matrix.
 #pragma once
 
 #include "CoreFoundation/CFDictionary.h"
@@ -18,3 +22,10 @@ CG_EXTERN CGImageSourceRef CGImageSourceCreateWithURL(CFURLRef url, CFDictionary
 CG_EXTERN size_t CGImageSourceGetCount(CGImageSourceRef source);
 /// Decodes the image at `index`; the caller releases it. Null for null, another index than 0, and damage.
 CG_EXTERN CGImageRef CGImageSourceCreateImageAtIndex(CGImageSourceRef source, size_t index, CFDictionaryRef options);
+
+/// The most bytes of pixels (width × height × 4) that an image may have to be decoded: 256 MB (of 2^20) until a program
+/// sets another number, for the whole process.
+CG_EXTERN uint64_t CGImageSourceGetPixelLimit(void);
+CG_EXTERN void CGImageSourceSetPixelLimit(uint64_t bytes);
+/// Whether the image was refused, before memory was taken for it, since it has more pixels; then its size.
+CG_EXTERN bool CGImageSourceGetRefusedSize(CGImageSourceRef source, size_t* width, size_t* height);

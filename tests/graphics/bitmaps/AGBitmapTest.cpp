@@ -3,6 +3,8 @@
 #include <cmath>
 
 #include "graphics/bitmaps/AGBitmap.h"
+#include "graphics/text/AGFont.h"
+#include "tests/graphics/text/TextTestSupport.h"
 
 namespace {
 
@@ -77,6 +79,54 @@ TEST(AGBitmapTest, DrawingAndPixelAccess_AlternateFreely) {
       bitmap.SetPixelColor(4, 4, kAGColorWhite);
       EXPECT_TRUE(bitmap.GetPixelColor(4, 4) == kAGColorWhite);
     }
+  }
+}
+
+// Sides beyond what cairo's numbers hold: everything is drawn at the far end as at the near one.
+TEST(AGBitmapTest, LongBitmaps_AreDrawnOnToTheirEnds) {
+  const AGFont font(kFamily, 9, 0);
+  for (const bool isWide : {true, false}) {
+    AGBitmap bitmap(isWide ? 40000U : 12U, isWide ? 12U : 100000U, AGBitmap::kFlagZeroFill);
+    ASSERT_TRUE(bitmap.IsOpen());
+    AGContext context = bitmap.GetContextOfBitmap();
+    context.antialias = true;
+    const AGPoint far = isWide ? AGPoint{39980, 0} : AGPoint{0, 99980};
+    const auto drawnAt = [&](double x, double y) {
+      return bitmap.GetPixelColor(static_cast<unsigned int>(far.x + x), static_cast<unsigned int>(far.y + y));
+    };
+    const AGRect part{far.x + 2, far.y + 2, far.x + 10, far.y + 10};
+    const auto clear = [&] {
+      context.ClearPixels(kAGColorWhite);
+      EXPECT_TRUE(drawnAt(1, 1) == kAGColorWhite);
+    };
+    clear();
+    context.brush.SetStyleSolid(kAGColorRed);
+    context.DrawEllipseInRect(part);
+    EXPECT_TRUE(drawnAt(5, 5) == kAGColorRed);
+    clear();
+    context.brush.SetStyleLinearGradient(kAGColorBlack, kAGColorRed, 0.5, 0);
+    context.DrawRect(part);
+    EXPECT_LT(drawnAt(2, 5).Red() + 100, drawnAt(9, 5).Red());
+    clear();
+    context.brush.SetStylePattern(kAGColorBlack, kAGColorRed, 12);
+    context.DrawRect(part);
+    EXPECT_EQ(drawnAt(5, 5).Green(), 0);
+    clear();
+    context.brush.SetStyleSolid(kAGColorBlack);
+    context.DrawText("#", font, AGPoint{far.x + 2, far.y + 3}, kAGAffineTransformIdentity, kAGTextAlignmentLeft);
+    int dark = 0;
+    for (int i = 0; i < 100; ++i) dark += drawnAt(2 + i % 10, 2 + i / 10).Red() < 128 ? 1 : 0;
+    EXPECT_GT(dark, 5);
+    // The whole as an image, moved back to a small bitmap: its far end is there.
+    clear();
+    context.brush.SetStyleSolid(kAGColorBlue);
+    context.DrawRect(part);
+    const AGImage image(bitmap);
+    AGBitmap small(20U, 20U, AGBitmap::kFlagZeroFill);
+    small.GetContextOfBitmap().DrawImage(image, AGPoint{-far.x, -far.y}, kAGAffineTransformIdentity,
+                                         kAGImageQualityHigh);
+    EXPECT_TRUE(small.GetPixelColor(5, 5) == kAGColorBlue);
+    EXPECT_TRUE(small.GetPixelColor(1, 1) == kAGColorWhite);
   }
 }
 

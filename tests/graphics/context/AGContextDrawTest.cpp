@@ -340,6 +340,34 @@ TEST_F(AGContextDrawTest, CustomGradient_GapsStayColour1_OneStopFallsBack) {
   EXPECT_GT(At(62, 30).Blue(), 245);
 }
 
+// Small objects see a small part of a gradient that they share.
+TEST_F(AGContextDrawTest, CustomGradient_SharedByTinyObjects_HasAllItsSteps) {
+  ATBrushCustomGradient<double> gradient;
+  const double factors[] = {0, 1, 0, 1};
+  const double positions[] = {0, 0.3, 0.35, 1};
+  gradient.SetFactors(factors, positions, 4);
+  gradient.SetBounds({-2000, 0, 2000, 64});
+  context_.brush.SetStyleLinearGradient(kAGColorBlack, kAGColorWhite, gradient, kPi);
+  // An angle of half a turn runs from the right to the left.
+  AGGraphicsLow::_LowCGShadingRobot robot;
+  robot.SetBlend(factors, positions, 4);
+  for (double place = -1990; place < 1990; place += 37) {
+    context_.transform = {1, 0, 0, 1, -place, 0};
+    context_.DrawRect({place, 10, place + 3, 13});
+    for (unsigned int x = 0; x < 3; ++x) {
+      const double t = (2000 - (place + x + 0.5)) / 4000;
+      const double drawn = At(x, 11).Red();
+      double error = 255;
+      // The axis is turned by a thousandth, which may take a pixel over the border of two entries.
+      for (const double rounding : {0.4, 0.5, 0.6}) {
+        const double f = robot.table[static_cast<int>(std::fmin(t * 512 + rounding, 511))];
+        error = std::fmin(error, std::fabs(drawn - 255 * f));
+      }
+      EXPECT_LE(error, 1) << place << " + " << x;
+    }
+  }
+}
+
 TEST(AGGraphicsLowTest, PointOnRect_EveryDirection_LiesOnTheBorder) {
   const AGRect rect{10, 20, 50, 30};
   for (int degrees = -360; degrees <= 720; degrees += 7) {

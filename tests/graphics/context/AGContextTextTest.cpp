@@ -1,4 +1,5 @@
 // Drawing, outlining and measuring text: where the ink is, what stays text on a page, and what bad input does.
+#include <dlfcn.h>
 #include <gtest/gtest.h>
 
 #include <cmath>
@@ -10,9 +11,24 @@
 #include <string>
 
 #include "CoreGraphics/CGVectorContext.h"
+#include "CoreText/CTLine.h"
 #include "graphics/context/AGContext.h"
 #include "graphics/native/AGGraphicsLowText.h"
 #include "tests/graphics/text/TextTestSupport.h"
+
+namespace {
+
+int sNullTexts = 0;
+
+}  // namespace
+
+// Stands before the native layer's own, and hands on to it.
+CTLineRef CTLineCreateWithAttributedString(CFAttributedStringRef text) {
+  if (text == nullptr) ++sNullTexts;
+  static const auto next = reinterpret_cast<decltype(&CTLineCreateWithAttributedString)>(
+      dlsym(RTLD_NEXT, "CTLineCreateWithAttributedString"));
+  return next(text);
+}
 
 namespace {
 
@@ -30,7 +46,7 @@ TEST_F(AGContextTextTest, DrawText_EachScript_LeavesItsInkInsideItsExtent) {
   const std::u16string_view texts[] = {
       u"Hamburgefonstiv",   u"AVAVA Wo",      u"office fluffy",      u"e\u0301 a\u030A x\u0323\u0302",
       u"שלום עולם",         u"مرحبا بالعالم", u"mixed שלום 12 text", u"𝔸𝕓𝕔",
-      u"  blanks around  ", u"tab\tand\ttab", u"\U0001F600",         u"\xD800 lone",
+      u"  blanks around  ", u"tab\tand\ttab", u"\U0001F0A1",         u"\xD800 lone",
   };
   for (const std::u16string_view text : texts) {
     const AKUniChars units = Utf16(text);
@@ -284,6 +300,43 @@ TEST_F(AGContextTextTest, DrawText_Underlined_IsOneBarUnderTheText) {
   EXPECT_LE(rows, 4);
 }
 
+TEST_F(AGContextTextTest, DrawText_UnderlinedFrames_LeaveBlanksAtTheEndsOfLinesOut) {
+  const AGFont font(kFamily, 24, kAGFontStyleUnderline);
+  for (const char16_t* text : {u"שלום     \nעולם     ", u"Hill     \nHill     "}) {
+    for (const AGTextAlignment alignment : {1, 2, 3}) {
+      Page underlined;
+      underlined.context.DrawUText(Utf16(text), font, AGPoint{200, 100}, kHere, alignment);
+      Page plain;
+      plain.context.DrawUText(Utf16(text), font_, AGPoint{200, 100}, kHere, alignment);
+      const Ink ink = InkOf(plain.bitmap);
+      EXPECT_NEAR(InkOf(underlined.bitmap).x0, ink.x0, 4) << alignment;
+      EXPECT_NEAR(InkOf(underlined.bitmap).x1, ink.x1, 4) << alignment;
+    }
+  }
+}
+
+TEST_F(AGContextTextTest, Texts_WithANul_AreTakenWhole) {
+  const struct {
+    AKString bytes;
+    const char16_t* shown;
+  } cases[] = {{AKString("Hi\0ll", 5), u"Hill"}, {AKString("\0Hill", 5), u"Hill"}, {AKString("H\0\x8E", 3), u"Hé"}};
+  for (const auto& c : cases) {
+    EXPECT_EQ(font_.GetTextExtent(c.bytes).width, font_.GetUTextExtent(Utf16(c.shown)).width);
+    Page page;
+    page.context.DrawStrings({c.bytes}, font_, {{20, 60}}, kHere, kAGTextAlignmentLeft);
+    EXPECT_NEAR(InkOf(page.bitmap).Width(), font_.GetUTextExtent(Utf16(c.shown)).width, 2 * kPixel);
+  }
+  EXPECT_GT(font_.GetTextExtent(AKString("l\0\nl", 4)).height, 1.9 * font_.GetLineHeight());
+}
+
+TEST_F(AGContextTextTest, DrawStrings_EmptyOnes_NeverReachTheNativeLayer) {
+  Page page;
+  sNullTexts = 0;
+  page.context.DrawStrings({AKString(), AKString("l"), AKString()}, font_, {{20, 60}, {20, 60}, {20, 60}}, kHere, 1);
+  EXPECT_EQ(sNullTexts, 0);
+  EXPECT_FALSE(InkOf(page.bitmap).IsEmpty());
+}
+
 TEST_F(AGContextTextTest, AddText_FilledAsAPath_LooksAsDrawnText) {
   for (const char* text : {"Hamburg fi", "two\nlines"}) {
     Page drawn;
@@ -310,10 +363,12 @@ TEST_F(AGContextTextTest, DrawText_BadInput_EndsSoon) {
   AKUniChars words;
   AKUniChars one;
   AKUniChars breaks;
+  AKUniChars tabs;
   AKUniChars noise;
   for (int i = 0; i < 1000000; ++i) {
     words.Append(i % 7 == 6 ? u' ' : u'm');
     one.Append(u'W');
+    tabs.Append(u'\t');
     breaks.Append(i % 3 == 0 ? u'\r' : u'\n');
   }
   for (int i = 0; i < 20000; ++i) noise.Append(static_cast<unsigned short>(random()));
@@ -321,7 +376,7 @@ TEST_F(AGContextTextTest, DrawText_BadInput_EndsSoon) {
   wordsAndBreak.Append(u'\n');
   AKUniChars surrogates;
   for (int i = 0; i < 10000; ++i) surrogates.Append(i % 3 == 0 ? 0xDC00 : 0xD800);
-  for (const AKUniChars* text : {&words, &one, &breaks, &noise, &wordsAndBreak, &surrogates}) {
+  for (const AKUniChars* text : {&words, &one, &breaks, &tabs, &noise, &wordsAndBreak, &surrogates}) {
     Page page;
     page.context.DrawUText(*text, font_, AGPoint{-5000, 60}, kHere, kAGTextAlignmentLeft);
     const AGSize extent = font_.GetUTextExtent(*text);

@@ -7,6 +7,7 @@
 #include <memory>
 
 #include "graphics/bitmaps/AGBitmap.h"
+#include "graphics/text/AGFont.h"
 #include "tests/graphics/images/ImageTestSupport.h"
 
 #if !defined(AK_SANITIZED)  // a sanitizer brings its own allocator
@@ -93,6 +94,28 @@ TEST(AllocationsTest, Draws_StayWithinTheirHandful) {
       }
     }
   }
+}
+
+// What was drawn once in any of many sizes, angles, and above 128 pixels, is kept: no glyph is made anew.
+TEST(AllocationsTest, Text_InManyScales_IsKept) {
+  AGFont::LowInitialize(0);
+  AGBitmap bitmap(200U, 200U, 0U);
+  AGContext context = bitmap.GetContextOfBitmap();
+  context.brush.SetStyleSolid(kAGColorBlack);
+  for (const double first : {8.0, 130.0}) {
+    for (const bool turned : {false, true}) {
+      const auto draw = [&] {
+        for (int i = 0; i < 64; ++i) {
+          const double angle = turned ? i * 0.1 : 0;
+          const AGFont font("DejaVu Sans", turned ? first : first + i, kAGFontStyleRegular);
+          context.DrawText("Hamburgefonts", font, AGPoint{50, 60}, AGAffineTransformRotation(angle), 1);
+        }
+      };
+      draw();
+      EXPECT_LT(BlocksOf(draw) / 64, 60U) << first << turned;  // 13 glyphs made anew take hundreds
+    }
+  }
+  AGFont::LowTerminate();
 }
 
 std::string BigEndian(std::uint32_t value, int size) {

@@ -215,9 +215,10 @@ void DrawByHand(cairo_t* cairo, const Shape& shape) {
 }
 
 struct Difference {
-  int greatest = 0;
+  int farOff = 0;  // pixels of which a channel is more than kFarOff away
   double mean = 0;
 };
+constexpr int kFarOff = 40;
 
 Difference DrawAndCompare(const std::vector<Shape>& shapes) {
   AGBitmap bitmap(kWidth, kHeight, 0);
@@ -243,38 +244,41 @@ Difference DrawAndCompare(const std::vector<Shape>& shapes) {
       const unsigned char* expected = rows + static_cast<std::size_t>(row) * static_cast<std::size_t>(stride) + 4 * x;
       const AGColor color = bitmap.GetPixelColor(x, kHeight - 1 - row);
       const int channels[] = {color.Blue() - expected[0], color.Green() - expected[1], color.Red() - expected[2]};
+      int greatest = 0;
       for (const int channel : channels) {
-        result.greatest = std::max(result.greatest, std::abs(channel));
+        greatest = std::max(greatest, std::abs(channel));
         result.mean += std::abs(channel) / (3.0 * kWidth * kHeight);
       }
+      result.farOff += greatest > kFarOff ? 1 : 0;
     }
   }
   return result;
 }
 
-// The same outline reaches cairo with other roundings, which may move an edge by a 256th of a pixel, and that may move
-// a row of its samples, of which a pixel has 15: 17 of 255 a time. Curves are flattened from other pieces to within a
-// tenth of a pixel. So a single channel may be far off, but hardly any are: what differs in shape, width, place or
-// colour raises the mean above its limit at once. Over 4,000 scenes each the greatest were 17 and 36, the means below
-// 0.03; once in a long while a curve's greatest is 73.
-void ExpectScenesAgree(const std::vector<Kind>& kinds, const std::vector<unsigned int>& ends, int greatest) {
+// cairo samples a pixel's coverage in 15 rows, an exact area has none; curves are flattened from other pieces, to
+// within a tenth of a pixel. That is a few levels in every pixel of an edge. Where edges of one shape run through the
+// same pixel, areas that overlap there are added up, which cairo tells apart, while it sometimes leaves a pixel of a
+// corner or the middle of a thick ring out: a few pixels, or a row of them where the stroke of something thin runs
+// beside itself, are far off. What differs in shape, width, place or colour raises either figure at once: over 4,000
+// scenes each the means were below 0.46, and at most 124 of 19,200 pixels were far off.
+void ExpectScenesAgree(const std::vector<Kind>& kinds, const std::vector<unsigned int>& ends) {
   constexpr unsigned int base = 20261;
   for (unsigned int seed = base; seed != base + 100; ++seed) {
     Random random(seed);
     std::vector<Shape> shapes;
     for (unsigned int i = 0; i < 8; ++i) shapes.push_back(MakeShape(random, kinds, ends));
     const Difference difference = DrawAndCompare(shapes);
-    ASSERT_LE(difference.greatest, greatest) << "seed " << seed;
-    ASSERT_LE(difference.mean, 0.06) << "seed " << seed;
+    ASSERT_LE(difference.farOff, 150) << "seed " << seed;
+    ASSERT_LE(difference.mean, 0.5) << "seed " << seed;
   }
 }
 
 TEST(RandomScenesTest, StraightEdges_AgreeWithCairo) {
-  ExpectScenesAgree({Kind::kRect, Kind::kPolygon, Kind::kLine}, {0, 1}, 40);
+  ExpectScenesAgree({Kind::kRect, Kind::kPolygon, Kind::kLine}, {0, 1});
 }
 
 TEST(RandomScenesTest, Curves_AgreeWithCairo) {
-  ExpectScenesAgree({Kind::kRect, Kind::kPolygon, Kind::kLine, Kind::kRoundedRect, Kind::kEllipse}, {0, 1, 2}, 120);
+  ExpectScenesAgree({Kind::kRect, Kind::kPolygon, Kind::kLine, Kind::kRoundedRect, Kind::kEllipse}, {0, 1, 2});
 }
 
 }  // namespace

@@ -1,6 +1,7 @@
 // Images made from bitmaps and drawn again.
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cstdlib>
 
 #include "graphics/bitmaps/AGBitmap.h"
@@ -100,6 +101,32 @@ TEST(AGImageScaleTest, Shrink_AtHighQuality_MakesFineStripesGrey_AndKeepsTheMean
         for (const int channel : {color.Red(), color.Green(), color.Blue()}) ASSERT_NEAR(channel, 140, 5) << width;
       }
     }
+  }
+}
+
+// Fine stripes of a third black across the axis that shrinks: grey, at high quality no less than at the default.
+TEST(AGImageScaleTest, ShrinkOneAxisAndEnlargeTheOther_AtHighQuality_MakesFineStripesGrey) {
+  for (const bool upright : {true, false}) {
+    AGBitmap stripes(upright ? 400U : 20U, upright ? 20U : 400U, AGBitmap::kFlagZeroFill);
+    for (unsigned int y = 0; y < stripes.Height(); ++y) {
+      for (unsigned int x = 0; x < stripes.Width(); ++x) {
+        stripes.SetPixelColor(x, y, (upright ? x : y) % 3 == 0 ? kAGColorBlack : kAGColorWhite);
+      }
+    }
+    AGBitmap bitmap(upright ? 90U : 300U, upright ? 300U : 90U, AGBitmap::kFlagZeroFill);
+    const AGRect all{0, 0, 1.0 * bitmap.Width(), 1.0 * bitmap.Height()};
+    const auto worst = [&](AGImageQuality quality) {
+      bitmap.GetContextOfBitmap().DrawImage(AGImage(stripes), all, false, quality);
+      int difference = 0;
+      for (unsigned int y = 3; y < bitmap.Height() - 3; ++y) {
+        for (unsigned int x = 3; x < bitmap.Width() - 3; ++x) {
+          difference = std::max(difference, std::abs(bitmap.GetPixelColor(x, y).Green() - 170));
+        }
+      }
+      return difference;
+    };
+    const int atDefault = worst(0);
+    EXPECT_LE(worst(3), std::min(atDefault, 6)) << upright;
   }
 }
 

@@ -5,6 +5,7 @@
 #include <cairo/cairo.h>
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cmath>
 #include <functional>
 #include <memory>
@@ -45,7 +46,8 @@ class Twins {
         [&] { path.AddCubicBezier(a, b, c), Cubic(a, b, c); },
         [&] { path.AddQuadBezier(a, b), Cubic(from + (a - from) * (2.0 / 3), b + (a - b) * (2.0 / 3), b); },
         [&] {
-          path.AddRect({a.x, a.y, b.x, b.y}, false), cairo_rectangle(Cairo(), a.x, a.y, b.x - a.x, b.y - a.y);
+          path.AddRect({a.x, a.y, b.x, b.y}, false);
+          cairo_rectangle(Cairo(), std::min(a.x, b.x), std::min(a.y, b.y), std::fabs(b.x - a.x), std::fabs(b.y - a.y));
         },
         [&] {
           Spline({a, b, c, Point()}, 0.2 + 0.2 * Below(5), Below(2) == 1);

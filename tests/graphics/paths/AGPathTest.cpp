@@ -110,7 +110,7 @@ TEST(AGPath, FirstOperation_EachKind_TakesItsOwnOriginAndOutline) {
          p.AddRect({5, 6, 1, 2}, false);
        },
        {5, 6},
-       "m5,6 l1,6 l1,2 l5,2 z"},
+       "m1,2 l5,2 l5,6 l1,6 z"},
       {[](AGPath& p) {
          p.AddRect({5, 6, 1, 2}, true);
        },
@@ -282,8 +282,8 @@ TEST(AGPath, PutInBounds_EveryRatioAndMirroring_FillsOrCentres) {
 TEST(AGPath, IsPointInPath_RulesHolesAndOpenSubpaths_MatchTheDrawing) {
   AGPath nested, open, eight;
   nested.AddRect({0, 0, 30, 30}, false);
-  nested.AddRect({10, 10, 20, 20}, false);  // the same direction: a hole for even-odd alone
-  nested.AddRect({25, 2, 22, 28}, false);   // the other direction: a hole for both
+  nested.AddRect({10, 10, 20, 20}, false);                        // the same direction: a hole for even-odd alone
+  nested.AddLines({{25, 2}, {22, 2}, {22, 28}, {25, 28}}, true);  // the other direction: a hole for both
   open.StartSubPath({0, 0});
   open.AddLine({10, 0});
   open.AddLine({10, 10});

@@ -2,11 +2,14 @@
 #include <gtest/gtest.h>
 #include <hb.h>
 
+#include <algorithm>
 #include <cmath>
 #include <limits>
 #include <memory>
 #include <optional>
+#include <random>
 #include <string>
+#include <vector>
 
 #include "CoreText/CTFont.h"
 #include "graphics/text/AGFont.h"
@@ -116,6 +119,24 @@ TEST_F(AGFontTest, Registry_FontsOfBefore_AreBoundAndUnboundWithTheKit) {
   AGFont::LowTerminate();
   EXPECT_EQ(AGFont::Options(), 0U);
   EXPECT_FALSE(early.IsValid());
+}
+
+// Takes minutes when a font that dies is looked for among all of them.
+TEST_F(AGFontTest, Registry_ManyFonts_DieInAnyOrder) {
+  AGFont::LowTerminate();
+  for (const int order : {0, 1, 2}) {
+    std::vector<std::unique_ptr<AGFont>> fonts(200000);
+    for (auto& font : fonts) font = std::make_unique<AGFont>("No Such Font", 12, kAGFontStyleRegular);
+    fonts[77777]->SetName(kFamily);
+    AGFont* kept = fonts[77777].release();
+    if (order == 1) std::reverse(fonts.begin(), fonts.end());
+    if (order == 2) std::shuffle(fonts.begin(), fonts.end(), std::mt19937(7));
+    for (auto& font : fonts) font.reset();
+    AGFont::LowInitialize(0);
+    EXPECT_TRUE(kept->IsValid());
+    AGFont::LowTerminate();
+    delete kept;
+  }
 }
 
 TEST_F(AGFontTest, SecondInitialisation_DefaultFonts_AreUnboundAgain) {
@@ -244,7 +265,7 @@ TEST_F(AGFontTest, GetTextPosInBounds_EachAlignment_GivesItsAnchor) {
 
 TEST_F(AGFontTest, GetFontNameList_ListsEachInstalledFamilyOnce) {
   const AKStringArray& names = AGFont::GetFontNameList();
-  EXPECT_EQ(names.ConcatToString(","), "DejaVu Sans,DejaVu Sans Mono,DejaVu Serif");
+  EXPECT_EQ(names.ConcatToString(","), "DejaVu Sans,DejaVu Sans Mono,DejaVu Serif,LayeredSans,Noto Color Emoji");
   EXPECT_EQ(&AGFont::GetFontNameList(), &names);
 }
 

@@ -54,8 +54,8 @@ Difference Compare(const Pixels& a, const Pixels& b) {
   return result;
 }
 
-// Gradients are taken from a table with a few steps a pixel, of which a steep one has some 6 levels each, and coverage
-// is rounded to 1/255: so much a single channel may differ. On average such roundings are far below half a level.
+// Gradients are taken from a table, of which a steep one has some 6 levels an entry, and coverage is rounded to 1/255:
+// so much a single channel may differ. On average such roundings are far below half a level.
 constexpr int kTolerance = 6;
 constexpr double kMeanTolerance = 0.5;
 

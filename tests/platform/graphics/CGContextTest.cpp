@@ -148,6 +148,48 @@ TEST(CGContextTest, Alpha_MultipliesThePaint_OverWhatIsThere) {
   EXPECT_EQ(mixed[3], 255);
 }
 
+// What a pattern and a function draw from is there as long as they may be drawn, and released once.
+TEST(CGContextTest, InfoOfPatternsAndFunctions_OutlivesTheirUse) {
+  Canvas canvas;
+  int released = 0;
+  const auto release = [](void* info) { ++*static_cast<int*>(info); };
+  const CGPatternCallbacks drawing{0,
+                                   [](void* info, CGContextRef cell) {
+                                     EXPECT_EQ(*static_cast<int*>(info), 0);
+                                     CGContextSetRGBFillColor(cell, 1, 0, 0, 1);
+                                     CGContextFillRect(cell, CGRectMake(0, 0, 8, 8));
+                                   },
+                                   release};
+  CGPatternRef pattern = CGPatternCreate(&released, CGRectMake(0, 0, 8, 8), CGAffineTransformIdentity, 8, 8,
+                                         kCGPatternTilingConstantSpacing, true, &drawing);
+  CGColorSpaceRef space = CGColorSpaceCreatePattern(nullptr);
+  const CGFloat opaque = 1;
+  CGContextSetFillColorSpace(canvas.Context(), space);
+  CGContextSetFillPattern(canvas.Context(), pattern, &opaque);
+  CGColorSpaceRelease(space);
+  CGPatternRelease(pattern);
+  CGContextSaveGState(canvas.Context());
+  CGContextSetRGBFillColor(canvas.Context(), 0, 0, 0, 1);
+  CGContextRestoreGState(canvas.Context());
+  CGContextFillRect(canvas.Context(), CGRectMake(0, 0, 40, 30));
+  EXPECT_EQ(canvas.Pixel(33, 21), kRed);
+  EXPECT_EQ(released, 0);
+  CGContextSetRGBFillColor(canvas.Context(), 0, 0, 0, 1);
+  EXPECT_EQ(released, 1);
+
+  released = 0;
+  const CGFunctionCallbacks evaluating{0, [](void*, const CGFloat*, CGFloat* out) { out[0] = out[3] = 1; }, release};
+  CGFunctionRef function = CGFunctionCreate(&released, 1, nullptr, 4, nullptr, &evaluating);
+  CGColorSpaceRef rgb = CGColorSpaceCreateDeviceRGB();
+  CGShadingRef shading = CGShadingCreateAxial(rgb, {0, 0}, {40, 0}, function, true, true);
+  CGColorSpaceRelease(rgb);
+  CGFunctionRelease(function);
+  EXPECT_EQ(released, 0);
+  CGContextDrawShading(canvas.Context(), shading);
+  CGShadingRelease(shading);
+  EXPECT_EQ(released, 1);
+}
+
 TEST(CGBitmapContextTest, AlphaFirst_EqualsBlueFirst_WhateverIsDrawnAndWritten) {
   const unsigned int seed = std::random_device{}();
   SCOPED_TRACE(testing::Message() << "seed " << seed);
@@ -213,7 +255,7 @@ TEST(CGBitmapContextTest, Create_RefusesWhatItCannotServe) {
   unsigned char data[64];
   EXPECT_EQ(CGBitmapContextCreate(nullptr, 4, 4, 8, 16, space, kCGBitmapBlueFirst), nullptr);
   EXPECT_EQ(CGBitmapContextCreate(data, 0, 4, 8, 16, space, kCGBitmapBlueFirst), nullptr);
-  EXPECT_EQ(CGBitmapContextCreate(data, 4, 40000, 8, 16, space, kCGBitmapBlueFirst), nullptr);
+  EXPECT_EQ(CGBitmapContextCreate(data, 4, std::size_t{1} << 30, 8, 16, space, kCGBitmapBlueFirst), nullptr);
   EXPECT_EQ(CGBitmapContextCreate(data, 4, 4, 8, 12, space, kCGBitmapBlueFirst), nullptr);
   EXPECT_EQ(CGBitmapContextCreate(data, 4, 4, 8, 18, space, kCGBitmapBlueFirst), nullptr);
   EXPECT_EQ(CGBitmapContextCreate(data, 4, 4, 8, 16, space, 1), nullptr);

@@ -73,11 +73,18 @@ TEST(CGPathAddArc, AnglesAndDirections_SweepAsAskedOnTheCircle) {
     bool clockwise;
     double sweep;
   } cases[] = {
-      {0, kPi / 2, false, kPi / 2},          {0, kPi / 2, true, -1.5 * kPi},
-      {1, 0.5, false, 2 * kPi - 0.5},        {1, 0.5, true, -0.5},
-      {0, 2 * kPi, false, 2 * kPi},          {0, 2 * kPi, true, -2 * kPi},
-      {0, -2 * kPi, false, 2 * kPi},         {2, 2, false, 0},
-      {0, 5 * kPi, false, 5 * kPi},          {0, -5 * kPi, true, -5 * kPi},
+      {0, kPi / 2, false, kPi / 2},
+      {0, kPi / 2, true, -1.5 * kPi},
+      {1, 0.5, false, 2 * kPi - 0.5},
+      {1, 0.5, true, -0.5},
+      {0, 2 * kPi, false, 2 * kPi},
+      {0, -2 * kPi, true, -2 * kPi},
+      {0, 2 * kPi, true, 0},
+      {0, -2 * kPi, false, 0},  // against the direction: taken back
+      {1, 1 + 6 * kPi, true, 0},
+      {2, 2, false, 0},
+      {0, 5 * kPi, false, 5 * kPi},
+      {0, -5 * kPi, true, -5 * kPi},
       {0, 1 + 20 * kPi, false, 1 + 4 * kPi},  // pairs of turns beyond the second
       {0, 1 + 22 * kPi, false, 1 + 2 * kPi},
   };
@@ -91,6 +98,19 @@ TEST(CGPathAddArc, AnglesAndDirections_SweepAsAskedOnTheCircle) {
     ASSERT_FALSE(elements.empty());
     EXPECT_NEAR(elements.back().points.back().x, 3 + 10 * std::cos(c.end), 1e-12);
     EXPECT_NEAR(elements.back().points.back().y, -2 + 10 * std::sin(c.end), 1e-12);
+  }
+}
+
+TEST(CGPathAddRect, MirroredEitherWay_StartsAtItsLeastCornerAndTurnsTheSameWay) {
+  for (const CGRect& rect :
+       {CGRect{{1, 2}, {4, 6}}, CGRect{{5, 2}, {-4, 6}}, CGRect{{1, 8}, {4, -6}}, CGRect{{5, 8}, {-4, -6}}}) {
+    Path path;
+    CGPathAddRect(path.native, nullptr, rect);
+    std::string outline = path.Verbs();
+    for (const Element& e : path.Elements()) {
+      for (const CGPoint& p : e.points) outline += " " + std::to_string(int(p.x)) + "," + std::to_string(int(p.y));
+    }
+    EXPECT_EQ(outline, "mlllz 1,2 5,2 5,8 1,8");
   }
 }
 

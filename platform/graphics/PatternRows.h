@@ -1,0 +1,34 @@
+// The pixels of a pattern on a bitmap, row by row. Private to the native layer.
+#pragma once
+
+#include "platform/graphics/CGPatternValue.h"
+#include "platform/raster/Kernels.h"
+
+namespace platform {
+
+/// A pattern's cell, repeated without end. One pixel of the cell is one of the bitmap.
+class PatternRows final : public raster::RowSource {
+ public:
+  /// The cell's lower left corner stands at `phase` of the bitmap, whose rows go up in that space; parts of a pixel are
+  /// rounded. `alpha`, 0 to 1, makes it fainter.
+  PatternRows(CGPattern* pattern, CGSize phase, double alpha, const raster::Surface& surface);
+
+  /// False when there is no cell, or a phase is no finite number.
+  bool IsUsable() const { return cell_ != nullptr; }
+  bool IsOpaque() const { return isOpaque_; }
+
+  void Fetch(int x, int y, int count, std::uint32_t* pixels) const override;
+
+ private:
+  const unsigned char* cell_ = nullptr;
+  std::size_t stride_ = 0;
+  int width_ = 1;
+  int height_ = 1;
+  int startX_ = 0;  // added to a pixel of the bitmap, modulo the width: the cell's column
+  int startY_ = 0;
+  unsigned int alpha_ = 255;
+  bool isReversed_ = false;
+  bool isOpaque_ = false;
+};
+
+}  // namespace platform

@@ -1,0 +1,124 @@
+#include "platform/raster/Kernels.h"
+
+#undef HWY_TARGET_INCLUDE
+#define HWY_TARGET_INCLUDE "platform/raster/Kernels.cpp"
+#include <hwy/foreach_target.h>
+#include <hwy/highway.h>
+
+#include "platform/raster/Paint-inl.h"
+#include "platform/raster/Rows-inl.h"
+#include "platform/raster/Sweep-inl.h"
+
+HWY_BEFORE_NAMESPACE();
+namespace raster::HWY_NAMESPACE {
+
+// Calls `use` with the painter of an ink; x ends at `end`.
+template <class Use>
+HWY_INLINE void WithPainter(const Surface& surface, const Ink& ink, int end, const Use& use) {
+  switch (ink.kind) {
+    case Ink::Kind::kColor: {
+      const ColorMixer mixer(ink, surface.order);
+      FlatPainter painter(surface, mixer, mixer.isOpaque, ink.color);
+      use(painter);
+      break;
+    }
+    case Ink::Kind::kClear: {
+      FlatPainter painter(surface, ClearMixer(), true, 0);
+      use(painter);
+      break;
+    }
+    default: {
+      RowPainter painter(surface, ink, end);
+      use(painter);
+    }
+  }
+}
+
+void SweepTile(const Tile<std::int32_t>& tile, FillRule rule, const MaskView* clip, const Surface& surface,
+               const Ink& ink) {
+  WithPainter(surface, ink, tile.box.x1, [&](auto& painter) HWY_ATTR { SweepClipped(tile, rule, clip, painter); });
+}
+
+void SweepToBytes(const Tile<std::int32_t>& tile, FillRule rule, unsigned char* bytes, std::size_t stride) {
+  BytePainter painter(tile.box, bytes, stride);
+  SweepRows(tile, rule, painter);
+}
+
+void PaintThrough(const Surface& surface, int x, int y, int count, const unsigned char* coverage, const Ink& ink) {
+  WithPainter(surface, ink, x + count, [&](auto& painter) HWY_ATTR {
+    painter.BeginRow(y);
+    painter.Mask(x, count, coverage);
+  });
+}
+
+void PaintSpan(const Surface& surface, int x, int y, int count, const Ink& ink) {
+  WithPainter(surface, ink, x + count, [&](auto& painter) HWY_ATTR {
+    painter.BeginRow(y);
+    painter.Span(x, count, 255);
+  });
+}
+
+}  // namespace raster::HWY_NAMESPACE
+HWY_AFTER_NAMESPACE();
+
+#if HWY_ONCE
+namespace raster {
+
+HWY_EXPORT(SweepTile);
+HWY_EXPORT(SweepToBytes);
+HWY_EXPORT(PaintThrough);
+HWY_EXPORT(PaintSpan);
+HWY_EXPORT(MultiplyBytes);
+HWY_EXPORT(LookUpLinear);
+HWY_EXPORT(LookUpRadial);
+HWY_EXPORT(LookUpBilinear);
+HWY_EXPORT(ScaleBytes);
+
+void SweepTile(const Tile<std::int32_t>& tile, FillRule rule, const MaskView* clip, const Surface& surface,
+               const Ink& ink) {
+  HWY_DYNAMIC_DISPATCH(SweepTile)(tile, rule, clip, surface, ink);
+}
+void SweepToBytes(const Tile<std::int32_t>& tile, FillRule rule, unsigned char* bytes, std::size_t stride) {
+  HWY_DYNAMIC_DISPATCH(SweepToBytes)(tile, rule, bytes, stride);
+}
+void PaintThrough(const Surface& surface, int x, int y, int count, const unsigned char* coverage, const Ink& ink) {
+  HWY_DYNAMIC_DISPATCH(PaintThrough)(surface, x, y, count, coverage, ink);
+}
+void PaintSpan(const Surface& surface, int x, int y, int count, const Ink& ink) {
+  HWY_DYNAMIC_DISPATCH(PaintSpan)(surface, x, y, count, ink);
+}
+void MultiplyBytes(unsigned char* bytes, const unsigned char* by, std::size_t count) {
+  HWY_DYNAMIC_DISPATCH(MultiplyBytes)(bytes, by, count);
+}
+void LookUpLinear(const std::uint32_t* table, int last, double first, double step, int count, std::uint32_t* pixels) {
+  HWY_DYNAMIC_DISPATCH(LookUpLinear)(table, last, first, step, count, pixels);
+}
+void LookUpRadial(const std::uint32_t* table, int last, const RadialRow& row, int count, std::uint32_t* pixels) {
+  HWY_DYNAMIC_DISPATCH(LookUpRadial)(table, last, row, count, pixels);
+}
+
+void LookUpBilinear(const PixelGrid& grid, const GridRow& row, int count, std::uint32_t* pixels) {
+  HWY_DYNAMIC_DISPATCH(LookUpBilinear)(grid, row, count, pixels);
+}
+void ScaleBytes(unsigned char* bytes, unsigned int by, std::size_t count) {
+  HWY_DYNAMIC_DISPATCH(ScaleBytes)(bytes, by, count);
+}
+
+// A million edges in one row are rare enough for a plain loop.
+void SweepWideRow(const Tile<std::int64_t>& tile, FillRule rule, int row, std::int64_t* sum, unsigned char* bytes) {
+  *sum += tile.left[row];
+  tile.left[row] = 0;
+  std::uint64_t* words = tile.bits + static_cast<std::size_t>(row) * tile.bitStride;
+  std::fill_n(words, tile.bitStride, 0);
+  std::int64_t* cells = tile.cells + static_cast<std::size_t>(row) * tile.stride;
+  const auto width = static_cast<std::size_t>(tile.box.Width());
+  std::int64_t running = *sum;
+  for (std::size_t x = 0; x < width; ++x) {
+    running += cells[x];
+    bytes[x] = static_cast<unsigned char>(HWY_STATIC_DISPATCH(CoverageOf)(rule, running));
+  }
+  std::fill_n(cells, tile.stride, 0);
+}
+
+}  // namespace raster
+#endif

@@ -1,0 +1,98 @@
+// The inner loops: from cells to coverage, and from coverage to pixels. Each is compiled for several widths of vectors,
+// the one that the processor has is chosen when the program runs, and all give the same bytes.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+
+#include "platform/raster/Cells.h"
+#include "platform/raster/Path.h"
+#include "platform/raster/Surface.h"
+
+namespace raster {
+
+/// Something that is painted and isn't one colour.
+class RowSource {
+ public:
+  virtual ~RowSource() = default;
+  /// Writes `count` premultiplied pixels from (x, y) of the target on, in the target's order.
+  virtual void Fetch(int x, int y, int count, std::uint32_t* pixels) const = 0;
+};
+
+/// What is painted. Pixels are premultiplied and in the target's order.
+struct Ink {
+  enum class Kind : std::uint8_t {
+    kColor,
+    kRows,
+    kClear,      ///< pixels become transparent
+    kSoftLight,  ///< rows, mixed by the blend mode of that name
+    kHardLight,
+  };
+  Kind kind = Kind::kColor;
+  bool isOpaque = false;  ///< no pixel of it is translucent
+  std::uint32_t color = 0;
+  const RowSource* rows = nullptr;
+
+  bool IsBlended() const { return kind == Kind::kSoftLight || kind == Kind::kHardLight; }
+};
+
+/// Bytes of coverage for the pixels of a box, a row `stride` bytes after the one above.
+struct MaskView {
+  const unsigned char* bytes = nullptr;
+  std::size_t stride = 0;
+  Box box;
+
+  const unsigned char* At(int x, int y) const {
+    return bytes + static_cast<std::size_t>(y - box.y0) * stride + static_cast<std::size_t>(x - box.x0);
+  }
+};
+
+/// Paints what the cells of a tile cover, and clears them. `clip` may be null; it contains the tile's box, which lies
+/// within the surface. Not for blended inks.
+void SweepTile(const Tile<std::int32_t>& tile, FillRule rule, const MaskView* clip, const Surface& surface,
+               const Ink& ink);
+
+/// Writes what the cells of a tile cover, 0 to 255, rows of the tile's width `stride` bytes apart, and clears them.
+void SweepToBytes(const Tile<std::int32_t>& tile, FillRule rule, unsigned char* bytes, std::size_t stride);
+
+/// One row of the same for cells that count more edges; clears it. `sum` goes on from row to row.
+void SweepWideRow(const Tile<std::int64_t>& tile, FillRule rule, int row, std::int64_t* sum, unsigned char* bytes);
+
+/// Paints `count` pixels from (x, y) on through coverage of a byte each.
+void PaintThrough(const Surface& surface, int x, int y, int count, const unsigned char* coverage, const Ink& ink);
+
+/// Paints `count` pixels from (x, y) on.
+void PaintSpan(const Surface& surface, int x, int y, int count, const Ink& ink);
+
+/// bytes[i] = bytes[i] * by[i] / 255, rounded.
+void MultiplyBytes(unsigned char* bytes, const unsigned char* by, std::size_t count);
+
+/// A row of a table's entries: pixel i takes the one at first + step * i, of 0 to last; what lies before or behind
+/// takes the first or the last. A position that is no number takes any.
+void LookUpLinear(const std::uint32_t* table, int last, double first, double step, int count, std::uint32_t* pixels);
+
+/// The same where the position is offset + factor * the distance of (x + stepX i, y + stepY i) from 0.
+struct RadialRow {
+  double x, y, stepX, stepY, factor, offset;
+};
+void LookUpRadial(const std::uint32_t* table, int last, const RadialRow& row, int count, std::uint32_t* pixels);
+
+/// Somebody else's pixels, rows of `stride` pixels from the top down.
+struct PixelGrid {
+  const std::uint32_t* pixels = nullptr;
+  std::size_t stride = 0;
+  int width = 0;
+  int height = 0;
+};
+
+/// A row through a grid: pixel i is mixed of the four pixels around (x + stepX i, y + stepY i), where whole numbers are
+/// the pixels' centres. Beyond the edges the grid goes on as its last pixels.
+struct GridRow {
+  double x, y, stepX, stepY;
+};
+void LookUpBilinear(const PixelGrid& grid, const GridRow& row, int count, std::uint32_t* pixels);
+
+/// bytes[i] * by / 255, rounded; `by` is 0 to 255.
+void ScaleBytes(unsigned char* bytes, unsigned int by, std::size_t count);
+
+}  // namespace raster
