@@ -148,21 +148,54 @@ void AddByteOrderPair(const char* name, const Shapes& shapes, KitPaint paint) {
       for (auto _ : state) DrawWithKit(&context, shapes, paint);
     };
   };
-  ratio::Pair(name, 1.2, body(AGBitmap::kFlagZeroFill), body(kBlueFirst));
+  ratio::Pair(name, 1.02, body(AGBitmap::kFlagZeroFill), body(kBlueFirst));
+}
+
+// A star of 1,600 corners over all of the bitmap.
+AGPath ManyCorners() {
+  constexpr int kCorners = 1600;
+  AGPointArray corners;
+  for (int i = 0; i < kCorners; ++i) {
+    const double angle = i * 2 * kPi / kCorners;
+    const double radius = scene::kSide * (i % 2 == 0 ? 0.9 : 0.45);
+    corners.Append({scene::kSide / 2.0 + radius * std::cos(angle), scene::kSide / 2.0 + radius * std::sin(angle)});
+  }
+  AGPath path;
+  path.AddLines(corners, true);
+  return path;
+}
+
+// The same kit drawing under a clip of many corners, against none.
+void AddClipPair(const char* name, const Shapes& shapes, KitPaint paint) {
+  const auto body = [&shapes, paint](bool isClipped) {
+    return [&shapes, paint, isClipped](benchmark::State& state) {
+      AGBitmap bitmap(scene::kSide, scene::kSide, kBlueFirst);
+      AGContext context = bitmap.GetContextOfBitmap();
+      if (isClipped) context.SetClipPath(ManyCorners());
+      for (auto _ : state) DrawWithKit(&context, shapes, paint);
+    };
+  };
+  ratio::Pair(name, 1.3, body(true), body(false));
 }
 
 const bool kRegistered = [] {
-  static const Shapes large = scene::MakeShapes(10000, 15, 60);
-  static const Shapes tiny = scene::MakeShapes(20000, 2, 5);
-  AddPair("10,000 rectangles, solid", 1.05, large, &KitSolid, &HandSolid);
-  AddPair("10,000 rectangles, translucent", 1.05, large, &KitTranslucent, &HandTranslucent);
-  AddPair("10,000 rectangles, fill and stroke", 1.05, large, &KitStroked, &HandStroked);
-  AddPair("10,000 rectangles, linear gradient", 0.5, large, &KitLinear, &HandLinear);
-  AddPair("10,000 rectangles, radial gradient", 0.5, large, &KitRadial, &HandRadial);
-  AddPair("10,000 rectangles, pattern", 1.05, large, &KitPattern, &HandPattern);
-  AddPair("20,000 tiny rectangles", 1.15, tiny, &KitSolid, &HandSolid);
-  AddByteOrderPair("alpha first against blue first, solid", large, &KitSolid);
+  static const Shapes usual = scene::MakeShapes(10000, 20, 200);
+  static const Shapes small = scene::MakeShapes(10000, 15, 60);
+  static const Shapes large = scene::MakeShapes(2000, 500, 900);
+  static const Shapes tiny = scene::MakeShapes(20000, 8, 8);
+  AddPair("10,000 rectangles, solid", 0.40, usual, &KitSolid, &HandSolid);
+  AddPair("10,000 rectangles, translucent", 0.32, usual, &KitTranslucent, &HandTranslucent);
+  AddPair("10,000 rectangles, fill and stroke", 0.32, usual, &KitStroked, &HandStroked);
+  AddPair("10,000 rectangles, linear gradient", 0.20, usual, &KitLinear, &HandLinear);
+  AddPair("10,000 rectangles, radial gradient", 0.15, usual, &KitRadial, &HandRadial);
+  AddPair("10,000 rectangles, pattern", 0.22, usual, &KitPattern, &HandPattern);
+  AddPair("2,000 large rectangles", 0.65, large, &KitSolid, &HandSolid);
+  AddPair("20,000 tiny rectangles", 0.45, tiny, &KitSolid, &HandSolid);
+  AddPair("10,000 small rectangles, solid", 0, small, &KitSolid, &HandSolid);
+  AddPair("10,000 small rectangles, linear gradient", 0, small, &KitLinear, &HandLinear);
+  AddByteOrderPair("alpha first against blue first, solid", usual, &KitSolid);
   AddByteOrderPair("alpha first against blue first, tiny", tiny, &KitSolid);
+  AddClipPair("under a clip of 1,600 corners against none", usual, &KitSolid);
   return true;
 }();
 

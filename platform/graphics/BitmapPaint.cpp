@@ -64,8 +64,16 @@ class ShadingSource final : public raster::RowSource {
   bool isReversed_;
 };
 
-raster::Clip ClipOf(CGContext* context, const ClipNode* node) {
-  return BitmapClip::Of(node, context->target->Bounds());
+// A clip is often set anew for each of many shapes: what was made for the last one serves the same clip again.
+raster::Clip ClipOf(CGContext* context, const Clip& clip) {
+  if (clip != nullptr && clip->onBitmap == nullptr) {
+    if (context->appliedClip != nullptr && SameClip(clip.get(), context->appliedClip.get())) {
+      clip->onBitmap = context->appliedClip->onBitmap;
+    } else {
+      context->appliedClip = clip;
+    }
+  }
+  return BitmapClip::Of(clip.get(), context->target->Bounds());
 }
 
 raster::Shape ShapeOf(const CGPath& path, bool antialias) {
@@ -176,7 +184,7 @@ raster::Clip BitmapClip::Of(const ClipNode* node, const raster::Box& bounds) {
 
 raster::Clip ClipOnBitmap(CGContext* context) {
   if (context->state.textClip != nullptr) SettleTextClip(context);
-  return ClipOf(context, context->state.clip.get());
+  return ClipOf(context, context->state.clip);
 }
 
 void FillOnBitmap(CGContext* context, raster::FillRule rule, bool isClearing) {
@@ -218,7 +226,7 @@ void ShadeOnBitmap(CGContext* context, const CGShading& shading) {
   if (context->state.textClip != nullptr) SettleTextClip(context);
   const raster::Surface surface = SurfaceOf(*context->bitmap);
   const ClipNode* innermost = context->state.clip.get();
-  const raster::Clip clip = ClipOf(context, innermost != nullptr ? innermost->parent.get() : nullptr);
+  const raster::Clip clip = ClipOf(context, innermost != nullptr ? innermost->parent : nullptr);
   const raster::Shape shape = innermost != nullptr ? ShapeOf(*innermost->path, innermost->antialias) : raster::Shape{};
   const raster::Box box = innermost != nullptr ? raster::BoxOf(shape, clip.box) : clip.box;
   if (box.IsEmpty()) return;

@@ -95,6 +95,8 @@ bool SamePath(const CGPath& a, const CGPath& b) {
                     [](const CGPoint& p, const CGPoint& q) { return p.x == q.x && p.y == q.y; });
 }
 
+}  // namespace
+
 bool SameClip(const ClipNode* a, const ClipNode* b) {
   while (a != b) {
     if (a == nullptr || b == nullptr || a->antialias != b->antialias || !SamePath(*a->path, *b->path)) return false;
@@ -103,8 +105,6 @@ bool SameClip(const ClipNode* a, const ClipNode* b) {
   }
   return true;
 }
-
-}  // namespace
 
 bool EmitPath(cairo_t* cairo, const CGPath& path, const PixelBox& target, PixelBox* box) {
   const CutBox near = CutBoxOf(target, 0);

@@ -113,9 +113,9 @@ struct CGContext final : platform::NativeObject {
   platform::GraphicsState state;
   std::vector<platform::GraphicsState> savedStates;
   CGAffineTransform textMatrix = CGAffineTransformIdentity;
-  CGMutablePathRef path;                      ///< the current path, in device space
-  platform::CairoSurface scratch;             ///< where shadings are prepared; grows as needed
-  platform::Clip appliedClip;                 ///< what cairo's clip holds now
+  CGMutablePathRef path;           ///< the current path, in device space
+  platform::CairoSurface scratch;  ///< where shadings are prepared; grows as needed
+  platform::Clip appliedClip;      ///< what cairo's clip holds now; over a bitmap, the last that was drawn under
   const struct BitmapInfo* bitmap = nullptr;  ///< of a bitmap context; owned by the target
 };
 
@@ -140,6 +140,9 @@ bool EmitOutline(cairo_t* cairo, const CGPath& path, const PixelBox& target, dou
 
 /// Adds a chain of clips to cairo's clip.
 void InstallClip(cairo_t* cairo, const ClipNode* node, const PixelBox& target);
+
+/// Whether two chains of clips leave the same visible.
+bool SameClip(const ClipNode* a, const ClipNode* b);
 
 /// Makes cairo's clip that of the context's state.
 void ApplyClip(CGContext* context);

@@ -23,7 +23,7 @@ std::uint32_t Premultiplied(const CGFloat* color, double contextAlpha) {
 }
 
 // From so many pixels on it is quicker to make the whole table than to ask for each pixel.
-constexpr double kManyPixels = 4096;
+constexpr double kManyPixels = 1024;
 
 // The table's entry for a position anywhere; a position that is no number counts as before the start.
 template <typename Real>
@@ -43,8 +43,21 @@ ShadingRows::ShadingRows(const CGShading& shading, const CGAffineTransform& user
   PrepareAxis(shading);
   isComplete_ = static_cast<double>(box.x1 - box.x0) * (box.y1 - box.y0) >= kManyPixels;
   if (!isComplete_) return;
-  for (int i = 0; i < kEntries; ++i) MakeEntry(i);
+  MakeAllEntries();
   isOpaque_ = std::all_of(table_.begin(), table_.end(), [](std::uint32_t pixel) { return pixel >> 24 == 255; });
+}
+
+// All colours first, then all words: each loop does one thing, and quickly.
+void ShadingRows::MakeAllEntries() {
+  const CGFunction& function = *shading_.function.Get();
+  std::array<CGFloat, 4 * (kLast + 1)> colors{};
+  for (int i = 0; i <= kLast; ++i) {
+    const CGFloat input = i * (1.0 / kLast);
+    function.callbacks.evaluate(function.info, &input, &colors[static_cast<std::size_t>(4 * i)]);
+  }
+  for (std::size_t i = 0; i <= kLast; ++i) table_[i + 1] = Premultiplied(&colors[4 * i], alpha_);
+  table_[0] = shading_.extendStart ? table_[1] : 0;
+  table_[kEntries - 1] = shading_.extendEnd ? table_[kEntries - 2] : 0;
 }
 
 // The first and the last entry are what lies beyond the ends.

@@ -31,6 +31,7 @@ class ShadingRows {
   static constexpr int kEntries = kLast + 3;
 
   void PrepareAxis(const CGShading& shading);
+  void MakeAllEntries();
   void MakeEntry(int entry) const;
   template <typename EntryAt>
   void LookUp(int count, std::uint32_t* pixels, EntryAt entryAt) const;
