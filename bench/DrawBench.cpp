@@ -151,13 +151,13 @@ void AddByteOrderPair(const char* name, const Shapes& shapes, KitPaint paint) {
   ratio::Pair(name, 1.02, body(AGBitmap::kFlagZeroFill), body(kBlueFirst));
 }
 
-// A star of 1,600 corners over all of the bitmap.
+// An outline of 1,600 corners around most of the bitmap.
 AGPath ManyCorners() {
   constexpr int kCorners = 1600;
   AGPointArray corners;
   for (int i = 0; i < kCorners; ++i) {
     const double angle = i * 2 * kPi / kCorners;
-    const double radius = scene::kSide * (i % 2 == 0 ? 0.9 : 0.45);
+    const double radius = scene::kSide * (i % 2 == 0 ? 0.48 : 0.46);
     corners.Append({scene::kSide / 2.0 + radius * std::cos(angle), scene::kSide / 2.0 + radius * std::sin(angle)});
   }
   AGPath path;
