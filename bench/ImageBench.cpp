@@ -268,7 +268,38 @@ bool ScalePair(const char* name, bool translucent, unsigned int width, AGImageQu
       });
 }
 
+// A part of it as large as the window, one pixel a pixel, upright or turned.
+bool TurnPair(const char* name, double angle) {
+  constexpr unsigned int kSide = 1000;
+  return ratio::Pair(
+      name, 1.0,
+      [=](benchmark::State& state) {
+        AGBitmap window(kSide, kSide, AGBitmap::kFlagLittleEndian);
+        const AGContext context = window.GetContextOfBitmap();
+        const AGAffineTransform turn = AGAffineTransformRotation(angle, {kSide / 2.0, kSide / 2.0});
+        for (auto _ : state) context.DrawImage(Opaque(), AGPoint{-1500, -1000}, turn, kAGImageQualityDefault);
+      },
+      [=](benchmark::State& state) {
+        std::vector<unsigned char> pixels = PixelsOf(Opaque());
+        cairo_surface_t* image =
+            cairo_image_surface_create_for_data(pixels.data(), CAIRO_FORMAT_ARGB32, kWidth, kHeight, kWidth * 4);
+        cairo_surface_t* window = cairo_image_surface_create(CAIRO_FORMAT_ARGB32, kSide, kSide);
+        for (auto _ : state) {
+          cairo_t* cairo = cairo_create(window);
+          cairo_translate(cairo, kSide / 2.0, kSide / 2.0);
+          cairo_rotate(cairo, angle);
+          cairo_set_source_surface(cairo, image, -2000, -1500);
+          cairo_paint(cairo);
+          cairo_destroy(cairo);
+        }
+        cairo_surface_destroy(window);
+        cairo_surface_destroy(image);
+      });
+}
+
 const bool kRegistered[] = {
+    TurnPair("12 MP on 1,000 x 1,000 pixels, 1:1", 0),
+    TurnPair("12 MP on 1,000 x 1,000 pixels, turned", 0.3),
     ReadPair("12 MP PNG read", AGImageFileFormat::kPNG, &ReadPNG),
     ReadPair("12 MP JPEG read", AGImageFileFormat::kJPEG, &ReadJPEG),
     ReadPair("12 MP TIFF read", AGImageFileFormat::kTIFF, &ReadTIFF),
