@@ -40,7 +40,9 @@ std::vector<raster::Verb> PolygonVerbs(const Points& points) {
 // A bitmap of large squares, one a pixel of the shape.
 class Picture {
  public:
-  Picture() : bitmap_(AGSize{kColumns * kZoom, kRows * kZoom}, AGBitmap::kFlagZeroFill), context_(bitmap_.GetContextOfBitmap()) {
+  Picture()
+      : bitmap_(AGSize{kColumns * kZoom, kRows * kZoom}, AGBitmap::kFlagZeroFill),
+        context_(bitmap_.GetContextOfBitmap()) {
     context_.antialias = true;
     context_.ClearPixels(kAGColorWhite);
   }
@@ -78,7 +80,9 @@ class Picture {
 };
 
 AGColor Share(double share, AGColor color) {
-  const auto mix = [share](unsigned int channel) { return static_cast<unsigned char>(255 - share * (255 - channel) + 0.5); };
+  const auto mix = [share](unsigned int channel) {
+    return static_cast<unsigned char>(255 - share * (255 - channel) + 0.5);
+  };
   return {mix(color.Red()), mix(color.Green()), mix(color.Blue()), 255};
 }
 
@@ -95,8 +99,8 @@ bool DrawCoverage(const Points& points, const std::string& path) {
   return picture.Save(path);
 }
 
-// What the edges leave in the cells, as many blue as one way and as many orange as the other; the sums along the rows are
-// the coverage. Then the bits: the groups of four pixels that an edge touched.
+// What the edges leave in the cells, as many blue as one way and as many orange as the other; the sums along the rows
+// are the coverage. Then the bits: the groups of four pixels that an edge touched.
 bool DrawCells(const Points& points, const std::string& cellsPath, const std::string& groupsPath) {
   raster::Workspace* workspace = raster::Workspace::OfThread();
   if (workspace == nullptr) return false;
@@ -114,14 +118,16 @@ bool DrawCells(const Points& points, const std::string& cellsPath, const std::st
     for (int x = 0; x < kColumns; ++x) {
       const double value = tile.cells[static_cast<std::size_t>(y) * tile.stride + static_cast<std::size_t>(x)] /
                            static_cast<double>(raster::kFull);
-      cells.Fill(Picture::Square(x, y), Share(std::fmin(std::fabs(value), 1), value < 0 ? AGColor(230, 130, 20, 255) : kInk));
+      cells.Fill(Picture::Square(x, y),
+                 Share(std::fmin(std::fabs(value), 1), value < 0 ? AGColor(230, 130, 20, 255) : kInk));
     }
     for (int x = 0; x < kColumns; x += raster::kGroup) {
       if ((bits >> (x / raster::kGroup) & 1) != 0) groups.Fill(Picture::Square(x, y, raster::kGroup), Share(0.4, kInk));
     }
   }
   std::vector<unsigned char> swept(kColumns * kRows);
-  raster::SweepToBytes(tile, raster::FillRule::kNonZero, swept.data(), kColumns);  // leaves the cells as they were found
+  raster::SweepToBytes(tile, raster::FillRule::kNonZero, swept.data(),
+                       kColumns);  // leaves the cells as they were found
   cells.Grid();
   cells.Outline(points);
   groups.Grid();
@@ -137,7 +143,8 @@ int main(int argc, char** argv) {
     return 2;
   }
   const std::string folder = argv[1];
-  const bool isDone = DrawCoverage(kEdge, folder + "/raster-edge.png") && DrawCoverage(kShape, folder + "/raster-coverage.png") &&
+  const bool isDone = DrawCoverage(kEdge, folder + "/raster-edge.png") &&
+                      DrawCoverage(kShape, folder + "/raster-coverage.png") &&
                       DrawCells(kShape, folder + "/raster-cells.png", folder + "/raster-groups.png");
   return isDone ? 0 : 1;
 }

@@ -153,6 +153,7 @@ void BitmapClip::SetUp(const ClipNode& node, const raster::Box& bounds) {
     clip_.box = raster::Intersection(box, within);
     if (parent != nullptr && parent->clip_.mask != nullptr) {
       bytes_ = parent->bytes_;
+      full_ = parent->full_;
       view_ = parent->view_;
       clip_.mask = &view_;
     }
@@ -171,11 +172,21 @@ void BitmapClip::SetUp(const ClipNode& node, const raster::Box& bounds) {
   }
   view_ = {bytes_.get(), width, clip_.box};
   clip_.mask = &view_;
-  if (parent == nullptr || parent->clip_.mask == nullptr) return;
-  for (int y = clip_.box.y0; y < clip_.box.y1; ++y) {
+  for (int y = clip_.box.y0; parent != nullptr && parent->clip_.mask != nullptr && y < clip_.box.y1; ++y) {
     raster::MultiplyBytes(bytes_.get() + static_cast<std::size_t>(y - clip_.box.y0) * width,
                           parent->view_.At(clip_.box.x0, y), width);
   }
+  FindFull();
+}
+
+// Most of what is drawn under a clip lies well within it. Without memory it is looked at pixel by pixel.
+void BitmapClip::FindFull() {
+  const auto rows = static_cast<std::size_t>(clip_.box.Height());
+  full_.reset(new (std::nothrow) raster::Run[rows]);
+  for (std::size_t i = 0; full_ != nullptr && i < rows; ++i) {
+    full_[i] = raster::LongestFull(view_, clip_.box.y0 + static_cast<int>(i));
+  }
+  view_.full = full_.get();
 }
 
 raster::Clip BitmapClip::Of(const ClipNode* node, const raster::Box& bounds) {

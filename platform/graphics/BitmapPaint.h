@@ -20,10 +20,12 @@ class BitmapClip {
  private:
   static const BitmapClip& Resolve(const ClipNode& node, const raster::Box& bounds);
   void SetUp(const ClipNode& node, const raster::Box& bounds);
+  void FindFull();
 
   raster::Clip clip_;
   raster::MaskView view_;
   std::shared_ptr<unsigned char[]> bytes_;
+  std::shared_ptr<raster::Run[]> full_;  // of each row
 };
 
 /// The pixels of a bitmap.

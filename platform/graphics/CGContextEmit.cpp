@@ -2,6 +2,7 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdint>
+#include <cstring>
 
 #include "platform/graphics/CGContextState.h"
 #include "platform/graphics/PathCut.h"
@@ -90,9 +91,9 @@ bool Emit(cairo_t* cairo, const CGPath& path, PixelBox* box) {
 }
 
 bool SamePath(const CGPath& a, const CGPath& b) {
-  return std::equal(a.verbs.begin(), a.verbs.end(), b.verbs.begin(), b.verbs.end()) &&
-         std::equal(a.points.begin(), a.points.end(), b.points.begin(), b.points.end(),
-                    [](const CGPoint& p, const CGPoint& q) { return p.x == q.x && p.y == q.y; });
+  return a.verbs.Count() == b.verbs.Count() && a.points.Count() == b.points.Count() &&
+         std::memcmp(a.verbs.Data(), b.verbs.Data(), a.verbs.Count()) == 0 &&
+         std::memcmp(a.points.Data(), b.points.Data(), a.points.Count() * sizeof(CGPoint)) == 0;
 }
 
 }  // namespace

@@ -1,6 +1,7 @@
 // The operations of drawing contexts that paint.
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 #include "platform/graphics/BitmapPaint.h"
 #include "platform/graphics/StrokeArea.h"
@@ -139,10 +140,10 @@ void CGContextAddPath(CGContextRef context, CGPathRef path) {
 
 void CGContextClip(CGContextRef context) {
   if (context == nullptr) return;
+  CGMutablePathRef next = CGPathCreateMutable();
   auto node = std::make_shared<platform::ClipNode>(platform::ClipNode{
-      context->state.clip, {CGPathCreateMutableCopy(context->path), &ReleasePath}, context->state.antialias});
+      context->state.clip, {std::exchange(context->path, next), &ReleasePath}, context->state.antialias});
   context->state.clip = std::move(node);
-  EmptyPath(context);
 }
 
 void CGContextDrawPath(CGContextRef context, CGPathDrawingMode mode) {

@@ -104,6 +104,19 @@ void ScaleBytes(unsigned char* bytes, unsigned int by, std::size_t count) {
   HWY_DYNAMIC_DISPATCH(ScaleBytes)(bytes, by, count);
 }
 
+Run LongestFull(const MaskView& mask, int y) {
+  const unsigned char* row = mask.At(mask.box.x0, y);
+  Run longest;
+  const int width = mask.box.Width();
+  for (int x = 0; x < width; ++x) {
+    if (row[x] != 255) continue;
+    const int begin = x;
+    while (x < width && row[x] == 255) ++x;
+    if (x - begin > longest.x1 - longest.x0) longest = {begin + mask.box.x0, x + mask.box.x0};
+  }
+  return longest;
+}
+
 // A million edges in one row are rare enough for a plain loop.
 void SweepWideRow(const Tile<std::int64_t>& tile, FillRule rule, int row, std::int64_t* sum, unsigned char* bytes) {
   *sum += tile.left[row];

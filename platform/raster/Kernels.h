@@ -36,16 +36,26 @@ struct Ink {
   bool IsBlended() const { return kind == Kind::kSoftLight || kind == Kind::kHardLight; }
 };
 
+/// The pixels x0 <= x < x1 of a row.
+struct Run {
+  int x0 = 0;
+  int x1 = 0;
+};
+
 /// Bytes of coverage for the pixels of a box, a row `stride` bytes after the one above.
 struct MaskView {
   const unsigned char* bytes = nullptr;
   std::size_t stride = 0;
   Box box;
+  const Run* full = nullptr;  ///< of each row, pixels that are covered wholly; may be null
 
   const unsigned char* At(int x, int y) const {
     return bytes + static_cast<std::size_t>(y - box.y0) * stride + static_cast<std::size_t>(x - box.x0);
   }
 };
+
+/// The longest stretch of whole coverage in a row of a mask.
+Run LongestFull(const MaskView& mask, int y);
 
 /// Paints what the cells of a tile cover, and clears them. `clip` may be null; it contains the tile's box, which lies
 /// within the surface. Not for blended inks.

@@ -209,10 +209,15 @@ class ClippedPainter {
 
   void BeginRow(int y) {
     row_ = clip_.At(clip_.box.x0, y);
+    full_ = clip_.full != nullptr ? clip_.full[y - clip_.box.y0] : Run{};
     painter_.BeginRow(y);
   }
 
   HWY_INLINE void Span(int x, int count, unsigned int coverage) {
+    if (IsFull(x, count)) {
+      painter_.Span(x, count, coverage);
+      return;
+    }
     const unsigned char* clip = At(x);
     for (int begin = 0; begin < count;) {
       // Most of a clip is all or nothing: such stretches are painted as spans.
@@ -230,6 +235,10 @@ class ClippedPainter {
   }
   template <class V>
   HWY_INLINE void Group(int x, int count, V coverage) {
+    if (IsFull(x, kGroup)) {
+      painter_.Group(x, count, coverage);
+      return;
+    }
     const Four d;
     unsigned char clip[kGroup] = {};
     std::memcpy(clip, At(x), static_cast<std::size_t>(std::min(count, kGroup)));
@@ -255,6 +264,7 @@ class ClippedPainter {
     return static_cast<unsigned char>((v + (v >> 8)) >> 8);
   }
   const unsigned char* At(int x) const { return row_ + (x - clip_.box.x0); }
+  bool IsFull(int x, int count) const { return x >= full_.x0 && x + count <= full_.x1; }
 
   static int SameBytes(const unsigned char* bytes, int count) {
     const std::uint64_t wanted = bytes[0] == 0 ? 0 : ~std::uint64_t{0};
@@ -284,6 +294,7 @@ class ClippedPainter {
   const MaskView& clip_;
   Painter& painter_;
   const unsigned char* row_ = nullptr;
+  Run full_;
 };
 
 /// Writes the coverage itself.
