@@ -22,22 +22,28 @@ class PageTarget final : public platform::PlainTarget {
   PageTarget(const PixelBox& bounds, SurfaceKind kind, platform::CairoSurface page)
       : bounds_(bounds), kind_(kind), page_(std::move(page)) {}
 
-  /// Completes the file with what was drawn; false when something went wrong on the way.
+  /// Completes the file with what was drawn; false when something went wrong on the way. To be called once.
   bool Finish(cairo_t* drawing) {
     bool isDrawn = cairo_status(drawing) == CAIRO_STATUS_SUCCESS;
     cairo_surface_t* const drawn = cairo_get_target(drawing);
-    if (drawn == page_.get()) {
-      cairo_show_page(drawing);
-    } else {
+    const unsigned int references = cairo_surface_get_reference_count(drawn);
+    const bool isRecorded = drawn != page_.get();
+    if (isRecorded) {
       const platform::CairoContext cairo(cairo_create(page_.get()));
       cairo_set_source_surface(cairo.get(), drawn, 0, 0);
       cairo_paint(cairo.get());
       cairo_show_page(cairo.get());
       isDrawn = isDrawn && cairo_status(cairo.get()) == CAIRO_STATUS_SUCCESS;
-      cairo_surface_finish(drawn);
+    } else {
+      cairo_show_page(drawing);
     }
     cairo_surface_finish(page_.get());
-    return isDrawn && cairo_surface_status(page_.get()) == CAIRO_STATUS_SUCCESS;
+    isDrawn = isDrawn && cairo_surface_status(page_.get()) == CAIRO_STATUS_SUCCESS;
+    if (!isRecorded) return isDrawn;
+    page_.reset();
+    // cairo 1.16 keeps a reference to a recording that an SVG page was painted with, and never drops it.
+    for (unsigned int i = cairo_surface_get_reference_count(drawn); i > references; --i) cairo_surface_destroy(drawn);
+    return isDrawn;
   }
 
   PixelBox Bounds() const override { return bounds_; }

@@ -11,6 +11,7 @@
 
 #include "CoreGraphics/CGVectorContext.h"
 #include "kit/geometry/AGConstants.h"
+#include "tests/graphics/context/LeakScope.h"
 #include "tests/graphics/images/ImageTestSupport.h"
 
 namespace {
@@ -144,6 +145,7 @@ bool Append(void* info, const void* bytes, std::size_t count) {
 }
 
 TEST(FarCoordinatesTest, OnPages_EdgesAreRight) {
+  const LeakScope scope;
   char pattern[] = "/tmp/farXXXXXX";
   const std::string page = mkdtemp(pattern) + std::string("/page");
   const struct {

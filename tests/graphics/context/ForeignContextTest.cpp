@@ -16,6 +16,7 @@
 
 #include "CoreGraphics/CGVectorContext.h"
 #include "kit/geometry/AGConstants.h"
+#include "tests/graphics/context/LeakScope.h"
 #include "tests/graphics/images/ImageTestSupport.h"
 
 namespace {
@@ -69,6 +70,7 @@ class ForeignPageTest : public testing::Test {
 };
 
 TEST_F(ForeignPageTest, PagesGroupsPartsAndRecordings_KeepGradientsTextAndWholeImages) {
+  const LeakScope scope;
   const std::string path = folder_ + "/page.pdf";
   const auto onGroup = [](cairo_t* cairo) {
     cairo_push_group(cairo);

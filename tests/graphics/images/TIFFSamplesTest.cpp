@@ -113,7 +113,8 @@ double AppendSample(const Kind& kind, double part, Samples* samples) {
     return inside;
   }
   if (kind.format == SAMPLEFORMAT_INT) {
-    return Append(static_cast<std::int32_t>(std::clamp(part, -1.0, 1.0) * 2147483647), samples), inside;
+    return Append(static_cast<std::int32_t>(std::isnan(part) ? 0 : std::clamp(part, -1.0, 1.0) * 2147483647), samples),
+           inside;
   }
   const auto integer = static_cast<std::uint64_t>(std::ldexp(inside, kind.bits) * (1 - 1e-12));
   for (unsigned int i = 0; i < kind.Bytes(); ++i) samples->push_back(static_cast<unsigned char>(integer >> (8 * i)));
