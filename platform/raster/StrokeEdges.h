@@ -204,9 +204,11 @@ class StrokeEdges {
     } else {
       AddOuter(p, -1 * b->normal, -1 * b->offset, -1 * a->normal, -1 * a->offset, cosine, join);
     }
-    // The inner sides meet where they cross, if both are long enough to get there.
+    // The inner sides meet where they cross, if both are long enough to get there, and for each to cover the corner of
+    // the other that is cut off. Of half a turn nobody knows where they cross.
     const double cut = nib_.radius * std::fabs(sine) / (1 + cosine);
-    if (cut <= std::min(a->free, b->free)) {
+    const bool isCovered = nib_.radius * std::fabs(sine) <= std::min(a->length, b->length);
+    if (cosine >= kHalfTurn && isCovered && cut <= std::min(a->free, b->free)) {
       a->free -= cut;
       b->free -= cut;
       const Point corner = (1 / (1 + cosine)) * (a->offset + b->offset);

@@ -226,6 +226,24 @@ TEST(RasterStrokeTest, FlatNibs_StayWithinTheBox) {
   }
 }
 
+// A closed line there and back is the line itself, in any direction: its ends are no corners.
+TEST(RasterStrokeTest, ClosedLines_AreWhole) {
+  raster::StrokeStyle style;
+  style.width = 20;
+  style.join = Join::kRound;
+  Random random(7);
+  for (int i = 0; i < 200; ++i) {
+    const Point a{random.In(20, 80), random.In(20, 80)};
+    const Point b{random.In(-50, 150), random.In(-50, 150)};
+    const Coverage coverage(Stroked(LinePath({a, b}, true), style), {0, 0, 100, 100});
+    for (int pixel = 0; pixel < 10000; ++pixel) {
+      const Point middle{pixel % 100 + 0.5, pixel / 100 + 0.5};
+      if (DistanceToSegment(middle, a, b) > 9) continue;
+      ASSERT_EQ(coverage.At(pixel % 100, pixel / 100), 255) << i;
+    }
+  }
+}
+
 // Of lines that go almost back none is left out as long as they are apart.
 TEST(RasterStrokeTest, NarrowAngles_KeepBothLegs) {
   raster::StrokeStyle style;
