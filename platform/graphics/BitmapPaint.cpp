@@ -112,15 +112,17 @@ void PaintShape(CGContext* context, const raster::Shape& shape, const raster::In
   Check(isBox ? raster::PaintBox(surface, box, clip, ink) : raster::Paint(surface, shape, clip, ink));
 }
 
-void PaintShape(CGContext* context, const raster::Shape& shape, const Paint& paint) {
+void PaintShape(CGContext* context, raster::Shape shape, const Paint& paint) {
   const raster::Surface surface = SurfaceOf(*context->bitmap);
   if (paint.pattern.Get() == nullptr) {
     PaintShape(context, shape, ColorInk(paint, context->state.alpha, surface.order));
     return;
   }
   const double alpha = paint.alpha * context->state.alpha;
-  const PatternRows rows(paint.pattern.Get(), context->state.patternPhase, alpha, surface);
+  const NativeRef<CGPattern> pattern = paint.pattern;
+  const PatternRows rows(pattern.Get(), context->state.patternPhase, alpha, surface);
   if (!rows.IsUsable()) return;
+  shape.path = ViewOf(*context->path);  // who draws the cell may have changed the path
   PaintShape(context, shape, raster::Ink{raster::Ink::Kind::kRows, rows.IsOpaque(), 0, &rows});
 }
 
@@ -236,8 +238,8 @@ static_assert(static_cast<int>(raster::Join::kBevel) == kCGLineJoinBevel);
 void ShadeOnBitmap(CGContext* context, const CGShading& shading) {
   if (context->state.textClip != nullptr) SettleTextClip(context);
   const raster::Surface surface = SurfaceOf(*context->bitmap);
-  const ClipNode* innermost = context->state.clip.get();
-  const raster::Clip clip = ClipOf(context, innermost != nullptr ? innermost->parent : nullptr);
+  const Clip innermost = context->state.clip;  // kept, whatever the shading's function does to the context
+  const raster::Clip clip = ClipOf(context, innermost != nullptr ? innermost->parent : Clip());
   const raster::Shape shape = innermost != nullptr ? ShapeOf(*innermost->path, innermost->antialias) : raster::Shape{};
   const raster::Box box = innermost != nullptr ? raster::BoxOf(shape, clip.box) : clip.box;
   if (box.IsEmpty()) return;

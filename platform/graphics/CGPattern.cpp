@@ -23,6 +23,7 @@ bool IsOpaque(const CGPattern& pattern, cairo_surface_t* cell) {
 }
 
 bool DrawCell(CGPattern* pattern) {
+  if (pattern->isBeingDrawn) return false;
   platform::CairoSurface cell(cairo_image_surface_create(CAIRO_FORMAT_ARGB32, pattern->width, pattern->height));
   if (cairo_surface_status(cell.get()) != CAIRO_STATUS_SUCCESS) return false;
   cairo_surface_flush(cell.get());
@@ -34,7 +35,9 @@ bool DrawCell(CGPattern* pattern) {
   CGColorSpaceRelease(space);
   if (context == nullptr) return false;
   CGContextSetShouldAntialias(context, false);
+  pattern->isBeingDrawn = true;
   pattern->callbacks.drawPattern(pattern->info, context);
+  pattern->isBeingDrawn = false;
   CGContextRelease(context);
   cairo_surface_mark_dirty(cell.get());
   pattern->isOpaque = IsOpaque(*pattern, cell.get());

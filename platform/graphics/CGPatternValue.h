@@ -20,6 +20,7 @@ struct CGPattern final : platform::NativeObject {
   CGPatternCallbacks callbacks;
   platform::CairoSurface cell;  ///< drawn on first use, rows from the top down
   bool isOpaque = false;        ///< every pixel of the cell is
+  bool isBeingDrawn = false;    ///< a cell can't be filled with itself
 };
 
 namespace platform {

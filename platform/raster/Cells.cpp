@@ -1,6 +1,7 @@
 #include "platform/raster/Cells.h"
 
 #include <cstdlib>
+#include <exception>
 #include <type_traits>
 
 namespace raster {
@@ -36,6 +37,17 @@ Workspace* Workspace::OfThread() {
     return nullptr;
   }
   return &workspace;
+}
+
+WorkspaceLease::WorkspaceLease() : workspace_(Workspace::OfThread()), exceptions_(std::uncaught_exceptions()) {
+  if (workspace_ != nullptr && workspace_->isLent_) workspace_ = own_.Take() ? &own_ : nullptr;
+  if (workspace_ != nullptr) workspace_->isLent_ = true;
+}
+
+WorkspaceLease::~WorkspaceLease() {
+  if (workspace_ == nullptr) return;
+  workspace_->isLent_ = false;
+  if (std::uncaught_exceptions() > exceptions_) *workspace_ = {};  // its cells are not zero
 }
 
 }  // namespace raster

@@ -44,6 +44,7 @@ class Workspace {
   std::int64_t* left() { return left_.get(); }
 
  private:
+  friend class WorkspaceLease;
   bool Take();
 
   struct Free {
@@ -52,6 +53,24 @@ class Workspace {
   std::unique_ptr<void, Free> cells_;
   std::unique_ptr<std::uint64_t[], Free> bits_;
   std::unique_ptr<std::int64_t[], Free> left_;
+  bool isLent_ = false;
+};
+
+/// A workspace for one shape: the thread's own, or, while a row source of that is drawing itself, a new one. What an
+/// exception leaves behind is given back.
+class WorkspaceLease {
+ public:
+  WorkspaceLease();
+  ~WorkspaceLease();
+  WorkspaceLease(const WorkspaceLease&) = delete;
+  WorkspaceLease& operator=(const WorkspaceLease&) = delete;
+
+  Workspace* get() const { return workspace_; }  ///< null when there is no memory
+
+ private:
+  Workspace own_;
+  Workspace* workspace_;
+  int exceptions_;
 };
 
 /// The cells of a tile of the target.

@@ -42,7 +42,7 @@ class Edges {
     a = {a.x - originX_, a.y - originY_};
     b = {b.x - originX_, b.y - originY_};
     if (isInside_) {
-      Add(Fix(a.x), Fix(a.y), Fix(b.x), Fix(b.y));
+      Add(FixIn(a.x, width_), FixIn(a.y, height_), FixIn(b.x, width_), FixIn(b.y, height_));
     } else {
       Cut(a, b);
     }
@@ -51,6 +51,12 @@ class Edges {
  private:
   // Of a coordinate from 0 on.
   static int Fix(double value) { return static_cast<int>(value * kSub + 0.5); }
+  // Of one that should lie within the tile. A nib that is all but flat has no exact corners: no rounding, however
+  // large, may lead out of the cells.
+  static int FixIn(double value, int limit) {
+    const double fixed = value * kSub + 0.5;
+    return fixed > 0 ? fixed < limit ? static_cast<int>(fixed) : limit : 0;
+  }
 
   // The part of an edge between top and bottom, left and right.
   void Cut(Point a, Point b) {
@@ -84,7 +90,7 @@ class Edges {
     const double slope = (to.y - from.y) / (to.x - from.x);
     const auto at = [&](double x) {
       const double y = from.y + (x - from.x) * slope;
-      return Fix(y < from.y ? from.y : y > to.y ? to.y : y);
+      return Fix(y > to.y ? to.y : y > from.y ? y : from.y);  // an edge as good as level may give no number
     };
     const bool turned = from.x > to.x;
     const Point& first = turned ? to : from;

@@ -93,7 +93,8 @@ void Wipe(const Tile<std::int32_t>& tile) {
 // useRow(box, y, coverage) row by row.
 template <typename Use, typename UseRow>
 bool InTiles(const Prepared& shape, const Box& box, const Use& use, const UseRow& useRow) {
-  Workspace* workspace = Workspace::OfThread();
+  const WorkspaceLease lease;
+  Workspace* workspace = lease.get();
   if (workspace == nullptr) return false;
   for (int x = box.x0; x < box.x1; x += Workspace::kMaxTileWidth) {
     const int end = std::min(box.x1 - x, Workspace::kMaxTileWidth) + x;

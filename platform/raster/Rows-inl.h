@@ -117,7 +117,23 @@ HWY_INLINE auto MixFour(const PixelGrid& grid, const Neighbours& x, const Neighb
   return Joined(d, even, odd);
 }
 
+/// What is no number counts as `low`.
+inline double Inside(double value, double low, double high) { return value > low ? value < high ? value : high : low; }
+
+// Grids with more pixels than the lanes of a gather can count: each pixel is the nearest one.
+inline void LookUpNearest(const PixelGrid& grid, const GridRow& row, int count, std::uint32_t* pixels) {
+  for (int i = 0; i < count; ++i) {
+    const auto x = static_cast<std::size_t>(Inside(row.x + row.stepX * i + 0.5, 0, grid.width - 1));
+    const auto y = static_cast<std::size_t>(Inside(row.y + row.stepY * i + 0.5, 0, grid.height - 1));
+    pixels[i] = grid.pixels[y * grid.stride + x];
+  }
+}
+
 void LookUpBilinear(const PixelGrid& grid, const GridRow& row, int count, std::uint32_t* pixels) {
+  if (grid.stride * static_cast<std::size_t>(grid.height) > std::size_t{INT32_MAX}) {
+    LookUpNearest(grid, row, count, pixels);
+    return;
+  }
   const Many d;
   const Reals real;
   const int lanes = static_cast<int>(hn::Lanes(d));
@@ -125,8 +141,8 @@ void LookUpBilinear(const PixelGrid& grid, const GridRow& row, int count, std::u
   constexpr int kStretch = 64;
   constexpr double kFar = 1 << 28;
   for (int begin = 0; begin < count; begin += kStretch) {
-    const double startX = std::clamp(row.x + row.stepX * begin, -kFar, kFar);
-    const double startY = std::clamp(row.y + row.stepY * begin, -kFar, kFar);
+    const double startX = Inside(row.x + row.stepX * begin, -kFar, kFar);
+    const double startY = Inside(row.y + row.stepY * begin, -kFar, kFar);
     const double baseX = std::floor(startX);
     const double baseY = std::floor(startY);
     const auto at = [&](int i, double start, double step) HWY_ATTR {

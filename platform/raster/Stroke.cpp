@@ -14,20 +14,21 @@ bool Nib::SetUp(const StrokeStyle& s) {
   cap = s.cap;
   join = s.join;
   miterLimit = s.miterLimit;
-  radius = s.width / 2;
-  a_ = radius * s.a;
-  b_ = radius * s.b;
-  c_ = radius * s.c;
-  d_ = radius * s.d;
   ia_ = s.d * inverse;
   ib_ = -s.b * inverse;
   ic_ = -s.c * inverse;
   id_ = s.a * inverse;
   // The longer half axis of the ellipse is the map's larger singular value.
-  const double sum = a_ * a_ + b_ * b_ + c_ * c_ + d_ * d_;
-  const double product = a_ * d_ - b_ * c_;
-  reach = std::sqrt((sum + std::sqrt(std::max(0.0, sum * sum - 4 * product * product))) / 2);
-  if (!std::isfinite(reach)) return false;
+  const double sum = s.a * s.a + s.b * s.b + s.c * s.c + s.d * s.d;
+  const double scale = std::sqrt((sum + std::sqrt(std::max(0.0, sum * sum - 4 * determinant * determinant))) / 2);
+  if (!std::isfinite(scale)) return false;
+  // Further out than points may be it makes no difference how large the nib is.
+  radius = std::min(s.width / 2, kFarthest / scale);
+  reach = radius * scale;
+  a_ = radius * s.a;
+  b_ = radius * s.b;
+  c_ = radius * s.c;
+  d_ = radius * s.d;
   // A line for the angle t of a circle of radius r is off by r (1 - cos(t / 2)).
   const double half = std::max(0.0, 1 - kFlatness / reach);
   flatCosine = 2 * half * half - 1;

@@ -112,14 +112,17 @@ class StrokeEdges {
   void CurveTo(const Cubic& c) {
     isDrawn_ = true;
     const auto isHidden = [this](Extent e) {
-      e = {e.x0 - nib_.reach, e.y0 - nib_.reach, e.x1 + nib_.reach, e.y1 + nib_.reach};
+      const double reach = nib_.Reach();  // a mitre is as long as the first piece's direction says
+      e = {e.x0 - reach, e.y0 - reach, e.x1 + reach, e.y1 + reach};
       return edges_.IsOutOfSight(e) || edges_.IsLeft(e);
     };
     const Point first = Direction(c.p[0], c.p[1], c.p[2], c.p[3]);
     const Point last = -1 * Direction(c.p[3], c.p[2], c.p[1], c.p[0]);
     Join join = JoinWith(first);  // with what comes before; within the curve there are no corners
     bool isAdded = false;
-    Flatten(c, kFlatness, isHidden, [this, &join, &isAdded](Point p) {
+    // All of a curve may be within reach of a nib of millions of pixels, which can do with fewer lines.
+    const double tolerance = std::max(kFlatness, kLargeNibFlatness * nib_.Reach());
+    Flatten(c, tolerance, isHidden, [this, &join, &isAdded](Point p) {
       if (!AddPiece(p, join)) return;
       join = Join::kRound;
       isAdded = true;
@@ -138,7 +141,7 @@ class StrokeEdges {
   bool AddPiece(Point p, Join join) {
     const Point along = nib_.ToPen(p - current_);
     const double length = std::sqrt(Dot(along, along));
-    if (!(length > kLeastLength * nib_.radius)) return false;
+    if (!(length > kLeastLength * nib_.radius) || !std::isfinite(length)) return false;
     const double k = 1 / length;
     Piece piece{{-k * along.y, k * along.x}, {}, length, length, current_, {}, {}, {}, {}};
     piece.offset = nib_.ToPixels(piece.normal);
@@ -147,7 +150,7 @@ class StrokeEdges {
       first_ = piece;
     } else {
       Piece& before = pieceCount_ == 1 ? first_ : last_;
-      if (Dot(before.normal, piece.normal) < kHalfTurn) {
+      if (IsTurningBack(before, piece)) {
         TurnBack(current_, p, &before, &piece, join);
       } else {
         AddJoin(current_, &before, &piece, join);
@@ -158,6 +161,13 @@ class StrokeEdges {
     ++pieceCount_;
     current_ = p;
     return true;
+  }
+
+  // Whether the shorter of two pieces lies on the other, but for what nobody sees.
+  bool IsTurningBack(const Piece& a, const Piece& b) const {
+    if (!(Dot(a.normal, b.normal) < kHalfTurn)) return false;
+    const double aside = std::fabs(Cross(a.normal, b.normal)) * std::min(a.length, b.length);
+    return aside * nib_.reach <= kFlatness * nib_.radius;
   }
 
   // At p a goes back as b, to `end`. Both would count where they cover a part of a pixel, so the shorter of them is
@@ -194,9 +204,11 @@ class StrokeEdges {
     } else {
       AddOuter(p, -1 * b->normal, -1 * b->offset, -1 * a->normal, -1 * a->offset, cosine, join);
     }
-    // The inner sides meet where they cross, if both are long enough to get there.
+    // The inner sides meet where they cross, if both are long enough to get there, and for each to cover the corner of
+    // the other that is cut off. Of half a turn nobody knows where they cross.
     const double cut = nib_.radius * std::fabs(sine) / (1 + cosine);
-    if (cut <= std::min(a->free, b->free)) {
+    const bool isCovered = nib_.radius * std::fabs(sine) <= std::min(a->length, b->length);
+    if (cosine >= kHalfTurn && isCovered && cut <= std::min(a->free, b->free)) {
       a->free -= cut;
       b->free -= cut;
       const Point corner = (1 / (1 + cosine)) * (a->offset + b->offset);
@@ -308,6 +320,7 @@ class StrokeEdges {
   static constexpr double kLeastLength = 1e-9;
   static constexpr double kHalfTurn = -1 + 1e-7;  // the cosine of its angle, and what is as good as that
   static constexpr double kLeastFree = 1e-3;      // of the radius: what is left of a piece that another covers
+  static constexpr double kLargeNibFlatness = 1e-9;
 
   const Nib& nib_;
   Edges<Cell>& edges_;

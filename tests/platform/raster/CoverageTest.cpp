@@ -223,4 +223,44 @@ TEST(RasterCoverageTest, WhatIsNoNumber_CoversNothing_AndInfinity_IsFarAway) {
             (std::vector<int>{255, 128, 0}));
 }
 
+// From far away to within the box, and as good as level: the slope is more than a number can say.
+TEST(RasterCoverageTest, EdgesAsGoodAsLevel_CutNothing) {
+  for (const double sign : {1.0, -1.0}) {
+    Path path;
+    path.Polygon({{sign * 1e15, -1e-300}, {5, 1e-300}, {5, 8}, {8, 8}, {8, -1e-300}});
+    const Coverage coverage(Filled(path), {0, 0, 16, 16});
+    EXPECT_EQ((std::vector<int>{coverage.At(4, 4), coverage.At(6, 4), coverage.At(9, 4)}),
+              (std::vector<int>{0, 255, 0}));
+  }
+}
+
+// A source that draws itself, or throws, leaves the shape around it, and those after it, as they are.
+TEST(RasterCoverageTest, SourcesThatDraw_DisturbNothing) {
+  struct Source final : raster::RowSource {
+    void Fetch(int x, int, int count, std::uint32_t* pixels) const override {
+      Path inner;
+      inner.Polygon({{0.3, 0.3}, {190, 40}, {20, 77}});
+      EXPECT_GT(Coverage(Filled(inner), {0, 0, 200, 80}).At(40, 30), 0);
+      if (throws && x > 10) throw 1;
+      std::fill_n(pixels, count, 0xFF010203U);
+    }
+    bool throws = false;
+  };
+  const Polygon star = {{32, 1}, {50, 60}, {3, 20}, {61, 25}, {12, 63}};
+  Path path;
+  path.Polygon(star);
+  Source source;
+  const auto painted = [&](raster::Ink::Kind kind) {
+    std::vector<std::uint32_t> pixels(64 * 64);
+    const raster::Surface surface{reinterpret_cast<unsigned char*>(pixels.data()), 256, 64, 64};
+    EXPECT_TRUE(Paint(surface, Filled(path), {surface.Bounds()}, {kind, false, 0xFF010203U, &source}));
+    return pixels;
+  };
+  const auto wanted = painted(raster::Ink::Kind::kColor);
+  EXPECT_EQ(painted(raster::Ink::Kind::kRows), wanted);
+  source.throws = true;
+  EXPECT_THROW(painted(raster::Ink::Kind::kRows), int);
+  EXPECT_EQ(painted(raster::Ink::Kind::kColor), wanted);
+}
+
 }  // namespace

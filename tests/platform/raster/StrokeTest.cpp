@@ -3,6 +3,7 @@
 
 #include <cmath>
 #include <numbers>
+#include <numeric>
 
 #include "tests/platform/raster/RasterScene.h"
 
@@ -197,6 +198,80 @@ TEST(RasterStrokeTest, GiantStrokes_AreHalfPlanes) {
   style.width = 10000;
   const Coverage coverage(Stroked(spiral, style), {0, 0, 100, 100});
   EXPECT_EQ(coverage.bytes, std::vector<unsigned char>(10000, 255));
+}
+
+// Curves and nibs of any size take as many lines as can be told apart, no more.
+TEST(RasterStrokeTest, GiantCurvesAndNibs_End) {
+  raster::StrokeStyle style;
+  style.cap = Cap::kRound;
+  style.join = Join::kRound;
+  Path curve;
+  curve.Move(-1e15, 2);
+  curve.Cubic(1e15, 9e14, -7e14, 3e14, 1e15, -1e15);
+  for (const double width : {1e16, 1e55, 1e300}) {
+    style.width = width;
+    EXPECT_EQ(Coverage(Stroked(curve, style), {0, 0, 4, 4}).bytes, std::vector<unsigned char>(16, 255)) << width;
+  }
+}
+
+// A map that is all but flat makes lengths of which nothing is left but infinity.
+TEST(RasterStrokeTest, FlatNibs_StayWithinTheBox) {
+  for (const auto& [a, c] : {std::pair{1e-307, 0.0}, {1e-200, 0.0}, {1.0, 0.9999999999999999}}) {
+    raster::StrokeStyle style;
+    style.width = 2;
+    style.a = style.b = a;
+    style.c = a == 1 ? c : 0;
+    const Path path = LinePath({{20, 2}, {150, 9}, {90, 3}, {30, 12}}, true);
+    EXPECT_TRUE(Coverage(Stroked(path, style), {0, 0, 200, 20}).isDone);
+  }
+}
+
+// A closed line there and back is the line itself, in any direction: its ends are no corners.
+TEST(RasterStrokeTest, ClosedLines_AreWhole) {
+  raster::StrokeStyle style;
+  style.width = 20;
+  style.join = Join::kRound;
+  Random random(7);
+  for (int i = 0; i < 200; ++i) {
+    const Point a{random.In(20, 80), random.In(20, 80)};
+    const Point b{random.In(-50, 150), random.In(-50, 150)};
+    const Coverage coverage(Stroked(LinePath({a, b}, true), style), {0, 0, 100, 100});
+    for (int pixel = 0; pixel < 10000; ++pixel) {
+      const Point middle{pixel % 100 + 0.5, pixel / 100 + 0.5};
+      if (DistanceToSegment(middle, a, b) > 9) continue;
+      ASSERT_EQ(coverage.At(pixel % 100, pixel / 100), 255) << i;
+    }
+  }
+}
+
+// Of lines that go almost back none is left out as long as they are apart.
+TEST(RasterStrokeTest, NarrowAngles_KeepBothLegs) {
+  raster::StrokeStyle style;
+  for (const double back : {11.5, -0.5}) {
+    const Coverage coverage(Stroked(LinePath({{0, 5.5}, {20000, 5.5}, {0, back}}, false), style), {0, -2, 64, 14});
+    EXPECT_EQ(coverage.At(1, 5), 255) << back;
+    EXPECT_NEAR(coverage.At(1, static_cast<int>(std::floor(back))), 255, 2) << back;
+  }
+}
+
+// What is out of sight still tells where a mitre points that is seen.
+TEST(RasterStrokeTest, MitresOfHiddenCurves_AreSeen) {
+  const Point c[4] = {{-25, 100}, {-1400, 400}, {-3000, 3000}, {-100, 9000}};
+  Path curve;
+  Path lines;
+  for (Path* path : {&curve, &lines}) {
+    path->Move(-3000, 100);
+    path->Line(c[0].x, c[0].y);
+  }
+  curve.Cubic(c[1].x, c[1].y, c[2].x, c[2].y, c[3].x, c[3].y);
+  lines.Line(-1400, 400);  // the same direction
+  raster::StrokeStyle style;
+  style.width = 40;
+  const Coverage seen(Stroked(curve, style), {0, 0, 300, 300});
+  const Coverage wanted(Stroked(lines, style), {0, 0, 300, 300});
+  const double area = std::accumulate(wanted.bytes.begin(), wanted.bytes.end(), 0.0);
+  EXPECT_GT(area, 255 * 1000);
+  EXPECT_NEAR(std::accumulate(seen.bytes.begin(), seen.bytes.end(), 0.0), area, 0.1 * area);
 }
 
 }  // namespace
