@@ -14,9 +14,9 @@
 #include "CoreGraphics/CGContext.h"
 #include "platform/foundation/NativeObject.h"
 #include "platform/foundation/NativeRef.h"
-#include "platform/graphics/CGPathValue.h"
 #include "platform/graphics/CGPatternValue.h"
 #include "platform/graphics/CairoHandles.h"
+#include "platform/paths/CGPathValue.h"
 #include "platform/raster/Box.h"
 
 struct CGImage;

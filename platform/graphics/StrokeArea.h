@@ -5,7 +5,7 @@
 #pragma once
 
 #include "platform/graphics/CGContextState.h"
-#include "platform/graphics/PathCut.h"
+#include "platform/paths/PathCut.h"
 
 namespace platform {
 

@@ -6,8 +6,8 @@
 #include <unordered_map>
 
 #include "platform/foundation/NativeRef.h"
-#include "platform/graphics/CGPathValue.h"
 #include "platform/graphics/CairoHandles.h"
+#include "platform/paths/CGPathValue.h"
 #include "platform/text/GlyphPictures.h"
 #include "platform/text/PangoHandles.h"
 

@@ -11,7 +11,7 @@
 #include <unordered_map>
 #include <vector>
 
-#include "platform/graphics/CGPathValue.h"
+#include "platform/paths/CGPathValue.h"
 
 namespace platform {
 

@@ -7,7 +7,7 @@
 #include <utility>
 #include <vector>
 
-#include "platform/graphics/PathCut.h"
+#include "platform/paths/PathCut.h"
 
 namespace {
 

@@ -7,8 +7,8 @@
 
 #include <vector>
 
-#include "platform/graphics/CGContextState.h"
-#include "platform/graphics/CGPathValue.h"
+#include "platform/paths/CGPathValue.h"
+#include "platform/raster/Box.h"
 
 namespace platform {
 
@@ -24,7 +24,7 @@ struct CutBox {
 
 /// A target's pixels and a wide margin: what lies inside is drawn as it is. `reach` is how far from the path its
 /// drawing goes, as for a stroke.
-CutBox CutBoxOf(const PixelBox& target, double reach);
+CutBox CutBoxOf(const raster::Box& target, double reach);
 
 /// True when all points of the path, control points included, lie inside.
 bool IsInside(const CGPath& path, const CutBox& box);

@@ -3,7 +3,7 @@
 #include <limits>
 #include <utility>
 
-#include "platform/graphics/CGPathValue.h"
+#include "platform/paths/CGPathValue.h"
 
 namespace {
 

@@ -1,4 +1,4 @@
-#include "platform/graphics/PathCut.h"
+#include "platform/paths/PathCut.h"
 
 #include <algorithm>
 #include <array>
@@ -286,7 +286,7 @@ void AddFlat(const Piece& piece, const CutBox& seen, int depth, Polyline* out) {
 
 }  // namespace
 
-CutBox CutBoxOf(const PixelBox& target, double reach) {
+CutBox CutBoxOf(const raster::Box& target, double reach) {
   constexpr double kMargin = 4096;
   const double margin = kMargin + (reach > 0 ? reach : 0);
   return {target.x0 - margin, target.y0 - margin, target.x1 + margin, target.y1 + margin};

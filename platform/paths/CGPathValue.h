@@ -10,7 +10,7 @@
 
 #include "CoreGraphics/CGPath.h"
 #include "platform/foundation/NativeObject.h"
-#include "platform/graphics/InlineArray.h"
+#include "platform/paths/InlineArray.h"
 
 struct CGPath final : platform::NativeObject {
   using Verb = std::uint8_t;  // a CGPathElementType

@@ -6,7 +6,7 @@
 #include <cmath>
 
 #include "CoreGraphics/CGPath.h"
-#include "platform/graphics/CGPathValue.h"
+#include "platform/paths/CGPathValue.h"
 
 namespace {
 
