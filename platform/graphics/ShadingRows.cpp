@@ -51,9 +51,9 @@ ShadingRows::ShadingRows(const CGShading& shading, const CGAffineTransform& user
 void ShadingRows::MakeAllEntries() {
   const CGFunction& function = *shading_.function.Get();
   std::array<CGFloat, 4 * (kLast + 1)> colors{};
-  for (int i = 0; i <= kLast; ++i) {
-    const CGFloat input = i * (1.0 / kLast);
-    function.callbacks.evaluate(function.info, &input, &colors[static_cast<std::size_t>(4 * i)]);
+  for (std::size_t i = 0; i <= kLast; ++i) {
+    const CGFloat input = static_cast<double>(i) / kLast;
+    function.callbacks.evaluate(function.info, &input, &colors[4 * i]);
   }
   for (std::size_t i = 0; i <= kLast; ++i) table_[i + 1] = Premultiplied(&colors[4 * i], alpha_);
   table_[0] = shading_.extendStart ? table_[1] : 0;

@@ -158,7 +158,8 @@ class Edges {
     const double slope = static_cast<double>(x1 - x0) / (y1 - y0);
     const int end = CenterRow(y1);
     for (int row = CenterRow(y0); row < end; ++row) {
-      const double x = x0 + slope * (row * kSub + kSub / 2 - y0);
+      constexpr int kHalf = kSub / 2;
+      const double x = x0 + slope * (row * kSub + kHalf - y0);
       const int cell = (static_cast<int>(x + 0.5) + kSub / 2 - 1) >> kSubBits;
       RowOf(row)[cell] += Cell{direction} * kFull;
       Touch(row, cell, cell);
