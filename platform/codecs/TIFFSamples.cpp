@@ -196,7 +196,8 @@ std::uint32_t TIFFSamples::PixelAt(const Block& block, std::size_t row, std::siz
 }
 
 bool TIFFSamples::ReadBlock(std::uint32_t x, std::uint32_t y, const Block& block) const {
-  for (std::uint16_t plane = 0; plane < (isPlanar_ ? count_ : 1); ++plane) {
+  const std::uint16_t planes = isPlanar_ ? count_ : std::uint16_t{1};
+  for (std::uint16_t plane = 0; plane < planes; ++plane) {
     unsigned char* const to = block.bytes.get() + plane * block.size;
     const auto size = static_cast<tmsize_t>(block.size);
     const tmsize_t read = block.isTile ? TIFFReadEncodedTile(tiff_, TIFFComputeTile(tiff_, x, y, 0, plane), to, size)
