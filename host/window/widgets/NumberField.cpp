@@ -162,7 +162,7 @@ void NumberField::WriteText(const Glib::ustring& text) {
 
 // For the eye, for a pointer that rests, and for those who hear the window.
 void NumberField::Refuse() {
-  if (refused_) return reason_.popup();
+  if (refused_) return ShowReason();
   refused_ = true;
   const std::string why = TrWith(read_ ? N_("“%s” is no time. Write hours, minutes and seconds, such as 1:02:05.")
                                        : N_("“%s” is no number."),
@@ -174,7 +174,13 @@ void NumberField::Refuse() {
   gtk_accessible_update_property(GTK_ACCESSIBLE(gobj()), GTK_ACCESSIBLE_PROPERTY_DESCRIPTION, why.c_str(), -1);
   gtk_accessible_update_state(GTK_ACCESSIBLE(gobj()), GTK_ACCESSIBLE_STATE_INVALID, GTK_ACCESSIBLE_INVALID_TRUE, -1);
   reasonText_.set_text(why);
-  reason_.popup();
+  ShowReason();
+}
+
+// A field that is taken off its panel while it is typed in is asked for its value once more, and has no place for a
+// reason any more.
+void NumberField::ShowReason() {
+  if (get_root() != nullptr && get_mapped()) reason_.popup();
 }
 
 void NumberField::Allow() {

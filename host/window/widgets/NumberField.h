@@ -52,6 +52,7 @@ class NumberField : public Gtk::SpinButton, public TypedField {
   std::string TextOf(double value) const;
   void WriteText(const Glib::ustring& text);
   void Refuse();
+  void ShowReason();
   void Allow();
   /// What is typed stays: it is the user's, or says what was wrong with it.
   bool KeepsText(bool sameValue) const { return typed_ && (HasFocus(*this) || (refused_ && sameValue)); }
