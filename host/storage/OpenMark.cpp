@@ -6,22 +6,15 @@
 #include <unistd.h>
 
 #include <cerrno>
-#include <cstdint>
 #include <cstdio>
 #include <filesystem>
 
 #include "kit/files/AKFileUtils.h"
 #include "kit/files/AKStandardFolders.h"
+#include "kit/text/AKTextConversions.h"
 
 namespace host {
 namespace {
-
-// FNV-1a: names a file after a text of any length.
-std::uint64_t HashOf(const std::string& text) {
-  std::uint64_t hash = 0xCBF29CE484222325;
-  for (const char byte : text) hash = (hash ^ static_cast<unsigned char>(byte)) * 0x100000001B3;
-  return hash;
-}
 
 // The same for all paths of a document, and for the file that a save puts in its place. Empty when there is none.
 std::string MarkOf(const std::string& path) {
@@ -32,7 +25,7 @@ std::string MarkOf(const std::string& path) {
   const std::string folder = std::string(AKFileUtils::GetAsSystemPath(data).CStr()) + "/objecthost/open";
   std::filesystem::create_directories(folder, failed);
   char name[32];
-  std::snprintf(name, sizeof(name), "/%016llx", static_cast<unsigned long long>(HashOf(document)));
+  std::snprintf(name, sizeof(name), "/%016llx", AKStringComputeHashCode64(AKString(document.c_str())));
   return failed ? "" : folder + name;
 }
 

@@ -5,7 +5,6 @@
 #include <new>
 
 #include "platform/graphics/PatternRows.h"
-#include "platform/graphics/PixelOrder.h"
 #include "platform/graphics/ShadingRows.h"
 
 namespace platform {
@@ -54,9 +53,7 @@ class ShadingSource final : public raster::RowSource {
 
   void Fetch(int x, int y, int count, std::uint32_t* pixels) const override {
     rows_.Fill(x, y, count, pixels);
-    if (!isReversed_) return;
-    auto* bytes = reinterpret_cast<unsigned char*>(pixels);
-    CopyBytesReversed(bytes, bytes, static_cast<std::size_t>(count));
+    if (isReversed_) raster::ReverseBytes(pixels, static_cast<std::size_t>(count));
   }
 
  private:

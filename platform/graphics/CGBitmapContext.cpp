@@ -7,7 +7,6 @@
 
 #include "platform/graphics/CGColorSpaceValue.h"
 #include "platform/graphics/CGContextState.h"
-#include "platform/graphics/PixelOrder.h"
 
 namespace {
 

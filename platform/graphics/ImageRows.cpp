@@ -6,7 +6,6 @@
 #include "platform/graphics/BitmapPaint.h"
 #include "platform/graphics/CGImageValue.h"
 #include "platform/graphics/ImageResample.h"
-#include "platform/graphics/PixelOrder.h"
 #include "platform/graphics/ShadingRows.h"
 
 namespace platform {
@@ -72,7 +71,7 @@ void ImageRows::Fetch(int x, int y, int count, std::uint32_t* pixels) const {
     raster::LookUpBilinear(image_, {p.x - 0.5, p.y - 0.5, toImage_.a, toImage_.b}, count, pixels);
   }
   auto* bytes = reinterpret_cast<unsigned char*>(pixels);
-  if (isReversed_) CopyBytesReversed(bytes, bytes, static_cast<std::size_t>(count));
+  if (isReversed_) raster::ReverseBytes(pixels, static_cast<std::size_t>(count));
   if (alpha_ != 255) raster::ScaleBytes(bytes, alpha_, static_cast<std::size_t>(count) * sizeof(std::uint32_t));
 }
 

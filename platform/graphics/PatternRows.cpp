@@ -4,8 +4,6 @@
 #include <cmath>
 #include <cstring>
 
-#include "platform/graphics/PixelOrder.h"
-
 namespace platform {
 namespace {
 
@@ -50,7 +48,7 @@ void PatternRows::Fetch(int x, int y, int count, std::uint32_t* pixels) const {
     std::memcpy(pixels + done, pixels, static_cast<std::size_t>(size) * 4);
     done += size;
   }
-  if (isReversed_) CopyBytesReversed(bytes, bytes, static_cast<std::size_t>(count));
+  if (isReversed_) raster::ReverseBytes(pixels, static_cast<std::size_t>(count));
   if (alpha_ != 255) raster::ScaleBytes(bytes, alpha_, static_cast<std::size_t>(count) * 4);
 }
 

@@ -120,6 +120,17 @@ void AppendWhole(const CGPath& path, const Subpath& sub, CGPath* out) {
   }
 }
 
+// Adds the halves of a curve to a cutter; false, with nothing added, for one that may be a line.
+template <typename Cutter>
+bool AddHalves(Cutter* cutter, const Piece& piece, int depth) {
+  if (depth == kMaxDepth || piece.IsFlat()) return false;
+  Piece first, second;
+  piece.Halve(&first, &second);
+  cutter->Add(first, depth + 1);
+  cutter->Add(second, depth + 1);
+  return true;
+}
+
 // Moves every point outside to the nearest of the box. That changes the winding number of no point inside, and a line
 // that does not cross a side's line stays one.
 class FillCutter {
@@ -136,13 +147,8 @@ class FillCutter {
     if (piece.IsInside(box_)) {
       AppendVerb(out_, kCGPathElementAddCurveToPoint, &piece.p[1]);
       last_ = piece.p[3];
-    } else if (depth == kMaxDepth || piece.IsFlat()) {
+    } else if (!AddHalves(this, piece, depth)) {
       AddLine(piece.p[0], piece.p[3]);
-    } else {
-      Piece first, second;
-      piece.Halve(&first, &second);
-      Add(first, depth + 1);
-      Add(second, depth + 1);
     }
   }
 
@@ -152,17 +158,16 @@ class FillCutter {
   CGPoint Cut(CGPoint p) const { return {std::clamp(p.x, box_.x0, box_.x1), std::clamp(p.y, box_.y0, box_.y1)}; }
 
   void AddLine(CGPoint p, CGPoint q) {
-    std::array<double, 4> crossings;
-    std::size_t count = 0;
-    const auto cross = [&](double from, double to, double side) {
-      if ((from < side) != (to < side)) crossings[count++] = (side - from) / (to - from);
+    // Where no side is crossed, its place is the line's end.
+    const auto cross = [](double from, double to, double side) {
+      return (from < side) != (to < side) ? (side - from) / (to - from) : 1;
     };
-    cross(p.x, q.x, box_.x0);
-    cross(p.x, q.x, box_.x1);
-    cross(p.y, q.y, box_.y0);
-    cross(p.y, q.y, box_.y1);
-    std::sort(crossings.begin(), crossings.begin() + count);
-    for (std::size_t i = 0; i < count; ++i) Append(Cut(Between(p, q, crossings[i])));
+    std::array<double, 4> crossings = {cross(p.x, q.x, box_.x0), cross(p.x, q.x, box_.x1), cross(p.y, q.y, box_.y0),
+                                       cross(p.y, q.y, box_.y1)};
+    std::sort(crossings.begin(), crossings.end());
+    for (const double t : crossings) {
+      if (t < 1) Append(Cut(Between(p, q, t)));
+    }
     Append(Cut(q));
   }
 
@@ -187,13 +192,8 @@ class StrokeCutter {
     if (piece.isLine) return AddLine(piece.p[0], piece.p[3]);
     if (piece.IsInside(box_)) {
       Append(piece.p[0], kCGPathElementAddCurveToPoint, &piece.p[1]);
-    } else if (depth == kMaxDepth || piece.IsFlat()) {
+    } else if (!AddHalves(this, piece, depth)) {
       AddLine(piece.p[0], piece.p[3]);
-    } else {
-      Piece first, second;
-      piece.Halve(&first, &second);
-      Add(first, depth + 1);
-      Add(second, depth + 1);
     }
   }
 

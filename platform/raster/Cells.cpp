@@ -2,7 +2,6 @@
 
 #include <cstdlib>
 #include <exception>
-#include <type_traits>
 
 namespace raster {
 namespace {

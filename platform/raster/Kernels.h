@@ -102,6 +102,9 @@ struct GridRow {
 };
 void LookUpBilinear(const PixelGrid& grid, const GridRow& row, int count, std::uint32_t* pixels);
 
+/// Turns the bytes of each pixel round: from one order into the other.
+void ReverseBytes(std::uint32_t* pixels, std::size_t count);
+
 /// bytes[i] * by / 255, rounded; `by` is 0 to 255.
 void ScaleBytes(unsigned char* bytes, unsigned int by, std::size_t count);
 

@@ -124,6 +124,27 @@ void PaintRow(const Surface& surface, const Box& box, int y, unsigned char* cove
   (ink.IsBlended() ? BlendThrough : PaintThrough)(surface, box.x0, y, box.Width(), coverage, ink);
 }
 
+// Calls plain(box, y) for each row of a box that can be seen; under a mask and for blended inks cover(box, y, row)
+// fills a row of coverage instead, which is painted through.
+template <typename Plain, typename CoverRow>
+bool PaintRows(const Surface& surface, const Box& wanted, const Clip& clip, const Ink& ink, const Plain& plain,
+               const CoverRow& cover) {
+  const Box box = Intersection(Intersection(wanted, clip.box), surface.Bounds());
+  if (box.IsEmpty()) return true;
+  const bool isPlain = clip.mask == nullptr && !ink.IsBlended();
+  const ByteArray row = isPlain ? nullptr : TakeBytes(static_cast<std::size_t>(box.Width()));
+  if (!isPlain && row == nullptr) return false;
+  for (int y = box.y0; y < box.y1; ++y) {
+    if (isPlain) {
+      plain(box, y);
+      continue;
+    }
+    cover(box, y, row.get());
+    PaintRow(surface, box, y, row.get(), clip, ink);
+  }
+  return true;
+}
+
 // By way of bytes, for inks that have no fast way.
 bool PaintByBytes(const Surface& surface, const Tile<std::int32_t>& tile, FillRule rule, const Clip& clip,
                   const Ink& ink) {
@@ -186,39 +207,18 @@ bool Cover(const Shape& shape, const Box& box, unsigned char* bytes, std::size_t
 }
 
 bool PaintMask(const Surface& surface, const MaskView& mask, const Clip& clip, const Ink& ink) {
-  const Box box = Intersection(Intersection(mask.box, clip.box), surface.Bounds());
-  if (box.IsEmpty()) return true;
-  const auto width = static_cast<std::size_t>(box.Width());
-  const bool isPlain = clip.mask == nullptr && !ink.IsBlended();
-  const ByteArray row = isPlain ? nullptr : TakeBytes(width);
-  if (!isPlain && row == nullptr) return false;
-  for (int y = box.y0; y < box.y1; ++y) {
-    if (isPlain) {
-      PaintThrough(surface, box.x0, y, box.Width(), mask.At(box.x0, y), ink);
-      continue;
-    }
-    std::memcpy(row.get(), mask.At(box.x0, y), width);
-    PaintRow(surface, box, y, row.get(), clip, ink);
-  }
-  return true;
+  return PaintRows(
+      surface, mask.box, clip, ink,
+      [&](const Box& box, int y) { PaintThrough(surface, box.x0, y, box.Width(), mask.At(box.x0, y), ink); },
+      [&](const Box& box, int y, unsigned char* row) {
+        std::memcpy(row, mask.At(box.x0, y), static_cast<std::size_t>(box.Width()));
+      });
 }
 
 bool PaintBox(const Surface& surface, const Box& wanted, const Clip& clip, const Ink& ink) {
-  const Box box = Intersection(Intersection(wanted, clip.box), surface.Bounds());
-  if (box.IsEmpty()) return true;
-  const auto width = static_cast<std::size_t>(box.Width());
-  const bool isPlain = clip.mask == nullptr && !ink.IsBlended();
-  const ByteArray row = isPlain ? nullptr : TakeBytes(width);
-  if (!isPlain && row == nullptr) return false;
-  for (int y = box.y0; y < box.y1; ++y) {
-    if (isPlain) {
-      PaintSpan(surface, box.x0, y, box.Width(), ink);
-      continue;
-    }
-    std::memset(row.get(), 255, width);
-    PaintRow(surface, box, y, row.get(), clip, ink);
-  }
-  return true;
+  return PaintRows(
+      surface, wanted, clip, ink, [&](const Box& box, int y) { PaintSpan(surface, box.x0, y, box.Width(), ink); },
+      [](const Box& box, int, unsigned char* row) { std::memset(row, 255, static_cast<std::size_t>(box.Width())); });
 }
 
 }  // namespace raster

@@ -168,6 +168,19 @@ void LookUpBilinear(const PixelGrid& grid, const GridRow& row, int count, std::u
   }
 }
 
+void ReverseBytes(std::uint32_t* pixels, std::size_t count) {
+  const Many d;
+  std::size_t i = 0;
+  for (; i + hn::Lanes(d) <= count; i += hn::Lanes(d)) {
+    const auto v = hn::LoadU(d, pixels + i);
+    const auto outer = hn::Or(hn::ShiftLeft<24>(v), hn::ShiftRight<24>(v));
+    const auto second = hn::And(hn::ShiftRight<8>(v), hn::Set(d, 0x0000FF00U));
+    const auto third = hn::And(hn::ShiftLeft<8>(v), hn::Set(d, 0x00FF0000U));
+    hn::StoreU(hn::Or(outer, hn::Or(second, third)), d, pixels + i);
+  }
+  for (; i < count; ++i) pixels[i] = __builtin_bswap32(pixels[i]);
+}
+
 void ScaleBytes(unsigned char* bytes, unsigned int by, std::size_t count) {
   const Many d;
   const hn::Repartition<std::uint8_t, Many> narrow;

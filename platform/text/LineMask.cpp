@@ -13,7 +13,7 @@ namespace platform {
 namespace {
 
 constexpr std::size_t kMaxGlyphs = std::size_t{1} << 20;
-constexpr double kFarAway = 1e6;
+constexpr double kFarAway = 5e8;  // quarter pixels are counted in an int
 
 unsigned char Sum(unsigned char a, unsigned char b) { return static_cast<unsigned char>(std::min(a + b, 255)); }
 
@@ -113,7 +113,7 @@ bool LineMask::AddRun(const ShapedLine& line, const ShapedRun& run, const CGAffi
   for (std::size_t i = run.firstGlyph; i < run.firstGlyph + run.glyphCount; ++i) {
     const auto index = static_cast<std::uint32_t>(line.glyphs[i].index);
     const CGPoint at = CGPointApplyAffineTransform({line.glyphs[i].x, line.glyphs[i].y}, m);
-    if (!(std::fabs(at.x) < kFarAway && std::fabs(at.y) < kFarAway)) continue;  // no target reaches so far
+    if (!(std::fabs(at.x) < kFarAway && std::fabs(at.y) < kFarAway)) continue;  // nor do targets reach so far
     const GlyphPlace place = masks.PlaceOf(index, at.x, at.y);
     const GlyphMask& mask = store.Mask(&masks, index, place.step);
     if (mask.kind == GlyphMask::Kind::kNotKept) return false;

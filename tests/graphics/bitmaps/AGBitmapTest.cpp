@@ -86,11 +86,11 @@ TEST(AGBitmapTest, DrawingAndPixelAccess_AlternateFreely) {
 TEST(AGBitmapTest, LongBitmaps_AreDrawnOnToTheirEnds) {
   const AGFont font(kFamily, 9, 0);
   for (const bool isWide : {true, false}) {
-    AGBitmap bitmap(isWide ? 40000U : 12U, isWide ? 12U : 100000U, AGBitmap::kFlagZeroFill);
+    AGBitmap bitmap(isWide ? 1200000U : 12U, isWide ? 12U : 100000U, AGBitmap::kFlagZeroFill);
     ASSERT_TRUE(bitmap.IsOpen());
     AGContext context = bitmap.GetContextOfBitmap();
     context.antialias = true;
-    const AGPoint far = isWide ? AGPoint{39980, 0} : AGPoint{0, 99980};
+    const AGPoint far = isWide ? AGPoint{1199980, 0} : AGPoint{0, 99980};
     const auto drawnAt = [&](double x, double y) {
       return bitmap.GetPixelColor(static_cast<unsigned int>(far.x + x), static_cast<unsigned int>(far.y + y));
     };

@@ -60,18 +60,12 @@ void DrawAll(AGContext& context) {
 
 class ForeignPageTest : public testing::Test {
  protected:
-  void SetUp() override {
-    char pattern[] = "/tmp/foreignXXXXXX";
-    folder_ = mkdtemp(pattern);
-  }
-  void TearDown() override { std::filesystem::remove_all(folder_); }
-
-  std::string folder_;
+  const file_test::TempFolder folder_;
 };
 
 TEST_F(ForeignPageTest, PagesGroupsPartsAndRecordings_KeepGradientsTextAndWholeImages) {
   const LeakScope scope;
-  const std::string path = folder_ + "/page.pdf";
+  const std::string path = folder_.Path("page.pdf");
   const auto onGroup = [](cairo_t* cairo) {
     cairo_push_group(cairo);
     DrawThrough(cairo, {100, 100}, &DrawAll);
@@ -116,9 +110,9 @@ TEST_F(ForeignPageTest, SVGAndPostScript_KeepGradients) {
     });
     cairo.reset();
     surface.reset();
-    return Output("cat " + folder_ + "/page");
+    return Output("cat " + folder_.Path("page"));
   };
-  const std::string page = folder_ + "/page";
+  const std::string page = folder_.Path("page");
   const std::string svg = onPart(Surface(cairo_svg_surface_create(page.c_str(), 120, 120)));
   EXPECT_NE(svg.find("<linearGradient"), std::string::npos);
   EXPECT_NE(svg.find("width=\"200\" height=\"150\""), std::string::npos);

@@ -29,12 +29,6 @@ using Draw = std::function<void(AGContext& context)>;
 
 class PageContentsTest : public testing::Test {
  protected:
-  void SetUp() override {
-    char pattern[] = "/tmp/contentsXXXXXX";
-    folder_ = mkdtemp(pattern);
-  }
-  void TearDown() override { std::filesystem::remove_all(folder_); }
-
   // Writes a page to a file in the folder and returns its bytes.
   std::string Page(const std::string& name, const AGSize& size, const Draw& draw) {
     std::string file;
@@ -47,13 +41,13 @@ class PageContentsTest : public testing::Test {
     }
     EXPECT_TRUE(CGVectorContextFinish(page));
     CGContextRelease(page);
-    std::ofstream(folder_ + "/" + name, std::ios::binary) << file;
+    std::ofstream(folder_.Path(name), std::ios::binary) << file;
     return file;
   }
 
   // Object numbers and encodings of the images of a PDF page.
   std::set<std::string> ImagesOf(const std::string& name) {
-    std::istringstream lines(Output("pdfimages -list " + folder_ + "/" + name));
+    std::istringstream lines(Output("pdfimages -list " + folder_.Path(name)));
     std::set<std::string> images;
     std::string line;
     for (int i = 0; std::getline(lines, line); ++i) {
@@ -67,7 +61,7 @@ class PageContentsTest : public testing::Test {
 
   // Red, green, blue, alpha of a square page as a picture, rows from the top down.
   std::vector<unsigned char> Rasterise(const std::string& name, int side) {
-    const std::string page = folder_ + "/" + name;
+    const std::string page = folder_.Path(name);
     const std::string pixels = std::to_string(side);
     Output(name.ends_with(".pdf")
                ? "pdftoppm -scale-to " + pixels + " -png -singlefile " + page + " " + page
@@ -77,7 +71,7 @@ class PageContentsTest : public testing::Test {
     return picture;
   }
 
-  std::string folder_;
+  const file_test::TempFolder folder_;
 };
 
 TEST_F(PageContentsTest, Images_DrawnTurnedManyTimes_AreStoredOnce) {
@@ -138,8 +132,8 @@ TEST_F(PageContentsTest, SVG_ImagesWithAColourFactor_AreMixedAndLeaveTheRestVect
   AGContext context = bitmap.GetContextOfBitmap();
   DrawMixed(context);
   const std::vector<unsigned char> expected = image_test::Pixels(AGImage(bitmap));
-  Output("rsvg-convert -w 100 -h 100 -o " + folder_ + "/mixed.png " + folder_ + "/mixed.svg");
-  const std::vector<unsigned char> actual = image_test::Pixels(image_test::ImageOfFile(folder_ + "/mixed.png"));
+  Output("rsvg-convert -w 100 -h 100 -o " + folder_.Path("mixed.png") + " " + folder_.Path("mixed.svg"));
+  const std::vector<unsigned char> actual = image_test::Pixels(image_test::ImageOfFile(folder_.Path("mixed.png")));
   ASSERT_EQ(expected.size(), actual.size());
   double sum = 0;
   for (std::size_t i = 0; i < expected.size(); ++i) sum += std::abs(expected[i] - actual[i]);

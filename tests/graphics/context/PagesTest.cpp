@@ -15,6 +15,7 @@
 #include "graphics/text/AGFont.h"
 #include "kit/geometry/AGConstants.h"
 #include "tests/graphics/text/TextTestSupport.h"
+#include "tests/kit/streams/FileTestSupport.h"
 
 namespace {
 
@@ -99,22 +100,16 @@ void ExpectAlike(const Pixels& expected, const Pixels& actual) {
 
 class PagesTest : public testing::Test {
  protected:
-  void SetUp() override {
-    char pattern[] = "/tmp/pagesXXXXXX";
-    folder_ = mkdtemp(pattern);
-  }
-  void TearDown() override { std::filesystem::remove_all(folder_); }
-
   Pixels Rasterise(const std::string& file, const std::string& command) {
-    std::FILE* page = std::fopen((folder_ + "/page").c_str(), "wb");
+    std::FILE* page = std::fopen(folder_.Path("page").c_str(), "wb");
     std::fwrite(file.data(), 1, file.size(), page);
     std::fclose(page);
-    const int code = std::system(("cd " + folder_ + " && " + command).c_str());
+    const int code = std::system(("cd " + folder_.Path("") + " && " + command).c_str());
     EXPECT_EQ(code, 0) << command;
-    return ReadPNG(folder_ + "/picture.png");
+    return ReadPNG(folder_.Path("picture.png"));
   }
 
-  std::string folder_;
+  const file_test::TempFolder folder_;
 };
 
 TEST_F(PagesTest, PDF_ShowsWhatTheBitmapShows) {
