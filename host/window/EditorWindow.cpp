@@ -23,6 +23,7 @@
 #include "host/window/WindowSettings.h"
 #include "host/window/dialogs/ProgressWindow.h"
 #include "host/window/panels/Panels.h"
+#include "host/window/widgets/Focus.h"
 
 namespace host {
 namespace {
@@ -76,6 +77,10 @@ EditorWindow::EditorWindow(std::unique_ptr<DocumentSession> session) {
   AddActions();
   AddDropTarget();
   AddBracketKeys();
+  property_focus_widget().signal_changed().connect([this] {
+    if (get_focus() != nullptr) return;
+    Glib::signal_idle().connect_once(sigc::mem_fun(*this, &EditorWindow::FocusCanvas), Glib::PRIORITY_HIGH);
+  });
   signal_map().connect([this] {
     for (Gtk::Widget* child = get_first_child(); child != nullptr; child = child->get_next_sibling()) {
       if (GTK_IS_POPOVER_MENU_BAR(child->gobj())) WatchMenus(child);
@@ -219,6 +224,7 @@ void EditorWindow::AddPanels(Gtk::Box* side) {
 
 // One button to select, and one for each class that a bundle registered.
 void EditorWindow::UpdateClasses() {
+  TakeFocusFrom(tools_);
   while (Gtk::Widget* child = tools_.get_first_child()) tools_.remove(*child);
   toolButtons_.clear();
   AddTool(Tr("Select"), std::nullopt);
@@ -310,6 +316,11 @@ void EditorWindow::LeaveMenus() {
   if (focus != nullptr && focus->get_ancestor(GTK_TYPE_POPOVER_MENU_BAR) == nullptr) return;
   Gtk::Widget* const menu = focus == nullptr ? nullptr : focus->get_ancestor(GTK_TYPE_POPOVER);
   if (menu == nullptr || !menu->get_visible()) canvas_.grab_focus();  // else it is the next menu
+}
+
+// What had the focus is gone, and nothing else took it.
+void EditorWindow::FocusCanvas() {
+  if (get_focus() == nullptr) canvas_.grab_focus();
 }
 
 // Hiding ends the window: the application deletes it.

@@ -79,6 +79,7 @@ class EditorWindow : public Gtk::ApplicationWindow, public SessionObserver {
   void AddBracketKeys();
   void WatchMenus(Gtk::Widget* part);
   void LeaveMenus();
+  void FocusCanvas();
   void UpdateActions();
   void UpdateTitle();
   void MarkOpen();

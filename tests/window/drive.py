@@ -471,6 +471,22 @@ def names_of_layers():
 
 
 @scenario
+def keys_while_the_list_changes():
+    """The key after the one that makes the list of layers anew, whose old rows had the focus, is not lost."""
+    with Editor([BOX]) as window:
+        window.key("ctrl+shift+n")
+        window.desktop.input("mousemove", 1060, 240, "click", "--repeat", 40, "--delay", 10, 5)
+        window.settle()
+        x0, y0, x1, y1 = window.find_text("Layer 1", (920, 0, 1180, 760))
+        for turn in range(15):
+            window.desktop.input("mousemove", (x0 + x1) // 2, (y0 + y1) // 2, "click", "--repeat", 2, "--delay", 40, 1)
+            window.type(f"name {turn}", 40)
+            window.key("ctrl+shift+n", "ctrl+s")
+            wait_for(f"turn {turn} to be saved", lambda: not window.title().startswith("•"), 10)
+            window.key("ctrl+z")
+
+
+@scenario
 def keys_during_a_drag():
     """They end the drag where it is; what the pointer still does until it is let go does nothing."""
     moved, after = (120, 110, 320, 230), (400, 300)
@@ -834,12 +850,18 @@ def the_window_comes_back_as_it_was():
         window.key("d")
 
         def seen():
-            """All but the status line, which has the pointer's place."""
             move_pointer_away()
             window.focus(window.main)
             window.key("Escape", "ctrl+0")
             window.settle()
-            return DESKTOP.picture().ppm((0, 0, 1400, 680))
+            return DESKTOP.picture()
+
+        def same(one, other):
+            """The status line left out, it differs in no row."""
+            rows = [y for y in range(680) if one.row(y) != other.row(y)]
+            if rows:
+                one.save(PROGRAMS.parent / "drive-as-it-was.png")
+            return not rows
         before = seen()
         window.key("ctrl+w")
         assert window.ended() == 0
@@ -848,7 +870,7 @@ def the_window_comes_back_as_it_was():
             if damaged:
                 settings.write_bytes(b"[Window]\nWidth=99999999999\nHeight=-1\nDark=perhaps\n\xff\0[[")
             window.start()
-            assert (seen() == before) != damaged, settings.read_bytes()
+            assert same(before, seen()) != damaged, settings.read_bytes()
             window.key("ctrl+w")
             assert window.ended() == 0 and not window.output(), window.output()
 

@@ -4,6 +4,7 @@
 
 #include "host/text/Localisation.h"
 #include "host/window/SlideStep.h"
+#include "host/window/widgets/Focus.h"
 
 namespace host {
 namespace {
@@ -32,7 +33,7 @@ HistoryPanel::HistoryPanel() {
 
 // Row 0 is the state before the first listed step.
 void HistoryPanel::Refresh() {
-  while (Gtk::Widget* row = list_.get_first_child()) list_.remove(*row);
+  const bool hadFocus = RemoveRows(list_);
   if (Session() == nullptr) return;
   const History& steps = Session()->Steps().Known();
   const std::size_t first = steps.Count() > kMostRows ? steps.Count() - kMostRows : 0;
@@ -42,7 +43,10 @@ void HistoryPanel::Refresh() {
     if (position > steps.Position()) label->add_css_class("dim-label");
     list_.append(*label);
   }
-  if (steps.Position() >= first) list_.select_row(*list_.get_row_at_index(static_cast<int>(steps.Position() - first)));
+  if (steps.Position() < first) return;
+  Gtk::ListBoxRow* const row = list_.get_row_at_index(static_cast<int>(steps.Position() - first));
+  list_.select_row(*row);
+  if (hadFocus) row->grab_focus();
 }
 
 }  // namespace host

@@ -4,6 +4,7 @@
 
 #include "host/text/Localisation.h"
 #include "host/window/SlideStep.h"
+#include "host/window/widgets/Focus.h"
 
 namespace host {
 namespace {
@@ -42,7 +43,10 @@ void InspectorPanel::Refresh() {
 }
 
 void InspectorPanel::Build() {
-  if (widget_ != nullptr) remove(*widget_);
+  if (widget_ != nullptr) {
+    TakeFocusFrom(*widget_);
+    remove(*widget_);
+  }
   widget_ = std::make_unique<PanelWidget>(
       inspector_.Panel(),
       [this](unsigned int controlID, const ControlWidget::SetValue& set, bool more) { Changed(controlID, set, more); });

@@ -8,6 +8,7 @@
 
 #include "host/text/Localisation.h"
 #include "host/window/SlideStep.h"
+#include "host/window/widgets/Focus.h"
 
 namespace host {
 namespace {
@@ -123,21 +124,22 @@ bool LayersPanel::ShowsTheLayers() const {
                     [](const Row& row, const auto& layer) { return row.id == layer->id; });
 }
 
-void LayersPanel::Build() {
+bool LayersPanel::Build() {
   rows_.clear();
   clicked_ = nullptr;
-  while (Gtk::Widget* row = list_.get_first_child()) list_.remove(*row);
-  if (Session() == nullptr) return;
+  const bool hadFocus = RemoveRows(list_);
+  if (Session() == nullptr) return false;
   const auto& layers = Session()->Doc().Layers();
   for (std::size_t i = layers.size(); i > 0; --i) {
     rows_.push_back(MakeRow(layers[i - 1]->id));
     list_.append(*rows_.back().content);
   }
+  return hadFocus;
 }
 
 // The rows stay as long as the layers do: a name may be edited, and a click may be the first of two.
 void LayersPanel::Refresh() {
-  if (Session() == nullptr || !ShowsTheLayers()) Build();
+  const bool hadFocus = (Session() == nullptr || !ShowsTheLayers()) && Build();
   if (Session() == nullptr) return;
   for (const Row& row : rows_) {
     const LayerSettings& settings = Session()->Doc().FindLayer(row.id)->settings;
@@ -147,7 +149,9 @@ void LayersPanel::Refresh() {
     row.name->Show(settings.name);
   }
   const std::size_t active = Session()->Doc().IndexOfLayer(Session()->Layers().Active());
-  list_.select_row(*list_.get_row_at_index(static_cast<int>(rows_.size() - 1 - active)));
+  Gtk::ListBoxRow* const row = list_.get_row_at_index(static_cast<int>(rows_.size() - 1 - active));
+  list_.select_row(*row);
+  if (hadFocus) row->grab_focus();
 }
 
 }  // namespace host

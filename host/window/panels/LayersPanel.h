@@ -38,7 +38,8 @@ class LayersPanel : public EditorPanel {
   Row MakeRow(LayerID id);
   void Rename(LayerID id, NameField* field, const std::string& name);
   bool ShowsTheLayers() const;
-  void Build();
+  /// Makes the rows anew; true when one of the old had the focus.
+  bool Build();
   void AddButton(Gtk::Box* box, const char* icon, const char* tip, const std::function<void()>& pressed);
   void MoveActive(int by);
 

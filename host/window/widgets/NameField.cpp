@@ -4,6 +4,8 @@
 #include <gtkmm/eventcontrollerfocus.h>
 #include <gtkmm/eventcontrollerkey.h>
 
+#include "host/window/widgets/Focus.h"
+
 namespace host {
 
 NameField::NameField(const Glib::ustring& accessibleName) {

@@ -14,6 +14,7 @@
 #include <functional>
 #include <string>
 
+#include "host/window/widgets/Focus.h"
 #include "host/window/widgets/TypedField.h"
 
 namespace host {

@@ -5,6 +5,7 @@
 #include <gtkmm/scale.h>
 
 #include "host/window/SlideStep.h"
+#include "host/window/widgets/Focus.h"
 #include "host/window/widgets/NameField.h"
 
 namespace host {
@@ -45,13 +46,6 @@ bool IsHeld(Gtk::Widget& root) {
     if (IsHeld(*child)) return true;
   }
   return false;
-}
-
-bool HasFocus(const Gtk::Widget& widget) {
-  GtkWidget* const asked = const_cast<GtkWidget*>(widget.gobj());
-  GtkRoot* const root = gtk_widget_get_root(asked);
-  GtkWidget* const focus = root == nullptr ? nullptr : gtk_root_get_focus(root);
-  return focus != nullptr && (focus == asked || gtk_widget_is_ancestor(focus, asked));
 }
 
 }  // namespace host

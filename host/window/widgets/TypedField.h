@@ -29,7 +29,5 @@ class TypedField {
 /// True when the user holds something within `root`: a slider that is pressed, a pop-up that is open, a name
 /// that is edited.
 bool IsHeld(Gtk::Widget& root);
-/// True when the focus is within the widget.
-bool HasFocus(const Gtk::Widget& widget);
 
 }  // namespace host
