@@ -22,6 +22,12 @@ install(DIRECTORY kit graphics DESTINATION ${include_folder}
 install(DIRECTORY platform/include/ DESTINATION ${include_folder}/platform FILES_MATCHING PATTERN "*.h")
 install(FILES cmake/exports.map DESTINATION ${CMAKE_INSTALL_DATADIR}/akkit)
 
+# What objecthost new-plugin begins with; the program finds it beside itself in the build, too.
+install(DIRECTORY templates DESTINATION share/akkit)
+file(GLOB_RECURSE template_files CONFIGURE_DEPENDS templates/*)
+set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS ${template_files})
+file(COPY templates DESTINATION ${CMAKE_BINARY_DIR}/share/akkit)
+
 configure_package_config_file(cmake/AKKitConfig.cmake.in ${CMAKE_BINARY_DIR}/AKKitConfig.cmake
   INSTALL_DESTINATION ${package_folder}
   PATH_VARS CMAKE_INSTALL_DATADIR)

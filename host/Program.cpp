@@ -111,8 +111,9 @@ int RunProgram(const std::vector<std::string>& words) {
     std::fputs(command->help, stdout);
     return 0;
   }
-  // "info" looks at one bundle by itself, and the window loads its own.
-  if (command->run == kInfoCommand.run || command->run == kWindowCommand.run) return command->run(arguments);
+  // "info" looks at one bundle by itself, the window loads its own, and a new one needs none.
+  if (command->run == kInfoCommand.run || command->run == kWindowCommand.run || command->run == kNewPluginCommand.run)
+    return command->run(arguments);
 
   const Fonts fonts;
   BundleSet bundles(Program::ExecutablePath(), ProbeMemory::DefaultFile());
