@@ -15,7 +15,7 @@ Result<> RunLayers(EditContext& context, const EditArguments& arguments) {
     return {};
   }
   std::size_t number = 0;
-  for (const auto& layer : context.Doc().Layers()) {
+  for (const Layer* layer : context.Doc().Layers()) {
     context.output += std::to_string(number++) + "  " + std::to_string(layer->objects.Count()) + " objects";
     if (!layer->settings.visible) context.output += ", hidden";
     if (layer->settings.locked) context.output += ", locked";

@@ -203,7 +203,7 @@ int WriteDocument(const Document& document, AKFile& file, std::optional<Problem>
   if (status == 0) status = AKFileWriteAGSize(file, document.Page());
   if (status == 0) status = AKFileWriteAGColor(file, document.Background());
   if (status == 0) status = AKFileWriteUInt32(file, static_cast<unsigned int>(document.Layers().size()));
-  for (const auto& layer : document.Layers()) {
+  for (const Layer* layer : document.Layers()) {
     if (status == 0) status = WriteLayer(file, *layer, &objects);
   }
   return status == 0 ? AKFileWriteChunkComplete(file, chunk) : status;
