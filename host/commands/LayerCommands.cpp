@@ -5,6 +5,7 @@
 #include "host/commands/PageOptions.h"
 #include "host/listings/JsonListing.h"
 #include "host/text/Localisation.h"
+#include "host/text/Printable.h"
 
 namespace host {
 namespace {
@@ -20,7 +21,7 @@ Result<> RunLayers(EditContext& context, const EditArguments& arguments) {
     if (!layer->settings.visible) context.output += ", hidden";
     if (layer->settings.locked) context.output += ", locked";
     if (layer->id == context.session->Layers().Active()) context.output += ", active";
-    context.output += "  " + layer->settings.name + "\n";
+    context.output += "  " + Printable(layer->settings.name) + "\n";
   }
   return {};
 }

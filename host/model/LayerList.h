@@ -1,9 +1,9 @@
 // The layers of a document in drawing order, the hindmost first, found by their IDs.
 //
 // A document may have 100,000 layers: none of the look-ups walks through them, and neither does counting the objects of
-// those below one. A layer tells where it was seen last, and is searched from there. The counts lie in a tree of partial
-// sums (a Fenwick tree), which is made anew at the first question after a layer came, went or moved anywhere but at the
-// end.
+// those below one. A layer tells where it was seen last, and is searched from there. The counts lie in a tree of
+// partial sums (a Fenwick tree), which is made anew at the first question after a layer came, went or moved anywhere
+// but at the end.
 #pragma once
 
 #include <memory>

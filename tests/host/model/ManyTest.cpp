@@ -6,6 +6,7 @@
 #include <random>
 
 #include "host/Host.h"
+#include "host/HostLog.h"
 #include "host/panels/HostPanel.h"
 #include "tests/host/session/SessionTestSupport.h"
 
@@ -102,6 +103,7 @@ void AddControls(unsigned int count) {
 
 // An object in each layer but the first; all are numbered, deleted and brought back.
 void EditLayers(unsigned int count) {
+  const QuietLog quiet;
   auto document = std::make_unique<Document>(AGSize{10, 10});
   for (unsigned int i = 0; i < count; ++i) {
     const LayerID layer = document->InsertLayer({"Layer"}, i + 1);
