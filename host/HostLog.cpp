@@ -5,6 +5,8 @@
 #include <cstdio>
 #include <string_view>
 
+#include "host/text/Printable.h"
+
 namespace host {
 namespace {
 
@@ -32,6 +34,7 @@ void HostLog::Take(const char* line, const void* caller) {
   if (library.empty() && quietCount_ != 0) return;
   std::string text = line;
   while (text.ends_with('\n')) text.pop_back();
+  text = Printable(text);
   if (!library.empty()) text.insert(0, library + ": ");
   if (sink) {
     sink(text);

@@ -2,10 +2,11 @@
 
 #include <algorithm>
 #include <cstdio>
+#include <cstring>
 #include <filesystem>
 #include <system_error>
 
-#include "host/Fonts.h"
+#include "host/Output.h"
 #include "host/bundles/BundleProbe.h"
 #include "host/bundles/BundleSet.h"
 #include "host/commands/Command.h"
@@ -15,14 +16,14 @@ namespace host {
 namespace {
 
 void PrintUsage() {
-  std::printf(
+  Output::Print(
       "usage: objecthost [--bundle FILE]... [--only-bundle FILE]... [--no-bundles] COMMAND [ARGUMENTS]\n\n"
       "A host for plug-in bundles. Bundles are loaded from the folders of OBJECTHOST_PLUGINS, the user's\n"
       "objecthost/plugins, and the plugins folder beside the program. --bundle adds one, which is loaded\n"
       "first and stands for those of its file name; with --only-bundle none is looked for but those that\n"
       "are named, and with --no-bundles none at all.\n\ncommands\n");
-  for (const Command& command : Commands()) std::printf("  %-10s %s\n", command.name, command.summary);
-  std::printf(
+  for (const Command& command : Commands()) Output::Print("  %-10s %s\n", command.name, command.summary);
+  Output::Print(
       "\nCommands that open a document take --strict: then an object that its class can't read is an error;\n"
       "otherwise it is told on standard error, drawn as a crossed box and kept as it is.\n"
       "\n\"objecthost COMMAND --help\" tells more. Exit code 0 is success; 1 is failure, with a line on\n"
@@ -42,7 +43,7 @@ std::vector<std::string> sBundleOptions;
 // Takes the options in front of the command.
 Result<> TakeGlobalOptions(const std::vector<std::string>& words, Invocation* invocation) {
   std::size_t i = 0;
-  for (; i < words.size() && words[i].starts_with("-"); ++i) {
+  for (; i < words.size() && words[i].starts_with("-") && words[i] != "--"; ++i) {
     if (words[i] == "--help" || words[i] == "-h") {
       invocation->help = true;
       return {};
@@ -56,9 +57,9 @@ Result<> TakeGlobalOptions(const std::vector<std::string>& words, Invocation* in
       return Problem(N_("unknown option or missing value: \"%s\"; --help tells what there is"), {words[i]});
     }
   }
-  const auto command = words.begin() + static_cast<std::ptrdiff_t>(i);
-  sBundleOptions.assign(words.begin(), command);
-  invocation->words.assign(command, words.end());
+  const auto end = words.begin() + static_cast<std::ptrdiff_t>(i);
+  sBundleOptions.assign(words.begin(), end);
+  invocation->words.assign(i < words.size() && words[i] == "--" ? end + 1 : end, words.end());
   return {};
 }
 
@@ -69,13 +70,14 @@ Result<> LoadBundles(const Invocation& invocation, BundleSet* bundles) {
   }
   if (invocation.searches) bundles->LoadFound();
   for (const BundleSet::Skipped& skipped : bundles->NotLoaded()) {
-    std::fprintf(stderr, "objecthost: skipped: %s\n", skipped.reason.English().c_str());
+    Warn("skipped: " + skipped.reason.English());
   }
   return {};
 }
 
 bool AsksForHelp(const std::vector<std::string>& words) {
-  return std::find(words.begin(), words.end(), "--help") != words.end();
+  const auto options = std::find(words.begin(), words.end(), "--");
+  return std::find(words.begin(), options, "--help") != options;
 }
 
 }  // namespace
@@ -94,6 +96,26 @@ const std::vector<std::string>& Program::BundleOptions() { return sBundleOptions
 
 BundleSet& Program::Bundles() { return *sBundles; }
 
+namespace {
+
+int RunCommand(const Command& command, const Invocation& invocation, const std::vector<std::string>& arguments) {
+  // "info" looks at one bundle by itself, and a new one needs none.
+  if (command.run == kInfoCommand.run || command.run == kNewPluginCommand.run) return command.run(arguments);
+  BundleSet bundles(Program::ExecutablePath(), ProbeMemory::DefaultFile());
+  sBundles = &bundles;
+  if (const auto done = LoadBundles(invocation, &bundles); !done) return Fail(done.Why());
+  const int code = command.run(arguments);
+  sBundles = nullptr;
+  return code;
+}
+
+int Finish(int code) {
+  const int unwritten = Output::Finish();
+  return unwritten == 0 ? code : Fail(std::string("can't write to standard output: ") + std::strerror(unwritten));
+}
+
+}  // namespace
+
 int RunProgram(const std::vector<std::string>& words) {
   AddCatalogues();
   if (words.size() == 2 && words[0] == "--probe") return RunProbe(words[1]);
@@ -101,27 +123,19 @@ int RunProgram(const std::vector<std::string>& words) {
   if (const auto done = TakeGlobalOptions(words, &invocation); !done) return Fail(done.Why());
   if (invocation.help) {
     PrintUsage();
-    return 0;
+    return Finish(0);
   }
   if (invocation.words.empty()) return Fail("no command; --help tells what there is");
   const Command* command = FindCommand(invocation.words[0]);
   if (command == nullptr) return Fail("unknown command \"" + invocation.words[0] + "\"; --help tells what there is");
   const std::vector<std::string> arguments(invocation.words.begin() + 1, invocation.words.end());
   if (AsksForHelp(arguments)) {
-    std::fputs(command->help, stdout);
-    return 0;
+    Output::Write(command->help);
+    return Finish(0);
   }
-  // "info" looks at one bundle by itself, the window loads its own, and a new one needs none.
-  if (command->run == kInfoCommand.run || command->run == kWindowCommand.run || command->run == kNewPluginCommand.run)
-    return command->run(arguments);
-
-  const Fonts fonts;
-  BundleSet bundles(Program::ExecutablePath(), ProbeMemory::DefaultFile());
-  sBundles = &bundles;
-  if (const auto done = LoadBundles(invocation, &bundles); !done) return Fail(done.Why());
-  const int code = command->run(arguments);
-  sBundles = nullptr;
-  return code;
+  if (command->run == kWindowCommand.run) return command->run(arguments);  // it is another program
+  Output::TakeOver();
+  return Finish(RunCommand(*command, invocation, arguments));
 }
 
 }  // namespace host

@@ -54,6 +54,14 @@ mkdir -p data/objecthost/plugins
 env OBJECTHOST_PLUGINS="$folder/unreadable" "$host" list none.akd 2>&1 | grep -q 'folder .*unreadable.* can.t be read' ||
   fault "a plug-in folder that can't be read is not told"
 
+# What a bundle prints itself goes to standard error: programs read the output.
+"$host" new printed.akd
+for words in 'list printed.akd --json' 'layers printed.akd --json' "info $faulty --json"; do
+  env OBJECTHOST_FAULT=print "$host" --bundle "$faulty" $words 2> err.txt | python3 -c 'import json, sys; json.load(sys.stdin)' ||
+    fault "$words with a bundle that prints is no JSON"
+  grep -q 'printed by the bundle' err.txt && grep -q 'written by it' err.txt || fault "$words: $(cat err.txt)"
+done
+
 # A document with an object before and one behind, each edit of which fails in one way.
 expect 0 '' new a.akd
 expect 0 '' add a.akd stdRect

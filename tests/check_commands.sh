@@ -273,5 +273,85 @@ expect 0 '' recover 0 --to r.akd
 expect 0 '^0  stdRect  \([12]01;1;' list r.akd
 expect 0 'nothing is to be recovered' recover
 
+# unsaved AUTOSAVE LINE...: starts a script that has done the lines and waits for more on descriptor 3; sets child.
+unsaved() {
+  : > waiting.out
+  "$host" script pipe --autosave "$1" > waiting.out 2>&1 &
+  child=$!
+  exec 3> pipe
+  printf '%s\n' "${@:2}" list >&3
+  for _ in $(seq 100); do [ -s waiting.out ] && break; sleep 0.1; done
+}
+kept() { find data/objecthost/recovery -name '*.akrecover' 2> /dev/null | wc -l; }
+
+# What the system ends is kept, and lets in nobody whom the document does not; so does what is recovered from it.
+for signal in TERM HUP; do
+  chmod 640 s.akd
+  unsaved 1000 'open s.akd' 'move 0 100,0'
+  [ "$(kept)" -eq 0 ] || fault "$signal: kept before the time"
+  kill -$signal $child
+  wait $child 2> /dev/null
+  [ $? -gt 128 ] || fault "$signal: the script did not end by it"
+  exec 3>&-
+  [ "$(stat -c %a data/objecthost/recovery/*)" = 640 ] || fault "$signal: $(stat -c %a data/objecthost/recovery/*)"
+  rm -f r.akd
+  expect 0 '' recover 0 --to r.akd
+  [ "$(stat -c %a r.akd)" = 640 ] || fault "$signal: recovered with the mode $(stat -c %a r.akd)"
+done
+# The time of an autosave comes while a script waits, too; a document without a file is its user's alone. A path need be
+# no text.
+mv s.akd $'s\xff.akd'
+for first in 'new' $'open s\xff.akd'; do
+  unsaved 0.2 "$first" 'add stdRect' 'move 0 1,1'
+  for _ in $(seq 100); do [ "$(kept)" -eq 1 ] && break; sleep 0.1; done
+  [ "$(kept)" -eq 1 ] || fault "$first: nothing was kept while the script waited"
+  [ "$first" != new ] || [ "$(stat -c %a data/objecthost/recovery/*)" = 600 ] || fault "an untitled document is open to all"
+  kill -KILL $child
+  wait $child 2> /dev/null
+  exec 3>&-
+  expect 0 '(never saved|s\\xff.akd)\)?$' recover
+  expect 0 '' recover 0 --discard
+done
+
+# Programs that save the same document at once: whoever reports success is in it.
+for round in $(seq 12); do
+  "$host" new race.akd
+  rm -f said-*
+  for i in $(seq 8); do
+    ("$host" add race.akd stdRect > said-$i 2>&1 || grep -q 'was changed by another program' said-$i || mv said-$i bad-$i
+     grep -q objecthost said-$i && rm said-$i) &
+  done
+  wait
+  [ "$(ls said-* | wc -l)" -eq "$("$host" list race.akd | wc -l)" ] || fault "round $round: an edit was lost"
+  ls bad-* 2> /dev/null && fault "round $round: $(cat bad-*)"
+done
+[ "$(ls -A | grep -c race)" -eq 1 ] || fault "saves left something behind"
+
+# Names that hold anything are printed in one line and change no terminal; "--" ends the options.
+name=$'-a\e[2J\n\xff.akd'
+shown='-a\x1b[2J\x0a\xff.akd'
+expect 0 '' new --size 20,10 -- "$name"
+expect 0 '^1$' layer -- "$name" add $'-top\e]0;x\a\xc2\x9b'
+"$host" layers -- "$name" | grep -qF -- '-top\x1b]0;x\x07\xc2\x9b' || fault "$("$host" layers -- "$name" | od -c)"
+[ "$("$host" layer -- "$name" remove $'9\n' 2>&1)" = "objecthost: \"$shown\" has no layer \"9\x0a\"" ] || fault "an error line"
+"$host" add -- "$name" stdRect > /dev/null
+sed -i 's/stdRect/st\x1bRect/' -- "$name"
+"$host" -- list -- "$name" | grep -qF '0  st\x1bRect (placeholder)' || fault "a class ID: $("$host" list -- "$name" | od -c)"
+expect 0 'st.x1bRect' dump -- "$name"
+expect 0 '' draw -- "$name" -p.png
+expect 1 'too few' list --
+expect 1 "can't open \"--help\"" list -- --help
+
+# What can't be printed is told, and nobody looks for fonts who draws no text.
+for command in 'list a.akd' 'list a.akd --json' 'dump a.akd' 'bundles' '--help' 'list --help'; do
+  "$host" $command > /dev/full 2> full.txt && fault "$command to a full disk succeeded"
+  grep -qx "objecthost: can't write to standard output: No space left on device" full.txt || fault "$command: $(cat full.txt)"
+done
+export FONTCONFIG_FILE=$folder/no-fonts.conf
+for command in 'list a.akd' 'set a.akd 0 Pen.Size=2' 'draw a.akd a.png' 'draw a.akd a.pdf'; do
+  [ -z "$("$host" $command 2>&1 | grep Fontconfig)" ] || fault "$command looks for fonts"
+done
+"$host" text t.png 2>&1 | grep -q Fontconfig || fault "this test would not see who looks for fonts"
+
 [ $failures -eq 0 ] && echo "all commands behave"
 exit $failures

@@ -1,9 +1,16 @@
 #include "host/bundles/ClassRegistry.h"
 
+#include <bit>
+
 #include "host/panels/HostPanel.h"
 #include "kit/log/AKLog.h"
 
 namespace host {
+namespace {
+
+std::uint64_t BytesOf(AKClassID id) { return std::bit_cast<std::uint64_t>(id); }
+
+}  // namespace
 
 ClassRegistry::ClassRegistry() {
   AddOwn(AKObject::_ClassID(), kAKNullClassID, "AKObject");
@@ -20,7 +27,15 @@ void ClassRegistry::AddOwn(AKClassID id, AKClassID parent, const char* name) {
   info.className = name;
   auto record = std::make_unique<AKClass>(info, false, kAKNullClassQCast);
   record->parentLink = Find(info.parentClassID);
-  classes_.push_back({std::move(record), nullptr, false});
+  Add(std::move(record), false);
+}
+
+void ClassRegistry::Add(std::unique_ptr<AKClass> record, bool fromBundle) {
+  const AKClassID id = record->classID;
+  classes_.push_back({id, std::move(record), nullptr, fromBundle});
+  RegisteredClass& entry = classes_.back();
+  byID_[BytesOf(id)] = &entry;
+  byRecord_[entry.record.get()] = &entry;
 }
 
 int ClassRegistry::Register(const AKClassInfo& info, AKClass** out) {
@@ -38,25 +53,22 @@ int ClassRegistry::Register(const AKClassInfo& info, AKClass** out) {
   auto record = std::make_unique<AKClass>(info, false, kAKNullClassQCast);
   record->parentLink = parent;
   *out = record.get();
-  classes_.push_back({std::move(record), nullptr, true});
+  Add(std::move(record), true);
   return 0;
 }
 
 void ClassRegistry::AttachPanel(AKClass* cls, AKGUIDesc* panel) {
+  const auto found = byRecord_.find(cls);
+  if (found != byRecord_.end() && found->second->panel.get() == panel) return;
   std::unique_ptr<AKGUIDesc> owned(panel);
-  for (RegisteredClass& entry : classes_) {
-    if (entry.record.get() != cls) continue;
-    if (HostPanel* own = HostPanel::Of(panel)) own->SetOwner(*cls);
-    entry.panel = std::move(owned);
-    return;
-  }
+  if (found == byRecord_.end()) return;
+  if (HostPanel* own = HostPanel::Of(panel)) own->SetOwner(*cls);
+  found->second->panel = std::move(owned);
 }
 
 const RegisteredClass* ClassRegistry::FindEntry(AKClassID id) const {
-  for (const RegisteredClass& entry : classes_) {
-    if (entry.record->classID == id) return &entry;
-  }
-  return nullptr;
+  const auto found = byID_.find(BytesOf(id));
+  return found == byID_.end() ? nullptr : found->second;
 }
 
 AKClass* ClassRegistry::Find(AKClassID id) const {
@@ -65,7 +77,10 @@ AKClass* ClassRegistry::Find(AKClassID id) const {
 }
 
 void ClassRegistry::RemoveAfter(std::size_t count) {
-  while (classes_.size() > count) classes_.pop_back();
+  for (; classes_.size() > count; classes_.pop_back()) {
+    byID_.erase(BytesOf(classes_.back().id));
+    byRecord_.erase(classes_.back().record.get());
+  }
 }
 
 const AKString& DisplayName(const AKClass& cls) { return cls.names[1]; }

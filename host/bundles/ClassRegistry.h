@@ -4,8 +4,10 @@
 // stays where it is until it is removed.
 #pragma once
 
+#include <cstdint>
 #include <deque>
 #include <memory>
+#include <unordered_map>
 
 #include "kit/objects/AKClass.h"
 #include "kit/panels/AKGUIDesc.h"
@@ -13,6 +15,7 @@
 namespace host {
 
 struct RegisteredClass {
+  AKClassID id;  ///< as it was registered: the record lies open to its bundle
   std::unique_ptr<AKClass> record;
   std::unique_ptr<AKGUIDesc> panel;  ///< null for a class without an inspector
   bool fromBundle;                   ///< false for the host's own base classes
@@ -43,8 +46,11 @@ class ClassRegistry {
 
  private:
   void AddOwn(AKClassID id, AKClassID parent, const char* name);
+  void Add(std::unique_ptr<AKClass> record, bool fromBundle);
 
   std::deque<RegisteredClass> classes_;
+  std::unordered_map<std::uint64_t, RegisteredClass*> byID_;  // by the bytes of the ID
+  std::unordered_map<const AKClass*, RegisteredClass*> byRecord_;
 };
 
 /// The name that users see: what the bundle set, or the class name.

@@ -11,7 +11,7 @@ namespace host {
 inline constexpr unsigned int kRecordVersion = 1;
 
 struct InstanceDeleter {
-  void operator()(AKObject* object) const { AKClass::DeleteObject(object); }
+  void operator()(AKObject* object) const;
 };
 
 /// Deleted with akmDelete and the class destructor.

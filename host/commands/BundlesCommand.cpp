@@ -1,11 +1,13 @@
 // Which bundles there are, and where they are looked for.
 #include <cstdio>
 
+#include "host/Output.h"
 #include "host/Program.h"
 #include "host/bundles/BundleSet.h"
 #include "host/commands/Command.h"
 #include "host/commands/CommandLine.h"
 #include "host/text/DisplayText.h"
+#include "host/text/Printable.h"
 
 namespace host {
 namespace {
@@ -14,17 +16,19 @@ int RunBundles(const std::vector<std::string>& words) {
   CommandLine line({}, {});
   if (const auto done = line.Parse(words, 0, 0); !done) return Fail(done.Why());
   const BundleSet& bundles = Program::Bundles();
-  std::printf("search path\n");
-  for (const std::string& folder : bundles.Folders()) std::printf("  %s\n", folder.c_str());
-  std::printf("loaded\n");
+  Output::Print("search path\n");
+  for (const std::string& folder : bundles.Folders()) Output::Print("  %s\n", Printable(folder).c_str());
+  Output::Print("loaded\n");
   for (const auto& bundle : bundles.Loaded()) {
-    std::printf("  %s\n", bundle->Path().c_str());
+    Output::Print("  %s\n", Printable(bundle->Path()).c_str());
     for (const RegisteredClass* entry : bundle->Classes()) {
-      std::printf("    %-8s %s\n", entry->record->classID.chars, DisplayText(DisplayName(*entry->record)).c_str());
+      Output::Print("    %-8s %s\n", Printable(entry->record->classID.chars).c_str(),
+                    Printable(DisplayText(DisplayName(*entry->record))).c_str());
     }
   }
-  if (!bundles.NotLoaded().empty()) std::printf("skipped\n");
-  for (const BundleSet::Skipped& skipped : bundles.NotLoaded()) std::printf("  %s\n", skipped.reason.English().c_str());
+  if (!bundles.NotLoaded().empty()) Output::Print("skipped\n");
+  for (const BundleSet::Skipped& skipped : bundles.NotLoaded())
+    Output::Print("  %s\n", skipped.reason.English().c_str());
   return 0;
 }
 

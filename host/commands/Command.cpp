@@ -3,6 +3,7 @@
 #include <cstdio>
 
 #include "host/commands/EditCommand.h"
+#include "host/text/Printable.h"
 
 namespace host {
 
@@ -56,8 +57,10 @@ const Command* FindCommand(const std::string& name) {
   return nullptr;
 }
 
+void Warn(const std::string& message) { std::fprintf(stderr, "objecthost: %s\n", Printable(message).c_str()); }
+
 int Fail(const std::string& message) {
-  std::fprintf(stderr, "objecthost: %s\n", message.c_str());
+  Warn(message);
   return 1;
 }
 

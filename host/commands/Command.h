@@ -22,7 +22,9 @@ const std::vector<Command>& Commands();
 /// Null for an unknown name.
 const Command* FindCommand(const std::string& name);
 
-/// Prints "objecthost: message" on standard error and returns 1.
+/// Prints "objecthost: message" on standard error, in one line.
+void Warn(const std::string& message);
+/// The same, and returns 1.
 int Fail(const std::string& message);
 /// The same in English.
 int Fail(const Problem& problem);

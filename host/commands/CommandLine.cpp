@@ -22,9 +22,14 @@ CommandLine::CommandLine(std::vector<std::string> withValue, std::vector<std::st
     : withValue_(std::move(withValue)), withoutValue_(std::move(withoutValue)) {}
 
 Result<> CommandLine::Parse(const std::vector<std::string>& words, std::size_t least, std::size_t most) {
+  bool options = true;  // until "--"
   for (std::size_t i = 0; i < words.size(); ++i) {
     const std::string& word = words[i];
-    if (!IsOption(word)) {
+    if (options && word == "--") {
+      options = false;
+      continue;
+    }
+    if (!options || !IsOption(word)) {
       positional_.push_back(word);
       continue;
     }

@@ -7,6 +7,7 @@
 #include <cstdio>
 #include <cstring>
 
+#include "host/Output.h"
 #include "host/Program.h"
 #include "host/bundles/BundleSet.h"
 #include "host/commands/Command.h"
@@ -16,6 +17,7 @@
 #include "host/pictures/DocumentPicture.h"
 #include "host/storage/DocumentFile.h"
 #include "host/storage/WholeFiles.h"
+#include "host/text/Printable.h"
 
 extern char** environ;
 
@@ -34,9 +36,14 @@ int RunSelf(const std::vector<std::string>& words) {
   arguments.reserve(all.size() + 1);
   for (std::string& word : all) arguments.push_back(word.data());
   arguments.push_back(nullptr);
-  std::fflush(stdout);
+  Output::Flush();
+  posix_spawn_file_actions_t files;
+  posix_spawn_file_actions_init(&files);
+  posix_spawn_file_actions_adddup2(&files, Output::Descriptor(), STDOUT_FILENO);
   pid_t child = 0;
-  if (posix_spawn(&child, arguments[0], nullptr, nullptr, arguments.data(), environ) != 0) return -1;
+  const int failure = posix_spawn(&child, arguments[0], &files, nullptr, arguments.data(), environ);
+  posix_spawn_file_actions_destroy(&files);
+  if (failure != 0) return -1;
   int status = 0;
   while (waitpid(child, &status, 0) < 0) {
     if (errno != EINTR) return -1;
@@ -61,18 +68,19 @@ int RunDemo(const std::vector<std::string>& words) {
     return Fail("can't make the folder \"" + folder + "\": " + std::strerror(errno));
   }
   const std::string base = folder + "/scene";
-  for (const auto& bundle : Program::Bundles().Loaded()) std::printf("Loaded the bundle %s\n", bundle->Path().c_str());
+  for (const auto& bundle : Program::Bundles().Loaded())
+    Output::Print("Loaded the bundle %s\n", Printable(bundle->Path()).c_str());
   {
     const auto session = MakeDemoScene();
     if (!session) return Fail(session.Why());
     if (const auto done = SaveScene((*session)->Doc(), base); !done) return Fail(done.Why());
-    std::printf("Drew the scene into %s.png (.pdf, .svg), saved it as %s.akd, and closed it.\n", base.c_str(),
-                base.c_str());
+    Output::Print("Drew the scene into %s.png (.pdf, .svg), saved it as %s.akd, and closed it.\n",
+                  Printable(base).c_str(), Printable(base).c_str());
   }
-  std::printf("Opening it again in a new process:\n");
+  Output::Print("Opening it again in a new process:\n");
   const int code = RunSelf({"verify", base + ".akd", "--listing", base + ".txt", "--picture", base + ".png"});
   if (code != 0) return Fail("the document did not come back as it was saved");
-  std::printf("Done. The picture is %s.png\n", base.c_str());
+  Output::Print("Done. The picture is %s.png\n", Printable(base).c_str());
   return 0;
 }
 
@@ -82,7 +90,7 @@ int RunVerify(const std::vector<std::string>& words) {
   const std::string& path = line.Positional()[0];
   const auto document = ReadDocument(path);
   if (!document) return Fail(document.Why());
-  std::string report = "  " + path + " opened: " + std::to_string((*document)->ObjectCount()) + " objects\n";
+  std::string report = "  " + Printable(path) + " opened: " + std::to_string((*document)->ObjectCount()) + " objects\n";
   if (line.Has("listing")) {
     std::string expected;
     if (const auto done = ReadWholeFile(line.Value("listing", ""), &expected); !done) return Fail(done.Why());
@@ -98,7 +106,7 @@ int RunVerify(const std::vector<std::string>& words) {
     if (expected != std::string(png.begin(), png.end())) return Fail("\"" + path + "\" draws other pixels");
     report += "  every pixel is as it was\n";
   }
-  std::fputs(report.c_str(), stdout);
+  Output::Write(report);
   return 0;
 }
 

@@ -4,6 +4,7 @@
 #include <cstdio>
 #include <sstream>
 
+#include "host/Output.h"
 #include "host/storage/DocumentFile.h"
 
 namespace host {
@@ -84,7 +85,7 @@ Result<std::unique_ptr<DocumentSession>> OpenSession(const std::string& path, bo
   if (!session) return session.Why();
   for (const Problem& problem : UnreadObjects((*session)->Doc())) {
     if (strict) return Problem(N_("\"%s\": %s"), {path, problem});
-    std::fprintf(stderr, "objecthost: \"%s\": %s\n", path.c_str(), problem.English().c_str());
+    Warn("\"" + path + "\": " + problem.English());
   }
   return session;
 }
@@ -112,7 +113,7 @@ int RunOnFile(const EditCommand& command, const std::vector<std::string>& words)
   if (context.session->File().HasUnsavedChanges()) {
     if (const auto done = context.session->File().Save(false); !done) return Fail(done.Why());
   }
-  std::fputs(context.output.c_str(), stdout);
+  Output::Write(context.output);
   return 0;
 }
 

@@ -1,10 +1,13 @@
 // The gallery as a page or as single pictures.
 #include <cstdio>
 
+#include "host/Fonts.h"
+#include "host/Output.h"
 #include "host/commands/Command.h"
 #include "host/commands/CommandLine.h"
 #include "host/gallery/Gallery.h"
 #include "host/storage/WholeFiles.h"
+#include "host/text/Printable.h"
 
 namespace host {
 namespace {
@@ -21,6 +24,7 @@ Result<> SaveItems(const std::string& folder) {
 int RunGallery(const std::vector<std::string>& words) {
   CommandLine line({"items"}, {});
   if (const auto done = line.Parse(words, 0, 1); !done) return Fail(done.Why());
+  const Fonts fonts;
   const bool named = !line.Positional().empty();
   if (line.Has("items")) {
     if (const auto done = SaveItems(line.Value("items", "")); !done) return Fail(done.Why());
@@ -32,7 +36,7 @@ int RunGallery(const std::vector<std::string>& words) {
     if (const auto done = MakeFolder("out"); !done) return Fail(done.Why());
   }
   if (const auto done = SavePNG(*DrawGalleryPage(), path); !done) return Fail(done.Why());
-  std::printf("%s: %zu pictures\n", path.c_str(), GalleryItems().size());
+  Output::Print("%s: %zu pictures\n", Printable(path).c_str(), GalleryItems().size());
   return 0;
 }
 

@@ -1,6 +1,7 @@
 // Commands of the undo history, for scripts.
 #include "host/commands/EditCommand.h"
 #include "host/listings/JsonListing.h"
+#include "host/text/Printable.h"
 
 namespace host {
 namespace {
@@ -20,7 +21,7 @@ Result<> Repeat(EditContext& context, const EditArguments& arguments, bool isUnd
                                             : N_("there is nothing to redo"));
   }
   for (std::size_t i = 0; i < times; ++i) {
-    context.output += (isUndo ? session.Steps().UndoTitle() : session.Steps().RedoTitle()) + "\n";
+    context.output += Printable(isUndo ? session.Steps().UndoTitle() : session.Steps().RedoTitle()) + "\n";
     isUndo ? session.Steps().Undo() : session.Steps().Redo();
   }
   return {};
@@ -37,7 +38,7 @@ Result<> RunHistory(EditContext& context, const EditArguments& arguments) {
   }
   const History& steps = context.session->Steps().Known();
   for (std::size_t i = 0; i < steps.Count(); ++i) {
-    context.output += std::string(i < steps.Position() ? "done    " : "undone  ") + steps.NameAt(i) + "\n";
+    context.output += std::string(i < steps.Position() ? "done    " : "undone  ") + Printable(steps.NameAt(i)) + "\n";
   }
   context.output += context.session->File().HasUnsavedChanges() ? "changes are unsaved\n" : "everything is saved\n";
   return {};

@@ -1,6 +1,7 @@
 // What a bundle registers: its class records, method slots and panels.
 #include <cstdio>
 
+#include "host/Output.h"
 #include "host/Program.h"
 #include "host/bundles/BundleSet.h"
 #include "host/commands/Command.h"
@@ -9,38 +10,41 @@
 #include "host/listings/MethodName.h"
 #include "host/listings/PanelListing.h"
 #include "host/text/DisplayText.h"
+#include "host/text/Printable.h"
 
 namespace host {
 namespace {
 
 void PrintRecord(const AKClass& cls) {
-  std::printf("class \"%s\", ID \"%s\", parent \"%s\", %u bytes an instance\n", DisplayText(DisplayName(cls)).c_str(),
-              cls.classID.chars, cls.parentClassID.chars, cls.instanceSize);
-  std::printf("record of %zu bytes\n", sizeof(AKClass));
-  std::printf("  %4u  class ID              \"%s\"\n", 0U, cls.classID.chars);
-  std::printf("  %4u  parent class ID       \"%s\"\n", 8U, cls.parentClassID.chars);
-  std::printf("  %4u  parent record         %s\n", 16U, cls.parentLink != nullptr ? "set" : "none");
-  std::printf("  %4u  constructor           %s\n", 24U, cls.constructor != nullptr ? "set" : "none");
-  std::printf("  %4u  destructor            %s\n", 32U, cls.destructor != nullptr ? "set" : "none");
-  std::printf("  %4u  quick cast            %s\n", 40U, cls.quickCast != nullptr ? "set" : "none");
-  std::printf("  %4u  quick cast, instances %s\n", 48U, cls.instanceQCast != nullptr ? "set" : "none");
-  std::printf("  %4u  flags                 0x%02X\n", 56U, cls.flags);
+  Output::Print("class \"%s\", ID \"%s\", parent \"%s\", %u bytes an instance\n",
+                Printable(DisplayText(DisplayName(cls))).c_str(), Printable(cls.classID.chars).c_str(),
+                Printable(cls.parentClassID.chars).c_str(), cls.instanceSize);
+  Output::Print("record of %zu bytes\n", sizeof(AKClass));
+  Output::Print("  %4u  class ID              \"%s\"\n", 0U, Printable(cls.classID.chars).c_str());
+  Output::Print("  %4u  parent class ID       \"%s\"\n", 8U, Printable(cls.parentClassID.chars).c_str());
+  Output::Print("  %4u  parent record         %s\n", 16U, cls.parentLink != nullptr ? "set" : "none");
+  Output::Print("  %4u  constructor           %s\n", 24U, cls.constructor != nullptr ? "set" : "none");
+  Output::Print("  %4u  destructor            %s\n", 32U, cls.destructor != nullptr ? "set" : "none");
+  Output::Print("  %4u  quick cast            %s\n", 40U, cls.quickCast != nullptr ? "set" : "none");
+  Output::Print("  %4u  quick cast, instances %s\n", 48U, cls.instanceQCast != nullptr ? "set" : "none");
+  Output::Print("  %4u  flags                 0x%02X\n", 56U, cls.flags);
   for (unsigned int i = 0; i < 4; ++i) {
-    std::printf("  %4u  name %u                \"%s\"\n", 64 + 8 * i, i + 1, DisplayText(cls.names[i]).c_str());
+    Output::Print("  %4u  name %u                \"%s\"\n", 64 + 8 * i, i + 1,
+                  Printable(DisplayText(cls.names[i])).c_str());
   }
-  std::printf("  %4u  comments              \"%s\"\n", 96U, cls.comments.CStr());
-  std::printf("  %4u  instance size         %u\n", 104U, cls.instanceSize);
-  std::printf("  %4u  further class ID      \"%s\"\n", 112U, cls.furtherClassID.chars);
+  Output::Print("  %4u  comments              \"%s\"\n", 96U, Printable(DisplayText(cls.comments)).c_str());
+  Output::Print("  %4u  instance size         %u\n", 104U, cls.instanceSize);
+  Output::Print("  %4u  further class ID      \"%s\"\n", 112U, Printable(cls.furtherClassID.chars).c_str());
 }
 
 // Addresses differ from run to run; what is said is whether a slot is filled, and in which form.
 void PrintSlots(const AKClass& cls) {
-  std::printf("method slots\n");
+  Output::Print("method slots\n");
   for (unsigned int i = 0; i < kAKMethodCount; ++i) {
     const AKMethodSlot& slot = cls.methods[i];
     if (slot.function == 0) continue;
-    std::printf("  %2u  at %4zu  %-23s %s, adjustment %td\n", i, 144 + sizeof(AKMethodSlot) * i, MethodName(i),
-                (slot.function & 1) != 0 ? "virtual" : "plain", slot.adjustment);
+    Output::Print("  %2u  at %4zu  %-23s %s, adjustment %td\n", i, 144 + sizeof(AKMethodSlot) * i, MethodName(i),
+                  (slot.function & 1) != 0 ? "virtual" : "plain", slot.adjustment);
   }
 }
 
@@ -51,14 +55,14 @@ int RunInfo(const std::vector<std::string>& words) {
   if (const auto done = bundles.Load(line.Positional()[0]); !done) return Fail(done.Why());
   const Bundle& bundle = *bundles.Loaded()[0];
   if (line.Has("json")) {
-    std::fputs(JsonOfBundle(bundle).c_str(), stdout);
+    Output::Write(JsonOfBundle(bundle));
     return 0;
   }
-  std::printf("bundle %s\n", bundle.Path().c_str());
+  Output::Print("bundle %s\n", Printable(bundle.Path()).c_str());
   for (const RegisteredClass* entry : bundle.Classes()) {
     PrintRecord(*entry->record);
     PrintSlots(*entry->record);
-    if (const HostPanel* panel = HostPanel::Of(entry->panel.get())) std::fputs(PanelListing(*panel).c_str(), stdout);
+    if (const HostPanel* panel = HostPanel::Of(entry->panel.get())) Output::Write(PanelListing(*panel));
   }
   return 0;
 }

@@ -4,6 +4,7 @@
 #include "host/listings/PanelListing.h"
 #include "host/panels/Inspector.h"
 #include "host/text/ParseNumber.h"
+#include "host/text/Printable.h"
 
 namespace host {
 namespace {
@@ -28,7 +29,7 @@ Result<> ApplyChange(Inspector* inspector, const std::string& assignment, std::s
   }
   if (const auto done = CheckControl(*inspector, idText, &id); !done) return done.Why();
   if (const auto done = inspector->Enter(id, valueText, &actionName); !done) return done.Why();
-  *output += "control " + std::to_string(id) + " = " + valueText + ": " + NameOrNothing(actionName) + "\n";
+  *output += "control " + std::to_string(id) + " = " + Printable(valueText + ": " + NameOrNothing(actionName)) + "\n";
   return {};
 }
 
@@ -43,7 +44,7 @@ Result<> SendEvent(Inspector* inspector, const std::string& text, std::string* o
   }
   std::string actionName;
   if (const auto done = inspector->Send(kind, control, &actionName); !done) return done.Why();
-  *output += "event " + text + ": " + NameOrNothing(actionName) + "\n";
+  *output += "event " + Printable(text + ": " + NameOrNothing(actionName)) + "\n";
   return {};
 }
 

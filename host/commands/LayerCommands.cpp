@@ -5,6 +5,7 @@
 #include "host/commands/PageOptions.h"
 #include "host/listings/JsonListing.h"
 #include "host/text/Localisation.h"
+#include "host/text/Printable.h"
 
 namespace host {
 namespace {
@@ -15,12 +16,12 @@ Result<> RunLayers(EditContext& context, const EditArguments& arguments) {
     return {};
   }
   std::size_t number = 0;
-  for (const auto& layer : context.Doc().Layers()) {
+  for (const Layer* layer : context.Doc().Layers()) {
     context.output += std::to_string(number++) + "  " + std::to_string(layer->objects.Count()) + " objects";
     if (!layer->settings.visible) context.output += ", hidden";
     if (layer->settings.locked) context.output += ", locked";
     if (layer->id == context.session->Layers().Active()) context.output += ", active";
-    context.output += "  " + layer->settings.name + "\n";
+    context.output += "  " + Printable(layer->settings.name) + "\n";
   }
   return {};
 }

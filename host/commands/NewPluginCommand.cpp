@@ -2,7 +2,6 @@
 #include <unistd.h>
 
 #include <algorithm>
-#include <cstdio>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
@@ -10,6 +9,7 @@
 #include <system_error>
 #include <utility>
 
+#include "host/Output.h"
 #include "host/Program.h"
 #include "host/commands/Command.h"
 #include "host/commands/CommandLine.h"
@@ -29,9 +29,7 @@ struct Project {
 };
 
 bool IsUpper(char c) { return c >= 'A' && c <= 'Z'; }
-bool IsOfIdentifier(char c) {
-  return IsUpper(c) || (c >= 'a' && c <= 'z') || (c >= '0' && c <= '9') || c == '_';
-}
+bool IsOfIdentifier(char c) { return IsUpper(c) || (c >= 'a' && c <= 'z') || (c >= '0' && c <= '9') || c == '_'; }
 bool IsIdentifier(const std::string& text) { return std::all_of(text.begin(), text.end(), IsOfIdentifier); }
 
 // Of the kit's types, and of the native layer's below it.
@@ -144,13 +142,14 @@ void PrintNextSteps(const fs::path& folder, const Project& project) {
   const bool hasKit = fs::exists(prefix / "include" / "akkit", none);
   const std::string kit = hasKit ? Quoted(prefix.string()) : "/where/the/kit/is/installed";
   const std::string place = Quoted(folder.string());
-  std::printf("made %s, a bundle with the class %s. Build, validate and draw it with\n\n"
-              "  cmake -S %s -B %s/build -DCMAKE_PREFIX_PATH=%s\n"
-              "  cmake --build %s/build\n"
-              "  objecthost validate %s/build/%s.so\n\n"
-              "%s/README.md says what is where.\n",
-              place.c_str(), project.classID.c_str(), place.c_str(), place.c_str(), kit.c_str(), place.c_str(),
-              place.c_str(), project.name.c_str(), place.c_str());
+  Output::Print(
+      "made %s, a bundle with the class %s. Build, validate and draw it with\n\n"
+      "  cmake -S %s -B %s/build -DCMAKE_PREFIX_PATH=%s\n"
+      "  cmake --build %s/build\n"
+      "  objecthost validate %s/build/%s.so\n\n"
+      "%s/README.md says what is where.\n",
+      place.c_str(), project.classID.c_str(), place.c_str(), place.c_str(), kit.c_str(), place.c_str(), place.c_str(),
+      project.name.c_str(), place.c_str());
 }
 
 int RunNewPlugin(const std::vector<std::string>& words) {

@@ -5,6 +5,7 @@
 #include "host/model/ObjectProperties.h"
 #include "host/text/DisplayText.h"
 #include "host/text/ParseNumber.h"
+#include "host/text/Printable.h"
 #include "kit/geometry/AGConstants.h"
 
 namespace host {
@@ -65,7 +66,7 @@ Result<> RunGet(EditContext& context, const EditArguments& arguments) {
       return {};
     }
     properties.ForEach([&context](const AKString& key, const AKValue& value) {
-      context.output += DisplayText(key) + "=" + TextOf(value) + "\n";
+      context.output += Printable(DisplayText(key) + "=" + TextOf(value)) + "\n";
     });
     return {};
   }

@@ -2,11 +2,14 @@
 #include <cstdio>
 #include <ctime>
 
+#include "host/Output.h"
 #include "host/commands/Command.h"
 #include "host/commands/CommandLine.h"
 #include "host/listings/JsonWriter.h"
 #include "host/storage/DocumentFile.h"
+#include "host/storage/FolderLock.h"
 #include "host/storage/Recovery.h"
+#include "host/text/Printable.h"
 
 namespace host {
 namespace {
@@ -20,11 +23,11 @@ std::string TimeText(std::int64_t time) {
 }
 
 void PrintList(const std::vector<RecoveryFile>& found) {
-  if (found.empty()) std::printf("nothing is to be recovered\n");
+  if (found.empty()) Output::Print("nothing is to be recovered\n");
   for (std::size_t i = 0; i < found.size(); ++i) {
     const std::string& original = found[i].original;
-    std::printf("%zu  %s  %s\n", i, TimeText(found[i].time).c_str(),
-                original.empty() ? "(never saved)" : original.c_str());
+    Output::Print("%zu  %s  %s\n", i, TimeText(found[i].time).c_str(),
+                  original.empty() ? "(never saved)" : Printable(original).c_str());
   }
 }
 
@@ -39,7 +42,7 @@ void PrintJson(const std::vector<RecoveryFile>& found) {
     json.EndObject();
   }
   json.EndArray();
-  std::fputs(json.Line().c_str(), stdout);
+  Output::Write(json.Line());
 }
 
 int Discard(const RecoveryFile& recovery) {
@@ -50,7 +53,10 @@ int Discard(const RecoveryFile& recovery) {
 int RecoverInto(const RecoveryFile& recovery, const std::string& path) {
   const auto session = OpenRecovery(recovery);
   if (!session) return Fail(session.Why());
-  if (const auto done = (*session)->File().SaveAs(path); !done) return Fail(done.Why());
+  // A new file lets in whom the document did; one that is there already keeps what it has.
+  const std::optional<std::string> model = FileStamp::Of(path).exists ? std::nullopt : std::optional(recovery.file);
+  const FolderLock lock(path);
+  if (const auto done = WriteDocument((*session)->Doc(), path, model); !done) return Fail(done.Why());
   return Discard(recovery);
 }
 

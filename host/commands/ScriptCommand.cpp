@@ -1,13 +1,17 @@
 // Scripts: many commands on one open document.
+#include <fcntl.h>
+#include <unistd.h>
+
 #include <algorithm>
 #include <cerrno>
 #include <cstdio>
 #include <cstring>
-#include <fstream>
-#include <iostream>
 
+#include "host/Output.h"
 #include "host/commands/EditCommand.h"
+#include "host/commands/EndSignals.h"
 #include "host/commands/ScriptLine.h"
+#include "host/commands/ScriptReader.h"
 #include "host/text/ParseNumber.h"
 
 namespace host {
@@ -21,7 +25,7 @@ std::string Help() {
       "of them. Words are separated by blanks; quotes and backslashes work as in a shell, \"#\" begins a\n"
       "comment. The first line that fails ends the script with its number and exit code 1. Nothing is\n"
       "saved but by \"save\". What is unsaved is kept for \"recover\" every SECONDS (10; 0 after each line)\n"
-      "until the script has ended.\n\n";
+      "until the script has ended, also while it waits for a line, and when the system ends the program.\n\n";
   for (const EditCommand* command : EditCommands()) {
     std::string name = command->name;
     name.resize(std::max<std::size_t>(name.size() + 1, 11), ' ');
@@ -41,22 +45,37 @@ Result<> RunLine(const std::string& text, EditContext& context) {
   return RunInContext(*command, context, {words.begin() + 1, words.end()});
 }
 
-int RunLines(std::istream& lines, const std::string& name, EditContext& context) {
+ScriptReader::Idle AutosaveOf(EditContext& context) {
+  return {[&context] { return context.recovery ? context.recovery->UntilDue() : Recovery::kNever; },
+          [&context] { context.recovery->Update(); }};
+}
+
+// The system ends the program: what is unsaved is there for "recover".
+[[noreturn]] void EndBySignal(EditContext& context) {
+  if (context.recovery && !context.recovery->Keep()) Warn("what is unsaved can't be kept for \"recover\"");
+  Output::Flush();
+  EndSignals::End();
+}
+
+int RunLines(int file, const std::string& name, EditContext& context) {
+  const EndSignals signals;
+  ScriptReader lines(file, AutosaveOf(context));
   std::size_t number = 0;
-  for (std::string text; std::getline(lines, text);) {
+  for (std::string text; lines.Next(&text);) {
     ++number;
     if (const auto done = RunLine(text, context); !done) {
       return Fail(name + ":" + std::to_string(number) + ": " + done.Why().English());
     }
-    std::fputs(context.output.c_str(), stdout);
-    std::fflush(stdout);
+    Output::Write(context.output);
+    Output::Flush();
     context.output.clear();
     if (context.recovery) context.recovery->Update();
   }
-  if (lines.bad()) return Fail("can't read \"" + name + "\"");
+  if (EndSignals::Caught() != 0) EndBySignal(context);
+  if (lines.Error() != 0) return Fail("can't read \"" + name + "\": " + std::strerror(lines.Error()));
   if (context.session && context.session->File().HasUnsavedChanges()) {
     const Problem unsaved(N_("the script has ended; changes of %s were not saved"), {context.Name()});
-    std::fprintf(stderr, "objecthost: %s\n", unsaved.English().c_str());
+    Warn(unsaved.English());
   }
   return 0;
 }
@@ -75,11 +94,13 @@ int RunScript(const std::vector<std::string>& words) {
     context.SetSession(std::move(*session));
   }
   if (line.Positional().empty() || line.Positional()[0] == "-") {
-    return RunLines(std::cin, "standard input", context);
+    return RunLines(STDIN_FILENO, "standard input", context);
   }
-  std::ifstream file(line.Positional()[0]);
-  if (!file) return Fail("can't open \"" + line.Positional()[0] + "\": " + std::strerror(errno));
-  return RunLines(file, line.Positional()[0], context);
+  const int file = open(line.Positional()[0].c_str(), O_RDONLY | O_CLOEXEC);
+  if (file < 0) return Fail("can't open \"" + line.Positional()[0] + "\": " + std::strerror(errno));
+  const int code = RunLines(file, line.Positional()[0], context);
+  close(file);
+  return code;
 }
 
 const std::string kHelp = Help();

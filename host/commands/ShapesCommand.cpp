@@ -1,10 +1,12 @@
 // The page of path operations.
 #include <cstdio>
 
+#include "host/Output.h"
 #include "host/commands/Command.h"
 #include "host/commands/CommandLine.h"
 #include "host/gallery/ShapesPage.h"
 #include "host/storage/WholeFiles.h"
+#include "host/text/Printable.h"
 
 namespace host {
 namespace {
@@ -18,7 +20,7 @@ int RunShapes(const std::vector<std::string>& words) {
     if (const auto done = MakeFolder("out"); !done) return Fail(done.Why());
   }
   if (const auto done = SavePNG(*DrawShapesPage(), path); !done) return Fail(done.Why());
-  std::printf("%s: %zu shapes\n", path.c_str(), ShapeItems().size());
+  Output::Print("%s: %zu shapes\n", Printable(path).c_str(), ShapeItems().size());
   return 0;
 }
 

@@ -5,11 +5,14 @@
 
 #include "CoreGraphics/CGVectorContext.h"
 #include "graphics/bitmaps/AGBitmap.h"
+#include "host/Fonts.h"
+#include "host/Output.h"
 #include "host/commands/Command.h"
 #include "host/commands/CommandLine.h"
 #include "host/gallery/TextPage.h"
 #include "host/pictures/DocumentPicture.h"
 #include "host/storage/WholeFiles.h"
+#include "host/text/Printable.h"
 
 namespace host {
 namespace {
@@ -40,6 +43,7 @@ Result<> SavePage(PictureKind kind, const std::string& path) {
 int RunText(const std::vector<std::string>& words) {
   CommandLine line({}, {});
   if (const auto done = line.Parse(words, 0, 1); !done) return Fail(done.Why());
+  const Fonts fonts;
   const bool named = !line.Positional().empty();
   const std::string path = named ? line.Positional()[0] : "out/text.png";
   PictureKind kind = PictureKind::kPNG;
@@ -50,7 +54,7 @@ int RunText(const std::vector<std::string>& words) {
   }
   const auto saved = kind == PictureKind::kPNG ? SaveBitmap(path) : SavePage(kind, path);
   if (!saved) return Fail(saved.Why());
-  std::printf("%s: %zu texts\n", path.c_str(), TextItems().size());
+  Output::Print("%s: %zu texts\n", Printable(path).c_str(), TextItems().size());
   return 0;
 }
 

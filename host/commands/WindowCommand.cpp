@@ -17,6 +17,7 @@ int RunWindow(const std::vector<std::string>& words) {
   const std::string own = Program::ExecutablePath();
   std::vector<std::string> all = {own.substr(0, own.rfind('/') + 1) + "objecthost-window"};
   for (const std::string& option : Program::BundleOptions()) all.push_back(option);
+  all.emplace_back("--");
   for (const std::string& path : line.Positional()) all.push_back(path);
   std::vector<char*> arguments;
   arguments.reserve(all.size() + 1);

@@ -2,6 +2,7 @@
 
 #include <cstdio>
 
+#include "host/Output.h"
 #include "host/model/ObjectProperties.h"
 #include "host/panels/Inspector.h"
 #include "host/text/DisplayText.h"
@@ -91,8 +92,8 @@ Result<> UseInspector(DocumentSession* session, ObjectID id) {
     const double field = inspector.Wrapper().GetValueAsFloat64(kNumberField);
     const double slider = inspector.Wrapper().GetValueAsFloat64(kSlider);
     const double rounding = RoundingOf(*session, id);
-    std::printf("  control %u set to %g: the rectangle's curvature is %g, \"%s\"\n", step.control, step.value, rounding,
-                actionName.c_str());
+    Output::Print("  control %u set to %g: the rectangle's curvature is %g, \"%s\"\n", step.control, step.value,
+                  rounding, actionName.c_str());
     if (rounding != step.expected || field != step.expected || slider != step.expected ||
         actionName != ExpectedActionName() || session->Steps().Known().UndoName() != actionName) {
       return Problem(N_("the inspector panel and the rectangle do not agree"));
@@ -112,8 +113,8 @@ Result<std::unique_ptr<DocumentSession>> MakeDemoScene() {
   }
   const auto inspected = AddItem(session.get(), kInspected);
   if (!inspected) return inspected.Why();
-  std::printf("Made %zu rectangles. The last one is rounded through its inspector panel:\n",
-              session->Doc().ObjectCount());
+  Output::Print("Made %zu rectangles. The last one is rounded through its inspector panel:\n",
+                session->Doc().ObjectCount());
   if (const auto done = UseInspector(session.get(), *inspected); !done) return done.Why();
   return session;
 }

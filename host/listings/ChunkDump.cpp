@@ -5,9 +5,12 @@
 #include <charconv>
 #include <cstdio>
 #include <cstring>
-#include <fstream>
 #include <iterator>
 
+#include "host/Output.h"
+#include "host/commands/Command.h"
+#include "host/storage/WholeFiles.h"
+#include "host/text/Printable.h"
 #include "host/text/Utf8Check.h"
 
 namespace host {
@@ -42,15 +45,10 @@ std::string Hexadecimal(std::string_view bytes) {
 std::string Quoted(std::string_view text) {
   std::string quoted = "\"";
   for (const char byte : text.substr(0, kShownText)) {
-    const auto code = static_cast<unsigned char>(byte);
-    if (code < 32 || code == 127) {
-      quoted += Formatted("\\x%02llx", code);
-    } else {
-      if (byte == '"' || byte == '\\') quoted += '\\';
-      quoted += byte;
-    }
+    if (byte == '"' || byte == '\\') quoted += '\\';
+    quoted += byte;
   }
-  return quoted + (text.size() > kShownText ? "\" ..." : "\"");
+  return Printable(quoted) + (text.size() > kShownText ? "\" ..." : "\"");
 }
 
 template <typename Number>
@@ -66,7 +64,7 @@ bool IsSignature(std::string_view signature) {
 
 class Dumper {
  public:
-  Dumper(std::string_view bytes, std::string* text) : bytes_(bytes), text_(text) {}
+  Dumper(std::string_view bytes, const ChunkLines& take) : bytes_(bytes), take_(take) {}
 
   ChunkDamage Run() {
     if (bytes_.empty()) Damage(0, "the file is empty");
@@ -109,9 +107,9 @@ class Dumper {
   }
 
   void Print(const Chunk& chunk, const std::string& kind, const std::string& value) {
-    if (text_ == nullptr) return;
-    *text_ += Formatted("%08llx  ", chunk.offset) + std::string(std::size_t{2} * depth_, ' ') + chunk.label + kind;
-    *text_ += ", " + Shortest(chunk.size) + " bytes" + (value.empty() ? "" : ", " + value) + "\n";
+    if (!take_) return;
+    take_(Formatted("%08llx  ", chunk.offset) + std::string(std::size_t{2} * depth_, ' ') + chunk.label + kind + ", " +
+          Shortest(chunk.size) + " bytes" + (value.empty() ? "" : ", " + value) + "\n");
   }
 
   bool ReadChunk(std::uint64_t* offset, std::uint64_t limit, const std::string& label) {
@@ -294,35 +292,27 @@ class Dumper {
   }
 
   std::string_view bytes_;
-  std::string* text_;
+  const ChunkLines& take_;
   ChunkDamage damage_;
   unsigned int depth_ = 0;
 };
 
-int RunOnFile(const std::string& path, bool print) {
-  std::ifstream stream(path, std::ios::binary);
-  const std::string bytes{std::istreambuf_iterator<char>(stream), std::istreambuf_iterator<char>()};
-  if (!stream.is_open() || stream.bad()) {
-    std::fprintf(stderr, "objecthost: cannot read %s\n", path.c_str());
-    return 1;
-  }
-  std::string text;
-  const ChunkDamage damage = DumpChunks(bytes, print ? &text : nullptr);
-  std::fputs(text.c_str(), stdout);
+int RunOnFile(const std::string& path, const ChunkLines& take) {
+  std::string bytes;
+  if (const auto done = ReadWholeFile(path, &bytes); !done) return Fail(done.Why());
+  const ChunkDamage damage = DumpChunks(bytes, take);
   if (!damage.found) return 0;
-  std::fflush(stdout);
-  std::fprintf(stderr, "objecthost: %s is damaged at offset %llu (0x%08llx): %s\n", path.c_str(),
-               static_cast<unsigned long long>(damage.offset), static_cast<unsigned long long>(damage.offset),
-               damage.reason.c_str());
-  return 1;
+  Output::Flush();
+  return Fail(path + " is damaged at offset " + Shortest(damage.offset) + Formatted(" (0x%08llx): ", damage.offset) +
+              damage.reason);
 }
 
 }  // namespace
 
-ChunkDamage DumpChunks(std::string_view bytes, std::string* text) { return Dumper(bytes, text).Run(); }
+ChunkDamage DumpChunks(std::string_view bytes, const ChunkLines& take) { return Dumper(bytes, take).Run(); }
 
-int DumpChunkFile(const std::string& path) { return RunOnFile(path, true); }
+int DumpChunkFile(const std::string& path) { return RunOnFile(path, &Output::Write); }
 
-int CheckChunkFile(const std::string& path) { return RunOnFile(path, false); }
+int CheckChunkFile(const std::string& path) { return RunOnFile(path, nullptr); }
 
 }  // namespace host

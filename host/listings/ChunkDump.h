@@ -7,6 +7,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <string>
 #include <string_view>
 
@@ -19,9 +20,13 @@ struct ChunkDamage {
   std::string reason;
 };
 
-/// Looks through the bytes of a file up to the first damage. `text`, which may be null, receives the tree: a line
+/// Takes a line of the tree, with its line end. What is nested deep makes a hundred times as much text as its file has
+/// bytes, so nobody has to keep it all.
+using ChunkLines = std::function<void(const std::string& line)>;
+
+/// Looks through the bytes of a file up to the first damage. `take`, which may be empty, receives the tree: a line
 /// "OFFSET  kind, N bytes, value" for each chunk, its offset in hexadecimal, indented by its depth.
-ChunkDamage DumpChunks(std::string_view bytes, std::string* text);
+ChunkDamage DumpChunks(std::string_view bytes, const ChunkLines& take);
 
 /// Prints the tree of a file, and the damage, if there is any, on standard error. Returns 0, or 1 for a file that is
 /// damaged or cannot be read.

@@ -3,6 +3,8 @@
 #include <cstdio>
 
 #include "host/model/ObjectProperties.h"
+#include "host/text/DisplayText.h"
+#include "host/text/Printable.h"
 #include "kit/geometry/AGConstants.h"
 #include "kit/values/AKValue.h"
 
@@ -28,7 +30,7 @@ std::string RoundedText(const AKValue& value) {
   if (const AKDictionary* dictionary = value.GetasAKDictionary()) {
     std::string text = "{";
     dictionary->ForEach([&text](const AKString& key, const AKValue& entry) {
-      text += (text.size() > 1 ? " " : "") + std::string(key.CStr()) + "=" + RoundedText(entry);
+      text += (text.size() > 1 ? " " : "") + DisplayText(key) + "=" + RoundedText(entry);
     });
     return text + "}";
   }
@@ -40,7 +42,8 @@ bool IsClassProperty(const AKString& key) {
 }
 
 std::string Header(const DocumentObject& object, std::size_t index) {
-  return std::to_string(index) + "  " + object.classID.chars + (object.IsPlaceholder() ? " (placeholder)" : "");
+  return std::to_string(index) + "  " + Printable(object.classID.chars) +
+         (object.IsPlaceholder() ? " (placeholder)" : "");
 }
 
 }  // namespace
@@ -51,7 +54,7 @@ std::string ShortListing(const Document& document) {
   document.ForEachObject([&](const DocumentObject& object) {
     text += Header(object, number++) + "  " + RectText(object.bounds) + "  " + Number(object.angle * kRadToDeg);
     PropertiesOf(object).ForEach([&text](const AKString& key, const AKValue& value) {
-      if (IsClassProperty(key)) text += "  " + std::string(key.CStr()) + "=" + RoundedText(value);
+      if (IsClassProperty(key)) text += "  " + Printable(DisplayText(key) + "=" + RoundedText(value));
     });
     text += "\n";
   });
@@ -64,7 +67,7 @@ std::string FullListing(const Document& document) {
   document.ForEachObject([&](const DocumentObject& object) {
     text += Header(object, number++);
     PropertiesOf(object).ForEach([&text](const AKString& key, const AKValue& value) {
-      text += "  " + std::string(key.CStr()) + "=" + RoundedText(value);
+      text += "  " + Printable(DisplayText(key) + "=" + RoundedText(value));
     });
     text += "\n";
   });

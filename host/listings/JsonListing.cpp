@@ -61,7 +61,7 @@ std::string JsonOf(const DocumentSession& session, bool withObjects) {
   WritePage(&json, session.Doc());
   json.Key("layers");
   json.BeginArray();
-  for (const auto& layer : session.Doc().Layers()) {
+  for (const Layer* layer : session.Doc().Layers()) {
     json.BeginObject();
     json.Integer("number", static_cast<long long>(layerNumber++));
     json.String("name", layer->settings.name);

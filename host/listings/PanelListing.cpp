@@ -3,6 +3,7 @@
 #include <cstdio>
 
 #include "host/text/DisplayText.h"
+#include "host/text/Printable.h"
 
 namespace host {
 namespace {
@@ -24,7 +25,7 @@ std::string ControlLine(const HostControl& control) {
     std::snprintf(text, sizeof(text), ", %g to %g", minimum, maximum);
     line += text;
   }
-  return line + ": " + DisplayText(control.DisplayedValue()) + "\n";
+  return line + ": " + Printable(DisplayText(control.DisplayedValue())) + "\n";
 }
 
 }  // namespace

@@ -20,11 +20,6 @@ AKObject* NewInstance(AKClassID classID, const char* format, ...) {
   return object;
 }
 
-template <typename Layers>
-auto At(Layers& layers, std::size_t index) {
-  return layers.begin() + static_cast<std::ptrdiff_t>(std::min(index, layers.size()));
-}
-
 }  // namespace
 
 Document::Document(const AGSize& page) : page_(page) { InsertLayer({TrWith("Layer %s", "1")}, 0); }
@@ -65,48 +60,31 @@ void Document::SetPage(const AGSize& page, AGColor background) {
   Notify([](DocumentObserver& observer) { observer.OnPageChanged(); });
 }
 
-Layer* Document::MutableLayer(LayerID id) { return layers_[IndexOfLayer(id)].get(); }
-
-const Layer* Document::FindLayer(LayerID id) const {
-  const std::size_t index = IndexOfLayer(id);
-  return index < layers_.size() ? layers_[index].get() : nullptr;
-}
-
-std::size_t Document::IndexOfLayer(LayerID id) const {
-  std::size_t index = 0;
-  while (index < layers_.size() && layers_[index]->id != id) ++index;
-  return index;
-}
-
 LayerID Document::InsertLayer(LayerSettings settings, std::size_t index, LayerID id) {
   auto layer = std::make_unique<Layer>();
   layer->id = id == kNoLayerID ? lastLayer_ + 1 : id;
   lastLayer_ = std::max(lastLayer_, layer->id);
   layer->settings = std::move(settings);
   const LayerID given = layer->id;
-  layers_.insert(At(layers_, index), std::move(layer));
+  layers_.Insert(std::move(layer), index);
   Notify([](DocumentObserver& observer) { observer.OnLayersChanged(); });
   return given;
 }
 
 void Document::RemoveLayer(LayerID id) {
-  InstanceCall::Destroy(std::move(MutableLayer(id)->standIn));
-  layers_.erase(At(layers_, IndexOfLayer(id)));
+  InstanceCall::Destroy(std::move(layers_.Take(id)->standIn));
   Notify([](DocumentObserver& observer) { observer.OnLayersChanged(); });
 }
 
 void Document::MoveLayer(LayerID id, std::size_t index) {
-  const std::size_t from = IndexOfLayer(id);
-  std::unique_ptr<Layer> layer = std::move(layers_[from]);
-  layers_.erase(At(layers_, from));
-  layers_.insert(At(layers_, index), std::move(layer));
+  layers_.Insert(layers_.Take(id), index);
   Notify([](DocumentObserver& observer) { observer.OnLayersChanged(); });
   const AreaBatch batch(*this);
-  MutableLayer(id)->objects.ForEach([&](const DocumentObject& object) { NotifyArea(object, *FindLayer(id)); });
+  layers_.Find(id)->objects.ForEach([&](const DocumentObject& object) { NotifyArea(object, *FindLayer(id)); });
 }
 
 void Document::SetLayerSettings(LayerID id, LayerSettings settings) {
-  Layer* layer = MutableLayer(id);
+  Layer* layer = layers_.Find(id);
   const bool shownOrHidden = layer->settings.visible != settings.visible;
   layer->settings = std::move(settings);
   Notify([](DocumentObserver& observer) { observer.OnLayersChanged(); });
@@ -116,7 +94,7 @@ void Document::SetLayerSettings(LayerID id, LayerSettings settings) {
 }
 
 AKObject* Document::StandInOf(LayerID id) {
-  Layer* layer = MutableLayer(id);
+  Layer* layer = layers_.Find(id);
   if (!layer->standIn) layer->standIn = LayerObject::Make(id);
   return layer->standIn.get();
 }
@@ -143,19 +121,13 @@ ObjectPlace Document::PlaceOf(ObjectID id) const {
 }
 
 const DocumentObject& Document::ObjectAt(std::size_t number) const {
-  std::size_t layer = 0;
-  while (number >= layers_[layer]->objects.Count()) number -= layers_[layer++]->objects.Count();
-  return *layers_[layer]->objects.At(number);
+  const Layer& layer = layers_.WithObject(&number);
+  return *layer.objects.At(number);
 }
 
 std::size_t Document::NumberOf(ObjectID id) const {
-  const ObjectPlace place = PlaceOf(id);
-  std::size_t number = place.index;
-  for (const auto& layer : layers_) {
-    if (layer->id == place.layer) break;
-    number += layer->objects.Count();
-  }
-  return number;
+  const ObjectTable::Entry& entry = *objects_.Find(id);
+  return layers_.ObjectsBelow(*entry.layer) + entry.layer->objects.IndexOf(entry.object.get());
 }
 
 std::unique_ptr<DocumentObject> Document::AdoptInstance(AKObject* instance) {
@@ -170,19 +142,28 @@ std::unique_ptr<DocumentObject> Document::AdoptInstance(AKObject* instance) {
 
 Result<std::unique_ptr<DocumentObject>> Document::NewObject(AKClassID classID, const std::string& arguments) {
   const QuietLog quiet;
-  const InstanceCall call(InstanceCall::Kind::kEdit);
   AKObject* instance = NewInstance(classID, "%s", arguments.c_str());
   if (instance != nullptr) return AdoptInstance(instance);
   return Problem(N_("can't make an object of class \"%s\" (status %s)"),
                  {classID.chars, std::to_string(AKClass::GetErrorNew())});
 }
 
+void Document::InsertInto(Layer* layer, std::size_t index, DocumentObject* object) {
+  layer->objects.Insert(index, object);
+  layers_.CountObjects(*layer, 1);
+}
+
+void Document::RemoveFrom(Layer* layer, DocumentObject* object) {
+  layer->objects.Remove(object);
+  layers_.CountObjects(*layer, -1);
+}
+
 ObjectID Document::InsertObject(std::unique_ptr<DocumentObject> object, const ObjectPlace& place) {
   if (object->id == kNoObjectID) object->id = lastObject_ + 1;
   lastObject_ = std::max(lastObject_, object->id);
   const ObjectID id = object->id;
-  Layer* layer = MutableLayer(place.layer);
-  layer->objects.Insert(place.index, object.get());
+  Layer* layer = layers_.Find(place.layer);
+  InsertInto(layer, place.index, object.get());
   if (object->instance) instances_.Insert(object->instance.get(), id);
   const DocumentObject& inserted = *object;
   objects_.Insert(std::move(object), layer);
@@ -192,7 +173,7 @@ ObjectID Document::InsertObject(std::unique_ptr<DocumentObject> object, const Ob
 }
 
 ObjectID Document::AppendObject(std::unique_ptr<DocumentObject> object) {
-  const Layer& last = *layers_.back();
+  const Layer& last = *Layers().back();
   return InsertObject(std::move(object), {last.id, last.objects.Count()});
 }
 
@@ -200,7 +181,7 @@ std::unique_ptr<DocumentObject> Document::RemoveObject(ObjectID id) {
   Layer* layer = objects_.Find(id)->layer;
   std::unique_ptr<DocumentObject> object = objects_.Remove(id);
   if (object->instance) instances_.Remove(object->instance.get());
-  layer->objects.Remove(object.get());
+  RemoveFrom(layer, object.get());
   NotifyArea(*object, *layer);
   NotifyObject(id);
   return object;
@@ -209,9 +190,9 @@ std::unique_ptr<DocumentObject> Document::RemoveObject(ObjectID id) {
 void Document::MoveObject(ObjectID id, const ObjectPlace& place) {
   ObjectTable::Entry& entry = *objects_.Find(id);
   NotifyArea(*entry.object, *entry.layer);
-  entry.layer->objects.Remove(entry.object.get());
-  entry.layer = MutableLayer(place.layer);
-  entry.layer->objects.Insert(place.index, entry.object.get());
+  RemoveFrom(entry.layer, entry.object.get());
+  entry.layer = layers_.Find(place.layer);
+  InsertInto(entry.layer, place.index, entry.object.get());
   NotifyArea(*entry.object, *entry.layer);
   NotifyObject(id);
 }

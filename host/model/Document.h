@@ -11,7 +11,7 @@
 #include <vector>
 
 #include "host/model/DocumentObserver.h"
-#include "host/model/Layer.h"
+#include "host/model/LayerList.h"
 #include "host/model/ObjectTable.h"
 #include "host/text/Problem.h"
 #include "kit/geometry/AGSize.h"
@@ -42,10 +42,10 @@ class Document {
 
   // Layers. Functions that take the ID of a layer need one that exists unless they say otherwise.
 
-  const std::vector<std::unique_ptr<Layer>>& Layers() const { return layers_; }
-  const Layer& FirstLayer() const { return *layers_.front(); }
-  const Layer* FindLayer(LayerID id) const;  ///< null for an unknown ID
-  std::size_t IndexOfLayer(LayerID id) const;
+  const std::vector<Layer*>& Layers() const { return layers_.All(); }
+  const Layer& FirstLayer() const { return *Layers().front(); }
+  const Layer* FindLayer(LayerID id) const { return layers_.Find(id); }  ///< null for an unknown ID
+  std::size_t IndexOfLayer(LayerID id) const { return layers_.IndexOf(id); }
   /// Puts a new empty layer at an index of 0 to the count of layers; 0 as its ID gives it a new one.
   LayerID InsertLayer(LayerSettings settings, std::size_t index, LayerID id = kNoLayerID);
   /// The layer must be empty and not the only one.
@@ -70,7 +70,7 @@ class Document {
   /// Calls `f` with each object in drawing order.
   template <typename F>
   void ForEachObject(F f) const {
-    for (const auto& layer : layers_) layer->objects.ForEach([&f](const DocumentObject& object) { f(object); });
+    for (const Layer* layer : Layers()) layer->objects.ForEach([&f](const DocumentObject& object) { f(object); });
   }
 
   /// Makes an object of a class, initialised from argument text such as "-default", with a default brush and pen. Fails
@@ -113,7 +113,8 @@ class Document {
   void RemoveObserver(DocumentObserver* observer);
 
  private:
-  Layer* MutableLayer(LayerID id);
+  void InsertInto(Layer* layer, std::size_t index, DocumentObject* object);
+  void RemoveFrom(Layer* layer, DocumentObject* object);
   DocumentObject* Mutable(ObjectID id) { return objects_.Find(id)->object.get(); }
   void ObjectChanged(DocumentObject* object);
   void NotifyObject(ObjectID id);
@@ -125,7 +126,7 @@ class Document {
 
   AGSize page_;
   AGColor background_ = kAGColorWhite;
-  std::vector<std::unique_ptr<Layer>> layers_;
+  LayerList layers_;
   ObjectTable objects_;
   InstanceIndex instances_;
   std::vector<DocumentObserver*> observers_;

@@ -1,13 +1,18 @@
 #include "host/model/InstanceCall.h"
 
+#include <string>
 #include <utility>
 #include <vector>
+
+#include "host/HostLog.h"
+#include "host/listings/MethodName.h"
 
 namespace host {
 namespace {
 
-unsigned int sDepth = 0;
-unsigned int sDrawingDepth = 0;
+InstanceCall* sInnermost = nullptr;
+bool sToldOf = false;  // that something was refused, during the outermost call
+bool sIsDestroying = false;
 
 // Empty but for the end of a call that removed something, so nothing is left when bundles go.
 std::vector<Instance>& Leaving() {
@@ -15,26 +20,75 @@ std::vector<Instance>& Leaving() {
   return leaving;
 }
 
+bool Edits(unsigned int slot) {
+  return slot == kAKMethodInspector || slot == kAKMethodSetObjectProperties || slot == InstanceCall::kDialog;
+}
+
+std::string NameOf(unsigned int slot) {
+  if (slot == InstanceCall::kConstructor) return "its constructor";
+  return slot == InstanceCall::kDialog ? "the procedure of its dialog" : MethodName(slot);
+}
+
 }  // namespace
 
-InstanceCall::InstanceCall(Kind kind) : kind_(kind) {
-  ++sDepth;
-  if (kind_ == Kind::kDraw) ++sDrawingDepth;
+InstanceCall::InstanceCall(const AKClass& cls, unsigned int slot, const AKObject* object)
+    : class_(cls),
+      slot_(slot),
+      object_(object),
+      outer_(sInnermost),
+      depth_(outer_ == nullptr ? 1 : outer_->depth_ + 1),
+      mayEdit_(Edits(slot) && (outer_ == nullptr || outer_->mayEdit_)) {
+  sInnermost = this;
 }
 
 InstanceCall::~InstanceCall() {
-  if (kind_ == Kind::kDraw) --sDrawingDepth;
-  if (--sDepth != 0) return;
+  sInnermost = outer_;
+  if (outer_ != nullptr || sIsDestroying) return;
+  sToldOf = false;
+  sIsDestroying = true;
   // A method that runs on deletion may remove further instances.
   while (!Leaving().empty()) {
     const std::vector<Instance> last = std::exchange(Leaving(), {});
   }
+  sIsDestroying = false;
 }
 
-bool InstanceCall::IsDrawing() { return sDrawingDepth != 0; }
+void InstanceCall::Refuse(const char* what, const char* advice) const {
+  if (std::exchange(sToldOf, true)) return;
+  const std::string line = std::string("class \"") + class_.classID.chars + "\": " + what + " within " + NameOf(slot_) +
+                           " was refused: " + advice;
+  // The line stands behind the name of the bundle that has the class.
+  HostLog::Instance().Take(line.c_str(), reinterpret_cast<const void*>(class_.constructor));
+}
+
+bool InstanceCall::MayRun() const {
+  if (depth_ <= kDeepest) return true;
+  Refuse("a further call", "methods that call the host, and through it methods, may do so 64 calls deep");
+  return false;
+}
+
+bool InstanceCall::MayEdit(const char* entry) {
+  if (sInnermost == nullptr || sInnermost->mayEdit_) return true;
+  sInnermost->Refuse(entry, "call it from akmInspector, akmSetObjectProperties or a dialog's procedure");
+  return false;
+}
+
+bool InstanceCall::IsOutside(const char* entry) {
+  if (sInnermost == nullptr) return true;
+  sInnermost->Refuse(entry, "call it from pluginMain");
+  return false;
+}
+
+bool InstanceCall::IsRunning(const AKObject* object) {
+  const InstanceCall* call = sInnermost;
+  while (call != nullptr && call->object_ != object) call = call->outer_;
+  return call != nullptr;
+}
+
+bool InstanceCall::IsTooDeep() { return sInnermost != nullptr && sInnermost->depth_ >= kDeepest; }
 
 void InstanceCall::Destroy(Instance instance) {
-  if (instance && sDepth != 0) Leaving().push_back(std::move(instance));
+  if (instance && sInnermost != nullptr) Leaving().push_back(std::move(instance));
 }
 
 }  // namespace host

@@ -1,8 +1,11 @@
-// Marks the time in which an instance's method runs.
+// Marks the time in which a method of an instance runs: which one, and what a plug-in may ask for meanwhile.
 //
-// A plug-in may ask, from within a method, for the object that the method runs on to be deleted. Instances that leave a
-// document meanwhile are kept until the outermost call has returned. While an object is being drawn documents are not
-// changed at all: the drawing walks through them.
+// A plug-in may call the host from within its methods. It may change documents only in those that are there to change
+// something: the inspector method, the procedure of a dialog and the one that sets properties. All others are called
+// while the host walks through a document, writes it, undoes a step or makes the very object. docs/abi.md has the
+// table.
+//
+// Instances that leave a document while methods run are kept until the outermost call has returned.
 #pragma once
 
 #include "host/bundles/Instance.h"
@@ -11,20 +14,44 @@ namespace host {
 
 class InstanceCall {
  public:
-  enum class Kind { kEdit, kDraw };
+  /// What runs that is no method slot.
+  static constexpr unsigned int kConstructor = kAKMethodCount;
+  static constexpr unsigned int kDialog = kAKMethodCount + 1;
+  /// How many calls may run within each other: a bundle that calls itself through the host comes to an end.
+  static constexpr unsigned int kDeepest = 64;
 
-  explicit InstanceCall(Kind kind);
+  /// What a call returns that was refused: it would run too deep, or may not be made from within a method.
+  static constexpr int kStatusRefused = -736;
+
+  /// The method `slot` of `object` begins; the object may be null, and lives longer than this.
+  InstanceCall(const AKClass& cls, unsigned int slot, const AKObject* object);
   InstanceCall(const InstanceCall&) = delete;
   InstanceCall& operator=(const InstanceCall&) = delete;
   ~InstanceCall();
 
-  /// True within a call that draws.
-  static bool IsDrawing();
+  /// False when it runs too deep within others: then the method must not be called. That is logged.
+  bool MayRun() const;
+
+  /// False within a method from which documents can't be changed. It is logged then, once while the outermost method
+  /// runs, with the name of what the plug-in called.
+  static bool MayEdit(const char* entry);
+  /// The same for what can't be called from within any method.
+  static bool IsOutside(const char* entry);
+  /// True while a method of the object runs.
+  static bool IsRunning(const AKObject* object);
+  static bool IsTooDeep();
   /// Destroys the instance, now or when the outermost call ends.
   static void Destroy(Instance instance);
 
  private:
-  Kind kind_;
+  void Refuse(const char* what, const char* advice) const;
+
+  const AKClass& class_;
+  unsigned int slot_;
+  const AKObject* object_;
+  InstanceCall* outer_;
+  unsigned int depth_;
+  bool mayEdit_;
 };
 
 }  // namespace host

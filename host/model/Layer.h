@@ -20,7 +20,8 @@ struct Layer {
   LayerID id = kNoLayerID;
   LayerSettings settings;
   ObjectOrder objects;
-  Instance standIn;  ///< a LayerObject, made when somebody asks for it
+  std::size_t place = 0;  ///< among the layers, when it was last looked for
+  Instance standIn;       ///< a LayerObject, made when somebody asks for it
 
   /// Objects of a hidden or locked layer can't be selected or edited by users.
   bool IsEditable() const { return settings.visible && !settings.locked; }

@@ -4,7 +4,6 @@
 #include <cmath>
 
 #include "host/Host.h"
-#include "host/model/InstanceCall.h"
 #include "host/model/ObjectRecord.h"
 #include "host/tables/SlotCall.h"
 #include "host/text/DisplayText.h"
@@ -37,7 +36,6 @@ AKDictionary ClassProperties(const DocumentObject& object) {
   if (object.IsPlaceholder()) return properties;
   const AKClass& cls = *object.instance->Class();
   if (HasSlot(cls, kAKMethodGetObjectProperties)) {
-    const InstanceCall call(InstanceCall::Kind::kEdit);
     CallSlot<int, AKDictionary*>(cls, kAKMethodGetObjectProperties, object.instance.get(), &properties);
   }
   return properties;
@@ -116,7 +114,6 @@ int TakeProperty(const DocumentObject& object, HostFields* fields, const AKStrin
     AKDictionary properties;
     properties.SetValue(name, value);
     const AKClass& cls = *object.instance->Class();
-    const InstanceCall call(InstanceCall::Kind::kEdit);
     return CallSlot<int, const AKDictionary&>(cls, kAKMethodSetObjectProperties, object.instance.get(), properties);
   }
   return 0;

@@ -1,7 +1,6 @@
 #include "host/model/ObjectRecord.h"
 
 #include "host/Host.h"
-#include "host/model/InstanceCall.h"
 #include "host/tables/SlotCall.h"
 #include "host/text/Localisation.h"
 #include "kit/streams/AKFileGeometry.h"
@@ -25,7 +24,6 @@ int BlockOf(const AKFile& stream, AKMemoryBlock* block) {
 int WriteInstance(AKFile& file, const AKObject& instance) {
   const AKClass& cls = *instance.Class();
   if (!HasSlot(cls, kAKMethodWriteToFile)) return 0;
-  const InstanceCall call(InstanceCall::Kind::kEdit);
   return CallSlot<int, AKFile&>(cls, kAKMethodWriteToFile, &instance, file);
 }
 
@@ -53,7 +51,6 @@ Instance MakeInstance(AKClassID classID, const AKMemoryBlock& record, int* statu
   stream.Write(classID.chars, sizeof(classID.chars));
   if (!record.IsEmpty()) stream.Write(record.Data(), record.Size());
   stream.SetPos(0);
-  const InstanceCall call(InstanceCall::Kind::kEdit);
   Instance instance(AKClass::NewObjectFromFile(nullptr, stream, kRecordVersion));
   *status = instance ? 0 : AKClass::GetErrorNew();
   return instance;

@@ -7,6 +7,7 @@
 
 #include "host/Host.h"
 #include "host/UserInterface.h"
+#include "host/model/InstanceCall.h"
 #include "host/panels/Description.h"
 #include "kit/log/AKLog.h"
 #include "kit/objects/AKClass.h"
@@ -138,6 +139,9 @@ AKGUICtrl* HostPanel::GetController(unsigned int controlID) const {
 int HostPanel::OpenModalDialog(AKGUIDesc::ModalProc proc, AKObject* object, int* result) {
   UserInterface* const interface = Host::Instance().userInterface;
   if (interface == nullptr || proc == nullptr || object == nullptr || wrapper_ == nullptr) return -1;
+  if (!InstanceCall::MayEdit("OpenModalDialog")) return -1;
+  const InstanceCall open(*object->Class(), InstanceCall::kDialog, object);
+  if (!open.MayRun()) return -1;
   if (owner_.empty()) SetOwner(*object->Class());
   const auto send = [&](AKGUIEvent& event) { return (object->*proc)(*wrapper_, event); };
   AKGUIEvent fill;

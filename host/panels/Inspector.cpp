@@ -3,7 +3,6 @@
 #include <algorithm>
 
 #include "host/Host.h"
-#include "host/model/InstanceCall.h"
 #include "host/model/ObjectRecord.h"
 #include "host/tables/SlotCall.h"
 #include "host/text/DisplayText.h"
@@ -59,7 +58,6 @@ int Inspector::SendTo(ObjectID id, AKGUIEvent* event) {
   if (object == nullptr || !object->instance) return 0;
   AKObject* instance = object->instance.get();
   Host::Instance().Sessions().MakeCurrent(*session_);
-  const InstanceCall call(InstanceCall::Kind::kEdit);
   return CallSlot<int, AKGUIDesc&, AKGUIEvent&>(*instance->Class(), kAKMethodInspector, instance, *panel_, *event);
 }
 

@@ -2,7 +2,6 @@
 
 #include "CoreGraphics/CGContext.h"
 #include "graphics/context/AKDrawEvent.h"
-#include "host/model/InstanceCall.h"
 #include "host/tables/SlotCall.h"
 
 namespace host {
@@ -34,7 +33,6 @@ void DrawScaled(const AGContext& context, double scale, Draw draw) {
 }  // namespace
 
 int DrawObject(const DocumentObject& object, const AGContext& context, const AGBrush& brush, const AGPen& pen) {
-  const InstanceCall call(InstanceCall::Kind::kDraw);
   if (object.IsPlaceholder()) {
     DrawPlaceholder(object, context);
     return 0;
@@ -54,7 +52,7 @@ bool DrawObjects(const Document& document, const AGContext& context, double scal
   std::size_t count = 0;
   bool goesOn = true;
   DrawScaled(context, scale, [&] {
-    for (const auto& layer : document.Layers()) {
+    for (const Layer* layer : document.Layers()) {
       if (!layer->settings.visible) continue;
       layer->objects.ForEach([&](const DocumentObject& object) {
         if (!goesOn) return;
@@ -71,7 +69,7 @@ bool DrawObjects(const Document& document, const AGContext& context, double scal
 void DrawObjects(const Document& document, const AGContext& context, double scale, const AGRect& area,
                  const DrawnObjects& drawn) {
   DrawScaled(context, scale, [&] {
-    for (const auto& layer : document.Layers()) {
+    for (const Layer* layer : document.Layers()) {
       if (!layer->settings.visible) continue;
       layer->objects.ForEachIn(area, [&](const DocumentObject& object) {
         if (!drawn || drawn(object)) DrawObject(object, context, object.brush, object.pen);
@@ -82,7 +80,7 @@ void DrawObjects(const Document& document, const AGContext& context, double scal
 
 std::size_t CountObjects(const Document& document, const AGRect& area) {
   std::size_t count = 0;
-  for (const auto& layer : document.Layers()) {
+  for (const Layer* layer : document.Layers()) {
     if (layer->settings.visible) layer->objects.ForEachIn(area, [&count](const DocumentObject&) { ++count; });
   }
   return count;

@@ -23,12 +23,15 @@ class SessionFile {
   bool HasUnsavedChanges() const { return !steps_.Known().IsClean(); }
   /// True when the file was changed or removed by somebody else since it was opened or saved.
   bool IsChangedOutside() const;
-  /// Writes to Path(). Refused when the file was changed outside, unless `overwrite` is set.
+  /// Writes to Path(). Refused when the file was changed outside, unless `overwrite` is set; of several programs that
+  /// save at the same moment one wins, and the others are refused.
   Result<> Save(bool overwrite);
   /// The document belongs to the new path from then on.
   Result<> SaveAs(const std::string& path);
 
  private:
+  Result<> Write(const std::string& path);
+
   Document& document_;
   SessionSteps& steps_;
   SessionObservers& observers_;

@@ -1,5 +1,7 @@
 #include "host/session/SessionRegistry.h"
 
+#include <algorithm>
+
 #include "host/session/DocumentSession.h"
 
 namespace host {
@@ -9,6 +11,12 @@ DocumentSession* SessionRegistry::Find(std::uint64_t serial) const {
     if (session->Serial() == serial) return session;
   }
   return nullptr;
+}
+
+bool SessionRegistry::Has(const AKObject* instance) const {
+  return std::any_of(sessions_.begin(), sessions_.end(), [instance](DocumentSession* session) {
+    return session->Doc().FindByInstance(instance) != nullptr;
+  });
 }
 
 std::uint64_t SessionRegistry::Add(DocumentSession& session) {

@@ -4,6 +4,8 @@
 #include <cstdint>
 #include <vector>
 
+class AKObject;
+
 namespace host {
 
 class DocumentSession;
@@ -15,6 +17,8 @@ class SessionRegistry {
   void MakeCurrent(DocumentSession& session) { current_ = &session; }
   /// Null when that session is gone.
   DocumentSession* Find(std::uint64_t serial) const;
+  /// True when the instance is in one of their documents.
+  bool Has(const AKObject* instance) const;
 
   /// A session adds itself, and gets its number.
   std::uint64_t Add(DocumentSession& session);

@@ -70,7 +70,7 @@ void SessionSelection::Toggle(ObjectID id) {
 
 void SessionSelection::SelectAll() {
   ObjectIDs all;
-  for (const auto& layer : document_.Layers()) {
+  for (const Layer* layer : document_.Layers()) {
     if (!layer->IsEditable()) continue;
     layer->objects.ForEach([&all](const DocumentObject& object) { all.push_back(object.id); });
   }
@@ -99,7 +99,7 @@ ObjectIDs SessionSelection::ObjectsIn(const AGRect& band, Band rule) const {
   AGRect box(band);
   box.Normalize();
   ObjectIDs taken;
-  for (const auto& layer : document_.Layers()) {
+  for (const Layer* layer : document_.Layers()) {
     if (!layer->IsEditable()) continue;
     layer->objects.ForEachIn(box, [&](const DocumentObject& object) {
       if (BandTakes(box, object.Placement(), rule)) taken.push_back(object.id);

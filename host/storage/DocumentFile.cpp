@@ -176,15 +176,15 @@ int WriteLayer(AKFile& file, const Layer& layer, ObjectWriter* objects) {
 
 }  // namespace
 
-int WriteTextChunk(AKFile& file, const std::string& utf8) {
+int WriteTextChunk(AKFile& file, const std::string& text) {
   AKFileChunk chunk{kTextSignature};
   int status = AKFileWriteChunkHeader(file, chunk);
-  if (status == 0) status = AKFileWrite(file, utf8.data(), utf8.size());
-  if (status == 0) status = AKFileWriteZeros(file, (4 - utf8.size() % 4) % 4);
+  if (status == 0) status = AKFileWrite(file, text.data(), text.size());
+  if (status == 0) status = AKFileWriteZeros(file, (4 - text.size() % 4) % 4);
   return status == 0 ? AKFileWriteChunkComplete(file, chunk) : status;
 }
 
-bool ReadTextChunk(const AKFile& file, std::string* utf8) {
+bool ReadTextChunk(const AKFile& file, std::string* text) {
   AKFileChunk chunk;
   AKMemoryBlock bytes;
   if (AKFileReadChunkHeader(file, &chunk) != 0 || chunk.signature != kTextSignature || !file.HasBytes(chunk.size)) {
@@ -192,7 +192,8 @@ bool ReadTextChunk(const AKFile& file, std::string* utf8) {
   }
   bytes.Allocate(chunk.size, false);
   if (chunk.size != 0 && AKFileRead(file, bytes.MutableData(), chunk.size) != 0) return false;
-  return TakeText(bytes, utf8);
+  static_cast<void>(TakeText(bytes, text));
+  return true;
 }
 
 int WriteDocument(const Document& document, AKFile& file, std::optional<Problem>* unwritable) {
@@ -203,7 +204,7 @@ int WriteDocument(const Document& document, AKFile& file, std::optional<Problem>
   if (status == 0) status = AKFileWriteAGSize(file, document.Page());
   if (status == 0) status = AKFileWriteAGColor(file, document.Background());
   if (status == 0) status = AKFileWriteUInt32(file, static_cast<unsigned int>(document.Layers().size()));
-  for (const auto& layer : document.Layers()) {
+  for (const Layer* layer : document.Layers()) {
     if (status == 0) status = WriteLayer(file, *layer, &objects);
   }
   return status == 0 ? AKFileWriteChunkComplete(file, chunk) : status;
@@ -244,9 +245,10 @@ std::vector<Problem> UnreadObjects(const Document& document) {
   return unread;
 }
 
-Result<> WriteDocument(const Document& document, const std::string& path) {
+Result<> WriteDocument(const Document& document, const std::string& path, const std::optional<std::string>& model) {
   std::optional<Problem> unwritable;
-  auto done = ReplaceFileBy(path, [&](AKFile& file) { return WriteDocument(document, file, &unwritable); });
+  const auto write = [&](AKFile& file) { return WriteDocument(document, file, &unwritable); };
+  auto done = ReplaceFileBy(path, write, model);
   if (unwritable) return Problem(N_("can't write \"%s\": %s"), {path, *unwritable});
   return done;
 }

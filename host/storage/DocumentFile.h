@@ -27,15 +27,17 @@ Result<std::unique_ptr<Document>> ReadDocument(const AKFile& file, const std::st
 std::vector<Problem> UnreadObjects(const Document& document);
 
 /// Replaces the file whole or leaves it as it was. Every record is read back before, so that a class that goes wrong
-/// while it writes stops the save, and the file can be opened again.
-Result<> WriteDocument(const Document& document, const std::string& path);
+/// while it writes stops the save, and the file can be opened again. `model` is that of ReplaceFileBy.
+Result<> WriteDocument(const Document& document, const std::string& path,
+                       const std::optional<std::string>& model = std::nullopt);
 
 /// The same into a stream. Returns its status; where it is an object's record that stops it, -1 with the reason in
 /// `*unwritable`. With null, an object whose class can't write a sound record is written as the host knows it.
 int WriteDocument(const Document& document, AKFile& file, std::optional<Problem>* unwritable);
 
-/// UTF-8 as a chunk "strg", padded with NULs to a multiple of 4 bytes. Reading gives false for anything else.
-int WriteTextChunk(AKFile& file, const std::string& utf8);
-bool ReadTextChunk(const AKFile& file, std::string* utf8);
+/// A text or path as a chunk "strg", padded with NULs to a multiple of 4 bytes. A path need not be UTF-8. Reading gives
+/// false for another chunk.
+int WriteTextChunk(AKFile& file, const std::string& text);
+bool ReadTextChunk(const AKFile& file, std::string* text);
 
 }  // namespace host

@@ -101,13 +101,22 @@ void Recovery::Update() {
   if (written_ == session_.Steps().ChangeCount()) return;
   // A document that was recovered is kept again at once: the file that it came from will be discarded.
   if (written_ && std::chrono::steady_clock::now() - when_ < interval_) return;
+  when_ = std::chrono::steady_clock::now();  // the time that writing takes is part of the interval
   if (Write()) written_ = session_.Steps().ChangeCount();
-  when_ = std::chrono::steady_clock::now();
 }
 
-void Recovery::Keep() {
-  if (session_.File().HasUnsavedChanges() && written_ != session_.Steps().ChangeCount()) Write();
-  if (session_.File().HasUnsavedChanges()) file_.clear();
+std::chrono::duration<double> Recovery::UntilDue() const {
+  if (!session_.File().HasUnsavedChanges() || written_ == session_.Steps().ChangeCount()) return kNever;
+  if (!written_) return std::chrono::duration<double>(0);
+  const std::chrono::duration<double> passed = std::chrono::steady_clock::now() - when_;
+  return std::max(interval_ - passed, std::chrono::duration<double>(0));
+}
+
+bool Recovery::Keep() {
+  if (!session_.File().HasUnsavedChanges()) return true;
+  const bool kept = written_ == session_.Steps().ChangeCount() || Write();
+  file_.clear();
+  return kept;
 }
 
 bool Recovery::Write() {
@@ -124,7 +133,7 @@ bool Recovery::Write() {
   const Header header{process, StartOf(process), static_cast<long long>(std::time(nullptr)),
                       AbsolutePath(session_.File().Path())};
   const auto write = [&](AKFile& target) { return WriteRecovery(target, header, session_.Doc()); };
-  if (!ReplaceFileBy(file, write)) return false;
+  if (!ReplaceFileBy(file, write, session_.File().Path())) return false;
   file_ = file;
   return true;
 }

@@ -5,8 +5,9 @@
 // recovery file whose program is no longer running is what a crash left: it is offered by FindRecoveries.
 //
 // A recovery file is a chunk "HRcv": u32 version 1, u64 process, u64 the start of the process in ticks since boot, i64
-// time of writing in seconds since 1970, a chunk "strg" with the path of the document's file (absolute, UTF-8, empty
-// for none), and the document as its "HDoc" chunk. It is replaced whole.
+// time of writing in seconds since 1970, a chunk "strg" with the path of the document's file (absolute, as the
+// system spells it, empty for none), and the document as its "HDoc" chunk. It is replaced whole. It has the
+// permissions of the document's file; without one it is its user's alone.
 #pragma once
 
 #include <chrono>
@@ -31,11 +32,14 @@ class Recovery {
   /// The document is closed in good order: nothing needs to be recovered.
   ~Recovery();
 
-  /// To be called after edits, or now and then. A file that can't be written is tried again the next time.
+  /// To be called after edits, and when UntilDue has passed. A file that can't be written is tried again the next time.
   void Update();
+  /// How long until Update has something to write; kNever when it has nothing.
+  std::chrono::duration<double> UntilDue() const;
+  static constexpr std::chrono::duration<double> kNever = std::chrono::duration<double>::max();
   /// Brings the file up to date at once, however young it is, and leaves it behind: the program ends before the
-  /// document is closed. Does nothing without unsaved changes.
-  void Keep();
+  /// document is closed. Does nothing without unsaved changes. False when it can't be written.
+  bool Keep();
 
  private:
   bool Write();

@@ -36,11 +36,17 @@ Result<> ReadWholeFile(const std::string& path, std::string* bytes) {
   return Problem(N_("can't read \"%s\": %s"), {path, std::strerror(errno)});
 }
 
-Result<> ReplaceFileBy(const std::string& path, const std::function<int(AKFile&)>& write) {
+Result<> ReplaceFileBy(const std::string& path, const std::function<int(AKFile&)>& write,
+                       const std::optional<std::string>& model) {
   const QuietLog quiet;
   AKFilePath target;
   AKFileUtils::GetFromSystemPath(path.c_str(), &target);
   AKFileReplacer replacer(target);
+  if (model) {
+    AKFilePath like;
+    AKFileUtils::GetFromSystemPath(model->c_str(), &like);
+    replacer.SetModel(like);
+  }
   errno = 0;
   int status = replacer.Open();
   if (status == 0) status = write(replacer.File());

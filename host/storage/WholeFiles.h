@@ -3,6 +3,7 @@
 
 #include <cstdint>
 #include <functional>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -32,8 +33,10 @@ Result<> ReadWholeFile(const std::string& path, std::string* bytes);
 
 /// Puts bytes into a file: whole, or not at all.
 Result<> ReplaceFile(const std::string& path, const void* data, std::size_t size);
-/// The same from a function that writes and returns a status.
-Result<> ReplaceFileBy(const std::string& path, const std::function<int(AKFile&)>& write);
+/// The same from a function that writes and returns a status. With a `model` the file gets the owner, permissions and
+/// access control list of that file instead of its own; of one that does not exist, those of a private file.
+Result<> ReplaceFileBy(const std::string& path, const std::function<int(AKFile&)>& write,
+                       const std::optional<std::string>& model = std::nullopt);
 
 /// Makes the folder; one that is there already, and the empty path, are fine.
 Result<> MakeFolder(const std::string& path);

@@ -1,8 +1,11 @@
 // The class service table.
 #include <cstdarg>
+#include <unordered_set>
 
 #include "host/Host.h"
+#include "host/HostLog.h"
 #include "host/bundles/Instance.h"
+#include "host/model/LayerObject.h"
 #include "host/tables/SlotCall.h"
 #include "kit/log/AKLog.h"
 #include "kit/streams/AKFile.h"
@@ -33,6 +36,11 @@ Instance NewInstance(AKClassID id) {
     sErrorNew = AKLogError(kStatusNoClass, "There is no class of ID \"%.8s\"", id.chars);
     return nullptr;
   }
+  const InstanceCall call(*cls, InstanceCall::kConstructor, nullptr);
+  if (!call.MayRun()) {
+    sErrorNew = InstanceCall::kStatusRefused;
+    return nullptr;
+  }
   Instance object(cls->constructor());
   if (!object) sErrorNew = AKLogError(kStatusNoInstance, "Can't make an instance of class \"%.8s\"", id.chars);
   return object;
@@ -42,6 +50,7 @@ Instance NewInstance(AKClassID id) {
 AKObject* Finish(Instance object, int status) { return status == 0 ? object.release() : Fail(status); }
 
 int ClassSetup(const AKClassInfo& info, unsigned int, AKClass** out) {
+  if (!InstanceCall::IsOutside("ClassSetup")) return InstanceCall::kStatusRefused;
   return Host::Instance().Classes().Register(info, out);
 }
 
@@ -56,24 +65,24 @@ void SetClassComments(AKClass* cls, const AKString& comments) {
   if (cls != nullptr) cls->comments = comments;
 }
 
-void AddInspectorGUIDesc(AKClass* cls, AKGUIDesc* panel) { Host::Instance().Classes().AttachPanel(cls, panel); }
+// The panel that it would replace may be the one that a method is filling.
+void AddInspectorGUIDesc(AKClass* cls, AKGUIDesc* panel) {
+  Host::Instance().Classes().AttachPanel(InstanceCall::IsOutside("AddInspectorGUIDesc") ? cls : nullptr, panel);
+}
 
 AKClass* GetTopClass() { return Host::Instance().Classes().Top(); }
 AKClass* GetClassOfID(AKClassID id) { return Host::Instance().Classes().Find(id); }
 
-bool IsBelow(const AKClass* cls, const AKClass* ancestor) {
-  for (; cls != nullptr; cls = static_cast<const AKClass*>(cls->parentLink)) {
-    if (cls == ancestor) return true;
-  }
-  return false;
-}
-
-// All classes from `cls` down (all there are for null), in the order of registration; no selection is made.
+// All classes from `cls` down (all there are for null), in the order of registration, in which a parent comes before
+// what is below it; no selection is made.
 void GetClassCollection(AKClassArray* out, const AKClass* cls, unsigned int) {
   if (out == nullptr) return;
   out->Clear();
+  std::unordered_set<const void*> taken;
   for (const RegisteredClass& entry : Host::Instance().Classes().Classes()) {
-    if (cls == nullptr || IsBelow(entry.record.get(), cls)) out->Append(entry.record.get());
+    AKClass* const record = entry.record.get();
+    if (cls != nullptr && record != cls && !taken.contains(record->parentLink)) continue;
+    if (taken.insert(record).second) out->Append(record);
   }
 }
 
@@ -127,6 +136,7 @@ AKObject* NewObjectFromDictionary(const AKContextObject*, const AKDictionary& di
   if (!object) return nullptr;
   const AKClass& cls = *object->Class();
   if (!HasSlot(cls, kAKMethodSetObjectProperties)) return object.release();
+  const InstanceCall making(cls, InstanceCall::kConstructor, object.get());  // nobody may put it into a document yet
   const int status = CallSlot<int, const AKDictionary&>(cls, kAKMethodSetObjectProperties, object.get(), dictionary);
   return Finish(std::move(object), status);
 }
@@ -150,9 +160,14 @@ int ReinitObjectFromFile(AKObject* object, const AKFile& file) {
 
 void DeleteObject(AKObject* object) {
   if (object == nullptr) return;
-  const AKClass& cls = *object->Class();
-  if (HasSlot(cls, kAKMethodDelete)) CallSlot<int>(cls, kAKMethodDelete, object);
-  cls.destructor(object);
+  if (InstanceCall::IsRunning(object) || LayerObject::LayerOf(object) != kNoLayerID ||
+      Host::Instance().Sessions().Has(object)) {
+    return HostLog::Instance().Take(
+        "DeleteObject of an object that the host still uses was refused: AKHandler::DeleteObjects takes objects out of "
+        "their document, which ends them",
+        __builtin_return_address(0));
+  }
+  Instance(object).reset();
 }
 
 int GetErrorNew() { return sErrorNew; }

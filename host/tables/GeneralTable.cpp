@@ -4,6 +4,7 @@
 #include "host/Host.h"
 #include "host/HostLog.h"
 #include "host/UserInterface.h"
+#include "host/model/InstanceCall.h"
 #include "host/text/DisplayText.h"
 #include "host/text/Localisation.h"
 #include "kit/files/AKFileUtils.h"
@@ -36,7 +37,10 @@ const char* LocaleGetString(const char* text) { return Localisation::Instance().
 template <bool (UserInterface::*choose)(AKFilePath*, const std::string&, const std::string&)>
 int ChooseFile(AKFilePath& path, const AKString& title, const AKString& extensions) {
   UserInterface* const interface = Host::Instance().userInterface;
-  return interface != nullptr && (interface->*choose)(&path, DisplayText(title), DisplayText(extensions)) ? 1 : 0;
+  return interface != nullptr && InstanceCall::MayEdit("a file dialog") &&
+                 (interface->*choose)(&path, DisplayText(title), DisplayText(extensions))
+             ? 1
+             : 0;
 }
 
 // Of the progress window the command is 0 to show it and 1 to close it; the fraction runs from 0 to 1. The result is 1

@@ -2,8 +2,10 @@
 //
 // A handler acts on the session that was current when it was made, as long as that lives. What it does can be undone:
 // within an inspector event it becomes part of the event's step, otherwise each call is a step, named by the action
-// name. A plug-in acts for the program, not for the user: it reaches hidden and locked layers too. While objects are
-// drawn nothing can be added, deleted or revised.
+// name. A plug-in acts for the program, not for the user: it reaches hidden and locked layers too. From within
+// methods that draw, write, read, make or end objects nothing can be added, deleted or revised.
+#include <unordered_set>
+
 #include "host/Host.h"
 #include "host/model/InstanceCall.h"
 #include "host/session/DocumentSession.h"
@@ -16,7 +18,7 @@ namespace {
 
 constexpr int kStatusNoDocument = -731;
 constexpr int kStatusNotInDocument = -732;
-constexpr int kStatusDrawing = -733;
+constexpr int kStatusNotHere = -733;  ///< a method runs from which documents can't be changed
 constexpr int kStatusBadObject = -734;
 constexpr int kStatusUnwritable = -735;  ///< it can't write its record, and is as it was before
 
@@ -51,10 +53,10 @@ class HostHandler {
   // The objects go over to the document unless the call fails; then the caller keeps them all.
   int AddObjects(const AKObjectArray& objects, AKObject* parent, AKHandlerLinkMode mode) {
     ObjectPlace place;
-    int status = Check();
+    int status = Check("AddObjects");
     if (status == 0) status = CheckNew(objects);
     if (status == 0) status = FindPlace(parent, mode, &place);
-    if (status != 0) return AKLogError(status, "Can't add objects to the document");
+    if (status != 0) return Tell(status, "add objects to");
     DocumentSession* session = Session();
     session->Steps().Begin(session->Steps().ActionName());
     for (AKObject* object : objects) {
@@ -67,29 +69,34 @@ class HostHandler {
 
   int DeleteObjects(const AKObjectArray& objects) {
     ObjectIDs ids;
-    const int status = Find(objects, &ids);
+    const int status = Find("DeleteObjects", objects, &ids);
     if (status == 0) Session()->Objects().DeleteAny(ids);
-    return status == 0 ? 0 : AKLogError(status, "Can't delete objects of the document");
+    return Tell(status, "delete objects of");
   }
 
   int ReviseObjects(const AKObjectArray& objects) {
     ObjectIDs ids;
-    int status = Find(objects, &ids);
+    int status = Find("ReviseObjects", objects, &ids);
     if (status == 0 && !Session()->Objects().NoticeChanges(ids)) status = kStatusUnwritable;
-    return status == 0 ? 0 : AKLogError(status, "Can't revise objects of the document");
+    return Tell(status, "revise objects of");
   }
 
  private:
+  // What was called from the wrong method has been told of.
+  static int Tell(int status, const char* what) {
+    return status == 0 || status == kStatusNotHere ? status : AKLogError(status, "Can't %s the document", what);
+  }
+
   DocumentSession* Session() const { return Host::Instance().Sessions().Find(serial_); }
 
-  int Check() const {
+  int Check(const char* entry) const {
     if (Session() == nullptr) return kStatusNoDocument;
-    return InstanceCall::IsDrawing() ? kStatusDrawing : 0;
+    return InstanceCall::MayEdit(entry) ? 0 : kStatusNotHere;
   }
 
   // All of them or none.
-  int Find(const AKObjectArray& objects, ObjectIDs* ids) const {
-    const int status = Check();
+  int Find(const char* entry, const AKObjectArray& objects, ObjectIDs* ids) const {
+    const int status = Check(entry);
     if (status != 0) return status;
     for (const AKObject* object : objects) {
       const DocumentObject* found = Session()->Doc().FindByInstance(object);
@@ -101,14 +108,11 @@ class HostHandler {
 
   // Objects of registered classes that are in no document yet, each named once.
   int CheckNew(const AKObjectArray& objects) const {
-    for (unsigned int i = 0; i < objects.Count(); ++i) {
-      const AKObject* object = objects[i];
+    std::unordered_set<const AKObject*> named;
+    for (const AKObject* object : objects) {
       if (object == nullptr || object->Class() == nullptr || object->Class()->constructor == nullptr ||
-          Session()->Doc().FindByInstance(object) != nullptr) {
+          Session()->Doc().FindByInstance(object) != nullptr || !named.insert(object).second) {
         return kStatusBadObject;
-      }
-      for (unsigned int other = 0; other < i; ++other) {
-        if (objects[other] == object) return kStatusBadObject;
       }
     }
     return 0;

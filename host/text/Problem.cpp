@@ -1,6 +1,7 @@
 #include "host/text/Problem.h"
 
 #include "host/text/Localisation.h"
+#include "host/text/Printable.h"
 
 namespace host {
 
@@ -15,7 +16,7 @@ std::string Problem::Render(bool translated) const {
     if (!part.inner_.empty()) {
       words.push_back(part.inner_.front().Render(translated));
     } else {
-      words.push_back(translated && !part.translated_.empty() ? part.translated_ : part.text_);
+      words.push_back(Printable(translated && !part.translated_.empty() ? part.translated_ : part.text_));
     }
   }
   return Filled(translated ? Tr(text_) : static_cast<const char*>(text_), words);

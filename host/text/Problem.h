@@ -23,7 +23,7 @@ class Problem {
 
   Problem(Text text, std::initializer_list<Part> parts = {});
 
-  /// One line, UTF-8.
+  /// One line, UTF-8; what can't be shown of its parts is escaped.
   std::string English() const;
   std::string Translated() const;
 

@@ -111,7 +111,7 @@ void EditorWindow::SetSession(std::unique_ptr<DocumentSession> session) {
         recovery_->Update();
         return true;
       },
-      kAutosaveSeconds);
+      1);
   recovery_->Update();  // a document that was recovered has unsaved changes already
   canvas_.SetSession(session_.get());
   for (const auto& panel : panels_) panel->SetSession(session_.get());

@@ -1,4 +1,5 @@
-// The program of the window: objecthost-window [--bundle FILE]... [--only-bundle FILE]... [--no-bundles] [DOCUMENT]...
+// The program of the window: objecthost-window [--bundle FILE]... [--only-bundle FILE]... [--no-bundles] [--]
+// [DOCUMENT]...
 #include <clocale>
 #include <cstdio>
 #include <string>
@@ -25,11 +26,13 @@ int main(int argc, char** argv) {
   host::BundleSet bundles(HostProgram(), host::ProbeMemory::DefaultFile());
   std::vector<char*> words{argv[0]};
   bool searches = true;
+  bool options = true;  // until "--", which the toolkit takes too
   for (int i = 1; i < argc; ++i) {
     const std::string word = argv[i];
-    if (word == "--no-bundles") {
+    options = options && word != "--";
+    if (options && word == "--no-bundles") {
       searches = false;
-    } else if ((word == "--bundle" || word == "--only-bundle") && i + 1 < argc) {
+    } else if (options && (word == "--bundle" || word == "--only-bundle") && i + 1 < argc) {
       if (word == "--only-bundle") searches = false;
       if (const auto done = bundles.Load(argv[++i]); !done) {
         std::fprintf(stderr, "objecthost: %s\n", done.Why().Translated().c_str());

@@ -25,6 +25,7 @@ int AKFileReplacer::Open() {
     file_.emplace(path_);
     return file_->CreateForReadWrite();
   }
+  if (model_.has_value()) target_->SetModel(AKFileUtils::GetAsSystemPath(*model_).CStr());
   const int descriptor = target_->Stage();
   if (descriptor < 0) return AKFileLogPathFailure(path_.Text(), kAKFileStatusOpenFailed);
   file_.emplace(path_);

@@ -31,6 +31,9 @@ class AKFileReplacer {
   AKFileReplacer& operator=(const AKFileReplacer&) = delete;
   ~AKFileReplacer();
 
+  /// The new file is to have the attributes of the file `model`, not of the old one; when there is no such file, only
+  /// the user may read or write it. To be called before Open.
+  void SetModel(const AKFilePath& model) { model_ = model; }
   /// Creates the temporary file and opens it for reading and writing.
   int Open();
   /// The file to write to, between Open and Commit: it has the target's path, but the new content. It is the
@@ -41,6 +44,7 @@ class AKFileReplacer {
 
  private:
   AKFilePath path_;
+  std::optional<AKFilePath> model_;
   std::unique_ptr<AKFileTarget> target_;
   std::optional<AKFile> file_;
 };

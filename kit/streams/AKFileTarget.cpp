@@ -104,6 +104,16 @@ int AKFileTarget::Stage() {
   return ::fcntl(descriptor, F_DUPFD_CLOEXEC, 0);
 }
 
+void AKFileTarget::SetModel(const std::string& path) {
+  hasModel_ = true;
+  model_ = ::stat(path.c_str(), &modelStatus_) == 0 ? path : std::string();
+}
+
+bool AKFileTarget::GiveAttributes(int descriptor) const {
+  if (hasModel_) return model_.empty() || AKFileKeepAttributes(model_, modelStatus_, descriptor);
+  return kind_ == Kind::kMissing || AKFileKeepAttributes(path_, status_, descriptor);
+}
+
 int AKFileTarget::StageBeside() {
   const std::string usual = TemporaryName(NumberOf(name_));
   stagedName_ = usual;
@@ -111,7 +121,7 @@ int AKFileTarget::StageBeside() {
     errno = 0;
     AKDescriptor file(OpenBeside(stagedName_));
     if (file.IsOpen()) {
-      if (kind_ == Kind::kRegular && !AKFileKeepAttributes(path_, status_, file.Number())) {
+      if (!GiveAttributes(file.Number())) {
         const int reason = errno;
         ::unlinkat(folder_.Number(), stagedName_.c_str(), 0);
         errno = reason;
@@ -130,7 +140,7 @@ int AKFileTarget::StageBeside() {
 // A new file is locked as long as it is written: who finds one without a lock knows that its writer is gone. A file of
 // the old one's rights is nobody's but the user's until it has them.
 int AKFileTarget::OpenBeside(const std::string& name) const {
-  const mode_t mode = kind_ == Kind::kMissing ? 0644 : 0600;
+  const mode_t mode = kind_ == Kind::kMissing && !hasModel_ ? 0644 : 0600;
   const int descriptor =
       ::openat(folder_.Number(), name.c_str(), O_RDWR | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, mode);
   if (descriptor < 0 || Lock(descriptor)) return descriptor;

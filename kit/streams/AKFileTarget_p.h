@@ -28,6 +28,8 @@ class AKFileTarget {
   bool Find(const std::string& path);
   Kind What() const { return kind_; }
 
+  /// The file whose attributes the new one gets, instead of the target's; without it they are the user's alone.
+  void SetModel(const std::string& path);
   /// Creates the staging file with the target's attributes and opens it for reading and writing: a descriptor for the
   /// caller to close, -1 on failure.
   int Stage();
@@ -36,6 +38,7 @@ class AKFileTarget {
 
  private:
   bool FollowLinks();
+  bool GiveAttributes(int descriptor) const;
   int StageBeside();
   int OpenBeside(const std::string& name) const;
   void RemoveAbandoned() const;
@@ -45,6 +48,9 @@ class AKFileTarget {
   std::string path_;
   Kind kind_ = Kind::kMissing;
   struct stat status_ = {};
+  bool hasModel_ = false;
+  std::string model_;  // empty for none that exists
+  struct stat modelStatus_ = {};
   AKDescriptor folder_;
   std::string name_;  // in the folder
   AKDescriptor staged_;

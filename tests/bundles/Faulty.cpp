@@ -3,6 +3,7 @@
 #include <unistd.h>
 
 #include <csignal>
+#include <cstdio>
 #include <cstdlib>
 #include <cstring>
 #include <fstream>
@@ -133,6 +134,10 @@ extern "C" __attribute__((visibility("default"))) int pluginMain(void* hostServi
   static AKClass* record = nullptr;
   const int status = Faulty::Register(hostServiceRecord, &record);
   if (status != 0) return status;
+  if (StartsWith("print")) {
+    std::puts("printed by the bundle");
+    static_cast<void>(write(STDOUT_FILENO, "written by it\n", 14));
+  }
   if (StartsWith("no-write")) record->methods[kAKMethodWriteToFile] = {};
   AKLog("it has started");
   return 0;

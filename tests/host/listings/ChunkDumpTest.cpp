@@ -1,6 +1,10 @@
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <cstring>
+
 #include "host/listings/ChunkDump.h"
+#include "host/text/Printable.h"
 #include "host/text/Utf8Check.h"
 #include "tests/kit/streams/FileTestSupport.h"
 
@@ -48,7 +52,8 @@ TEST(ChunkDump, Dump_OfOtherChunks_ShowsFieldsChunksOrBytes) {
   const std::string bytes = Bytes("'HDoc' D4000000 01000000 0000000000006940 0000000000005940 FFFFFFFF 01000000") +
                             Bytes("'HObj' B0000000 'Rect' 00000000") + objectFields + Bytes("'HRec' 00000000") +
                             Bytes("'Wrap' 0C000000 'Item' 04000000 01020304");
-  EXPECT_FALSE(host::DumpChunks(bytes, &tree).found) << host::DumpChunks(bytes, nullptr).reason;
+  EXPECT_FALSE(host::DumpChunks(bytes, [&tree](const std::string& line) { tree += line; }).found)
+      << host::DumpChunks(bytes, nullptr).reason;
   std::string zeros = "[00";
   for (int i = 1; i < 16; ++i) zeros += " 00";
   zeros += " ...]";
@@ -60,6 +65,37 @@ TEST(ChunkDump, Dump_OfOtherChunks_ShowsFieldsChunksOrBytes) {
                 "000000d4      HRec, 0 bytes\n"
                 "000000dc  Wrap, 12 bytes\n"
                 "000000e4    Item, 4 bytes, 01 02 03 04\n");
+}
+
+// Dictionaries within each other, 500 deep, many times: a line each of up to 1000 blanks.
+TEST(ChunkDump, Dump_OfWhatIsNestedDeep_ComesLineByLine) {
+  std::string nest = Bytes("'dict' 04000000 00000000");
+  for (int i = 0; i < 500; ++i) {
+    const auto size = static_cast<std::uint32_t>(nest.size() + 12);
+    std::string outer = Bytes("'dict'") + std::string(4, '\0') + Bytes("01000000 04000000 'Curl'") + nest;
+    std::memcpy(outer.data() + 4, &size, sizeof(size));
+    nest = std::move(outer);
+  }
+  std::size_t longest = 0;
+  std::size_t all = 0;
+  const auto take = [&](const std::string& line) { longest = std::max(longest, line.size()), all += line.size(); };
+  EXPECT_FALSE(host::DumpChunks(nest, take).found);
+  EXPECT_LT(longest, 1200U);
+  EXPECT_GT(all, 20 * nest.size());
+}
+
+TEST(Printable, ControlsAndBytesThatAreNoText_AreEscaped) {
+  const struct {
+    const char* bytes;
+    const char* shown;
+  } cases[] = {{"'aé€\\'", "aé€\\"},
+               {"1B '[2J' 0A 7F 09", "\\x1b[2J\\x0a\\x7f\\x09"},
+               {"'x' C29B '1m'", "x\\xc2\\x9b1m"},
+               {"C2A0 C3BF", "\u00A0\u00FF"},
+               {"'a' FF 'b' E282", "a\\xffb\\xe2\\x82"},
+               {"00", "\\x00"}};
+  for (const auto& expected : cases)
+    EXPECT_EQ(host::Printable(Bytes(expected.bytes)), expected.shown) << expected.bytes;
 }
 
 TEST(Utf8Check, MalformedText_OfEachKind_IsFound) {

@@ -65,7 +65,7 @@ class DocumentModelTest : public SessionFixture {
   void Start(std::unique_ptr<DocumentSession> session) {
     session_ = std::move(session);
     PlainState state;
-    for (const auto& layer : session_->Doc().Layers()) {
+    for (const Layer* layer : session_->Doc().Layers()) {
       state.emplace_back();
       layer->objects.ForEach([&](const DocumentObject& o) {
         state.back().push_back({o.id, o.bounds, o.angle, RoundingOf(o)});
@@ -86,8 +86,10 @@ class DocumentModelTest : public SessionFixture {
     ASSERT_EQ(session_->Steps().Known().Position(), plain_.position);
     ASSERT_EQ(session_->Steps().Known().Count() + 1, plain_.states.size());
     ASSERT_EQ(session_->Doc().Layers().size(), state.size());
+    std::size_t number = 0;
     for (std::size_t l = 0; l < state.size(); ++l) {
       const ObjectOrder& order = session_->Doc().Layers()[l]->objects;
+      ASSERT_EQ(session_->Doc().IndexOfLayer(LayerAt(l)), l);
       ASSERT_EQ(order.Count(), state[l].size());
       std::size_t i = 0;
       order.ForEach([&](const DocumentObject& o) {
@@ -96,6 +98,8 @@ class DocumentModelTest : public SessionFixture {
         EXPECT_EQ(found, plain) << "layer " << l << ", object " << i - 1;
         EXPECT_EQ(session_->Doc().FindByInstance(o.instance.get()), &o);
         EXPECT_EQ(session_->Doc().PlaceOf(o.id).index + 1, i);
+        EXPECT_EQ(session_->Doc().NumberOf(o.id), number);
+        EXPECT_EQ(&session_->Doc().ObjectAt(number++), &o);
       });
     }
   }

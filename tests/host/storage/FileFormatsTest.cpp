@@ -64,7 +64,7 @@ const std::map<std::string, Handler>& Handlers() {
          AKValue value;
          EXPECT_EQ(value.ReadFromFile(in) | value.WriteToFile(out), 0);
          std::string tree;
-         EXPECT_FALSE(host::DumpChunks(bytes, &tree).found);
+         EXPECT_FALSE(host::DumpChunks(bytes, [&tree](const std::string& line) { tree += line; }).found);
          return tree;
        }},
       {"string",

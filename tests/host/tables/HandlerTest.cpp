@@ -1,13 +1,20 @@
 // What plug-ins do to a document, through the service tables and from within their own methods.
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cstdarg>
+#include <functional>
+#include <utility>
 
 #include "graphics/bitmaps/AGBitmap.h"
 #include "graphics/context/AKDrawEvent.h"
 #include "host/Host.h"
 #include "host/HostLog.h"
+#include "host/bundles/Instance.h"
+#include "host/listings/MethodName.h"
+#include "host/model/InstanceCall.h"
 #include "host/model/ObjectProperties.h"
+#include "host/model/ObjectRecord.h"
 #include "host/panels/Inspector.h"
 #include "host/pictures/DocumentDrawing.h"
 #include "host/tables/SlotCall.h"
@@ -108,7 +115,6 @@ struct Suicidal {
     status = handler.DeleteObject(self);
     return self->ClassID() == AKClassID("stdRect") ? 0 : -1;  // the instance is still there
   }
-  static int Draw(void* self, const AGContext&, const AKDrawEvent&) { return Run(self); }
   static int Inspect(void* self, AKGUIDesc&, AKGUIEvent& event) {
     event.actionName = AKString(std::string(1 << 20, 'x'));
     return Run(self);
@@ -157,14 +163,123 @@ TEST_F(HandlerTest, PanelEditedFromWithin_WhileFilled_ShowsWhatWasAdded) {
   EXPECT_EQ(session_->Steps().Known().Count(), 0U) << "the objects are what they were";
 }
 
-TEST_F(HandlerTest, DeletionFromWithin_WhileDrawing_IsRefused) {
-  AKMethodSlot old;
-  Replace(kAKMethodDraw, &Suicidal::Draw, &old);
+// Calls from within a method all that changes a document or ends the object that the method runs on.
+struct Meddler {
+  static inline AKObject* victim = nullptr;
+  static inline std::vector<int> statuses;
+
+  template <typename... Arguments>
+  static int Run(void* self, Arguments...) {
+    AKHandler handler(nullptr);
+    statuses.push_back(handler.AddObject(victim, nullptr, 0));
+    statuses.push_back(handler.DeleteObject(static_cast<AKObject*>(self)));
+    statuses.push_back(handler.ReviseObject(static_cast<AKObject*>(self)));
+    AKClass::DeleteObject(static_cast<AKObject*>(self));
+    return 0;
+  }
+};
+
+TEST_F(HandlerTest, ChangesFromWithin_MethodsThatOnlyLook_AreRefused) {
   AGBitmap bitmap(AGSize{20, 20}, 0);
-  DrawObjects(session_->Doc(), bitmap.GetContextOfBitmap(), 1);
-  EXPECT_LT(Suicidal::status, 0);
-  EXPECT_EQ(session_->Doc().ObjectCount(), 3U);
-  Host::Instance().Classes().Find(AKClassID("stdRect"))->methods[kAKMethodDraw] = old;
+  int status = 0;
+  const DocumentObject& first = session_->Doc().ObjectAt(0);
+  const AKMemoryBlock record = first.record;
+  const struct {
+    unsigned int slot;
+    std::uintptr_t function;
+    std::function<void()> call;
+  } cases[] = {
+      {kAKMethodDraw, reinterpret_cast<std::uintptr_t>(&Meddler::Run<const AGContext&, const AKDrawEvent&>),
+       [&] { DrawObject(first, bitmap.GetContextOfBitmap(), first.brush, first.pen); }},
+      {kAKMethodWriteToFile, reinterpret_cast<std::uintptr_t>(&Meddler::Run<AKFile&>),
+       [&] { std::ignore = ProvenRecord(first); }},
+      {kAKMethodGetObjectProperties, reinterpret_cast<std::uintptr_t>(&Meddler::Run<AKDictionary*>),
+       [&] { PropertiesOf(first); }},
+      {kAKMethodInitFromFile, reinterpret_cast<std::uintptr_t>(&Meddler::Run<const AKFile&, unsigned int>),
+       [&] { MakeInstance(first.classID, record, &status); }},
+      {kAKMethodInitWithArgs, reinterpret_cast<std::uintptr_t>(&Meddler::Run<const AKArgs&>),
+       [&] { std::ignore = Document::NewObject(first.classID, ""); }},
+      {kAKMethodDelete, reinterpret_cast<std::uintptr_t>(&Meddler::Run<>), [&] { Instance(NewInstance("")).reset(); }},
+  };
+  const Instance victim(NewInstance(""));
+  Meddler::victim = victim.get();
+  const std::string before = Bytes(*session_);
+  AKClass* cls = Host::Instance().Classes().Find(AKClassID("stdRect"));
+  for (const auto& [slot, function, call] : cases) {
+    SCOPED_TRACE(MethodName(slot));
+    log_.clear();
+    Meddler::statuses.clear();
+    const AKMethodSlot old = std::exchange(cls->methods[slot], {function, 0});
+    call();
+    cls->methods[slot] = old;
+    EXPECT_EQ(Meddler::statuses, std::vector<int>(Meddler::statuses.size(), -733));
+    ASSERT_FALSE(log_.empty());
+    EXPECT_EQ(log_[0], std::string("StdRectangle.so: class \"stdRect\": AddObjects within ") + MethodName(slot) +
+                           " was refused: call it from akmInspector, akmSetObjectProperties or a dialog's procedure");
+    const auto tells = [](const std::string& line) { return line.find("refused: call it") != std::string::npos; };
+    EXPECT_EQ(std::count_if(log_.begin(), log_.end(), tells), 1);
+    EXPECT_EQ(Bytes(*session_), before);
+  }
+  AKClass::DeleteObject(InstanceAt(0));
+  EXPECT_EQ(Bytes(*session_), before) << "an object of the document is ended with it";
+}
+
+// Methods that reach themselves through the host, which would go on until the stack ends.
+struct Endless {
+  static inline unsigned int calls = 0;
+  static inline std::vector<AKObject*> chain;
+
+  static int Read(void* self, const AKFile& file, unsigned int) {
+    ++calls;
+    file.SetPos(0);
+    return AKClass::ReinitObjectFromFile(static_cast<AKObject*>(self), file);
+  }
+  static int Write(void* self, AKFile& file) {
+    ++calls;
+    return AKClass::WriteObjectToFile(static_cast<AKObject*>(self), file);
+  }
+  static int Init(void*, const AKArgs&) {
+    ++calls;
+    return NewInstance("") == nullptr ? AKClass::GetErrorNew() : 0;
+  }
+  static int Delete(void*) {
+    ++calls;
+    if (chain.empty()) return 0;
+    AKObject* next = chain.back();
+    chain.pop_back();
+    AKClass::DeleteObject(next);
+    return 0;
+  }
+};
+
+TEST_F(HandlerTest, MethodsThatCallThemselvesThroughTheHost_ComeToAnEnd) {
+  const AKMemoryBlock record = session_->Doc().ObjectAt(0).record;
+  const AKClassID id("stdRect");
+  int status = 0;
+  AKMemoryBlock written;
+  AKMethodSlot old;
+  AKClass* cls = Host::Instance().Classes().Find(id);
+
+  Replace(kAKMethodInitFromFile, &Endless::Read, &old);
+  EXPECT_EQ(MakeInstance(id, record, &status), nullptr);
+  EXPECT_EQ(status, InstanceCall::kStatusRefused);
+  cls->methods[kAKMethodInitFromFile] = old;
+  Replace(kAKMethodWriteToFile, &Endless::Write, &old);
+  EXPECT_EQ(WriteRecord(*InstanceAt(0), &written), InstanceCall::kStatusRefused);
+  cls->methods[kAKMethodWriteToFile] = old;
+  Replace(kAKMethodInitWithArgs, &Endless::Init, &old);
+  EXPECT_EQ(NewInstance(""), nullptr);
+  cls->methods[kAKMethodInitWithArgs] = old;
+  EXPECT_LE(Endless::calls, 3 * InstanceCall::kDeepest);
+  EXPECT_EQ(log_.size(), 3U) << "one line each";
+
+  Endless::calls = 0;
+  constexpr unsigned int kLong = 100000;
+  for (unsigned int i = 0; i < kLong; ++i) Endless::chain.push_back(NewInstance(""));
+  Replace(kAKMethodDelete, &Endless::Delete, &old);
+  AKClass::DeleteObject(NewInstance(""));
+  cls->methods[kAKMethodDelete] = old;
+  EXPECT_EQ(Endless::calls, kLong + 1) << "none is left";
 }
 
 TEST_F(HandlerTest, DeletionFromWithin_WhileInspected_IsDoneAfterwards_AndUndone) {
