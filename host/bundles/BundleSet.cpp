@@ -70,12 +70,26 @@ Result<> BundleSet::Load(const std::string& file) {
   return {};
 }
 
+bool BundleSet::IsLeftOut(const std::string& file) const {
+  return std::any_of(leftOut_.begin(), leftOut_.end(), [&file](const std::string& other) {
+    std::error_code none;
+    return std::filesystem::equivalent(file, other, none);
+  });
+}
+
 void BundleSet::LoadFound() {
   std::set<std::string> names;
   for (const auto& bundle : loaded_) names.insert(path(bundle->Path()).filename().string());
   for (const std::string& file : Find(&skipped_)) {
     if (names.contains(path(file).filename().string())) continue;
-    if (const auto done = Load(file); !done) skipped_.push_back({file, done.Why()});
+    if (IsLeftOut(file)) {
+      skipped_.push_back(
+          {file, Problem(N_("\"%s\" was at work when the program ended before its time, and is left out; "
+                            "File > Load Bundle uses it again"),
+                         {file})});
+    } else if (const auto done = Load(file); !done) {
+      skipped_.push_back({file, done.Why()});
+    }
   }
 }
 

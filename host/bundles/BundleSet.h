@@ -37,6 +37,8 @@ class BundleSet {
 
   /// Fails when the bundle can't be used.
   Result<> Load(const std::string& path);
+  /// LoadFound skips these files, which Load still takes.
+  void LeaveOut(std::vector<std::string> files) { leftOut_ = std::move(files); }
   /// Loads every bundle of the search path. Those that can't be used are skipped, and so are those of a name that is
   /// loaded already; a folder that is there but can't be read is told as skipped too.
   void LoadFound();
@@ -50,6 +52,7 @@ class BundleSet {
   std::vector<std::string> Find() const { return Find(nullptr); }
 
  private:
+  bool IsLeftOut(const std::string& file) const;
   Result<> Try(const std::string& file);
   /// The files of a folder by name; a folder that can't be read goes to `unreadable`, which may be null.
   static std::vector<std::string> FilesOf(const std::string& folder, std::vector<Skipped>* unreadable);
@@ -59,6 +62,7 @@ class BundleSet {
   std::string program_;
   std::vector<std::unique_ptr<Bundle>> loaded_;
   std::vector<Skipped> skipped_;
+  std::vector<std::string> leftOut_;
 };
 
 }  // namespace host

@@ -13,6 +13,7 @@ namespace {
 InstanceCall* sInnermost = nullptr;
 bool sToldOf = false;  // that something was refused, during the outermost call
 bool sIsDestroying = false;
+CallWatch* sWatch = nullptr;
 
 // Empty but for the end of a call that removed something, so nothing is left when bundles go.
 std::vector<Instance>& Leaving() {
@@ -38,11 +39,13 @@ InstanceCall::InstanceCall(const AKClass& cls, unsigned int slot, const AKObject
       outer_(sInnermost),
       depth_(outer_ == nullptr ? 1 : outer_->depth_ + 1),
       mayEdit_(Edits(slot) && (outer_ == nullptr || outer_->mayEdit_)) {
+  if (sWatch != nullptr) sWatch->Begins(cls, slot);
   sInnermost = this;
 }
 
 InstanceCall::~InstanceCall() {
   sInnermost = outer_;
+  if (sWatch != nullptr) sWatch->Ended(outer_ == nullptr ? nullptr : &outer_->class_);
   if (outer_ != nullptr || sIsDestroying) return;
   sToldOf = false;
   sIsDestroying = true;
@@ -60,6 +63,8 @@ void InstanceCall::Refuse(const char* what, const char* advice) const {
   // The line stands behind the name of the bundle that has the class.
   HostLog::Instance().Take(line.c_str(), reinterpret_cast<const void*>(class_.constructor));
 }
+
+void InstanceCall::SetWatch(CallWatch* watch) { sWatch = watch; }
 
 bool InstanceCall::MayRun() const {
   if (depth_ <= kDeepest) return true;

@@ -9,6 +9,7 @@
 #pragma once
 
 #include "host/bundles/Instance.h"
+#include "host/model/CallWatch.h"
 
 namespace host {
 
@@ -31,6 +32,9 @@ class InstanceCall {
 
   /// False when it runs too deep within others: then the method must not be called. That is logged.
   bool MayRun() const;
+
+  /// Who is told of all calls from now on; null for nobody.
+  static void SetWatch(CallWatch* watch);
 
   /// False within a method from which documents can't be changed. It is logged then, once while the outermost method
   /// runs, with the name of what the plug-in called.

@@ -145,13 +145,14 @@ class ObjectWriter {
   ObjectWriter(AKFile& file, std::optional<Problem>* unwritable) : file_(file), unwritable_(unwritable) {}
 
   int Write(const DocumentObject& object) {
+    if (unwritable_ == nullptr) return WriteObjectChunk(file_, object, object.record);
     const auto record = ProvenRecord(object);
-    if (!record && unwritable_ != nullptr) {
+    if (!record) {
       *unwritable_ = Problem(N_("object %s: %s"), {std::to_string(number_), record.Why()});
       return -1;
     }
     ++number_;
-    return WriteObjectChunk(file_, object, record ? *record : object.record);
+    return WriteObjectChunk(file_, object, *record);
   }
 
  private:

@@ -32,7 +32,8 @@ Result<> WriteDocument(const Document& document, const std::string& path,
                        const std::optional<std::string>& model = std::nullopt);
 
 /// The same into a stream. Returns its status; where it is an object's record that stops it, -1 with the reason in
-/// `*unwritable`. With null, an object whose class can't write a sound record is written as the host knows it.
+/// `*unwritable`. With null, no class is asked: the records are those that the host keeps of its objects, as their
+/// classes wrote them after the last call that may have changed them.
 int WriteDocument(const Document& document, AKFile& file, std::optional<Problem>* unwritable);
 
 /// A text or path as a chunk "strg", padded with NULs to a multiple of 4 bytes. A path need not be UTF-8. Reading gives

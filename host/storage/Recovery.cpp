@@ -8,13 +8,11 @@
 #include <cstring>
 #include <ctime>
 #include <filesystem>
-#include <fstream>
 
 #include "host/HostLog.h"
 #include "host/storage/DocumentFile.h"
+#include "host/storage/RecoveryFolder.h"
 #include "host/storage/WholeFiles.h"
-#include "kit/files/AKFileUtils.h"
-#include "kit/files/AKStandardFolders.h"
 #include "kit/streams/AKFileChunk.h"
 #include "kit/streams/AKFileNumbers.h"
 
@@ -24,25 +22,6 @@ namespace {
 constexpr std::uint32_t kRecoverySignature = 0x48526376;  // "HRcv"
 constexpr unsigned int kRecoveryVersion = 1;
 constexpr const char* kExtension = ".akrecover";
-
-std::string RecoveryFolder() {
-  const AKFilePath data = AKStandardFolderGetPath(AKStandardFolder::kApplicationSupport);
-  return data.IsEmpty() ? std::string()
-                        : std::string(AKFileUtils::GetAsSystemPath(data).CStr()) + "/objecthost/recovery";
-}
-
-// When a process started, which tells it from a later one of the same number; 0 when it is gone. The program's name in
-// the second field may hold blanks and parentheses; the 20th field behind it is the time.
-unsigned long long StartOf(unsigned long long process) {
-  std::ifstream stream("/proc/" + std::to_string(process) + "/stat");
-  std::string text;
-  std::getline(stream, text);
-  const std::size_t name = text.rfind(')');
-  if (name == std::string::npos) return 0;
-  std::size_t field = name + 1;
-  for (int i = 0; i < 19 && field != std::string::npos; ++i) field = text.find(' ', field + 1);
-  return field == std::string::npos ? 0 : std::strtoull(text.c_str() + field, nullptr, 10);
-}
 
 struct Header {
   unsigned long long process = 0;
@@ -101,6 +80,11 @@ void Recovery::Update() {
   if (written_ == session_.Steps().ChangeCount()) return;
   // A document that was recovered is kept again at once: the file that it came from will be discarded.
   if (written_ && std::chrono::steady_clock::now() - when_ < interval_) return;
+  UpdateNow();
+}
+
+void Recovery::UpdateNow() {
+  if (!session_.File().HasUnsavedChanges() || written_ == session_.Steps().ChangeCount()) return;
   when_ = std::chrono::steady_clock::now();  // the time that writing takes is part of the interval
   if (Write()) written_ = session_.Steps().ChangeCount();
 }
@@ -130,7 +114,7 @@ bool Recovery::Write() {
       folder + "/" + stem + "-" + std::to_string(process) + "-" + std::to_string(session_.Serial()) + kExtension;
   if (folder.empty() || failed) return false;
   if (file != file_) Remove();
-  const Header header{process, StartOf(process), static_cast<long long>(std::time(nullptr)),
+  const Header header{process, StartOfProcess(process), static_cast<long long>(std::time(nullptr)),
                       AbsolutePath(session_.File().Path())};
   const auto write = [&](AKFile& target) { return WriteRecovery(target, header, session_.Doc()); };
   if (!ReplaceFileBy(file, write, session_.File().Path())) return false;
@@ -148,7 +132,7 @@ std::vector<RecoveryFile> FindRecoveries() {
     AKFile stream(bytes.data(), static_cast<unsigned int>(bytes.size()));
     Header header;
     if (stream.OpenForRead() != 0 || !ReadHeader(stream, &header)) continue;
-    if (header.start != 0 && StartOf(header.process) == header.start) continue;
+    if (header.start != 0 && StartOfProcess(header.process) == header.start) continue;
     found.push_back({entry.path().string(), header.original, header.time});
   }
   std::sort(found.begin(), found.end(), [](const RecoveryFile& a, const RecoveryFile& b) {

@@ -6,8 +6,9 @@
 //
 // A recovery file is a chunk "HRcv": u32 version 1, u64 process, u64 the start of the process in ticks since boot, i64
 // time of writing in seconds since 1970, a chunk "strg" with the path of the document's file (absolute, as the
-// system spells it, empty for none), and the document as its "HDoc" chunk. It is replaced whole. It has the
-// permissions of the document's file; without one it is its user's alone.
+// system spells it, empty for none), and the document as its "HDoc" chunk, with the records that the host keeps: no
+// class is called, whose fault may be what ends the program. It is replaced whole. It has the permissions of the
+// document's file; without one it is its user's alone.
 #pragma once
 
 #include <chrono>
@@ -37,7 +38,9 @@ class Recovery {
   /// How long until Update has something to write; kNever when it has nothing.
   std::chrono::duration<double> UntilDue() const;
   static constexpr std::chrono::duration<double> kNever = std::chrono::duration<double>::max();
-  /// Brings the file up to date at once, however young it is, and leaves it behind: the program ends before the
+  /// Brings the file up to date at once, however young it is.
+  void UpdateNow();
+  /// The same, and leaves it behind: the program ends before the
   /// document is closed. Does nothing without unsaved changes. False when it can't be written.
   bool Keep();
 

@@ -55,7 +55,10 @@ void AddStyle() {
 EditorApplication::EditorApplication(BundleSet* bundles)
     : Gtk::Application("org.objecthost.Window",
                        Gio::Application::Flags::HANDLES_OPEN | Gio::Application::Flags::NON_UNIQUE),
-      bundles_(bundles) {
+      bundles_(bundles),
+      atWork_([this] {
+        for (EditorWindow* editor : Editors()) editor->KeepChanges();
+      }) {
   Host::Instance().userInterface = &interface_;
 }
 

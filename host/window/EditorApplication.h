@@ -4,6 +4,7 @@
 #include <gtkmm/application.h>
 
 #include "host/bundles/BundleSet.h"
+#include "host/storage/BundleAtWork.h"
 #include "host/window/EditorWindow.h"
 #include "host/window/Menus.h"
 #include "host/window/WindowInterface.h"
@@ -55,6 +56,7 @@ class EditorApplication : public Gtk::Application {
   BundleSet* bundles_;
   Menus menus_;
   WindowInterface interface_;
+  BundleAtWork atWork_;
 };
 
 }  // namespace host

@@ -142,6 +142,10 @@ void EditorWindow::RememberSize() {
   settings.Save();
 }
 
+void EditorWindow::KeepChanges() {
+  if (recovery_ != nullptr) recovery_->UpdateNow();
+}
+
 void EditorWindow::KeepForRecovery() {
   RememberSize();
   FinishTyping();

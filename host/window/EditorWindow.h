@@ -38,6 +38,8 @@ class EditorWindow : public Gtk::ApplicationWindow, public SessionObserver {
   void ShowNotice(Text text, const std::string& name);
   /// Calls `then` when the document may go: it has no unsaved changes, was saved, or the user gives them up.
   void AskToKeepChanges(const std::function<void()>& then);
+  /// What is not saved is kept, for the case that the program ends now and knows nothing of it.
+  void KeepChanges();
   /// The program is about to be ended: unsaved changes go into the recovery file, which stays.
   void KeepForRecovery();
   /// Asks whether a document that a crash left is to be recovered or discarded; without an answer `then` is not called.

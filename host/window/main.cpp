@@ -7,6 +7,7 @@
 
 #include "host/Program.h"
 #include "host/bundles/BundleSet.h"
+#include "host/storage/BundleAtWork.h"
 #include "host/text/Localisation.h"
 #include "host/window/EditorApplication.h"
 
@@ -42,6 +43,7 @@ int main(int argc, char** argv) {
       words.push_back(argv[i]);
     }
   }
+  bundles.LeaveOut(host::BundleAtWork::TakeLeft());
   if (searches) bundles.LoadFound();
   const auto application = host::EditorApplication::Create(&bundles);
   return application->run(static_cast<int>(words.size()), words.data());

@@ -29,6 +29,19 @@ const AKString kKey_Fault("Fault");
 const AKString kKey_Number("Number");
 const AKString kKey_Fixed("Fixed");
 
+bool StartsWith(const char* fault) {
+  const char* wanted = std::getenv("OBJECTHOST_FAULT");
+  return wanted != nullptr && std::string_view(wanted) == fault;
+}
+
+// The process that tries bundles has a word for it in its command line.
+bool IsProbe() {
+  std::ifstream file("/proc/self/cmdline");
+  std::stringstream line;
+  line << file.rdbuf();
+  return line.str().find("--probe") != std::string::npos;
+}
+
 class Faulty final : public AKObjectClass<Faulty, AKObjectSymbolVect> {
  public:
   static constexpr char kClassID[] = "tFaulty";
@@ -54,6 +67,7 @@ class Faulty final : public AKObjectClass<Faulty, AKObjectSymbolVect> {
   }
 
   int akmWriteToFile(AKFile& file) const {
+    if (StartsWith("write-crash") && !IsProbe()) raise(SIGSEGV);
     if (Has("write")) return AKLogError(kOwnStatus, "It was told not to write");
     unsigned long long start = 0;
     file.GetPos(&start);
@@ -103,19 +117,6 @@ class Faulty final : public AKObjectClass<Faulty, AKObjectSymbolVect> {
   AKString fault_;
   double number_ = 1;
 };
-
-bool StartsWith(const char* fault) {
-  const char* wanted = std::getenv("OBJECTHOST_FAULT");
-  return wanted != nullptr && std::string_view(wanted) == fault;
-}
-
-// The process that tries bundles has a word for it in its command line.
-bool IsProbe() {
-  std::ifstream file("/proc/self/cmdline");
-  std::stringstream line;
-  line << file.rdbuf();
-  return line.str().find("--probe") != std::string::npos;
-}
 
 void ForkAndStay() {
   if (fork() != 0) return;

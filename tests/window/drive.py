@@ -757,6 +757,36 @@ def recover_after_a_crash():
 
 
 @scenario
+def a_bundle_that_crashes():
+    """What was not saved is kept before its first call; the next start leaves the bundle out, and its object whole."""
+    with Window(DESKTOP, PROGRAMS, start=False) as window:
+        plugins = window.folder / "plugins"
+        plugins.mkdir()
+        faulty = shutil.copy(TEST_BUNDLES / "Faulty.so", plugins)
+        window.objecthost("--bundle", faulty, "add", window.path, "tFaulty", *BOX)
+        window.objecthost("add", window.path, "stdRect", "--bounds", "400,100,500,200")
+        window.environment |= {"OBJECTHOST_PLUGINS": str(plugins), "OBJECTHOST_FAULT": "write-crash"}
+        window.start()
+        window.focus(window.main)
+        window.calibrate()
+        window.click(window.at(450, 150))
+        window.key("Right")
+        wait_for("a change", lambda: window.title().startswith("•"))
+        window.click(window.at(200, 160))
+        window.key("ctrl+d")
+        assert window.ended() == -signal.SIGSEGV
+        window.start()
+        window.focus_newest()
+        window.key("alt+r")
+        window.focus(window.main)
+        wait_for_words("was at work when the program ended")
+        items = window.expect("what was not saved", lambda items: len(items) == 2 and items[1]["bounds"][0] == 401)
+        assert has_bounds(items[0], *RECT)
+        text = window.objecthost("--bundle", faulty, "list", window.path)
+        assert "Faulty" in text, text
+
+
+@scenario
 def ended_by_signals():
     for number in (signal.SIGTERM, signal.SIGHUP):
         with Editor([BOX], (200, 160)) as window:
@@ -1008,7 +1038,7 @@ def broken_files():
         window.find_text("bundle", (0, 20, 920, 120))
     with Window(DESKTOP, PROGRAMS, start=False) as window:
         whole = window.path.read_bytes()
-        for bytes_, message in ((b"no document at all", "is not a document"), (whole[:len(whole) // 2], "page.akd")):
+        for bytes_, message in ((b"no document at all", "is not a document"), (whole[:len(whole) // 2], "is cut short")):
             window.path.write_bytes(bytes_)
             window.start()
             wait_for(message, lambda: message in " ".join(

@@ -50,7 +50,8 @@ class SessionFixture : public testing::Test {
   /// The document as a file.
   static std::string Bytes(const DocumentSession& session) {
     AKFile stream(AKFile::kModeMemory);
-    EXPECT_EQ(stream.CreateForReadWrite() | WriteDocument(session.Doc(), stream, nullptr), 0);
+    std::optional<Problem> unwritable;
+    EXPECT_EQ(stream.CreateForReadWrite() | WriteDocument(session.Doc(), stream, &unwritable), 0);
     return file_test::StreamContent(stream);
   }
 
