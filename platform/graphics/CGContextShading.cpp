@@ -58,27 +58,32 @@ bool SetImageSource(CGContext* context, const CGShading& shading, const PixelBox
 
 void DrawThroughCairo(CGContext* context, const CGShading& shading, const platform::ClipNode* innermost,
                       const PixelBox& box) {
-  const platform::Clip whole = context->state.clip;
-  context->state.clip = innermost != nullptr ? innermost->parent : nullptr;
-  platform::ApplyClip(context);
-  context->state.clip = whole;
+  {
+    const platform::Scoped around(context->state.clip, innermost != nullptr ? innermost->parent : platform::Clip());
+    platform::ApplyClip(context);
+  }
   PixelBox area;
   if (!EmitArea(context, context->cairo.get(), innermost, &area)) return;
   const bool hasSource = context->target->SetShadingSource(context, shading) || SetImageSource(context, shading, box);
   if (hasSource) cairo_fill(context->cairo.get());
 }
 
-}  // namespace
-
-void CGContextDrawShading(CGContextRef context, CGShadingRef shading) {
-  if (context == nullptr || shading == nullptr || !platform::IsInvertible(context->UserToDevice())) return;
+void Draw(CGContext* context, const CGShading& shading) {
+  if (!context->CanPaint()) return;
   if (context->state.textClip != nullptr) platform::SettleTextClip(context);
   if (context->bitmap != nullptr) {
-    platform::ShadeOnBitmap(context, *shading);
+    platform::ShadeOnBitmap(context, shading);
     return;
   }
   const platform::Clip whole = context->state.clip;  // keeps the innermost clip alive
   PixelBox box;
   if (!EmitArea(context, context->cairo.get(), whole.get(), &box)) return;
-  DrawThroughCairo(context, *shading, whole.get(), box);
+  DrawThroughCairo(context, shading, whole.get(), box);
+}
+
+}  // namespace
+
+void CGContextDrawShading(CGContextRef context, CGShadingRef shading) {
+  if (context == nullptr || shading == nullptr || !platform::IsInvertible(context->UserToDevice())) return;
+  platform::Guarded(context, [context, shading] { Draw(context, *shading); });
 }

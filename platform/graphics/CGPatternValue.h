@@ -25,7 +25,7 @@ struct CGPattern final : platform::NativeObject {
 
 namespace platform {
 
-/// Draws the pattern's cell if that was not done yet; false when it can't be.
+/// Draws the pattern's cell if that was not done yet; false when it is being drawn. Throws when memory lacks.
 bool DrawCellOnce(CGPattern* pattern);
 
 /// A cell of the pattern's size, repeated, as cairo's source for device space: one cell's origin lies at `phase` of

@@ -77,11 +77,11 @@ void ImageRows::Fetch(int x, int y, int count, std::uint32_t* pixels) const {
 
 void DrawImageOnBitmap(CGContext* context, const CGImage& image, const CGRect& rect,
                        const CGAffineTransform& toDevice) {
-  CGMutablePathRef outline = CGPathCreateMutable();
+  CGPath outline;
   const CGAffineTransform userToDevice = context->UserToDevice();
-  CGPathAddRect(outline, &userToDevice, rect);
+  CGPathAddRect(&outline, &userToDevice, rect);
   raster::Shape shape;
-  shape.path = ViewOf(*outline);
+  shape.path = ViewOf(outline);
   const PixelBox box = raster::BoxOf(shape, ClipOnBitmap(context).box);
   if (!box.IsEmpty()) {
     const bool isBest = context->state.interpolation == kCGInterpolationHigh;
@@ -97,9 +97,8 @@ void DrawImageOnBitmap(CGContext* context, const CGImage& image, const CGRect& r
     const raster::PixelOrder order = SurfaceOf(*context->bitmap).order;
     const ImageRows rows(pixels, m, context->state.alpha, order);
     const bool isOpaque = !image.hasAlpha && context->state.alpha >= 1;
-    RowsOnBitmap(context, rows, isOpaque, *outline);
+    RowsOnBitmap(context, rows, isOpaque, outline);
   }
-  CGPathRelease(outline);
 }
 
 }  // namespace platform

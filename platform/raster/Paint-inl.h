@@ -13,6 +13,7 @@
 
 #include <algorithm>
 
+#include "platform/raster/Blend.h"
 #include "platform/raster/Pixels-inl.h"
 
 HWY_BEFORE_NAMESPACE();
@@ -201,6 +202,42 @@ class RowPainter {
       pixels_[kPiece + 2 * HWY_MAX_BYTES / kPixel];  // what is read of them and was not fetched does not count
 };
 
+/// A group's coverage as bytes.
+template <class V>
+HWY_INLINE void StoreGroup(V coverage, int count, unsigned char* bytes) {
+  HWY_ALIGN std::uint32_t lanes[kGroup];
+  hn::Store(coverage, Four(), lanes);
+  for (int i = 0; i < count; ++i) bytes[i] = static_cast<unsigned char>(lanes[i]);
+}
+
+/// Mixes pixels of a source by a blend mode, one by one.
+class BlendPainter {
+ public:
+  BlendPainter(const Surface& surface, const Ink& ink) : surface_(surface), ink_(ink) {}
+
+  void BeginRow(int y) { y_ = y; }
+  void Span(int x, int count, unsigned int coverage) {
+    unsigned char bytes[kPiece];
+    std::memset(bytes, static_cast<int>(coverage), static_cast<std::size_t>(std::min(count, kPiece)));
+    for (int done = 0; done < count; done += kPiece) Mask(x + done, std::min(kPiece, count - done), bytes);
+  }
+  template <class V>
+  HWY_INLINE void Group(int x, int count, V coverage) {
+    unsigned char bytes[kGroup];
+    count = std::min(count, kGroup);
+    StoreGroup(coverage, count, bytes);
+    Mask(x, count, bytes);
+  }
+  void Mask(int x, int count, const unsigned char* coverage) { BlendThrough(surface_, x, y_, count, coverage, ink_); }
+
+ private:
+  static constexpr int kPiece = 256;
+
+  const Surface& surface_;
+  const Ink& ink_;
+  int y_ = 0;
+};
+
 /// Takes away what a clip leaves out, and hands on the rest.
 template <class Painter>
 class ClippedPainter {
@@ -308,9 +345,7 @@ class BytePainter {
   }
   template <class V>
   HWY_INLINE void Group(int x, int count, V coverage) {
-    HWY_ALIGN std::uint32_t lanes[kGroup];
-    hn::Store(coverage, Four(), lanes);
-    for (int i = 0; i < std::min(count, kGroup); ++i) row_[x - box_.x0 + i] = static_cast<unsigned char>(lanes[i]);
+    StoreGroup(coverage, std::min(count, kGroup), row_ + (x - box_.x0));
   }
 
  private:
