@@ -11,9 +11,9 @@ namespace platform {
 
 struct ClipNode;
 
-/// A box and, when it is more than that, a byte of coverage for each pixel of it. Made when it is first drawn under, and
-/// kept with the part of the state that it belongs to. Of a deep chain of which only the innermost is drawn under, the
-/// innermost two have one.
+/// A box and, when it is more than that, a byte of coverage for each pixel of it. Made when it is first drawn under,
+/// and kept with the part of the state that it belongs to. Of a deep chain of which only the innermost is drawn under,
+/// the innermost two have one.
 class BitmapClip {
  public:
   /// The clip of a node within `bounds`, for as long as the node's path stays; of no node: the bounds. Throws when

@@ -1,5 +1,5 @@
-// What happens when memory lacks: an operation ends, nothing or no more of it is drawn, and it is said on standard error,
-// once a process. No exception leaves through the C interface. Private to the native layer.
+// What happens when memory lacks: an operation ends, nothing or no more of it is drawn, and it is said on standard
+// error, once a process. No exception leaves through the C interface. Private to the native layer.
 #pragma once
 
 #include <new>

@@ -32,22 +32,6 @@ raster::Ink ColorInk(const Paint& paint, double contextAlpha, raster::PixelOrder
   return ink;
 }
 
-// Rows of a shading in the target's order.
-class ShadingSource final : public raster::RowSource {
- public:
-  ShadingSource(const ShadingRows& rows, raster::PixelOrder order)
-      : rows_(rows), isReversed_(order == raster::PixelOrder::kAlphaFirst) {}
-
-  void Fetch(int x, int y, int count, std::uint32_t* pixels) const override {
-    rows_.Fill(x, y, count, pixels);
-    if (isReversed_) raster::ReverseBytes(pixels, static_cast<std::size_t>(count));
-  }
-
- private:
-  const ShadingRows& rows_;
-  bool isReversed_;
-};
-
 // The last clip that was drawn under is kept: set anew for the next shape, it is taken up again.
 raster::Clip ClipOf(CGContext* context, const Clip& clip) {
   if (!(clip == nullptr)) context->appliedClip = clip;
@@ -141,9 +125,8 @@ void ShadeOnBitmap(CGContext* context, const CGShading& shading) {
       !(innermost == nullptr) ? ShapeOf(*innermost->path, innermost->antialias) : raster::Shape{};
   const raster::Box box = !(innermost == nullptr) ? raster::BoxOf(shape, clip.box) : clip.box;
   if (box.IsEmpty()) return;
-  const ShadingRows rows(shading, context->UserToDevice(), box, context->state.alpha);
-  const ShadingSource source(rows, surface.order);
-  const raster::Ink ink{raster::Ink::Kind::kRows, rows.IsOpaque(), 0, &source};
+  const ShadingRows rows(shading, context->UserToDevice(), box, context->state.alpha, surface.order);
+  const raster::Ink ink{raster::Ink::Kind::kRows, rows.IsOpaque(), 0, &rows};
   if (innermost == nullptr) {
     raster::PaintBox(surface, box, clip, ink);
   } else {

@@ -45,11 +45,12 @@ bool SetImageSource(CGContext* context, const CGShading& shading, const PixelBox
   const int height = box.y1 - box.y0;
   cairo_surface_t* scratch = TakeSurface(&context->scratch, CAIRO_FORMAT_ARGB32, width, height);
   if (scratch == nullptr) return false;
-  const platform::ShadingRows rows(shading, context->UserToDevice(), box, context->state.alpha);
+  const platform::ShadingRows rows(shading, context->UserToDevice(), box, context->state.alpha,
+                                   raster::PixelOrder::kBlueFirst);
   cairo_surface_flush(scratch);
   auto* pixels = reinterpret_cast<std::uint32_t*>(cairo_image_surface_get_data(scratch));
   const auto stride = static_cast<std::size_t>(cairo_image_surface_get_stride(scratch)) / sizeof(std::uint32_t);
-  for (int y = box.y0; y < box.y1; ++y, pixels += stride) rows.Fill(box.x0, y, width, pixels);
+  for (int y = box.y0; y < box.y1; ++y, pixels += stride) rows.Fetch(box.x0, y, width, pixels);
   cairo_surface_mark_dirty(scratch);
   cairo_set_source_surface(context->cairo.get(), scratch, box.x0, box.y0);
   cairo_pattern_set_filter(cairo_get_source(context->cairo.get()), CAIRO_FILTER_NEAREST);

@@ -6,6 +6,7 @@
 #include "CoreGraphics/CGBitmapContext.h"
 #include "platform/graphics/CGContextState.h"
 #include "platform/graphics/CGPatternValue.h"
+#include "platform/graphics/ImageRows.h"
 
 namespace {
 
@@ -85,6 +86,20 @@ void CGPatternRelease(CGPatternRef pattern) {
 namespace platform {
 
 bool DrawCellOnce(CGPattern* pattern) { return pattern->cell != nullptr || DrawCell(pattern); }
+
+raster::PixelGrid CellIn(CGPattern* pattern, raster::PixelOrder order) {
+  const raster::PixelGrid cell = GridOf(pattern->cell.get());
+  if (order == raster::PixelOrder::kBlueFirst) return cell;
+  const auto width = static_cast<std::size_t>(cell.width);
+  auto& turned = pattern->alphaFirstCell;
+  if (turned == nullptr) {
+    turned.reset(new std::uint32_t[width * static_cast<std::size_t>(cell.height)]);
+    for (std::size_t y = 0; y < static_cast<std::size_t>(cell.height); ++y) {
+      raster::CopyReversed(cell.pixels + y * cell.stride, width, turned.get() + y * width);
+    }
+  }
+  return {turned.get(), width, cell.width, cell.height};
+}
 
 CairoPattern RepeatCell(cairo_surface_t* cell, const CGPattern& pattern, CGSize phase,
                         const CGAffineTransform& baseToDevice) {

@@ -151,7 +151,8 @@ void CGPathAddPath(CGMutablePathRef path, const CGAffineTransform* m, CGPathRef 
   std::memcpy(verbs, other->verbs.Data(), verbCount);
   const CGPoint* source = other->points.Data();
   if (m) {
-    for (std::size_t i = 0; i < pointCount; ++i) points[i] = CGPointApplyAffineTransform(source[i], *m);
+    const CGAffineTransform map = *m;  // no point is a part of this one
+    for (std::size_t i = 0; i < pointCount; ++i) points[i] = CGPointApplyAffineTransform(source[i], map);
   } else {
     std::memcpy(points, source, pointCount * sizeof(CGPoint));
   }

@@ -92,7 +92,7 @@ HWY_EXPORT(MultiplyBytes);
 HWY_EXPORT(LookUpLinear);
 HWY_EXPORT(LookUpRadial);
 HWY_EXPORT(LookUpBilinear);
-HWY_EXPORT(ReverseBytes);
+HWY_EXPORT(CopyReversed);
 HWY_EXPORT(ScaleBytes);
 
 void SweepTile(const Tile<std::int32_t>& tile, FillRule rule, const MaskView* clip, const Surface& surface,
@@ -122,7 +122,9 @@ void LookUpRadial(const std::uint32_t* table, int last, const RadialRow& row, in
 void LookUpBilinear(const PixelGrid& grid, const GridRow& row, int count, std::uint32_t* pixels) {
   HWY_DYNAMIC_DISPATCH(LookUpBilinear)(grid, row, count, pixels);
 }
-void ReverseBytes(std::uint32_t* pixels, std::size_t count) { HWY_DYNAMIC_DISPATCH(ReverseBytes)(pixels, count); }
+void CopyReversed(const std::uint32_t* from, std::size_t count, std::uint32_t* to) {
+  HWY_DYNAMIC_DISPATCH(CopyReversed)(from, count, to);
+}
 void ScaleBytes(unsigned char* bytes, unsigned int by, std::size_t count) {
   HWY_DYNAMIC_DISPATCH(ScaleBytes)(bytes, by, count);
 }

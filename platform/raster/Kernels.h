@@ -95,14 +95,16 @@ struct PixelGrid {
 };
 
 /// A row through a grid: pixel i is mixed of the four pixels around (x + stepX i, y + stepY i), where whole numbers are
-/// the pixels' centres. Beyond the edges the grid goes on as its last pixels.
+/// the pixels' centres. Beyond the edges the grid goes on as its last pixels. The grid's pixels are blue first, those
+/// of the row in an order of the caller's.
 struct GridRow {
   double x, y, stepX, stepY;
+  PixelOrder order = PixelOrder::kBlueFirst;
 };
 void LookUpBilinear(const PixelGrid& grid, const GridRow& row, int count, std::uint32_t* pixels);
 
-/// Turns the bytes of each pixel round: from one order into the other.
-void ReverseBytes(std::uint32_t* pixels, std::size_t count);
+/// Turns the bytes of each pixel round: from one order into the other. Both may be the same array.
+void CopyReversed(const std::uint32_t* from, std::size_t count, std::uint32_t* to);
 
 /// bytes[i] * by / 255, rounded; `by` is 0 to 255.
 void ScaleBytes(unsigned char* bytes, unsigned int by, std::size_t count);

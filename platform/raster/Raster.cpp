@@ -42,7 +42,7 @@ struct Prepared {
   template <typename Cell>
   void AddTo(Tile<Cell>* tile) const {
     Edges<Cell> edges(tile, shape.antialias);
-    edges.SetInside(extent);
+    edges.SetExtent(extent, shape.stroke == nullptr || nib.isExact);
     if (shape.stroke != nullptr) {
       StrokeEdges<Cell> stroke(nib, &edges);
       Visit(shape.path, stroke);
