@@ -75,13 +75,28 @@ HWY_INLINE void MixGroup(unsigned char* to, int count, const MixAt& mix) {
   std::memcpy(to, rest, kPixel * static_cast<std::size_t>(count));
 }
 
-inline void Fill(unsigned char* to, int count, std::uint32_t color) {
-  const Many d;
+/// Pixels of one colour. Stores that lie across two lines of the cache cost twice: but for the first and the last
+/// vector, which may overlap the others, they are aligned, as far as the pixels are.
+template <class D>
+HWY_INLINE void FillVectors(D d, unsigned char* to, unsigned char* end, std::uint32_t color) {
   const auto pixels = hn::Set(d, color);
-  const int lanes = static_cast<int>(hn::Lanes(d));
-  int i = 0;
-  for (; i + lanes <= count; i += lanes, to += kPixel * hn::Lanes(d)) StorePixels(d, pixels, to);
-  for (; i < count; ++i, to += kPixel) std::memcpy(to, &color, kPixel);
+  const std::size_t size = kPixel * hn::Lanes(d);
+  StorePixels(d, pixels, to);
+  unsigned char* const last = end - size;
+  to += reinterpret_cast<std::uintptr_t>(to) % kPixel == 0 ? size - reinterpret_cast<std::uintptr_t>(to) % size : size;
+  for (; to < last; to += size) StorePixels(d, pixels, to);
+  StorePixels(d, pixels, last);
+}
+
+HWY_INLINE void Fill(unsigned char* to, int count, std::uint32_t color) {
+  unsigned char* const end = to + kPixel * static_cast<std::size_t>(count);
+  if (count >= static_cast<int>(hn::Lanes(Many()))) {
+    FillVectors(Many(), to, end, color);
+  } else if (count >= static_cast<int>(hn::Lanes(Four()))) {
+    FillVectors(Four(), to, end, color);
+  } else {
+    for (; to < end; to += kPixel) std::memcpy(to, &color, kPixel);
+  }
 }
 
 /// Paints a colour, or transparency.
