@@ -195,6 +195,8 @@ const bool kRegistered = [] {
   AddPair("10,000 small rectangles, linear gradient", 0, small, &KitLinear, &HandLinear);
   AddByteOrderPair("alpha first against blue first, solid", usual, &KitSolid);
   AddByteOrderPair("alpha first against blue first, tiny", tiny, &KitSolid);
+  AddByteOrderPair("alpha first against blue first, linear gradient", usual, &KitLinear);
+  AddByteOrderPair("alpha first against blue first, pattern", usual, &KitPattern);
   AddClipPair("under a clip of 1,600 corners against none", usual, &KitSolid);
   return true;
 }();

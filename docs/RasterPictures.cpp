@@ -3,6 +3,7 @@
 //   build/release/bin/raster_pictures docs/pictures
 #include <cmath>
 #include <cstdio>
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -102,7 +103,7 @@ bool DrawCoverage(const Points& points, const std::string& path) {
 // What the edges leave in the cells, as many blue as one way and as many orange as the other; the sums along the rows
 // are the coverage. Then the bits: the groups of four pixels that an edge touched.
 bool DrawCells(const Points& points, const std::string& cellsPath, const std::string& groupsPath) {
-  raster::Workspace* workspace = raster::Workspace::OfThread();
+  const std::unique_ptr<raster::Workspace> workspace = raster::Workspace::New();
   if (workspace == nullptr) return false;
   const raster::Box box{0, 0, kColumns, kRows};
   raster::Tile<std::int32_t> tile(*workspace, box);

@@ -40,6 +40,17 @@ class Stripes final : public raster::RowSource {
   }
 };
 
+// Stretches of nothing, of everything, and of what lies between, long and short.
+std::vector<unsigned char> MaskBytes(std::size_t width, std::size_t height) {
+  constexpr unsigned char kBytes[] = {0, 255, 200, 255, 7};
+  std::vector<unsigned char> bytes(width * height);
+  for (std::size_t i = 0; i < bytes.size(); ++i) {
+    const std::size_t x = i % width;
+    bytes[i] = kBytes[(x * x / 256 + x / 5 * (i / width % 3) + i / width) % 5];
+  }
+  return bytes;
+}
+
 // Pixels with guards around them, which nobody may touch.
 struct Bitmap {
   Bitmap(int w, int h, raster::PixelOrder order) : pixels(std::size_t(w + 2) * std::size_t(h + 2), kGuard) {
@@ -91,8 +102,11 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   }
   const Stripes stripes;
   const raster::Ink ink{static_cast<raster::Ink::Kind>((choice >> 6) + (choice & 1)), false, 0x80808080U, &stripes};
-  const std::vector<unsigned char> bytes(width * height, 200);
-  const raster::MaskView mask{bytes.data(), width, bitmap.surface.Bounds()};
+  const std::vector<unsigned char> bytes = MaskBytes(width, height);
+  raster::MaskView mask{bytes.data(), width, bitmap.surface.Bounds()};
+  std::vector<raster::Run> full;
+  for (int y = 0; y < side[1]; ++y) full.push_back(raster::LongestFull(mask, y));
+  mask.full = full.data();
 
   std::vector<raster::Verb> verbs;
   std::vector<double> coordinates;
@@ -106,6 +120,16 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   const raster::Clip clip{bitmap.surface.Bounds(), (choice & 2) != 0 ? &mask : nullptr};
   if (!raster::Paint(bitmap.surface, shape, clip, ink) || !bitmap.IsGuarded()) std::abort();
 
+  // Under a clip as through the coverage multiplied with it.
+  std::vector<unsigned char> coverage(width * height);
+  if (!raster::Cover(shape, bitmap.surface.Bounds(), coverage.data(), width)) std::abort();
+  for (std::size_t i = 0; clip.mask != nullptr && i < coverage.size(); ++i) {
+    coverage[i] = static_cast<unsigned char>((coverage[i] * bytes[i] * 2 + 255) / 510);
+  }
+  const Bitmap other(side[0], side[1], order);
+  raster::PaintMask(other.surface, {coverage.data(), width, mask.box}, {mask.box}, ink);
+  if (other.pixels != bitmap.pixels) std::abort();
+
   // What was added up is taken away again: a shape that covers nothing leaves nothing.
   const std::vector<std::uint32_t> before = bitmap.pixels;
   const double outside[] = {-9, -9, -5, -9, -5, -5};
@@ -113,7 +137,6 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   raster::Shape nothing;
   nothing.path = {kTriangle, 3, outside, 3};
   if (!raster::Paint(bitmap.surface, nothing, clip, ink) || bitmap.pixels != before) std::abort();
-  std::vector<unsigned char> coverage(width * height);
   const double whole[] = {0, 0, double(side[0]), 0, double(side[0]), double(side[1]), 0, double(side[1])};
   constexpr raster::Verb kBox[] = {raster::Verb::kMove, raster::Verb::kLine, raster::Verb::kLine, raster::Verb::kLine};
   nothing.path = {kBox, 4, whole, 4};

@@ -1,7 +1,10 @@
 // Painting on bitmaps: from the state of a context to the engine that fills pixels. Private to the native layer.
+//
+// What is painted again and again takes no memory. It is taken, once, for the engine's workspace, for paths of more
+// than 24 points and for masks of clips, which serve the next ones; for each image that is drawn smaller than it is;
+// and for the list of a clip that is made of text. Everything here throws what the allocator throws, with nothing
+// drawn.
 #pragma once
-
-#include <memory>
 
 #include "platform/graphics/CGContextState.h"
 #include "platform/raster/Raster.h"
@@ -10,29 +13,8 @@ struct CGShading;
 
 namespace platform {
 
-/// A clip as the engine wants it: a box and, when it is more than that, a byte of coverage for each pixel of it. Made
-/// once and kept with the part of the state that it belongs to.
-class BitmapClip {
- public:
-  /// The clip of a node within `bounds`; of no node: the bounds. What memory lacks for leaves nothing visible.
-  static raster::Clip Of(const ClipNode* node, const raster::Box& bounds);
-
- private:
-  static const BitmapClip& Resolve(const ClipNode& node, const raster::Box& bounds);
-  void SetUp(const ClipNode& node, const raster::Box& bounds);
-  void FindFull();
-
-  raster::Clip clip_;
-  raster::MaskView view_;
-  std::shared_ptr<unsigned char[]> bytes_;
-  std::shared_ptr<raster::Run[]> full_;  // of each row
-};
-
 /// The pixels of a bitmap.
 raster::Surface SurfaceOf(const BitmapInfo& info);
-
-/// A path of device space as the engine wants it; it has to outlive the view.
-raster::PathView ViewOf(const CGPath& path);
 
 /// The current path filled or stroked with the state's paint; `isClearing` makes pixels transparent instead.
 void FillOnBitmap(CGContext* context, raster::FillRule rule, bool isClearing);

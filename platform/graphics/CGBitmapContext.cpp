@@ -44,12 +44,14 @@ CGContextRef CGBitmapContextCreate(void* data, size_t width, size_t height, size
       !IsSupported(info)) {
     return nullptr;
   }
-  auto target = std::make_unique<BitmapTarget>(info);
-  const BitmapInfo* described = &target->Info();
-  const CGAffineTransform flip{1, 0, 0, -1, 0, static_cast<double>(height)};
-  auto* context = new CGContext(platform::CairoContext(), std::move(target), flip);
-  context->bitmap = described;
-  return context;
+  return platform::MadeOrNull([&info] {
+    auto target = std::make_unique<BitmapTarget>(info);
+    const BitmapInfo* described = &target->Info();
+    const CGAffineTransform flip{1, 0, 0, -1, 0, static_cast<double>(info.height)};
+    auto* context = new CGContext(platform::CairoContext(), std::move(target), flip);
+    context->bitmap = described;
+    return context;
+  });
 }
 
 void* CGBitmapContextGetData(CGContextRef context) {

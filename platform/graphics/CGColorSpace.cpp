@@ -2,10 +2,24 @@
 
 #include "platform/graphics/CGColorSpaceValue.h"
 
-CGColorSpaceRef CGColorSpaceCreateDeviceRGB() { return new CGColorSpace(CGColorSpace::Kind::kDeviceRGB); }
+namespace {
+
+// There is one of each kind, which every user shares: getting it can't fail.
+CGColorSpaceRef Shared(CGColorSpace* space) {
+  space->Retain();
+  return space;
+}
+
+}  // namespace
+
+CGColorSpaceRef CGColorSpaceCreateDeviceRGB() {
+  static CGColorSpace space(CGColorSpace::Kind::kDeviceRGB);
+  return Shared(&space);
+}
 
 CGColorSpaceRef CGColorSpaceCreatePattern(CGColorSpaceRef base) {
-  return base == nullptr ? new CGColorSpace(CGColorSpace::Kind::kPattern) : nullptr;
+  static CGColorSpace space(CGColorSpace::Kind::kPattern);
+  return base == nullptr ? Shared(&space) : nullptr;
 }
 
 void CGColorSpaceRelease(CGColorSpaceRef space) {

@@ -9,6 +9,8 @@
 
 namespace {
 
+bool TakesState(CGContextRef context) { return context != nullptr && context->HasState(); }
+
 void SetColor(platform::Paint* paint, double red, double green, double blue, double alpha) {
   *paint = {red, green, blue, alpha, {}, false};
 }
@@ -37,6 +39,12 @@ CGContext::CGContext(platform::CairoContext cairoContext, std::unique_ptr<platfo
 
 CGContext::~CGContext() { CGPathRelease(path); }
 
+void CGContext::EmptyPath() {
+  path->verbs.Clear();
+  path->points.Clear();
+  isPathLost = false;
+}
+
 CGContextRef CGContextRetain(CGContextRef context) {
   if (context != nullptr) context->Retain();
   return context;
@@ -47,17 +55,23 @@ void CGContextRelease(CGContextRef context) {
 }
 
 void CGContextSaveGState(CGContextRef context) {
-  if (context != nullptr) context->savedStates.push_back(context->state);
+  if (context == nullptr) return;
+  const auto save = [context] { context->savedStates.push_back(context->state); };
+  if (!context->HasState() || !platform::Guarded(context, save)) ++context->lostSaves;
 }
 
 void CGContextRestoreGState(CGContextRef context) {
-  if (context == nullptr || context->savedStates.empty()) return;
-  context->state = std::move(context->savedStates.back());
-  context->savedStates.pop_back();
+  if (context == nullptr) return;
+  if (!context->HasState()) {
+    --context->lostSaves;
+  } else if (!context->savedStates.empty()) {
+    context->state = std::move(context->savedStates.back());
+    context->savedStates.pop_back();
+  }
 }
 
 void CGContextConcatCTM(CGContextRef context, CGAffineTransform transform) {
-  if (context != nullptr) context->state.matrix = CGAffineTransformConcat(transform, context->state.matrix);
+  if (TakesState(context)) context->state.matrix = CGAffineTransformConcat(transform, context->state.matrix);
 }
 
 CGAffineTransform CGContextGetCTM(CGContextRef context) {
@@ -65,57 +79,57 @@ CGAffineTransform CGContextGetCTM(CGContextRef context) {
 }
 
 void CGContextSetShouldAntialias(CGContextRef context, bool antialias) {
-  if (context != nullptr) context->state.antialias = antialias;
+  if (TakesState(context)) context->state.antialias = antialias;
 }
 
 void CGContextSetAlpha(CGContextRef context, CGFloat alpha) {
-  if (context != nullptr) context->state.alpha = alpha > 0 ? std::min(alpha, 1.0) : 0;
+  if (TakesState(context)) context->state.alpha = alpha > 0 ? std::min(alpha, 1.0) : 0;
 }
 
 void CGContextSetRGBFillColor(CGContextRef context, CGFloat red, CGFloat green, CGFloat blue, CGFloat alpha) {
-  if (context != nullptr) SetColor(&context->state.fill, red, green, blue, alpha);
+  if (TakesState(context)) SetColor(&context->state.fill, red, green, blue, alpha);
 }
 
 void CGContextSetRGBStrokeColor(CGContextRef context, CGFloat red, CGFloat green, CGFloat blue, CGFloat alpha) {
-  if (context != nullptr) SetColor(&context->state.stroke, red, green, blue, alpha);
+  if (TakesState(context)) SetColor(&context->state.stroke, red, green, blue, alpha);
 }
 
 void CGContextSetFillColorSpace(CGContextRef context, CGColorSpaceRef space) {
-  if (context != nullptr) SetSpace(&context->state.fill, space);
+  if (TakesState(context)) SetSpace(&context->state.fill, space);
 }
 
 void CGContextSetFillPattern(CGContextRef context, CGPatternRef pattern, const CGFloat* components) {
-  if (context != nullptr) SetPattern(&context->state.fill, pattern, components);
+  if (TakesState(context)) SetPattern(&context->state.fill, pattern, components);
 }
 
 void CGContextSetStrokeColorSpace(CGContextRef context, CGColorSpaceRef space) {
-  if (context != nullptr) SetSpace(&context->state.stroke, space);
+  if (TakesState(context)) SetSpace(&context->state.stroke, space);
 }
 
 void CGContextSetStrokePattern(CGContextRef context, CGPatternRef pattern, const CGFloat* components) {
-  if (context != nullptr) SetPattern(&context->state.stroke, pattern, components);
+  if (TakesState(context)) SetPattern(&context->state.stroke, pattern, components);
 }
 
 void CGContextSetPatternPhase(CGContextRef context, CGSize phase) {
-  if (context != nullptr) context->state.patternPhase = phase;
+  if (TakesState(context)) context->state.patternPhase = phase;
 }
 
 void CGContextSetLineWidth(CGContextRef context, CGFloat width) {
-  if (context != nullptr) context->state.lineWidth = width;
+  if (TakesState(context)) context->state.lineWidth = width;
 }
 
 void CGContextSetLineCap(CGContextRef context, CGLineCap cap) {
-  if (context != nullptr) context->state.lineCap = cap;
+  if (TakesState(context)) context->state.lineCap = cap;
 }
 
 void CGContextSetLineJoin(CGContextRef context, CGLineJoin join) {
-  if (context != nullptr) context->state.lineJoin = join;
+  if (TakesState(context)) context->state.lineJoin = join;
 }
 
 void CGContextSetBlendMode(CGContextRef context, CGBlendMode mode) {
-  if (context != nullptr) context->state.blendMode = mode;
+  if (TakesState(context)) context->state.blendMode = mode;
 }
 
 void CGContextSetInterpolationQuality(CGContextRef context, CGInterpolationQuality quality) {
-  if (context != nullptr) context->state.interpolation = quality;
+  if (TakesState(context)) context->state.interpolation = quality;
 }

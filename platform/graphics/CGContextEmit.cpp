@@ -2,7 +2,8 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdint>
-#include <cstring>
+#include <utility>
+#include <vector>
 
 #include "platform/graphics/CGContextState.h"
 #include "platform/paths/PathCut.h"
@@ -90,22 +91,25 @@ bool Emit(cairo_t* cairo, const CGPath& path, PixelBox* box) {
   return true;
 }
 
-bool SamePath(const CGPath& a, const CGPath& b) {
-  return a.verbs.Count() == b.verbs.Count() && a.points.Count() == b.points.Count() &&
-         std::memcmp(a.verbs.Data(), b.verbs.Data(), a.verbs.Count()) == 0 &&
-         std::memcmp(a.points.Data(), b.points.Data(), a.points.Count() * sizeof(CGPoint)) == 0;
+void AddToClip(cairo_t* cairo, const ClipNode& node, const PixelBox& target) {
+  PixelBox box;
+  cairo_new_path(cairo);
+  cairo_set_antialias(cairo, node.antialias ? CAIRO_ANTIALIAS_DEFAULT : CAIRO_ANTIALIAS_NONE);
+  cairo_set_fill_rule(cairo, CAIRO_FILL_RULE_WINDING);
+  if (!EmitPath(cairo, *node.path, target, &box)) cairo_new_path(cairo);  // clips everything away
+  cairo_clip(cairo);
+}
+
+// From the outermost path inwards, as they were set.
+void InstallClip(cairo_t* cairo, const Clip& clip, const PixelBox& target) {
+  if (clip == nullptr) return;
+  std::vector<const ClipNode*> nodes;
+  nodes.reserve(clip->depth);
+  for (const ClipNode* node = clip.get(); node != nullptr; node = node->parent.get()) nodes.push_back(node);
+  for (auto node = nodes.rbegin(); node != nodes.rend(); ++node) AddToClip(cairo, **node, target);
 }
 
 }  // namespace
-
-bool SameClip(const ClipNode* a, const ClipNode* b) {
-  while (a != b) {
-    if (a == nullptr || b == nullptr || a->antialias != b->antialias || !SamePath(*a->path, *b->path)) return false;
-    a = a->parent.get();
-    b = b->parent.get();
-  }
-  return true;
-}
 
 bool EmitPath(cairo_t* cairo, const CGPath& path, const PixelBox& target, PixelBox* box) {
   const CutBox near = CutBoxOf(target, 0);
@@ -125,15 +129,11 @@ bool EmitOutline(cairo_t* cairo, const CGPath& path, const PixelBox& target, dou
   return Emit(cairo, cut, box);
 }
 
-void InstallClip(cairo_t* cairo, const ClipNode* node, const PixelBox& target) {
-  if (node == nullptr) return;
-  InstallClip(cairo, node->parent.get(), target);
-  PixelBox box;
-  cairo_new_path(cairo);
-  cairo_set_antialias(cairo, node->antialias ? CAIRO_ANTIALIAS_DEFAULT : CAIRO_ANTIALIAS_NONE);
-  cairo_set_fill_rule(cairo, CAIRO_FILL_RULE_WINDING);
-  if (!EmitPath(cairo, *node->path, target, &box)) cairo_new_path(cairo);  // clips everything away
-  cairo_clip(cairo);
+void PushClip(CGContext* context, CGMutablePathRef* path) {
+  GraphicsState& state = context->state;
+  Clip next = SameIn(context->appliedClip, state.clip, **path, state.antialias);
+  if (next == nullptr) next = context->clips.Make(state.clip, path, state.antialias);
+  state.clip = std::move(next);
 }
 
 void ApplyClip(CGContext* context) {
@@ -141,7 +141,7 @@ void ApplyClip(CGContext* context) {
   const Clip& wanted = context->state.clip;
   if (SameClip(wanted.get(), context->appliedClip.get())) return;
   context->target->ResetClip(context->cairo.get());
-  InstallClip(context->cairo.get(), wanted.get(), context->target->Bounds());
+  InstallClip(context->cairo.get(), wanted, context->target->Bounds());
   context->appliedClip = wanted;
 }
 

@@ -28,11 +28,6 @@ bool SetSource(CGContext* context, const platform::Paint& paint) {
   return true;
 }
 
-void EmptyPath(CGContext* context) {
-  context->path->verbs.Clear();
-  context->path->points.Clear();
-}
-
 // Puts the current path and the clip into cairo, ready for an operation on the returned box; false: nothing to do. The
 // stroke of a path that is not filled goes so far out from it.
 bool Prepare(CGContext* context, bool isFilled, double reach, PixelBox* box) {
@@ -71,8 +66,14 @@ double StrokeReach(const CGContext* context, const CGAffineTransform& m) {
   return context->state.lineWidth * 0.5 * scale * factor;
 }
 
-// Strokes wider than cairo's numbers allow are filled.
+// Strokes wider than cairo's numbers allow are filled, and so are those of nibs all but flat, whose edge cairo would
+// make of a million corners.
 constexpr double kWidestReach = 30000;
+constexpr double kFlattestNib = 1e-3;
+
+bool IsAllButFlat(const CGAffineTransform& m) {
+  return std::fabs(m.a * m.d - m.b * m.c) < kFlattestNib * (m.a * m.a + m.b * m.b + m.c * m.c + m.d * m.d);
+}
 
 void FillStrokeArea(CGContext* context, const CGAffineTransform& m, double reach) {
   const PixelBox bounds = context->target->Bounds();
@@ -99,7 +100,7 @@ void StrokeCurrentPath(CGContext* context) {
     return;
   }
   const double reach = StrokeReach(context, m);
-  if (reach > kWidestReach) return FillStrokeArea(context, m, reach);
+  if (reach > kWidestReach || IsAllButFlat(m)) return FillStrokeArea(context, m, reach);
   PixelBox box;
   if (!Prepare(context, false, reach, &box)) return;
   cairo_t* cairo = context->cairo.get();
@@ -118,62 +119,80 @@ static_assert(static_cast<int>(CAIRO_LINE_CAP_SQUARE) == kCGLineCapSquare);
 static_assert(static_cast<int>(CAIRO_LINE_JOIN_ROUND) == kCGLineJoinRound);
 static_assert(static_cast<int>(CAIRO_LINE_JOIN_BEVEL) == kCGLineJoinBevel);
 
-void ReleasePath(const CGPath* path) { CGPathRelease(path); }
-
 void SetRectPath(CGContext* context, CGRect rect) {
-  EmptyPath(context);
+  context->EmptyPath();
   const CGAffineTransform m = context->UserToDevice();
-  CGPathAddRect(context->path, &m, rect);
+  CGPathAddRect(context->path, &m, rect);  // which has room inside the path
+}
+
+// What cairo draws in a scope clears.
+class ClearingScope {
+ public:
+  explicit ClearingScope(cairo_t* cairo) : cairo_(cairo) { cairo_set_operator(cairo, CAIRO_OPERATOR_CLEAR); }
+  ClearingScope(const ClearingScope&) = delete;
+  ClearingScope& operator=(const ClearingScope&) = delete;
+  ~ClearingScope() { cairo_set_operator(cairo_, CAIRO_OPERATOR_OVER); }
+
+ private:
+  cairo_t* cairo_;
+};
+
+// What paints the current path; that is empty afterwards, whatever happens.
+template <typename Paint>
+void PaintPath(CGContext* context, const Paint& paint) {
+  platform::Guarded(context, [&] {
+    if (context->CanPaint() && !context->isPathLost) paint();
+  });
+  context->EmptyPath();
 }
 
 }  // namespace
 
 void CGContextBeginPath(CGContextRef context) {
-  if (context != nullptr) EmptyPath(context);
+  if (context != nullptr) context->EmptyPath();
 }
 
 void CGContextAddPath(CGContextRef context, CGPathRef path) {
   if (context == nullptr || path == nullptr) return;
   const CGAffineTransform m = context->UserToDevice();
-  CGPathAddPath(context->path, &m, path);
+  if (!platform::Guarded(context, [&] { CGPathAddPath(context->path, &m, path); })) context->isPathLost = true;
 }
 
 void CGContextClip(CGContextRef context) {
   if (context == nullptr) return;
-  CGMutablePathRef next = CGPathCreateMutable();
-  auto node = std::make_shared<platform::ClipNode>(platform::ClipNode{
-      context->state.clip, {std::exchange(context->path, next), &ReleasePath}, context->state.antialias});
-  context->state.clip = std::move(node);
+  const auto clip = [context] { platform::PushClip(context, &context->path); };
+  if (context->HasState() && (context->isPathLost || !platform::Guarded(context, clip))) context->state.isLost = true;
+  context->EmptyPath();
 }
 
 void CGContextDrawPath(CGContextRef context, CGPathDrawingMode mode) {
   if (context == nullptr) return;
-  if (mode == kCGPathStroke) {
-    StrokeCurrentPath(context);
-  } else {
-    FillCurrentPath(context, mode == kCGPathEOFill ? CAIRO_FILL_RULE_EVEN_ODD : CAIRO_FILL_RULE_WINDING);
-  }
-  EmptyPath(context);
+  PaintPath(context, [context, mode] {
+    if (mode == kCGPathStroke) {
+      StrokeCurrentPath(context);
+    } else {
+      FillCurrentPath(context, mode == kCGPathEOFill ? CAIRO_FILL_RULE_EVEN_ODD : CAIRO_FILL_RULE_WINDING);
+    }
+  });
 }
 
 void CGContextFillRect(CGContextRef context, CGRect rect) {
   if (context == nullptr) return;
   SetRectPath(context, rect);
-  FillCurrentPath(context, CAIRO_FILL_RULE_WINDING);
-  EmptyPath(context);
+  PaintPath(context, [context] { FillCurrentPath(context, CAIRO_FILL_RULE_WINDING); });
 }
 
 void CGContextClearRect(CGContextRef context, CGRect rect) {
   if (context == nullptr) return;
-  if (context->target->ClearAll(context, rect)) return;
   SetRectPath(context, rect);
-  if (context->bitmap != nullptr) {
-    platform::FillOnBitmap(context, raster::FillRule::kNonZero, true);
-  } else {
+  PaintPath(context, [context, rect] {
+    if (context->target->ClearAll(context, rect)) return;
+    if (context->bitmap != nullptr) {
+      platform::FillOnBitmap(context, raster::FillRule::kNonZero, true);
+      return;
+    }
     platform::ApplyClip(context);  // which may set the operator
-    cairo_set_operator(context->cairo.get(), CAIRO_OPERATOR_CLEAR);
+    const ClearingScope clearing(context->cairo.get());
     FillCurrentPath(context, CAIRO_FILL_RULE_WINDING);
-    cairo_set_operator(context->cairo.get(), CAIRO_OPERATOR_OVER);
-  }
-  EmptyPath(context);
+  });
 }

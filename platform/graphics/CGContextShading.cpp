@@ -45,11 +45,12 @@ bool SetImageSource(CGContext* context, const CGShading& shading, const PixelBox
   const int height = box.y1 - box.y0;
   cairo_surface_t* scratch = TakeSurface(&context->scratch, CAIRO_FORMAT_ARGB32, width, height);
   if (scratch == nullptr) return false;
-  const platform::ShadingRows rows(shading, context->UserToDevice(), box, context->state.alpha);
+  const platform::ShadingRows rows(shading, context->UserToDevice(), box, context->state.alpha,
+                                   raster::PixelOrder::kBlueFirst);
   cairo_surface_flush(scratch);
   auto* pixels = reinterpret_cast<std::uint32_t*>(cairo_image_surface_get_data(scratch));
   const auto stride = static_cast<std::size_t>(cairo_image_surface_get_stride(scratch)) / sizeof(std::uint32_t);
-  for (int y = box.y0; y < box.y1; ++y, pixels += stride) rows.Fill(box.x0, y, width, pixels);
+  for (int y = box.y0; y < box.y1; ++y, pixels += stride) rows.Fetch(box.x0, y, width, pixels);
   cairo_surface_mark_dirty(scratch);
   cairo_set_source_surface(context->cairo.get(), scratch, box.x0, box.y0);
   cairo_pattern_set_filter(cairo_get_source(context->cairo.get()), CAIRO_FILTER_NEAREST);
@@ -58,27 +59,32 @@ bool SetImageSource(CGContext* context, const CGShading& shading, const PixelBox
 
 void DrawThroughCairo(CGContext* context, const CGShading& shading, const platform::ClipNode* innermost,
                       const PixelBox& box) {
-  const platform::Clip whole = context->state.clip;
-  context->state.clip = innermost != nullptr ? innermost->parent : nullptr;
-  platform::ApplyClip(context);
-  context->state.clip = whole;
+  {
+    const platform::Scoped around(context->state.clip, innermost != nullptr ? innermost->parent : platform::Clip());
+    platform::ApplyClip(context);
+  }
   PixelBox area;
   if (!EmitArea(context, context->cairo.get(), innermost, &area)) return;
   const bool hasSource = context->target->SetShadingSource(context, shading) || SetImageSource(context, shading, box);
   if (hasSource) cairo_fill(context->cairo.get());
 }
 
-}  // namespace
-
-void CGContextDrawShading(CGContextRef context, CGShadingRef shading) {
-  if (context == nullptr || shading == nullptr || !platform::IsInvertible(context->UserToDevice())) return;
+void Draw(CGContext* context, const CGShading& shading) {
+  if (!context->CanPaint()) return;
   if (context->state.textClip != nullptr) platform::SettleTextClip(context);
   if (context->bitmap != nullptr) {
-    platform::ShadeOnBitmap(context, *shading);
+    platform::ShadeOnBitmap(context, shading);
     return;
   }
   const platform::Clip whole = context->state.clip;  // keeps the innermost clip alive
   PixelBox box;
   if (!EmitArea(context, context->cairo.get(), whole.get(), &box)) return;
-  DrawThroughCairo(context, *shading, whole.get(), box);
+  DrawThroughCairo(context, shading, whole.get(), box);
+}
+
+}  // namespace
+
+void CGContextDrawShading(CGContextRef context, CGShadingRef shading) {
+  if (context == nullptr || shading == nullptr || !platform::IsInvertible(context->UserToDevice())) return;
+  platform::Guarded(context, [context, shading] { Draw(context, *shading); });
 }

@@ -12,6 +12,8 @@
 
 #include "CoreGraphics/CGBitmapContext.h"
 #include "CoreGraphics/CGContext.h"
+#include "platform/clips/ClipChain.h"
+#include "platform/foundation/MemoryGuard.h"
 #include "platform/foundation/NativeObject.h"
 #include "platform/foundation/NativeRef.h"
 #include "platform/graphics/CGPatternValue.h"
@@ -26,8 +28,6 @@ struct CTLine;
 namespace platform {
 
 using PixelBox = raster::Box;  // of device pixels
-
-class BitmapClip;
 
 /// What the pictures of a target are made of.
 enum class SurfaceKind { kPixels, kRecording, kPDF, kPostScript, kSVG };
@@ -63,15 +63,6 @@ struct Paint {
   bool takesPattern = false;  ///< the colour space is one of patterns
 };
 
-/// One path of a chain of clips; the clip is the inside of all of them.
-struct ClipNode {
-  std::shared_ptr<const ClipNode> parent;
-  std::unique_ptr<const CGPath, void (*)(const CGPath*)> path;
-  bool antialias;
-  mutable std::shared_ptr<BitmapClip> onBitmap = nullptr;  ///< made when it is first drawn under, on a bitmap
-};
-using Clip = std::shared_ptr<const ClipNode>;
-
 /// Text whose outlines are part of a clip.
 struct ClippingText {
   NativeRef<const CTLine> line;
@@ -95,6 +86,7 @@ struct GraphicsState {
   bool shouldSmoothFonts = true;
   std::shared_ptr<std::vector<ClippingText>> textClip;  ///< a union of outlines that is not yet part of `clip`
   Clip clip;
+  bool isLost = false;  ///< memory lacked for a part of it: nothing is drawn under it
 };
 
 }  // namespace platform
@@ -106,14 +98,22 @@ struct CGContext final : platform::NativeObject {
   ~CGContext() override;
 
   CGAffineTransform UserToDevice() const { return CGAffineTransformConcat(state.matrix, baseToDevice); }
+  /// False where a state could not be kept: what is set until it would come back is left out, and nothing is drawn.
+  bool HasState() const { return lostSaves == 0; }
+  bool CanPaint() const { return HasState() && !state.isLost; }
+  void EmptyPath();
 
   platform::CairoContext cairo;  ///< null over a bitmap
   std::unique_ptr<platform::DrawingTarget> target;
   CGAffineTransform baseToDevice;
+  platform::ClipPool clips;  // before those who use it
   platform::GraphicsState state;
   std::vector<platform::GraphicsState> savedStates;
+  bool hasFailed = false;     ///< memory lacked for something that was to be drawn
+  std::size_t lostSaves = 0;  ///< states that memory lacked for; all later ones than the saved
   CGAffineTransform textMatrix = CGAffineTransformIdentity;
   CGMutablePathRef path;           ///< the current path, in device space
+  bool isPathLost = false;         ///< memory lacked for a part of it
   platform::CairoSurface scratch;  ///< where shadings are prepared; grows as needed
   platform::Clip appliedClip;      ///< what cairo's clip holds now; over a bitmap, the last that was drawn under
   const struct BitmapInfo* bitmap = nullptr;  ///< of a bitmap context; owned by the target
@@ -138,11 +138,17 @@ bool EmitPath(cairo_t* cairo, const CGPath& path, PixelBox* box);
 /// The same for a path to be stroked, whose stroke reaches so far out from it.
 bool EmitOutline(cairo_t* cairo, const CGPath& path, const PixelBox& target, double reach, PixelBox* box);
 
-/// Adds a chain of clips to cairo's clip.
-void InstallClip(cairo_t* cairo, const ClipNode* node, const PixelBox& target);
+/// Does a part of an operation; false, and kept in mind, when memory lacked.
+template <typename Work>
+bool Guarded(CGContext* context, Work&& work) {
+  const bool isDone = Guarded(std::forward<Work>(work));
+  context->hasFailed = context->hasFailed || !isDone;
+  return isDone;
+}
 
-/// Whether two chains of clips leave the same visible.
-bool SameClip(const ClipNode* a, const ClipNode* b);
+/// Narrows the state's clip by a path of device space, which becomes an empty one. A clip that was drawn under before
+/// is taken up again, with what was made for it.
+void PushClip(CGContext* context, CGMutablePathRef* path);
 
 /// Makes cairo's clip that of the context's state.
 void ApplyClip(CGContext* context);

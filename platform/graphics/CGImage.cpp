@@ -32,6 +32,47 @@ CGAffineTransform ImageToDevice(const CGContext& context, const CGRect& rect, do
   return CGAffineTransformConcat(imageToUser, context.UserToDevice());
 }
 
+// On a page, or on pixels of the host.
+void DrawThroughCairo(CGContext* context, const CGRect& rect, const CGImage& image, const CGAffineTransform& m) {
+  if (cairo_surface_status(image.Surface()) != CAIRO_STATUS_SUCCESS && !context->target->IsVector()) {
+    return;  // too large: an error would stay with the host's context
+  }
+  platform::ApplyClip(context);
+  if (context->target->DrawImage(context, image, m)) return;
+  cairo_t* cairo = context->cairo.get();
+  CGPath outline;
+  const CGAffineTransform userToDevice = context->UserToDevice();
+  CGPathAddRect(&outline, &userToDevice, rect);
+  platform::PixelBox box;
+  cairo_new_path(cairo);
+  const bool drawable = platform::EmitPath(cairo, outline, context->target->Bounds(), &box);
+  box = platform::WidenBox(box, 0, context->target->Bounds());
+  if (!drawable || box.IsEmpty()) return;
+
+  platform::CairoSurface resampled;
+  if (context->state.interpolation == kCGInterpolationHigh) {
+    resampled = platform::ResampleForDrawing(image.pixels.Grid(), m, box);
+  }
+  cairo_save(cairo);
+  if (resampled) {
+    cairo_identity_matrix(cairo);
+    cairo_set_source_surface(cairo, resampled.get(), box.x0, box.y0);
+  } else {
+    const cairo_matrix_t matrix{m.a, m.b, m.c, m.d, m.tx, m.ty};
+    cairo_set_matrix(cairo, &matrix);
+    cairo_set_source_surface(cairo, image.Surface(), 0, 0);
+  }
+  // The rectangle's edge is that of its outline, not a fading of the last pixels into nothing.
+  cairo_pattern_set_extend(cairo_get_source(cairo), CAIRO_EXTEND_PAD);
+  cairo_pattern_set_filter(cairo_get_source(cairo),
+                           resampled ? CAIRO_FILTER_NEAREST : platform::FilterOf(context->state.interpolation, m));
+  cairo_set_operator(cairo, platform::OperatorOf(context->state.blendMode));
+  cairo_set_antialias(cairo, context->state.antialias ? CAIRO_ANTIALIAS_DEFAULT : CAIRO_ANTIALIAS_NONE);
+  cairo_clip(cairo);
+  cairo_paint_with_alpha(cairo, context->state.alpha);
+  cairo_restore(cairo);
+}
+
 }  // namespace
 
 namespace platform {
@@ -60,10 +101,6 @@ cairo_operator_t OperatorOf(CGBlendMode mode) {
       return CAIRO_OPERATOR_OVER;
   }
 }
-
-}  // namespace platform
-
-namespace platform {
 
 ImagePixels::ImagePixels(std::size_t width, std::size_t height) {
   constexpr std::size_t kMaxSide = std::size_t{1} << 29;
@@ -97,7 +134,7 @@ CGImageRef CGBitmapContextCreateImage(CGContextRef context) {
   for (std::size_t y = 0; y < info.height; ++y) {
     translucent |= CopyRow(info, y, reinterpret_cast<unsigned char*>(copy.Row(y)));
   }
-  return new CGImage(std::move(copy), translucent);
+  return platform::MadeOrNull([&] { return new CGImage(std::move(copy), translucent); });
 }
 
 CGImageRef CGImageCreateCopy(CGImageRef image) {
@@ -122,43 +159,12 @@ void CGContextDrawImage(CGContextRef context, CGRect rect, CGImageRef image) {
   const CGAffineTransform m = ImageToDevice(*context, rect, static_cast<double>(CGImageGetWidth(image)),
                                             static_cast<double>(CGImageGetHeight(image)));
   if (!platform::IsInvertible(m)) return;
-  if (context->bitmap != nullptr) return platform::DrawImageOnBitmap(context, *image, rect, m);
-  if (cairo_surface_status(image->Surface()) != CAIRO_STATUS_SUCCESS && !context->target->IsVector()) {
-    return;  // too large: an error would stay with the host's context
-  }
-  platform::ApplyClip(context);
-  if (context->target->DrawImage(context, *image, m)) return;
-  cairo_t* cairo = context->cairo.get();
-  CGMutablePathRef outline = CGPathCreateMutable();
-  const CGAffineTransform userToDevice = context->UserToDevice();
-  CGPathAddRect(outline, &userToDevice, rect);
-  platform::PixelBox box;
-  cairo_new_path(cairo);
-  const bool drawable = platform::EmitPath(cairo, *outline, context->target->Bounds(), &box);
-  CGPathRelease(outline);
-  box = platform::WidenBox(box, 0, context->target->Bounds());
-  if (!drawable || box.IsEmpty()) return;
-
-  platform::CairoSurface resampled;
-  if (context->state.interpolation == kCGInterpolationHigh) {
-    resampled = platform::ResampleForDrawing(image->pixels.Grid(), m, box);
-  }
-  cairo_save(cairo);
-  if (resampled) {
-    cairo_identity_matrix(cairo);
-    cairo_set_source_surface(cairo, resampled.get(), box.x0, box.y0);
-  } else {
-    const cairo_matrix_t matrix{m.a, m.b, m.c, m.d, m.tx, m.ty};
-    cairo_set_matrix(cairo, &matrix);
-    cairo_set_source_surface(cairo, image->Surface(), 0, 0);
-  }
-  // The rectangle's edge is that of its outline, not a fading of the last pixels into nothing.
-  cairo_pattern_set_extend(cairo_get_source(cairo), CAIRO_EXTEND_PAD);
-  cairo_pattern_set_filter(cairo_get_source(cairo),
-                           resampled ? CAIRO_FILTER_NEAREST : platform::FilterOf(context->state.interpolation, m));
-  cairo_set_operator(cairo, platform::OperatorOf(context->state.blendMode));
-  cairo_set_antialias(cairo, context->state.antialias ? CAIRO_ANTIALIAS_DEFAULT : CAIRO_ANTIALIAS_NONE);
-  cairo_clip(cairo);
-  cairo_paint_with_alpha(cairo, context->state.alpha);
-  cairo_restore(cairo);
+  platform::Guarded(context, [&] {
+    if (!context->CanPaint()) return;
+    if (context->bitmap != nullptr) {
+      platform::DrawImageOnBitmap(context, *image, rect, m);
+    } else {
+      DrawThroughCairo(context, rect, *image, m);
+    }
+  });
 }

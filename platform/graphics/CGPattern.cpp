@@ -1,9 +1,12 @@
 #include "CoreGraphics/CGPattern.h"
 
 #include <cmath>
+#include <new>
 
 #include "CoreGraphics/CGBitmapContext.h"
+#include "platform/graphics/CGContextState.h"
 #include "platform/graphics/CGPatternValue.h"
+#include "platform/graphics/ImageRows.h"
 
 namespace {
 
@@ -25,7 +28,7 @@ bool IsOpaque(const CGPattern& pattern, cairo_surface_t* cell) {
 bool DrawCell(CGPattern* pattern) {
   if (pattern->isBeingDrawn) return false;
   platform::CairoSurface cell(cairo_image_surface_create(CAIRO_FORMAT_ARGB32, pattern->width, pattern->height));
-  if (cairo_surface_status(cell.get()) != CAIRO_STATUS_SUCCESS) return false;
+  if (cairo_surface_status(cell.get()) != CAIRO_STATUS_SUCCESS) throw std::bad_alloc();
   cairo_surface_flush(cell.get());
   CGColorSpaceRef space = CGColorSpaceCreateDeviceRGB();
   CGContextRef context = CGBitmapContextCreate(
@@ -33,12 +36,14 @@ bool DrawCell(CGPattern* pattern) {
       static_cast<std::size_t>(pattern->height), 8,
       static_cast<std::size_t>(cairo_image_surface_get_stride(cell.get())), space, kCGBitmapBlueFirst);
   CGColorSpaceRelease(space);
-  if (context == nullptr) return false;
+  if (context == nullptr) throw std::bad_alloc();
+  const platform::NativeRef<CGContext> owned = platform::TakeRef(context);
   CGContextSetShouldAntialias(context, false);
-  pattern->isBeingDrawn = true;
-  pattern->callbacks.drawPattern(pattern->info, context);
-  pattern->isBeingDrawn = false;
-  CGContextRelease(context);
+  {
+    const platform::Scoped drawing(pattern->isBeingDrawn, true);
+    pattern->callbacks.drawPattern(pattern->info, context);
+  }
+  if (context->hasFailed) throw std::bad_alloc();  // a part of a cell is none
   cairo_surface_mark_dirty(cell.get());
   pattern->isOpaque = IsOpaque(*pattern, cell.get());
   pattern->cell = std::move(cell);
@@ -69,7 +74,9 @@ CGPatternRef CGPatternCreate(void* info, CGRect bounds, CGAffineTransform matrix
                       bounds.origin.y == 0 && IsWholeSide(bounds.size.width) && IsWholeSide(bounds.size.height) &&
                       xStep == bounds.size.width && yStep == bounds.size.height && CGAffineTransformIsIdentity(matrix);
   if (!usable) return nullptr;
-  return new CGPattern(info, static_cast<int>(bounds.size.width), static_cast<int>(bounds.size.height), *callbacks);
+  return platform::MadeOrNull([&] {
+    return new CGPattern(info, static_cast<int>(bounds.size.width), static_cast<int>(bounds.size.height), *callbacks);
+  });
 }
 
 void CGPatternRelease(CGPatternRef pattern) {
@@ -79,6 +86,20 @@ void CGPatternRelease(CGPatternRef pattern) {
 namespace platform {
 
 bool DrawCellOnce(CGPattern* pattern) { return pattern->cell != nullptr || DrawCell(pattern); }
+
+raster::PixelGrid CellIn(CGPattern* pattern, raster::PixelOrder order) {
+  const raster::PixelGrid cell = GridOf(pattern->cell.get());
+  if (order == raster::PixelOrder::kBlueFirst) return cell;
+  const auto width = static_cast<std::size_t>(cell.width);
+  auto& turned = pattern->alphaFirstCell;
+  if (turned == nullptr) {
+    turned.reset(new std::uint32_t[width * static_cast<std::size_t>(cell.height)]);
+    for (std::size_t y = 0; y < static_cast<std::size_t>(cell.height); ++y) {
+      raster::CopyReversed(cell.pixels + y * cell.stride, width, turned.get() + y * width);
+    }
+  }
+  return {turned.get(), width, cell.width, cell.height};
+}
 
 CairoPattern RepeatCell(cairo_surface_t* cell, const CGPattern& pattern, CGSize phase,
                         const CGAffineTransform& baseToDevice) {

@@ -2,6 +2,7 @@
 
 #include <cmath>
 
+#include "platform/foundation/MemoryGuard.h"
 #include "platform/graphics/CGColorSpaceValue.h"
 #include "platform/graphics/CGShadingValue.h"
 
@@ -10,7 +11,7 @@ CGFunctionRef CGFunctionCreate(void* info, size_t domainDimension, const CGFloat
   if (domainDimension != 1 || rangeDimension != 4 || callbacks == nullptr || callbacks->evaluate == nullptr) {
     return nullptr;
   }
-  return new CGFunction(info, *callbacks);
+  return platform::MadeOrNull([=] { return new CGFunction(info, *callbacks); });
 }
 
 void CGFunctionRelease(CGFunctionRef function) {
@@ -29,7 +30,8 @@ CGShadingRef CGShadingCreateAxial(CGColorSpaceRef space, CGPoint start, CGPoint 
                                   bool extendStart, bool extendEnd) {
   const bool apart = start.x != end.x || start.y != end.y;
   if (!IsDeviceRGB(space) || function == nullptr || !apart || !IsFinite(start) || !IsFinite(end)) return nullptr;
-  auto* shading = new CGShading(function);
+  auto* shading = platform::MadeOrNull([function] { return new CGShading(function); });
+  if (shading == nullptr) return nullptr;
   shading->start = start;
   shading->end = end;
   shading->extendStart = extendStart;
@@ -45,7 +47,8 @@ CGShadingRef CGShadingCreateRadial(CGColorSpaceRef space, CGPoint start, CGFloat
       !std::isfinite(startRadius) || !std::isfinite(endRadius)) {
     return nullptr;
   }
-  auto* shading = new CGShading(function);
+  auto* shading = platform::MadeOrNull([function] { return new CGShading(function); });
+  if (shading == nullptr) return nullptr;
   shading->radial = true;
   shading->start = start;
   shading->end = end;

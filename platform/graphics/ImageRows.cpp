@@ -17,13 +17,6 @@ bool IsMovedByPixels(const CGAffineTransform& m) {
          std::fabs(m.tx) < kFarthest && std::fabs(m.ty) < kFarthest;
 }
 
-raster::PixelGrid GridOf(cairo_surface_t* image) {
-  cairo_surface_flush(image);
-  return {reinterpret_cast<const std::uint32_t*>(cairo_image_surface_get_data(image)),
-          static_cast<std::size_t>(cairo_image_surface_get_stride(image)) / sizeof(std::uint32_t),
-          cairo_image_surface_get_width(image), cairo_image_surface_get_height(image)};
-}
-
 // An image that is drawn turned and smaller is made smaller first, upright, so that no detail is skipped. From what is
 // left of the map on it is drawn as it is.
 CairoSurface Shrink(const raster::PixelGrid& image, double least, CGAffineTransform* toDevice) {
@@ -44,13 +37,20 @@ constexpr double kLeastScale = 0.75;
 
 }  // namespace
 
+raster::PixelGrid GridOf(cairo_surface_t* image) {
+  cairo_surface_flush(image);
+  return {reinterpret_cast<const std::uint32_t*>(cairo_image_surface_get_data(image)),
+          static_cast<std::size_t>(cairo_image_surface_get_stride(image)) / sizeof(std::uint32_t),
+          cairo_image_surface_get_width(image), cairo_image_surface_get_height(image)};
+}
+
 ImageRows::ImageRows(const raster::PixelGrid& image, const CGAffineTransform& toDevice, double alpha,
                      raster::PixelOrder order)
     : image_(image),
       toImage_(InverseOf(toDevice)),
       isMoved_(IsMovedByPixels(toDevice)),
       alpha_(static_cast<unsigned int>(std::clamp(alpha, 0.0, 1.0) * 255 + 0.5)),
-      isReversed_(order == raster::PixelOrder::kAlphaFirst) {}
+      order_(order) {}
 
 void ImageRows::Copy(int x, int y, int count, std::uint32_t* pixels) const {
   const int row = std::clamp(y + static_cast<int>(toImage_.ty), 0, image_.height - 1);
@@ -58,9 +58,14 @@ void ImageRows::Copy(int x, int y, int count, std::uint32_t* pixels) const {
   const int first = x + static_cast<int>(toImage_.tx);
   const int before = std::clamp(-first, 0, count);
   const int inside = std::clamp(image_.width - std::max(first, 0), 0, count - before);
-  std::fill_n(pixels, before, source[0]);
-  std::copy_n(source + std::max(first, 0), inside, pixels + before);
-  std::fill(pixels + before + inside, pixels + count, source[image_.width - 1]);
+  const std::uint32_t* from = source + std::max(first, 0);
+  std::fill_n(pixels, before, raster::InOrder(source[0], order_));
+  if (order_ == raster::PixelOrder::kAlphaFirst) {
+    raster::CopyReversed(from, static_cast<std::size_t>(inside), pixels + before);
+  } else {
+    std::copy_n(from, inside, pixels + before);
+  }
+  std::fill(pixels + before + inside, pixels + count, raster::InOrder(source[image_.width - 1], order_));
 }
 
 void ImageRows::Fetch(int x, int y, int count, std::uint32_t* pixels) const {
@@ -68,20 +73,21 @@ void ImageRows::Fetch(int x, int y, int count, std::uint32_t* pixels) const {
     Copy(x, y, count, pixels);
   } else {
     const CGPoint p = CGPointApplyAffineTransform({x + 0.5, y + 0.5}, toImage_);
-    raster::LookUpBilinear(image_, {p.x - 0.5, p.y - 0.5, toImage_.a, toImage_.b}, count, pixels);
+    raster::LookUpBilinear(image_, {p.x - 0.5, p.y - 0.5, toImage_.a, toImage_.b, order_}, count, pixels);
   }
-  auto* bytes = reinterpret_cast<unsigned char*>(pixels);
-  if (isReversed_) raster::ReverseBytes(pixels, static_cast<std::size_t>(count));
-  if (alpha_ != 255) raster::ScaleBytes(bytes, alpha_, static_cast<std::size_t>(count) * sizeof(std::uint32_t));
+  if (alpha_ != 255) {
+    raster::ScaleBytes(reinterpret_cast<unsigned char*>(pixels), alpha_,
+                       static_cast<std::size_t>(count) * sizeof(std::uint32_t));
+  }
 }
 
 void DrawImageOnBitmap(CGContext* context, const CGImage& image, const CGRect& rect,
                        const CGAffineTransform& toDevice) {
-  CGMutablePathRef outline = CGPathCreateMutable();
+  CGPath outline;
   const CGAffineTransform userToDevice = context->UserToDevice();
-  CGPathAddRect(outline, &userToDevice, rect);
+  CGPathAddRect(&outline, &userToDevice, rect);
   raster::Shape shape;
-  shape.path = ViewOf(*outline);
+  shape.path = ViewOf(outline);
   const PixelBox box = raster::BoxOf(shape, ClipOnBitmap(context).box);
   if (!box.IsEmpty()) {
     const bool isBest = context->state.interpolation == kCGInterpolationHigh;
@@ -97,9 +103,8 @@ void DrawImageOnBitmap(CGContext* context, const CGImage& image, const CGRect& r
     const raster::PixelOrder order = SurfaceOf(*context->bitmap).order;
     const ImageRows rows(pixels, m, context->state.alpha, order);
     const bool isOpaque = !image.hasAlpha && context->state.alpha >= 1;
-    RowsOnBitmap(context, rows, isOpaque, *outline);
+    RowsOnBitmap(context, rows, isOpaque, outline);
   }
-  CGPathRelease(outline);
 }
 
 }  // namespace platform

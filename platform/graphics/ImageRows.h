@@ -8,6 +8,9 @@ struct CGImage;
 
 namespace platform {
 
+/// The pixels of a surface of cairo's, which has to outlive the grid.
+raster::PixelGrid GridOf(cairo_surface_t* image);
+
 /// An image under an affine map. Beyond its edges it goes on as its last pixels. The pixels must outlive the rows.
 class ImageRows final : public raster::RowSource {
  public:
@@ -24,7 +27,7 @@ class ImageRows final : public raster::RowSource {
   CGAffineTransform toImage_;
   bool isMoved_;  // by whole pixels
   unsigned int alpha_;
-  bool isReversed_;
+  raster::PixelOrder order_;
 };
 
 /// Draws an image, which fills `rect` of user space, on a bitmap. `toDevice` maps its pixels to the bitmap's.

@@ -20,14 +20,13 @@ class PatternRows final : public raster::RowSource {
   void Fetch(int x, int y, int count, std::uint32_t* pixels) const override;
 
  private:
-  const unsigned char* cell_ = nullptr;
-  std::size_t stride_ = 0;
+  const std::uint32_t* cell_ = nullptr;
+  std::size_t stride_ = 0;  // in pixels
   int width_ = 1;
   int height_ = 1;
   int startX_ = 0;  // added to a pixel of the bitmap, modulo the width: the cell's column
   int startY_ = 0;
   unsigned int alpha_ = 255;
-  bool isReversed_ = false;
   bool isOpaque_ = false;
 };
 

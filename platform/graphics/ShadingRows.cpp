@@ -3,8 +3,6 @@
 #include <algorithm>
 #include <cmath>
 
-#include "platform/raster/Kernels.h"
-
 namespace platform {
 namespace {
 
@@ -38,13 +36,14 @@ int EntryOf(Real position, int last) {
 }  // namespace
 
 ShadingRows::ShadingRows(const CGShading& shading, const CGAffineTransform& userToDevice, const PixelBox& box,
-                         double alpha)
-    : shading_(shading), alpha_(alpha), deviceToUser_(InverseOf(userToDevice)) {
+                         double alpha, raster::PixelOrder order)
+    : shading_(shading), alpha_(alpha), order_(order), deviceToUser_(InverseOf(userToDevice)) {
   PrepareAxis(shading);
   isComplete_ = static_cast<double>(box.x1 - box.x0) * (box.y1 - box.y0) >= kManyPixels;
   if (!isComplete_) return;
   MakeAllEntries();
-  isOpaque_ = std::all_of(table_.begin(), table_.end(), [](std::uint32_t pixel) { return pixel >> 24 == 255; });
+  isOpaque_ = std::all_of(table_.begin(), table_.end(),
+                          [order](std::uint32_t pixel) { return raster::AlphaOf(pixel, order) == 255; });
 }
 
 // All colours first, then all words: each loop does one thing, and quickly.
@@ -55,7 +54,9 @@ void ShadingRows::MakeAllEntries() {
     const CGFloat input = static_cast<double>(i) / kLast;
     function.callbacks.evaluate(function.info, &input, &colors[4 * i]);
   }
-  for (std::size_t i = 0; i <= kLast; ++i) table_[i + 1] = Premultiplied(&colors[4 * i], alpha_);
+  for (std::size_t i = 0; i <= kLast; ++i) {
+    table_[i + 1] = raster::InOrder(Premultiplied(&colors[4 * i], alpha_), order_);
+  }
   table_[0] = shading_.extendStart ? table_[1] : 0;
   table_[kEntries - 1] = shading_.extendEnd ? table_[kEntries - 2] : 0;
 }
@@ -70,7 +71,7 @@ void ShadingRows::MakeEntry(int entry) const {
   const CGFloat input = static_cast<double>(std::clamp(entry - 1, 0, kLast)) / kLast;
   CGFloat color[4] = {0, 0, 0, 0};
   function.callbacks.evaluate(function.info, &input, color);
-  table_[at] = Premultiplied(color, alpha_);
+  table_[at] = raster::InOrder(Premultiplied(color, alpha_), order_);
 }
 
 void ShadingRows::PrepareAxis(const CGShading& shading) {
@@ -105,7 +106,7 @@ void ShadingRows::LookUp(int count, std::uint32_t* pixels, EntryAt entryAt) cons
   }
 }
 
-void ShadingRows::Fill(int x, int y, int count, std::uint32_t* pixels) const {
+void ShadingRows::Fetch(int x, int y, int count, std::uint32_t* pixels) const {
   if (!shading_.radial) {
     const double first = origin_ + stepY_ * (y + 0.5) + stepX_ * (x + 0.5);
     if (isComplete_) {  // in the table the start is at 1

@@ -6,23 +6,24 @@
 
 #include "platform/graphics/CGContextState.h"
 #include "platform/graphics/CGShadingValue.h"
+#include "platform/raster/Kernels.h"
 
 namespace platform {
 
 /// A shading drawn over a box of device space. Its colours are looked up in a table of 512 premultiplied pixels,
 /// however large or small the box: that is several times faster than cairo's own gradients of many stops. An entry is
 /// made when a pixel first asks for it, since a small box asks for few of them. The shading must outlive the rows.
-class ShadingRows {
+class ShadingRows final : public raster::RowSource {
  public:
   /// `userToDevice` must have an inverse; `alpha` multiplies the opacity.
-  ShadingRows(const CGShading& shading, const CGAffineTransform& userToDevice, const PixelBox& box, double alpha);
+  ShadingRows(const CGShading& shading, const CGAffineTransform& userToDevice, const PixelBox& box, double alpha,
+              raster::PixelOrder order);
 
   /// True when every pixel is known to be opaque.
   bool IsOpaque() const { return isOpaque_; }
 
-  /// Writes `count` pixels from (x, y) of device space on, in cairo's order, taken at the pixels' centres. Not for two
-  /// threads at a time.
-  void Fill(int x, int y, int count, std::uint32_t* pixels) const;
+  /// Writes `count` pixels from (x, y) of device space on, taken at the pixels' centres. Not for two threads at a time.
+  void Fetch(int x, int y, int count, std::uint32_t* pixels) const override;
 
  private:
   /// The position of the shading's end; its start is at 0.
@@ -38,6 +39,7 @@ class ShadingRows {
 
   const CGShading& shading_;
   double alpha_;
+  raster::PixelOrder order_;
   CGAffineTransform deviceToUser_;
   // Axial: the position in the table is linear in device space.
   double origin_ = 0;

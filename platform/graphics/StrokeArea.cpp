@@ -13,6 +13,9 @@ constexpr double kPi = 3.14159265358979323846;
 constexpr double kMiterLimit = 10;
 // A cubic for so small a part of a circle strays from it by a thousand millionth of the radius.
 constexpr double kArcPiece = kPi / 16;
+// Of the nib's half width. All of a curve may be within reach of a nib of millions of pixels, which can do with fewer
+// lines.
+constexpr double kLargeNibFlatness = 1e-8;
 
 // The parts of an area, in the nib's space, where it is a circle; all turn from x towards y.
 class Area {
@@ -156,8 +159,12 @@ Polyline MapLine(const Polyline& line, const CGAffineTransform& m) {
 void AddStrokeArea(const CGPath& path, const CGAffineTransform& penToDevice, const GraphicsState& state,
                    const CutBox& seen, CGPath* out) {
   Area area(penToDevice, state.lineWidth / 2, out);
-  const CGAffineTransform toPen = InverseOf(penToDevice);
-  for (const Polyline& line : Flatten(path, seen)) AddLine(&area, MapLine(line, toPen), state);
+  const CGAffineTransform& m = penToDevice;
+  const CGAffineTransform toPen = InverseOf(m);
+  const double reach = state.lineWidth / 2 * std::sqrt(m.a * m.a + m.b * m.b + m.c * m.c + m.d * m.d);
+  for (const Polyline& line : Flatten(path, seen, reach * kLargeNibFlatness)) {
+    AddLine(&area, MapLine(line, toPen), state);
+  }
 }
 
 }  // namespace platform

@@ -1,6 +1,7 @@
 #include "CoreGraphics/CGPath.h"
 
 #include <limits>
+#include <memory>
 #include <utility>
 
 #include "platform/paths/CGPathValue.h"
@@ -9,25 +10,37 @@ namespace {
 
 CGPoint Map(const CGAffineTransform* m, CGPoint p) { return m ? CGPointApplyAffineTransform(p, *m) : p; }
 
+// Room for a verb and its points; without memory for both the path stays as it was.
+CGPoint* Add(CGPath& path, CGPath::Verb verb) {
+  const std::size_t count = CGPath::PointCount(verb);
+  path.verbs.Ensure(1);
+  CGPoint* points = path.points.Grow(count);
+  *path.verbs.Grow(1) = verb;
+  return points;
+}
+
 void MoveTo(CGPath& path, CGPoint p) {
-  *path.verbs.Grow(1) = kCGPathElementMoveToPoint;
-  *path.points.Grow(1) = p;
+  *Add(path, kCGPathElementMoveToPoint) = p;
   path.start = path.current = p;
 }
 
 void LineTo(CGPath& path, CGPoint p) {
-  *path.verbs.Grow(1) = kCGPathElementAddLineToPoint;
-  *path.points.Grow(1) = p;
+  *Add(path, kCGPathElementAddLineToPoint) = p;
   path.current = p;
 }
 
 void CurveTo(CGPath& path, CGPoint c1, CGPoint c2, CGPoint p) {
-  *path.verbs.Grow(1) = kCGPathElementAddCurveToPoint;
-  CGPoint* added = path.points.Grow(3);
+  CGPoint* added = Add(path, kCGPathElementAddCurveToPoint);
   added[0] = c1;
   added[1] = c2;
   added[2] = p;
   path.current = p;
+}
+
+CGMutablePathRef Copy(CGPathRef path, const CGAffineTransform* m) {
+  auto copy = std::make_unique<CGPath>();
+  CGPathAddPath(copy.get(), m, path);
+  return copy.release();
 }
 
 bool HasCurrentPoint(const CGPath* path) { return path != nullptr && !path->verbs.IsEmpty(); }
@@ -36,17 +49,9 @@ bool HasCurrentPoint(const CGPath* path) { return path != nullptr && !path->verb
 
 CGMutablePathRef CGPathCreateMutable(void) { return new CGPath; }
 
-CGMutablePathRef CGPathCreateMutableCopy(CGPathRef path) {
-  CGMutablePathRef copy = CGPathCreateMutable();
-  CGPathAddPath(copy, nullptr, path);
-  return copy;
-}
+CGMutablePathRef CGPathCreateMutableCopy(CGPathRef path) { return Copy(path, nullptr); }
 
-CGPathRef CGPathCreateCopyAndTransform(CGPathRef path, const CGAffineTransform* m) {
-  CGMutablePathRef copy = CGPathCreateMutable();
-  CGPathAddPath(copy, m, path);
-  return copy;
-}
+CGPathRef CGPathCreateCopyAndTransform(CGPathRef path, const CGAffineTransform* m) { return Copy(path, m); }
 
 CGPathRef CGPathRetain(CGPathRef path) {
   if (path) path->Retain();
@@ -98,8 +103,7 @@ void CGPathAddLineToPoint(CGMutablePathRef path, const CGAffineTransform* m, CGF
 void CGPathAddQuadCurveToPoint(CGMutablePathRef path, const CGAffineTransform* m, CGFloat cpx, CGFloat cpy, CGFloat x,
                                CGFloat y) {
   if (!HasCurrentPoint(path)) return;
-  *path->verbs.Grow(1) = kCGPathElementAddQuadCurveToPoint;
-  CGPoint* added = path->points.Grow(2);
+  CGPoint* added = Add(*path, kCGPathElementAddQuadCurveToPoint);
   added[0] = Map(m, {cpx, cpy});
   added[1] = Map(m, {x, y});
   path->current = added[1];
@@ -140,12 +144,15 @@ void CGPathAddPath(CGMutablePathRef path, const CGAffineTransform* m, CGPathRef 
   const std::size_t verbCount = other->verbs.Count(), pointCount = other->points.Count();
   const CGPoint start = other->start, current = other->current;
   // Growing may move the items, also those of `other` when it is `path`: read them only afterwards.
+  path->verbs.Ensure(verbCount);
+  path->points.Ensure(pointCount);
   CGPath::Verb* verbs = path->verbs.Grow(verbCount);
   CGPoint* points = path->points.Grow(pointCount);
   std::memcpy(verbs, other->verbs.Data(), verbCount);
   const CGPoint* source = other->points.Data();
   if (m) {
-    for (std::size_t i = 0; i < pointCount; ++i) points[i] = CGPointApplyAffineTransform(source[i], *m);
+    const CGAffineTransform map = *m;  // no point is a part of this one
+    for (std::size_t i = 0; i < pointCount; ++i) points[i] = CGPointApplyAffineTransform(source[i], map);
   } else {
     std::memcpy(points, source, pointCount * sizeof(CGPoint));
   }

@@ -36,9 +36,14 @@ class InlineArray {
   /// Drops the last `count` items, of which there are at least as many.
   void RemoveLast(std::size_t count) { count_ -= count; }
 
+  /// Makes room for `count` items more, so that adding them does not throw.
+  void Ensure(std::size_t count) {
+    if (count > capacity_ - count_) Reserve(std::max(count_ + count, 2 * capacity_));
+  }
+
   /// Adds `count` uninitialised items and returns the first of them; the pointer holds until the next growth.
   T* Grow(std::size_t count) {
-    if (count > capacity_ - count_) Reserve(std::max(count_ + count, 2 * capacity_));
+    Ensure(count);
     T* added = data_ + count_;
     count_ += count;
     return added;

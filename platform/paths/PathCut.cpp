@@ -34,11 +34,11 @@ struct Piece {
            all([&](CGPoint q) { return q.y < box.y0; }) || all([&](CGPoint q) { return q.y > box.y1; });
   }
   // A cubic strays from its chord by less than its controls do from the thirds of it.
-  bool IsFlat() const {
+  bool IsFlat(double tolerance = kFlatness) const {
     const CGPoint a = Between(p[0], p[3], 1.0 / 3);
     const CGPoint b = Between(p[0], p[3], 2.0 / 3);
     return std::max({std::fabs(p[1].x - a.x), std::fabs(p[1].y - a.y), std::fabs(p[2].x - b.x),
-                     std::fabs(p[2].y - b.y)}) < kFlatness;
+                     std::fabs(p[2].y - b.y)}) < tolerance;
   }
   // The halves before and behind the middle of a curve (de Casteljau).
   void Halve(Piece* first, Piece* second) const {
@@ -272,16 +272,16 @@ void CutClosed(const Subpath& sub, const CutBox& box, CGPath* out) {
   add(*first);
 }
 
-void AddFlat(const Piece& piece, const CutBox& seen, int depth, Polyline* out) {
-  if (piece.isLine || depth == kMaxDepth || piece.IsBeside(seen) || piece.IsFlat()) {
+void AddFlat(const Piece& piece, const CutBox& seen, double tolerance, int depth, Polyline* out) {
+  if (piece.isLine || depth == kMaxDepth || piece.IsBeside(seen) || piece.IsFlat(tolerance)) {
     out->points.push_back(piece.p[3]);
     out->isSmooth.push_back(true);
     return;
   }
   Piece first, second;
   piece.Halve(&first, &second);
-  AddFlat(first, seen, depth + 1, out);
-  AddFlat(second, seen, depth + 1, out);
+  AddFlat(first, seen, tolerance, depth + 1, out);
+  AddFlat(second, seen, tolerance, depth + 1, out);
 }
 
 }  // namespace
@@ -316,13 +316,13 @@ void CutForStroke(const CGPath& path, const CutBox& box, CGPath* out) {
   });
 }
 
-std::vector<Polyline> Flatten(const CGPath& path, const CutBox& seen) {
+std::vector<Polyline> Flatten(const CGPath& path, const CutBox& seen, double tolerance) {
   std::vector<Polyline> lines;
   ForEachSubpath(path, [&](const Subpath& sub) {
     if (sub.pieces.empty()) return;
     Polyline line{{sub.start}, {false}, sub.isClosed};
     for (const Piece& piece : sub.pieces) {
-      AddFlat(piece, seen, 0, &line);
+      AddFlat(piece, seen, std::max(tolerance, kFlatness), 0, &line);
       line.isSmooth.back() = false;
     }
     lines.push_back(std::move(line));

@@ -44,7 +44,8 @@ struct Polyline {
   bool isClosed;
 };
 
-/// The subpaths, their curves made lines of less than a tenth of a pixel's error but where they lie beside `seen`.
-std::vector<Polyline> Flatten(const CGPath& path, const CutBox& seen);
+/// The subpaths, their curves made lines of less than a tenth of a pixel's error, or of `tolerance` if that is more,
+/// but where they lie beside `seen`.
+std::vector<Polyline> Flatten(const CGPath& path, const CutBox& seen, double tolerance);
 
 }  // namespace platform

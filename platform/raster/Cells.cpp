@@ -1,7 +1,11 @@
 #include "platform/raster/Cells.h"
 
+#include <array>
+#include <atomic>
 #include <cstdlib>
 #include <exception>
+#include <new>
+#include <utility>
 
 namespace raster {
 namespace {
@@ -18,35 +22,40 @@ T* Zeros(std::size_t count) {
 
 static_assert((Workspace::kMaxTileWidth + 2 + kGroup) * sizeof(std::int64_t) <= Workspace::kBytes);
 
+// A thread's own would be simpler, but the system ends a process that has no memory to note a thread's things.
+constinit std::array<std::atomic<Workspace*>, 4> sIdle{};
+
 }  // namespace
 
 void Workspace::Free::operator()(void* memory) const { std::free(memory); }
 
-bool Workspace::Take() {
-  cells_.reset(Zeros<std::int32_t>(kMaxCells));
-  bits_.reset(Zeros<std::uint64_t>(kBitWords));
-  left_.reset(Zeros<std::int64_t>(std::size_t{kMaxTileHeight} + 1));
-  return cells_ != nullptr && bits_ != nullptr && left_ != nullptr;
+std::unique_ptr<Workspace> Workspace::New() {
+  std::unique_ptr<Workspace> workspace(new (std::nothrow) Workspace);
+  if (workspace == nullptr) return nullptr;
+  workspace->cells_.reset(Zeros<std::int32_t>(kMaxCells));
+  workspace->bits_.reset(Zeros<std::uint64_t>(kBitWords));
+  workspace->left_.reset(Zeros<std::int64_t>(std::size_t{kMaxTileHeight} + 1));
+  const bool isWhole = workspace->cells_ != nullptr && workspace->bits_ != nullptr && workspace->left_ != nullptr;
+  return isWhole ? std::move(workspace) : nullptr;
 }
 
-Workspace* Workspace::OfThread() {
-  thread_local Workspace workspace;
-  if (workspace.cells_ == nullptr && !workspace.Take()) {
-    workspace = {};
-    return nullptr;
+WorkspaceLease::WorkspaceLease() : exceptions_(std::uncaught_exceptions()) {
+  for (std::atomic<Workspace*>& idle : sIdle) {
+    workspace_.reset(idle.exchange(nullptr, std::memory_order_acquire));
+    if (workspace_ != nullptr) return;
   }
-  return &workspace;
-}
-
-WorkspaceLease::WorkspaceLease() : workspace_(Workspace::OfThread()), exceptions_(std::uncaught_exceptions()) {
-  if (workspace_ != nullptr && workspace_->isLent_) workspace_ = own_.Take() ? &own_ : nullptr;
-  if (workspace_ != nullptr) workspace_->isLent_ = true;
+  workspace_ = Workspace::New();
 }
 
 WorkspaceLease::~WorkspaceLease() {
-  if (workspace_ == nullptr) return;
-  workspace_->isLent_ = false;
-  if (std::uncaught_exceptions() > exceptions_) *workspace_ = {};  // its cells are not zero
+  if (workspace_ == nullptr || std::uncaught_exceptions() > exceptions_) return;  // then its cells are not zero
+  for (std::atomic<Workspace*>& idle : sIdle) {
+    Workspace* none = nullptr;
+    if (idle.compare_exchange_strong(none, workspace_.get(), std::memory_order_release)) {
+      static_cast<void>(workspace_.release());
+      return;
+    }
+  }
 }
 
 }  // namespace raster

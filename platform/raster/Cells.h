@@ -29,35 +29,31 @@ inline constexpr int kGroup = 4;
 /// So many edges can't overflow a number of 32 bits, whatever their directions.
 inline constexpr std::size_t kMaxNarrowEdges = (std::size_t{1} << (31 - kFullBits)) - 1;
 
-/// Memory of one thread, taken when it is first needed. Cells are zero and bits are clear between shapes.
+/// What a shape is added up in. Cells are zero and bits are clear between shapes.
 class Workspace {
  public:
   static constexpr std::size_t kBytes = std::size_t{1} << 21;  ///< of all cells of a tile
   static constexpr int kMaxTileWidth = 1 << 16;
   static constexpr int kMaxTileHeight = 1 << 13;
 
-  /// The thread's own; null when there is no memory.
-  static Workspace* OfThread();
+  /// Null when there is no memory.
+  static std::unique_ptr<Workspace> New();
 
   void* cells() { return cells_.get(); }
   std::uint64_t* bits() { return bits_.get(); }
   std::int64_t* left() { return left_.get(); }
 
  private:
-  friend class WorkspaceLease;
-  bool Take();
-
   struct Free {
     void operator()(void* memory) const;
   };
   std::unique_ptr<void, Free> cells_;
   std::unique_ptr<std::uint64_t[], Free> bits_;
   std::unique_ptr<std::int64_t[], Free> left_;
-  bool isLent_ = false;
 };
 
-/// A workspace for one shape: the thread's own, or, while a row source of that is drawing itself, a new one. What an
-/// exception leaves behind is given back.
+/// A workspace for one shape. Those of shapes that are done serve the next ones, of any thread: there are as many as
+/// shapes were ever painted at a time, and no more than four wait. What an exception leaves behind is given up.
 class WorkspaceLease {
  public:
   WorkspaceLease();
@@ -65,11 +61,10 @@ class WorkspaceLease {
   WorkspaceLease(const WorkspaceLease&) = delete;
   WorkspaceLease& operator=(const WorkspaceLease&) = delete;
 
-  Workspace* get() const { return workspace_; }  ///< null when there is no memory
+  Workspace* get() const { return workspace_.get(); }  ///< null when there is no memory
 
  private:
-  Workspace own_;
-  Workspace* workspace_;
+  std::unique_ptr<Workspace> workspace_;
   int exceptions_;
 };
 

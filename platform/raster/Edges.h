@@ -23,10 +23,12 @@ class Edges {
         originY_(tile->box.y0),
         antialias_(antialias) {}
 
-  /// Says that every edge lies within the tile, whose extent this was: nothing has to be cut.
-  void SetInside(const Extent& extent) {
+  /// Tells the extent of all edges: when it lies within the tile, nothing has to be cut. Edges that are exact keep to
+  /// it, to a small part of 1/256 pixel.
+  void SetExtent(const Extent& extent, bool isExact) {
     isInside_ = extent.x0 >= tile_.box.x0 && extent.y0 >= tile_.box.y0 && extent.x1 <= tile_.box.x1 &&
                 extent.y1 <= tile_.box.y1;
+    isExact_ = isExact;
   }
 
   /// True when what lies within such an extent leaves no trace, since it lies above, below or right of the tile.
@@ -41,7 +43,9 @@ class Edges {
   void Line(Point a, Point b) {
     a = {a.x - originX_, a.y - originY_};
     b = {b.x - originX_, b.y - originY_};
-    if (isInside_) {
+    if (isInside_ && isExact_) {
+      Add(Fix(a.x), Fix(a.y), Fix(b.x), Fix(b.y));
+    } else if (isInside_) {
       Add(FixIn(a.x, width_), FixIn(a.y, height_), FixIn(b.x, width_), FixIn(b.y, height_));
     } else {
       Cut(a, b);
@@ -49,7 +53,7 @@ class Edges {
   }
 
  private:
-  // Of a coordinate from 0 on.
+  // Of a coordinate from 0 on, or a little less.
   static int Fix(double value) { return static_cast<int>(value * kSub + 0.5); }
   // Of one that should lie within the tile. A nib that is all but flat has no exact corners: no rounding, however
   // large, may lead out of the cells.
@@ -258,6 +262,7 @@ class Edges {
   double originY_;
   bool antialias_;
   bool isInside_ = false;
+  bool isExact_ = false;
 };
 
 }  // namespace raster

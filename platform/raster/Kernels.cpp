@@ -27,16 +27,35 @@ HWY_INLINE void WithPainter(const Surface& surface, const Ink& ink, int end, con
       use(painter);
       break;
     }
-    default: {
+    case Ink::Kind::kRows: {
       RowPainter painter(surface, ink, end);
+      use(painter);
+      break;
+    }
+    default: {
+      BlendPainter painter(surface, ink);
       use(painter);
     }
   }
 }
 
+// Calls `use` with the painter of an ink, behind a clip if there is one.
+template <class Use>
+HWY_INLINE void WithClippedPainter(const Surface& surface, const Ink& ink, int end, const MaskView* clip,
+                                   const Use& use) {
+  WithPainter(surface, ink, end, [&](auto& painter) HWY_ATTR {
+    if (clip == nullptr) {
+      use(painter);
+      return;
+    }
+    ClippedPainter clipped(*clip, &painter);
+    use(clipped);
+  });
+}
+
 void SweepTile(const Tile<std::int32_t>& tile, FillRule rule, const MaskView* clip, const Surface& surface,
                const Ink& ink) {
-  WithPainter(surface, ink, tile.box.x1, [&](auto& painter) HWY_ATTR { SweepClipped(tile, rule, clip, painter); });
+  WithClippedPainter(surface, ink, tile.box.x1, clip, [&](auto& painter) HWY_ATTR { SweepRows(tile, rule, painter); });
 }
 
 void SweepToBytes(const Tile<std::int32_t>& tile, FillRule rule, unsigned char* bytes, std::size_t stride) {
@@ -44,15 +63,16 @@ void SweepToBytes(const Tile<std::int32_t>& tile, FillRule rule, unsigned char* 
   SweepRows(tile, rule, painter);
 }
 
-void PaintThrough(const Surface& surface, int x, int y, int count, const unsigned char* coverage, const Ink& ink) {
-  WithPainter(surface, ink, x + count, [&](auto& painter) HWY_ATTR {
+void PaintThrough(const Surface& surface, int x, int y, int count, const unsigned char* coverage, const MaskView* clip,
+                  const Ink& ink) {
+  WithClippedPainter(surface, ink, x + count, clip, [&](auto& painter) HWY_ATTR {
     painter.BeginRow(y);
     painter.Mask(x, count, coverage);
   });
 }
 
-void PaintSpan(const Surface& surface, int x, int y, int count, const Ink& ink) {
-  WithPainter(surface, ink, x + count, [&](auto& painter) HWY_ATTR {
+void PaintSpan(const Surface& surface, int x, int y, int count, const MaskView* clip, const Ink& ink) {
+  WithClippedPainter(surface, ink, x + count, clip, [&](auto& painter) HWY_ATTR {
     painter.BeginRow(y);
     painter.Span(x, count, 255);
   });
@@ -72,7 +92,7 @@ HWY_EXPORT(MultiplyBytes);
 HWY_EXPORT(LookUpLinear);
 HWY_EXPORT(LookUpRadial);
 HWY_EXPORT(LookUpBilinear);
-HWY_EXPORT(ReverseBytes);
+HWY_EXPORT(CopyReversed);
 HWY_EXPORT(ScaleBytes);
 
 void SweepTile(const Tile<std::int32_t>& tile, FillRule rule, const MaskView* clip, const Surface& surface,
@@ -82,11 +102,12 @@ void SweepTile(const Tile<std::int32_t>& tile, FillRule rule, const MaskView* cl
 void SweepToBytes(const Tile<std::int32_t>& tile, FillRule rule, unsigned char* bytes, std::size_t stride) {
   HWY_DYNAMIC_DISPATCH(SweepToBytes)(tile, rule, bytes, stride);
 }
-void PaintThrough(const Surface& surface, int x, int y, int count, const unsigned char* coverage, const Ink& ink) {
-  HWY_DYNAMIC_DISPATCH(PaintThrough)(surface, x, y, count, coverage, ink);
+void PaintThrough(const Surface& surface, int x, int y, int count, const unsigned char* coverage, const MaskView* clip,
+                  const Ink& ink) {
+  HWY_DYNAMIC_DISPATCH(PaintThrough)(surface, x, y, count, coverage, clip, ink);
 }
-void PaintSpan(const Surface& surface, int x, int y, int count, const Ink& ink) {
-  HWY_DYNAMIC_DISPATCH(PaintSpan)(surface, x, y, count, ink);
+void PaintSpan(const Surface& surface, int x, int y, int count, const MaskView* clip, const Ink& ink) {
+  HWY_DYNAMIC_DISPATCH(PaintSpan)(surface, x, y, count, clip, ink);
 }
 void MultiplyBytes(unsigned char* bytes, const unsigned char* by, std::size_t count) {
   HWY_DYNAMIC_DISPATCH(MultiplyBytes)(bytes, by, count);
@@ -101,7 +122,9 @@ void LookUpRadial(const std::uint32_t* table, int last, const RadialRow& row, in
 void LookUpBilinear(const PixelGrid& grid, const GridRow& row, int count, std::uint32_t* pixels) {
   HWY_DYNAMIC_DISPATCH(LookUpBilinear)(grid, row, count, pixels);
 }
-void ReverseBytes(std::uint32_t* pixels, std::size_t count) { HWY_DYNAMIC_DISPATCH(ReverseBytes)(pixels, count); }
+void CopyReversed(const std::uint32_t* from, std::size_t count, std::uint32_t* to) {
+  HWY_DYNAMIC_DISPATCH(CopyReversed)(from, count, to);
+}
 void ScaleBytes(unsigned char* bytes, unsigned int by, std::size_t count) {
   HWY_DYNAMIC_DISPATCH(ScaleBytes)(bytes, by, count);
 }
@@ -120,19 +143,13 @@ Run LongestFull(const MaskView& mask, int y) {
 }
 
 // A million edges in one row are rare enough for a plain loop.
-void SweepWideRow(const Tile<std::int64_t>& tile, FillRule rule, int row, std::int64_t* sum, unsigned char* bytes) {
-  *sum += tile.left[row];
-  tile.left[row] = 0;
-  std::uint64_t* words = tile.bits + static_cast<std::size_t>(row) * tile.bitStride;
-  std::fill_n(words, tile.bitStride, 0);
-  std::int64_t* cells = tile.cells + static_cast<std::size_t>(row) * tile.stride;
-  const auto width = static_cast<std::size_t>(tile.box.Width());
-  std::int64_t running = *sum;
-  for (std::size_t x = 0; x < width; ++x) {
-    running += cells[x];
-    bytes[x] = static_cast<unsigned char>(HWY_STATIC_DISPATCH(CoverageOf)(rule, running));
+std::int64_t SweepWide(std::int64_t* cells, int count, FillRule rule, std::int64_t sum, unsigned char* bytes) {
+  for (int i = 0; i < count; ++i) {
+    sum += cells[i];
+    cells[i] = 0;
+    bytes[i] = static_cast<unsigned char>(HWY_STATIC_DISPATCH(CoverageOf)(rule, sum));
   }
-  std::fill_n(cells, tile.stride, 0);
+  return sum;
 }
 
 }  // namespace raster

@@ -32,8 +32,6 @@ struct Ink {
   bool isOpaque = false;  ///< no pixel of it is translucent
   std::uint32_t color = 0;
   const RowSource* rows = nullptr;
-
-  bool IsBlended() const { return kind == Kind::kSoftLight || kind == Kind::kHardLight; }
 };
 
 /// The pixels x0 <= x < x1 of a row.
@@ -58,21 +56,22 @@ struct MaskView {
 Run LongestFull(const MaskView& mask, int y);
 
 /// Paints what the cells of a tile cover, and clears them. `clip` may be null; it contains the tile's box, which lies
-/// within the surface. Not for blended inks.
+/// within the surface.
 void SweepTile(const Tile<std::int32_t>& tile, FillRule rule, const MaskView* clip, const Surface& surface,
                const Ink& ink);
 
 /// Writes what the cells of a tile cover, 0 to 255, rows of the tile's width `stride` bytes apart, and clears them.
 void SweepToBytes(const Tile<std::int32_t>& tile, FillRule rule, unsigned char* bytes, std::size_t stride);
 
-/// One row of the same for cells that count more edges; clears it. `sum` goes on from row to row.
-void SweepWideRow(const Tile<std::int64_t>& tile, FillRule rule, int row, std::int64_t* sum, unsigned char* bytes);
+/// The same for `count` cells that count more edges; returns the sum behind them, `sum` being that before them.
+std::int64_t SweepWide(std::int64_t* cells, int count, FillRule rule, std::int64_t sum, unsigned char* bytes);
 
-/// Paints `count` pixels from (x, y) on through coverage of a byte each.
-void PaintThrough(const Surface& surface, int x, int y, int count, const unsigned char* coverage, const Ink& ink);
+/// Paints `count` pixels from (x, y) on through coverage of a byte each. `clip` may be null; it contains them.
+void PaintThrough(const Surface& surface, int x, int y, int count, const unsigned char* coverage, const MaskView* clip,
+                  const Ink& ink);
 
-/// Paints `count` pixels from (x, y) on.
-void PaintSpan(const Surface& surface, int x, int y, int count, const Ink& ink);
+/// Paints `count` pixels from (x, y) on. `clip` may be null; it contains them.
+void PaintSpan(const Surface& surface, int x, int y, int count, const MaskView* clip, const Ink& ink);
 
 /// bytes[i] = bytes[i] * by[i] / 255, rounded.
 void MultiplyBytes(unsigned char* bytes, const unsigned char* by, std::size_t count);
@@ -96,14 +95,16 @@ struct PixelGrid {
 };
 
 /// A row through a grid: pixel i is mixed of the four pixels around (x + stepX i, y + stepY i), where whole numbers are
-/// the pixels' centres. Beyond the edges the grid goes on as its last pixels.
+/// the pixels' centres. Beyond the edges the grid goes on as its last pixels. The grid's pixels are blue first, those
+/// of the row in an order of the caller's.
 struct GridRow {
   double x, y, stepX, stepY;
+  PixelOrder order = PixelOrder::kBlueFirst;
 };
 void LookUpBilinear(const PixelGrid& grid, const GridRow& row, int count, std::uint32_t* pixels);
 
-/// Turns the bytes of each pixel round: from one order into the other.
-void ReverseBytes(std::uint32_t* pixels, std::size_t count);
+/// Turns the bytes of each pixel round: from one order into the other. Both may be the same array.
+void CopyReversed(const std::uint32_t* from, std::size_t count, std::uint32_t* to);
 
 /// bytes[i] * by / 255, rounded; `by` is 0 to 255.
 void ScaleBytes(unsigned char* bytes, unsigned int by, std::size_t count);

@@ -13,6 +13,7 @@
 
 #include <algorithm>
 
+#include "platform/raster/Blend.h"
 #include "platform/raster/Pixels-inl.h"
 
 HWY_BEFORE_NAMESPACE();
@@ -74,13 +75,28 @@ HWY_INLINE void MixGroup(unsigned char* to, int count, const MixAt& mix) {
   std::memcpy(to, rest, kPixel * static_cast<std::size_t>(count));
 }
 
-inline void Fill(unsigned char* to, int count, std::uint32_t color) {
-  const Many d;
+/// Pixels of one colour. Stores that lie across two lines of the cache cost twice: but for the first and the last
+/// vector, which may overlap the others, they are aligned, as far as the pixels are.
+template <class D>
+HWY_INLINE void FillVectors(D d, unsigned char* to, unsigned char* end, std::uint32_t color) {
   const auto pixels = hn::Set(d, color);
-  const int lanes = static_cast<int>(hn::Lanes(d));
-  int i = 0;
-  for (; i + lanes <= count; i += lanes, to += kPixel * hn::Lanes(d)) StorePixels(d, pixels, to);
-  for (; i < count; ++i, to += kPixel) std::memcpy(to, &color, kPixel);
+  const std::size_t size = kPixel * hn::Lanes(d);
+  StorePixels(d, pixels, to);
+  unsigned char* const last = end - size;
+  to += reinterpret_cast<std::uintptr_t>(to) % kPixel == 0 ? size - reinterpret_cast<std::uintptr_t>(to) % size : size;
+  for (; to < last; to += size) StorePixels(d, pixels, to);
+  StorePixels(d, pixels, last);
+}
+
+HWY_INLINE void Fill(unsigned char* to, int count, std::uint32_t color) {
+  unsigned char* const end = to + kPixel * static_cast<std::size_t>(count);
+  if (count >= static_cast<int>(hn::Lanes(Many()))) {
+    FillVectors(Many(), to, end, color);
+  } else if (count >= static_cast<int>(hn::Lanes(Four()))) {
+    FillVectors(Four(), to, end, color);
+  } else {
+    for (; to < end; to += kPixel) std::memcpy(to, &color, kPixel);
+  }
 }
 
 /// Paints a colour, or transparency.
@@ -201,6 +217,42 @@ class RowPainter {
       pixels_[kPiece + 2 * HWY_MAX_BYTES / kPixel];  // what is read of them and was not fetched does not count
 };
 
+/// A group's coverage as bytes.
+template <class V>
+HWY_INLINE void StoreGroup(V coverage, int count, unsigned char* bytes) {
+  HWY_ALIGN std::uint32_t lanes[kGroup];
+  hn::Store(coverage, Four(), lanes);
+  for (int i = 0; i < count; ++i) bytes[i] = static_cast<unsigned char>(lanes[i]);
+}
+
+/// Mixes pixels of a source by a blend mode, one by one.
+class BlendPainter {
+ public:
+  BlendPainter(const Surface& surface, const Ink& ink) : surface_(surface), ink_(ink) {}
+
+  void BeginRow(int y) { y_ = y; }
+  void Span(int x, int count, unsigned int coverage) {
+    unsigned char bytes[kPiece];
+    std::memset(bytes, static_cast<int>(coverage), static_cast<std::size_t>(std::min(count, kPiece)));
+    for (int done = 0; done < count; done += kPiece) Mask(x + done, std::min(kPiece, count - done), bytes);
+  }
+  template <class V>
+  HWY_INLINE void Group(int x, int count, V coverage) {
+    unsigned char bytes[kGroup];
+    count = std::min(count, kGroup);
+    StoreGroup(coverage, count, bytes);
+    Mask(x, count, bytes);
+  }
+  void Mask(int x, int count, const unsigned char* coverage) { BlendThrough(surface_, x, y_, count, coverage, ink_); }
+
+ private:
+  static constexpr int kPiece = 256;
+
+  const Surface& surface_;
+  const Ink& ink_;
+  int y_ = 0;
+};
+
 /// Takes away what a clip leaves out, and hands on the rest.
 template <class Painter>
 class ClippedPainter {
@@ -213,25 +265,14 @@ class ClippedPainter {
     painter_.BeginRow(y);
   }
 
+  // What lies before, in and behind the stretch that is not hidden at all.
   HWY_INLINE void Span(int x, int count, unsigned int coverage) {
-    if (IsFull(x, count)) {
-      painter_.Span(x, count, coverage);
-      return;
-    }
-    const unsigned char* clip = At(x);
-    for (int begin = 0; begin < count;) {
-      // Most of a clip is all or nothing: such stretches are painted as spans.
-      int end = begin + 1;
-      const unsigned char first = clip[begin];
-      if (first == 0 || first == 255) {
-        end = begin + SameBytes(clip + begin, count - begin);
-        if (first == 255) painter_.Span(x + begin, end - begin, coverage);
-      } else {
-        end = begin + MixedBytes(clip + begin, count - begin);
-        Partial(x + begin, end - begin, clip + begin, coverage);
-      }
-      begin = end;
-    }
+    const int end = x + count;
+    const int begin = std::clamp(full_.x0, x, end);
+    const int rest = std::clamp(full_.x1, begin, end);
+    if (begin > x) HiddenSpan(x, begin - x, coverage);
+    if (rest > begin) painter_.Span(begin, rest - begin, coverage);
+    if (end > rest) HiddenSpan(rest, end - rest, coverage);
   }
   template <class V>
   HWY_INLINE void Group(int x, int count, V coverage) {
@@ -241,7 +282,14 @@ class ClippedPainter {
     }
     const Four d;
     unsigned char clip[kGroup] = {};
-    std::memcpy(clip, At(x), static_cast<std::size_t>(std::min(count, kGroup)));
+    if (count >= kGroup) {
+      std::memcpy(clip, At(x), kGroup);
+    } else {
+      std::memcpy(clip, At(x), static_cast<std::size_t>(count));
+    }
+    std::uint32_t all = 0;
+    std::memcpy(&all, clip, sizeof(all));
+    if (all == 0) return;
     const Wide<Four> w;
     const auto product = hn::Mul(hn::BitCast(w, coverage), hn::BitCast(w, LoadCoverage(d, clip)));
     painter_.Group(x, count, hn::BitCast(d, DivideBy255(product)));
@@ -258,6 +306,7 @@ class ClippedPainter {
  private:
   static constexpr int kPiece = 256;
   static constexpr int kStep = 8;
+  static constexpr int kLong = 16;
 
   static unsigned char Product(unsigned int a, unsigned int b) {
     const unsigned int v = a * b + 128;
@@ -266,20 +315,43 @@ class ClippedPainter {
   const unsigned char* At(int x) const { return row_ + (x - clip_.box.x0); }
   bool IsFull(int x, int count) const { return x >= full_.x0 && x + count <= full_.x1; }
 
+  // Long stretches of nothing and of everything are skipped or painted as spans, what lies between through the mask.
+  void HiddenSpan(int x, int count, unsigned int coverage) {
+    const unsigned char* clip = At(x);
+    for (int begin = 0; begin < count;) {
+      const int same = SameBytes(clip + begin, count - begin);
+      if (same >= kLong || same == count - begin) {
+        if (clip[begin] == 255) painter_.Span(x + begin, same, coverage);
+        begin += same;
+      } else {
+        const int mixed = std::max(same, MixedBytes(clip + begin, count - begin));
+        Partial(x + begin, mixed, clip + begin, coverage);
+        begin += mixed;
+      }
+    }
+  }
+
+  static bool IsUniform(const unsigned char* eight) {
+    std::uint64_t word = 0;
+    std::memcpy(&word, eight, kStep);
+    return word == 0 || word == ~std::uint64_t{0};
+  }
+  // How many bytes are the same, 0 or 255; none when the first is neither.
   static int SameBytes(const unsigned char* bytes, int count) {
-    const std::uint64_t wanted = bytes[0] == 0 ? 0 : ~std::uint64_t{0};
+    if (bytes[0] != 0 && bytes[0] != 255) return 0;
     int i = 0;
-    for (std::uint64_t eight = 0; i + kStep <= count; i += kStep) {
-      std::memcpy(&eight, bytes + i, kStep);
-      if (eight != wanted) break;
+    for (; i + kStep <= count && bytes[i] == bytes[0] && IsUniform(bytes + i); i += kStep) {
     }
     while (i < count && bytes[i] == bytes[0]) ++i;
     return i;
   }
+  // How many come before a long stretch, about.
   static int MixedBytes(const unsigned char* bytes, int count) {
+    count = std::min(count, kPiece);
+    int uniform = 0;
     int i = 0;
-    while (i < count && i < kPiece && bytes[i] != 0 && bytes[i] != 255) ++i;
-    return i;
+    for (; i + kStep <= count && uniform < kLong / kStep; i += kStep) uniform = IsUniform(bytes + i) ? uniform + 1 : 0;
+    return uniform == kLong / kStep ? i - kLong : count;
   }
   void Partial(int x, int count, const unsigned char* clip, unsigned int coverage) {
     if (coverage == 255) {
@@ -308,9 +380,7 @@ class BytePainter {
   }
   template <class V>
   HWY_INLINE void Group(int x, int count, V coverage) {
-    HWY_ALIGN std::uint32_t lanes[kGroup];
-    hn::Store(coverage, Four(), lanes);
-    for (int i = 0; i < std::min(count, kGroup); ++i) row_[x - box_.x0 + i] = static_cast<unsigned char>(lanes[i]);
+    StoreGroup(coverage, std::min(count, kGroup), row_ + (x - box_.x0));
   }
 
  private:

@@ -3,19 +3,12 @@
 #include <algorithm>
 #include <cmath>
 #include <cstring>
-#include <memory>
-#include <new>
 
-#include "platform/raster/Blend.h"
 #include "platform/raster/FillEdges.h"
 #include "platform/raster/StrokeEdges.h"
 
 namespace raster {
 namespace {
-
-using ByteArray = std::unique_ptr<unsigned char[]>;
-
-ByteArray TakeBytes(std::size_t count) { return ByteArray(new (std::nothrow) unsigned char[count]); }
 
 int Whole(double value, int low, int high) {
   if (!(value > low)) return low;
@@ -49,7 +42,7 @@ struct Prepared {
   template <typename Cell>
   void AddTo(Tile<Cell>* tile) const {
     Edges<Cell> edges(tile, shape.antialias);
-    edges.SetInside(extent);
+    edges.SetExtent(extent, shape.stroke == nullptr || nib.isExact);
     if (shape.stroke != nullptr) {
       StrokeEdges<Cell> stroke(nib, &edges);
       Visit(shape.path, stroke);
@@ -62,23 +55,31 @@ struct Prepared {
   }
 };
 
-// Goes through the rows of a tile that has more edges than the narrow cells can count; row(y, coverage) gets each.
+// Goes through a box that has more edges than the narrow cells can count; row(x, y, count, coverage) gets its rows in
+// pieces.
 template <typename Row>
-bool SweepWide(Workspace& workspace, const Prepared& shape, const Box& box, const Row& row) {
-  const ByteArray coverage = TakeBytes(static_cast<std::size_t>(box.Width()));
-  if (coverage == nullptr) return false;
-  const int rows = Tile<std::int64_t>::MaxRows(box.Width());
+void SweepInWideTiles(Workspace& workspace, const Prepared& shape, const Box& box, const Row& row) {
+  constexpr int kPiece = 1024;
+  unsigned char coverage[kPiece];
+  const int width = box.Width();
+  const int rows = Tile<std::int64_t>::MaxRows(width);
   for (int y = box.y0; y < box.y1; y += rows) {
     Tile<std::int64_t> tile(workspace, {box.x0, y, box.x1, std::min(y + rows, box.y1)});
     shape.AddTo(&tile);
-    std::int64_t sum = 0;
+    std::int64_t left = 0;
     for (int i = 0; i < tile.box.Height(); ++i) {
-      SweepWideRow(tile, shape.rule, i, &sum, coverage.get());
-      row(y + i, coverage.get());
+      std::int64_t* cells = tile.cells + static_cast<std::size_t>(i) * tile.stride;
+      std::int64_t sum = left += tile.left[i];
+      for (int x = 0; x < width; x += kPiece) {
+        const int count = std::min(kPiece, width - x);
+        sum = SweepWide(cells + x, count, shape.rule, sum, coverage);
+        row(box.x0 + x, y + i, count, coverage);
+      }
+      std::fill(cells + width, cells + tile.stride, 0);
     }
-    tile.left[tile.box.Height()] = 0;
+    std::fill_n(tile.bits, static_cast<std::size_t>(tile.box.Height()) * tile.bitStride, 0);
+    std::fill_n(tile.left, tile.box.Height() + 1, 0);
   }
-  return true;
 }
 
 // Forgets the edges of a tile.
@@ -90,7 +91,7 @@ void Wipe(const Tile<std::int32_t>& tile) {
 }
 
 // Calls use(tile) for one tile after another until all of a box is done. Tiles with too many edges are handed to
-// useRow(box, y, coverage) row by row.
+// useRow(x, y, count, coverage) in pieces of rows.
 template <typename Use, typename UseRow>
 bool InTiles(const Prepared& shape, const Box& box, const Use& use, const UseRow& useRow) {
   const WorkspaceLease lease;
@@ -103,64 +104,21 @@ bool InTiles(const Prepared& shape, const Box& box, const Use& use, const UseRow
       Tile<std::int32_t> tile(*workspace, {x, y, end, std::min(y + rows, box.y1)});
       shape.AddTo(&tile);
       if (tile.edgeCount <= kMaxNarrowEdges) {
-        if (!use(tile)) return false;
-        continue;
-      }
-      Wipe(tile);
-      const Box part = tile.box;
-      if (!SweepWide(*workspace, shape, part, [&](int row, unsigned char* coverage) { useRow(part, row, coverage); })) {
-        return false;
+        use(tile);
+      } else {
+        Wipe(tile);
+        SweepInWideTiles(*workspace, shape, tile.box, useRow);
       }
     }
   }
   return true;
 }
 
-void PaintRow(const Surface& surface, const Box& box, int y, unsigned char* coverage, const Clip& clip,
-              const Ink& ink) {
-  if (clip.mask != nullptr) {
-    MultiplyBytes(coverage, clip.mask->At(box.x0, y), static_cast<std::size_t>(box.Width()));
-  }
-  (ink.IsBlended() ? BlendThrough : PaintThrough)(surface, box.x0, y, box.Width(), coverage, ink);
-}
-
-// Calls plain(box, y) for each row of a box that can be seen; under a mask and for blended inks cover(box, y, row)
-// fills a row of coverage instead, which is painted through.
-template <typename Plain, typename CoverRow>
-bool PaintRows(const Surface& surface, const Box& wanted, const Clip& clip, const Ink& ink, const Plain& plain,
-               const CoverRow& cover) {
+// The rows of a box that can be seen, one after another: row(box, y).
+template <typename Row>
+void InRows(const Surface& surface, const Box& wanted, const Clip& clip, const Row& row) {
   const Box box = Intersection(Intersection(wanted, clip.box), surface.Bounds());
-  if (box.IsEmpty()) return true;
-  const bool isPlain = clip.mask == nullptr && !ink.IsBlended();
-  const ByteArray row = isPlain ? nullptr : TakeBytes(static_cast<std::size_t>(box.Width()));
-  if (!isPlain && row == nullptr) return false;
-  for (int y = box.y0; y < box.y1; ++y) {
-    if (isPlain) {
-      plain(box, y);
-      continue;
-    }
-    cover(box, y, row.get());
-    PaintRow(surface, box, y, row.get(), clip, ink);
-  }
-  return true;
-}
-
-// By way of bytes, for inks that have no fast way.
-bool PaintByBytes(const Surface& surface, const Tile<std::int32_t>& tile, FillRule rule, const Clip& clip,
-                  const Ink& ink) {
-  const auto width = static_cast<std::size_t>(tile.box.Width());
-  const std::size_t size = width * static_cast<std::size_t>(tile.box.Height());
-  const ByteArray coverage = TakeBytes(size);
-  if (coverage == nullptr) {
-    Wipe(tile);
-    return false;
-  }
-  std::memset(coverage.get(), 0, size);
-  SweepToBytes(tile, rule, coverage.get(), width);
-  for (int y = tile.box.y0; y < tile.box.y1; ++y) {
-    PaintRow(surface, tile.box, y, coverage.get() + static_cast<std::size_t>(y - tile.box.y0) * width, clip, ink);
-  }
-  return true;
+  for (int y = box.y0; y < box.y1 && !box.IsEmpty(); ++y) row(box, y);
 }
 
 }  // namespace
@@ -177,13 +135,10 @@ bool Paint(const Surface& surface, const Shape& shape, const Clip& clip, const I
   const Box box = prepared.BoxWithin(bounds);
   if (box.IsEmpty()) return true;
   return InTiles(
-      prepared, box,
-      [&](const Tile<std::int32_t>& tile) {
-        if (ink.IsBlended()) return PaintByBytes(surface, tile, prepared.rule, clip, ink);
-        SweepTile(tile, prepared.rule, clip.mask, surface, ink);
-        return true;
-      },
-      [&](const Box& part, int y, unsigned char* coverage) { PaintRow(surface, part, y, coverage, clip, ink); });
+      prepared, box, [&](const Tile<std::int32_t>& tile) { SweepTile(tile, prepared.rule, clip.mask, surface, ink); },
+      [&](int x, int y, int count, const unsigned char* coverage) {
+        PaintThrough(surface, x, y, count, coverage, clip.mask, ink);
+      });
 }
 
 bool Cover(const Shape& shape, const Box& box, unsigned char* bytes, std::size_t stride) {
@@ -197,28 +152,21 @@ bool Cover(const Shape& shape, const Box& box, unsigned char* bytes, std::size_t
   if (touched.IsEmpty()) return true;
   return InTiles(
       prepared, touched,
-      [&](const Tile<std::int32_t>& tile) {
-        SweepToBytes(tile, prepared.rule, at(tile.box.x0, tile.box.y0), stride);
-        return true;
-      },
-      [&](const Box& part, int y, const unsigned char* coverage) {
-        std::memcpy(at(part.x0, y), coverage, static_cast<std::size_t>(part.Width()));
+      [&](const Tile<std::int32_t>& tile) { SweepToBytes(tile, prepared.rule, at(tile.box.x0, tile.box.y0), stride); },
+      [&](int x, int y, int count, const unsigned char* coverage) {
+        std::memcpy(at(x, y), coverage, static_cast<std::size_t>(count));
       });
 }
 
-bool PaintMask(const Surface& surface, const MaskView& mask, const Clip& clip, const Ink& ink) {
-  return PaintRows(
-      surface, mask.box, clip, ink,
-      [&](const Box& box, int y) { PaintThrough(surface, box.x0, y, box.Width(), mask.At(box.x0, y), ink); },
-      [&](const Box& box, int y, unsigned char* row) {
-        std::memcpy(row, mask.At(box.x0, y), static_cast<std::size_t>(box.Width()));
-      });
+void PaintMask(const Surface& surface, const MaskView& mask, const Clip& clip, const Ink& ink) {
+  InRows(surface, mask.box, clip, [&](const Box& box, int y) {
+    PaintThrough(surface, box.x0, y, box.Width(), mask.At(box.x0, y), clip.mask, ink);
+  });
 }
 
-bool PaintBox(const Surface& surface, const Box& wanted, const Clip& clip, const Ink& ink) {
-  return PaintRows(
-      surface, wanted, clip, ink, [&](const Box& box, int y) { PaintSpan(surface, box.x0, y, box.Width(), ink); },
-      [](const Box& box, int, unsigned char* row) { std::memset(row, 255, static_cast<std::size_t>(box.Width())); });
+void PaintBox(const Surface& surface, const Box& wanted, const Clip& clip, const Ink& ink) {
+  InRows(surface, wanted, clip,
+         [&](const Box& box, int y) { PaintSpan(surface, box.x0, y, box.Width(), clip.mask, ink); });
 }
 
 }  // namespace raster

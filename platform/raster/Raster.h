@@ -1,8 +1,8 @@
 // The engine's face: shapes, masks and boxes painted onto pixels.
 //
-// Nothing here takes memory but a workspace of 2 MB a thread and, for masks under a clip, for blend modes and for
-// shapes of more than 16,000 edges, a row or a tile of bytes. What returns a bool paints nothing, or not all, and
-// returns false when memory lacked.
+// Nothing here takes memory but a workspace of 2 MB a thread, at the thread's first shape, and another one for what a
+// row source draws itself while it is asked for its rows. What returns a bool does nothing and returns false when
+// memory lacks for that; nothing throws but what a row source throws.
 #pragma once
 
 #include "platform/raster/Kernels.h"
@@ -27,6 +27,7 @@ struct Clip {
 /// The pixels that a shape may touch, within `bounds`; empty when there is nothing to paint or a point is no number.
 Box BoxOf(const Shape& shape, const Box& bounds);
 
+/// Paints a shape.
 bool Paint(const Surface& surface, const Shape& shape, const Clip& clip, const Ink& ink);
 
 /// Writes the coverage of a shape's pixels within `box`, 0 to 255, rows of its width `stride` bytes apart; all of the
@@ -34,9 +35,9 @@ bool Paint(const Surface& surface, const Shape& shape, const Clip& clip, const I
 bool Cover(const Shape& shape, const Box& box, unsigned char* bytes, std::size_t stride);
 
 /// Paints through a mask, which need not lie within the surface.
-bool PaintMask(const Surface& surface, const MaskView& mask, const Clip& clip, const Ink& ink);
+void PaintMask(const Surface& surface, const MaskView& mask, const Clip& clip, const Ink& ink);
 
 /// Paints whole pixels.
-bool PaintBox(const Surface& surface, const Box& box, const Clip& clip, const Ink& ink);
+void PaintBox(const Surface& surface, const Box& box, const Clip& clip, const Ink& ink);
 
 }  // namespace raster

@@ -16,6 +16,15 @@ namespace raster::HWY_NAMESPACE {
 
 using Reals = hn::ScalableTag<float>;
 
+/// Pixels with their bytes turned round.
+template <class D, class V>
+HWY_INLINE V Reversed(D d, V v) {
+  const auto outer = hn::Or(hn::ShiftLeft<24>(v), hn::ShiftRight<24>(v));
+  const auto second = hn::And(hn::ShiftRight<8>(v), hn::Set(d, 0x0000FF00U));
+  const auto third = hn::And(hn::ShiftLeft<8>(v), hn::Set(d, 0x00FF0000U));
+  return hn::Or(outer, hn::Or(second, third));
+}
+
 /// The entries at positions of 0 to last, rounded.
 template <class V>
 HWY_INLINE auto Entries(const std::uint32_t* table, int last, V position) {
@@ -125,7 +134,7 @@ inline void LookUpNearest(const PixelGrid& grid, const GridRow& row, int count, 
   for (int i = 0; i < count; ++i) {
     const auto x = static_cast<std::size_t>(Inside(row.x + row.stepX * i + 0.5, 0, grid.width - 1));
     const auto y = static_cast<std::size_t>(Inside(row.y + row.stepY * i + 0.5, 0, grid.height - 1));
-    pixels[i] = grid.pixels[y * grid.stride + x];
+    pixels[i] = InOrder(grid.pixels[y * grid.stride + x], row.order);
   }
 }
 
@@ -156,7 +165,8 @@ void LookUpBilinear(const PixelGrid& grid, const GridRow& row, int count, std::u
     for (int i = 0; i < end; i += lanes) {
       const Neighbours x = NeighboursOf(at(i, startX - baseX, row.stepX), static_cast<int>(baseX), grid.width);
       const Neighbours y = NeighboursOf(at(i, startY - baseY, row.stepY), static_cast<int>(baseY), grid.height);
-      const auto mixed = MixFour(grid, x, y);
+      auto mixed = MixFour(grid, x, y);
+      if (row.order == PixelOrder::kAlphaFirst) mixed = Reversed(d, mixed);
       if (i + lanes <= end) {
         hn::StoreU(mixed, d, pixels + begin + i);
         continue;
@@ -168,17 +178,11 @@ void LookUpBilinear(const PixelGrid& grid, const GridRow& row, int count, std::u
   }
 }
 
-void ReverseBytes(std::uint32_t* pixels, std::size_t count) {
+void CopyReversed(const std::uint32_t* from, std::size_t count, std::uint32_t* to) {
   const Many d;
   std::size_t i = 0;
-  for (; i + hn::Lanes(d) <= count; i += hn::Lanes(d)) {
-    const auto v = hn::LoadU(d, pixels + i);
-    const auto outer = hn::Or(hn::ShiftLeft<24>(v), hn::ShiftRight<24>(v));
-    const auto second = hn::And(hn::ShiftRight<8>(v), hn::Set(d, 0x0000FF00U));
-    const auto third = hn::And(hn::ShiftLeft<8>(v), hn::Set(d, 0x00FF0000U));
-    hn::StoreU(hn::Or(outer, hn::Or(second, third)), d, pixels + i);
-  }
-  for (; i < count; ++i) pixels[i] = __builtin_bswap32(pixels[i]);
+  for (; i + hn::Lanes(d) <= count; i += hn::Lanes(d)) hn::StoreU(Reversed(d, hn::LoadU(d, from + i)), d, to + i);
+  for (; i < count; ++i) to[i] = __builtin_bswap32(from[i]);
 }
 
 void ScaleBytes(unsigned char* bytes, unsigned int by, std::size_t count) {

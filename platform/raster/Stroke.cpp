@@ -22,6 +22,8 @@ bool Nib::SetUp(const StrokeStyle& s) {
   const double sum = s.a * s.a + s.b * s.b + s.c * s.c + s.d * s.d;
   const double scale = std::sqrt((sum + std::sqrt(std::max(0.0, sum * sum - 4 * determinant * determinant))) / 2);
   if (!std::isfinite(scale)) return false;
+  constexpr double kFlattest = 1e-6;
+  isExact = std::fabs(determinant) > kFlattest * sum;
   // Further out than points may be it makes no difference how large the nib is.
   radius = std::min(s.width / 2, kFarthest / scale);
   reach = radius * scale;

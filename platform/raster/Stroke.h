@@ -36,6 +36,7 @@ class Nib {
   double radius = 0;      ///< in the pen's space
   double reach = 0;       ///< how far the nib's edge is from its middle at most, in pixels
   double flatCosine = 0;  ///< of the angle of a turn that needs no join
+  bool isExact = false;   ///< not so flat that rounding may lead a corner out of its reach
   double arcStep = 0;     ///< the angle that a line may stand for on the nib's edge
 
   /// How far from the path a stroke may paint, in pixels.

@@ -87,16 +87,6 @@ HWY_INLINE void SweepRows(const Tile<std::int32_t>& tile, FillRule rule, Painter
   tile.left[rows] = 0;
 }
 
-template <class Painter>
-HWY_INLINE void SweepClipped(const Tile<std::int32_t>& tile, FillRule rule, const MaskView* clip, Painter& painter) {
-  if (clip == nullptr) {
-    SweepRows(tile, rule, painter);
-    return;
-  }
-  ClippedPainter<Painter> clipped(*clip, &painter);
-  SweepRows(tile, rule, clipped);
-}
-
 }  // namespace raster::HWY_NAMESPACE
 HWY_AFTER_NAMESPACE();
 #endif

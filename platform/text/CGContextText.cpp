@@ -11,6 +11,7 @@
 namespace {
 
 using platform::Paint;
+using platform::Scoped;
 
 bool Fills(CGTextDrawingMode mode) {
   return mode == kCGTextFill || mode == kCGTextFillStroke || mode == kCGTextFillClip || mode == kCGTextFillStrokeClip;
@@ -30,35 +31,32 @@ Paint PaintOf(const CGColor* color, const CGColor* otherwise) {
 }
 
 // Paints a path of device space as the context's current one, which is left as it was.
-void PaintPath(CGContext* context, CGMutablePathRef path, CGPathDrawingMode mode, const Paint& paint) {
-  Paint& used = mode == kCGPathStroke ? context->state.stroke : context->state.fill;
-  Paint kept = std::exchange(used, paint);
-  CGMutablePathRef current = std::exchange(context->path, path);
+void PaintPath(CGContext* context, CGPath* path, CGPathDrawingMode mode, const Paint& paint) {
+  const Scoped used(mode == kCGPathStroke ? context->state.stroke : context->state.fill, paint);
+  const Scoped current(context->path, path);
+  const Scoped lost(context->isPathLost, false);
   CGContextDrawPath(context, mode);
-  context->path = current;
-  used = std::move(kept);
 }
 
 void PaintOutlines(CGContext* context, const CTLine& line, const CGAffineTransform& textToDevice,
                    CGPathDrawingMode mode, const Paint& paint) {
-  CGMutablePathRef path = CGPathCreateMutable();
-  platform::AppendOutlines(line, textToDevice, true, path);
-  PaintPath(context, path, mode, paint);
-  CGPathRelease(path);
+  CGPath path;
+  platform::AppendOutlines(line, textToDevice, true, &path);
+  PaintPath(context, &path, mode, paint);
 }
 
 void FillUnderline(CGContext* context, const CTLine& line, const CGAffineTransform& textToDevice, const Paint& paint) {
-  CGMutablePathRef path = CGPathCreateMutable();
-  platform::AppendUnderline(line, textToDevice, path);
-  PaintPath(context, path, kCGPathFill, paint);
-  CGPathRelease(path);
+  CGPath path;
+  platform::AppendUnderline(line, textToDevice, &path);
+  PaintPath(context, &path, kCGPathFill, paint);
 }
 
 void Fill(CGContext* context, const CTLine& line, const CGAffineTransform& textToDevice, const Paint& paint) {
   if (!platform::PaintGlyphs(context, line, textToDevice, paint)) {
-    const bool antialias = std::exchange(context->state.antialias, platform::IsSoft(context->state));
-    PaintOutlines(context, line, textToDevice, kCGPathFill, paint);
-    context->state.antialias = antialias;
+    {
+      const Scoped antialias(context->state.antialias, platform::IsSoft(context->state));
+      PaintOutlines(context, line, textToDevice, kCGPathFill, paint);
+    }
     platform::PaintPictures(context, line, textToDevice, paint);
   } else if (line.style.underline) {
     FillUnderline(context, line, textToDevice, paint);
@@ -78,6 +76,14 @@ void Stroke(CGContext* context, const CTLine& line, const CGAffineTransform& tex
   PaintOutlines(context, line, textToDevice, kCGPathStroke, paint);
 }
 
+struct OwnPath {
+  OwnPath() = default;
+  OwnPath(const OwnPath&) = delete;
+  OwnPath& operator=(const OwnPath&) = delete;
+  ~OwnPath() { CGPathRelease(path); }
+  CGMutablePathRef path = CGPathCreateMutable();
+};
+
 void AddToTextClip(CGContext* context, const CTLine& line, const CGAffineTransform& textToDevice) {
   auto& clip = context->state.textClip;
   if (clip == nullptr) {
@@ -87,8 +93,6 @@ void AddToTextClip(CGContext* context, const CTLine& line, const CGAffineTransfo
   }
   clip->push_back({platform::NativeRef(&line), textToDevice});
 }
-
-void ReleasePath(const CGPath* path) { CGPathRelease(path); }
 
 }  // namespace
 
@@ -100,20 +104,23 @@ void DrawLine(CGContextRef context, const CTLine& line, const CGAffineTransform&
   if (!(scale > 0) || !IsInvertible(CGAffineTransformScale(textToDevice, scale, scale))) return;
   const CGTextDrawingMode mode = context->state.textMode;
   const CGColor* fill = line.style.fill.Get();
-  // Text beside text is not clipped by it.
-  auto others = std::exchange(context->state.textClip, nullptr);
-  if (Fills(mode)) Fill(context, line, textToDevice, PaintOf(fill, nullptr));
-  if (Strokes(mode)) Stroke(context, line, textToDevice, PaintOf(line.style.stroke.Get(), fill), Fills(mode));
-  context->state.textClip = std::move(others);
-  if (Clips(mode)) AddToTextClip(context, line, textToDevice);
+  Guarded(context, [&] {
+    if (!context->CanPaint()) return;
+    const Scoped others(context->state.textClip, {});  // text beside text is not clipped by it
+    if (Fills(mode)) Fill(context, line, textToDevice, PaintOf(fill, nullptr));
+    if (Strokes(mode)) Stroke(context, line, textToDevice, PaintOf(line.style.stroke.Get(), fill), Fills(mode));
+  });
+  if (!Clips(mode) || !context->HasState()) return;
+  if (!Guarded(context, [&] { AddToTextClip(context, line, textToDevice); })) context->state.isLost = true;
 }
 
 void SettleTextClip(CGContext* context) {
-  const auto text = std::exchange(context->state.textClip, nullptr);
-  CGMutablePathRef path = CGPathCreateMutable();
-  for (const ClippingText& item : *text) AppendOutlines(*item.line.Get(), item.toDevice, false, path);
-  context->state.clip =
-      std::make_shared<ClipNode>(ClipNode{context->state.clip, {path, &ReleasePath}, context->state.antialias});
+  OwnPath outlines;
+  for (const ClippingText& item : *context->state.textClip) {
+    AppendOutlines(*item.line.Get(), item.toDevice, false, outlines.path);
+  }
+  PushClip(context, &outlines.path);
+  context->state.textClip = nullptr;
 }
 
 }  // namespace platform
@@ -133,13 +140,13 @@ CGPoint CGContextGetTextPosition(CGContextRef context) {
 }
 
 void CGContextSetTextDrawingMode(CGContextRef context, CGTextDrawingMode mode) {
-  if (context != nullptr) context->state.textMode = mode;
+  if (context != nullptr && context->HasState()) context->state.textMode = mode;
 }
 
 void CGContextSetAllowsFontSmoothing(CGContextRef context, bool allows) {
-  if (context != nullptr) context->state.allowsFontSmoothing = allows;
+  if (context != nullptr && context->HasState()) context->state.allowsFontSmoothing = allows;
 }
 
 void CGContextSetShouldSmoothFonts(CGContextRef context, bool should) {
-  if (context != nullptr) context->state.shouldSmoothFonts = should;
+  if (context != nullptr && context->HasState()) context->state.shouldSmoothFonts = should;
 }

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <new>
 
 #include "platform/graphics/BitmapPaint.h"
 #include "platform/text/FontFace.h"
@@ -53,36 +54,33 @@ bool TakeBox(GlyphMask* mask, const CGRect& box, int bytesPerPixel) {
   return true;
 }
 
-bool FillInto(GlyphMask* mask, const CGPath& outline, bool isSoft) {
-  raster::Shape shape;
-  shape.antialias = isSoft;
-  shape.path = ViewOf(outline);
-  return raster::Cover(shape, {mask->left, mask->top, mask->left + mask->width, mask->top + mask->height},
-                       mask->bytes.data(), static_cast<std::size_t>(mask->stride));
+void FillInto(GlyphMask* mask, const CGPath& outline, bool isSoft) {
+  const raster::Box box{mask->left, mask->top, mask->left + mask->width, mask->top + mask->height};
+  if (!raster::Cover(ShapeOf(outline, isSoft), box, mask->bytes.data(), static_cast<std::size_t>(mask->stride))) {
+    throw std::bad_alloc();
+  }
 }
 
 CGRect BoxOf(const CGRect& rect, const CGAffineTransform& m) {
-  CGMutablePathRef path = CGPathCreateMutable();
-  CGPathAddRect(path, &m, rect);
-  const CGRect box = CGPathGetBoundingBox(path);
-  CGPathRelease(path);
-  return box;
+  CGPath path;
+  CGPathAddRect(&path, &m, rect);
+  return CGPathGetBoundingBox(&path);
 }
 
 // Draws the picture; `toDevice` maps reference units.
-bool DrawInto(GlyphMask* mask, FontFace& face, std::uint32_t glyph, const CGAffineTransform& toDevice) {
+void DrawInto(GlyphMask* mask, FontFace& face, std::uint32_t glyph, const CGAffineTransform& toDevice) {
   CGColorSpaceRef space = CGColorSpaceCreateDeviceRGB();
   CGContextRef context = CGBitmapContextCreate(mask->bytes.data(), static_cast<std::size_t>(mask->width),
                                                static_cast<std::size_t>(mask->height), 8,
                                                static_cast<std::size_t>(mask->stride), space, kCGBitmapBlueFirst);
   CGColorSpaceRelease(space);
-  if (context == nullptr) return false;
+  if (context == nullptr) throw std::bad_alloc();
+  const NativeRef<CGContext> owned = TakeRef(context);
   const CGAffineTransform fromBox{1, 0, 0, 1, -static_cast<double>(mask->left), -static_cast<double>(mask->top)};
   const CGAffineTransform flip{1, 0, 0, -1, 0, static_cast<double>(mask->height)};
   CGContextConcatCTM(context, CGAffineTransformConcat(CGAffineTransformConcat(toDevice, fromBox), flip));
   face.Pictures().Draw(context, face, glyph);
-  CGContextRelease(context);
-  return true;
+  if (context->hasFailed) throw std::bad_alloc();  // a part of a picture is none
 }
 
 }  // namespace
@@ -115,8 +113,9 @@ GlyphMask& GlyphMasks::Mask(std::uint32_t glyph, unsigned int step, std::size_t*
   const auto found = masks_.find(key);
   if (found != masks_.end()) return found->second;
   GlyphMask mask = face_->Pictures().Has(glyph) ? RenderPicture(glyph) : Render(glyph, step);
-  *newBytes += BytesOf(mask);
-  return masks_.emplace(key, std::move(mask)).first->second;
+  GlyphMask& kept = masks_.emplace(key, std::move(mask)).first->second;
+  *newBytes += BytesOf(kept);
+  return kept;
 }
 
 GlyphMask GlyphMasks::Render(std::uint32_t glyph, unsigned int step) const {
@@ -129,11 +128,12 @@ GlyphMask GlyphMasks::Render(std::uint32_t glyph, unsigned int step) const {
   const unsigned int stepX = step % kSteps;
   const unsigned int stepY = step / kSteps;
   const CGAffineTransform toPixels{scale_.xx, scale_.yx, scale_.xy, scale_.yy, stepX * kStep, stepY * kStep};
-  const CGPath* path = CGPathCreateCopyAndTransform(&outline, &toPixels);
-  if (TakeBox(&mask, CGPathGetBoundingBox(path), 1)) {
-    mask.kind = FillInto(&mask, *path, isSoft_) ? GlyphMask::Kind::kCoverage : GlyphMask::Kind::kNotKept;
+  CGPath path;
+  CGPathAddPath(&path, &toPixels, &outline);
+  if (TakeBox(&mask, CGPathGetBoundingBox(&path), 1)) {
+    FillInto(&mask, path, isSoft_);
+    mask.kind = GlyphMask::Kind::kCoverage;
   }
-  CGPathRelease(path);
   return mask;
 }
 
@@ -146,7 +146,8 @@ GlyphMask GlyphMasks::RenderPicture(std::uint32_t glyph) const {
   }
   const CGAffineTransform toPixels{scale_.xx, scale_.yx, scale_.xy, scale_.yy, 0, 0};
   const InkBox ink = face_->GlyphInk(glyph);
-  if (!ink.IsEmpty() && TakeBox(&mask, BoxOf(ink.Rect(), toPixels), 4) && DrawInto(&mask, *face_, glyph, toPixels)) {
+  if (!ink.IsEmpty() && TakeBox(&mask, BoxOf(ink.Rect(), toPixels), 4)) {
+    DrawInto(&mask, *face_, glyph, toPixels);
     mask.kind = GlyphMask::Kind::kPicture;
   }
   return mask;

@@ -186,11 +186,13 @@ void PaintPictures(CGContext* context, const CTLine& line, const CGAffineTransfo
   const ShapedLine& shape = *line.shape.Get();
   if (!HasPictureFont(shape)) return;
   const CGAffineTransform m = FromReference(line, textToDevice);
-  const GraphicsState kept = context->state;
+  const Scoped state(context->state, GraphicsState(context->state));
+  CGPath path;
+  const Scoped current(context->path, &path);
+  const Scoped lost(context->isPathLost, false);
   context->state.matrix = CGAffineTransformConcat(m, Inverse(context->baseToDevice));
   context->state.alpha *= paint.alpha;
   context->state.blendMode = kCGBlendModeNormal;
-  CGMutablePathRef current = std::exchange(context->path, CGPathCreateMutable());
   const CGAffineTransform lineToBase = context->state.matrix;
   for (const ShapedRun& run : shape.runs) {
     FontFace& face = FontFace::Of(run.font.Get());
@@ -201,8 +203,6 @@ void PaintPictures(CGContext* context, const CTLine& line, const CGAffineTransfo
       face.Pictures().Draw(context, face, static_cast<std::uint32_t>(shape.glyphs[i].index));
     }
   }
-  CGPathRelease(std::exchange(context->path, current));
-  context->state = kept;
 }
 
 }  // namespace platform

@@ -28,12 +28,12 @@ std::size_t GlyphStore::KeyHash::operator()(const Key& key) const {
 }
 
 GlyphMasks& GlyphStore::MasksFor(FontFace* face, const cairo_matrix_t& m, bool isSoft) {
-  std::unique_ptr<GlyphMasks>& masks = scales_[{face, m.xx, m.yx, m.xy, m.yy, isSoft}];
-  if (masks == nullptr) {
-    masks = std::make_unique<GlyphMasks>(face, m, isSoft);
-    byteCount_ += kScaleBytes;
-  }
-  return *masks;
+  const Key key{face, m.xx, m.yx, m.xy, m.yy, isSoft};
+  const auto found = scales_.find(key);
+  if (found != scales_.end()) return *found->second;
+  GlyphMasks& masks = *scales_.emplace(key, std::make_unique<GlyphMasks>(face, m, isSoft)).first->second;
+  byteCount_ += kScaleBytes;
+  return masks;
 }
 
 void GlyphStore::Forget(const FontFace* face) {

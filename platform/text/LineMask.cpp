@@ -32,13 +32,37 @@ void AddGroup(const unsigned char* from, unsigned char* to) {
   std::memcpy(to, &result, sizeof(result));
 }
 
+// An array whose memory serves the next of its kind; text belongs to one thread.
+template <typename T>
+std::vector<T>& Spare() {
+  static auto& spare = *new std::vector<T>;
+  return spare;
+}
+
+template <typename T>
+std::vector<T> TakeSpare() {
+  std::vector<T> taken = std::move(Spare<T>());
+  taken.clear();
+  return taken;
+}
+
+template <typename T>
+void GiveBack(std::vector<T>* array) {
+  constexpr std::size_t kMaxBytes = std::size_t{1} << 20;
+  const std::size_t bytes = array->capacity() * sizeof(T);
+  if (bytes <= kMaxBytes && array->capacity() > Spare<T>().capacity()) Spare<T>() = std::move(*array);
+}
+
 // Bytes of a box that glyphs are added to.
 class Coverage {
  public:
   explicit Coverage(const PixelBox& box)
-      : box_(box),
-        stride_(cairo_format_stride_for_width(CAIRO_FORMAT_A8, box.x1 - box.x0 + GlyphMask::kGroup)),
-        rows_(static_cast<std::size_t>(stride_) * static_cast<std::size_t>(box.y1 - box.y0), 0) {}
+      : box_(box), stride_(cairo_format_stride_for_width(CAIRO_FORMAT_A8, box.x1 - box.x0 + GlyphMask::kGroup)) {
+    rows_.resize(static_cast<std::size_t>(stride_) * static_cast<std::size_t>(box.y1 - box.y0));
+  }
+  Coverage(const Coverage&) = delete;
+  Coverage& operator=(const Coverage&) = delete;
+  ~Coverage() { GiveBack(&rows_); }
 
   void Add(const GlyphMask& glyph, int left, int top) {
     const int y1 = std::min(top + glyph.height, box_.y1);
@@ -71,14 +95,12 @@ class Coverage {
 
   PixelBox box_;
   int stride_;  // a group wider than the box
-  std::vector<unsigned char> rows_;
+  std::vector<unsigned char> rows_ = TakeSpare<unsigned char>();
 };
 
 template <typename Items>
-Coverage CoverageOf(const Items& letters, const PixelBox& box) {
-  Coverage coverage(box);
-  for (const auto& item : letters) coverage.Add(*item.glyph, item.left, item.top);
-  return coverage;
+void AddAll(const Items& letters, Coverage* coverage) {
+  for (const auto& item : letters) coverage->Add(*item.glyph, item.left, item.top);
 }
 
 void PaintPicture(cairo_t* cairo, const GlyphMask& glyph, int left, int top, double alpha) {
@@ -100,12 +122,14 @@ void Widen(PixelBox* box, const PixelBox& other) {
 
 }  // namespace
 
-LineMask::LineMask(const ShapedLine& line, const CGAffineTransform& m, bool isSoft) {
+LineMask::LineMask(const ShapedLine& line, const CGAffineTransform& m, bool isSoft) : letters_(TakeSpare<Item>()) {
   if (line.glyphs.size() > kMaxGlyphs) return;
   letters_.reserve(line.glyphs.size());
   isComplete_ = std::all_of(line.runs.begin(), line.runs.end(),
                             [&](const ShapedRun& run) { return AddRun(line, run, m, isSoft); });
 }
+
+LineMask::~LineMask() { GiveBack(&letters_); }
 
 bool LineMask::AddRun(const ShapedLine& line, const ShapedRun& run, const CGAffineTransform& m, bool isSoft) {
   GlyphStore& store = GlyphStore::Shared();
@@ -127,7 +151,8 @@ bool LineMask::AddRun(const ShapedLine& line, const ShapedRun& run, const CGAffi
 
 void LineMask::PaintOnBitmap(CGContext* context, const Paint& paint, const PixelBox& box) const {
   if (!letters_.empty()) {
-    const Coverage coverage = CoverageOf(letters_, box);
+    Coverage coverage(box);
+    AddAll(letters_, &coverage);
     MaskOnBitmap(context, paint, coverage.View());
   }
   for (const Item& item : pictures_) {
@@ -143,7 +168,11 @@ void LineMask::PaintOnBitmap(CGContext* context, const Paint& paint, const Pixel
 
 void LineMask::PaintThroughCairo(cairo_t* cairo, const Paint& paint, double alpha, const PixelBox& box) const {
   cairo_set_source_rgba(cairo, paint.red, paint.green, paint.blue, paint.alpha * alpha);
-  if (!letters_.empty()) CoverageOf(letters_, box).Paint(cairo);
+  if (!letters_.empty()) {
+    Coverage coverage(box);
+    AddAll(letters_, &coverage);
+    coverage.Paint(cairo);
+  }
   for (const Item& item : pictures_) PaintPicture(cairo, *item.glyph, item.left, item.top, paint.alpha * alpha);
   cairo_set_source_rgb(cairo, 0, 0, 0);  // the last one's pixels belong to the store
 }

@@ -1,4 +1,6 @@
 // A line of text on a bitmap, put together from the kept pixels of its glyphs. Private to the native layer.
+//
+// The memory of a line serves the next one: a line whose glyphs are kept takes none.
 #pragma once
 
 #include <vector>
@@ -13,6 +15,9 @@ class LineMask {
  public:
   /// `m` leads from reference units to device space and has an inverse.
   LineMask(const ShapedLine& line, const CGAffineTransform& m, bool isSoft);
+  LineMask(const LineMask&) = delete;
+  LineMask& operator=(const LineMask&) = delete;
+  ~LineMask();
 
   /// False for a line of more than a million glyphs, and for glyphs that are not kept.
   bool IsComplete() const { return isComplete_; }

@@ -3,6 +3,10 @@
 // Units are those of the target (pixels of a bitmap); y points up, with the origin at the left bottom corner of the
 // target. A new context has the identity matrix, no clip, alpha 1, antialiasing on, opaque black paint, line width 1,
 // butt caps, mitre joins and a mitre limit of 10. Null contexts are ignored everywhere.
+//
+// Where memory lacks, the operation draws nothing, and that is said on standard error, once a process. Nothing is drawn
+// under a state of which a part was lost, such as a clip, nor until the restore that belongs to a save that failed;
+// what is restored is whole again.
 #pragma once
 
 #include <stddef.h>

@@ -99,4 +99,23 @@ TEST_F(StrokeAreaTest, AnyStroke_CoversWhatCairosDoes) {
   EXPECT_LE(odd, 5);  // of a hundred: cairo goes around a curve's cusp in its own way
 }
 
+// However large nib and curve are: with curves as exact as small ones have it would be a hundred times as many.
+TEST_F(StrokeAreaTest, HugeNibs_TakeNoEndOfPoints) {
+  const CGAffineTransform maps[] = {{1, 0, 0, 1, 0, 0}, {1e6, 0, 0, 1e-6, 0, 0}, {1e-9, 0, 0, 1, 0, 0}};
+  for (const CGAffineTransform& pen : maps) {
+    for (const double size : {200.0, 1e9, 1e12}) {
+      for (const double width : {1e5, 1099511627776.0, 1e200}) {
+        CGPath path, area;
+        CGPathAddEllipseInRect(&path, nullptr, CGRectMake(-size / 2, -size / 2, size, size / 10));
+        platform::GraphicsState state;
+        state.lineWidth = width;
+        const double reach = 10 * width * (pen.a + pen.d);
+        platform::AddStrokeArea(path, pen, state, platform::CutBoxOf({0, 0, kSide, kSide}, reach), &area);
+        EXPECT_GT(area.points.Count(), 8U);
+        EXPECT_LT(area.points.Count(), 1000000U) << size << " by " << width << ", " << pen.a;
+      }
+    }
+  }
+}
+
 }  // namespace

@@ -125,7 +125,7 @@ TEST(RasterPixelsTest, Mixing_IsRightButForItsRoundings) {
     const raster::Surface surface{reinterpret_cast<unsigned char*>(&pixel), 4, 1, 1, PixelOrder::kBlueFirst};
     const Checks rows(source, source, PixelOrder::kBlueFirst);
     const Ink::Kind kind = round % 2 == 0 ? Ink::Kind::kColor : Ink::Kind::kRows;
-    raster::PaintThrough(surface, 0, 0, 1, &coverage, {kind, source >> 24 == 255, source, &rows});
+    raster::PaintThrough(surface, 0, 0, 1, &coverage, nullptr, {kind, source >> 24 == 255, source, &rows});
     const double share = coverage / 255.0;
     for (unsigned int shift = 0; shift < 32; shift += 8) {
       const double expected =
