@@ -26,7 +26,7 @@ void PrintUsage() {
       "\nCommands that open a document take --strict: then an object that its class can't read is an error;\n"
       "otherwise it is told on standard error, drawn as a crossed box and kept as it is.\n"
       "\n\"objecthost COMMAND --help\" tells more. Exit code 0 is success; 1 is failure, with a line on\n"
-      "standard error.\n");
+      "standard error (\"validate\" tells more by its own).\n");
 }
 
 struct Invocation {
@@ -111,8 +111,10 @@ int RunProgram(const std::vector<std::string>& words) {
     std::fputs(command->help, stdout);
     return 0;
   }
-  // "info" looks at one bundle by itself, and the window loads its own.
-  if (command->run == kInfoCommand.run || command->run == kWindowCommand.run) return command->run(arguments);
+  // "info" and "validate" look at one bundle by itself, and the window loads its own.
+  for (const Command* alone : {&kInfoCommand, &kValidateCommand, &kWindowCommand}) {
+    if (command->run == alone->run) return command->run(arguments);
+  }
 
   const Fonts fonts;
   BundleSet bundles(Program::ExecutablePath(), ProbeMemory::DefaultFile());

@@ -36,6 +36,7 @@ const std::vector<Command>& Commands() {
       kRecoverCommand,
       kInfoCommand,
       kBundlesCommand,
+      kValidateCommand,
       kWindowCommand,
       kDemoCommand,
       kVerifyCommand,

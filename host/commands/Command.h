@@ -32,6 +32,7 @@ extern const Command kScriptCommand;
 extern const Command kRecoverCommand;
 extern const Command kInfoCommand;
 extern const Command kBundlesCommand;
+extern const Command kValidateCommand;
 extern const Command kWindowCommand;
 extern const Command kDemoCommand;
 extern const Command kVerifyCommand;

@@ -1,8 +1,8 @@
 // The engine's face: shapes, masks and boxes painted onto pixels.
 //
-// Nothing here takes memory but a workspace of 2 MB a thread and, for masks under a clip, for blend modes and for shapes
-// of more than 16,000 edges, a row or a tile of bytes. What returns a bool paints nothing, or not all, and returns false
-// when memory lacked.
+// Nothing here takes memory but a workspace of 2 MB a thread and, for masks under a clip, for blend modes and for
+// shapes of more than 16,000 edges, a row or a tile of bytes. What returns a bool paints nothing, or not all, and
+// returns false when memory lacked.
 #pragma once
 
 #include "platform/raster/Kernels.h"
