@@ -7,7 +7,7 @@ function(akkit_add_bundle name)
   target_link_libraries(${name} PRIVATE AKKit::Graphics)
   set_target_properties(${name} PROPERTIES
     PREFIX ""
-    SKIP_BUILD_RPATH ON
+    BUILD_WITH_INSTALL_RPATH ON
     CXX_VISIBILITY_PRESET hidden
     VISIBILITY_INLINES_HIDDEN ON
     LINK_DEPENDS ${AKKit_EXPORTS})

@@ -32,9 +32,9 @@ void HeapWatch::ExpectFlat(const char* what) const {
   const std::size_t last = taken_[3] > taken_[2] ? taken_[3] - taken_[2] : 0;
   const auto least = static_cast<std::size_t>(rounds_) * 16;
   trial_.Do(std::to_string(rounds_) + " times: " + what);
-  trial_.Expect(second < least || last < least, "no memory stays taken",
-                std::to_string(second) + " bytes stay taken, and as many more times later again " +
-                    std::to_string(last));
+  trial_.Expect(
+      second < least || last < least, "no memory stays taken",
+      std::to_string(second) + " bytes stay taken, and as many more times later again " + std::to_string(last));
 }
 
 }  // namespace host::validator

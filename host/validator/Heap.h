@@ -14,8 +14,8 @@ class HeapWatch {
 
   /// Notes what is taken behind round `round` of `count`, which begins with 0.
   void Note(int round, int count);
-  /// The rounds of the last third took no more than those of the second, but for what a store that fills up at odd times
-  /// may take. `what` was done.
+  /// The rounds of the last third took no more than those of the second, but for what a store that fills up at odd
+  /// times may take. `what` was done.
   void ExpectFlat(const char* what) const;
   /// Bytes that the allocator has given out.
   static std::size_t Taken();

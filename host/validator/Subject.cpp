@@ -34,9 +34,7 @@ std::string WholeTextOf(const AKDictionary& properties) {
 
 }  // namespace
 
-HostPanel* ClassCalls::Panel() const {
-  return Has(kAKMethodInspector) ? HostPanel::Of(entry_.panel.get()) : nullptr;
-}
+HostPanel* ClassCalls::Panel() const { return Has(kAKMethodInspector) ? HostPanel::Of(entry_.panel.get()) : nullptr; }
 
 bool ClassCalls::Has(unsigned int slot) const { return HasSlot(Record(), slot); }
 
@@ -88,8 +86,7 @@ AKDictionary ClassCalls::Get(const Instance& object) const {
   AKDictionary properties;
   if (!Has(kAKMethodGetObjectProperties)) return properties;
   Do("akmGetObjectProperties");
-  const int status =
-      CallSlot<int, AKDictionary*>(Record(), kAKMethodGetObjectProperties, object.get(), &properties);
+  const int status = CallSlot<int, AKDictionary*>(Record(), kAKMethodGetObjectProperties, object.get(), &properties);
   if (status != 0) trial_.Fail("status 0", StatusText(status));
   return properties;
 }

@@ -64,8 +64,8 @@ class ClassCalls {
 /// What is called before each call into the bundle; empty for nothing.
 extern std::function<void()> gBeforeCall;
 
-/// A bundle that was loaded and started. When it does not start, or registers no class, the check fails. It stays as long
-/// as the process.
+/// A bundle that was loaded and started. When it does not start, or registers no class, the check fails. It stays as
+/// long as the process.
 class Subject {
  public:
   explicit Subject(Trial& trial);

@@ -70,7 +70,8 @@ Result<std::vector<const Check*>> ChooseChecks(int level, const std::vector<std:
                                                const std::vector<std::string>& skipped) {
   for (const auto* names : {&only, &skipped}) {
     for (const std::string& name : *names) {
-      if (FindCheck(name) == nullptr) return Problem(N_("%s"), {"there is no check \"" + name + "\"; --list tells all"});
+      if (FindCheck(name) == nullptr)
+        return Problem(N_("%s"), {"there is no check \"" + name + "\"; --list tells all"});
     }
   }
   const auto isIn = [](const std::vector<std::string>& names, const Check& check) {
