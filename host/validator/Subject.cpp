@@ -14,6 +14,7 @@
 namespace host::validator {
 
 std::function<void()> gBeforeCall;
+const AKHostServiceRecord* gServices = nullptr;
 
 namespace {
 
@@ -152,7 +153,7 @@ int ClassCalls::Send(const Instance& object, unsigned int kind, unsigned int con
   return status;
 }
 
-Subject::Subject(Trial& trial) : Subject(trial, Host::Instance().ServiceRecord()) {}
+Subject::Subject(Trial& trial) : Subject(trial, gServices != nullptr ? *gServices : Host::Instance().ServiceRecord()) {}
 
 Subject::Subject(Trial& trial, const AKHostServiceRecord& record) : library_(trial) {
   const std::size_t first = Host::Instance().Classes().Classes().size();

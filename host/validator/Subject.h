@@ -63,6 +63,8 @@ class ClassCalls {
 
 /// What is called before each call into the bundle; empty for nothing.
 extern std::function<void()> gBeforeCall;
+/// What bundles are started with; null for the host's services. Outlives them.
+extern const AKHostServiceRecord* gServices;
 
 /// A bundle that was loaded and started. When it does not start, or registers no class, the check fails. It stays as
 /// long as the process.

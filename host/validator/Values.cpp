@@ -29,7 +29,9 @@ AKValue Whole(long long number) {
   value.SetasInteger(number);
   return value;
 }
-AKValue String(const std::string& text) { return AKValueSetasAKString(AKString(text.data(), static_cast<unsigned int>(text.size()))); }
+AKValue String(const std::string& text) {
+  return AKValueSetasAKString(AKString(text.data(), static_cast<unsigned int>(text.size())));
+}
 AKValue Bool(bool state) {
   AKValue value;
   value.SetasBool(state);
@@ -69,10 +71,19 @@ AKValue RandomValue(const AKValue& old, Dice* dice) {
 
 std::vector<AKValue> ExtremeValues(const AKValue& old) {
   using Limits = std::numeric_limits<double>;
-  static constexpr double kExtremes[] = {
-      Limits::quiet_NaN(), Limits::infinity(), -Limits::infinity(), Limits::max(), -Limits::max(),
-      Limits::min(),       Limits::denorm_min(), -0.0,              1e300,         4294967296.0,
-      -4294967296.0,       2147483648.0,         1e15};
+  static constexpr double kExtremes[] = {Limits::quiet_NaN(),
+                                         Limits::infinity(),
+                                         -Limits::infinity(),
+                                         Limits::max(),
+                                         -Limits::max(),
+                                         Limits::min(),
+                                         Limits::denorm_min(),
+                                         -0.0,
+                                         1e300,
+                                         4294967296.0,
+                                         -4294967296.0,
+                                         2147483648.0,
+                                         1e15};
   static constexpr long long kWholeExtremes[] = {INT64_MAX, INT64_MIN, INT32_MAX, INT32_MIN, 4294967295, 1LL << 40};
   switch (old.Type()) {
     case kAKValueTypeInteger:
@@ -82,7 +93,8 @@ std::vector<AKValue> ExtremeValues(const AKValue& old) {
     case kAKValueTypeString: {
       std::string all;
       for (int byte = 1; byte < 256; ++byte) all += static_cast<char>(byte);
-      return {String(all), String(std::string(1 << 20, 'x')), String("%s%n%s%n%s%n%d%x"), String(std::string(300, '\n'))};
+      return {String(all), String(std::string(1 << 20, 'x')), String("%s%n%s%n%s%n%d%x"),
+              String(std::string(300, '\n'))};
     }
     default:
       return OrdinaryValues(old);
