@@ -1,4 +1,119 @@
-#include "host/validator/Check.h"
+// Objects do not know of each other.
+#include "host/validator/Controls.h"
+#include "host/validator/Picture.h"
+#include "host/validator/States.h"
+#include "host/validator/Values.h"
+
 namespace host::validator {
-std::vector<Check> IsolationChecks() { return {}; }
+namespace {
+
+constexpr int kRounds = 20;
+
+// Something that changes the object or asks it.
+void Disturb(Trial& trial, const ClassCalls& cls, const Instance& object, Dice* dice) {
+  switch (dice->Below(5)) {
+    case 0:
+      for (const Entry& entry : EntriesOf(cls.Get(object))) {
+        cls.Set(object, entry.key, RandomValue(entry.value, dice));
+      }
+      break;
+    case 1: {
+      const Picture picture(cls, object, DrawJob());
+      break;
+    }
+    case 2:
+      if (cls.Has(kAKMethodInitFromFile)) cls.Read(object, cls.Write(RandomObject(cls, dice)));
+      break;
+    case 3:
+      if (cls.Panel() == nullptr) break;
+      for (HostControl* control : UsableControls(*cls.Panel())) {
+        Change(trial, cls, *cls.Panel(), object, control, RandomControlValue(*control, dice));
+      }
+      break;
+    default:
+      RandomObject(cls, dice);
+  }
+}
+
+void ExpectUntouched(Trial& trial, const ClassCalls& cls, const Instance& object, const State& before) {
+  const State now = StateOf(cls, object);
+  trial.Expect(now == before, "the other object as it was: " + TextOfState(before), TextOfState(now));
+}
+
+void Instances(Trial& trial) {
+  ForEachClass(trial, {}, [&](const ClassCalls& cls) {
+    for (std::size_t step = 0; step < kRounds; ++step) {
+      if (!trial.Wants(step)) continue;
+      Dice dice = trial.DiceOf(step);
+      const Instance quiet = RandomObject(cls, &dice);
+      const Instance busy = RandomObject(cls, &dice);
+      const State before = StateOf(cls, quiet);
+      for (int i = 0; i < 4; ++i) Disturb(trial, cls, busy, &dice);
+      ExpectUntouched(trial, cls, quiet, before);
+    }
+  });
+}
+
+void Pictures(Trial& trial) {
+  ForEachClass(trial, {kAKMethodDraw}, [&](const ClassCalls& cls) {
+    for (std::size_t step = 0; step < kRounds; ++step) {
+      if (!trial.Wants(step)) continue;
+      Dice dice = trial.DiceOf(step);
+      const Instance quiet = RandomObject(cls, &dice);
+      const Instance busy = RandomObject(cls, &dice);
+      const Picture before(cls, quiet, DrawJob());
+      Disturb(trial, cls, busy, &dice);
+      const Picture between(cls, busy, DrawJob());
+      const std::size_t others = Picture(cls, quiet, DrawJob()).CountOthers(before);
+      trial.Expect(others == 0, "the picture of the other object as it was", std::to_string(others) + " pixels differ");
+    }
+  });
+}
+
+void Ends(Trial& trial) {
+  ForEachClass(trial, {}, [&](const ClassCalls& cls) {
+    for (const bool isFirst : {true, false}) {
+      Instance first = cls.Make();
+      Instance second = cls.Make();
+      Instance& kept = isFirst ? second : first;
+      const State before = StateOf(cls, kept);
+      trial.Do("end another object of the class");
+      (isFirst ? first : second).reset();
+      ExpectUntouched(trial, cls, kept, before);
+      const Picture picture(cls, kept, DrawJob());
+      if (cls.Panel() != nullptr) Fill(trial, cls, *cls.Panel(), kept);
+    }
+  });
+}
+
+void ClassesApart(Trial& trial) {
+  const auto* subject = new Subject(trial);  // stays as long as the process
+  if (subject->Classes().size() < 2) trial.Skip("the bundle has one class");
+  for (const ClassCalls& cls : subject->Classes()) {
+    for (const ClassCalls& other : subject->Classes()) {
+      if (&other == &cls) continue;
+      for (std::size_t step = 0; step < kRounds; ++step) {
+        if (!trial.Wants(step)) continue;
+        Dice dice = trial.DiceOf(step);
+        const Instance quiet = RandomObject(cls, &dice);
+        const Instance busy = RandomObject(other, &dice);
+        const State before = StateOf(cls, quiet);
+        for (int i = 0; i < 4; ++i) Disturb(trial, other, busy, &dice);
+        ExpectUntouched(trial, cls, quiet, before);
+      }
+    }
+  }
+}
+
+}  // namespace
+
+std::vector<Check> IsolationChecks() {
+  return {
+      {"isolate-objects", "What is done to an object changes no other one.", 2, &Instances},
+      {"isolate-pictures", "Nor does it change how another one is drawn.", 2, &Pictures},
+      {"isolate-ends", "An object that ends takes nothing of another one with it.", 2, &Ends},
+      {"isolate-classes", "Objects of two classes of a bundle do not change each other.", 2, &ClassesApart},
+  };
+}
+
 }  // namespace host::validator

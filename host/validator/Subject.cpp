@@ -169,8 +169,7 @@ Subject::Subject(Trial& trial, const AKHostServiceRecord& record) : library_(tri
 
 void ForEachClass(Trial& trial, std::initializer_list<unsigned int> slots,
                   const std::function<void(const ClassCalls& cls)>& f) {
-  static Subject* subject = nullptr;  // never ends: the process does
-  subject = new Subject(trial);
+  static const auto* const subject = new Subject(trial);  // never ends: the process does
   bool isAny = false;
   for (const ClassCalls& cls : subject->Classes()) {
     if (!std::all_of(slots.begin(), slots.end(), [&cls](unsigned int slot) { return cls.Has(slot); })) continue;
