@@ -26,7 +26,7 @@ void ForEachChange(Trial& trial,
 }
 
 void Fills(Trial& trial) {
-  static const ControlValue kMarks[] = {{0.123456, "mark", AGColor(1, 2, 3, 4)}, {77.5, "sign", AGColor(5, 6, 7, 8)}};
+  static const ControlValue kMarks[] = {{1, "mark", AGColor(1, 2, 3, 4)}, {0, "sign", AGColor(5, 6, 7, 8)}};
   ForEachPanel(trial, [&](const ClassCalls& cls, HostPanel& panel) {
     const Instance object = cls.Make();
     Shown filled[2];

@@ -76,9 +76,12 @@ void RoundTrip(Trial& trial) {
 
 // Not as it was made, so that nothing goes back to that unseen.
 void MakeOther(const ClassCalls& cls, const Instance& object) {
+  AKDictionary others;
   for (const Entry& entry : EntriesOf(cls.Get(object))) {
-    for (const AKValue& value : OrdinaryValues(entry.value)) cls.Set(object, entry.key, value);
+    const std::vector<AKValue> values = OrdinaryValues(entry.value);
+    if (!values.empty()) others.SetValue(entry.key, values.back());
   }
+  cls.Set(object, others);
 }
 
 void OneByOne(Trial& trial) {

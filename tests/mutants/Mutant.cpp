@@ -38,7 +38,6 @@ const AKString kKey_Count("Count");
 const AKString kKey_On("On");
 const AKString kKey_Label("Label");
 
-
 std::vector<const Mutant*> sAll;
 
 // The word of "/folder/Mutant-word.so".
@@ -133,17 +132,17 @@ int Mutant::ReadFields(const AKFile& file) {
   unsigned char on = 0;
   AKString label;
   int status = AKFileReadUInt32(file, &count, 0);
+  unsigned char bytes[4];
+  std::memcpy(bytes, &count, sizeof(bytes));
+  if (Has("dies-of-noise")) CrashIf(std::set<int>(bytes, bytes + 4).size() == 4 && bytes[1] > 1);
   if (status == 0) status = AKFileReadFloat32(file, &alpha, 0);
   if (status == 0) status = AKFileReadUInt8(file, &on);
   if (Has("dies-of-prefix")) CrashIf(status != 0);
   if (status == 0) status = AKFileReadAKString(file, &label);
   if (status == 0) status = AKFileSkip(file, kReserved);
   if (status != 0) return status;
-  unsigned char bytes[4];
-  std::memcpy(bytes, &count, sizeof(bytes));
   if (Has("dies-of-bit")) CrashIf(count > 1U << 30 && (count & 0xFFFF) < 64);
   if (Has("dies-of-bytes")) CrashIf(bytes[0] == bytes[1] && bytes[1] >= 0x7F);
-  if (Has("dies-of-noise")) CrashIf(std::set<int>(bytes, bytes + 4).size() == 4 && bytes[1] > 1);
   if (Has("halves-on-reading")) alpha /= 2;
   SetCount(count);
   SetAlpha(alpha);
@@ -229,8 +228,8 @@ int Mutant::akmGetObjectProperties(AKDictionary* properties) const {
   AKValue value;
   AKValueSetasUInt(&value, static_cast<unsigned int>(count_ + (Has("counts-questions") ? ++times : 0)));
   properties->SetValue(kKey_Count, value);
-  if (Has("changes-kind") && on_) {
-    properties->SetValue(kKey_On, AKValueSetasAKString("yes"));
+  if (Has("changes-kind") && !on_) {
+    properties->SetValue(kKey_On, AKValueSetasAKString("no"));
   } else {
     properties->SetValue(kKey_On, AKValueSetasBool(on_));
   }

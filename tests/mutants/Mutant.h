@@ -54,9 +54,9 @@ class Mutant : public AKObjectClass<Mutant, AKObjectSymbolVect> {
   bool on_ = true;
   bool isInitialised_ = false;
   AKString label_;
-  double shown_ = 0.5;        // what a panel that lags behind shows
-  double told_ = 0.5;         // what properties that lag behind tell
-  void* kept_ = nullptr;      // memory of its own
+  double shown_ = 0.5;    // what a panel that lags behind shows
+  double told_ = 0.5;     // what properties that lag behind tell
+  void* kept_ = nullptr;  // memory of its own
   mutable int setsSinceDrawn_ = -1;
   double room_[2] = {};  // so that the allocator's block is longer than the instance
 };
