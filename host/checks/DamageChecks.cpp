@@ -84,9 +84,9 @@ void Garbled(Trial& trial) {
 std::vector<Check> DamageChecks() {
   return {
       {"record-prefixes", "A record that ends too early, at each of its bytes, is refused or borne.", 2, &Prefixes},
-      {"record-bit-flips", "So is a record with one wrong bit, each in turn.", 3, &BitFlips},
-      {"record-garbled", "So is a record with a few wrong bytes.", 4, &Garbled},
-      {"record-random", "So are random bytes.", 4, &RandomBytes},
+      {"record-bit-flips", "A record with one wrong bit, each in turn, is refused or borne.", 3, &BitFlips},
+      {"record-garbled", "A record with a few wrong bytes is refused or borne.", 4, &Garbled},
+      {"record-random", "Random bytes are refused or borne as a record.", 4, &RandomBytes},
   };
 }
 

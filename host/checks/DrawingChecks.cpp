@@ -242,13 +242,13 @@ void LeavesHeap(Trial& trial) {
 std::vector<Check> DrawingChecks() {
   return {
       {"draw-status", "An object draws and returns 0.", 1, &Status},
-      {"draw-same", "It draws the same every time, or hosts show parts of two pictures.", 1, &Same},
+      {"draw-same", "An object draws the same every time, or hosts show parts of two pictures.", 1, &Same},
       {"draw-object-kept", "Drawing changes nothing of the object: nobody edited it.", 1, &ObjectKept},
       {"draw-context-kept", "The host's context stays as it is, for the next object.", 1, &ContextKept},
       {"draw-port-kept", "The port's matrix and clip stay as they are, for the next object.", 2, &PortKept},
       {"draw-event-kept", "The event, its brush and its pen are read only.", 1, &EventKept},
-      {"draw-within", "It paints within its bounds and what the pen needs around them: hosts draw no more again.", 2,
-       &Within},
+      {"draw-within",
+       "An object paints within its bounds and what the pen needs around them: hosts draw no more again.", 2, &Within},
       {"draw-turned", "The bounds are turned by the event's angle about their centre.", 2, &Turned},
       {"draw-invisible", "Without brush and pen nothing is painted.", 1, &Invisible},
       {"draw-alpha", "With the context's alpha 0 nothing is painted.", 1, &Alpha},

@@ -100,10 +100,10 @@ void Styles(Trial& trial) {
 std::vector<Check> DrawingEdgeChecks() {
   return {
       {"draw-empty-bounds", "Bounds without width or height are borne: a click makes them.", 2, &Empty},
-      {"draw-inverted-bounds", "So are bounds whose ends are exchanged.", 2, &Inverted},
-      {"draw-huge-bounds", "So are bounds of any size, in the same time.", 2, &Huge},
-      {"draw-no-numbers", "So are bounds that are infinite or no numbers.", 2, &NoNumbers},
-      {"draw-odd-angles", "So is each angle.", 2, &Angles},
+      {"draw-inverted-bounds", "Bounds whose ends are exchanged are borne.", 2, &Inverted},
+      {"draw-huge-bounds", "Bounds of any size are borne, in the same time.", 2, &Huge},
+      {"draw-no-numbers", "Bounds that are infinite or no numbers are borne.", 2, &NoNumbers},
+      {"draw-odd-angles", "Each angle is borne.", 2, &Angles},
       {"draw-styles", "Each brush and pen is drawn with, in each state of an object.", 3, &Styles},
   };
 }

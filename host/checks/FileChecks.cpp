@@ -69,18 +69,19 @@ std::vector<Check> FileChecks() {
   return {
       {"file-entry", "The file exports a function pluginMain, the only way in that a host knows.", 1, &Entry,
        Check::Kind::kNeeded},
-      {"file-exports", "It exports nothing else, or two bundles could take each other's functions for their own.", 1,
+      {"file-exports",
+       "The file exports nothing but pluginMain, or two bundles could take each other's functions for their own.", 1,
        &Exports},
-      {"file-unique", "It has no unique symbols, which would keep it in memory for ever.", 1, &Unique},
+      {"file-unique", "The file has no unique symbols, which would keep it in memory for ever.", 1, &Unique},
       {"file-search-path", "Libraries are searched beside the file alone, since a user's folders are other ones.", 1,
        &SearchPath},
       {"file-libraries", "Libraries are needed by name, since a path of the author's machine is nowhere else.", 1,
        &Libraries},
-      {"file-stack", "It asks for no executable stack, which systems refuse to load.", 1, &Stack},
-      {"file-text-relocations", "Its code is position independent, since systems refuse to change code.", 1,
+      {"file-stack", "The file asks for no executable stack, which systems refuse to load.", 1, &Stack},
+      {"file-text-relocations", "The code is position independent, since systems refuse to change code.", 1,
        &TextRelocations},
-      {"file-resolved", "It loads with all its symbols found, so that none is missed in the middle of the work.", 1,
-       &Resolved, Check::Kind::kNeeded},
+      {"file-resolved", "The file loads with all its symbols found, so that none is missed in the middle of the work.",
+       1, &Resolved, Check::Kind::kNeeded},
   };
 }
 

@@ -100,15 +100,15 @@ void Scales(Trial& trial) {
 
 std::vector<Check> HostChecks() {
   return {
-      {"host-no-general-table", "It works with a host that has no general table, by the kit's own answers.", 2,
+      {"host-no-general-table", "The bundle works with a host that has no general table, by the kit's own answers.", 2,
        &WithoutGeneral},
-      {"host-no-handler-table", "It works with a host that has no handlers.", 2, &WithoutHandlers},
-      {"host-no-panel-tables", "It works with a host that has no panels.", 2, &WithoutPanels},
+      {"host-no-handler-table", "The bundle works with a host that has no handlers.", 2, &WithoutHandlers},
+      {"host-no-panel-tables", "The bundle works with a host that has no panels.", 2, &WithoutPanels},
       {"host-no-class-table", "A host that keeps no classes is refused, not believed.", 2, &WithoutClasses},
       {"host-no-optional-entries", "Log and dialogs may be null entries, which are asked for first.", 2,
        &WithoutOptionalEntries},
-      {"host-refusing", "It works with a host that refuses whatever it is asked.", 2, &Refusing},
-      {"host-display-scale", "It works at each display scale.", 2, &Scales},
+      {"host-refusing", "The bundle works with a host that refuses whatever it is asked.", 2, &Refusing},
+      {"host-display-scale", "The bundle works at each display scale.", 2, &Scales},
   };
 }
 

@@ -196,7 +196,7 @@ std::vector<Check> InstanceChecks() {
       {"make-heap", "Ended objects leave no memory taken, or a long session runs out of it.", 3, &LeavesHeap},
       {"make-plain", "An object is made with no arguments and with \"-default\", as hosts do.", 1, &WithoutArguments},
       {"make-arguments", "Arguments of every form are borne: a user types them.", 3, &Arguments},
-      {"make-random-arguments", "So are random ones.", 4, &RandomArguments},
+      {"make-random-arguments", "Random arguments are borne.", 4, &RandomArguments},
       {"make-within-block", "An object writes within its own memory; what lies behind belongs to others.", 2,
        &WithinBlock},
       {"make-initialised", "Nothing of an object depends on what stood in its memory before.", 3, &InitsAll},

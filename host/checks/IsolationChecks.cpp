@@ -110,7 +110,7 @@ void ClassesApart(Trial& trial) {
 std::vector<Check> IsolationChecks() {
   return {
       {"isolate-objects", "What is done to an object changes no other one.", 2, &Instances},
-      {"isolate-pictures", "Nor does it change how another one is drawn.", 2, &Pictures},
+      {"isolate-pictures", "What is done to an object does not change how another one is drawn.", 2, &Pictures},
       {"isolate-ends", "An object that ends takes nothing of another one with it.", 2, &Ends},
       {"isolate-classes", "Objects of two classes of a bundle do not change each other.", 2, &ClassesApart},
   };

@@ -89,12 +89,12 @@ std::vector<Check> LoadChecks() {
   return {
       {"load-unloads", "The bundle leaves the memory when it is unloaded, 100 times, so that it can be replaced.", 2,
        &Unloads},
-      {"load-reloads", "It starts again each time that it is loaded, since a host may unload and load it.", 2,
+      {"load-reloads", "The bundle starts again each time that it is loaded, since a host may unload and load it.", 2,
        &Reloads},
       {"load-heap", "Loading, starting and unloading leaves no memory taken, or a long session runs out of it.", 3,
        &LeavesHeap},
-      {"load-files", "It leaves no files open, since a process may have only so many.", 3, &LeavesFiles},
-      {"load-threads", "It has no threads of its own: everything in a host happens on one.", 3, &LeavesThreads},
+      {"load-files", "The bundle leaves no files open, since a process may have only so many.", 3, &LeavesFiles},
+      {"load-threads", "The bundle has no threads of its own: everything in a host happens on one.", 3, &LeavesThreads},
   };
 }
 

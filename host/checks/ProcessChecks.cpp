@@ -101,14 +101,16 @@ void Output(Trial& trial) {
 std::vector<Check> ProcessChecks() {
   return {
       {"process-folder", "The bundle stays out of the working folder, from which the host opens files.", 2, &Folder},
-      {"process-permissions", "It leaves the mask of permissions, or the host's documents get others.", 2,
+      {"process-permissions", "The bundle leaves the mask of permissions, or the host's documents get others.", 2,
        &Permissions},
-      {"process-locale", "It leaves the process's locale, or numbers in the host's files get other points.", 2,
+      {"process-locale", "The bundle leaves the process's locale, or numbers in the host's files get other points.", 2,
        &Locale},
-      {"process-rounding", "It leaves the rounding of numbers, with which everything is drawn.", 2, &Rounding},
-      {"process-environment", "It leaves the environment variables, which are the host's.", 2, &Environment},
-      {"process-signals", "It leaves the handlers of signals, with which the host saves the user's work.", 2, &Signals},
-      {"process-output", "It prints nothing: standard output is the host's, and the log is there for it.", 2, &Output},
+      {"process-rounding", "The bundle leaves the rounding of numbers, with which everything is drawn.", 2, &Rounding},
+      {"process-environment", "The bundle leaves the environment variables, which are the host's.", 2, &Environment},
+      {"process-signals", "The bundle leaves the handlers of signals, with which the host saves the user's work.", 2,
+       &Signals},
+      {"process-output", "The bundle prints nothing: standard output is the host's, and the log is there for it.", 2,
+       &Output},
   };
 }
 

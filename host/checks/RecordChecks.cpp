@@ -220,7 +220,8 @@ std::vector<Check> RecordChecks() {
       {"record-replaces", "A record that is read replaces the whole state, not a part of it.", 2, &Reinits},
       {"record-read-status", "A record that can't be read is told by the status, or the object is lost silently.", 2,
        &ReadFailures},
-      {"record-write-status", "So is one that can't be written, or a full disk loses the object.", 2, &WriteFailures},
+      {"record-write-status", "A record that can't be written is told by the status, or a full disk loses the object.",
+       2, &WriteFailures},
   };
 }
 

@@ -11,10 +11,10 @@
 #include "host/commands/Command.h"
 #include "host/commands/CommandLine.h"
 #include "host/commands/ProgressBar.h"
+#include "host/reports/Report.h"
 #include "host/storage/WholeFiles.h"
 #include "host/text/ParseNumber.h"
 #include "host/validator/ElfFile.h"
-#include "host/validator/Report.h"
 
 namespace host {
 namespace {

@@ -67,7 +67,11 @@ class Reader {
   std::vector<Elf64_Phdr> segments_;
 };
 
+// A program has the name of its loader.
 bool IsLibrary(const Reader& reader) {
+  for (const Elf64_Phdr& segment : reader.Segments()) {
+    if (segment.p_type == PT_INTERP) return false;
+  }
   const auto header = reader.At<Elf64_Ehdr>(0);
   return header && std::memcmp(header->e_ident, ELFMAG, SELFMAG) == 0 && header->e_ident[EI_CLASS] == ELFCLASS64 &&
          header->e_machine == EM_X86_64 && header->e_type == ET_DYN;

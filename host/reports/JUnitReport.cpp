@@ -1,7 +1,7 @@
 #include <cstdio>
 
+#include "host/reports/Report.h"
 #include "host/text/Utf8Check.h"
-#include "host/validator/Report.h"
 
 namespace host::validator {
 namespace {

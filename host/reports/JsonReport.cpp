@@ -1,5 +1,5 @@
 #include "host/listings/JsonWriter.h"
-#include "host/validator/Report.h"
+#include "host/reports/Report.h"
 
 namespace host::validator {
 namespace {

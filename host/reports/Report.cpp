@@ -1,4 +1,4 @@
-#include "host/validator/Report.h"
+#include "host/reports/Report.h"
 
 #include <cstdio>
 #include <cstring>
