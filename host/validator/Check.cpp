@@ -8,7 +8,7 @@ const std::vector<Check>& AllChecks() {
     for (const auto family :
          {&FileChecks, &SetupChecks, &HostChecks, &LoadChecks, &ProcessChecks, &ClassChecks, &InstanceChecks,
           &PropertyChecks, &RecordChecks, &DamageChecks, &DrawingChecks, &DrawingEdgeChecks, &PanelChecks,
-          &PanelUseChecks, &TranslationChecks, &IsolationChecks, &OrderChecks, &TimeChecks}) {
+          &PanelUseChecks, &TranslationChecks, &IsolationChecks, &OrderChecks, &TimeChecks, &MemoryChecks}) {
       for (const Check& check : family()) checks.push_back(check);
     }
     return checks;

@@ -49,5 +49,6 @@ std::vector<Check> TranslationChecks();
 std::vector<Check> IsolationChecks();
 std::vector<Check> OrderChecks();
 std::vector<Check> TimeChecks();
+std::vector<Check> MemoryChecks();
 
 }  // namespace host::validator

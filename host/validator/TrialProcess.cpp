@@ -18,6 +18,7 @@
 #include <cstring>
 #include <exception>
 #include <new>
+#include <sstream>
 
 #include "host/HostLog.h"
 #include "host/validator/CrashTrace.h"
@@ -28,8 +29,8 @@ namespace {
 using Clock = std::chrono::steady_clock;
 
 [[maybe_unused]] constexpr rlim_t kMostMemory = 4ULL << 30;
-constexpr rlim_t kMostWritten = 64 << 20;  // bytes of one file
-constexpr off_t kShownOutput = 4096;
+constexpr rlim_t kMostWritten = 64 << 20;                    // bytes of one file
+constexpr off_t kMostRead = 64 << 10;                        // of what it printed last
 constexpr auto kDyingTime = std::chrono::milliseconds(500);  // to say where it hangs
 
 // The board, and files in memory for what the process prints and for where it crashed.
@@ -62,30 +63,52 @@ class Shared {
 
 std::string LastOf(int file) {
   const off_t size = lseek(file, 0, SEEK_END);
-  std::string text(static_cast<std::size_t>(std::clamp<off_t>(size, 0, kShownOutput)), '\0');
-  const ssize_t got = pread(file, text.data(), text.size(), std::max<off_t>(0, size - kShownOutput));
+  std::string text(static_cast<std::size_t>(std::clamp<off_t>(size, 0, kMostRead)), '\0');
+  const ssize_t got = pread(file, text.data(), text.size(), std::max<off_t>(0, size - kMostRead));
   text.resize(got < 0 ? 0 : static_cast<std::size_t>(got));
   return text;
 }
 
-void Limit(double seconds) {
-  const rlimit none{0, 0};
-  setrlimit(RLIMIT_CORE, &none);
-  const rlimit written{kMostWritten, kMostWritten};
-  setrlimit(RLIMIT_FSIZE, &written);
-  const auto most = static_cast<rlim_t>(seconds) + 5;  // when the program that waits is stopped
-  const rlimit time{most, most};
-  setrlimit(RLIMIT_CPU, &time);
+void Limit(int what, rlim_t most) {
+  rlimit limit{};
+  getrlimit(static_cast<__rlimit_resource_t>(what), &limit);
+  limit.rlim_cur = std::min(limit.rlim_max, most);
+  setrlimit(static_cast<__rlimit_resource_t>(what), &limit);
+}
+
+void LimitAll(double seconds) {
+  Limit(RLIMIT_CORE, 0);
+  Limit(RLIMIT_FSIZE, kMostWritten);
+  Limit(RLIMIT_CPU, static_cast<rlim_t>(seconds) + 5);  // when the program that waits is stopped
 #if !defined(AK_SANITIZED)  // a sanitizer reserves terabytes of addresses, also one that is preloaded for a bundle
-  const rlimit memory{kMostMemory, kMostMemory};
-  if (dlsym(RTLD_DEFAULT, "__asan_init") == nullptr) setrlimit(RLIMIT_AS, &memory);
+  if (dlsym(RTLD_DEFAULT, "__asan_init") == nullptr) Limit(RLIMIT_AS, kMostMemory);
 #endif
+}
+
+// What a sanitizer says down to the calls of this program, or the last lines.
+std::string EssenceOf(const std::string& text) {
+  constexpr std::size_t kMostLines = 14;
+  std::vector<std::string> lines;
+  std::istringstream stream(text);
+  bool isSanitizers = false;
+  for (std::string line; std::getline(stream, line);) {
+    const bool begins = line.find("ERROR: AddressSanitizer") != line.npos || line.find("runtime error: ") != line.npos;
+    if (begins && !isSanitizers) lines.clear();
+    isSanitizers = isSanitizers || begins;
+    if (isSanitizers && (lines.size() == kMostLines || line.find("host::validator::") != line.npos)) break;
+    lines.push_back(line);
+  }
+  std::string essence;
+  for (std::size_t i = lines.size() - std::min(lines.size(), kMostLines); i < lines.size(); ++i) {
+    essence += lines[i] + "\n";
+  }
+  return essence;
 }
 
 [[noreturn]] void RunInside(const Check& check, const TrialPlan& plan, const Shared& shared) {
   setpgid(0, 0);
   prctl(PR_SET_PDEATHSIG, SIGKILL);
-  Limit(plan.seconds);
+  LimitAll(plan.seconds);
   const int nothing = open("/dev/null", O_RDONLY | O_CLOEXEC);
   dup2(nothing, STDIN_FILENO);
   close(nothing);
@@ -170,7 +193,7 @@ Outcome RunTrial(const Check& check, const TrialPlan& plan) {
   outcome.expected = board.expected;
   outcome.seen = board.seen;
   outcome.history = board.history;
-  outcome.output = LastOf(shared.Output());
+  outcome.output = EssenceOf(LastOf(shared.Output()));
   if (outcome.end == Outcome::End::kKilled || !inTime) outcome.calls = NamedCalls(LastOf(shared.Calls()));
   if (board.hasStep != 0) outcome.step = board.step;
   outcome.operations = board.operations;

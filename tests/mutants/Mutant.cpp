@@ -110,6 +110,10 @@ int Mutant::akmInitWithArgs(const AKArgs& args) {
   if (Has("needs-arguments") && args.Count() == 0) return kRefused;
   if (Has("twelve-arguments")) CrashIf(args.Count() > 12);
   if (Has("noise")) kept_ = std::malloc(64);
+  if (Has("behind-a-buffer")) {
+    const volatile std::size_t size = 10;
+    static_cast<volatile char*>(kept_ = std::malloc(size))[size] = 1;
+  }
   double number = 0;
   const AKString count = args.GetParam("-count:");
   if (Has("argument-without-digits")) {

@@ -1,11 +1,10 @@
-#include "host/validator/Shrink.h"
-
 #include <gtest/gtest.h>
 
 #include <algorithm>
 #include <numeric>
 
 #include "host/validator/Dice.h"
+#include "host/validator/Shrink.h"
 
 namespace host::validator {
 namespace {
