@@ -16,7 +16,7 @@
 namespace host::validator {
 namespace {
 
-constexpr int kReportFile = 3;   // of the process that tries a bundle
+constexpr int kReportFile = 3;    // of the process that tries a bundle
 constexpr int kFindingsFile = 9;  // of valgrind
 
 std::string FindProgram(const char* name) {
@@ -39,8 +39,8 @@ std::string FindProgram(const char* name) {
   dup2(findings, kFindingsFile);
   dup2(open("/dev/null", O_WRONLY), kReportFile);
   const std::string program = Program::ExecutablePath();
-  execl(valgrind.c_str(), valgrind.c_str(), "-q", "--xml=yes", "--xml-fd=9", program.c_str(), "--probe",
-        bundle.c_str(), static_cast<char*>(nullptr));
+  execl(valgrind.c_str(), valgrind.c_str(), "-q", "--xml=yes", "--xml-fd=9", program.c_str(), "--probe", bundle.c_str(),
+        static_cast<char*>(nullptr));
   _exit(127);
 }
 
@@ -91,7 +91,8 @@ std::string ErrorOf(const std::string& xml, const std::string& file) {
       const std::string frame = Next(stack, "frame", &frameFrom);
       if (frame.empty()) break;
       words += "\n" + First(frame, "fn");
-      if (const std::string line = First(frame, "line"); !line.empty()) words += "  " + First(frame, "file") + ":" + line;
+      if (const std::string line = First(frame, "line"); !line.empty())
+        words += "  " + First(frame, "file") + ":" + line;
     }
     return Unescaped(words);
   }

@@ -155,7 +155,7 @@ int ClassCalls::Send(const Instance& object, unsigned int kind, unsigned int con
 
 Subject::Subject(Trial& trial) : Subject(trial, gServices != nullptr ? *gServices : Host::Instance().ServiceRecord()) {}
 
-Subject::Subject(Trial& trial, const AKHostServiceRecord& record) : library_(trial) {
+Subject::Subject(Trial& trial, const AKHostServiceRecord& record, const std::string& file) : library_(trial, file) {
   const std::size_t first = Host::Instance().Classes().Classes().size();
   trial.Do("pluginMain with the host's services");
   if (gBeforeCall) gBeforeCall();

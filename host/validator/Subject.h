@@ -71,8 +71,9 @@ extern const AKHostServiceRecord* gServices;
 class Subject {
  public:
   explicit Subject(Trial& trial);
-  /// With services of the check's own, which outlive it.
-  Subject(Trial& trial, const AKHostServiceRecord& record);
+  /// With services of the check's own, which outlive it, and perhaps from another file.
+  Subject(Trial& trial, const AKHostServiceRecord& record) : Subject(trial, record, trial.Bundle()) {}
+  Subject(Trial& trial, const AKHostServiceRecord& record, const std::string& file);
 
   const Library& File() const { return library_; }
   const std::vector<ClassCalls>& Classes() const { return classes_; }

@@ -63,6 +63,9 @@ class Mutant : public AKObjectClass<Mutant, AKObjectSymbolVect> {
 
 static_assert(sizeof(Mutant) % 16 == 8, "the fault of writing behind the end needs room there");
 
+/// In files of the fault that copies share: one for all of them. Others have none.
+extern "C" __attribute__((weak, visibility("default"))) long mutantUnique;
+
 /// What the bundle was started with, for the fault of keeping it.
 extern const AKHostServiceRecord* gKeptRecord;
 /// What all objects share in the fault of sharing.

@@ -52,6 +52,7 @@ AGRect Mutant::FaultyBounds(const AKDrawEvent& event) const {
   AGRect bounds = event.bounds;
   if (Has("jitters") && ++times % 2 == 0) bounds.x0 += 5;
   if (Has("paints-outside")) bounds.x1 += 60;
+  if (Has("shared-by-copies")) bounds.x1 -= static_cast<double>(mutantUnique);
   return bounds;
 }
 

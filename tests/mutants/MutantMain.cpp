@@ -55,6 +55,7 @@ class Looker final : public AKObjectClass<Looker, AKObjectSymbolVect> {
 
 void DisturbProcess() {
   if (Has("leaks-start")) Leak(100);
+  if (Has("shared-by-copies")) ++mutantUnique;
   if (Has("leaves-file")) static_cast<void>(open("/dev/null", O_RDONLY));
   if (Has("leaves-thread")) std::thread([] { sleep(1000); }).detach();
   if (Has("changes-folder")) static_cast<void>(chdir("/") + 0);
