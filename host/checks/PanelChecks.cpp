@@ -23,8 +23,10 @@ std::string NameOf(const HostControl& control) {
 }
 
 void ForEachControl(Trial& trial, const std::function<void(HostPanel& panel, const HostControl& control)>& f) {
-  ForEachPanel(trial, [&](const ClassCalls&, HostPanel& panel) {
-    trial.Do("look at the controls of the panel");
+  ForEachPanel(trial, [&](const ClassCalls& cls, HostPanel& panel) {
+    const Instance object = cls.Make();
+    Fill(trial, cls, panel, object);  // which may give titles and items, and move controls
+    trial.Do("look at the controls of the panel" + cls.Of());
     for (unsigned int i = 0; i < panel.GetControllerCount(); ++i) f(panel, panel.ControlAt(i));
   });
 }
