@@ -1,5 +1,4 @@
 // What valgrind has to say, where it is installed.
-#include <dlfcn.h>
 #include <fcntl.h>
 #include <sys/mman.h>
 #include <sys/resource.h>
@@ -11,7 +10,7 @@
 #include <filesystem>
 
 #include "host/Program.h"
-#include "host/validator/Trial.h"
+#include "host/validator/Heap.h"
 
 namespace host::validator {
 namespace {
@@ -102,9 +101,7 @@ std::string ErrorOf(const std::string& xml, const std::string& file) {
 void Valgrind(Trial& trial) {
   const std::string valgrind = FindProgram("valgrind");
   if (valgrind.empty()) trial.Skip("valgrind is not installed");
-  if (dlsym(RTLD_DEFAULT, "__asan_init") != nullptr || dlsym(RTLD_DEFAULT, "__tsan_init") != nullptr) {
-    trial.Skip("a sanitizer does not run in valgrind");
-  }
+  if (HasSanitizer()) trial.Skip("a sanitizer does not run in valgrind");
   trial.Do("make, draw, write and read an object of each class under valgrind, and fill its panel");
   const int findings = memfd_create("findings", 0);
   const pid_t process = fork();

@@ -7,10 +7,12 @@
 
 namespace host::validator {
 
+bool HasSanitizer() {
+  return dlsym(RTLD_DEFAULT, "__asan_init") != nullptr || dlsym(RTLD_DEFAULT, "__tsan_init") != nullptr;
+}
+
 HeapWatch::HeapWatch(Trial& trial) : trial_(trial) {
-  if (dlsym(RTLD_DEFAULT, "__asan_init") != nullptr || dlsym(RTLD_DEFAULT, "__tsan_init") != nullptr) {
-    trial.Skip("a sanitizer's allocator tells no numbers");
-  }
+  if (HasSanitizer()) trial.Skip("a sanitizer's allocator tells no numbers");
   taken_[0] = Taken();
 }
 

@@ -7,6 +7,9 @@
 
 namespace host::validator {
 
+/// Whether the program has a sanitizer's allocator, also one that was loaded for a bundle.
+bool HasSanitizer();
+
 class HeapWatch {
  public:
   /// Skips the check in a program whose allocator tells no numbers, as a sanitizer's.
