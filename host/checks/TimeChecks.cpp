@@ -2,6 +2,7 @@
 #include <algorithm>
 #include <chrono>
 #include <cstdio>
+#include <ctime>
 
 #include "host/validator/Picture.h"
 
@@ -23,11 +24,18 @@ double SecondsOf(F f) {
   return std::chrono::duration<double>(Clock::now() - start).count();
 }
 
+// Of the processor: where other programs are busy too, the time on the wall tells of them.
+double ProcessorSeconds() {
+  timespec now{};
+  clock_gettime(CLOCK_PROCESS_CPUTIME_ID, &now);
+  return static_cast<double>(now.tv_sec) + static_cast<double>(now.tv_nsec) * 1e-9;
+}
+
 void DrawsQuickly(Trial& trial) {
   constexpr double kMost = 0.1;
   ForEachDrawn(trial, [&](const ClassCalls& cls, const Instance& object) {
     double least = 1e9;
-    for (int i = 0; i < 7; ++i) {
+    for (int i = 0; i < 11; ++i) {
       least = std::min(least, SecondsOf([&] { const Picture picture(cls, object, DrawJob()); }));
     }
     trial.Expect(least < kMost, "an object drawn within " + Milliseconds(kMost), Milliseconds(least));
@@ -42,12 +50,12 @@ void ManyObjects(Trial& trial) {
     std::vector<Instance> all;
     std::vector<double> seconds;
     for (int i = 0; i < kThousands; ++i) {
-      seconds.push_back(SecondsOf([&] {
-        for (int n = 0; n < 1000; ++n) {
-          all.push_back(cls.Make());
-          StateOf(cls, all.back());
-        }
-      }));
+      const double start = ProcessorSeconds();
+      for (int n = 0; n < 1000; ++n) {
+        all.push_back(cls.Make());
+        StateOf(cls, all.back());
+      }
+      seconds.push_back(ProcessorSeconds() - start);
     }
     const double first = *std::min_element(seconds.begin(), seconds.begin() + 3);
     const double last = *std::min_element(seconds.end() - 3, seconds.end());
