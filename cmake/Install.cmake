@@ -30,7 +30,7 @@ file(COPY templates DESTINATION ${CMAKE_BINARY_DIR}/share/akkit)
 
 configure_package_config_file(cmake/AKKitConfig.cmake.in ${CMAKE_BINARY_DIR}/AKKitConfig.cmake
   INSTALL_DESTINATION ${package_folder}
-  PATH_VARS CMAKE_INSTALL_DATADIR)
+  PATH_VARS CMAKE_INSTALL_DATADIR CMAKE_INSTALL_BINDIR)
 write_basic_package_version_file(${CMAKE_BINARY_DIR}/AKKitConfigVersion.cmake COMPATIBILITY SameMajorVersion)
 install(FILES ${CMAKE_BINARY_DIR}/AKKitConfig.cmake ${CMAKE_BINARY_DIR}/AKKitConfigVersion.cmake cmake/AKKitBundle.cmake
   DESTINATION ${package_folder})

@@ -27,7 +27,7 @@ void PrintUsage() {
       "\nCommands that open a document take --strict: then an object that its class can't read is an error;\n"
       "otherwise it is told on standard error, drawn as a crossed box and kept as it is.\n"
       "\n\"objecthost COMMAND --help\" tells more. Exit code 0 is success; 1 is failure, with a line on\n"
-      "standard error.\n");
+      "standard error (\"validate\" tells more by its own).\n");
 }
 
 struct Invocation {
@@ -99,8 +99,10 @@ BundleSet& Program::Bundles() { return *sBundles; }
 namespace {
 
 int RunCommand(const Command& command, const Invocation& invocation, const std::vector<std::string>& arguments) {
-  // "info" looks at one bundle by itself, and a new one needs none.
-  if (command.run == kInfoCommand.run || command.run == kNewPluginCommand.run) return command.run(arguments);
+  // "info" and "validate" look at one bundle by itself, and a new one needs none.
+  for (const Command* alone : {&kInfoCommand, &kValidateCommand, &kNewPluginCommand}) {
+    if (command.run == alone->run) return command.run(arguments);
+  }
   BundleSet bundles(Program::ExecutablePath(), ProbeMemory::DefaultFile());
   sBundles = &bundles;
   if (const auto done = LoadBundles(invocation, &bundles); !done) return Fail(done.Why());

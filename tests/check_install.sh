@@ -38,6 +38,7 @@ rm "$folder/star-build/Star.so"
 run_page 2 2
 cp "$folder/star-build/Star.so" "$folder/plain/Star.so"
 run_page 7 1
+ctest --test-dir "$folder/star-build" -N | grep -q Star.validate || fault "akkit_add_bundle adds no test"
 [ -s "$folder/page.png" ] || fault "the page's lines draw nothing"
 # The lines for AddressSanitizer are those of one compiler.
 if "$compiler" --version | grep -q 'Free Software'; then run_page 7 3; fi

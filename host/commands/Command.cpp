@@ -38,6 +38,7 @@ const std::vector<Command>& Commands() {
       kInfoCommand,
       kBundlesCommand,
       kNewPluginCommand,
+      kValidateCommand,
       kWindowCommand,
       kDemoCommand,
       kVerifyCommand,

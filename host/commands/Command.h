@@ -35,6 +35,7 @@ extern const Command kRecoverCommand;
 extern const Command kInfoCommand;
 extern const Command kBundlesCommand;
 extern const Command kNewPluginCommand;
+extern const Command kValidateCommand;
 extern const Command kWindowCommand;
 extern const Command kDemoCommand;
 extern const Command kVerifyCommand;
