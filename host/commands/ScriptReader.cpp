@@ -7,7 +7,7 @@
 #include <cerrno>
 #include <cmath>
 
-#include "host/commands/EndSignals.h"
+#include "host/EndSignals.h"
 
 namespace host {
 namespace {
