@@ -2,7 +2,8 @@
 // were.
 //
 // FAIL_AT=N counts from 0; without it all succeed. FAIL_FOR_GOOD=1 refuses all from there on. FAIL_REPORT=FILE gets the
-// count when the program ends. FAIL_TRACE=1 prints who asked for what was refused. The programs that it starts are left alone.
+// count when the program ends. FAIL_TRACE=1 prints who asked for what was refused. The programs that it starts are left
+// alone.
 #include <dlfcn.h>
 #include <execinfo.h>
 #include <fcntl.h>
