@@ -25,8 +25,8 @@ function(ak_compile_options)
     target_compile_options(ak_settings INTERFACE $<BUILD_INTERFACE:${option}>)
   endforeach()
 endfunction()
-# Tables and slots hold functions at even addresses. With optimisation compilers align all functions by themselves.
-if(NOT CMAKE_BUILD_TYPE STREQUAL "Release")
+# Tables and slots hold functions at even addresses. clang, and g++ where it optimises, align all functions by themselves.
+if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU" AND NOT CMAKE_BUILD_TYPE STREQUAL "Release")
   ak_compile_options(-falign-functions=16)
 endif()
 ak_compile_options(-Wall -Wextra -Wpedantic -Wshadow -Wnon-virtual-dtor -Woverloaded-virtual)
