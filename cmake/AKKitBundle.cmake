@@ -12,7 +12,8 @@ function(akkit_add_bundle name)
     CXX_VISIBILITY_PRESET hidden
     VISIBILITY_INLINES_HIDDEN ON
     LINK_DEPENDS ${AKKit_EXPORTS})
-  target_compile_options(${name} PRIVATE $<$<CXX_COMPILER_ID:GNU>:-fno-gnu-unique>)
+  # Slots hold functions at even addresses.
+  target_compile_options(${name} PRIVATE -falign-functions=16 $<$<CXX_COMPILER_ID:GNU>:-fno-gnu-unique>)
   target_link_options(${name} PRIVATE
     -Wl,--version-script=${AKKit_EXPORTS} -Wl,--exclude-libs,ALL -Wl,--gc-sections -Wl,-z,defs)
   find_program(AKKIT_OBJECTHOST objecthost HINTS ${AKKit_PROGRAMS})

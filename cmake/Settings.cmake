@@ -25,6 +25,10 @@ function(ak_compile_options)
     target_compile_options(ak_settings INTERFACE $<BUILD_INTERFACE:${option}>)
   endforeach()
 endfunction()
+# Tables and slots hold functions at even addresses. clang, and g++ where it optimises, align all functions by themselves.
+if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU" AND NOT CMAKE_BUILD_TYPE STREQUAL "Release")
+  ak_compile_options(-falign-functions=16)
+endif()
 ak_compile_options(-Wall -Wextra -Wpedantic -Wshadow -Wnon-virtual-dtor -Woverloaded-virtual)
 
 # A unique symbol pins the library that defines it for the life of the process; a bundle has to unload.

@@ -136,7 +136,8 @@ int RunProgram(const std::vector<std::string>& words) {
     return Finish(0);
   }
   if (command->run == kWindowCommand.run) return command->run(arguments);  // it is another program
-  Output::TakeOver();
+  // Validation uses bundles in processes of its own alone, whose output it keeps, and may begin anew with a sanitizer's.
+  if (command->run != kValidateCommand.run) Output::TakeOver();
   return Finish(RunCommand(*command, invocation, arguments));
 }
 

@@ -54,6 +54,10 @@ mkdir -p data/objecthost/plugins
 env OBJECTHOST_PLUGINS="$folder/unreadable" "$host" list none.akd 2>&1 | grep -q 'folder .*unreadable.* can.t be read' ||
   fault "a plug-in folder that can't be read is not told"
 
+# A slot that can't be called.
+try odd 2>&1 | grep -q 'slot 11 of its class "tFaulty" has a function at an odd address; compile it with -falign' ||
+  fault "a function at an odd address: $(try odd 2>&1)"
+
 # What a bundle prints itself goes to standard error: programs read the output.
 "$host" new printed.akd
 for words in 'list printed.akd --json' 'layers printed.akd --json' "info $faulty --json"; do

@@ -14,6 +14,19 @@ using PluginMain = int (*)(void*);
 // dlopen looks along its search path for a name without a slash; a bundle is always the file that was named.
 std::string FileToOpen(const std::string& path) { return path.find('/') == std::string::npos ? "./" + path : path; }
 
+// A function at an odd address would be taken for a place in a virtual table, and its call end anywhere.
+Result<> CheckSlots(const Bundle& bundle) {
+  for (const RegisteredClass* entry : bundle.Classes()) {
+    for (unsigned int slot = 0; slot < kAKMethodCount; ++slot) {
+      if (AKIsCallable(entry->record->methods[slot])) continue;
+      return Problem(N_("bundle \"%s\" can't be used: slot %s of its class \"%s\" has a function at an odd address; "
+                        "compile it with -falign-functions=16"),
+                     {bundle.Path(), std::to_string(slot), entry->id.chars});
+    }
+  }
+  return {};
+}
+
 }  // namespace
 
 Bundle::Bundle(std::string path, void* library)
@@ -48,6 +61,7 @@ Result<std::unique_ptr<Bundle>> Bundle::Load(const std::string& path) {
     return Problem(N_("bundle \"%s\" refused to start: its pluginMain returned status %s"),
                    {path, std::to_string(status)});
   }
+  if (const auto done = CheckSlots(*bundle); !done) return done.Why();
   return bundle;
 }
 

@@ -1,11 +1,13 @@
 // The gallery as a page or as single pictures.
 #include <cstdio>
+#include <new>
 
 #include "host/Fonts.h"
 #include "host/Output.h"
 #include "host/commands/Command.h"
 #include "host/commands/CommandLine.h"
 #include "host/gallery/Gallery.h"
+#include "host/pictures/MemoryWatch.h"
 #include "host/storage/WholeFiles.h"
 #include "host/text/Printable.h"
 
@@ -35,7 +37,10 @@ int RunGallery(const std::vector<std::string>& words) {
   if (!named) {
     if (const auto done = MakeFolder("out"); !done) return Fail(done.Why());
   }
-  if (const auto done = SavePNG(*DrawGalleryPage(), path); !done) return Fail(done.Why());
+  const MemoryWatch watch;
+  const auto page = DrawGalleryPage();
+  if (MemoryWatch::RanOut()) throw std::bad_alloc();
+  if (const auto done = SavePNG(*page, path); !done) return Fail(done.Why());
   Output::Print("%s: %zu pictures\n", Printable(path).c_str(), GalleryItems().size());
   return 0;
 }

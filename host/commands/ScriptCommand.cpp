@@ -7,9 +7,9 @@
 #include <cstdio>
 #include <cstring>
 
+#include "host/EndSignals.h"
 #include "host/Output.h"
 #include "host/commands/EditCommand.h"
-#include "host/commands/EndSignals.h"
 #include "host/commands/ScriptLine.h"
 #include "host/commands/ScriptReader.h"
 #include "host/text/ParseNumber.h"

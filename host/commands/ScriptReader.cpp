@@ -7,7 +7,7 @@
 #include <cerrno>
 #include <cmath>
 
-#include "host/commands/EndSignals.h"
+#include "host/EndSignals.h"
 
 namespace host {
 namespace {
@@ -21,12 +21,16 @@ int Milliseconds(std::chrono::duration<double> time) {
 
 // False when a signal came.
 bool ScriptReader::Wait() const {
-  for (;;) {
+  constexpr int kPause = 1000;  // between tries of work that stays to be done
+  for (int least = 0;;) {
     if (EndSignals::Caught() != 0) return false;
     pollfd files[] = {{file_, POLLIN, 0}, {EndSignals::Descriptor(), POLLIN, 0}};
-    if (poll(files, 2, Milliseconds(idle_.until())) < 0 && errno != EINTR) return true;  // reading tells what is wrong
+    const int time = std::max(Milliseconds(idle_.until()), least);
+    if (poll(files, 2, time) < 0 && errno != EINTR) return true;  // reading tells what is wrong
     if (EndSignals::Caught() == 0 && files[0].revents != 0) return true;
-    if (idle_.until().count() <= 0) idle_.work();
+    if (idle_.until().count() > 0) continue;
+    idle_.work();
+    least = kPause;
   }
 }
 

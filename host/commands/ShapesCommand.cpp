@@ -1,10 +1,12 @@
 // The page of path operations.
 #include <cstdio>
+#include <new>
 
 #include "host/Output.h"
 #include "host/commands/Command.h"
 #include "host/commands/CommandLine.h"
 #include "host/gallery/ShapesPage.h"
+#include "host/pictures/MemoryWatch.h"
 #include "host/storage/WholeFiles.h"
 #include "host/text/Printable.h"
 
@@ -19,7 +21,10 @@ int RunShapes(const std::vector<std::string>& words) {
   if (!named) {
     if (const auto done = MakeFolder("out"); !done) return Fail(done.Why());
   }
-  if (const auto done = SavePNG(*DrawShapesPage(), path); !done) return Fail(done.Why());
+  const MemoryWatch watch;
+  const auto page = DrawShapesPage();
+  if (MemoryWatch::RanOut()) throw std::bad_alloc();
+  if (const auto done = SavePNG(*page, path); !done) return Fail(done.Why());
   Output::Print("%s: %zu shapes\n", Printable(path).c_str(), ShapeItems().size());
   return 0;
 }

@@ -1,6 +1,7 @@
 // The page of text.
 #include <cmath>
 #include <cstdio>
+#include <new>
 #include <vector>
 
 #include "CoreGraphics/CGVectorContext.h"
@@ -11,6 +12,7 @@
 #include "host/commands/CommandLine.h"
 #include "host/gallery/TextPage.h"
 #include "host/pictures/DocumentPicture.h"
+#include "host/pictures/MemoryWatch.h"
 #include "host/storage/WholeFiles.h"
 #include "host/text/Printable.h"
 
@@ -18,8 +20,10 @@ namespace host {
 namespace {
 
 Result<> SaveBitmap(const std::string& path) {
+  const MemoryWatch watch;
   const AGBitmap bitmap(TextPageSize(), 0);
   DrawTextPage(bitmap.GetContextOfBitmap());
+  if (MemoryWatch::RanOut()) throw std::bad_alloc();
   return SavePNG(bitmap, path);
 }
 
@@ -33,8 +37,9 @@ Result<> SavePage(PictureKind kind, const std::string& path) {
   std::string file;
   CGContextRef page = (kind == PictureKind::kPDF ? &CGVectorContextCreatePDF : &CGVectorContextCreateSVG)(
       size.width, size.height, &TakeBytes, &file);
+  const MemoryWatch watch;
   DrawTextPage(AGContext(page, size));
-  const bool finished = CGVectorContextFinish(page);
+  const bool finished = CGVectorContextFinish(page) && !MemoryWatch::RanOut();
   CGContextRelease(page);
   if (finished) return ReplaceFile(path, file.data(), file.size());
   return Problem(N_("can't encode the page"));

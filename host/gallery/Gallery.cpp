@@ -1,6 +1,7 @@
 #include "host/gallery/Gallery.h"
 
 #include "host/gallery/StrokeFont.h"
+#include "host/pictures/MemoryWatch.h"
 
 namespace host {
 namespace {
@@ -55,6 +56,7 @@ std::unique_ptr<AGBitmap> DrawGalleryPage() {
     const unsigned int bottom = page->Height() - (i / kColumns + 1) * kCellHeight + kLabelHeight + kMargin;
     CopyEnlarged(*DrawGalleryItem(items[i], 0), page.get(), left, bottom);
     DrawStrokeText(context, items[i].name, {left + 0.5, bottom - kLabelHeight - 3.5}, kLabelHeight);
+    MemoryWatch::Look();
   }
   return page;
 }

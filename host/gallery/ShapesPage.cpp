@@ -4,6 +4,7 @@
 
 #include "graphics/context/AGContext.h"
 #include "host/gallery/StrokeFont.h"
+#include "host/pictures/MemoryWatch.h"
 #include "kit/geometry/AGArrays.h"
 #include "kit/geometry/AGConstants.h"
 
@@ -188,6 +189,7 @@ std::unique_ptr<AGBitmap> DrawShapesPage() {
     const unsigned int column = i % kColumns, row = i / kColumns;
     const double bottom = page->Height() - (row + 1.0) * kCellHeight + kMargin + kLabelHeight;
     DrawItem(context, items[i], column * kCellWidth + kMargin, bottom);
+    MemoryWatch::Look();
   }
   return page;
 }

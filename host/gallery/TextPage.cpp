@@ -4,6 +4,7 @@
 #include <string_view>
 
 #include "CoreGraphics/CGContext.h"
+#include "host/pictures/MemoryWatch.h"
 
 namespace host {
 namespace {
@@ -215,6 +216,7 @@ void DrawTextPage(AGContext context) {
                   1);
     cell.brush.SetStyleNone();
     items[i].draw(cell);
+    MemoryWatch::Look();
   }
 }
 

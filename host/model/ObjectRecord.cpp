@@ -1,5 +1,8 @@
 #include "host/model/ObjectRecord.h"
 
+#include <cerrno>
+#include <new>
+
 #include "host/Host.h"
 #include "host/tables/SlotCall.h"
 #include "host/text/Localisation.h"
@@ -51,8 +54,10 @@ Instance MakeInstance(AKClassID classID, const AKMemoryBlock& record, int* statu
   stream.Write(classID.chars, sizeof(classID.chars));
   if (!record.IsEmpty()) stream.Write(record.Data(), record.Size());
   stream.SetPos(0);
+  errno = 0;
   Instance instance(AKClass::NewObjectFromFile(nullptr, stream, kRecordVersion));
   *status = instance ? 0 : AKClass::GetErrorNew();
+  if (!instance && errno == ENOMEM) throw std::bad_alloc();  // that is nothing of the record's
   return instance;
 }
 

@@ -2,6 +2,7 @@
 
 #include "CoreGraphics/CGContext.h"
 #include "graphics/context/AKDrawEvent.h"
+#include "host/pictures/MemoryWatch.h"
 #include "host/tables/SlotCall.h"
 
 namespace host {
@@ -57,6 +58,7 @@ bool DrawObjects(const Document& document, const AGContext& context, double scal
       layer->objects.ForEach([&](const DocumentObject& object) {
         if (!goesOn) return;
         const int status = DrawObject(object, context, object.brush, object.pen);
+        MemoryWatch::Look();
         if (status != 0 && undrawn != nullptr && undrawn->status == 0) *undrawn = {object.id, status};
         if (progress == nullptr || ++count % kProgressStep != 0) return;
         goesOn = progress->Step(static_cast<double>(count) / static_cast<double>(document.ObjectCount()));

@@ -12,6 +12,7 @@
 #include "graphics/native/AGGraphicsLow.h"
 #include "host/HostLog.h"
 #include "host/pictures/DocumentDrawing.h"
+#include "host/pictures/MemoryWatch.h"
 #include "host/storage/WholeFiles.h"
 #include "host/text/Localisation.h"
 #include "kit/files/AKFileUtils.h"
@@ -61,6 +62,8 @@ Problem PictureExtensions() {
   return Problem(N_("%s or %s"), {text, (std::end(kKinds) - 1)->extension});
 }
 
+Problem NoMemory() { return Problem(N_("there is not enough memory for the picture")); }
+
 bool AppendBytes(void* info, const void* bytes, std::size_t count) {
   auto* file = static_cast<Bytes*>(info);
   const auto* first = static_cast<const unsigned char*>(bytes);
@@ -77,8 +80,11 @@ struct Job {
 };
 
 Result<> DrawAll(Job* job, const AGContext& context) {
-  if (DrawObjects(job->document, context, job->options.scale, job->progress, &job->undrawn)) return {};
-  return Problem(N_("the picture was given up"));
+  if (!DrawObjects(job->document, context, job->options.scale, job->progress, &job->undrawn)) {
+    return Problem(N_("the picture was given up"));
+  }
+  if (MemoryWatch::RanOut()) return NoMemory();
+  return {};
 }
 
 // The picture is there, without an object that did not draw itself.
@@ -96,6 +102,7 @@ AGSize SizeOf(const Job& job) {
 }
 
 Result<> RenderPage(Job* job, const KindInfo& info, Bytes* file) {
+  const MemoryWatch watch;
   const AGSize size = SizeOf(*job);
   CGContextRef page = info.createPage(size.width, size.height, &AppendBytes, file);
   if (page == nullptr) return NoPicture(size);
@@ -105,13 +112,16 @@ Result<> RenderPage(Job* job, const KindInfo& info, Bytes* file) {
   }
   auto drawn = DrawAll(job, context);
   const bool finished = CGVectorContextFinish(page);
+  MemoryWatch::Look();
   CGContextRelease(page);
+  if (drawn && MemoryWatch::RanOut()) return NoMemory();
   if (drawn && !finished) return Problem(N_("can't encode the picture"));
   return drawn;
 }
 
 // The page in a bitmap.
 Result<std::unique_ptr<AGBitmap>> DrawBitmap(Job* job) {
+  const MemoryWatch watch;
   const AGSize size = SizeOf(*job);
   auto bitmap = std::make_unique<AGBitmap>(size, AGBitmap::kFlagLittleEndian | AGBitmap::kFlagZeroFill);
   if (!bitmap->IsOpen()) return NoPicture(size);

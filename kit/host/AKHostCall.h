@@ -6,6 +6,7 @@
 #pragma once
 
 #include <bit>
+#include <cassert>
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
@@ -18,6 +19,14 @@ struct AKMemberWords {
 };
 static_assert(sizeof(AKMemberWords) == 16);
 
+/// False for an odd function that can be no place in a virtual table: a plain function at an odd address, which a call
+/// would take for one. Compilers put member functions at even addresses; of others -falign-functions=16 says so.
+constexpr bool AKIsCallable(const AKMemberWords& words) {
+  constexpr std::uintptr_t kLargestVirtualTable = 1 << 16;
+  return (words.function & 1) == 0 ||
+         (words.function < kLargestVirtualTable && (words.function - 1) % sizeof(std::uintptr_t) == 0);
+}
+
 /// The words of a member function; the adjustment is that from the class of the pointer's type.
 template <typename Method>
 requires std::is_member_function_pointer_v<Method> AKMemberWords AKMemberWordsOf(Method method) {
@@ -25,7 +34,9 @@ requires std::is_member_function_pointer_v<Method> AKMemberWords AKMemberWordsOf
 #error "member pointers of this machine have another form: make the two words here"
 #endif
   static_assert(sizeof(Method) == sizeof(AKMemberWords));
-  return std::bit_cast<AKMemberWords>(method);
+  const auto words = std::bit_cast<AKMemberWords>(method);
+  assert(AKIsCallable(words));
+  return words;
 }
 
 /// Calls the function on an object. Both must exist.

@@ -3,8 +3,10 @@
 #include <strings.h>
 
 #include <algorithm>
+#include <cerrno>
 #include <cstdio>
 #include <cstdlib>
+#include <memory>
 #include <new>
 
 constinit const AKString kAKNullString;
@@ -21,11 +23,13 @@ unsigned int CStringLength(const char* text) { return text == nullptr ? 0 : Chec
 AKString Formatted(const char* format, va_list arguments) {
   AKString result;
   if (format == nullptr || format[0] == '\0') return result;
-  char* text = nullptr;
-  const int length = vasprintf(&text, format, arguments);
+  char* bytes = nullptr;
+  errno = 0;
+  const int length = vasprintf(&bytes, format, arguments);
+  if (length < 0 && errno == ENOMEM) throw std::bad_alloc();  // a format that makes no text is another matter
   if (length < 0) return result;
-  result.Assign(text, static_cast<unsigned int>(length));
-  std::free(text);
+  const std::unique_ptr<char, decltype(&std::free)> text(bytes, &std::free);
+  result.Assign(text.get(), static_cast<unsigned int>(length));
   return result;
 }
 

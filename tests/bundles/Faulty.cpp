@@ -139,6 +139,7 @@ extern "C" __attribute__((visibility("default"))) int pluginMain(void* hostServi
     std::puts("printed by the bundle");
     static_cast<void>(write(STDOUT_FILENO, "written by it\n", 14));
   }
+  if (StartsWith("odd")) record->methods[kAKMethodDraw].function = reinterpret_cast<std::uintptr_t>(&pluginMain) | 1;
   if (StartsWith("no-write")) record->methods[kAKMethodWriteToFile] = {};
   AKLog("it has started");
   return 0;

@@ -1,4 +1,4 @@
-#include "host/commands/EndSignals.h"
+#include "host/EndSignals.h"
 
 #include <fcntl.h>
 #include <unistd.h>

@@ -1,0 +1,114 @@
+// Preloaded into a program: refuses the n-th allocation that it makes, once or from then on, and tells how many there
+// were.
+//
+// FAIL_AT=N counts from 0; without it all succeed. FAIL_FOR_GOOD=1 refuses all from there on. FAIL_REPORT=FILE gets the
+// count when the program ends. FAIL_TRACE=1 prints who asked for what was refused. The programs that it starts are left
+// alone.
+#include <dlfcn.h>
+#include <execinfo.h>
+#include <fcntl.h>
+#include <unistd.h>
+
+#include <atomic>
+#include <cerrno>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+
+namespace {
+
+std::atomic<long> sCount{0};
+long sFailAt = -1;
+bool sForGood = false;
+bool sActive = false;
+bool sTraces = false;
+char sReport[4096];
+
+template <typename Function>
+Function* Next(Function*, const char* name) {
+  return reinterpret_cast<Function*>(dlsym(RTLD_NEXT, name));
+}
+
+bool Refuses() {
+  if (!sActive) return false;
+  const long number = sCount++;
+  if (sFailAt < 0 || number < sFailAt || (number > sFailAt && !sForGood)) return false;
+  if (sTraces) {
+    sActive = false;
+    void* callers[40];
+    backtrace_symbols_fd(callers, backtrace(callers, 40), STDERR_FILENO);
+    sActive = true;
+  }
+  errno = ENOMEM;
+  return true;
+}
+
+// What dlsym allocates while it looks for calloc.
+char sEarly[4096];
+std::size_t sEarlyUsed = 0;
+
+bool IsEarly(const void* memory) { return memory >= sEarly && memory < sEarly + sizeof(sEarly); }
+
+__attribute__((constructor)) void Start() {
+  const char* at = std::getenv("FAIL_AT");
+  const char* report = std::getenv("FAIL_REPORT");
+  sFailAt = at == nullptr ? -1 : std::atol(at);
+  sForGood = std::getenv("FAIL_FOR_GOOD") != nullptr;
+  sTraces = std::getenv("FAIL_TRACE") != nullptr;
+  if (report != nullptr) std::strncpy(sReport, report, sizeof(sReport) - 1);
+  for (const char* name : {"LD_PRELOAD", "FAIL_AT", "FAIL_FOR_GOOD", "FAIL_REPORT", "FAIL_TRACE"}) unsetenv(name);
+  sActive = at != nullptr || report != nullptr;
+}
+
+__attribute__((destructor)) void End() {
+  sActive = false;
+  if (sReport[0] == '\0') return;
+  const int file = open(sReport, O_WRONLY | O_CREAT | O_TRUNC, 0600);
+  if (file < 0) return;
+  dprintf(file, "%ld\n", sCount.load());
+  close(file);
+}
+
+}  // namespace
+
+extern "C" {
+
+void* malloc(std::size_t size) {
+  static const auto next = Next(&malloc, "malloc");
+  return Refuses() ? nullptr : next(size);
+}
+
+void* calloc(std::size_t count, std::size_t size) {
+  static bool searching = false;
+  if (searching) {
+    void* const memory = sEarly + sEarlyUsed;
+    sEarlyUsed += (count * size + 15) & ~std::size_t{15};
+    return memory;
+  }
+  searching = true;
+  static const auto next = Next(&calloc, "calloc");
+  searching = false;
+  return Refuses() ? nullptr : next(count, size);
+}
+
+void* realloc(void* memory, std::size_t size) {
+  static const auto next = Next(&realloc, "realloc");
+  return Refuses() ? nullptr : next(memory, size);
+}
+
+void* aligned_alloc(std::size_t alignment, std::size_t size) {
+  static const auto next = Next(&aligned_alloc, "aligned_alloc");
+  return Refuses() ? nullptr : next(alignment, size);
+}
+
+int posix_memalign(void** memory, std::size_t alignment, std::size_t size) {
+  static const auto next = Next(&posix_memalign, "posix_memalign");
+  return Refuses() ? ENOMEM : next(memory, alignment, size);
+}
+
+void free(void* memory) {
+  static const auto next = Next(&free, "free");
+  if (!IsEarly(memory)) next(memory);
+}
+
+}  // extern "C"
