@@ -6,10 +6,10 @@
 #include <filesystem>
 #include <system_error>
 
-#include "host/Output.h"
 #include "host/bundles/BundleProbe.h"
 #include "host/bundles/BundleSet.h"
 #include "host/commands/Command.h"
+#include "host/terminal/Output.h"
 #include "host/text/Localisation.h"
 
 namespace host {
@@ -136,7 +136,8 @@ int RunProgram(const std::vector<std::string>& words) {
     return Finish(0);
   }
   if (command->run == kWindowCommand.run) return command->run(arguments);  // it is another program
-  // Validation uses bundles in processes of its own alone, whose output it keeps, and may begin anew with a sanitizer's.
+  // Validation uses bundles in processes of its own alone, whose output it keeps, and may begin anew with a
+  // sanitizer's.
   if (command->run != kValidateCommand.run) Output::TakeOver();
   return Finish(RunCommand(*command, invocation, arguments));
 }

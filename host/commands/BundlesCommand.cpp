@@ -1,11 +1,11 @@
 // Which bundles there are, and where they are looked for.
 #include <cstdio>
 
-#include "host/Output.h"
 #include "host/Program.h"
 #include "host/bundles/BundleSet.h"
 #include "host/commands/Command.h"
 #include "host/commands/CommandLine.h"
+#include "host/terminal/Output.h"
 #include "host/text/DisplayText.h"
 #include "host/text/Printable.h"
 

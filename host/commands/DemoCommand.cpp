@@ -7,7 +7,6 @@
 #include <cstdio>
 #include <cstring>
 
-#include "host/Output.h"
 #include "host/Program.h"
 #include "host/bundles/BundleSet.h"
 #include "host/commands/Command.h"
@@ -17,6 +16,7 @@
 #include "host/pictures/DocumentPicture.h"
 #include "host/storage/DocumentFile.h"
 #include "host/storage/WholeFiles.h"
+#include "host/terminal/Output.h"
 #include "host/text/Printable.h"
 
 extern char** environ;

@@ -4,8 +4,8 @@
 #include <cstdio>
 #include <sstream>
 
-#include "host/Output.h"
 #include "host/storage/DocumentFile.h"
+#include "host/terminal/Output.h"
 
 namespace host {
 namespace {

@@ -1,8 +1,8 @@
 // Commands that make, open, save and export documents.
 #include "host/commands/EditCommand.h"
 #include "host/commands/PageOptions.h"
-#include "host/commands/ProgressBar.h"
 #include "host/pictures/DocumentPicture.h"
+#include "host/terminal/ProgressBar.h"
 #include "host/text/ParseNumber.h"
 
 namespace host {

@@ -3,12 +3,12 @@
 #include <new>
 
 #include "host/Fonts.h"
-#include "host/Output.h"
 #include "host/commands/Command.h"
 #include "host/commands/CommandLine.h"
 #include "host/gallery/Gallery.h"
 #include "host/pictures/MemoryWatch.h"
 #include "host/storage/WholeFiles.h"
+#include "host/terminal/Output.h"
 #include "host/text/Printable.h"
 
 namespace host {

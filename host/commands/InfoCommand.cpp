@@ -1,7 +1,6 @@
 // What a bundle registers: its class records, method slots and panels.
 #include <cstdio>
 
-#include "host/Output.h"
 #include "host/Program.h"
 #include "host/bundles/BundleSet.h"
 #include "host/commands/Command.h"
@@ -9,6 +8,7 @@
 #include "host/listings/JsonListing.h"
 #include "host/listings/MethodName.h"
 #include "host/listings/PanelListing.h"
+#include "host/terminal/Output.h"
 #include "host/text/DisplayText.h"
 #include "host/text/Printable.h"
 

@@ -9,10 +9,10 @@
 #include <system_error>
 #include <utility>
 
-#include "host/Output.h"
 #include "host/Program.h"
 #include "host/commands/Command.h"
 #include "host/commands/CommandLine.h"
+#include "host/terminal/Output.h"
 
 namespace host {
 namespace {

@@ -2,13 +2,13 @@
 #include <cstdio>
 #include <ctime>
 
-#include "host/Output.h"
 #include "host/commands/Command.h"
 #include "host/commands/CommandLine.h"
 #include "host/listings/JsonWriter.h"
 #include "host/storage/DocumentFile.h"
 #include "host/storage/FolderLock.h"
 #include "host/storage/Recovery.h"
+#include "host/terminal/Output.h"
 #include "host/text/Printable.h"
 
 namespace host {

@@ -8,10 +8,10 @@
 #include <cstring>
 
 #include "host/EndSignals.h"
-#include "host/Output.h"
 #include "host/commands/EditCommand.h"
 #include "host/commands/ScriptLine.h"
 #include "host/commands/ScriptReader.h"
+#include "host/terminal/Output.h"
 #include "host/text/ParseNumber.h"
 
 namespace host {

@@ -2,12 +2,12 @@
 #include <cstdio>
 #include <new>
 
-#include "host/Output.h"
 #include "host/commands/Command.h"
 #include "host/commands/CommandLine.h"
 #include "host/gallery/ShapesPage.h"
 #include "host/pictures/MemoryWatch.h"
 #include "host/storage/WholeFiles.h"
+#include "host/terminal/Output.h"
 #include "host/text/Printable.h"
 
 namespace host {

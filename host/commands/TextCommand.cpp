@@ -7,13 +7,13 @@
 #include "CoreGraphics/CGVectorContext.h"
 #include "graphics/bitmaps/AGBitmap.h"
 #include "host/Fonts.h"
-#include "host/Output.h"
 #include "host/commands/Command.h"
 #include "host/commands/CommandLine.h"
 #include "host/gallery/TextPage.h"
 #include "host/pictures/DocumentPicture.h"
 #include "host/pictures/MemoryWatch.h"
 #include "host/storage/WholeFiles.h"
+#include "host/terminal/Output.h"
 #include "host/text/Printable.h"
 
 namespace host {

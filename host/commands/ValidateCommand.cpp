@@ -10,9 +10,9 @@
 #include "host/Program.h"
 #include "host/commands/Command.h"
 #include "host/commands/CommandLine.h"
-#include "host/commands/ProgressBar.h"
 #include "host/reports/Report.h"
 #include "host/storage/WholeFiles.h"
+#include "host/terminal/ProgressBar.h"
 #include "host/text/ParseNumber.h"
 #include "host/validator/ElfFile.h"
 

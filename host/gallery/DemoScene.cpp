@@ -2,9 +2,9 @@
 
 #include <cstdio>
 
-#include "host/Output.h"
 #include "host/model/ObjectProperties.h"
 #include "host/panels/Inspector.h"
+#include "host/terminal/Output.h"
 #include "host/text/DisplayText.h"
 #include "host/text/Localisation.h"
 #include "kit/geometry/AGConstants.h"

@@ -7,9 +7,9 @@
 #include <cstring>
 #include <iterator>
 
-#include "host/Output.h"
 #include "host/commands/Command.h"
 #include "host/storage/WholeFiles.h"
+#include "host/terminal/Output.h"
 #include "host/text/Printable.h"
 #include "host/text/Utf8Check.h"
 

@@ -41,8 +41,7 @@ BundleAtWork::BundleAtWork(std::function<void()> beforeFirst) : beforeFirst_(std
   const int file = open(file_.c_str(), O_RDWR | O_CREAT | O_TRUNC | O_CLOEXEC, 0600);
   // A page that the disk has no room for would end the process when it is written to.
   const bool hasRoom = file >= 0 && posix_fallocate(file, 0, sizeof(Page)) == 0;
-  void* const memory =
-      hasRoom ? mmap(nullptr, sizeof(Page), PROT_READ | PROT_WRITE, MAP_SHARED, file, 0) : MAP_FAILED;
+  void* const memory = hasRoom ? mmap(nullptr, sizeof(Page), PROT_READ | PROT_WRITE, MAP_SHARED, file, 0) : MAP_FAILED;
   if (file >= 0) close(file);
   if (memory == MAP_FAILED) {
     unlink(file_.c_str());

@@ -4,8 +4,8 @@
 // this lives, a small file in the recovery folder, mapped into memory, names the bundle whose method runs. What a
 // process left that is no longer running tells the next one whom to leave out.
 //
-// The file: u64 process, u64 its start in ticks since boot, u32 1 while a method runs and else 0, u32 0, and the path of
-// the bundle as the system spells it, ended by a NUL, in 4,072 bytes.
+// The file: u64 process, u64 its start in ticks since boot, u32 1 while a method runs and else 0, u32 0, and the path
+// of the bundle as the system spells it, ended by a NUL, in 4,072 bytes.
 #pragma once
 
 #include <cstdint>
@@ -42,10 +42,10 @@ class BundleAtWork : public CallWatch {
   std::function<void()> beforeFirst_;
   std::string file_;
   Page* page_ = nullptr;
-  const AKClass* noted_ = nullptr;            // whose path is in the page
+  const AKClass* noted_ = nullptr;  // whose path is in the page
   std::map<const AKClass*, std::string> paths_;
   std::set<std::pair<const AKClass*, unsigned int>> known_;  // what was called
-  bool keeps_ = false;                        // beforeFirst_ runs, and may itself call methods
+  bool keeps_ = false;                                       // beforeFirst_ runs, and may itself call methods
 };
 
 }  // namespace host

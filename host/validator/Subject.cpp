@@ -4,7 +4,6 @@
 #include <cstdio>
 
 #include "graphics/context/AKDrawEvent.h"
-#include "host/model/InstanceCall.h"
 #include "host/model/ObjectProperties.h"
 #include "host/tables/SlotCall.h"
 #include "kit/streams/AKFile.h"
@@ -138,7 +137,6 @@ int ClassCalls::Draw(const Instance& object, const AGContext& context, const AKD
   std::snprintf(place, sizeof(place), "akmDraw into (%.6g, %.6g, %.6g, %.6g), angle %.6g", event.bounds.x0,
                 event.bounds.y0, event.bounds.x1, event.bounds.y1, event.angle);
   Do(place);
-  const InstanceCall call(InstanceCall::Kind::kDraw);
   return CallSlot<int, const AGContext&, const AKDrawEvent&>(Record(), kAKMethodDraw, object.get(), context, event);
 }
 

@@ -1,4 +1,4 @@
-#include "host/Output.h"
+#include "host/terminal/Output.h"
 
 #include <fcntl.h>
 #include <unistd.h>

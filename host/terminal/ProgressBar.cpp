@@ -1,4 +1,4 @@
-#include "host/commands/ProgressBar.h"
+#include "host/terminal/ProgressBar.h"
 
 #include <unistd.h>
 
