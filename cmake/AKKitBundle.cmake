@@ -16,9 +16,13 @@ function(akkit_add_bundle name)
   target_compile_options(${name} PRIVATE -falign-functions=16 $<$<CXX_COMPILER_ID:GNU>:-fno-gnu-unique>)
   target_link_options(${name} PRIVATE
     -Wl,--version-script=${AKKit_EXPORTS} -Wl,--exclude-libs,ALL -Wl,--gc-sections -Wl,-z,defs)
-  find_program(AKKIT_OBJECTHOST objecthost HINTS ${AKKit_PROGRAMS})
   if(AKKIT_OBJECTHOST)
-    enable_testing()
     add_test(NAME ${name}.validate COMMAND ${AKKIT_OBJECTHOST} validate $<TARGET_FILE:${name}>)
   endif()
 endfunction()
+
+# Here and not in the function, in whose scope alone it would hold.
+find_program(AKKIT_OBJECTHOST objecthost HINTS ${AKKit_PROGRAMS})
+if(AKKIT_OBJECTHOST)
+  enable_testing()
+endif()

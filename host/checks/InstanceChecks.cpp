@@ -97,7 +97,8 @@ void Arguments(Trial& trial) {
       std::string text = "-";
       text += name;
       ExpectBears(cls, text);
-      for (const std::string& value : ArgumentValues()) ExpectBears(cls, text + ":" + value);
+      text += ':';
+      for (const std::string& value : ArgumentValues()) ExpectBears(cls, std::string(text).append(value));
     }
   });
 }

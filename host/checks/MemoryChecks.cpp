@@ -22,7 +22,7 @@ std::string FindProgram(const char* name) {
   const std::string list = std::getenv("PATH") == nullptr ? "" : std::getenv("PATH");
   for (std::size_t begin = 0; begin < list.size();) {
     const std::size_t end = std::min(list.find(':', begin), list.size());
-    const std::string path = list.substr(begin, end - begin) + "/" + name;
+    std::string path = list.substr(begin, end - begin) + "/" + name;
     if (access(path.c_str(), X_OK) == 0) return path;
     begin = end + 1;
   }

@@ -49,6 +49,7 @@ void ManyObjects(Trial& trial) {
   ForEachClass(trial, {}, [&](const ClassCalls& cls) {
     std::vector<Instance> all;
     std::vector<double> seconds;
+    seconds.reserve(kThousands);
     for (int i = 0; i < kThousands; ++i) {
       const double start = ProcessorSeconds();
       for (int n = 0; n < 1000; ++n) {

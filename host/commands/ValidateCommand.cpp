@@ -87,6 +87,7 @@ void BeginWithSanitizer(const std::vector<std::string>& bundles, const std::vect
       std::vector<std::string> all = words;
       all.insert(all.begin(), {Program::ExecutablePath(), "validate"});
       std::vector<char*> arguments;
+      arguments.reserve(all.size() + 1);
       for (std::string& word : all) arguments.push_back(word.data());
       arguments.push_back(nullptr);
       execv(arguments[0], arguments.data());
