@@ -1,12 +1,12 @@
 // The sorted map against the standard library's, and what building it costs.
-#include "kit/containers/ATFastMap.h"
-
 #include <gtest/gtest.h>
 
 #include <algorithm>
 #include <map>
 #include <random>
 #include <string>
+
+#include "kit/containers/ATFastMap.h"
 
 namespace {
 
