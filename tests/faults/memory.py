@@ -116,8 +116,8 @@ class Sweep:
         if changed and self.files() != whole[1]:
             self.fault(name, number, f"exit code {done.returncode}, and files changed: {changed}: {said[:200]}")
         if done.returncode != 1:
-            if not library.startswith(OWN):
-                return f"ended by {library}"
+            if "Fatal glibc error" in said or not library.startswith(OWN):
+                return f"ended by {'libc' if library.startswith(OWN) else library}"
             self.fault(name, number, f"exit code {done.returncode}: {said[:300]}")
             return "ended"
         lines = [line for line in said.splitlines() if line.startswith("objecthost: ") and "skipped: " not in line]
