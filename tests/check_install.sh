@@ -85,4 +85,15 @@ for bundle in "$folder/cmake/Star.so" "$folder/plain/Star.so"; do
 done
 LC_ALL=de_DE.UTF-8 "$host" info "$prefix/lib/objecthost/plugins/StdRectangle.so" | grep -q Rechteck ||
   fault "the translations are not installed"
+
+# A project of an author's own, with a translation, passes its own test.
+(cd "$folder" && "$host" new-plugin Cross "my cross") > "$folder/log" || fault "no project: $(cat "$folder/log")"
+sed 's/^"Language: /&de/; /msgid "Thickness"/{n;s/""/"Dicke"/}' "$folder/my cross/po/Cross.pot" > "$folder/my cross/po/de.po"
+cmake -S "$folder/my cross" -B "$folder/cross" -DCMAKE_PREFIX_PATH="$prefix" -DCMAKE_CXX_COMPILER="$compiler" \
+  -DCMAKE_CXX_FLAGS="-Wall -Wextra -Werror" > "$folder/log" && cmake --build "$folder/cross" >> "$folder/log" 2>&1 &&
+  ctest --test-dir "$folder/cross" --no-tests=error >> "$folder/log" || fault "the new project: $(cat "$folder/log")"
+LC_ALL=de_DE.UTF-8 "$host" info "$folder/cross/Cross.so" | grep -q Dicke || fault "the new project is not translated"
+"$host" new-plugin Cross "$folder/my cross" 2> "$folder/log" && fault "a project is overwritten"
+grep -q 'not an empty folder' "$folder/log" || fault "a project that is there: $(cat "$folder/log")"
+[ -z "$(find "$folder" -name '*.new-*')" ] || fault "an unfinished project is left"
 echo "the installed kit builds and runs the example"
