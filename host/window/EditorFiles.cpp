@@ -8,6 +8,7 @@
 #include "host/window/EditorApplication.h"
 #include "host/window/EditorWindow.h"
 #include "host/window/dialogs/ExportDialog.h"
+#include "host/window/dialogs/FileChooser.h"
 #include "host/window/dialogs/Question.h"
 
 namespace host {
@@ -38,7 +39,7 @@ void EditorWindow::ChooseFile(const std::string& title, const std::vector<std::p
   }
   chooser_->signal_response().connect([this, then](int answer) {
     const auto file = chooser_->get_file();
-    chooser_.reset();
+    LetGo(&chooser_);
     if (answer == Gtk::ResponseType::ACCEPT && file) then(file->get_path());
   });
   chooser_->show();
@@ -91,7 +92,7 @@ void EditorWindow::SaveAs(const std::function<void()>& then) {
                                                              : FileName(session_->File().Path()));
   chooser_->signal_response().connect([this, then](int answer) {
     const auto file = chooser_->get_file();
-    chooser_.reset();
+    LetGo(&chooser_);
     if (answer != Gtk::ResponseType::ACCEPT || !file) return;
     AskForPath(*this, file->get_path(), MissingEnding(file->get_path()),
                [this, then](const std::string& path) { SaveTo(path, then); });

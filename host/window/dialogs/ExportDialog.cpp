@@ -10,6 +10,7 @@
 
 #include "host/text/Localisation.h"
 #include "host/window/dialogs/CloseByEscape.h"
+#include "host/window/dialogs/FileChooser.h"
 #include "host/window/dialogs/ProgressWindow.h"
 #include "host/window/dialogs/Question.h"
 
@@ -114,7 +115,7 @@ void ExportDialog::ChooseFile() {
   chooser_->set_current_name(base + kKinds[kind_.get_selected()].extension);
   chooser_->signal_response().connect([this](int answer) {
     const auto file = chooser_->get_file();
-    chooser_.reset();
+    LetGo(&chooser_);
     if (answer != Gtk::ResponseType::ACCEPT || !file) return;
     PictureKind known{};
     const bool hasKind = PictureKindOf(file->get_path(), &known);
