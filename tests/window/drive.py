@@ -438,12 +438,18 @@ def a_program_that_is_behind():
         window.expect("the width taken", lambda items: has_bounds(items[0], 100, 100, 190, 220))
 
 
+def place_of_the_first_layer(window):
+    """Of its name in the list, with the panels scrolled to their end."""
+    window.desktop.input("mousemove", 1060, 240, "click", "--repeat", 40, "--delay", 10, 5)
+    window.settle()
+    return window.find_text("Layer 1", (920, 0, 1180, 760))
+
+
 @scenario
 def names_of_layers():
     with Editor([BOX]) as window:
         window.key("ctrl+shift+n")
-        window.desktop.input("mousemove", 1060, 240, "click", "--repeat", 40, "--delay", 10, 5)
-        x0, y0, x1, y1 = window.find_text("Layer 1", (920, 0, 1180, 760))
+        x0, y0, x1, y1 = place_of_the_first_layer(window)
         places = [((x0 + x1) // 2, (y0 + y1) // 2 - above) for above in (0, 38)]
 
         def rename(place, name):
@@ -475,9 +481,7 @@ def keys_while_the_list_changes():
     """The key after the one that makes the list of layers anew, whose old rows had the focus, is not lost."""
     with Editor([BOX]) as window:
         window.key("ctrl+shift+n")
-        window.desktop.input("mousemove", 1060, 240, "click", "--repeat", 40, "--delay", 10, 5)
-        window.settle()
-        x0, y0, x1, y1 = window.find_text("Layer 1", (920, 0, 1180, 760))
+        x0, y0, x1, y1 = place_of_the_first_layer(window)
         for turn in range(15):
             window.desktop.input("mousemove", (x0 + x1) // 2, (y0 + y1) // 2, "click", "--repeat", 2, "--delay", 40, 1)
             window.type(f"name {turn}", 40)
@@ -537,8 +541,7 @@ def layers():
         window.expect("a rectangle", lambda items: len(items) == 2)
         assert [len(layer["objects"]) for layer in window.layers()] == [1, 1]
         # The wheel over a field without the focus scrolls the panels, and changes nothing.
-        window.desktop.input("mousemove", 1060, 240, "click", "--repeat", 40, "--delay", 10, 5)
-        x0, y0, x1, y1 = window.find_text("Layer 1", (920, 0, 1180, 760))
+        x0, y0, x1, y1 = place_of_the_first_layer(window)
         window.click((x1 - 72, (y0 + y1) // 2))
         window.expect("one layer locked", lambda _: [layer["locked"] for layer in window.layers()] == [True, False])
         for place in ((430, 270), (200, 160)):
@@ -774,7 +777,7 @@ def a_bundle_that_crashes():
         wait_for("a change", lambda: window.title().startswith("•"))
         window.click(window.at(200, 160))
         window.key("ctrl+d")
-        assert window.ended() == -signal.SIGSEGV
+        assert window.ended() in (-signal.SIGSEGV, 1)  # a sanitizer takes the signal
         window.start()
         window.focus_newest()
         window.key("alt+r")
