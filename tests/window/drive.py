@@ -529,6 +529,7 @@ def menus_give_the_keys_back():
         window.key("alt+e")
         window.find_text("Duplicate", (0, 20, 420, 330))
         window.key("d")
+        window.settle()  # a menu that closes while the machine is busy may swallow a key that follows within 25 ms
         window.expect("a duplicate", lambda items: len(items) == 2 and has_bounds(items[1], 111, 90, 311, 210))
 
 
@@ -891,10 +892,7 @@ def the_window_comes_back_as_it_was():
 
         def same(one, other):
             """Left out are the status line and the panels' scroll bar, which comes and fades."""
-            rows = [y for y in range(680) if one.row(y, 0, 1088) != other.row(y, 0, 1088)]
-            if rows:
-                one.save(PROGRAMS.parent / "drive-as-it-was.png")
-            return not rows
+            return all(one.row(y, 0, 1088) == other.row(y, 0, 1088) for y in range(680))
         before = seen()
         window.key("ctrl+w")
         assert window.ended() == 0
