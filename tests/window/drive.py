@@ -525,7 +525,7 @@ def menus_give_the_keys_back():
         window.key("alt+e")
         window.find_text("Duplicate", (0, 20, 420, 330))
         window.key("Escape")
-        window.settle()  # what is typed before a menu is gone is the menu's, on a slow machine within 25 ms, too
+        window.settle()  # what is typed before a menu is gone is the menu's
         window.key("Right")
         window.expect("moved by a key after a menu was left", lambda items: has_bounds(items[0], 101, 100, 301, 220))
         window.key("alt+e")
