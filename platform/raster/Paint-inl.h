@@ -90,13 +90,9 @@ HWY_INLINE void FillVectors(D d, unsigned char* to, unsigned char* end, std::uin
 
 HWY_INLINE void Fill(unsigned char* to, int count, std::uint32_t color) {
   unsigned char* const end = to + kPixel * static_cast<std::size_t>(count);
-  if (count >= static_cast<int>(hn::Lanes(Many()))) {
-    FillVectors(Many(), to, end, color);
-  } else if (count >= static_cast<int>(hn::Lanes(Four()))) {
-    FillVectors(Four(), to, end, color);
-  } else {
-    for (; to < end; to += kPixel) std::memcpy(to, &color, kPixel);
-  }
+  if (count >= static_cast<int>(hn::Lanes(Many()))) return FillVectors(Many(), to, end, color);
+  if (count >= static_cast<int>(hn::Lanes(Four()))) return FillVectors(Four(), to, end, color);
+  for (; to < end; to += kPixel) std::memcpy(to, &color, kPixel);
 }
 
 /// Paints a colour, or transparency.
