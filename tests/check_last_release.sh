@@ -30,7 +30,7 @@ for pair in "today $now $build/$rectangle" "old-bundle $now $folder/build/$recta
             "old-host $folder/build/bin/objecthost $build/$rectangle"; do
   read -r name host bundle <<< "$pair"
   use "$host" "$bundle" "$name" > "$folder/$name.out" || { echo "FAULT: $name with $tag"; exit 1; }
-  tail -n +1 "$folder/$name.out" | sed -n '/^{/,$p' > "$folder/$name.json"
+  sed -n '/^{/,$p' "$folder/$name.out" > "$folder/$name.json"
   cmp "$folder/today.json" "$folder/$name.json" || { echo "FAULT: $name reads another document than today's"; exit 1; }
   [ -s "$folder/$name.png" ] || { echo "FAULT: $name draws nothing"; exit 1; }
 done

@@ -43,18 +43,21 @@ void ExpectUntouched(Trial& trial, const ClassCalls& cls, const Instance& object
   trial.Expect(now == before, "the other object as it was: " + TextOfState(before), TextOfState(now));
 }
 
+// What is done to objects of `busyClass` changes none of `quietClass`.
+void ExpectApart(Trial& trial, const ClassCalls& quietClass, const ClassCalls& busyClass) {
+  for (std::size_t step = 0; step < kRounds; ++step) {
+    if (!trial.Wants(step)) continue;
+    Dice dice = trial.DiceOf(step);
+    const Instance quiet = RandomObject(quietClass, &dice);
+    const Instance busy = RandomObject(busyClass, &dice);
+    const State before = StateOf(quietClass, quiet);
+    for (int i = 0; i < 4; ++i) Disturb(trial, busyClass, busy, &dice);
+    ExpectUntouched(trial, quietClass, quiet, before);
+  }
+}
+
 void Instances(Trial& trial) {
-  ForEachClass(trial, {}, [&](const ClassCalls& cls) {
-    for (std::size_t step = 0; step < kRounds; ++step) {
-      if (!trial.Wants(step)) continue;
-      Dice dice = trial.DiceOf(step);
-      const Instance quiet = RandomObject(cls, &dice);
-      const Instance busy = RandomObject(cls, &dice);
-      const State before = StateOf(cls, quiet);
-      for (int i = 0; i < 4; ++i) Disturb(trial, cls, busy, &dice);
-      ExpectUntouched(trial, cls, quiet, before);
-    }
-  });
+  ForEachClass(trial, {}, [&](const ClassCalls& cls) { ExpectApart(trial, cls, cls); });
 }
 
 void Pictures(Trial& trial) {
@@ -94,16 +97,7 @@ void ClassesApart(Trial& trial) {
   if (subject->Classes().size() < 2) trial.Skip("the bundle has one class");
   for (const ClassCalls& cls : subject->Classes()) {
     for (const ClassCalls& other : subject->Classes()) {
-      if (&other == &cls) continue;
-      for (std::size_t step = 0; step < kRounds; ++step) {
-        if (!trial.Wants(step)) continue;
-        Dice dice = trial.DiceOf(step);
-        const Instance quiet = RandomObject(cls, &dice);
-        const Instance busy = RandomObject(other, &dice);
-        const State before = StateOf(cls, quiet);
-        for (int i = 0; i < 4; ++i) Disturb(trial, other, busy, &dice);
-        ExpectUntouched(trial, cls, quiet, before);
-      }
+      if (&other != &cls) ExpectApart(trial, cls, other);
     }
   }
 }

@@ -2,7 +2,6 @@
 #include <dlfcn.h>
 #include <unistd.h>
 
-#include <cstdio>
 #include <cstdlib>
 #include <optional>
 
@@ -12,6 +11,7 @@
 #include "host/commands/CommandLine.h"
 #include "host/reports/Report.h"
 #include "host/storage/WholeFiles.h"
+#include "host/terminal/Output.h"
 #include "host/terminal/ProgressBar.h"
 #include "host/text/ParseNumber.h"
 #include "host/validator/ElfFile.h"
@@ -70,7 +70,7 @@ Result<> TakeOptions(const CommandLine& line, Request* request) {
 }
 
 int ListChecks() {
-  for (const Check& check : validator::AllChecks()) std::printf("%-26s %2d  %s\n", check.id, check.level, check.asks);
+  for (const Check& check : validator::AllChecks()) Output::Print("%-26s %2d  %s\n", check.id, check.level, check.asks);
   return 0;
 }
 
@@ -99,19 +99,19 @@ BundleResult ValidateOne(const Request& request, const std::string& bundle) {
   TrialPlan plan = request.plan;
   plan.bundle = bundle;
   std::optional<ProgressBar> bar;
-  const bool isTerminal = isatty(STDOUT_FILENO) != 0;
+  const bool isTerminal = isatty(Output::Descriptor()) != 0;
   bar.emplace("validate");
   const auto tell = [&](const CheckResult& result, std::size_t done) {
     // Between lines of text the bar is wiped away; those who look on see what failed, a file gets every line.
     const bool isShown = !request.json && (!isTerminal || result.outcome.IsFailure());
     if (isShown && isTerminal) bar.emplace("validate");
-    if (isShown) std::fputs(TextOf(result, plan).c_str(), stdout);
-    std::fflush(stdout);
+    if (isShown) Output::Write(TextOf(result, plan).c_str());
+    Output::Flush();
     bar->Step(static_cast<double>(done) / static_cast<double>(request.checks.size()));
   };
   BundleResult result = validator::Validate(plan, request.checks, tell);
   bar.reset();
-  if (!request.json) std::fputs(validator::SummaryOf(result).c_str(), stdout);
+  if (!request.json) Output::Write(validator::SummaryOf(result).c_str());
   return result;
 }
 
@@ -132,7 +132,7 @@ int RunValidate(const std::vector<std::string>& words) {
     failed += results.back().Failed();
     run += results.back().Passed() + results.back().Failed();
   }
-  if (request.json) std::fputs(validator::JsonReport(results).c_str(), stdout);
+  if (request.json) Output::Write(validator::JsonReport(results).c_str());
   if (!request.junit.empty()) {
     const std::string xml = validator::JUnitReport(results);
     if (const auto done = ReplaceFile(request.junit, xml.data(), xml.size()); !done) {

@@ -9,6 +9,7 @@
 #include <atomic>
 #include <cstring>
 #include <filesystem>
+#include <new>
 
 #include "host/model/InstanceCall.h"
 #include "host/storage/RecoveryFolder.h"
@@ -83,12 +84,19 @@ void BundleAtWork::Note(const AKClass* cls) {
   page_->runs = page_->path[0] != '\0';
 }
 
+// A drawing calls the same method of one class thousands of times.
 void BundleAtWork::Begins(const AKClass& cls, unsigned int slot) {
-  if (!keeps_ && known_.insert({&cls, slot}).second) {
+  const Method method{&cls, slot};
+  if (!keeps_ && method != last_ && known_.insert(method).second) {
     keeps_ = true;
-    beforeFirst_();
+    try {
+      beforeFirst_();
+    } catch (const std::bad_alloc&) {
+      // Nothing could be kept; that is no reason not to go on.
+    }
     keeps_ = false;
   }
+  if (!keeps_) last_ = method;
   Note(&cls);
 }
 

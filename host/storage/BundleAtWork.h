@@ -35,6 +35,7 @@ class BundleAtWork : public CallWatch {
 
  private:
   struct Page;
+  using Method = std::pair<const AKClass*, unsigned int>;
 
   void Note(const AKClass* cls);
   const std::string& PathOf(const AKClass& cls);
@@ -44,8 +45,9 @@ class BundleAtWork : public CallWatch {
   Page* page_ = nullptr;
   const AKClass* noted_ = nullptr;  // whose path is in the page
   std::map<const AKClass*, std::string> paths_;
-  std::set<std::pair<const AKClass*, unsigned int>> known_;  // what was called
-  bool keeps_ = false;                                       // beforeFirst_ runs, and may itself call methods
+  std::set<Method> known_;  // what was called
+  Method last_{};           // the last of them
+  bool keeps_ = false;      // beforeFirst_ runs, and may itself call methods
 };
 
 }  // namespace host

@@ -40,8 +40,8 @@ class Recovery {
   static constexpr std::chrono::duration<double> kNever = std::chrono::duration<double>::max();
   /// Brings the file up to date at once, however young it is.
   void UpdateNow();
-  /// The same, and leaves it behind: the program ends before the
-  /// document is closed. Does nothing without unsaved changes. False when it can't be written.
+  /// The same, and leaves it behind: the program ends before the document is closed. Does nothing without unsaved
+  /// changes. False when it can't be written.
   bool Keep();
 
  private:
