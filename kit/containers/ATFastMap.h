@@ -2,8 +2,8 @@
 //
 // It owns its keys and values, in ascending order of the keys. New keys wait in a short array of their own, sorted too,
 // until there are as many as the square root of all or somebody walks through the map; so 100,000 that come in any
-// order cost no time that grows with the square of their number. Counts and indexes are 32-bit unsigned. Nothing here
-// throws but the allocator.
+// order cost no time that grows with the square of their number. A walk sorts them in, also through a const map:
+// threads that share one take turns. Counts and indexes are 32-bit unsigned. Nothing here throws but the allocator.
 #pragma once
 
 #include <algorithm>
@@ -48,7 +48,7 @@ class ATFastMap {
   /// The value of the key, a value-initialised one for a new key; valid as long.
   V& operator[](const K& key) {
     if (V* found = Find(key)) return *found;
-    if (recent_.size() >= kFewest && recent_.size() * recent_.size() > items_.size()) Merge();
+    if (recent_.size() >= kFewest && recent_.size() * recent_.size() > items_.size()) Merged();
     return recent_.insert(PlaceOf(&recent_, key), value_type(key, V()))->second;
   }
 
@@ -63,16 +63,10 @@ class ATFastMap {
     return false;
   }
 
-  value_type* begin() {
-    Merge();
-    return items_.data();
-  }
-  value_type* end() {
-    Merge();
-    return items_.data() + items_.size();
-  }
-  const value_type* begin() const { return const_cast<ATFastMap*>(this)->begin(); }
-  const value_type* end() const { return const_cast<ATFastMap*>(this)->end(); }
+  value_type* begin() { return Merged().data(); }
+  value_type* end() { return Merged().data() + items_.size(); }
+  const value_type* begin() const { return Merged().data(); }
+  const value_type* end() const { return Merged().data() + items_.size(); }
 
  private:
   static constexpr std::size_t kFewest = 16;  // recent keys that are worth a merge
@@ -82,15 +76,16 @@ class ATFastMap {
                             [](const value_type& item, const K& wanted) { return item.first < wanted; });
   }
 
-  void Merge() {
-    if (recent_.empty()) return;
+  std::vector<value_type>& Merged() const {
+    if (recent_.empty()) return items_;
     const auto old = static_cast<std::ptrdiff_t>(items_.size());
     items_.insert(items_.end(), std::make_move_iterator(recent_.begin()), std::make_move_iterator(recent_.end()));
     recent_.clear();
     std::inplace_merge(items_.begin(), items_.begin() + old, items_.end(),
                        [](const value_type& a, const value_type& b) { return a.first < b.first; });
+    return items_;
   }
 
-  std::vector<value_type> items_;
-  std::vector<value_type> recent_;  // that are not among them yet
+  mutable std::vector<value_type> items_;
+  mutable std::vector<value_type> recent_;  // that are not among them yet
 };
