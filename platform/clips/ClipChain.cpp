@@ -15,7 +15,21 @@ bool IsSame(const ClipNode& node, const CGPath& path, bool antialias) {
   return node.antialias == antialias && SamePath(*node.path, path);
 }
 
+bool SameMatrix(const CGAffineTransform& a, const CGAffineTransform& b) {
+  return a.a == b.a && a.b == b.b && a.c == b.c && a.d == b.d && a.tx == b.tx && a.ty == b.ty;
+}
+
 std::size_t DepthOf(const Clip& clip) { return clip == nullptr ? 0 : clip->depth; }
+
+// The node within `parent`, if it is near the chain's end.
+const ClipNode* ChildIn(const Clip& chain, const Clip& parent) {
+  constexpr int kMaxSteps = 16;
+  const std::size_t depth = DepthOf(parent) + 1;
+  const ClipNode* node = chain.get();
+  for (int i = 0; i < kMaxSteps && node != nullptr && node->depth > depth; ++i) node = node->parent.get();
+  const bool isThere = node != nullptr && node->depth == depth && node->parent.get() == parent.get();
+  return isThere ? node : nullptr;
+}
 
 }  // namespace
 
@@ -33,7 +47,7 @@ void Clip::Release() {
   }
 }
 
-Clip ClipPool::Make(const Clip& parent, CGMutablePathRef* path, bool antialias) {
+Clip ClipPool::Make(const Clip& parent, CGMutablePathRef* path, const PathOrigin& origin, bool antialias) {
   Node node;
   if (spareCount_ > 0) {
     node = std::move(spare_[--spareCount_]);
@@ -43,6 +57,7 @@ Clip ClipPool::Make(const Clip& parent, CGMutablePathRef* path, bool antialias) 
   }
   std::swap(node->path, *path);
   node->parent = parent;
+  node->origin = origin;
   node->antialias = antialias;
   node->depth = DepthOf(parent) + 1;
   return Clip(node.release());
@@ -61,12 +76,15 @@ void ClipPool::TakeBack(ClipNode* unused) {
 }
 
 Clip SameIn(const Clip& chain, const Clip& parent, const CGPath& path, bool antialias) {
-  constexpr int kMaxSteps = 16;
-  const std::size_t depth = DepthOf(parent) + 1;
-  const ClipNode* node = chain.get();
-  for (int i = 0; i < kMaxSteps && node != nullptr && node->depth > depth; ++i) node = node->parent.get();
-  const bool isThere = node != nullptr && node->depth == depth && node->parent.get() == parent.get();
-  return isThere && IsSame(*node, path, antialias) ? Clip(node) : Clip();
+  const ClipNode* node = ChildIn(chain, parent);
+  return node != nullptr && IsSame(*node, path, antialias) ? Clip(node) : Clip();
+}
+
+Clip SameIn(const Clip& chain, const Clip& parent, const PathOrigin& origin, bool antialias) {
+  const ClipNode* node = ChildIn(chain, parent);
+  const bool isSame = node != nullptr && node->antialias == antialias && node->origin.identity == origin.identity &&
+                      origin.identity != 0 && SameMatrix(node->origin.matrix, origin.matrix);
+  return isSame ? Clip(node) : Clip();
 }
 
 bool SameClip(const ClipNode* a, const ClipNode* b) {

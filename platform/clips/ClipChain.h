@@ -7,6 +7,7 @@
 
 #include <array>
 #include <cstddef>
+#include <cstdint>
 #include <memory>
 #include <utility>
 
@@ -39,6 +40,12 @@ class Clip {
 
 class ClipPool;
 
+/// What a path of device space was made of: another path, by its identity, and a matrix.
+struct PathOrigin {
+  std::uint64_t identity = 0;  ///< 0: of something else
+  CGAffineTransform matrix = CGAffineTransformIdentity;
+};
+
 /// One path of a chain of clips; the clip is the inside of all of them.
 struct ClipNode {
   explicit ClipNode(ClipPool* owner) : pool(owner) {}
@@ -48,6 +55,7 @@ struct ClipNode {
 
   ClipPool* const pool;
   CGMutablePathRef path = CGPathCreateMutable();
+  PathOrigin origin;
   bool antialias = true;
   std::size_t depth = 1;  ///< the length of the chain
   Clip parent;
@@ -60,7 +68,7 @@ class ClipPool {
  public:
   /// A node within `parent`, whose path is `*path`; that becomes an empty one. Throws, with nothing changed, when
   /// memory lacks.
-  Clip Make(const Clip& parent, CGMutablePathRef* path, bool antialias);
+  Clip Make(const Clip& parent, CGMutablePathRef* path, const PathOrigin& origin, bool antialias);
 
  private:
   friend class Clip;
@@ -79,6 +87,9 @@ class ClipPool {
 
 /// The node of `chain` that has just this parent, path and antialiasing, if it is near the chain's end; null otherwise.
 Clip SameIn(const Clip& chain, const Clip& parent, const CGPath& path, bool antialias);
+
+/// The same of the node whose path was made of this origin, without a look at its points.
+Clip SameIn(const Clip& chain, const Clip& parent, const PathOrigin& origin, bool antialias);
 
 /// Whether two chains of clips leave the same visible.
 bool SameClip(const ClipNode* a, const ClipNode* b);

@@ -51,7 +51,7 @@ void PaintPath(const raster::Surface& surface, const CGPath& path, const raster:
 // Whole pixels, as cells of patterns and backgrounds are made of, need no edges.
 void PaintShape(CGContext* context, const raster::Shape& shape, const raster::Ink& ink) {
   const raster::Surface surface = SurfaceOf(*context->bitmap);
-  PaintPath(surface, *context->path, shape, ClipOnBitmap(context), ink);
+  PaintPath(surface, *context->path.items, shape, ClipOnBitmap(context), ink);
 }
 
 void PaintShape(CGContext* context, raster::Shape shape, const Paint& paint) {
@@ -64,7 +64,7 @@ void PaintShape(CGContext* context, raster::Shape shape, const Paint& paint) {
   const NativeRef<CGPattern> pattern = paint.pattern;
   const PatternRows rows(pattern.Get(), context->state.patternPhase, alpha, surface);
   if (!rows.IsUsable()) return;
-  shape.path = ViewOf(*context->path);  // who draws the cell may have changed the path
+  shape.path = ViewOf(*context->path.items);  // who draws the cell may have changed the path
   PaintShape(context, shape, raster::Ink{raster::Ink::Kind::kRows, rows.IsOpaque(), 0, &rows});
 }
 
@@ -82,7 +82,7 @@ raster::Clip ClipOnBitmap(CGContext* context) {
 }
 
 void FillOnBitmap(CGContext* context, raster::FillRule rule, bool isClearing) {
-  raster::Shape shape = ShapeOf(*context->path, context->state.antialias);
+  raster::Shape shape = ShapeOf(*context->path.items, context->state.antialias);
   shape.rule = rule;
   if (isClearing) {
     PaintShape(context, shape, raster::Ink{raster::Ink::Kind::kClear, false, 0, nullptr});
@@ -102,7 +102,7 @@ void StrokeOnBitmap(CGContext* context) {
   style.b = m.b;
   style.c = m.c;
   style.d = m.d;
-  raster::Shape shape = ShapeOf(*context->path, state.antialias);
+  raster::Shape shape = ShapeOf(*context->path.items, state.antialias);
   shape.stroke = &style;
   PaintShape(context, shape, state.stroke);
 }

@@ -33,16 +33,28 @@ CGContext::CGContext(platform::CairoContext cairoContext, std::unique_ptr<platfo
     : cairo(std::move(cairoContext)),
       target(std::move(drawingTarget)),
       baseToDevice(toDevice),
-      path(CGPathCreateMutable()) {
+      path{CGPathCreateMutable(), {}, {}} {
   if (cairo != nullptr) platform::SetUpCairo(cairo.get());
 }
 
-CGContext::~CGContext() { CGPathRelease(path); }
+CGContext::~CGContext() { CGPathRelease(path.items); }
 
-void CGContext::EmptyPath() {
-  path->verbs.Clear();
-  path->points.Clear();
-  isPathLost = false;
+void platform::CurrentPath::Empty() {
+  items->verbs.Clear();
+  items->points.Clear();
+  items->Changed();
+  origin = {};
+  same = {};
+  isLost = false;
+}
+
+CGPath& platform::CurrentPath::Own() {
+  if (!(same == nullptr)) {
+    CGPathAddPath(items, nullptr, same->path);
+    origin = same->origin;
+    same = {};
+  }
+  return *items;
 }
 
 CGContextRef CGContextRetain(CGContextRef context) {

@@ -129,10 +129,10 @@ bool EmitOutline(cairo_t* cairo, const CGPath& path, const PixelBox& target, dou
   return Emit(cairo, cut, box);
 }
 
-void PushClip(CGContext* context, CGMutablePathRef* path) {
+void PushClip(CGContext* context, CGMutablePathRef* path, const PathOrigin& origin) {
   GraphicsState& state = context->state;
   Clip next = SameIn(context->appliedClip, state.clip, **path, state.antialias);
-  if (next == nullptr) next = context->clips.Make(state.clip, path, state.antialias);
+  if (next == nullptr) next = context->clips.Make(state.clip, path, origin, state.antialias);
   state.clip = std::move(next);
 }
 

@@ -35,8 +35,8 @@ bool Prepare(CGContext* context, bool isFilled, double reach, PixelBox* box) {
   const PixelBox bounds = context->target->Bounds();
   platform::ApplyClip(context);
   cairo_new_path(cairo);
-  if (!(isFilled ? platform::EmitPath(cairo, *context->path, bounds, box)
-                 : platform::EmitOutline(cairo, *context->path, bounds, reach, box))) {
+  if (!(isFilled ? platform::EmitPath(cairo, *context->path.items, bounds, box)
+                 : platform::EmitOutline(cairo, *context->path.items, bounds, reach, box))) {
     return false;
   }
   *box = platform::WidenBox(*box, reach, bounds);
@@ -78,7 +78,7 @@ bool IsAllButFlat(const CGAffineTransform& m) {
 void FillStrokeArea(CGContext* context, const CGAffineTransform& m, double reach) {
   const PixelBox bounds = context->target->Bounds();
   CGPath area;
-  platform::AddStrokeArea(*context->path, m, context->state, platform::CutBoxOf(bounds, reach), &area);
+  platform::AddStrokeArea(*context->path.items, m, context->state, platform::CutBoxOf(bounds, reach), &area);
   cairo_t* cairo = context->cairo.get();
   platform::ApplyClip(context);
   cairo_new_path(cairo);
@@ -120,9 +120,23 @@ static_assert(static_cast<int>(CAIRO_LINE_JOIN_ROUND) == kCGLineJoinRound);
 static_assert(static_cast<int>(CAIRO_LINE_JOIN_BEVEL) == kCGLineJoinBevel);
 
 void SetRectPath(CGContext* context, CGRect rect) {
-  context->EmptyPath();
+  context->path.Empty();
   const CGAffineTransform m = context->UserToDevice();
-  CGPathAddRect(context->path, &m, rect);  // which has room inside the path
+  CGPathAddRect(context->path.items, &m, rect);  // which has room inside the path
+}
+
+// A long path that is added again, as it is done for each shape under a clip, most likely becomes that clip again: it is
+// neither mapped nor copied before it is used otherwise.
+void AddPath(CGContext* context, const CGPath& path) {
+  const CGAffineTransform m = context->UserToDevice();
+  platform::PathOrigin origin;
+  if (context->path.IsEmpty() && path.points.Count() > CGPath::kInlineItems) {
+    origin = {path.Identity(), m};
+    context->path.same = SameIn(context->appliedClip, context->state.clip, origin, context->state.antialias);
+    if (!(context->path.same == nullptr)) return;
+  }
+  CGPathAddPath(&context->path.Own(), &m, &path);
+  context->path.origin = origin;
 }
 
 // What cairo draws in a scope clears.
@@ -141,28 +155,38 @@ class ClearingScope {
 template <typename Paint>
 void PaintPath(CGContext* context, const Paint& paint) {
   platform::Guarded(context, [&] {
-    if (context->CanPaint() && !context->isPathLost) paint();
+    if (!context->CanPaint() || context->path.isLost) return;
+    context->path.Own();
+    paint();
   });
-  context->EmptyPath();
+  context->path.Empty();
 }
 
 }  // namespace
 
 void CGContextBeginPath(CGContextRef context) {
-  if (context != nullptr) context->EmptyPath();
+  if (context != nullptr) context->path.Empty();
 }
 
 void CGContextAddPath(CGContextRef context, CGPathRef path) {
   if (context == nullptr || path == nullptr) return;
-  const CGAffineTransform m = context->UserToDevice();
-  if (!platform::Guarded(context, [&] { CGPathAddPath(context->path, &m, path); })) context->isPathLost = true;
+  if (!platform::Guarded(context, [&] { AddPath(context, *path); })) context->path.isLost = true;
 }
 
 void CGContextClip(CGContextRef context) {
   if (context == nullptr) return;
-  const auto clip = [context] { platform::PushClip(context, &context->path); };
-  if (context->HasState() && (context->isPathLost || !platform::Guarded(context, clip))) context->state.isLost = true;
-  context->EmptyPath();
+  const auto clip = [context] {
+    platform::GraphicsState& state = context->state;
+    const platform::Clip& known = context->path.same;
+    if (!(known == nullptr) && known->parent.get() == state.clip.get() && known->antialias == state.antialias) {
+      state.clip = known;
+    } else {
+      context->path.Own();
+      platform::PushClip(context, &context->path.items, context->path.origin);
+    }
+  };
+  if (context->HasState() && (context->path.isLost || !platform::Guarded(context, clip))) context->state.isLost = true;
+  context->path.Empty();
 }
 
 void CGContextDrawPath(CGContextRef context, CGPathDrawingMode mode) {

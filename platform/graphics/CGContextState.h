@@ -89,6 +89,19 @@ struct GraphicsState {
   bool isLost = false;  ///< memory lacked for a part of it: nothing is drawn under it
 };
 
+/// What a context is to fill, stroke or clip to next, in device space.
+struct CurrentPath {
+  CGMutablePathRef items;  ///< owned by who made this
+  PathOrigin origin;       ///< what alone was added to it
+  Clip same;               ///< not null: the path is this clip's, and `items` are empty
+  bool isLost = false;     ///< memory lacked for a part of it
+
+  bool IsEmpty() const { return items->verbs.IsEmpty() && same == nullptr; }
+  void Empty();
+  /// The items, copied if the path was a clip's until now. Throws when memory lacks.
+  CGPath& Own();
+};
+
 }  // namespace platform
 
 struct CGContext final : platform::NativeObject {
@@ -101,7 +114,6 @@ struct CGContext final : platform::NativeObject {
   /// False where a state could not be kept: what is set until it would come back is left out, and nothing is drawn.
   bool HasState() const { return lostSaves == 0; }
   bool CanPaint() const { return HasState() && !state.isLost; }
-  void EmptyPath();
 
   platform::CairoContext cairo;  ///< null over a bitmap
   std::unique_ptr<platform::DrawingTarget> target;
@@ -112,8 +124,7 @@ struct CGContext final : platform::NativeObject {
   bool hasFailed = false;     ///< memory lacked for something that was to be drawn
   std::size_t lostSaves = 0;  ///< states that memory lacked for; all later ones than the saved
   CGAffineTransform textMatrix = CGAffineTransformIdentity;
-  CGMutablePathRef path;           ///< the current path, in device space
-  bool isPathLost = false;         ///< memory lacked for a part of it
+  platform::CurrentPath path;
   platform::CairoSurface scratch;  ///< where shadings are prepared; grows as needed
   platform::Clip appliedClip;      ///< what cairo's clip holds now; over a bitmap, the last that was drawn under
   const struct BitmapInfo* bitmap = nullptr;  ///< of a bitmap context; owned by the target
@@ -148,7 +159,7 @@ bool Guarded(CGContext* context, Work&& work) {
 
 /// Narrows the state's clip by a path of device space, which becomes an empty one. A clip that was drawn under before
 /// is taken up again, with what was made for it.
-void PushClip(CGContext* context, CGMutablePathRef* path);
+void PushClip(CGContext* context, CGMutablePathRef* path, const PathOrigin& origin);
 
 /// Makes cairo's clip that of the context's state.
 void ApplyClip(CGContext* context);

@@ -16,6 +16,7 @@ CGPoint* Add(CGPath& path, CGPath::Verb verb) {
   path.verbs.Ensure(1);
   CGPoint* points = path.points.Grow(count);
   *path.verbs.Grow(1) = verb;
+  path.Changed();
   return points;
 }
 
@@ -46,6 +47,14 @@ CGMutablePathRef Copy(CGPathRef path, const CGAffineTransform* m) {
 bool HasCurrentPoint(const CGPath* path) { return path != nullptr && !path->verbs.IsEmpty(); }
 
 }  // namespace
+
+std::uint64_t CGPath::Identity() const {
+  static std::atomic<std::uint64_t> last{0};
+  std::uint64_t known = identity_.load(std::memory_order_relaxed);
+  if (known != 0) return known;
+  const std::uint64_t next = last.fetch_add(1, std::memory_order_relaxed) + 1;
+  return identity_.compare_exchange_strong(known, next, std::memory_order_relaxed) ? next : known;
+}
 
 CGMutablePathRef CGPathCreateMutable(void) { return new CGPath; }
 
@@ -117,6 +126,7 @@ void CGPathAddCurveToPoint(CGMutablePathRef path, const CGAffineTransform* m, CG
 void CGPathCloseSubpath(CGMutablePathRef path) {
   if (!HasCurrentPoint(path) || path->verbs.end()[-1] == kCGPathElementCloseSubpath) return;
   *path->verbs.Grow(1) = kCGPathElementCloseSubpath;
+  path->Changed();
   path->current = path->start;
 }
 
@@ -158,4 +168,5 @@ void CGPathAddPath(CGMutablePathRef path, const CGAffineTransform* m, CGPathRef 
   }
   path->start = Map(m, start);
   path->current = Map(m, current);
+  path->Changed();
 }

@@ -5,6 +5,7 @@
 // verb is always a move.
 #pragma once
 
+#include <atomic>
 #include <cstddef>
 #include <cstdint>
 
@@ -27,4 +28,11 @@ struct CGPath final : platform::NativeObject {
     constexpr std::size_t kCounts[] = {1, 1, 2, 3, 0};
     return kCounts[verb];
   }
+
+  /// A number that no other path has, nor this one once it is changed; never 0.
+  std::uint64_t Identity() const;
+  void Changed() { identity_.store(0, std::memory_order_relaxed); }
+
+ private:
+  mutable std::atomic<std::uint64_t> identity_{0};  // 0: not asked for since the last change
 };

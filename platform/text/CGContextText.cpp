@@ -33,8 +33,7 @@ Paint PaintOf(const CGColor* color, const CGColor* otherwise) {
 // Paints a path of device space as the context's current one, which is left as it was.
 void PaintPath(CGContext* context, CGPath* path, CGPathDrawingMode mode, const Paint& paint) {
   const Scoped used(mode == kCGPathStroke ? context->state.stroke : context->state.fill, paint);
-  const Scoped current(context->path, path);
-  const Scoped lost(context->isPathLost, false);
+  const Scoped current(context->path, platform::CurrentPath{path, {}, {}});
   CGContextDrawPath(context, mode);
 }
 
@@ -119,7 +118,7 @@ void SettleTextClip(CGContext* context) {
   for (const ClippingText& item : *context->state.textClip) {
     AppendOutlines(*item.line.Get(), item.toDevice, false, outlines.path);
   }
-  PushClip(context, &outlines.path);
+  PushClip(context, &outlines.path, {});
   context->state.textClip = nullptr;
 }
 

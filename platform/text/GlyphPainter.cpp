@@ -188,8 +188,7 @@ void PaintPictures(CGContext* context, const CTLine& line, const CGAffineTransfo
   const CGAffineTransform m = FromReference(line, textToDevice);
   const Scoped state(context->state, GraphicsState(context->state));
   CGPath path;
-  const Scoped current(context->path, &path);
-  const Scoped lost(context->isPathLost, false);
+  const Scoped current(context->path, CurrentPath{&path, {}, {}});
   context->state.matrix = CGAffineTransformConcat(m, Inverse(context->baseToDevice));
   context->state.alpha *= paint.alpha;
   context->state.blendMode = kCGBlendModeNormal;
