@@ -21,7 +21,6 @@ std::vector<PairRecord>& Pairs() {
 }
 
 double Median(std::vector<double> values) {
-  if (values.empty()) return 0;
   std::sort(values.begin(), values.end());
   return values[values.size() / 2];
 }
@@ -61,28 +60,40 @@ class TimeCollector : public benchmark::BenchmarkReporter {
   }
 
   bool PrintTable() const {
-    std::printf("%-52s %14s %14s %8s %8s\n", "pair", "kit (ns)", "reference (ns)", "ratio", "target");
+    std::printf("%-52s %14s %14s %8s %15s %8s\n", "pair", "kit (ns)", "reference (ns)", "ratio", "its rounds",
+                "target");
     for (const PairRecord& pair : Pairs()) {
-      const double kit = TimeOf(pair.name + "|kit");
-      const double reference = TimeOf(pair.name + "|reference");
-      if (kit <= 0 || reference <= 0) continue;  // left out by a filter
-      const double value = kit / reference;
-      std::printf("%-52s %14.0f %14.0f %8.3f ", pair.name.c_str(), kit, reference, value);
-      if (pair.target > 0) {
-        std::printf("%8.2f%s", pair.target, value > pair.target ? "  MISSED" : "");
-      } else {
-        std::printf("%8s", "-");
-      }
-      if (pair.bytes > 0) std::printf("  %.1f against %.1f GB/s", pair.bytes / kit, pair.bytes / reference);
-      std::printf("\n");
+      const std::vector<double> kit = TimesOf(pair.name + "|kit");
+      const std::vector<double> reference = TimesOf(pair.name + "|reference");
+      if (kit.empty() || reference.empty()) continue;  // left out by a filter
+      PrintPair(pair, kit, reference);
     }
     return !failed_;
   }
 
  private:
-  double TimeOf(const std::string& name) const {
+  // The ratio of the medians, and the least and the greatest ratio of one round.
+  static void PrintPair(const PairRecord& pair, const std::vector<double>& kit, const std::vector<double>& reference) {
+    std::vector<double> rounds;
+    for (std::size_t i = 0; i < std::min(kit.size(), reference.size()); ++i) rounds.push_back(kit[i] / reference[i]);
+    const auto [least, greatest] = std::minmax_element(rounds.begin(), rounds.end());
+    const double kitTime = Median(kit);
+    const double referenceTime = Median(reference);
+    const double value = kitTime / referenceTime;
+    std::printf("%-52s %14.0f %14.0f %8.3f %7.3f-%7.3f ", pair.name.c_str(), kitTime, referenceTime, value, *least,
+                *greatest);
+    if (pair.target > 0) {
+      std::printf("%8.2f%s", pair.target, value > pair.target ? "  MISSED" : "");
+    } else {
+      std::printf("%8s", "-");
+    }
+    if (pair.bytes > 0) std::printf("  %.1f against %.1f GB/s", pair.bytes / kitTime, pair.bytes / referenceTime);
+    std::printf("\n");
+  }
+
+  std::vector<double> TimesOf(const std::string& name) const {
     const auto found = times_.find(name);
-    return found == times_.end() ? 0 : Median(found->second);
+    return found == times_.end() ? std::vector<double>() : found->second;
   }
 
   std::map<std::string, std::vector<double>> times_;

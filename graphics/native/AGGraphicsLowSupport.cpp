@@ -31,10 +31,14 @@ void _LowAGContextInstallClipPath(const AGContext& context, CGContextRef port) {
   const AGPath* clip = context.GetClipPath();
   if (clip == nullptr || clip->IsEmpty()) return;
   const AGPoint origin = clip->Origin();
-  const MappedPath mapped(clip->NativePath(),
-                          AGAffineTransformConcat(AGAffineTransformTranslation(origin.x, origin.y), context.transform));
+  const auto place = AGAffineTransformConcat(AGAffineTransformTranslation(origin.x, origin.y), context.transform);
+  // Mapped by the port, which takes up again what it clipped to before; a path is no part of the state that is
+  // restored.
+  CGContextSaveGState(port);
+  CGContextConcatCTM(port, AGMacOS::CGAffineTransformConvert(place));
   CGContextBeginPath(port);
-  CGContextAddPath(port, mapped.Get());
+  CGContextAddPath(port, clip->NativePath());
+  CGContextRestoreGState(port);
   CGContextClip(port);
 }
 

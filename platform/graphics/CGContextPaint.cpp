@@ -125,8 +125,8 @@ void SetRectPath(CGContext* context, CGRect rect) {
   CGPathAddRect(context->path.items, &m, rect);  // which has room inside the path
 }
 
-// A long path that is added again, as it is done for each shape under a clip, most likely becomes that clip again: it is
-// neither mapped nor copied before it is used otherwise.
+// A long path that is added again, as it is done for each shape under a clip, most likely becomes that clip again: it
+// is neither mapped nor copied before it is used otherwise.
 void AddPath(CGContext* context, const CGPath& path) {
   const CGAffineTransform m = context->UserToDevice();
   platform::PathOrigin origin;
@@ -170,7 +170,8 @@ void CGContextBeginPath(CGContextRef context) {
 
 void CGContextAddPath(CGContextRef context, CGPathRef path) {
   if (context == nullptr || path == nullptr) return;
-  if (!platform::Guarded(context, [&] { AddPath(context, *path); })) context->path.isLost = true;
+  const auto add = [&] { AddPath(context, *path); };
+  if (!context->HasState() || !platform::Guarded(context, add)) context->path.isLost = true;  // or in a wrong place
 }
 
 void CGContextClip(CGContextRef context) {

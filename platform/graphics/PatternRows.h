@@ -1,6 +1,8 @@
 // The pixels of a pattern on a bitmap, row by row. Private to the native layer.
 #pragma once
 
+#include <array>
+
 #include "platform/graphics/CGPatternValue.h"
 #include "platform/raster/Kernels.h"
 
@@ -20,8 +22,19 @@ class PatternRows final : public raster::RowSource {
   void Fetch(int x, int y, int count, std::uint32_t* pixels) const override;
 
  private:
+  // The rows of a small cell are repeated beforehand: so many pixels can be copied at once from any column.
+  static constexpr std::size_t kLargestSmallSide = 16;
+  static constexpr std::size_t kRun = 64;
+
+  bool IsSmall() const;
+  void RepeatRows();
+  void CopySmall(std::size_t row, std::size_t column, std::size_t count, std::uint32_t* pixels) const;
+  void CopyLarge(std::size_t row, int column, int count, std::uint32_t* pixels) const;
+
   const std::uint32_t* cell_ = nullptr;
   std::size_t stride_ = 0;  // in pixels
+  std::array<std::uint32_t, kLargestSmallSide*(kLargestSmallSide + kRun)> repeated_;
+  std::size_t run_ = 0;  // whole cells that one copy makes; 0: the cell is large
   int width_ = 1;
   int height_ = 1;
   int startX_ = 0;  // added to a pixel of the bitmap, modulo the width: the cell's column

@@ -111,6 +111,83 @@ TEST(CGContextTest, Stroke_WidthGoesThroughTheMatrix) {
   EXPECT_NEAR(canvas.Area(), 24 * 16 - 12 * 12, 0.1);
 }
 
+// Long paths that are added again are known by what they are: whatever is done with them, a context that is given a new
+// copy of them each time draws the same.
+class KnownPaths {
+ public:
+  KnownPaths() {
+    for (CGMutablePathRef path : kept_) {
+      for (int i = 0; i < 30; ++i) AddPoint(path);
+    }
+  }
+  ~KnownPaths() {
+    for (CGMutablePathRef path : kept_) CGPathRelease(path);
+  }
+
+  // One or two clips within each other, or a fill, and all that may happen in between.
+  void Draw(int depth) {
+    ForBoth([](CGContextRef c) { CGContextSaveGState(c); });
+    Disturb(depth);
+    Add(Any(2));
+    if (Any(4) == 0) Add(Any(2));
+    Disturb(depth);
+    const int red = Any(3);
+    ForBoth([red](CGContextRef c) { CGContextSetRGBFillColor(c, red * 0.5, 0.5, 0.5, 0.5); });
+    const bool isClip = Any(4) != 0;
+    ForBoth([isClip](CGContextRef c) { isClip ? CGContextClip(c) : CGContextDrawPath(c, kCGPathEOFill); });
+    while (depth < 2 && Any(2) == 0) Draw(depth + 1);
+    ForBoth([](CGContextRef c) { CGContextFillRect(c, CGRectMake(0, 0, 40, 30)), CGContextRestoreGState(c); });
+    if (Any(50) == 0) AddPoint(kept_[Any(2)]);
+  }
+
+  const unsigned int seed = std::random_device{}();
+  Canvas known;
+  Canvas copied;
+
+ private:
+  int Any(int count) { return static_cast<int>(random_() % static_cast<unsigned int>(count)); }
+
+  void AddPoint(CGMutablePathRef path) {
+    if (CGPathIsEmpty(path)) CGPathMoveToPoint(path, nullptr, 20, 15);
+    CGPathAddLineToPoint(path, nullptr, Any(40), Any(30));
+  }
+
+  template <typename Work>
+  void ForBoth(const Work& work) {
+    for (const Canvas* canvas : {&known, &copied}) work(canvas->Context());
+  }
+
+  void Disturb(int depth) {
+    const int kind = Any(12);
+    ForBoth([kind, depth](CGContextRef c) {
+      if (kind < 2) CGContextSetShouldAntialias(c, kind == 0);
+      if (kind == 2) CGContextConcatCTM(c, CGAffineTransformTranslate(CGAffineTransformIdentity, 0.5, 0));
+      for (int i = 0; i <= depth && kind == 3; ++i) CGContextRestoreGState(c);
+      for (int i = 0; i <= depth && kind == 3; ++i) CGContextSaveGState(c);
+      if (kind == 4) CGContextBeginPath(c);
+    });
+  }
+
+  void Add(int which) {
+    CGContextAddPath(known.Context(), kept_[which]);
+    CGPathRef copy = CGPathCreateMutableCopy(kept_[which]);
+    CGContextAddPath(copied.Context(), copy);
+    CGPathRelease(copy);
+  }
+
+  std::mt19937 random_{seed};
+  CGMutablePathRef kept_[2] = {CGPathCreateMutable(), CGPathCreateMutable()};
+};
+
+TEST(CGContextTest, PathsThatAreAddedAgain_DrawAsTheirCopies) {
+  KnownPaths paths;
+  SCOPED_TRACE(paths.seed);
+  for (int i = 0; i < 3000; ++i) {
+    paths.Draw(0);
+    ASSERT_EQ(paths.known.Bytes(), paths.copied.Bytes()) << "drawing " << i;
+  }
+}
+
 TEST(CGContextTest, Clip_NarrowsAndIsRestored) {
   Canvas canvas;
   CGContextRef context = canvas.Context();
