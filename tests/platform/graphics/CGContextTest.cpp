@@ -116,9 +116,7 @@ TEST(CGContextTest, Stroke_WidthGoesThroughTheMatrix) {
 class KnownPaths {
  public:
   KnownPaths() {
-    for (CGMutablePathRef path : kept_) {
-      for (int i = 0; i < 30; ++i) AddPoint(path);
-    }
+    for (int i = 0; i < 60; ++i) AddPoint(i % 2);
   }
   ~KnownPaths() {
     for (CGMutablePathRef path : kept_) CGPathRelease(path);
@@ -137,7 +135,7 @@ class KnownPaths {
     ForBoth([isClip](CGContextRef c) { isClip ? CGContextClip(c) : CGContextDrawPath(c, kCGPathEOFill); });
     while (depth < 2 && Any(2) == 0) Draw(depth + 1);
     ForBoth([](CGContextRef c) { CGContextFillRect(c, CGRectMake(0, 0, 40, 30)), CGContextRestoreGState(c); });
-    if (Any(50) == 0) AddPoint(kept_[Any(2)]);
+    if (Any(100) == 0) AddPoint(Any(2));
   }
 
   const unsigned int seed = std::random_device{}();
@@ -147,9 +145,11 @@ class KnownPaths {
  private:
   int Any(int count) { return static_cast<int>(random_() % static_cast<unsigned int>(count)); }
 
-  void AddPoint(CGMutablePathRef path) {
+  // One path on the left, one on the right, with a common part.
+  void AddPoint(int which) {
+    CGMutablePathRef path = kept_[which];
     if (CGPathIsEmpty(path)) CGPathMoveToPoint(path, nullptr, 20, 15);
-    CGPathAddLineToPoint(path, nullptr, Any(40), Any(30));
+    CGPathAddLineToPoint(path, nullptr, which * 15 + Any(25), Any(30));
   }
 
   template <typename Work>
