@@ -117,6 +117,7 @@ class KnownPaths {
  public:
   KnownPaths() {
     for (int i = 0; i < 60; ++i) AddPoint(i % 2);
+    ForBoth([](CGContextRef c) { CGContextSetRGBFillColor(c, 0, 0.5, 0, 0.5); });  // hides nothing
   }
   ~KnownPaths() {
     for (CGMutablePathRef path : kept_) CGPathRelease(path);
