@@ -128,8 +128,17 @@ class Picture:
         return result
 
 
+# Windows begin in the corner, where they are without a manager; what else openbox does it does as ever.
+OPENBOX = """<?xml version="1.0"?><openbox_config xmlns="http://openbox.org/3.4/rc"><focus><focusNew>yes</focusNew></focus>
+<applications><application type="normal"><position force="yes"><x>0</x><y>0</y></position></application></applications>
+</openbox_config>"""
+
+
 class Desktop:
-    """An X server without a window manager, and an environment without a session: no bus, no settings, no home."""
+    """An X server, and an environment without a session: no bus, no settings, no home.
+
+    There is no window manager, unless the environment variable WINDOW_MANAGER says openbox.
+    """
 
     def __init__(self, width=1400, height=900, fonts=None, **environment):
         self.folder = tempfile.mkdtemp(prefix="desktop")
@@ -152,9 +161,18 @@ class Desktop:
         self.environment.update(environment)
         with open(pathlib.Path(self.folder) / "Xvfb_screen0", "rb") as file:
             self.buffer = mmap.mmap(file.fileno(), 0, prot=mmap.PROT_READ)
+        self.manager = None
+        if os.environ.get("WINDOW_MANAGER") == "openbox":
+            rules = pathlib.Path(self.folder) / "openbox.xml"
+            rules.write_text(OPENBOX)
+            self.manager = subprocess.Popen(["openbox", "--config-file", str(rules)], env=self.environment,
+                                            stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
 
     def close(self):
         self.buffer.close()
+        if self.manager:
+            self.manager.terminate()
+            self.manager.wait()
         self.server.terminate()
         self.server.wait()
         shutil.rmtree(self.folder, ignore_errors=True)
