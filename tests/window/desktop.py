@@ -190,6 +190,10 @@ class Desktop:
                                 stdout=subprocess.PIPE)
         return result.stdout.decode()
 
+    def let_go(self):
+        """Lets go of what a test that was broken off held down."""
+        self.input("mouseup", 1, "keyup", "ctrl", "keyup", "shift", "keyup", "alt")
+
     def windows(self, pid):
         """The visible windows of a program, the oldest first."""
         found = subprocess.run(["xdotool", "search", "--onlyvisible", "--pid", str(pid)], env=self.environment,

@@ -68,6 +68,7 @@ class Editor:
     def __exit__(self, kind, *_):
         if kind:
             DESKTOP.picture().save(screen_file())
+            DESKTOP.let_go()
         self.window.__exit__()
 
 
@@ -362,8 +363,12 @@ def clipboard():
         window.expect("back", lambda items: len(items) == 2 and has_bounds(items[0], 100, 100, 300, 220))
 
 def object_field(window, name):
-    """The middle of a field of the object panel."""
-    x0, y0, x1, y1 = window.find_text(name, (920, 0, 1180, 260))
+    """A place in a field of the object panel. Text recognition is not sure of a lone X: its row is found from others."""
+    panel = (920, 0, 1180, 260)
+    if name == "X":
+        (x, y), (_, below) = object_field(window, "Width"), object_field(window, "Height")
+        return x, y - 2 * (below - y)
+    x0, y0, x1, y1 = window.find_text(name, panel)
     return x1 + 80, (y0 + y1) // 2
 
 
