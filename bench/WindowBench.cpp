@@ -110,12 +110,17 @@ void DragOne(benchmark::State& state) {
   tool.Cancel();
 }
 
-// All of 100,000, all in sight: the tiles of what moves are drawn while it does.
-void DragAll(benchmark::State& state) {
+Canvas& TheLargeCanvas() {
   static Canvas canvas(400, 250, 0.3);
-  PointerTool tool(&canvas.Session(), &canvas.View());
   canvas.Session().Selection().SelectAll();
-  tool.Press(canvas.View().ToView({2006, 1255}), {});
+  return canvas;
+}
+
+// Something is done with all of 100,000, all in sight: the tiles of what moves are drawn while it does.
+void DragAllFrom(benchmark::State& state, const AGPoint& start) {
+  Canvas& canvas = TheLargeCanvas();
+  PointerTool tool(&canvas.Session(), &canvas.View());
+  tool.Press(start, {});
   int frame = 0;
   for (auto _ : state) {
     const double angle = ++frame * 0.05;
@@ -128,6 +133,32 @@ void DragAll(benchmark::State& state) {
   if (!tool.IsDragging()) state.SkipWithError("nothing is dragged");
   tool.Cancel();
 }
+
+void DragAll(benchmark::State& state) { DragAllFrom(state, TheLargeCanvas().View().ToView({2006, 1255})); }
+
+AGPoint PlaceOf(Handle handle) {
+  Canvas& canvas = TheLargeCanvas();
+  return SelectionFrame::Of(canvas.Session()).PositionOf(handle, canvas.View());
+}
+void StretchAll(benchmark::State& state) { DragAllFrom(state, PlaceOf(Handle::kUpperRight)); }
+void TurnAll(benchmark::State& state) { DragAllFrom(state, PlaceOf(Handle::kRotate)); }
+
+// What the release of the button does then.
+void ReleaseAll(benchmark::State& state, Handle handle, const AGPoint& by) {
+  Canvas& canvas = TheLargeCanvas();
+  for (auto _ : state) {
+    PointerTool tool(&canvas.Session(), &canvas.View());
+    const AGPoint start = PlaceOf(handle);
+    tool.Press(start, {});
+    tool.Motion({start.x + by.x, start.y + by.y}, {});
+    if (!tool.Finish()) state.SkipWithError("refused");
+    state.PauseTiming();
+    canvas.Session().Steps().Undo();
+    state.ResumeTiming();
+  }
+}
+void ReleaseStretched(benchmark::State& state) { ReleaseAll(state, Handle::kUpperRight, {-30, 20}); }
+void ReleaseTurned(benchmark::State& state) { ReleaseAll(state, Handle::kRotate, {60, 20}); }
 
 void SetFromField(benchmark::State& state) {
   Canvas& canvas = TheCanvas();
@@ -172,6 +203,14 @@ const bool kDrag = ratio::Pair("drag one of 10,000 visible / 1/60 s", 1.0, DragO
 const bool kDragAll = ratio::Pair("drag one of 10,000 visible / draw all", 0.1, DragOne, DrawEverything);
 const bool kDragAllOfMany = ratio::Pair("drag 100,000 of 100,000 visible / 1/10 s", 1.0, DragAll,
                                         [](benchmark::State& state) { Wait(state, 0.1); });
+const bool kStretchAllOfMany = ratio::Pair("stretch 100,000 of 100,000 visible / 1/10 s", 1.0, StretchAll,
+                                           [](benchmark::State& state) { Wait(state, 0.1); });
+const bool kTurnAllOfMany = ratio::Pair("turn 100,000 of 100,000 visible / 1/10 s", 1.0, TurnAll,
+                                        [](benchmark::State& state) { Wait(state, 0.1); });
+const bool kReleaseStretched = ratio::Pair("the end of that stretch / 1 s", 1.0, ReleaseStretched,
+                                           [](benchmark::State& state) { Wait(state, 1); });
+const bool kReleaseTurned =
+    ratio::Pair("the end of that turn / 1 s", 1.0, ReleaseTurned, [](benchmark::State& state) { Wait(state, 1); });
 const bool kField = ratio::Pair("number field, 10,000 visible / 1/60 s", 1.0, SetFromField,
                                 [](benchmark::State& state) { Wait(state, 1.0 / 60); });
 const bool kZoom =

@@ -149,7 +149,8 @@ void PointerTool::Motion(const AGPoint& point, PointerModifiers modifiers) {
 
 void PointerTool::Begin() {
   const SessionSelection& selection = session_->Selection();
-  shifts_ = mode_ == Mode::kMove && selection.Count() > kMostMovedLive;
+  isLater_ =
+      selection.Count() > kMostChangedLive && (mode_ == Mode::kMove || mode_ == Mode::kStretch || mode_ == Mode::kTurn);
   selection.GetShownBox(&box_);
   if (HasStep()) session_->Steps().Begin("");
 }
@@ -157,9 +158,10 @@ void PointerTool::Begin() {
 // Back to waiting for a press; what was done stays.
 void PointerTool::LetGo() {
   if (HasStep()) session_->Steps().End();
-  if (shifts_) session_->Selection().SetShift(std::nullopt);
+  if (isLater_) session_->Selection().SetShift(std::nullopt);
+  frameToCome_.reset();
   mode_ = Mode::kIdle;
-  moved_ = disturbed_ = shifts_ = false;
+  moved_ = disturbed_ = isLater_ = false;
   toToggle_ = toSelectAlone_ = kNoObjectID;
 }
 
@@ -187,16 +189,35 @@ void PointerTool::Move(const AGPoint& map, PointerModifiers modifiers) {
   if (modifiers.shift) (std::fabs(dx) < std::fabs(dy) ? dx : dy) = 0;
   if (dx != 0) dx = Snapped(box_.x0 + dx, modifiers) - box_.x0;
   if (dy != 0) dy = Snapped(box_.y0 + dy, modifiers) - box_.y0;
-  if (shifts_) return session_->Selection().SetShift(AGPoint{dx, dy});
+  if (isLater_) return session_->Selection().SetShift(AGPoint{dx, dy});
   done_ = session_->Objects().Move(session_->Selection().IDs(), dx, dy);
 }
 
+// Of several objects, which follow their frame.
+void PointerTool::ChangeFrame(const ObjectPlacement& to) {
+  const ObjectPlacement& from = frame_.Placement();
+  const ObjectIDs& ids = session_->Selection().IDs();
+  done_ = mode_ == Mode::kTurn ? session_->Objects().Rotate(ids, to.angle - from.angle, from.bounds.Center())
+                               : session_->Objects().Resize(ids, from.bounds, to.bounds);
+}
+
+void PointerTool::FollowFrame(const ObjectPlacement& to) {
+  if (isLater_) {
+    frameToCome_ = to;
+  } else {
+    ChangeFrame(to);
+  }
+}
+
 // Shown shifted until the document has it so: nobody sees the objects go back.
-void PointerTool::FinishShift() {
-  if (!shifts_) return;
-  const AGPoint by = session_->Selection().Shift().value_or(AGPoint{0, 0});
+void PointerTool::DoLater() {
+  if (!isLater_) return;
   working_ = true;
-  done_ = session_->Objects().Move(session_->Selection().IDs(), by.x, by.y);
+  if (frameToCome_) {
+    ChangeFrame(*frameToCome_);
+  } else if (const std::optional<AGPoint> by = session_->Selection().Shift()) {
+    done_ = session_->Objects().Move(session_->Selection().IDs(), by->x, by->y);
+  }
   working_ = false;
 }
 
@@ -212,10 +233,7 @@ void PointerTool::Stretch(const AGPoint& map, PointerModifiers modifiers) {
   MoveSide(sides.x, place.x, modifiers.control, &box.x0, &box.x1);
   MoveSide(sides.y, place.y, modifiers.control, &box.y0, &box.y1);
   if (modifiers.shift) box = KeepProportions(placement.bounds, box, sides, modifiers.control);
-  if (!frame_.IsSingle()) {
-    done_ = session_->Objects().Resize(session_->Selection().IDs(), placement.bounds, box);
-    return;
-  }
+  if (!frame_.IsSingle()) return FollowFrame({box, placement.angle});
   // The object turns about its centre, which moves: what stays is the opposite side where it is seen.
   const AGPoint newCenter = box.Center();
   const AGPoint shift = AGAffineTransformRotation(placement.angle).Apply(newCenter - center);
@@ -226,13 +244,12 @@ void PointerTool::Stretch(const AGPoint& map, PointerModifiers modifiers) {
 
 void PointerTool::Turn(const AGPoint& map, PointerModifiers modifiers) {
   const AGPoint center = frame_.Placement().bounds.Center();
-  const double before = frame_.Placement().angle;
   double angle = std::atan2(map.y - center.y, map.x - center.x) - std::numbers::pi / 2;
   if (modifiers.shift) angle = std::floor(angle / kTurnStep + 0.5) * kTurnStep;
   if (frame_.IsSingle()) {
     done_ = session_->Objects().SetAngle(session_->Selection().IDs(), angle);
   } else {
-    done_ = session_->Objects().Rotate(session_->Selection().IDs(), angle - before, center);
+    FollowFrame({frame_.Placement().bounds, angle});
   }
 }
 
@@ -249,7 +266,7 @@ void PointerTool::DragGradient(const AGPoint& point) {
 Result<> PointerTool::Release(const AGPoint& point, PointerModifiers modifiers) {
   Motion(point, modifiers);
   if (mode_ == Mode::kIdle) return {};
-  FinishShift();
+  DoLater();
   const Mode mode = mode_;
   const bool clicked = !moved_;
   const ObjectID toToggle = toToggle_;

@@ -16,8 +16,8 @@
 //
 // Alt lets go of the grid.
 //
-// Many objects are moved at once, at the release: until then the session's selection is only shown shifted, so that a
-// motion costs the same however many they are.
+// Many objects are moved, stretched and turned at once, at the release: until then the session's selection is only
+// shown shifted, or its frame alone goes along, so that a motion costs the same however many they are.
 #pragma once
 
 #include <functional>
@@ -41,8 +41,8 @@ struct SnapGrid {
 
 class PointerTool : public SessionObserver {
  public:
-  /// So many objects are moved with each motion; more are shown shifted.
-  static constexpr std::size_t kMostMovedLive = 1000;
+  /// So many objects are changed with each motion; more at the release.
+  static constexpr std::size_t kMostChangedLive = 1000;
 
   enum class Cursor { kArrow, kMove, kCross, kRotate, kInner, kEastWest, kNorthSouth, kRising, kFalling };
 
@@ -71,6 +71,8 @@ class PointerTool : public SessionObserver {
 
   /// The rubber band or the outline of the object to come, in map units.
   std::optional<AGRect> Band() const;
+  /// The frame that many objects are stretched or turned to at the release.
+  std::optional<ObjectPlacement> FrameToCome() const { return frameToCome_; }
   Cursor CursorAt(const AGPoint& point) const;
 
   // SessionObserver
@@ -84,14 +86,16 @@ class PointerTool : public SessionObserver {
 
   /// True from a press that a drag may follow which changes what is selected.
   bool HoldsObjects() const { return mode_ != Mode::kIdle && mode_ != Mode::kBand && mode_ != Mode::kMake; }
-  bool HasStep() const { return moved_ && HoldsObjects() && !shifts_; }
+  bool HasStep() const { return moved_ && HoldsObjects() && !isLater_; }
   void NoticeOthers() { disturbed_ = disturbed_ || (HoldsObjects() && !working_); }
   void Begin();
   void LetGo();
   void StartOn(ObjectID object, PointerModifiers modifiers);
   void Drag(const AGPoint& point, PointerModifiers modifiers);
   void Move(const AGPoint& map, PointerModifiers modifiers);
-  void FinishShift();
+  void ChangeFrame(const ObjectPlacement& to);
+  void FollowFrame(const ObjectPlacement& to);
+  void DoLater();
   void Stretch(const AGPoint& map, PointerModifiers modifiers);
   void Turn(const AGPoint& map, PointerModifiers modifiers);
   void DragProperty(const AGPoint& point);
@@ -107,8 +111,9 @@ class PointerTool : public SessionObserver {
   SnapGrid snap_;
   std::optional<AKClassID> newClass_;
   Mode mode_ = Mode::kIdle;
-  bool moved_ = false;               // beyond the few pixels of an unsteady hand
-  bool shifts_ = false;              // what moved is only shown so
+  bool moved_ = false;    // beyond the few pixels of an unsteady hand
+  bool isLater_ = false;  // the objects are changed at the release
+  std::optional<ObjectPlacement> frameToCome_;
   AGRect box_;                       // of the selection, as the drag began to move it
   ObjectID toToggle_ = kNoObjectID;  // a shift-click that did not become a drag
   ObjectID toSelectAlone_ = kNoObjectID;

@@ -53,6 +53,13 @@ class SelectionFrame {
   /// Of the session's selection; empty when nothing is selected.
   static SelectionFrame Of(const DocumentSession& session);
 
+  /// The frame of the same objects when they are somewhere else.
+  SelectionFrame At(const ObjectPlacement& placement) const {
+    SelectionFrame frame(*this);
+    frame.placement_ = placement;
+    return frame;
+  }
+
   bool IsEmpty() const { return empty_; }
   bool IsSingle() const { return single_; }
   const ObjectPlacement& Placement() const { return placement_; }

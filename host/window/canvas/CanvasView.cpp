@@ -256,7 +256,8 @@ void CanvasView::AppendSeen(Gtk::Snapshot& snapshot, const std::vector<TileCache
 }
 
 void CanvasView::AppendOverlay(Gtk::Snapshot& snapshot) {
-  const SelectionFrame frame = SelectionFrame::Of(*session_);
+  SelectionFrame frame = SelectionFrame::Of(*session_);
+  if (const auto toCome = tool_.FrameToCome()) frame = frame.At(*toCome);
   const std::optional<AGRect> band = tool_.Band();
   AGRect bounds;
   if (!GetOverlayBounds(frame, band, view_, &bounds)) return;

@@ -150,9 +150,49 @@ TEST_F(CanvasTest, Finish_EndsTheDragWhereItIs) {
   }
 }
 
+// Many objects wait for the release, and then are where the same drag of the frame takes them at once.
+TEST_F(CanvasTest, StretchAndTurnOfMany_AreDoneAtTheEnd) {
+  for (std::size_t i = 0; i <= PointerTool::kMostChangedLive; ++i) {
+    const auto place = static_cast<double>(i % 97);
+    AddRect({place, place / 3, place + 30, place + 40}, place);
+  }
+  DocumentSession& session = *session_;
+  const ObjectIDs ids = (session.Selection().SelectAll(), session.Selection().IDs());
+  const auto placements = [&] {
+    std::vector<ObjectPlacement> all;
+    for (const ObjectID id : ids) all.push_back(Object(id).Placement());
+    return all;
+  };
+  const std::vector<ObjectPlacement> before = placements();
+  const SelectionFrame frame = SelectionFrame::Of(session);
+  const ObjectPlacement from = frame.Placement();
+  const std::size_t steps = session.Steps().Known().Position();
+  for (const Handle handle : {Handle::kUpperRight, Handle::kRotate}) {
+    for (const bool isDone : {true, false}) {
+      const AGPoint start = frame.PositionOf(handle, view_);
+      tool_->Press(start, {});
+      for (const double part : {0.2, 3.0, 1.0}) tool_->Motion({start.x + 40 * part, start.y + 25 * part}, {});
+      EXPECT_EQ(placements(), before);
+      ASSERT_TRUE(tool_->FrameToCome());
+      const ObjectPlacement to = *tool_->FrameToCome();
+      isDone ? std::ignore = tool_->Finish() : std::ignore = tool_->Cancel();
+      EXPECT_FALSE(tool_->FrameToCome());
+      EXPECT_EQ(session.Steps().Known().Position(), steps + (isDone ? 1 : 0));
+      if (!isDone) continue;
+      const std::vector<ObjectPlacement> after = placements();
+      EXPECT_NE(after, before);
+      session.Steps().Undo();
+      EXPECT_TRUE(handle == Handle::kRotate ? session.Objects().Rotate(ids, to.angle - from.angle, from.bounds.Center())
+                                            : session.Objects().Resize(ids, from.bounds, to.bounds));
+      EXPECT_EQ(placements(), after);
+      session.Steps().Undo();
+    }
+  }
+}
+
 // Whatever a drag of many objects goes through, it changes the document once, as one move by the whole way does.
 TEST_F(CanvasTest, MoveOfMany_IsShownAndDoneAtTheEnd) {
-  for (std::size_t i = 0; i <= PointerTool::kMostMovedLive; ++i) {
+  for (std::size_t i = 0; i <= PointerTool::kMostChangedLive; ++i) {
     const auto place = static_cast<double>(i % 97);
     AddRect({place / 7, place, place / 7 + 30, place + 40}, place);
   }
