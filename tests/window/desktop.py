@@ -128,9 +128,11 @@ class Picture:
         return result
 
 
-# Windows begin in the corner, where they are without a manager; what else openbox does it does as ever.
+# Windows begin in the corner, where they are without a manager; a click raises and focuses, and Alt with the pointer is
+# left to programs.
 OPENBOX = """<?xml version="1.0"?><openbox_config xmlns="http://openbox.org/3.4/rc"><focus><focusNew>yes</focusNew></focus>
-<applications><application type="normal"><position force="yes"><x>0</x><y>0</y></position></application></applications>
+<mouse><context name="Client"><mousebind button="Left" action="Press"><action name="Focus"/><action name="Raise"/>
+</mousebind></context></mouse><applications><application type="normal"><position force="yes"><x>0</x><y>0</y></position></application></applications>
 </openbox_config>"""
 
 
@@ -199,6 +201,12 @@ class Desktop:
         found = subprocess.run(["xdotool", "search", "--onlyvisible", "--pid", str(pid)], env=self.environment,
                                stdout=subprocess.PIPE, stderr=subprocess.DEVNULL).stdout.split()
         return sorted(int(word) for word in found)
+
+    def place(self, window):
+        """The box of a window on the screen."""
+        words = dict(line.split("=") for line in self.input("getwindowgeometry", "--shell", window).split())
+        x, y, width, height = (int(words[name]) for name in ("X", "Y", "WIDTH", "HEIGHT"))
+        return x, y, x + width, y + height
 
     def title(self, window):
         return subprocess.run(["xdotool", "getwindowname", str(window)], env=self.environment, stdout=subprocess.PIPE,

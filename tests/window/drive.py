@@ -1023,9 +1023,9 @@ def keys_and_wheel_of_the_canvas():
 def shortcuts_in_japanese():
     with Editor(LANGUAGE="ja") as window:
         window.key("F1")
-        window.focus_newest()
+        box = DESKTOP.place(window.focus_newest())
         window.settle()
-        texts = wait_for("the keys", lambda: [text for text, _ in DESKTOP.picture().texts((0, 0, 460, 640))])
+        texts = wait_for("the keys", lambda: [text for text, _ in DESKTOP.picture().texts(box)])
         assert any("Ctrl" in text for text in texts) and "Save" not in texts, texts
         assert not [text for text in texts if re.search(r"[(（]_?[A-Z][)）]|_", text)], texts
 
