@@ -29,6 +29,10 @@ done
 
 expect 0 '' new a.akd --size 200,100 --background 0,0,0
 expect 0 '^0$' add a.akd stdRect --bounds 10,10,110,60 --angle 30 --set Rounding=0.25
+expect 0 '' new units.akd --size 1in*3,10cm
+expect 0 '^0$' add units.akd stdRect --bounds '0,0,1in,(2.54 cm + 8) / 2' --angle 1.5deg
+expect 0 '"bounds": \[0, 0, 72, 40\], "angle": 1.5' list --json units.akd
+expect 1 '--size' page units.akd --size 10furlong,2
 expect 0 '^1$' add a.akd stdRect --args ""
 expect 0 '^0\.25$' get a.akd 0 Rounding
 expect 0 '^0$' get a.akd 1 Rounding

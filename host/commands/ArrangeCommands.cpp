@@ -65,7 +65,7 @@ Result<> RunRotate(EditContext& context, const EditArguments& arguments) {
   double degrees = 0;
   std::vector<double> about;
   if (const auto done = ParseObjects(context, arguments.words[0], &ids); !done) return done.Why();
-  if (!ParseFinite(arguments.words[1], &degrees)) {
+  if (!ParseDegrees(arguments.words[1], &degrees)) {
     return Problem(N_("\"%s\" is no number of degrees"), {arguments.words[1]});
   }
   if (!arguments.Has("about")) return context.session->Objects().Rotate(ids, degrees * kDegToRad);
@@ -106,7 +106,8 @@ const EditCommand kMoveEdit = {"move",
                                EditUse::kEverywhere,
                                "move objects",
                                "usage: objecthost move FILE OBJECTS DX,DY\n\n"
-                               "Moves objects (a number, several as in 0,2-4, or all) by DX to the right and DY up.\n",
+                               "Moves objects (a number, several as in 0,2-4, or all) by DX to the right and DY up.\n"
+                               "Lengths may be sums with units, as in 1cm+2,0.\n",
                                "",
                                "",
                                2,

@@ -1,7 +1,10 @@
 #include "host/commands/CommandLine.h"
 
 #include <algorithm>
+#include <optional>
+#include <string_view>
 
+#include "host/text/Expression.h"
 #include "host/text/ParseNumber.h"
 
 namespace host {
@@ -74,17 +77,42 @@ bool SplitAssignment(const std::string& text, std::string* name, std::string* va
 
 bool ParseIndex(const std::string& text, std::size_t* value) { return ParseWhole(text, value); }
 
-bool ParseNumbers(const std::string& text, std::size_t count, std::vector<double>* values) {
+namespace {
+
+// The parts between commas.
+template <typename Parse>
+bool ParseParts(std::string_view text, std::size_t count, std::vector<double>* values, const Parse& parse) {
   values->clear();
   std::size_t start = 0;
   while (start <= text.size()) {
     const std::size_t end = std::min(text.find(',', start), text.size());
-    double number = 0;
-    if (!ParseFinite(text.substr(start, end - start), &number)) return false;
-    values->push_back(number);
+    const std::optional<double> number = parse(text.substr(start, end - start));
+    if (!number) return false;
+    values->push_back(*number);
     start = end + 1;
   }
   return values->size() == count;
+}
+
+}  // namespace
+
+bool ParseNumbers(const std::string& text, std::size_t count, std::vector<double>* values) {
+  return ParseParts(text, count, values, [](std::string_view part) {
+    double number = 0;
+    return ParseFinite(part, &number) ? std::optional(number) : std::nullopt;
+  });
+}
+
+bool ParseLengths(const std::string& text, std::size_t count, std::vector<double>* values) {
+  return ParseParts(text, count, values, [](std::string_view part) {
+    return Evaluate(part, Measure::kLength, std::nullopt, Decimals::kPoint);
+  });
+}
+
+bool ParseDegrees(const std::string& text, double* degrees) {
+  const std::optional<double> number = Evaluate(text, Measure::kAngle, std::nullopt, Decimals::kPoint);
+  if (number) *degrees = *number;
+  return number.has_value();
 }
 
 }  // namespace host

@@ -40,5 +40,9 @@ bool ParseIndex(const std::string& text, std::size_t* value);
 
 /// `count` finite numbers separated by commas.
 bool ParseNumbers(const std::string& text, std::size_t count, std::vector<double>* values);
+/// The same for lengths in map units, each of which may be a sum with units (Expression.h), such as 2cm+5.
+bool ParseLengths(const std::string& text, std::size_t count, std::vector<double>* values);
+/// An angle in degrees, or with a unit.
+bool ParseDegrees(const std::string& text, double* degrees);
 
 }  // namespace host

@@ -173,7 +173,7 @@ Result<> ParseAssignments(const std::vector<std::string>& words,
 }
 
 Result<> ParseList(const std::string& text, std::size_t count, Text what, std::vector<double>* numbers) {
-  if (ParseNumbers(text, count, numbers)) return {};
+  if (ParseLengths(text, count, numbers)) return {};
   return Problem(what);
 }
 

@@ -84,7 +84,8 @@ const EditCommand kNewEdit = {"new",
                               "make an empty document",
                               "usage: objecthost new FILE [--size W,H] [--background R,G,B]\n\n"
                               "Makes an empty document with a page of W by H units (640,480) and an opaque\n"
-                              "background (255,255,255). An existing file is replaced. In a script there is no FILE:\n"
+                              "background (255,255,255). W and H may have units, as in 210mm,297mm. An existing file "
+                              "is replaced. In a script there is no FILE:\n"
                               "\"save\" names it.\n",
                               "size background",
                               "discard",

@@ -18,7 +18,7 @@ Result<> ParsePlacement(const EditArguments& arguments, ObjectPlacement* placeme
           ParseList(arguments.Value("bounds", "0,0,100,100"), 4, N_("--bounds takes four numbers as X0,Y0,X1,Y1"), &b);
       !done)
     return done.Why();
-  if (!ParseFinite(arguments.Value("angle", "0"), &degrees)) {
+  if (!ParseDegrees(arguments.Value("angle", "0"), &degrees)) {
     return Problem(N_("--angle takes a number of degrees"));
   }
   *placement = {{b[0], b[1], b[2], b[3]}, degrees * kDegToRad};
@@ -104,7 +104,8 @@ const EditCommand kAddEdit = {
     "                  [--layer LAYER] [--set NAME=VALUE]...\n\n"
     "Adds an object of a class (\"stdRect\" is the rectangle) in front of the others of the layer (the\n"
     "topmost one) and prints its number. TEXT (\"-default\") is what the class is initialised with. Bounds\n"
-    "are 0,0,100,100 unless given; --set is what \"set\" takes.\n",
+    "are 0,0,100,100 unless given; --set is what \"set\" takes. Places and lengths are numbers of map units\n"
+    "or sums with units (mm, cm, in, pt, px), such as 2cm+5; angles may have deg or rad.\n",
     "args bounds angle layer set",
     "",
     1,

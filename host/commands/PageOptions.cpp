@@ -23,7 +23,7 @@ Result<> ParseColor(const std::string& text, AGColor* color) {
 
 Result<> ParsePageOptions(const CommandLine& line, AGSize* size, AGColor* background) {
   std::vector<double> sides = {size->width, size->height};
-  if (line.Has("size") && (!ParseNumbers(line.Value("size", ""), 2, &sides) || sides[0] <= 0 || sides[1] <= 0)) {
+  if (line.Has("size") && (!ParseLengths(line.Value("size", ""), 2, &sides) || sides[0] <= 0 || sides[1] <= 0)) {
     return Problem(N_("--size takes two numbers above 0 as WIDTH,HEIGHT"));
   }
   if (line.Has("background")) {

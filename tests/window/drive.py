@@ -428,6 +428,28 @@ def typing_is_given_up_corrected_and_selected():
 
 
 @scenario
+def sums_and_units_in_fields():
+    with Editor([BOX], (200, 160)) as window:
+        width, angle = object_field(window, "Width"), object_field(window, "Angle")
+        for text, side in (("1in + 3", 75), ("50 %", 37.5), ("*4", 150), ("(2,5+1)*20px", 70)):
+            window.click(width)
+            window.key("ctrl+a")
+            window.type(text, 150)
+            window.key("Return")
+            window.expect(text, lambda items, x1=100 + side: has_bounds(items[0], 100, 100, x1, 220))
+        window.click(angle)
+        window.key("ctrl+a")
+        window.type("90/4", 150)
+        window.key("Return")
+        window.expect("a quotient", lambda items: near(items[0]["angle"], 22.5))
+        window.click(width)
+        window.key("ctrl+a")
+        window.type("3 furlongs", 150)
+        window.key("Return")
+        window.find_text("is no length")
+
+
+@scenario
 def a_program_that_is_behind():
     """What waits for it is meant for what the user sees by then: the panel of the object that was clicked before."""
     with Editor([BOX], (200, 160)) as window:

@@ -69,6 +69,7 @@ BrushEditor::BrushEditor(bool forFills)
   color2_.signal_color_set().connect([this] { Tell(BrushField::kColor2, ""); });
   blend_.signal_value_changed().connect([this] { Tell(BrushField::kBlend, "blend"); });
   pattern_.SignalChosen().connect([this](double) { Tell(BrushField::kPattern, "pattern"); });
+  angle_.SetMeasure(Measure::kAngle);
   angle_.SignalChosen().connect([this](double) { Tell(BrushField::kAngle, "gradient angle"); });
   centerX_.SignalChosen().connect([this](double) { Tell(BrushField::kCenterX, "center x"); });
   centerY_.SignalChosen().connect([this](double) { Tell(BrushField::kCenterY, "center y"); });

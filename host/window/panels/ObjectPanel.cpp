@@ -33,6 +33,8 @@ ObjectPanel::ObjectPanel()
   grid_.Row(3, Tr("Height"), height_);
   grid_.Row(4, Tr("Angle (°)"), angle_);
   append(grid_);
+  for (NumberField* field : {&x_, &y_, &width_, &height_}) field->SetMeasure(Measure::kLength);
+  angle_.SetMeasure(Measure::kAngle);
   const auto connect = [this](NumberField& field, const std::string& name, auto change) {
     field.SignalChosen().connect([this, name, change](double value) {
       AGRect box;

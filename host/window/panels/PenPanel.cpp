@@ -40,6 +40,8 @@ PenPanel::PenPanel()
   });
   size_.SignalChosen().connect([this](double) { Changed(PenField::kSize, "width"); });
   ratio_.SignalChosen().connect([this](double) { Changed(PenField::kRatio, "ratio"); });
+  size_.SetMeasure(Measure::kLength);
+  angle_.SetMeasure(Measure::kAngle);
   angle_.SignalChosen().connect([this](double) { Changed(PenField::kAngle, "angle"); });
   const std::pair<Gtk::DropDown*, PenField> choices[] = {
       {&sizeMode_, PenField::kSizeMode}, {&cap_, PenField::kCap}, {&join_, PenField::kJoin}};

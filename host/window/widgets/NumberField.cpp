@@ -14,24 +14,6 @@
 #include "host/text/Localisation.h"
 
 namespace host {
-namespace {
-
-// A number alone, or with the sign of a degree behind it. Either decimal separator will do when there is one only.
-bool ReadDecimal(Glib::ustring text, double* value) {
-  const auto separator = text.find_first_of(",");
-  if (separator != Glib::ustring::npos) text.replace(separator, 1, ".");
-  char* end = nullptr;
-  const double number = g_ascii_strtod(text.c_str(), &end);
-  const bool any = end != text.c_str();
-  while (*end == ' ' || *end == '\t') ++end;
-  const std::string rest = end;
-  if (!any || !std::isfinite(number) || !(rest.empty() || rest == "\u00B0")) return false;
-  *value = number;
-  return true;
-}
-
-}  // namespace
-
 void UseWheelWithFocusAlone(Gtk::Widget* widget) {
   const auto controllers = widget->observe_controllers();
   for (guint i = 0; i < controllers->get_n_items(); ++i) {
@@ -119,12 +101,25 @@ void NumberField::Input(double* value) {
   if (!typed_) return;
   if (get_text().raw() == shownText_.raw()) return GiveUp();
   double number = 0;
-  if (!(read_ ? read_(get_text().raw(), &number) : ReadDecimal(get_text(), &number))) return Refuse();
+  if (!Read(get_text().raw(), &number)) return Refuse();
   typed_ = false;
   number = std::clamp(number, get_adjustment()->get_lower(), get_adjustment()->get_upper());
   // The toolkit sees no change, but for some objects it is one.
   if (mixed_ && number == *value) Choose();
   *value = number;
+}
+
+bool NumberField::Read(const std::string& text, double* value) const {
+  if (read_) return read_(text, value);
+  const auto number = Evaluate(text, measure_, mixed_ ? std::nullopt : std::optional(shown_));
+  if (number) *value = *number;
+  return number.has_value();
+}
+
+Text NumberField::WhyRefused() const {
+  if (read_) return N_("“%s” is no time. Write hours, minutes and seconds, such as 1:02:05.");
+  if (measure_ == Measure::kLength) return N_("“%s” is no length. Write a number or a sum, such as 20 mm + 5.");
+  return N_("“%s” is no number.");
 }
 
 void NumberField::Choose() {
@@ -164,10 +159,7 @@ void NumberField::WriteText(const Glib::ustring& text) {
 void NumberField::Refuse() {
   if (refused_) return ShowReason();
   refused_ = true;
-  const std::string why = TrWith(read_ ? N_("“%s” is no time. Write hours, minutes and seconds, such as 1:02:05.")
-                                       : N_("“%s” is no number."),
-                                 get_text().raw()) +
-                          " " + Tr("Escape brings back the old value.");
+  const std::string why = TrWith(WhyRefused(), get_text().raw()) + " " + Tr("Escape brings back the old value.");
   add_css_class("error");
   tip_ = get_tooltip_text();
   set_tooltip_text(why);
@@ -193,7 +185,7 @@ void NumberField::Allow() {
   reason_.popdown();
 }
 
-void NumberField::SetForm(Write write, Read read) {
+void NumberField::SetForm(Write write, ReadText read) {
   write_ = std::move(write);
   read_ = std::move(read);
 }

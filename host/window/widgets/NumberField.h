@@ -2,8 +2,9 @@
 //
 // It follows the display's decimal separator and shows the value to its precision; a value that is only looked at stays
 // as precise as it was. Changes of a burst of steps are sent one by one; typing is sent when it is taken over
-// (TypedField). A text that is no number stays, in red and with the reason, until it is corrected or given up; it is
-// replaced from outside when the field has not the focus and there is another value to show.
+// (TypedField). Sums, units and parts of the present value may be typed (Expression.h). A text that is no number stays,
+// in red and with the reason, until it is corrected or given up; it is replaced from outside when the field has not the
+// focus and there is another value to show.
 #pragma once
 
 #include <gtkmm/adjustment.h>
@@ -14,6 +15,8 @@
 #include <functional>
 #include <string>
 
+#include "host/text/Expression.h"
+#include "host/text/Text.h"
 #include "host/window/widgets/Focus.h"
 #include "host/window/widgets/TypedField.h"
 
@@ -27,10 +30,13 @@ class NumberField : public Gtk::SpinButton, public TypedField {
   NumberField(double least, double most, double step, int decimals, const Glib::ustring& accessibleName);
   ~NumberField() override;
 
+  /// What the number is of, and so what units may be typed behind it.
+  void SetMeasure(Measure measure) { measure_ = measure; }
+
   using Write = std::function<std::string(double value)>;
-  using Read = std::function<bool(const std::string& text, double* value)>;
+  using ReadText = std::function<bool(const std::string& text, double* value)>;
   /// Shows and reads the value in a form of its own, such as hours and minutes, in place of decimal numbers.
-  void SetForm(Write write, Read read);
+  void SetForm(Write write, ReadText read);
   /// Leaves the arrow keys and the wheel to step with.
   void HideButtons();
   /// Shows a value without telling anybody; behind what is being typed.
@@ -49,6 +55,8 @@ class NumberField : public Gtk::SpinButton, public TypedField {
   void AddSignals();
   void AddEscape();
   void Input(double* value);
+  bool Read(const std::string& text, double* value) const;
+  Text WhyRefused() const;
   void Choose();
   std::string TextOf(double value) const;
   void WriteText(const Glib::ustring& text);
@@ -69,7 +77,8 @@ class NumberField : public Gtk::SpinButton, public TypedField {
   Gtk::Label reasonText_;
   Glib::ustring tip_;  ///< the field's own, while the reason is in its place
   Write write_;
-  Read read_;
+  ReadText read_;
+  Measure measure_ = Measure::kPlain;
   sigc::signal<void(double)> chosen_;
 };
 
