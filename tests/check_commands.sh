@@ -33,6 +33,13 @@ expect 0 '' new units.akd --size 1in*3,10cm
 expect 0 '^0$' add units.akd stdRect --bounds '0,0,1in,(2.54 cm + 8) / 2' --angle 1.5deg
 expect 0 '"bounds": \[0, 0, 72, 40\], "angle": 1.5' list --json units.akd
 expect 1 '--size' page units.akd --size 10furlong,2
+expect 0 '^1$' add units.akd stdRect --set Brush.Color='(9;8;7;255)'
+expect 0 '^2$' add units.akd stdRect --bounds 5,5,9,9
+expect 0 '^0 2$' select units.akd 0 --same fill
+expect 0 '^0 1 2$' select units.akd 2 --same stroke
+expect 0 '' style units.akd 2 1
+expect 0 '^1 2$' select units.akd 1 --same fill
+expect 1 'fill, stroke, class' select units.akd 1 --same size
 expect 0 '^1$' add a.akd stdRect --args ""
 expect 0 '^0\.25$' get a.akd 0 Rounding
 expect 0 '^0$' get a.akd 1 Rounding

@@ -15,6 +15,7 @@ const std::vector<Command>& Commands() {
       Alone<kListEdit>(),
       Alone<kGetEdit>(),
       Alone<kSetEdit>(),
+      Alone<kStyleEdit>(),
       Alone<kDeleteEdit>(),
       Alone<kMoveEdit>(),
       Alone<kResizeEdit>(),

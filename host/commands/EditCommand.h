@@ -101,7 +101,7 @@ Result<> ParseAssignments(const std::vector<std::string>& words,
 Result<> ParseList(const std::string& text, std::size_t count, Text what, std::vector<double>* numbers);
 
 // The commands, one file an area.
-extern const EditCommand kAddEdit, kListEdit, kGetEdit, kSetEdit, kDeleteEdit;
+extern const EditCommand kAddEdit, kListEdit, kGetEdit, kSetEdit, kStyleEdit, kDeleteEdit;
 extern const EditCommand kMoveEdit, kResizeEdit, kRotateEdit, kAlignEdit, kDistributeEdit, kOrderEdit;
 extern const EditCommand kDuplicateEdit, kCopyEdit, kCutEdit, kPasteEdit, kSelectEdit;
 extern const EditCommand kLayersEdit, kLayerEdit, kPageEdit;

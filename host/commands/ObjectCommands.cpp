@@ -3,6 +3,8 @@
 #include "host/listings/DocumentListing.h"
 #include "host/listings/JsonListing.h"
 #include "host/model/ObjectProperties.h"
+#include "host/model/ObjectRecord.h"
+#include "host/session/StyleFields.h"
 #include "host/text/DisplayText.h"
 #include "host/text/ParseNumber.h"
 #include "host/text/Printable.h"
@@ -94,7 +96,29 @@ Result<> RunDelete(EditContext& context, const EditArguments& arguments) {
   return context.session->Objects().Delete(ids);
 }
 
+Result<> RunStyle(EditContext& context, const EditArguments& arguments) {
+  ObjectIDs ids;
+  ObjectID from = kNoObjectID;
+  if (const auto done = ParseObjects(context, arguments.words[0], &ids); !done) return done.Why();
+  if (const auto done = ParseObject(context, arguments.words[1], &from); !done) return done.Why();
+  const auto style = StyleOf(context.Doc(), {from});
+  if (!style) return WhyPlaceholder(*context.Doc().Find(from));
+  return context.session->Objects().SetStyle(ids, style->brush, style->pen);
+}
+
 }  // namespace
+
+const EditCommand kStyleEdit = {
+    "style",
+    EditUse::kEverywhere,
+    "fill and outline objects like another one",
+    "usage: objecthost style FILE OBJECTS FROM\n\n"
+    "Gives objects (a number, several as in 0,2-4, or all) the brush and the pen of the object FROM.\n",
+    "",
+    "",
+    2,
+    2,
+    &RunStyle};
 
 const EditCommand kAddEdit = {
     "add",

@@ -48,9 +48,24 @@ Result<> FindObjects(const EditContext& context, const EditArguments& arguments,
   return {};
 }
 
+// All that are like the first of the objects.
+Result<> AddAlike(const EditContext& context, const std::string& what, ObjectIDs* found) {
+  const std::pair<const char*, Likeness> words[] = {
+      {"fill", Likeness::kFill}, {"stroke", Likeness::kStroke}, {"class", Likeness::kClass}};
+  for (const auto& [word, likeness] : words) {
+    if (what != word) continue;
+    if (!found->empty()) *found = context.session->Selection().Alike(found->front(), likeness);
+    return {};
+  }
+  return Problem(N_("\"%s\" is none of %s"), {what, "fill, stroke, class"});
+}
+
 Result<> RunSelect(EditContext& context, const EditArguments& arguments) {
   ObjectIDs found;
   if (const auto done = FindObjects(context, arguments, &found); !done) return done.Why();
+  if (arguments.Has("same")) {
+    if (const auto done = AddAlike(context, arguments.Value("same", ""), &found); !done) return done.Why();
+  }
   if (arguments.Has("add")) {
     context.session->Selection().Add(found);
   } else {
@@ -122,11 +137,12 @@ const EditCommand kSelectEdit = {
     EditUse::kEverywhere,
     "select objects, or find them by place",
     "usage: objecthost select FILE [OBJECTS | none] [--at X,Y [--tolerance UNITS] | --within X0,Y0,X1,Y1 |\n"
-    "                  --touching X0,Y0,X1,Y1] [--add] [--json]\n\n"
+    "                  --touching X0,Y0,X1,Y1] [--same fill|stroke|class] [--add] [--json]\n\n"
     "Selects objects and prints their numbers: those named, the foremost one that shows ink at a point,\n"
-    "or those that a band takes whole or touches. In a script the selection stays, and later commands\n"
+    "or those that a band takes whole or touches; with --same all that are filled or outlined like the\n"
+    "first of them, or of its class. In a script the selection stays, and later commands\n"
     "name it \"selected\". Objects of hidden and locked layers are not selected.\n",
-    "at tolerance within touching",
+    "at tolerance within touching same",
     "add json",
     0,
     1,

@@ -169,6 +169,13 @@ Result<> SessionObjects::SetPen(const ObjectIDs& ids, const AGPen& pen) {
   return StyleEach(ids, Tr("Change Pen"), [&](AGBrush*, AGPen* own) { *own = pen; });
 }
 
+Result<> SessionObjects::SetStyle(const ObjectIDs& ids, const AGBrush& brush, const AGPen& pen) {
+  return StyleEach(ids, Tr("Change Style"), [&](AGBrush* ownBrush, AGPen* ownPen) {
+    *ownBrush = brush;
+    *ownPen = pen;
+  });
+}
+
 Result<> SessionObjects::SetBrushField(const ObjectIDs& ids, BrushField field, const AGBrush& brush) {
   return StyleEach(ids, Tr("Change Brush"), [&](AGBrush* own, AGPen*) { TakeField(field, brush, own); });
 }

@@ -4,6 +4,7 @@
 
 #include "graphics/geometry/AGGeometry.h"
 #include "host/pictures/HitTest.h"
+#include "host/session/StyleFields.h"
 
 namespace host {
 namespace {
@@ -24,7 +25,26 @@ bool BandTakes(const AGRect& band, const ObjectPlacement& placement, Band rule) 
   return AGGeometry::IsPolygonSect(turned, 4, corners, 4);
 }
 
+bool AreAlike(const DocumentObject& a, const DocumentObject& b, Likeness likeness) {
+  if (likeness == Likeness::kClass) return a.classID == b.classID;
+  if (a.IsPlaceholder() || b.IsPlaceholder()) return false;
+  return likeness == Likeness::kFill ? LookAlike(a.brush, b.brush) : LookAlike(a.pen, b.pen);
+}
+
 }  // namespace
+
+ObjectIDs SessionSelection::Alike(ObjectID id, Likeness likeness) const {
+  ObjectIDs alike;
+  const DocumentObject* const model = document_.Find(id);
+  if (model == nullptr) return alike;
+  for (const Layer* layer : document_.Layers()) {
+    if (!layer->IsEditable()) continue;
+    layer->objects.ForEach([&](const DocumentObject& object) {
+      if (AreAlike(*model, object, likeness)) alike.push_back(object.id);
+    });
+  }
+  return alike;
+}
 
 bool SessionSelection::IsEditable(ObjectID id) const {
   const Layer* layer = document_.LayerOf(id);

@@ -13,6 +13,9 @@ namespace host {
 /// Which objects a rubber band takes: those whose turned bounds lie within it, or all that it touches.
 enum class Band { kWithin, kTouched };
 
+/// What objects have in common: what they are filled with, what they are outlined with, their class.
+enum class Likeness { kFill, kStroke, kClass };
+
 class SessionSelection {
  public:
   SessionSelection(Document& document, SessionObservers& observers) : document_(document), observers_(observers) {}
@@ -35,6 +38,9 @@ class SessionSelection {
   ObjectID ObjectAt(const AGPoint& point, double tolerance) const;
   /// Those that a rubber band takes, in drawing order.
   ObjectIDs ObjectsIn(const AGRect& band, Band rule) const;
+  /// Those that can be selected and are like an object, itself among them, in drawing order. Of a placeholder, those of
+  /// its class alone.
+  ObjectIDs Alike(ObjectID id, Likeness likeness) const;
   /// The box of the objects' turned bounds; false for none.
   bool GetBox(const ObjectIDs& ids, AGRect* box) const;
 

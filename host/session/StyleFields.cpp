@@ -30,7 +30,45 @@ void NoteDifferences(const AGPen& a, const AGPen& b, PenFields* differs) {
   for (std::size_t i = 0; i < std::size(each); ++i) differs->set(i, differs->test(i) || each[i]);
 }
 
+template <typename Fields, typename... Used>
+Fields FieldsOf(Used... used) {
+  Fields fields;
+  (fields.set(static_cast<std::size_t>(used)), ...);
+  return fields;
+}
+
+BrushFields FieldsUsedBy(AGBrushStyle style) {
+  using enum BrushField;
+  switch (style) {
+    case kAGBrushStyleNone:
+      return FieldsOf<BrushFields>(kStyle);
+    case kAGBrushStyleSolid:
+      return FieldsOf<BrushFields>(kStyle, kColor);
+    case kAGBrushStylePattern:
+      return FieldsOf<BrushFields>(kStyle, kColor, kColor2, kPattern);
+    case kAGBrushStyleLinearGradient:
+      return FieldsOf<BrushFields>(kStyle, kColor, kColor2, kBlend, kAngle);
+    case kAGBrushStyleRadialGradient:
+      return FieldsOf<BrushFields>(kStyle, kColor, kColor2, kBlend, kCenterX, kCenterY);
+    default:
+      return BrushFields().set();
+  }
+}
+
 }  // namespace
+
+bool LookAlike(const AGBrush& a, const AGBrush& b) {
+  BrushFields differs;
+  NoteDifferences(a, b, &differs);
+  return (differs & FieldsUsedBy(a.Style())).none();
+}
+
+bool LookAlike(const AGPen& a, const AGPen& b) {
+  PenFields differs;
+  NoteDifferences(a, b, &differs);
+  const bool isNone = a.Brush().Style() == kAGBrushStyleNone;
+  return LookAlike(a.Brush(), b.Brush()) && (isNone || differs.none());
+}
 
 void TakeField(BrushField field, const AGBrush& from, AGBrush* to) {
   switch (field) {

@@ -19,6 +19,10 @@ using PenFields = std::bitset<6>;
 void TakeField(BrushField field, const AGBrush& from, AGBrush* to);
 void TakeField(PenField field, const AGPen& from, AGPen* to);
 
+/// Whether two brushes, or pens, paint alike: in what their style uses.
+bool LookAlike(const AGBrush& a, const AGBrush& b);
+bool LookAlike(const AGPen& a, const AGPen& b);
+
 /// The style of the first object, and the fields that others have differently.
 struct SharedStyle {
   AGBrush brush;

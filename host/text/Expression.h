@@ -4,8 +4,8 @@
 //   product  factor, then any number of *, / (or their typographic signs) with another
 //   factor   a sign before a factor, a sum in brackets, or a number with or without a unit
 //
-// A text that begins with * or / goes on from the present value: "/ 2" halves it. Blanks are allowed anywhere but within
-// a number.
+// A text that begins with * or / goes on from the present value: "/ 2" halves it. Blanks are allowed anywhere but
+// within a number.
 #pragma once
 
 #include <optional>
@@ -26,8 +26,8 @@ enum class Decimals { kPointOrComma, kPoint };
 /// The value of a text, in map units or degrees. `present` is what a percent sign means hundredths of, as the unit of a
 /// number, and where a text that begins with * or / begins; without it such texts have no value.
 ///
-/// None for what is not written so, for quantities that don't fit each other (a product of two lengths, a length where a
-/// plain number is asked for), for a division by nothing, and for what is not finite.
+/// None for what is not written so, for quantities that don't fit each other (a product of two lengths, a length where
+/// a plain number is asked for), for a division by nothing, and for what is not finite.
 std::optional<double> Evaluate(std::string_view text, Measure measure, std::optional<double> present,
                                Decimals decimals = Decimals::kPointOrComma);
 

@@ -99,6 +99,23 @@ void EditorWindow::AddEditActions() {
   AddTextCommand("paste", "clipboard.paste", [this] { PasteClipboard(); });
   AddTextCommand("select-all", kSelectAllText, [this] { session_->Selection().SelectAll(); });
   AddCommand("select-none", [this] { session_->Selection().SelectNone(); });
+  AddCommand("copy-style", [this] {
+    EditorApplication::CopiedStyle() = StyleOf(session_->Doc(), session_->Selection().IDs());
+    UpdateActions();
+  });
+  AddEdit("paste-style", [this](const ObjectIDs& ids) {
+    const auto& style = EditorApplication::CopiedStyle();
+    return style ? session_->Objects().SetStyle(ids, style->brush, style->pen) : Result<>();
+  });
+  const std::pair<const char*, Likeness> likenesses[] = {{"select-same-fill", Likeness::kFill},
+                                                         {"select-same-outline", Likeness::kStroke},
+                                                         {"select-same-kind", Likeness::kClass}};
+  for (const auto& [name, likeness] : likenesses) {
+    AddCommand(name, [this, likeness = likeness] {
+      SessionSelection& selection = session_->Selection();
+      if (!selection.IsEmpty()) selection.Select(selection.Alike(selection.IDs().front(), likeness));
+    });
+  }
   AddEdit("delete", [this](const ObjectIDs& ids) { return session_->Objects().Delete(ids); });
   AddEdit("duplicate",
           [this](const ObjectIDs& ids) { return session_->Clipboard().Duplicate(ids, kPasteOffset, -kPasteOffset); });
@@ -163,9 +180,11 @@ void EditorWindow::UpdateActions() {
   const std::size_t count = session_->Selection().Count();
   for (const char* action :
        {"delete", "duplicate", "to-front", "forward", "backward", "to-back", "align-left", "align-center",
-        "align-right", "align-top", "align-middle", "align-bottom", "select-none", "zoom-selection"}) {
+        "align-right", "align-top", "align-middle", "align-bottom", "select-none", "zoom-selection", "copy-style",
+        "select-same-fill", "select-same-outline", "select-same-kind"}) {
     SetEnabled(action, count > 0);
   }
+  SetEnabled("paste-style", count > 0 && EditorApplication::CopiedStyle());
   SetEnabled("distribute-horizontally", count > 2);
   SetEnabled("distribute-vertically", count > 2);
   if (const auto application = std::dynamic_pointer_cast<EditorApplication>(get_application())) {

@@ -73,6 +73,11 @@ std::string& EditorApplication::Clipboard() {
   return clipboard;
 }
 
+std::optional<SharedStyle>& EditorApplication::CopiedStyle() {
+  static std::optional<SharedStyle> style;
+  return style;
+}
+
 void EditorApplication::on_startup() {
   Gtk::Application::on_startup();
   AddStyle();

@@ -4,6 +4,7 @@
 #include <gtkmm/application.h>
 
 #include "host/bundles/BundleSet.h"
+#include "host/session/StyleFields.h"
 #include "host/storage/BundleAtWork.h"
 #include "host/window/EditorWindow.h"
 #include "host/window/Menus.h"
@@ -29,6 +30,8 @@ class EditorApplication : public Gtk::Application {
   void ShowUndoTitles(const std::string& undo, const std::string& redo);
   /// The objects that were copied last, for all windows.
   static std::string& Clipboard();
+  /// The brush and the pen that were copied last, likewise.
+  static std::optional<SharedStyle>& CopiedStyle();
   /// Loads a bundle and tells `window` what became of it.
   void LoadBundle(const std::string& path, EditorWindow* window);
 

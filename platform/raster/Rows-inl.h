@@ -25,29 +25,46 @@ HWY_INLINE V Reversed(D d, V v) {
   return hn::Or(outer, hn::Or(second, third));
 }
 
+/// Numbers of which no product below leaves single precision, so that no position is other than a number.
+template <typename... Numbers>
+HWY_INLINE bool AreModerate(Numbers... numbers) {
+  constexpr double kMost = 1e12;
+  return (... && (std::fabs(numbers) < kMost));
+}
+
 /// The entries at positions of 0 to last, rounded.
-template <class V>
+template <bool kAreNumbers, class V>
 HWY_INLINE auto Entries(const std::uint32_t* table, int last, V position) {
   const hn::RebindToSigned<Many> whole;
   const Reals d;
   position = hn::Min(hn::Max(position, hn::Zero(d)), hn::Set(d, static_cast<float>(last)));
+  auto entry = hn::ConvertTo(whole, hn::Add(position, hn::Set(d, 0.5F)));
   // Once more as whole numbers: what is no number passes the comparison above.
-  const auto entry = hn::Max(hn::Zero(whole),
-                             hn::Min(hn::Set(whole, last), hn::ConvertTo(whole, hn::Add(position, hn::Set(d, 0.5F)))));
+  if constexpr (!kAreNumbers) entry = hn::Max(hn::Zero(whole), hn::Min(hn::Set(whole, last), entry));
   return hn::GatherIndex(Many(), table, entry);
 }
 
 /// Writes `count` pixels; at(i) gives the positions of those from i on.
-template <class At>
-HWY_INLINE void LookUp(const std::uint32_t* table, int last, int count, std::uint32_t* pixels, const At& at) {
+template <bool kAreNumbers, class At>
+HWY_INLINE void LookUpEach(const std::uint32_t* table, int last, int count, std::uint32_t* pixels, const At& at) {
   const Many d;
   const int lanes = static_cast<int>(hn::Lanes(d));
   int i = 0;
-  for (; i + lanes <= count; i += lanes) hn::StoreU(Entries(table, last, at(i)), d, pixels + i);
+  for (; i + lanes <= count; i += lanes) hn::StoreU(Entries<kAreNumbers>(table, last, at(i)), d, pixels + i);
   if (i == count) return;
   HWY_ALIGN std::uint32_t rest[hn::MaxLanes(d)];
-  hn::Store(Entries(table, last, at(i)), d, rest);
+  hn::Store(Entries<kAreNumbers>(table, last, at(i)), d, rest);
   std::copy_n(rest, count - i, pixels + i);
+}
+
+template <class At>
+HWY_INLINE void LookUp(bool areNumbers, const std::uint32_t* table, int last, int count, std::uint32_t* pixels,
+                       const At& at) {
+  if (areNumbers) {
+    LookUpEach<true>(table, last, count, pixels, at);
+  } else {
+    LookUpEach<false>(table, last, count, pixels, at);
+  }
 }
 
 void LookUpLinear(const std::uint32_t* table, int last, double first, double step, int count, std::uint32_t* pixels) {
@@ -57,7 +74,7 @@ void LookUpLinear(const std::uint32_t* table, int last, double first, double ste
   const auto steps = hn::Mul(hn::Iota(d, 0.0F), hn::Set(d, static_cast<float>(step)));
   for (int begin = 0; begin < count; begin += kStretch) {
     const auto base = hn::Add(hn::Set(d, static_cast<float>(first + step * begin)), steps);
-    LookUp(table, last, std::min(kStretch, count - begin), pixels + begin,
+    LookUp(AreModerate(first, step), table, last, std::min(kStretch, count - begin), pixels + begin,
            [&](int i) HWY_ATTR { return hn::Add(base, hn::Set(d, static_cast<float>(step) * static_cast<float>(i))); });
   }
 }
@@ -70,7 +87,8 @@ void LookUpRadial(const std::uint32_t* table, int last, const RadialRow& row, in
   const auto stepY = hn::Set(d, static_cast<float>(row.stepY));
   const auto factor = hn::Set(d, static_cast<float>(row.factor));
   const auto offset = hn::Set(d, static_cast<float>(row.offset));
-  LookUp(table, last, count, pixels, [&](int i) HWY_ATTR {
+  const bool areNumbers = AreModerate(row.x, row.y, row.stepX, row.stepY, row.factor, row.offset);
+  LookUp(areNumbers, table, last, count, pixels, [&](int i) HWY_ATTR {
     const auto k = hn::Iota(d, static_cast<float>(i));
     const auto ux = hn::Add(x, hn::Mul(stepX, k));
     const auto uy = hn::Add(y, hn::Mul(stepY, k));

@@ -973,6 +973,9 @@ def every_shortcut():
                               ("ctrl+z", 4), ("ctrl+y", 5), ("ctrl+x", 4), ("Delete", 4), ("ctrl+shift+a", 4),
                               ("Delete", 4), ("ctrl+a", 4), ("Delete", 0), ("ctrl+z", 4)):
             count(key, expected)
+        window.click(window.at(100, 100))
+        press("ctrl+alt+c")
+        press("ctrl+alt+v")
         press("ctrl+shift+n")
         window.expect("a layer", lambda _: len(window.layers()) == 2)
 

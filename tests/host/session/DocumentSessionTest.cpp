@@ -61,6 +61,7 @@ class RandomEditor {
         [&] { std::ignore = session_.Objects().Rotate(ids, x); },
         [&] { std::ignore = session_.Objects().SetBrush(ids, brush); },
         [&] { std::ignore = session_.Objects().SetPen(ids, pen); },
+        [&] { std::ignore = session_.Objects().SetStyle(ids, brush, pen); },
         [&] {
           std::ignore = session_.Objects().SetProperties(ids, {{"Rounding", std::to_string(x / 50)}, {"Angle", "30"}});
         },
