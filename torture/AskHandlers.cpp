@@ -7,6 +7,8 @@
 #include <utility>
 #include <vector>
 
+#include "kit/values/AKValueClassID.h"
+#include "kit/values/AKValueHelpers.h"
 #include "torture/Ask.h"
 #include "torture/Call.h"
 #include "torture/Entries.h"
@@ -145,6 +147,13 @@ void AskBadCalls(AKHandler& handler, AKObject* own) {
   Delete(other);
 }
 
+// What the host still uses is left.
+void EndInUse(Puppet* puppet, const char* done) {
+  Call call("class.deleteObject", done, kWithinSection);
+  call([&] { AKClass::DeleteObject(puppet); });
+  call.Expect(Lives::IsInitialised(puppet), "it left as it is", "ended");
+}
+
 // Everything that can be done to the document, and all of it taken back.
 void AskEdits(AKHandler& handler, AKObject* own) {
   std::vector<AKObject*> added;
@@ -161,11 +170,7 @@ void AskEdits(AKHandler& handler, AKObject* own) {
   }
   auto* const first = static_cast<Puppet*>(added.front());
   Add(handler, "add an object again", ArrayOf({first}), nullptr, 0, kStatusBadObject);
-  Call("class.deleteObject", "end an object that is in a document", kWithinSection)([&] {
-    AKClass::DeleteObject(first);
-  });
-  Call alive("class.deleteObject", "look at an object of a document that was to be ended", kWithinSection);
-  alive.Expect(Lives::IsInitialised(first), "it left as it is", "ended");
+  EndInUse(first, "end an object that is in a document");
   first->number = 0.125;
   Revise(handler, "revise an object twice at once", ArrayOf({first, first}), 0);
   Revise(handler, "revise an object that did not change", ArrayOf({first}), 0);
@@ -176,6 +181,8 @@ void AskEdits(AKHandler& handler, AKObject* own) {
   added.push_back(first);  // named twice
   Remove(handler, "delete all that was added, one named twice", AKObjectArray(added.data(), static_cast<unsigned int>(added.size())), 0);
   Remove(handler, "delete an object again", ArrayOf({first}), kStatusNotInDocument);
+  Add(handler, "add an object that was deleted", ArrayOf({first}), nullptr, 0, kStatusBadObject);
+  EndInUse(first, "end an object that was deleted, which the host does");
 }
 
 // The host takes an object back to the record that it has; the instance may be another one then.
@@ -229,6 +236,17 @@ void AskManyHandlers() {
   }
 }
 
+// Its methods ask as those of the host's own objects do.
+void AskOwnFromDictionary() {
+  AKDictionary properties;
+  properties.SetValue("ClassID", AKValueSetasAKClassID(Examiner::_ClassID()));
+  properties.SetValue("Value", AKValueSetasFloat64(0.25));
+  Call call("class.newObjectFromDictionary", "make an examiner of a dictionary", kClassSection);
+  AKObject* const object = call([&] { return AKClass::NewObjectFromDictionary(nullptr, properties); });
+  call.Expect(object != nullptr, "an object", "null");
+  Delete(object);
+}
+
 }  // namespace
 
 void AskHandlers(const Moment& moment) {
@@ -240,6 +258,7 @@ void AskHandlers(const Moment& moment) {
 
 void AskManyEdits(const Moment& moment) {
   AskHandlers(moment);
+  AskOwnFromDictionary();
   AKHandler handler(nullptr);
   if (!HasTable(TableID::kHandler) || !handler.IsActive()) return;
   AKObjectArray objects;

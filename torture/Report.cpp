@@ -1,8 +1,5 @@
 #include "torture/Report.h"
 
-#include <fcntl.h>
-#include <unistd.h>
-
 #include <algorithm>
 #include <cstdio>
 #include <cstdlib>
@@ -14,29 +11,10 @@ namespace torture {
 namespace {
 
 constexpr std::size_t kMostFindings = 500;
-constexpr std::size_t kProgressWidth = 400;
-
-void WriteAll(int file, const std::string& text, std::size_t at) {
-  for (std::size_t done = 0; done < text.size();) {
-    const ssize_t wrote = pwrite(file, text.data() + done, text.size() - done, static_cast<off_t>(at + done));
-    if (wrote <= 0) return;  // the next state may find room again
-    done += static_cast<std::size_t>(wrote);
-  }
-}
-
-// Everything in it is printable ASCII.
-std::string Quoted(std::string_view text) {
-  std::string quoted = "\"";
-  for (const char byte : text) {
-    if (byte == '"' || byte == '\\') quoted += '\\';
-    quoted += byte;
-  }
-  return quoted + '"';
-}
 
 std::string ListOf(const std::vector<std::string>& names, bool isJson) {
   std::string list;
-  for (const std::string& name : names) list += (list.empty() ? "" : ", ") + (isJson ? Quoted(name) : name);
+  for (const std::string& name : names) list += (list.empty() ? "" : ", ") + (isJson ? JsonQuoted(name) : name);
   if (isJson) return "[" + list + "]";
   return list.empty() ? "none" : list;
 }
@@ -54,12 +32,13 @@ Report& Report::The() {
 
 Report::Report() {
   static_cast<void>(Lives::Count());  // made before the report, and so there when that ends
-  const char* const path = std::getenv("AK_TORTURE_REPORT");
-  if (path == nullptr || path[0] == '\0') return;
-  path_ = path;
-  isJson_ = path_.ends_with(".json");
-  file_ = open(path, O_RDWR | O_CREAT | O_TRUNC | O_CLOEXEC, 0644);
-  if (file_ < 0) std::fprintf(stderr, "HostTorture: the report \"%s\" can't be written\n", path);
+  const char* const paths = std::getenv("AK_TORTURE_REPORT");
+  const std::string all = paths == nullptr ? "" : paths;
+  for (std::size_t at = 0; at < all.size();) {
+    const std::size_t end = std::min(all.find(':', at), all.size());
+    if (end > at) files_.emplace_back(all.substr(at, end - at));
+    at = end + 1;
+  }
   Write();
 }
 
@@ -67,7 +46,6 @@ Report::~Report() {
   Lives::ExpectAllAreGone();
   Write();
   std::fprintf(stderr, "HostTorture: %s\n", Summary().c_str());
-  if (file_ >= 0) close(file_);
 }
 
 void Report::Begin(std::string_view entry, const std::string& done) {
@@ -82,16 +60,8 @@ void Report::End() {
   WriteProgress();
 }
 
-std::string Report::ProgressField() const {
-  std::string text = progress_.empty() ? "nothing" : progress_.back();
-  text.resize(std::min<std::size_t>(text.size(), kProgressWidth / 2 - 4));  // twice as long where all is escaped
-  if (isJson_) text = Quoted(text) + ",";
-  text.resize(kProgressWidth, ' ');
-  return text;
-}
-
-void Report::WriteProgress() const {
-  if (file_ >= 0) WriteAll(file_, ProgressField(), progressAt_);
+void Report::WriteProgress() {
+  for (ReportFile& file : files_) file.Progress(InProgress());
 }
 
 void Report::Add(Finding finding) {
@@ -138,16 +108,11 @@ std::string Report::Summary() const {
 }
 
 void Report::Write() {
-  if (file_ < 0) return;
-  const std::string text = isJson_ ? Json(&progressAt_) : Text(&progressAt_);
-  WriteAll(file_, text, 0);
-  static_cast<void>(ftruncate(file_, static_cast<off_t>(text.size())) + 0);
+  for (ReportFile& file : files_) file.IsJson() ? WriteJson(&file) : WriteText(&file);
 }
 
-std::string Report::Text(std::size_t* progressAt) const {
-  std::string text = "HostTorture: " + Summary() + "\nin progress: ";
-  *progressAt = text.size();
-  text += ProgressField() + "\n";
+void Report::WriteText(ReportFile* file) const {
+  std::string text = "\n";
   std::size_t number = 0;
   for (const Finding& finding : findings_) {
     text += "\n" + std::to_string(++number) + ". " + finding.entry + " at " + finding.moment;
@@ -157,29 +122,29 @@ std::string Report::Text(std::size_t* progressAt) const {
   }
   text += "\nentries not reached: " + ListOf(EntriesNotReached(), false);
   text += "\nmoments not reached: " + ListOf(MomentsNotReached(), false);
-  return text + "\nnumbered log lines: " + std::to_string(logLines_) + "\n";
+  text += "\nnumbered log lines: " + std::to_string(logLines_) + "\n";
+  file->Write("HostTorture: " + Summary() + "\nin progress: ", InProgress(), text);
 }
 
-std::string Report::Json(std::size_t* progressAt) const {
+void Report::WriteJson(ReportFile* file) const {
   const std::vector<std::string> entries = EntriesNotReached();
   const std::vector<std::string> moments = MomentsNotReached();
-  std::string text = "{\"findings\":" + std::to_string(findings_.size()) + ",\"inProgress\":";
-  *progressAt = text.size();
-  text += ProgressField() + "\n\"calls\":" + std::to_string(calls_) +
-          ",\"entries\":" + std::to_string(AllEntries().size() - entries.size()) +
-          ",\"moments\":" + std::to_string(kMomentCount - moments.size()) +
-          ",\"logLines\":" + std::to_string(logLines_) + ",\n\"entriesNotReached\":" + ListOf(entries, true) +
-          ",\n\"momentsNotReached\":" + ListOf(moments, true) + ",\n\"list\":[";
+  std::string text = "\n\"calls\":" + std::to_string(calls_) +
+                     ",\"entries\":" + std::to_string(AllEntries().size() - entries.size()) +
+                     ",\"moments\":" + std::to_string(kMomentCount - moments.size()) +
+                     ",\"logLines\":" + std::to_string(logLines_) +
+                     ",\n\"entriesNotReached\":" + ListOf(entries, true) +
+                     ",\n\"momentsNotReached\":" + ListOf(moments, true) + ",\n\"list\":[";
   const char* separator = "\n";
   for (const Finding& finding : findings_) {
     text += separator;
-    text += "{\"entry\":" + Quoted(finding.entry) + ",\"moment\":" + Quoted(finding.moment) +
-            ",\"done\":" + Quoted(finding.done) + ",\"expected\":" + Quoted(finding.expected) +
-            ",\"seen\":" + Quoted(finding.seen) + ",\"section\":" + Quoted(finding.section) +
+    text += "{\"entry\":" + JsonQuoted(finding.entry) + ",\"moment\":" + JsonQuoted(finding.moment) +
+            ",\"done\":" + JsonQuoted(finding.done) + ",\"expected\":" + JsonQuoted(finding.expected) +
+            ",\"seen\":" + JsonQuoted(finding.seen) + ",\"section\":" + JsonQuoted(finding.section) +
             ",\"times\":" + std::to_string(finding.times) + "}";
     separator = ",\n";
   }
-  return text + "]}\n";
+  file->Write("{\"findings\":" + std::to_string(findings_.size()) + ",\"inProgress\":", InProgress(), text + "]}\n");
 }
 
 }  // namespace torture

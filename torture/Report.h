@@ -1,7 +1,7 @@
 // What the host got wrong, and what of it was asked at all, in a file that outlives a crash.
 //
-// AK_TORTURE_REPORT names the file: JSON when its name ends in ".json", text otherwise. It is written anew when the
-// bundle starts, behind every moment, and at the end; the call in progress is written into it before each call. Each
+// AK_TORTURE_REPORT names the file, or several separated by ":": JSON when its name ends in ".json", text otherwise. It is
+// written anew when the bundle starts, behind every moment, and at the end; the call in progress is written into it before each call. Each
 // finding is a line of the host's log and of standard error too. docs/torture.md describes both forms.
 #pragma once
 
@@ -13,6 +13,7 @@
 
 #include "torture/Entries.h"
 #include "torture/Moments.h"
+#include "torture/ReportFile.h"
 
 namespace torture {
 
@@ -59,16 +60,12 @@ class Report {
  private:
   Report();
 
-  void WriteProgress() const;
-  std::string Text(std::size_t* progressAt) const;
-  std::string Json(std::size_t* progressAt) const;
-  /// As wide as the field of the file that it stands in.
-  std::string ProgressField() const;
+  std::string InProgress() const { return progress_.empty() ? "nothing" : progress_.back(); }
+  void WriteProgress();
+  void WriteText(ReportFile* file) const;
+  void WriteJson(ReportFile* file) const;
 
-  std::string path_;
-  bool isJson_ = false;
-  int file_ = -1;
-  std::size_t progressAt_ = 0;
+  std::vector<ReportFile> files_;
   std::vector<std::string> progress_;  // calls within calls
   std::map<std::string_view, std::uint64_t> entries_;
   std::uint64_t calls_ = 0;

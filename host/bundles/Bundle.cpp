@@ -37,7 +37,7 @@ Bundle::~Bundle() {
   dlclose(library_);
 }
 
-Result<std::unique_ptr<Bundle>> Bundle::Load(const std::string& path) {
+Result<std::unique_ptr<Bundle>> Bundle::Load(const std::string& path, AKHostServiceRecord services) {
   const std::string file = FileToOpen(path);
   if (access(file.c_str(), R_OK) != 0) {
     return Problem(N_("can't open bundle \"%s\": %s"), {path, std::strerror(errno)});
@@ -54,8 +54,8 @@ Result<std::unique_ptr<Bundle>> Bundle::Load(const std::string& path) {
   if (entry == nullptr) {
     return Problem(N_("\"%s\" is no bundle: it has no pluginMain"), {path});
   }
-  AKHostServiceRecord record = Host::Instance().ServiceRecord();
-  const int status = entry(&record);
+  const SessionRegistry::NoCurrent none(Host::Instance().Sessions());
+  const int status = entry(&services);
   bundle->classCount_ = Host::Instance().Classes().Classes().size() - bundle->firstClass_;
   if (status != 0) {
     return Problem(N_("bundle \"%s\" refused to start: its pluginMain returned status %s"),

@@ -39,6 +39,7 @@ const std::vector<Command>& Commands() {
       kBundlesCommand,
       kNewPluginCommand,
       kValidateCommand,
+      kTortureCommand,
       kWindowCommand,
       kDemoCommand,
       kVerifyCommand,

@@ -44,6 +44,8 @@ class InstanceCall {
   /// True while a method of the object runs.
   static bool IsRunning(const AKObject* object);
   static bool IsTooDeep();
+  /// True for one that Destroy keeps.
+  static bool IsLeaving(const AKObject* object);
   /// Destroys the instance, now or when the outermost call ends.
   static void Destroy(Instance instance);
 
