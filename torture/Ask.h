@@ -35,6 +35,8 @@ void AskObjects(const Moment& moment);
 void AskRecords(const Moment& moment);
 void AskDeletion(const Moment& moment);
 void AskDepth();
+/// Many at once, ended in another order than they were made.
+void AskManyHandlers();
 void AskHandlers(const Moment& moment);
 /// Many changes as one, for a moment that may edit; leaves one object more in the document.
 void AskManyEdits(const Moment& moment);

@@ -35,7 +35,8 @@ void AskIDs() {
   }
   AKClassID whole;
   for (char& byte : whole.chars) byte = 'x';
-  for (const AKClassID& none : {kAKNullClassID, AKClassID("noClass"), AKClassID("akpuppt"), AKClassID("akPupp"), whole}) {
+  for (const AKClassID& none :
+       {kAKNullClassID, AKClassID("noClass"), AKClassID("akpuppt"), AKClassID("akPupp"), whole}) {
     Call call("class.getClassOfID", "ask for an ID that no class has", kClassSection);
     call.ExpectNull(call([&] { return AKClass::GetClassOfID(none); }));
   }

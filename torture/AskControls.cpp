@@ -71,12 +71,15 @@ void AskProperties() {
   const OneControl control("-id:7 -type:Slider");
   if (!control.IsThere()) return;
   for (const bool on : {true, false, true}) {
-    SetAndGet("control.setProperty", "control.getProperty", on, [&](bool value) { control->SetVisible(value); },
-              [&] { return control->IsVisible(); });
-    SetAndGet("control.setProperty", "control.getProperty", on, [&](bool value) { control->SetEnable(value); },
-              [&] { return control->IsEnable(); });
-    SetAndGet("control.setProperty", "control.getProperty", on, [&](bool value) { control->SetFlag(0x80000001, value); },
-              [&] { return control->HasFlag(0x80000001); });
+    SetAndGet(
+        "control.setProperty", "control.getProperty", on, [&](bool value) { control->SetVisible(value); },
+        [&] { return control->IsVisible(); });
+    SetAndGet(
+        "control.setProperty", "control.getProperty", on, [&](bool value) { control->SetEnable(value); },
+        [&] { return control->IsEnable(); });
+    SetAndGet(
+        "control.setProperty", "control.getProperty", on, [&](bool value) { control->SetFlag(0x80000001, value); },
+        [&] { return control->HasFlag(0x80000001); });
   }
   void* const host = control->HostObject();
   for (const unsigned int selector : {0U, 1U, 2U, 6U, 10U, 11U, 12U, 13U, 14U, 99U, 0xFFFFFFFFU}) {
@@ -113,9 +116,13 @@ void AskBounds() {
 void AskTitlesAndRanges() {
   const OneControl control("-id:1 -type:Slider -range:(-2;3)");
   if (!control.IsThere()) return;
-  for (const AKString& title : {AKString("Title"), AKString("Gr\x9A\xA7" "e"), OddText(), LongText(), AKString("")}) {
-    SetAndGet("control.setTitle", "control.getTitle", title, [&](const AKString& value) { control->SetTitle(value); },
-              [&] { return control->GetTitle(); });
+  for (const AKString& title : {AKString("Title"),
+                                AKString("Gr\x9A\xA7"
+                                         "e"),
+                                OddText(), LongText(), AKString("")}) {
+    SetAndGet(
+        "control.setTitle", "control.getTitle", title, [&](const AKString& value) { control->SetTitle(value); },
+        [&] { return control->GetTitle(); });
   }
   const auto expect = [&](const std::string& done, double least, double most) {
     double low = 77;
@@ -163,11 +170,13 @@ void AskMenus() {
   };
   expectItems(AKStringArray{"One", "Two, or more", "Th;ree"});
   for (const unsigned int index : {2U, 0U, 1U}) {
-    SetAndGet("control.setMenuIndex", "control.getMenuIndex", index,
-              [&](unsigned int value) { control->SetMenuIndex(value); }, [&] { return control->GetMenuIndex(); });
+    SetAndGet(
+        "control.setMenuIndex", "control.getMenuIndex", index,
+        [&](unsigned int value) { control->SetMenuIndex(value); }, [&] { return control->GetMenuIndex(); });
   }
-  SetAndGet("control.setMenuItem", "control.getMenuItem", AKString("Th;ree"),
-            [&](const AKString& item) { control->SetMenuItem(item); }, [&] { return control->GetMenuItem(); });
+  SetAndGet(
+      "control.setMenuItem", "control.getMenuItem", AKString("Th;ree"),
+      [&](const AKString& item) { control->SetMenuItem(item); }, [&] { return control->GetMenuItem(); });
   for (const AKString& none : {AKString("th;ree"), AKString(""), LongText()}) {
     Call call("control.setMenuItem", "set the item " + TextOf(none) + ", which the menu has not got", kControlSection);
     call([&] { control->SetMenuItem(none); });
@@ -199,16 +208,17 @@ struct NumberEntry {
 template <typename Value>
 void AskNumber(const OneControl& control, const NumberEntry<Value>& entry, std::initializer_list<Value> values) {
   for (const Value value : values) {
-    SetAndGet(entry.setter, entry.getter, value, [&](Value one) { ((*control.operator->()).*entry.set)(one); },
-              [&] { return ((*control.operator->()).*entry.get)(); });
+    SetAndGet(
+        entry.setter, entry.getter, value, [&](Value one) { ((*control.operator->()).*entry.set)(one); },
+        [&] { return ((*control.operator->()).*entry.get)(); });
   }
 }
 
 void AskNumbers() {
   const OneControl control("-id:1 -type:EditNum");
   if (!control.IsThere()) return;
-  const NumberEntry<double> f64{"control.setValueAsFloat64", "control.getValueAsFloat64",
-                                &AKGUICtrl::SetValueAsFloat64, &AKGUICtrl::GetValueAsFloat64};
+  const NumberEntry<double> f64{"control.setValueAsFloat64", "control.getValueAsFloat64", &AKGUICtrl::SetValueAsFloat64,
+                                &AKGUICtrl::GetValueAsFloat64};
   AskNumber(control, f64, {0.0, -0.0, 1.0 / 3, -1e308, 5e-324, kInfinity, -kInfinity, std::nan("")});
   const NumberEntry<int> sint{"control.setValueAsSInt", "control.getValueAsSInt", &AKGUICtrl::SetValueAsSInt,
                               &AKGUICtrl::GetValueAsSInt};
@@ -220,13 +230,15 @@ void AskNumbers() {
                                   &AKGUICtrl::GetValueAsBool};
   AskNumber(control, boolean, {true, false});
   for (const float value : {0.0F, 0.1F, -1e38F, 1e-40F}) {
-    SetAndGet("control.setValueAsFloat32", "control.getValueAsFloat32", static_cast<double>(value),
-              [&](double one) { control->SetValueAsFloat32(static_cast<float>(one)); },
-              [&] { return static_cast<double>(control->GetValueAsFloat32()); });
+    SetAndGet(
+        "control.setValueAsFloat32", "control.getValueAsFloat32", static_cast<double>(value),
+        [&](double one) { control->SetValueAsFloat32(static_cast<float>(one)); },
+        [&] { return static_cast<double>(control->GetValueAsFloat32()); });
   }
   // Every number is every other kind of number, where it fits.
   for (const int value : {0, 1, 7, 100000}) {
-    Call call("control.setValueAsSInt", "set " + TextOf(value) + " and ask for it as every other number", kControlSection);
+    Call call("control.setValueAsSInt", "set " + TextOf(value) + " and ask for it as every other number",
+              kControlSection);
     call([&] { control->SetValueAsSInt(value); });
     call.ExpectIs(static_cast<double>(value), control->GetValueAsFloat64());
     call.ExpectIs(static_cast<unsigned int>(value), control->GetValueAsUInt());
@@ -236,11 +248,12 @@ void AskNumbers() {
   for (const double value : {1e300, -1e300, kInfinity, std::nan(""), -0.5}) {
     Call call("control.setValueAsFloat64", "set " + TextOf(value) + ", which no whole number is", kControlSection);
     call([&] { control->SetValueAsFloat64(value); });
-    Call("control.getValueAsSInt", "ask for " + TextOf(value), kControlSection)([&] { return control->GetValueAsSInt(); });
-    Call("control.getValueAsUInt", "ask for " + TextOf(value), kControlSection)([&] { return control->GetValueAsUInt(); });
-    Call("control.getValueAsString", "ask for " + TextOf(value), kControlSection)([&] {
-      return control->GetValueAsString();
-    });
+    Call("control.getValueAsSInt", "ask for " + TextOf(value),
+         kControlSection)([&] { return control->GetValueAsSInt(); });
+    Call("control.getValueAsUInt", "ask for " + TextOf(value),
+         kControlSection)([&] { return control->GetValueAsUInt(); });
+    Call("control.getValueAsString", "ask for " + TextOf(value),
+         kControlSection)([&] { return control->GetValueAsString(); });
     call.ExpectIs(value, control->GetValueAsFloat64());
   }
   const NumberEntry<int> precision{"control.setValuePrecision", "control.getValuePrecision",
@@ -259,15 +272,17 @@ void AskTextsAndColors() {
   Call begins("control.getValueAsString", "ask for the value to begin with", kDescriptionSection);
   begins.ExpectIs(AKString("as it begins"), begins([&] { return text->GetValueAsString(); }));
   for (const AKString& value : {AKString("a text"), OddText(), LongText()}) {
-    SetAndGet("control.setValueAsString", "control.getValueAsString", value,
-              [&](const AKString& one) { text->SetValueAsString(one); }, [&] { return text->GetValueAsString(); });
+    SetAndGet(
+        "control.setValueAsString", "control.getValueAsString", value,
+        [&](const AKString& one) { text->SetValueAsString(one); }, [&] { return text->GetValueAsString(); });
   }
   Call set("control.setValueAsString", "set the text \"2.5\" of a number field", kControlSection);
   set([&] { number->SetValueAsString("2.5"); });
   set.ExpectIs(2.5, number->GetValueAsFloat64());
   for (const AGColor value : {AGColor(1, 2, 3, 4), kAGColorWhite, AGColor(0, 0, 0, 0)}) {
-    SetAndGet("control.setValueAsAGColor", "control.getValueAsAGColor", value,
-              [&](AGColor one) { color->SetValueAsAGColor(one); }, [&] { return color->GetValueAsAGColor(); });
+    SetAndGet(
+        "control.setValueAsAGColor", "control.getValueAsAGColor", value,
+        [&](AGColor one) { color->SetValueAsAGColor(one); }, [&] { return color->GetValueAsAGColor(); });
   }
   Call refresh("control.refresh", "refresh a control", kControlSection);
   refresh([&] { number->Refresh(); });

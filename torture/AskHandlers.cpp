@@ -1,12 +1,11 @@
 // Handlers: what a bundle may do to the open document.
-#include "kit/objects/AKHandler.h"
-
 #include <initializer_list>
 #include <memory>
 #include <string>
 #include <utility>
 #include <vector>
 
+#include "kit/objects/AKHandler.h"
 #include "kit/values/AKValueClassID.h"
 #include "kit/values/AKValueHelpers.h"
 #include "torture/Ask.h"
@@ -179,7 +178,8 @@ void AskEdits(AKHandler& handler, AKObject* own) {
   Revise(handler, "revise an object of the document, which a failed call deleted not", ArrayOf({first}), 0);
   Delete(foreign);
   added.push_back(first);  // named twice
-  Remove(handler, "delete all that was added, one named twice", AKObjectArray(added.data(), static_cast<unsigned int>(added.size())), 0);
+  Remove(handler, "delete all that was added, one named twice",
+         AKObjectArray(added.data(), static_cast<unsigned int>(added.size())), 0);
   Remove(handler, "delete an object again", ArrayOf({first}), kStatusNotInDocument);
   Add(handler, "add an object that was deleted", ArrayOf({first}), nullptr, 0, kStatusBadObject);
   EndInUse(first, "end an object that was deleted, which the host does");
@@ -215,25 +215,12 @@ void AskWith(AKHandler& handler, const Moment& moment) {
   AskMaster(handler);
   if (!Moment::MayEdit()) return ExpectAllRefused(handler, kStatusNotHere, kWithinSection);
   auto* const own = const_cast<AKObject*>(moment.Object());
-  Call inside("handler.reviseObjects", "revise the object whose method runs, if it is in the document", kHandlerSection);
+  Call inside("handler.reviseObjects", "revise the object whose method runs, if it is in the document",
+              kHandlerSection);
   const bool isIn = inside([&] { return handler.ReviseObject(own); }) == 0;
   AskBadCalls(handler, isIn ? own : nullptr);
   AskEdits(handler, isIn ? own : nullptr);
   AskUnwritable(handler);
-}
-
-// Many at once, ended in another order than they were made.
-void AskManyHandlers() {
-  std::vector<std::unique_ptr<AKHandler>> handlers(50);
-  for (auto& handler : handlers) {
-    Call call("handler.construct", "make one of many handlers", kHandlerSection);
-    call([&] { handler = std::make_unique<AKHandler>(nullptr); });
-    call.Expect(handler != nullptr && handler->HostObject() != nullptr, "the wrapper filled", "it empty");
-  }
-  for (std::size_t i = 0; i < handlers.size(); ++i) {
-    Call call("handler.destruct", "end one of many handlers", kHandlerSection);
-    call([&] { handlers[(i * 7) % handlers.size()].reset(); });
-  }
 }
 
 // Its methods ask as those of the host's own objects do.
@@ -248,6 +235,19 @@ void AskOwnFromDictionary() {
 }
 
 }  // namespace
+
+void AskManyHandlers() {
+  std::vector<std::unique_ptr<AKHandler>> handlers(50);
+  for (auto& handler : handlers) {
+    Call call("handler.construct", "make one of many handlers", kHandlerSection);
+    call([&] { handler = std::make_unique<AKHandler>(nullptr); });
+    call.Expect(handler != nullptr && handler->HostObject() != nullptr, "the wrapper filled", "it empty");
+  }
+  for (std::size_t i = 0; i < handlers.size(); ++i) {
+    Call call("handler.destruct", "end one of many handlers", kHandlerSection);
+    call([&] { handlers[(i * 7) % handlers.size()].reset(); });
+  }
+}
 
 void AskHandlers(const Moment& moment) {
   if (!HasTable(TableID::kHandler) || !IsCallable("handler.construct") || !IsCallable("handler.destruct")) return;

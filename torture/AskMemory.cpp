@@ -33,11 +33,15 @@ void ExpectFlat(std::string_view entry, const char* done, const char* section, A
 }  // namespace
 
 void AskMemory(const Moment& moment) {
-  if (dlsym(RTLD_DEFAULT, "__asan_init") != nullptr) return;  // it finds more by itself, and its allocator tells nothing
+  if (dlsym(RTLD_DEFAULT, "__asan_init") != nullptr)
+    return;  // it finds more by itself, and its allocator tells nothing
   ExpectFlat("general", "ask the general table again and again", kGeneralSection, [&] { AskGeneral(moment); });
   ExpectFlat("class", "make, copy and end objects again and again", kClassSection, [&] { AskObjects(moment); });
   ExpectFlat("class", "write and read objects again and again", kClassSection, [&] { AskRecords(moment); });
   ExpectFlat("class", "look classes up again and again", kClassSection, [] { AskClasses(); });
+  ExpectFlat("class.addInspectorGUIDesc", "give panels that are refused again and again", kWithinSection,
+             [] { AskSetupAgain(); });
+  ExpectFlat("handler.destruct", "make and end handlers again and again", kHandlerSection, [] { AskManyHandlers(); });
   ExpectFlat("control", "make and end controls again and again", kControlSection, [] { AskControls(); });
   ExpectFlat("panel", "make and end panels again and again", kPanelSection, [&] { AskPanels(moment); });
 }

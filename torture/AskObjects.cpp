@@ -1,6 +1,4 @@
 // Making and ending objects, and calls that run too deep.
-#include "torture/Objects.h"
-
 #include "kit/streams/AKFile.h"
 #include "kit/values/AKValueClassID.h"
 #include "kit/values/AKValueHelpers.h"
@@ -8,6 +6,7 @@
 #include "torture/Call.h"
 #include "torture/Examiner.h"
 #include "torture/Lives.h"
+#include "torture/Objects.h"
 
 namespace torture {
 namespace {
@@ -81,9 +80,10 @@ void AskArguments() {
       {"", ""}, {nullptr, ""}, {"-number:%d -text:\"%s\" %%", "-number:7|-text:a b|%"}, {"%%s%%n", "%s%n"}};
   for (const Case& one : kCases) {
     const Puppet::Ordered ordered({});
-    Call call("class.newObjectWithArgs",
-              "make an object with the format " + (one.format == nullptr ? "null" : TextOf(std::string_view(one.format))),
-              kClassSection);
+    Call call(
+        "class.newObjectWithArgs",
+        "make an object with the format " + (one.format == nullptr ? "null" : TextOf(std::string_view(one.format))),
+        kClassSection);
     AKObject* object = call([&] {
 #pragma GCC diagnostic push
 #pragma GCC diagnostic ignored "-Wformat-nonliteral"
@@ -98,7 +98,7 @@ void AskArguments() {
     Delete(object);
   }
   const Puppet::Ordered ordered({});
-  Call call("class.newObjectWithArgs", "make an object with a megabyte of arguments", kClassSection);
+  Call call("class.newObjectWithArgs", "make an object with arguments of many bytes", kClassSection);
   AKObject* object = call([] { return NewWithArgs(Puppet::_ClassID(), "%s", LongText().CStr()); });
   call.ExpectIs(LongText(), Puppet::seen.arguments);
   Delete(object);
@@ -134,8 +134,7 @@ void AskOriginals() {
 void AskDictionaries() {
   Call null("class.writeObjectToDictionary", "write null", kClassSection);
   AKDictionary properties;
-  null.ExpectStatus(kStatusNoInstance,
-                    null([&] { return AKClass::WriteObjectToDictionary(nullptr, properties); }));
+  null.ExpectStatus(kStatusNoInstance, null([&] { return AKClass::WriteObjectToDictionary(nullptr, properties); }));
   null.Expect(properties.IsEmpty(), "nothing written", "something");
   Puppet* const puppet = NewPuppet(-0.0);
   AKObject* const bare = NewWithArgs(Bare::_ClassID(), "-default");
@@ -156,7 +155,8 @@ void AskDictionaries() {
   {
     const Puppet::Ordered ordered({});
     Call make("class.newObjectFromDictionary", "make an object of what was written", kClassSection);
-    auto* const twin = static_cast<Puppet*>(make([&] { return AKClass::NewObjectFromDictionary(nullptr, properties); }));
+    auto* const twin =
+        static_cast<Puppet*>(make([&] { return AKClass::NewObjectFromDictionary(nullptr, properties); }));
     make.Expect(twin != nullptr, "an object", "null");
     if (twin != nullptr) {
       make.ExpectIs(puppet->number, twin->number);

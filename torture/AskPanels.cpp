@@ -96,8 +96,8 @@ void AskControlsOf() {
     count.ExpectIs(static_cast<unsigned int>(i) + 1, count([&] { return panel->GetControllerCount(); }));
   }
   for (int i = 0; i < 3; ++i) {
-    Call call("panel.getController", "ask for the control of ID " + TextOf(kIDs[i]) + ", the first of two or the only one",
-              kPanelSection);
+    Call call("panel.getController",
+              "ask for the control of ID " + TextOf(kIDs[i]) + ", the first of two or the only one", kPanelSection);
     call.Expect(call([&] { return panel->GetController(kIDs[i]); }) == controls[i], "the control that was added",
                 "another one, or null");
   }

@@ -47,7 +47,8 @@ void ExpectNone(const Call& call, const AKObject* object, int status) {
 // Objects stand one behind the other: each reads its own bytes and no others.
 void AskTwoAndMore(Puppet* one, Puppet* other) {
   const auto file = NewFile();
-  if (Write(one, file.get(), "write an object", 0) != 0 || Write(other, file.get(), "write another behind it", 0) != 0) {
+  if (Write(one, file.get(), "write an object", 0) != 0 ||
+      Write(other, file.get(), "write another behind it", 0) != 0) {
     return;
   }
   file->Write(kBehind, sizeof(kBehind));
@@ -55,8 +56,7 @@ void AskTwoAndMore(Puppet* one, Puppet* other) {
   for (const Puppet* original : {one, other}) {
     const Puppet::Ordered ordered({});
     Call call("class.newObjectFromFile", "read an object of several in a file, version 7", kClassSection);
-    auto* const twin =
-        static_cast<Puppet*>(call([&] { return AKClass::NewObjectFromFile(nullptr, *file, kVersion); }));
+    auto* const twin = static_cast<Puppet*>(call([&] { return AKClass::NewObjectFromFile(nullptr, *file, kVersion); }));
     call.Expect(twin != nullptr, "an object", "null");
     if (twin == nullptr) return;
     call.ExpectIs(original->number, twin->number);
@@ -81,7 +81,8 @@ void AskCutFiles(Puppet* puppet) {
     AKFile file(content.Data(), length);
     file.OpenForRead();
     const std::size_t before = Lives::Count();
-    Call call("class.newObjectFromFile", "read an object of which " + TextOf(length) + " bytes are there", kClassSection);
+    Call call("class.newObjectFromFile", "read an object of which " + TextOf(length) + " bytes are there",
+              kClassSection);
     ExpectNone(call, call([&] { return AKClass::NewObjectFromFile(nullptr, file, 1); }), 0);
     call.Expect(Lives::Count() == before, "the instance that was begun ended", "it lives on");
   }

@@ -66,7 +66,8 @@ void AskBadSetups() {
   (info = good).classID.chars[7] = 'x';
   ExpectRefused(info, "whose ID has a character behind its NUL", kStatusBadInfo, kClassSection);
   for (const AKClassID& taken : {AKObject::_ClassID(), parent, AKClassID("_layer"), Puppet::_ClassID()}) {
-    ExpectRefused(InfoOf(taken, parent, "Taken"), "of the ID " + TextOf(std::string_view(taken.chars)), kStatusDuplicate, kClassSection);
+    ExpectRefused(InfoOf(taken, parent, "Taken"), "of the ID " + TextOf(std::string_view(taken.chars)),
+                  kStatusDuplicate, kClassSection);
   }
   for (const AKClassID& none : {kAKNullClassID, AKClassID("noClass"), AKClassID("_SYVECT"), good.classID}) {
     ExpectRefused(InfoOf(good.classID, none, "None"), "below the unknown ID " + TextOf(std::string_view(none.chars)),
@@ -75,7 +76,8 @@ void AskBadSetups() {
 }
 
 void CheckRecord(const AKClassInfo& info, const AKString& name, const AKClass& record) {
-  const Call call("class.classSetup", "set up the class " + TextOf(name) + " and look at its record", kClassRecordSection);
+  const Call call("class.classSetup", "set up the class " + TextOf(name) + " and look at its record",
+                  kClassRecordSection);
   call.Expect(record.classID == info.classID, "its class ID", "another one");
   call.Expect(record.parentClassID == info.parentClassID, "its parent's ID", "another one");
   call.Expect(record.constructor == info.constructor, "its constructor", "another one");
@@ -110,7 +112,8 @@ AKClass* SetUp(AKClassCtor constructor, AKClassID parent, const char* name, unsi
   if (*status == 0 && record == nullptr) *status = -1;
   call.Expect(*status != -1, "a record with status 0", "null");
   if (*status != 0) return nullptr;
-  call.Expect(AKClass::GetClassOfID(info.classID) == record, "the class, when it is asked for by its ID", "another one");
+  call.Expect(AKClass::GetClassOfID(info.classID) == record, "the class, when it is asked for by its ID",
+              "another one");
   CheckRecord(info, AKString(name), *record);
   Class::FillMethodSlots(record);
   return record;

@@ -1,6 +1,8 @@
 // Translations and the log.
+#include <cstdlib>
 #include <cstring>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "kit/host/AKHostServices.h"
@@ -14,6 +16,20 @@ namespace {
 
 constexpr char kText[] = "Host Examiner";  // a text that has translations in the bundle's catalogues
 constexpr std::size_t kLongestLine = 32767;
+
+// What the host has to give for it in the language that AK_TORTURE_LANGUAGE names, in Mac OS Roman; empty where that is
+// not known. The bundle's catalogues are installed then.
+std::string KnownTranslation() {
+  static constexpr std::pair<const char*, const char*> kKnown[] = {{"de",
+                                                                    "Host-Pr\x9F"
+                                                                    "fer"},
+                                                                   {"es", "Examinador del anfitri\x97n"}};
+  const char* const language = std::getenv("AK_TORTURE_LANGUAGE");
+  for (const auto& [name, text] : kKnown) {
+    if (language != nullptr && std::strcmp(language, name) == 0) return text;
+  }
+  return "";
+}
 
 // An address that the host keeps, or may keep, of a text that was asked for.
 struct Given {
@@ -64,6 +80,9 @@ void AskTexts() {
   call.ExpectIs(std::string_view(kText), std::string_view(without));
   SetDomain(Examiner::kLocaleDomain);
   const std::string first = LookUp("look up a text in the bundle's domain");
+  const std::string known = KnownTranslation();
+  const Call own("general.localeSetDomain", "set the bundle's domain, which has catalogues", kGeneralSection);
+  if (!known.empty()) own.ExpectIs(std::string_view(known), std::string_view(first));
   for (const std::string& other : {std::string(), std::string("../../etc"), std::string(LongText().CStr())}) {
     SetDomain(other);
     AskUnknownTexts(&kept);

@@ -20,8 +20,7 @@ void Call::Threw(const char* what) {
 }
 
 void Call::Find(std::string_view expected, const std::string& seen) const {
-  Report::The().Add(
-      {std::string(entry_), Moment::Where(), done_, std::string(expected), seen, std::string(section_)});
+  Report::The().Add({std::string(entry_), Moment::Where(), done_, std::string(expected), seen, std::string(section_)});
 }
 
 }  // namespace torture

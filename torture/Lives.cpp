@@ -46,8 +46,8 @@ void Lives::Made(const AKObject* object) { TheWorld().stages[object] = Stage::kM
 void Lives::Initialises(const AKObject* object, std::string_view slot) {
   Stage* const stage = StageOf(object, slot);
   if (stage == nullptr) return;
-  Judge(slot, "the host initialises an instance", *stage != Stage::kEnded, "nothing but the destructor behind akmDelete",
-        "it was ended before");
+  Judge(slot, "the host initialises an instance", *stage != Stage::kEnded,
+        "nothing but the destructor behind akmDelete", "it was ended before");
   if (*stage == Stage::kMade) *stage = Stage::kUsed;
 }
 

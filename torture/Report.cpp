@@ -103,8 +103,8 @@ std::vector<std::string> Report::MomentsNotReached() const {
 std::string Report::Summary() const {
   const std::size_t entries = AllEntries().size();
   return std::to_string(calls_) + " calls of " + std::to_string(entries - EntriesNotReached().size()) + " of " +
-         std::to_string(entries) + " entries" + " at " + std::to_string(kMomentCount - MomentsNotReached().size()) + " of " +
-         Count(kMomentCount, "moment") + ", " + Count(findings_.size(), "finding");
+         std::to_string(entries) + " entries" + " at " + std::to_string(kMomentCount - MomentsNotReached().size()) +
+         " of " + Count(kMomentCount, "moment") + ", " + Count(findings_.size(), "finding");
 }
 
 void Report::Write() {
@@ -129,12 +129,11 @@ void Report::WriteText(ReportFile* file) const {
 void Report::WriteJson(ReportFile* file) const {
   const std::vector<std::string> entries = EntriesNotReached();
   const std::vector<std::string> moments = MomentsNotReached();
-  std::string text = "\n\"calls\":" + std::to_string(calls_) +
-                     ",\"entries\":" + std::to_string(AllEntries().size() - entries.size()) +
-                     ",\"moments\":" + std::to_string(kMomentCount - moments.size()) +
-                     ",\"logLines\":" + std::to_string(logLines_) +
-                     ",\n\"entriesNotReached\":" + ListOf(entries, true) +
-                     ",\n\"momentsNotReached\":" + ListOf(moments, true) + ",\n\"list\":[";
+  std::string text =
+      "\n\"calls\":" + std::to_string(calls_) + ",\"entries\":" + std::to_string(AllEntries().size() - entries.size()) +
+      ",\"moments\":" + std::to_string(kMomentCount - moments.size()) + ",\"logLines\":" + std::to_string(logLines_) +
+      ",\n\"entriesNotReached\":" + ListOf(entries, true) + ",\n\"momentsNotReached\":" + ListOf(moments, true) +
+      ",\n\"list\":[";
   const char* separator = "\n";
   for (const Finding& finding : findings_) {
     text += separator;

@@ -1,8 +1,9 @@
 // What the host got wrong, and what of it was asked at all, in a file that outlives a crash.
 //
-// AK_TORTURE_REPORT names the file, or several separated by ":": JSON when its name ends in ".json", text otherwise. It is
-// written anew when the bundle starts, behind every moment, and at the end; the call in progress is written into it before each call. Each
-// finding is a line of the host's log and of standard error too. docs/torture.md describes both forms.
+// AK_TORTURE_REPORT names the file, or several separated by ":": JSON when its name ends in ".json", text otherwise. It
+// is written anew when the bundle starts, behind every moment, and at the end; the call in progress is written into it
+// before each call. Each finding is a line of the host's log and of standard error too. docs/torture.md describes both
+// forms.
 #pragma once
 
 #include <cstdint>

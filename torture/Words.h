@@ -31,7 +31,7 @@ bool IsSame(const Value& one, const Value& other) {
 template <>
 bool IsSame(const double& one, const double& other);
 
-/// A megabyte, but for 7 bytes, so that no length is a round one.
+/// A megabyte, but for 7 bytes, so that no length is a round one; where it is asked for often, as many of 16 kB.
 const AKString& LongText();
 /// Bytes that are neither ASCII nor UTF-8, conversions that must not be made, control characters.
 AKString OddText();

@@ -22,7 +22,8 @@ void AskEverything(const Moment& moment) {
 }  // namespace torture
 
 /// Called once by the host after loading. Returns 0 also where the host got something wrong, so that more can be asked;
-/// -1 for a null record or a second call, -792 for a version that is not accepted, or the status of a set-up that failed.
+/// -1 for a null record or a second call, -792 for a version that is not accepted, or the status of a set-up that
+/// failed.
 extern "C" __attribute__((visibility("default"))) int pluginMain(void* hostServiceRecord) {
   static bool isStarted = false;
   const auto* record = static_cast<const AKHostServiceRecord*>(hostServiceRecord);

@@ -49,7 +49,9 @@ int ShowProgress(unsigned int command, double fraction, const AKString& text) {
   constexpr double kClose = 2;  // beyond the end
   UserInterface* const interface = Host::Instance().userInterface;
   if (interface == nullptr) return 0;
-  return interface->ShowProgress(command == 0 ? std::fmin(std::fmax(0.0, fraction), 1.0) : kClose, DisplayText(text)) ? 1 : 0;
+  return interface->ShowProgress(command == 0 ? std::fmin(std::fmax(0.0, fraction), 1.0) : kClose, DisplayText(text))
+             ? 1
+             : 0;
 }
 
 void LogMessage(const char* line) {

@@ -74,7 +74,7 @@ std::string TortureBundle() {
 Result<TortureResult> Torture(const TorturePlan& plan) {
   if (const auto done = validator::CheckFile(plan.bundle); !done) return done.Why();
   const ReportFolder folder;
-  if (!folder.IsThere()) return Problem(N_("can't make a temporary folder: %s"), {std::strerror(errno)});
+  if (!folder.IsThere()) return Problem(N_("%s"), {std::string("no temporary folder: ") + std::strerror(errno)});
   const std::string text = folder.File("report.txt");
   const std::string json = folder.File("report.json");
   setenv(kVariable, (text + ":" + json).c_str(), 1);

@@ -11,17 +11,18 @@
 namespace host {
 
 struct TorturePlan {
-  std::string bundle;                                            ///< HostTorture.so
+  std::string bundle;                                               ///< HostTorture.so
   AKHostServiceRecord services = Host::Instance().ServiceRecord();  ///< what it is given
-  double seconds = 120;                                          ///< the limit
-  bool huge = false;                                             ///< gigabytes too
+  double seconds = 120;                                             ///< the limit
+  bool huge = false;                                                ///< gigabytes too
+  bool endsEarly = false;                                           ///< with the first finding
 };
 
 struct TortureResult {
   validator::Outcome outcome;  ///< of the process; what the host itself saw going wrong is its failure
   std::string text;            ///< the bundle's report; empty when it wrote none
   std::string json;            ///< the same as JSON
-  unsigned long findings = 0;    ///< of the report
+  unsigned long findings = 0;  ///< of the report
   bool isComplete = false;     ///< every entry and every moment was reached
 
   /// Nothing was found, everything was reached, and the process came to its end.
