@@ -44,6 +44,8 @@ void AskManyEdits(const Moment& moment);
 void AskOwnDeletion(Examiner* examiner);
 void AskControls();
 void AskPanels(const Moment& moment);
+/// Texts of a gigabyte, for those who ask for them.
+void AskHuge();
 /// Whether what is asked again and again leaves memory taken.
 void AskMemory(const Moment& moment);
 

@@ -139,7 +139,7 @@ void AskTitlesAndRanges() {
   for (const auto& [least, most] : {std::pair(0.0, 0.1), std::pair(5.0, -5.0), std::pair(-kInfinity, kInfinity),
                                     std::pair(std::nan(""), 1e308), std::pair(0.0, 100.0)}) {
     Call set("control.setRange", "set the range from " + TextOf(least) + " to " + TextOf(most), kControlSection);
-    set([&] { control->SetRange(least, most); });
+    set([&, low = least, high = most] { control->SetRange(low, high); });
     expect("ask for the range that was set", least, most);
   }
   static const char* icon[] = {"1 1 1 1", ". c #000000", "."};

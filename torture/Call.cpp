@@ -13,6 +13,11 @@ bool Call::Begin() {
 
 void Call::End() const { Report::The().End(); }
 
+void Call::GaveUp() {
+  End();
+  isKept_ = false;
+}
+
 void Call::Threw(const char* what) {
   End();
   Find("no exception: failures are statuses", std::string("an exception: ") + what);

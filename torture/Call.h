@@ -2,6 +2,7 @@
 #pragma once
 
 #include <exception>
+#include <new>
 #include <string>
 #include <string_view>
 #include <type_traits>
@@ -47,12 +48,21 @@ class Call {
         End();
         return result;
       }
+    } catch (const std::bad_alloc& thrown) {
+      mayLackMemory_ ? GaveUp() : Threw(thrown.what());
     } catch (const std::exception& thrown) {
       Threw(thrown.what());
     } catch (...) {
       Threw("of no known kind");
     }
     return Result();
+  }
+
+  /// The same for what may take more memory than there is: of std::bad_alloc nothing is said.
+  template <typename Function>
+  std::invoke_result_t<Function> MayLackMemory(Function&& function) {
+    mayLackMemory_ = true;
+    return (*this)(std::forward<Function>(function));
   }
 
   /// A finding when it does not hold. Nothing is expected of a call that was not made.
@@ -73,6 +83,7 @@ class Call {
  private:
   bool Begin();
   void End() const;
+  void GaveUp();
   void Threw(const char* what);
   void Find(std::string_view expected, const std::string& seen) const;
 
@@ -80,6 +91,7 @@ class Call {
   std::string done_;
   std::string_view section_;
   bool isKept_ = true;
+  bool mayLackMemory_ = false;
 };
 
 }  // namespace torture

@@ -159,6 +159,7 @@ void Examiner::Change(AKGUIDesc& panel, AKGUIEvent& event) {
     case kDialogs:
       return AskDialogsOpen(this, &panel);
     case kMemory:
+      AskHuge();
       return AskMemory(moment);
     case kDeleteMe:
       return AskOwnDeletion(this);

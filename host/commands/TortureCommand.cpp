@@ -32,7 +32,7 @@ std::string FailureText(const validator::Outcome& outcome) {
 Result<> TakeOptions(const CommandLine& line, TorturePlan* plan) {
   plan->bundle = line.Positional().empty() ? TortureBundle() : line.Positional().front();
   plan->huge = line.Has("huge");
-  const std::string seconds = line.Value("timeout", "120");
+  const std::string seconds = line.Value("timeout", plan->huge ? "900" : "120");
   if (!ParseWhole(seconds, &plan->seconds) || !(plan->seconds >= 0.1) || plan->seconds > 86400) {
     return Problem(N_("%s"), {"option \"--timeout\" does not take \"" + seconds + "\""});
   }
@@ -47,6 +47,7 @@ int RunTorture(const std::vector<std::string>& words) {
   const Fonts fonts;
   const auto result = Torture(plan);
   if (!result) return FailToRun(result.Why().English());
+  if (result->text.empty()) return FailToRun("\"" + plan.bundle + "\" wrote no report: it is none that examines hosts");
   const std::string& report = line.Has("json") ? result->json : result->text;
   Output::Write(report.c_str());
   if (line.Has("report")) {
@@ -73,7 +74,7 @@ const Command kTortureCommand = {
     "  --json         prints the report as JSON\n"
     "  --report FILE  keeps it in a file too, as JSON if the name ends in \".json\"\n"
     "  --huge         asks for texts of a gigabyte too\n"
-    "  --timeout S    seconds that it may take; 120 without it\n\n"
+    "  --timeout S    seconds that it may take; 120 without it, 900 with --huge\n\n"
     "Exit code 0: nothing was found, and every entry and moment was reached; 1: something was found or\n"
     "not reached; 2: nothing could be run, with a line on standard error.\n",
     &RunTorture};

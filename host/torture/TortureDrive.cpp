@@ -220,14 +220,15 @@ void DriveTorture(Trial& trial, const TorturePlan& plan, const std::string& repo
     if (plan.endsEarly && ReadWholeFile(report, &found) && NumberIn(found, "findings") != 0) trial.Skip("it is found");
     trial.Do(what);
   };
+  // A document is open already: the bundle must not see it before it has started.
+  auto session = std::make_unique<DocumentSession>(std::make_unique<Document>(AGSize{200, 200}));
+  Host::Instance().Sessions().MakeCurrent(*session);
   trial.Do("load the bundle");
   auto bundle = Bundle::Load(plan.bundle, plan.services);
   if (!bundle) trial.Fail("the bundle starts", bundle.Why().English());
-  {
-    DocumentSession session(std::make_unique<Document>(AGSize{200, 200}));
-    Drive(trial, &session, begin).Run();
-    begin("close the document");
-  }
+  Drive(trial, session.get(), begin).Run();
+  begin("close the document");
+  session.reset();
   begin("unload the bundle");
   (*bundle).reset();
   Host::Instance().userInterface = nullptr;

@@ -130,13 +130,10 @@ std::vector<HostMutant> LookUpMutants() {
          };
        }},
       {"class.getErrorNew", "forgets the status when it was asked",
-       [](Tables* t) {
-         t->classes.getErrorNew = [] { return ++sAsked % 2 == 0 ? 0 : gReal.classes.getErrorNew(); };
-       }},
+       [](Tables* t) { t->classes.getErrorNew = [] { return ++sAsked % 2 == 0 ? 0 : gReal.classes.getErrorNew(); }; }},
       {"slot.akmDelete", "calls it twice", [](Tables* t) { t->classes.deleteObject = &DeleteWith<2>; }},
       {"class.deleteObject", "ends what it still uses", [](Tables* t) { t->classes.deleteObject = &DeleteWith<1>; }},
-      {"slot.destructor", "calls no akmDelete before it",
-       [](Tables* t) { t->classes.deleteObject = &DeleteWith<0>; }},
+      {"slot.destructor", "calls no akmDelete before it", [](Tables* t) { t->classes.deleteObject = &DeleteWith<0>; }},
       {"class.deleteObject", "forgets the destructor",
        [](Tables* t) {
          t->classes.deleteObject = [](AKObject* object) {

@@ -16,100 +16,96 @@ const AKControlTable& kReal = gReal.control;
 // An entry whose argument, or result, is changed on its way.
 #define SET(entry, Type, change) \
   [](Tables* t) { Put<[](void* c, Type value) { kReal.entry.Call(c, change); }>(&t->control.entry); }
-#define GET(entry, change) \
-  [](Tables* t) {          \
-    Put<[](void* c) {      \
+#define GET(entry, change)              \
+  [](Tables* t) {                       \
+    Put<[](void* c) {                   \
       auto value = kReal.entry.Call(c); \
-      return change;       \
-    }>(&t->control.entry); \
+      return change;                    \
+    }>(&t->control.entry);              \
   }
 
 std::vector<HostMutant> ShapeMutants() {
-  return {
-      {"control.construct", "leaves the wrapper empty",
-       [](Tables* t) { t->control.construct = [](AKGUICtrl*, AKGUIDesc*, const char*, va_list) {}; }},
-      {"control.destruct", "frees nothing", [](Tables* t) { t->control.destruct = [](AKGUICtrl*) {}; }},
-      {"control.getProperty", "it can't be enabled again",
-       [](Tables* t) {
-         Put<[](void* c, unsigned int selector, unsigned int value) {
-           if (selector != kAKGUIPropertyEnabled || value == 0) kReal.setProperty.Call(c, selector, value);
-         }>(&t->control.setProperty);
-       }},
-      {"control.getProperty", "1 for unknown properties",
-       [](Tables* t) {
-         Put<[](void* c, unsigned int selector) {
-           return kAKGUIPropertyHasIcon < selector ? 1U : kReal.getProperty.Call(c, selector);
-         }>(&t->control.getProperty);
-       }},
-      {"control.getBounds", "corners of 16 bits",
-       [](Tables* t) {
-         Put<[](void* c, int x0, int y0, int x1, int y1) {
-           kReal.setBounds.Call(c, static_cast<short>(x0), y0, x1, y1);
-         }>(&t->control.setBounds);
-       }},
-      {"control.setBounds", "throws for corners in the wrong order",
-       [](Tables* t) {
-         Put<[](void* c, int x0, int y0, int x1, int y1) {
-           if (x1 < x0 || y1 < y0) throw x0;
-           kReal.setBounds.Call(c, x0, y0, x1, y1);
-         }>(&t->control.setBounds);
-       }},
-      {"control.getBounds", "writes one of four",
-       [](Tables* t) {
-         Put<[](void* c, int* x0, int*, int*, int*) {
-           kReal.getBounds.Call(c, x0, nullptr, nullptr, nullptr);
-         }>(&t->control.getBounds);
-       }},
-      {"control.getTitle", "the last byte is lost", SET(setTitle, const AKString&, WithoutLast(value))},
-      {"control.setTitle", "throws for what is not well formed",
-       [](Tables* t) {
-         Put<[](void* c, const AKString& title) {
-           unsigned int place = 0;
-           if (!title.IsPureAscii(&place)) throw place;
-           kReal.setTitle.Call(c, title);
-         }>(&t->control.setTitle);
-       }},
-      {"control.getTitle", "cut behind a NUL or at 100 bytes", GET(getTitle, value.SubString(0, 100))},
-      {"control.getRange", "turns a range round",
-       [](Tables* t) {
-         Put<[](void* c, double least, double most) {
-           kReal.setRange.Call(c, std::fmin(least, most), std::fmax(least, most));
-         }>(&t->control.setRange);
-       }},
-      {"control.setRange", "throws for what is no number",
-       [](Tables* t) {
-         Put<[](void* c, double least, double most) {
-           if (std::isnan(least)) throw most;
-           kReal.setRange.Call(c, least, most);
-         }>(&t->control.setRange);
-       }},
-      {"control.getRange", "single precision",
-       [](Tables* t) {
-         Put<[](void* c, double* least, double* most) {
-           kReal.getRange.Call(c, least, most);
-           if (most != nullptr) *most = static_cast<double>(static_cast<float>(*most));
-         }>(&t->control.getRange);
-       }},
-      {"control.getXPMIcon", "keeps a copy",
-       [](Tables* t) {
-         Put<[](void* c, const char** icon) {
-           static const char* copy[3];
-           if (icon != nullptr) std::copy_n(icon, 3, copy);
-           kReal.setXPMIcon.Call(c, icon == nullptr ? nullptr : copy);
-         }>(&t->control.setXPMIcon);
-       }},
-      {"control.setXPMIcon", "reads one that is null",
-       [](Tables* t) {
-         Put<[](void* c, const char** icon) {
-           kReal.setXPMIcon.Call(c, *static_cast<const char* volatile*>(icon) == nullptr ? nullptr : icon);
-         }>(&t->control.setXPMIcon);
-       }},
-      {"control.getXPMIcon", "null", [](Tables* t) {
-         Put<[](void*) { return static_cast<const char**>(nullptr); }>(&t->control.getXPMIcon);
-       }},
-      {"control.refresh", "sets the value back", [](Tables* t) {
-         Put<[](void* c) { kReal.setValueAsFloat64.Call(c, 0); }>(&t->control.refresh);
-       }}};
+  return {{"control.construct", "leaves the wrapper empty",
+           [](Tables* t) { t->control.construct = [](AKGUICtrl*, AKGUIDesc*, const char*, va_list) {}; }},
+          {"control.destruct", "frees nothing", [](Tables* t) { t->control.destruct = [](AKGUICtrl*) {}; }},
+          {"control.getProperty", "it can't be enabled again",
+           [](Tables* t) {
+             Put<[](void* c, unsigned int selector, unsigned int value) {
+               if (selector != kAKGUIPropertyEnabled || value == 0) kReal.setProperty.Call(c, selector, value);
+             }>(&t->control.setProperty);
+           }},
+          {"control.getProperty", "1 for unknown properties",
+           [](Tables* t) {
+             Put<[](void* c, unsigned int selector) {
+               return kAKGUIPropertyHasIcon < selector ? 1U : kReal.getProperty.Call(c, selector);
+             }>(&t->control.getProperty);
+           }},
+          {"control.getBounds", "corners of 16 bits",
+           [](Tables* t) {
+             Put<[](void* c, int x0, int y0, int x1, int y1) {
+               kReal.setBounds.Call(c, static_cast<short>(x0), y0, x1, y1);
+             }>(&t->control.setBounds);
+           }},
+          {"control.setBounds", "throws for corners in the wrong order",
+           [](Tables* t) {
+             Put<[](void* c, int x0, int y0, int x1, int y1) {
+               if (x1 < x0 || y1 < y0) throw x0;
+               kReal.setBounds.Call(c, x0, y0, x1, y1);
+             }>(&t->control.setBounds);
+           }},
+          {"control.getBounds", "writes one of four",
+           [](Tables* t) {
+             Put<[](void* c, int* x0, int*, int*, int*) { kReal.getBounds.Call(c, x0, nullptr, nullptr, nullptr); }>(
+                 &t->control.getBounds);
+           }},
+          {"control.getTitle", "the last byte is lost", SET(setTitle, const AKString&, WithoutLast(value))},
+          {"control.setTitle", "throws for what is not well formed",
+           [](Tables* t) {
+             Put<[](void* c, const AKString& title) {
+               unsigned int place = 0;
+               if (!title.IsPureAscii(&place)) throw place;
+               kReal.setTitle.Call(c, title);
+             }>(&t->control.setTitle);
+           }},
+          {"control.getTitle", "cut behind a NUL or at 100 bytes", GET(getTitle, value.SubString(0, 100))},
+          {"control.getRange", "turns a range round",
+           [](Tables* t) {
+             Put<[](void* c, double least, double most) {
+               kReal.setRange.Call(c, std::fmin(least, most), std::fmax(least, most));
+             }>(&t->control.setRange);
+           }},
+          {"control.setRange", "throws for what is no number",
+           [](Tables* t) {
+             Put<[](void* c, double least, double most) {
+               if (std::isnan(least)) throw most;
+               kReal.setRange.Call(c, least, most);
+             }>(&t->control.setRange);
+           }},
+          {"control.getRange", "single precision",
+           [](Tables* t) {
+             Put<[](void* c, double* least, double* most) {
+               kReal.getRange.Call(c, least, most);
+               if (most != nullptr) *most = static_cast<double>(static_cast<float>(*most));
+             }>(&t->control.getRange);
+           }},
+          {"control.getXPMIcon", "keeps a copy",
+           [](Tables* t) {
+             Put<[](void* c, const char** icon) {
+               static const char* copy[3];
+               if (icon != nullptr) std::copy_n(icon, 3, copy);
+               kReal.setXPMIcon.Call(c, icon == nullptr ? nullptr : copy);
+             }>(&t->control.setXPMIcon);
+           }},
+          {"control.setXPMIcon", "reads one that is null",
+           [](Tables* t) {
+             Put<[](void* c, const char** icon) {
+               kReal.setXPMIcon.Call(c, *static_cast<const char* volatile*>(icon) == nullptr ? nullptr : icon);
+             }>(&t->control.setXPMIcon);
+           }},
+          {"control.getXPMIcon", "null",
+           [](Tables* t) { Put<[](void*) { return static_cast<const char**>(nullptr); }>(&t->control.getXPMIcon); }},
+          {"control.refresh", "sets the value back",
+           [](Tables* t) { Put<[](void* c) { kReal.setValueAsFloat64.Call(c, 0); }>(&t->control.refresh); }}};
 }
 
 std::vector<HostMutant> MenuMutants() {
@@ -161,7 +157,8 @@ std::vector<HostMutant> ValueMutants() {
       {"control.getValueAsFloat32", "half of it", GET(getValueAsFloat32, value / 2)},
       {"control.getValueAsFloat64", "single precision", GET(getValueAsFloat64, double(float(value)))},
       {"control.getValueAsTimeHMS", "none below 0", GET(getValueAsTimeHMS, std::fmax(value, 0))},
-      {"control.getValueAsAGColor", "opaque", GET(getValueAsAGColor, AGColor(value.Red(), value.Green(), value.Blue()))},
+      {"control.getValueAsAGColor", "opaque",
+       GET(getValueAsAGColor, AGColor(value.Red(), value.Green(), value.Blue()))},
       {"control.getValuePrecision", "at most 9", SET(setValuePrecision, int, std::min(value, 9))},
       {"control.setValuePrecision", "throws below 0",
        [](Tables* t) {
@@ -171,27 +168,29 @@ std::vector<HostMutant> ValueMutants() {
          }>(&t->control.setValuePrecision);
        }},
       {"control.getValueAsString", "cut", SET(setValueAsString, const AKString&, value.SubString(0, 64))},
-      {"control.setValueAsString", "no number of a text", [](Tables* t) {
+      {"control.setValueAsString", "no number of a text",
+       [](Tables* t) {
          Put<[](void* c, const AKString& value) {
            if (value.Length() != 3) kReal.setValueAsString.Call(c, value);
          }>(&t->control.setValueAsString);
        }},
       {"control.getValueAsBool", "the contrary is set", SET(setValueAsBool, bool, !value)},
-      {"control.getValueAsSInt", "set as unsigned", [](Tables* t) {
-         Put<[](void* c, int value) {
-           kReal.setValueAsUInt.Call(c, static_cast<unsigned int>(value));
-         }>(&t->control.setValueAsSInt);
+      {"control.getValueAsSInt", "set as unsigned",
+       [](Tables* t) {
+         Put<[](void* c, int value) { kReal.setValueAsUInt.Call(c, static_cast<unsigned int>(value)); }>(
+             &t->control.setValueAsSInt);
        }},
       {"control.setValueAsSInt", "7 is another number", SET(setValueAsSInt, int, value == 7 ? 8 : value)},
-      {"control.getValueAsUInt", "set as signed", [](Tables* t) {
-         Put<[](void* c, unsigned int value) {
-           kReal.setValueAsSInt.Call(c, static_cast<int>(value));
-         }>(&t->control.setValueAsUInt);
+      {"control.getValueAsUInt", "set as signed",
+       [](Tables* t) {
+         Put<[](void* c, unsigned int value) { kReal.setValueAsSInt.Call(c, static_cast<int>(value)); }>(
+             &t->control.setValueAsUInt);
        }},
       {"control.getValueAsFloat32", "whole numbers are set", SET(setValueAsFloat32, float, std::trunc(value))},
       {"control.getValueAsFloat64", "0 for what is no number",
        SET(setValueAsFloat64, double, std::isnan(value) ? 0 : value)},
-      {"control.setValueAsFloat64", "throws for infinity", [](Tables* t) {
+      {"control.setValueAsFloat64", "throws for infinity",
+       [](Tables* t) {
          Put<[](void* c, double value) {
            if (std::isinf(value) && kReal.getValueAsFloat64.Call(c) != 5e-324) throw value;
            kReal.setValueAsFloat64.Call(c, value);

@@ -109,9 +109,7 @@ std::vector<HostMutant> GeneralMutants() {
          };
        }},
       {"general.windowProgress", "gives back percent",
-       [](Tables* t) {
-         t->general.windowProgress = [](unsigned int, double, const AKString&) { return 100; };
-       }},
+       [](Tables* t) { t->general.windowProgress = [](unsigned int, double, const AKString&) { return 100; }; }},
   };
 }
 

@@ -18,8 +18,7 @@ std::vector<HostMutant> HandlerMutants() {
       {"handler.construct", "leaves the wrapper empty",
        [](Tables* t) { t->handler.construct = [](AKHandler*, NKTreeHandler*) {}; }},
       {"handler.destruct", "frees nothing", [](Tables* t) { t->handler.destruct = [](AKHandler*) {}; }},
-      {"handler.isActive", "always",
-       [](Tables* t) { Put<[](void*) { return true; }>(&t->handler.isActive); }},
+      {"handler.isActive", "always", [](Tables* t) { Put<[](void*) { return true; }>(&t->handler.isActive); }},
       {"handler.actionName", "none is set",
        [](Tables* t) { Put<[](void*, const AKString&) {}>(&t->handler.setActionName); }},
       {"handler.actionName", "loses the last byte",
@@ -30,7 +29,8 @@ std::vector<HostMutant> HandlerMutants() {
        [](Tables* t) {
          Put<[](void* h, const AKObjectArray& objects, AKObject* parent, AKHandlerLinkMode mode) {
            int status = 0;
-           for (AKObject* one : objects) status = status != 0 ? status : kReal.addObjects.Call(h, One(one), parent, mode);
+           for (AKObject* one : objects)
+             status = status != 0 ? status : kReal.addObjects.Call(h, One(one), parent, mode);
            return status;
          }>(&t->handler.addObjects);
        }},
@@ -57,9 +57,8 @@ std::vector<HostMutant> HandlerMutants() {
        }},
       {"handler.deleteObjects", "leaves them all",
        [](Tables* t) {
-         Put<[](void* h, const AKObjectArray& objects) {
-           return kReal.reviseObjects.Call(h, objects);
-         }>(&t->handler.deleteObjects);
+         Put<[](void* h, const AKObjectArray& objects) { return kReal.reviseObjects.Call(h, objects); }>(
+             &t->handler.deleteObjects);
        }},
       {"handler.reviseObjects", "status 0 for objects of no document",
        [](Tables* t) {

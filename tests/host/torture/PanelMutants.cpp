@@ -33,9 +33,8 @@ std::vector<HostMutant> PanelMutants() {
        }},
       {"panel.getProperty", "an ID of 16 bits",
        [](Tables* t) {
-         Put<[](void* p, unsigned int selector) {
-           return kReal.getProperty.Call(p, selector) & 0xFFFF;
-         }>(&t->panel.getProperty);
+         Put<[](void* p, unsigned int selector) { return kReal.getProperty.Call(p, selector) & 0xFFFF; }>(
+             &t->panel.getProperty);
        }},
       {"panel.getPanelSize", "width and height are mixed up",
        [](Tables* t) {
@@ -57,9 +56,8 @@ std::vector<HostMutant> PanelMutants() {
        }},
       {"panel.setPanelTitle", "cuts titles",
        [](Tables* t) {
-         Put<[](void* p, const AKString& title) {
-           kReal.setPanelTitle.Call(p, title.SubString(0, 255));
-         }>(&t->panel.setPanelTitle);
+         Put<[](void* p, const AKString& title) { kReal.setPanelTitle.Call(p, title.SubString(0, 255)); }>(
+             &t->panel.setPanelTitle);
        }},
       {"panel.getPanelTitle", "empty",
        [](Tables* t) { Put<[](void*) { return AKString(); }>(&t->panel.getPanelTitle); }},

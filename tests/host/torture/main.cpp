@@ -19,8 +19,8 @@ namespace {
 
 HostTables RealTables() {
   const AKHostServiceRecord record = Host::Instance().ServiceRecord();
-  return {record, *record.generalTable, *record.classTable, *record.handlerTable, *record.controlTable,
-          *record.panelTable};
+  return {
+      record, *record.generalTable, *record.classTable, *record.handlerTable, *record.controlTable, *record.panelTable};
 }
 
 std::vector<HostMutant> AllMutants() {
@@ -71,7 +71,8 @@ bool Try(const std::string& bundle, const HostMutant& mutant, bool* isSkipped) {
   *isSkipped = validator::HasSanitizer() && (fault.find("frees nothing") == 0 || fault.find("forgets panels") == 0);
   if (*isSkipped || (result && IsFound(mutant, *result))) return true;
   std::printf("NOT FOUND: %s: %s\n", mutant.entry, mutant.fault);
-  if (result) std::printf("%s%s\n%s\n", result->text.c_str(), result->outcome.seen.c_str(), result->outcome.output.c_str());
+  if (result)
+    std::printf("%s%s\n%s\n", result->text.c_str(), result->outcome.seen.c_str(), result->outcome.output.c_str());
   return false;
 }
 
@@ -85,7 +86,8 @@ int FindAll(const std::string& bundle, std::size_t part, std::size_t parts) {
     tried += isSkipped ? 0 : 1;
     found += isFound && !isSkipped ? 1 : 0;
   }
-  std::printf("%zu of %zu wrong hosts found: %.0f %%\n", found, tried, 100.0 * static_cast<double>(found) / static_cast<double>(tried));
+  std::printf("%zu of %zu wrong hosts found: %.0f %%\n", found, tried,
+              100.0 * static_cast<double>(found) / static_cast<double>(tried));
   return found == tried && tried != 0 ? 0 : 1;
 }
 
