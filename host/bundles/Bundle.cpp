@@ -5,6 +5,10 @@
 
 #include <cerrno>
 #include <cstring>
+#include <filesystem>
+#include <system_error>
+
+#include "host/model/InstanceCall.h"
 
 namespace host {
 namespace {
@@ -27,6 +31,23 @@ Result<> CheckSlots(const Bundle& bundle) {
   return {};
 }
 
+// The watch of calls knows that the bundle's code runs, that of its static objects too, as long as this lives.
+class WatchedStart {
+ public:
+  explicit WatchedStart(const std::string& file) : watch_(InstanceCall::Watch()) {
+    std::error_code none;
+    if (watch_ != nullptr) watch_->Starts(std::filesystem::absolute(file, none).string());
+  }
+  WatchedStart(const WatchedStart&) = delete;
+  WatchedStart& operator=(const WatchedStart&) = delete;
+  ~WatchedStart() {
+    if (watch_ != nullptr) watch_->Started();
+  }
+
+ private:
+  CallWatch* watch_;
+};
+
 }  // namespace
 
 Bundle::Bundle(std::string path, void* library)
@@ -42,6 +63,7 @@ Result<std::unique_ptr<Bundle>> Bundle::Load(const std::string& path, AKHostServ
   if (access(file.c_str(), R_OK) != 0) {
     return Problem(N_("can't open bundle \"%s\": %s"), {path, std::strerror(errno)});
   }
+  const WatchedStart watched(file);
   void* library = dlopen(file.c_str(), RTLD_NOW | RTLD_LOCAL);
   if (library == nullptr) {
     const char* reason = dlerror();

@@ -73,6 +73,7 @@ void InstanceCall::Refuse(const char* what, const char* advice) const {
 }
 
 void InstanceCall::SetWatch(CallWatch* watch) { sWatch = watch; }
+CallWatch* InstanceCall::Watch() { return sWatch; }
 
 bool InstanceCall::MayRun() const {
   if (depth_ <= kDeepest) return true;

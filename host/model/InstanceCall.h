@@ -35,6 +35,7 @@ class InstanceCall {
 
   /// Who is told of all calls from now on; null for nobody.
   static void SetWatch(CallWatch* watch);
+  static CallWatch* Watch();
 
   /// False within a method from which documents can't be changed. It is logged then, once while the outermost method
   /// runs, with the name of what the plug-in called.
