@@ -112,13 +112,18 @@ void AskDialogsOpen(Examiner* examiner, AKGUIDesc*) {
   const auto panel = std::make_unique<AKGUIDesc>("-title:\"A dialog\"");
   panel->NewController("-id:1 -type:Button -title:Close -pos:(10;10) -dim:(100;22)");
   constexpr int kBefore = 12345;
-  int result = kBefore;
-  Call call("panel.openModalDialog", "open a dialog that its procedure closes with 17", kPanelSection);
-  const auto proc = static_cast<AKModalProc>(&Examiner::Dialog);
-  const int status = call([&] { return panel->OpenModalDialog(proc, examiner, &result); });
-  call.Expect(status == 0 || status == -1, "status 0, or -1 without a window", TextOf(status));
-  call.ExpectIs(status == 0 ? 17 : kBefore, result);
+  int status = -1;
+  const auto open = [&](const char* done, int (Examiner::*proc)(AKGUIDesc&, AKGUIEvent&)) {
+    int result = kBefore;
+    Call call("panel.openModalDialog", done, kPanelSection);
+    status = call([&] { return panel->OpenModalDialog(static_cast<AKModalProc>(proc), examiner, &result); });
+    call.Expect(status == 0 || status == -1, "status 0, or -1 without a window", TextOf(status));
+    call.ExpectIs(status == 0 ? 17 : kBefore, result);
+  };
+  open("open a dialog whose button closes it with 17", &Examiner::CloseByButton);
+  open("open a dialog that its procedure closes with 17 as soon as it is filled", &Examiner::CloseAtOnce);
   Call again("panel.openModalDialog", "open it once more without a place for the result", kPanelSection);
+  const auto proc = static_cast<AKModalProc>(&Examiner::CloseAtOnce);
   again.ExpectStatus(status, again([&] { return panel->OpenModalDialog(proc, examiner, nullptr); }));
 }
 

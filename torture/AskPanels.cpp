@@ -117,7 +117,7 @@ void AskDialogsRefused(const Moment& moment) {
   if (panel == nullptr) return;
   constexpr int kBefore = 12345;
   auto* const object = const_cast<AKObject*>(moment.Object());
-  const auto proc = static_cast<AKModalProc>(&Examiner::Dialog);
+  const auto proc = static_cast<AKModalProc>(&Examiner::CloseAtOnce);
   const auto refuse = [&](const char* done, AKModalProc one, AKObject* of, const char* section) {
     int result = kBefore;
     Call call("panel.openModalDialog", done, section);

@@ -169,11 +169,22 @@ void Examiner::Change(AKGUIDesc& panel, AKGUIEvent& event) {
   }
 }
 
-int Examiner::Dialog(AKGUIDesc& panel, AKGUIEvent&) {
-  Lives::Uses(this, "slot.akmInspector");
-  AskAt(Moment(MomentID::kDialog, this));
+void Examiner::Close(AKGUIDesc& panel) {
   Call close("panel.closeDialog", "close the dialog from within its procedure, with 17", kPanelSection);
   close([&] { panel.CloseDialog(17); });
+}
+
+int Examiner::CloseAtOnce(AKGUIDesc& panel, AKGUIEvent& event) {
+  Lives::Uses(this, "slot.akmInspector");
+  AskAt(Moment(MomentID::kDialog, this));
+  if (event.kind == AKGUIEvent::kFillControls) Close(panel);
+  return 0;
+}
+
+int Examiner::CloseByButton(AKGUIDesc& panel, AKGUIEvent& event) {
+  Lives::Uses(this, "slot.akmInspector");
+  AskAt(Moment(MomentID::kDialog, this));
+  if (event.kind == AKGUIEvent::kControlChanged) Close(panel);
   return 0;
 }
 

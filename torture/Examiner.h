@@ -37,10 +37,13 @@ class Examiner final : public AKObjectClass<Examiner, AKObjectSymbolVect> {
   int akmDraw(const AGContext& context, const AKDrawEvent& event) const;
   AGRect akmGetNaturalBounds() const;
   int akmInspector(AKGUIDesc& panel, AKGUIEvent& event);
-  /// Takes the events of its dialogs.
-  int Dialog(AKGUIDesc& panel, AKGUIEvent& event);
+  /// Takes the events of its dialogs, and closes them with 17: as soon as they are filled, or when their button is
+  /// pressed.
+  int CloseAtOnce(AKGUIDesc& panel, AKGUIEvent& event);
+  int CloseByButton(AKGUIDesc& panel, AKGUIEvent& event);
 
  private:
+  void Close(AKGUIDesc& panel);
   void Change(AKGUIDesc& panel, AKGUIEvent& event);
 
   double value_ = 0.5;

@@ -17,6 +17,7 @@ bool TortureInterface::ShowProgress(double fraction, const std::string&) {
 }
 
 int TortureInterface::RunDialog(HostPanel&, const std::function<int(AKGUIEvent&)>& send) {
+  result_ = 0;  // as in a window, what was closed before is not what is shown now
   AKGUIEvent event;
   event.kind = AKGUIEvent::kControlChanged;
   event.ctrlID = 1;
