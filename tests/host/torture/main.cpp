@@ -53,7 +53,10 @@ bool IsFound(const HostMutant& mutant, const TortureResult& result) {
   if (json.find("\"entry\":\"" + entry + "\"") != json.npos || json.find("\"entry\":\"" + table + "\"") != json.npos) {
     return true;
   }
-  if (result.outcome.end == validator::Outcome::End::kKilled) return json.find("\"" + entry + " at ") != json.npos;
+  // A sanitizer ends the process by itself.
+  const auto end = result.outcome.end;
+  if (end == validator::Outcome::End::kKilled || end == validator::Outcome::End::kExited)
+    return json.find("\"" + entry + " at ") != json.npos;
   if (entry == "general.logMessage") return result.outcome.doing == "look at the log";
   const std::size_t list = json.find("\"entriesNotReached\":");
   return json.substr(list, json.find("\n", list) - list).find("\"" + entry + "\"") != json.npos;
