@@ -1,6 +1,6 @@
 # What plug-in authors get: the kit's libraries and headers, a CMake package "AKKit" with the targets AKKit::Platform,
 # AKKit::Kit and AKKit::Graphics and the function akkit_add_bundle, a pkg-config file "akkit"; and the host with its
-# bundle.
+# bundle and the one that examines hosts.
 include(CMakePackageConfigHelpers)
 
 set(include_folder ${CMAKE_INSTALL_INCLUDEDIR}/akkit)
@@ -43,13 +43,15 @@ install(FILES ${CMAKE_BINARY_DIR}/akkit.pc DESTINATION ${CMAKE_INSTALL_LIBDIR}/p
 
 # The program and the bundle find the native layer by where they lie themselves, so the whole tree may be moved.
 set(plugin_folder lib/objecthost/plugins)
+set(torture_folder lib/objecthost/torture)  # where bundles are not looked for
 file(RELATIVE_PATH from_program /${CMAKE_INSTALL_BINDIR} /${CMAKE_INSTALL_LIBDIR})
 file(RELATIVE_PATH from_plugins /${plugin_folder} /${CMAKE_INSTALL_LIBDIR})
 set_target_properties(objecthost PROPERTIES INSTALL_RPATH "$ORIGIN/${from_program}")
-set_target_properties(StdRectangle PROPERTIES INSTALL_RPATH "$ORIGIN/${from_plugins}")
+set_target_properties(StdRectangle HostTorture PROPERTIES INSTALL_RPATH "$ORIGIN/${from_plugins}")
 if(AK_WINDOW)
   set_target_properties(objecthost-window PROPERTIES INSTALL_RPATH "$ORIGIN/${from_program}")
   install(TARGETS objecthost-window RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
 endif()
 install(TARGETS objecthost RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
 install(TARGETS StdRectangle LIBRARY DESTINATION ${plugin_folder})
+install(TARGETS HostTorture LIBRARY DESTINATION ${torture_folder})

@@ -99,8 +99,8 @@ BundleSet& Program::Bundles() { return *sBundles; }
 namespace {
 
 int RunCommand(const Command& command, const Invocation& invocation, const std::vector<std::string>& arguments) {
-  // "info" and "validate" look at one bundle by itself, and a new one needs none.
-  for (const Command* alone : {&kInfoCommand, &kValidateCommand, &kNewPluginCommand}) {
+  // "info", "validate" and "torture" look at one bundle by itself, and a new one needs none.
+  for (const Command* alone : {&kInfoCommand, &kValidateCommand, &kTortureCommand, &kNewPluginCommand}) {
     if (command.run == alone->run) return command.run(arguments);
   }
   BundleSet bundles(Program::ExecutablePath(), ProbeMemory::DefaultFile());
@@ -138,7 +138,7 @@ int RunProgram(const std::vector<std::string>& words) {
   if (command->run == kWindowCommand.run) return command->run(arguments);  // it is another program
   // Validation uses bundles in processes of its own alone, whose output it keeps, and may begin anew with a
   // sanitizer's.
-  if (command->run != kValidateCommand.run) Output::TakeOver();
+  if (command->run != kValidateCommand.run && command->run != kTortureCommand.run) Output::TakeOver();
   return Finish(RunCommand(*command, invocation, arguments));
 }
 

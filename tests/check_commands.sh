@@ -23,7 +23,7 @@ expect() {
 }
 
 expect 0 '^usage: objecthost' --help
-for command in new add list get set draw inspect info validate demo verify gallery text; do
+for command in new add list get set draw inspect info validate torture demo verify gallery text; do
   expect 0 "^usage: objecthost $command" "$command" --help
 done
 

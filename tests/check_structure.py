@@ -22,6 +22,7 @@ LAYERS = {
     "kit": set(),
     "graphics": {"kit", "platform/include"},
     "plugin": {"graphics", "kit"},
+    "torture": {"graphics", "kit"},
     "host": {"graphics", "kit", "platform/include"},
 }
 # The rooms of a layer, lowest first: a file includes nothing of a room above its own. What lies beside the rooms gathers
@@ -131,7 +132,7 @@ def main():
     root = pathlib.Path(sys.argv[1])
     sources = sorted(
         str(path.relative_to(root))
-        for layer in ("platform", "kit", "graphics", "plugin", "host")
+        for layer in ("platform", "kit", "graphics", "plugin", "torture", "host")
         for path in (root / layer).rglob("*")
         if path.suffix in (".h", ".cpp"))
     if len(sources) < 20:

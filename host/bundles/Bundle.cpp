@@ -5,6 +5,10 @@
 
 #include <cerrno>
 #include <cstring>
+#include <filesystem>
+#include <system_error>
+
+#include "host/model/InstanceCall.h"
 
 namespace host {
 namespace {
@@ -27,6 +31,23 @@ Result<> CheckSlots(const Bundle& bundle) {
   return {};
 }
 
+// The watch of calls knows that the bundle's code runs, that of its static objects too, as long as this lives.
+class WatchedStart {
+ public:
+  explicit WatchedStart(const std::string& file) : watch_(InstanceCall::Watch()) {
+    std::error_code none;
+    if (watch_ != nullptr) watch_->Starts(std::filesystem::absolute(file, none).string());
+  }
+  WatchedStart(const WatchedStart&) = delete;
+  WatchedStart& operator=(const WatchedStart&) = delete;
+  ~WatchedStart() {
+    if (watch_ != nullptr) watch_->Started();
+  }
+
+ private:
+  CallWatch* watch_;
+};
+
 }  // namespace
 
 Bundle::Bundle(std::string path, void* library)
@@ -37,11 +58,12 @@ Bundle::~Bundle() {
   dlclose(library_);
 }
 
-Result<std::unique_ptr<Bundle>> Bundle::Load(const std::string& path) {
+Result<std::unique_ptr<Bundle>> Bundle::Load(const std::string& path, AKHostServiceRecord services) {
   const std::string file = FileToOpen(path);
   if (access(file.c_str(), R_OK) != 0) {
     return Problem(N_("can't open bundle \"%s\": %s"), {path, std::strerror(errno)});
   }
+  const WatchedStart watched(file);
   void* library = dlopen(file.c_str(), RTLD_NOW | RTLD_LOCAL);
   if (library == nullptr) {
     const char* reason = dlerror();
@@ -54,8 +76,8 @@ Result<std::unique_ptr<Bundle>> Bundle::Load(const std::string& path) {
   if (entry == nullptr) {
     return Problem(N_("\"%s\" is no bundle: it has no pluginMain"), {path});
   }
-  AKHostServiceRecord record = Host::Instance().ServiceRecord();
-  const int status = entry(&record);
+  const SessionRegistry::NoCurrent none(Host::Instance().Sessions());
+  const int status = entry(&services);
   bundle->classCount_ = Host::Instance().Classes().Classes().size() - bundle->firstClass_;
   if (status != 0) {
     return Problem(N_("bundle \"%s\" refused to start: its pluginMain returned status %s"),

@@ -16,7 +16,11 @@ namespace host {
 class Bundle {
  public:
   /// Fails when the bundle can't be used.
-  static Result<std::unique_ptr<Bundle>> Load(const std::string& path);
+  static Result<std::unique_ptr<Bundle>> Load(const std::string& path) {
+    return Load(path, Host::Instance().ServiceRecord());
+  }
+  /// The same with services of the caller's own, whose tables outlive the bundle.
+  static Result<std::unique_ptr<Bundle>> Load(const std::string& path, AKHostServiceRecord services);
 
   Bundle(const Bundle&) = delete;
   Bundle& operator=(const Bundle&) = delete;

@@ -10,6 +10,9 @@ namespace {
 
 std::uint64_t BytesOf(AKClassID id) { return std::bit_cast<std::uint64_t>(id); }
 
+// A name of at most 7 characters with nothing but NULs behind it.
+bool IsWellFormed(AKClassID id) { return id.chars[sizeof(id.chars) - 1] == '\0' && id == AKClassID(id.chars); }
+
 }  // namespace
 
 ClassRegistry::ClassRegistry() {
@@ -39,7 +42,8 @@ void ClassRegistry::Add(std::unique_ptr<AKClass> record, bool fromBundle) {
 }
 
 int ClassRegistry::Register(const AKClassInfo& info, AKClass** out) {
-  const bool complete = !(info.classID == kAKNullClassID) && info.className != nullptr && info.className[0] != '\0' &&
+  const bool named = !(info.classID == kAKNullClassID) && IsWellFormed(info.classID);
+  const bool complete = named && info.className != nullptr && info.className[0] != '\0' &&
                         info.constructor != nullptr && info.destructor != nullptr && info.instanceSize != 0;
   if (out == nullptr || !complete) return AKLogError(kStatusBadInfo, "The description of a class is not complete");
   if (Find(info.classID) != nullptr) {

@@ -38,6 +38,8 @@ class ClassRegistry {
   /// Null when there is none.
   AKClass* Find(AKClassID id) const;
   const RegisteredClass* FindEntry(AKClassID id) const;
+  /// True for the record of a registered class.
+  bool Has(const AKClass* record) const { return byRecord_.contains(record); }
   AKClass* Top() const { return classes_.front().record.get(); }
   const std::deque<RegisteredClass>& Classes() const { return classes_; }
 

@@ -10,7 +10,8 @@ void InstanceDeleter::operator()(AKObject* object) const {
   if (InstanceCall::IsTooDeep()) return InstanceCall::Destroy(Instance(object));
   const AKClass& cls = *object->Class();
   const InstanceCall call(cls, kAKMethodDelete, object);
-  if (HasSlot(cls, kAKMethodDelete)) CallSlot<int>(cls, kAKMethodDelete, object);
+  // No CallSlot: the two are one method, which either runs or waits.
+  if (HasSlot(cls, kAKMethodDelete)) AKCallMember<int>(cls.methods[kAKMethodDelete], object);
   cls.destructor(object);
 }
 

@@ -40,6 +40,7 @@ const std::vector<Command>& Commands() {
       kBundlesCommand,
       kNewPluginCommand,
       kValidateCommand,
+      kTortureCommand,
       kWindowCommand,
       kDemoCommand,
       kVerifyCommand,

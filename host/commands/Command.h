@@ -36,6 +36,7 @@ extern const Command kInfoCommand;
 extern const Command kBundlesCommand;
 extern const Command kNewPluginCommand;
 extern const Command kValidateCommand;
+extern const Command kTortureCommand;
 extern const Command kWindowCommand;
 extern const Command kDemoCommand;
 extern const Command kVerifyCommand;

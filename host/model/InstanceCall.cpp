@@ -1,8 +1,9 @@
 #include "host/model/InstanceCall.h"
 
+#include <deque>
 #include <string>
+#include <unordered_set>
 #include <utility>
-#include <vector>
 
 #include "host/HostLog.h"
 #include "host/listings/MethodName.h"
@@ -16,8 +17,13 @@ bool sIsDestroying = false;
 CallWatch* sWatch = nullptr;
 
 // Empty but for the end of a call that removed something, so nothing is left when bundles go.
-std::vector<Instance>& Leaving() {
-  static std::vector<Instance> leaving;
+struct Leavers {
+  std::deque<Instance> instances;
+  std::unordered_set<const AKObject*> all;  // of them
+};
+
+Leavers& Leaving() {
+  static Leavers leaving;
   return leaving;
 }
 
@@ -50,8 +56,10 @@ InstanceCall::~InstanceCall() {
   sToldOf = false;
   sIsDestroying = true;
   // A method that runs on deletion may remove further instances.
-  while (!Leaving().empty()) {
-    const std::vector<Instance> last = std::exchange(Leaving(), {});
+  for (Leavers& leaving = Leaving(); !leaving.instances.empty();) {
+    const Instance last = std::move(leaving.instances.front());
+    leaving.instances.pop_front();
+    leaving.all.erase(last.get());
   }
   sIsDestroying = false;
 }
@@ -65,6 +73,7 @@ void InstanceCall::Refuse(const char* what, const char* advice) const {
 }
 
 void InstanceCall::SetWatch(CallWatch* watch) { sWatch = watch; }
+CallWatch* InstanceCall::Watch() { return sWatch; }
 
 bool InstanceCall::MayRun() const {
   if (depth_ <= kDeepest) return true;
@@ -93,7 +102,11 @@ bool InstanceCall::IsRunning(const AKObject* object) {
 bool InstanceCall::IsTooDeep() { return sInnermost != nullptr && sInnermost->depth_ >= kDeepest; }
 
 void InstanceCall::Destroy(Instance instance) {
-  if (instance && sInnermost != nullptr) Leaving().push_back(std::move(instance));
+  if (!instance || sInnermost == nullptr) return;
+  Leaving().all.insert(instance.get());
+  Leaving().instances.push_back(std::move(instance));
 }
+
+bool InstanceCall::IsLeaving(const AKObject* object) { return Leaving().all.contains(object); }
 
 }  // namespace host

@@ -35,6 +35,7 @@ class InstanceCall {
 
   /// Who is told of all calls from now on; null for nobody.
   static void SetWatch(CallWatch* watch);
+  static CallWatch* Watch();
 
   /// False within a method from which documents can't be changed. It is logged then, once while the outermost method
   /// runs, with the name of what the plug-in called.
@@ -44,6 +45,8 @@ class InstanceCall {
   /// True while a method of the object runs.
   static bool IsRunning(const AKObject* object);
   static bool IsTooDeep();
+  /// True for one that Destroy keeps.
+  static bool IsLeaving(const AKObject* object);
   /// Destroys the instance, now or when the outermost call ends.
   static void Destroy(Instance instance);
 

@@ -4,6 +4,8 @@
 
 #include <cstdarg>
 #include <filesystem>
+#include <optional>
+#include <utility>
 
 #include "host/Host.h"
 #include "host/UserInterface.h"
@@ -21,6 +23,20 @@ std::string BundleOf(const AKClass& cls) {
   if (dladdr(reinterpret_cast<void*>(cls.constructor), &where) == 0 || where.dli_fname == nullptr) return "objecthost";
   return std::filesystem::path(where.dli_fname).filename();
 }
+
+// A dialog that is filled for the first time: its procedure may close it before it is shown.
+struct Opening {
+  explicit Opening(const HostPanel* opened) : panel(opened), outer(std::exchange(innermost, this)) {}
+  Opening(const Opening&) = delete;
+  Opening& operator=(const Opening&) = delete;
+  ~Opening() { innermost = outer; }
+
+  const HostPanel* panel;
+  Opening* outer;
+  std::optional<int> result;  // what it was closed with
+
+  static inline Opening* innermost = nullptr;
+};
 
 // An empty format comes from a panel without a description.
 void Construct(AKGUIDesc* wrapper, const char* format, va_list list) {
@@ -146,13 +162,23 @@ int HostPanel::OpenModalDialog(AKGUIDesc::ModalProc proc, AKObject* object, int*
   const auto send = [&](AKGUIEvent& event) { return (object->*proc)(*wrapper_, event); };
   AKGUIEvent fill;
   fill.kind = AKGUIEvent::kFillControls;
-  send(fill);
-  const int answer = interface->RunDialog(*this, send);
+  std::optional<int> closed;
+  {
+    const Opening opening(this);
+    send(fill);
+    closed = opening.result;
+  }
+  const int answer = closed ? *closed : interface->RunDialog(*this, send);
   if (result != nullptr) *result = answer;
   return 0;
 }
 
 void HostPanel::CloseDialog(int result) {
+  for (Opening* opening = Opening::innermost; opening != nullptr; opening = opening->outer) {
+    if (opening->panel != this) continue;
+    opening->result = result;
+    return;
+  }
   if (UserInterface* const interface = Host::Instance().userInterface) interface->CloseDialog(*this, result);
 }
 

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <utility>
 #include <vector>
 
 class AKObject;
@@ -19,6 +20,20 @@ class SessionRegistry {
   DocumentSession* Find(std::uint64_t serial) const;
   /// True when the instance is in one of their documents.
   bool Has(const AKObject* instance) const;
+
+  /// While one lives no session is the current one: a bundle starts, which has no document yet.
+  class NoCurrent {
+   public:
+    explicit NoCurrent(SessionRegistry& registry)
+        : registry_(registry), before_(std::exchange(registry.current_, nullptr)) {}
+    NoCurrent(const NoCurrent&) = delete;
+    NoCurrent& operator=(const NoCurrent&) = delete;
+    ~NoCurrent() { registry_.current_ = before_; }
+
+   private:
+    SessionRegistry& registry_;
+    DocumentSession* before_;
+  };
 
   /// A session adds itself, and gets its number.
   std::uint64_t Add(DocumentSession& session);

@@ -75,32 +75,61 @@ void BundleAtWork::Note(const AKClass* cls) {
   page_->runs = 0;
   if (cls == nullptr) return;
   std::atomic_signal_fence(std::memory_order_seq_cst);  // the path never stands there half while it counts
-  if (cls != noted_) {
-    const std::string& path = PathOf(*cls);
-    std::memcpy(page_->path, path.c_str(), path.size() + 1);
-    noted_ = cls;
-  }
+  if (cls != noted_) NotePath(PathOf(*cls));
+  noted_ = cls;
   std::atomic_signal_fence(std::memory_order_seq_cst);
   page_->runs = page_->path[0] != '\0';
+}
+
+void BundleAtWork::NotePath(const std::string& path) {
+  const std::size_t size = path.size() < sizeof(page_->path) ? path.size() : 0;
+  std::memcpy(page_->path, path.c_str(), size);
+  page_->path[size] = '\0';
+}
+
+void BundleAtWork::KeepAll() {
+  keeps_ = true;
+  try {
+    beforeFirst_();
+  } catch (const std::bad_alloc&) {
+    // Nothing could be kept; that is no reason not to go on.
+  }
+  keeps_ = false;
+}
+
+void BundleAtWork::NoteStart() {
+  if (page_ == nullptr) return;
+  page_->runs = 0;
+  std::atomic_signal_fence(std::memory_order_seq_cst);
+  NotePath(starting_);
+  noted_ = nullptr;
+  std::atomic_signal_fence(std::memory_order_seq_cst);
+  page_->runs = 1;
+}
+
+void BundleAtWork::Starts(const std::string& path) {
+  KeepAll();
+  starting_ = path;
+  NoteStart();
+}
+
+void BundleAtWork::Started() {
+  starting_.clear();
+  Note(nullptr);
 }
 
 // A drawing calls the same method of one class thousands of times.
 void BundleAtWork::Begins(const AKClass& cls, unsigned int slot) {
   const Method method{&cls, slot};
-  if (!keeps_ && method != last_ && known_.insert(method).second) {
-    keeps_ = true;
-    try {
-      beforeFirst_();
-    } catch (const std::bad_alloc&) {
-      // Nothing could be kept; that is no reason not to go on.
-    }
-    keeps_ = false;
-  }
+  if (!keeps_ && method != last_ && known_.insert(method).second) KeepAll();
   if (!keeps_) last_ = method;
   Note(&cls);
 }
 
-void BundleAtWork::Ended(const AKClass* outer) { Note(outer); }
+void BundleAtWork::Ended(const AKClass* outer) {
+  if (outer == nullptr && !starting_.empty()) return NoteStart();
+  Note(outer);
+}
 
 std::vector<std::string> BundleAtWork::TakeLeft() {
   std::vector<std::string> left;

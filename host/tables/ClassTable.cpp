@@ -160,8 +160,8 @@ int ReinitObjectFromFile(AKObject* object, const AKFile& file) {
 
 void DeleteObject(AKObject* object) {
   if (object == nullptr) return;
-  if (InstanceCall::IsRunning(object) || LayerObject::LayerOf(object) != kNoLayerID ||
-      Host::Instance().Sessions().Has(object)) {
+  if (InstanceCall::IsRunning(object) || InstanceCall::IsLeaving(object) ||
+      LayerObject::LayerOf(object) != kNoLayerID || Host::Instance().Sessions().Has(object)) {
     return HostLog::Instance().Take(
         "DeleteObject of an object that the host still uses was refused: AKHandler::DeleteObjects takes objects out of "
         "their document, which ends them",

@@ -1,5 +1,5 @@
 // The general service table.
-#include <algorithm>
+#include <cmath>
 
 #include "host/Host.h"
 #include "host/HostLog.h"
@@ -44,12 +44,14 @@ int ChooseFile(AKFilePath& path, const AKString& title, const AKString& extensio
 }
 
 // Of the progress window the command is 0 to show it and 1 to close it; the fraction runs from 0 to 1. The result is 1
-// when the user wants the work to stop, else 0.
+// when the user wants the work to stop, else 0. What is no number counts as 0.
 int ShowProgress(unsigned int command, double fraction, const AKString& text) {
   constexpr double kClose = 2;  // beyond the end
   UserInterface* const interface = Host::Instance().userInterface;
   if (interface == nullptr) return 0;
-  return interface->ShowProgress(command == 0 ? std::clamp(fraction, 0.0, 1.0) : kClose, DisplayText(text)) ? 1 : 0;
+  return interface->ShowProgress(command == 0 ? std::fmin(std::fmax(0.0, fraction), 1.0) : kClose, DisplayText(text))
+             ? 1
+             : 0;
 }
 
 void LogMessage(const char* line) {

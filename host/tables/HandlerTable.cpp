@@ -106,16 +106,20 @@ class HostHandler {
     return 0;
   }
 
-  // Objects of registered classes that are in no document yet, each named once.
-  int CheckNew(const AKObjectArray& objects) const {
+  // Objects of bundles' classes that are in no document and were not taken out of one, each named once.
+  static int CheckNew(const AKObjectArray& objects) {
     std::unordered_set<const AKObject*> named;
     for (const AKObject* object : objects) {
-      if (object == nullptr || object->Class() == nullptr || object->Class()->constructor == nullptr ||
-          Session()->Doc().FindByInstance(object) != nullptr || !named.insert(object).second) {
-        return kStatusBadObject;
-      }
+      if (!IsFree(object) || !named.insert(object).second) return kStatusBadObject;
     }
     return 0;
+  }
+
+  static bool IsFree(const AKObject* object) {
+    if (object == nullptr || InstanceCall::IsLeaving(object)) return false;
+    const AKClass* const cls = object->Class();
+    return Host::Instance().Classes().Has(cls) && cls->constructor != nullptr &&
+           !Host::Instance().Sessions().Has(object);
   }
 
   // No parent means the active layer.

@@ -44,7 +44,10 @@ int main(int argc, char** argv) {
     }
   }
   bundles.LeaveOut(host::BundleAtWork::TakeLeft());
-  if (searches) bundles.LoadFound();
+  if (searches) {
+    const host::BundleAtWork starting([] {});  // a bundle that ends the program now is left out next time
+    bundles.LoadFound();
+  }
   const auto application = host::EditorApplication::Create(&bundles);
   return application->run(static_cast<int>(words.size()), words.data());
 }
