@@ -19,7 +19,7 @@ from commands import COMMANDS, Commands, one_line
 LARGE = {"gallery", "shapes", "text", "textpdf", "textsvg"}
 # Whose allocations are the project's to answer for.
 FRAME = re.compile(r"\[0x[0-9a-f]+\]$")
-TOLD = ("Fontconfig error", "Pango-WARNING")
+TOLD = ("Fontconfig error",)
 OWN = ("objecthost", "libAKPlatform", "StdRectangle", "libstdc++")
 
 
