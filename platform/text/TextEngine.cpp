@@ -9,8 +9,8 @@
 namespace platform {
 namespace {
 
-// Pango warns where it can't make a scaled font, and draws without it. Who looks for the trace that refused memory leaves
-// finds it: cairo keeps the failure, so that no allocation need have left one this time.
+// Pango warns where it can't make a scaled font, and draws without it. Who looks for the trace that refused memory
+// leaves finds it: cairo keeps the failure, so that no allocation need have left one this time.
 void NoteMissingFont(const char* domain, GLogLevelFlags level, const char* message, void* data) {
   g_log_default_handler(domain, level, message, data);
   if (std::strstr(message, "scaled font") != nullptr) errno = ENOMEM;

@@ -23,8 +23,8 @@
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
-#include <iterator>
 #include <ctime>
+#include <iterator>
 #include <string>
 
 namespace {
@@ -64,7 +64,8 @@ __attribute__((constructor)) void Start() {
   sReport = OpenQuietly("FAIL_REPORT");
   sLog = OpenQuietly("FAIL_LOG");
   sJumps = std::getenv("FAIL_CLOCK") != nullptr;
-  for (const char* name : {"LD_PRELOAD", "FAIL_AT", "FAIL_FOR_GOOD", "FAIL_HOW", "FAIL_REPORT", "FAIL_LOG", "FAIL_CLOCK"}) {
+  for (const char* name :
+       {"LD_PRELOAD", "FAIL_AT", "FAIL_FOR_GOOD", "FAIL_HOW", "FAIL_REPORT", "FAIL_LOG", "FAIL_CLOCK"}) {
     unsetenv(name);
   }
   sActive = true;
@@ -153,21 +154,21 @@ std::time_t Jump() { return sJumps && sCount++ % 2 != 0 ? 3600 : 0; }
 #pragma GCC visibility push(default)
 extern "C" {
 
-#define OPENERS(open, openat, fopen)                                          \
-  int open(const char* path, int flags, ...) {                                \
-    va_list list;                                                             \
-    va_start(list, flags);                                                    \
-    const mode_t mode = va_arg(list, mode_t);                                 \
-    va_end(list);                                                             \
-    return Open(AT_FDCWD, path, flags, mode);                         \
-  }                                                                           \
-  int openat(int folder, const char* path, int flags, ...) {                  \
-    va_list list;                                                             \
-    va_start(list, flags);                                                    \
-    const mode_t mode = va_arg(list, mode_t);                                 \
-    va_end(list);                                                             \
-    return Open(folder, path, flags, mode);                           \
-  }                                                                           \
+#define OPENERS(open, openat, fopen)                         \
+  int open(const char* path, int flags, ...) {               \
+    va_list list;                                            \
+    va_start(list, flags);                                   \
+    const mode_t mode = va_arg(list, mode_t);                \
+    va_end(list);                                            \
+    return Open(AT_FDCWD, path, flags, mode);                \
+  }                                                          \
+  int openat(int folder, const char* path, int flags, ...) { \
+    va_list list;                                            \
+    va_start(list, flags);                                   \
+    const mode_t mode = va_arg(list, mode_t);                \
+    va_end(list);                                            \
+    return Open(folder, path, flags, mode);                  \
+  }                                                          \
   std::FILE* fopen(const char* path, const char* mode) { return OpenStream(path, mode); }
 
 OPENERS(open, openat, fopen)

@@ -16,6 +16,7 @@ from commands import COMMANDS, Commands
 
 SAVES = ["new", "add", "set", "layer", "paste", "script", "recover", "png", "jpg", "tif", "pdf", "svg", "autosaved"]
 AUTOSAVED = ["script", "lines", "--autosave", "0"]
+SIZES = [2, 300, 1500]  # objects of the document: the last ones are written in several pieces
 NEXT = ["add", "a.akd", "stdRect"]  # what has to work after all that
 
 
@@ -106,6 +107,18 @@ def words_of(name):
 
 
 class Sweep(Commands):
+    def grow(self, objects):
+        """The document has so many objects from now on."""
+        self.reset()
+        count = self.run(["list", "a.akd"]).stdout.count(b"\n")
+        if count != objects:
+            (self.work / "grow").write_text("open a.akd\n" + "add stdRect\n" * (objects - count) + "save\n")
+            done = self.run(["script", "grow"])
+            (self.work / "grow").unlink()
+            if done.returncode != 0:
+                raise SystemExit(done.stderr.decode())
+        self.before = self.files()
+
     def prepare(self, name):
         """The files before and after a command, and the calls that it makes."""
         self.reset()
@@ -181,15 +194,16 @@ def main():
     generator = random.Random(options.seed)
     sweep = Sweep(*options.programs)
     killed = lost = 0
-    for name in SAVES:
+    for objects, name in ((objects, name) for objects in SIZES for name in SAVES):
+        sweep.grow(objects)
         new, calls, log = sweep.prepare(name)
         replays = sweep.lose(name, log, new, options.replays, generator)
         points = [(number, how) for number in range(len(calls)) for how in ("kill", "torn")
                   if how == "kill" or "write" in calls[number]]
-        points = generator.sample(points, min(len(points), max(1, options.points // len(SAVES))))
+        points = generator.sample(points, min(len(points), max(1, options.points // len(SAVES) // len(SIZES))))
         for number, how in points:
             sweep.kill(name, number, how, new)
-        print(f"{name:9} {len(calls):3} calls, {len(points):4} kills, {replays:5} power losses", flush=True)
+        print(f"{objects:4} objects, {name:9} {len(calls):3} calls, {len(points):4} kills, {replays:5} power losses", flush=True)
         killed, lost = killed + len(points), lost + replays
     print(f"kill: {killed} kills, {lost} power losses, {sweep.faults} faults")
     return 1 if sweep.faults else 0

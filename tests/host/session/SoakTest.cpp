@@ -38,7 +38,8 @@ class SoakTest : public SessionFixture {
  protected:
   void SetUp() override {
     SessionFixture::SetUp();
-    for (const char* name : {"Times.so", "Star.so"}) others_.push_back(Taken(Bundle::Load(AK_TEST_BUNDLES "/" + std::string(name))));
+    for (const char* name : {"Times.so", "Star.so"})
+      others_.push_back(Taken(Bundle::Load(AK_TEST_BUNDLES "/" + std::string(name))));
   }
 
   std::size_t Pick(std::size_t count) { return random_() % count; }
@@ -89,9 +90,9 @@ class SoakTest : public SessionFixture {
 
   struct Outcome {
     bool done;
-    int changes = 0;           // what may change of the named objects
-    Check check = nullptr;     // of each of them
-    std::size_t gone = 0;      // as many objects as that
+    int changes = 0;        // what may change of the named objects
+    Check check = nullptr;  // of each of them
+    std::size_t gone = 0;   // as many objects as that
     std::size_t come = 0;
   };
 
@@ -126,10 +127,11 @@ class SoakTest : public SessionFixture {
     const double dy = Number();
     switch (Pick(4)) {
       case 0:
-        return {bool(objects.Move(ids_, dx, dy)), kPlacement, [=](const Note& a, const Note& b) {
-                  const AGRect& r = a.placement.bounds;
-                  return b.placement == ObjectPlacement{{r.x0 + dx, r.y0 + dy, r.x1 + dx, r.y1 + dy}, a.placement.angle};
-                }};
+        return {
+            bool(objects.Move(ids_, dx, dy)), kPlacement, [=](const Note& a, const Note& b) {
+              const AGRect& r = a.placement.bounds;
+              return b.placement == ObjectPlacement{{r.x0 + dx, r.y0 + dy, r.x1 + dx, r.y1 + dy}, a.placement.angle};
+            }};
       case 1:
         return {bool(objects.SetAngle(ids_, dx)), kPlacement, [=](const Note& a, const Note& b) {
                   return b.placement == ObjectPlacement{a.placement.bounds, dx};
@@ -243,8 +245,8 @@ class SoakTest : public SessionFixture {
     const Notes before = NotesNow();
     const std::string bytes = BytesNow();
     const bool mayEdit = MayEdit();
-    Outcome (SoakTest::*const kinds[])() = {&SoakTest::Place, &SoakTest::Arrange, &SoakTest::Style, &SoakTest::ComeAndGo,
-                                            &SoakTest::ComeAndGo, &SoakTest::EditLayers};
+    Outcome (SoakTest::*const kinds[])() = {&SoakTest::Place,     &SoakTest::Arrange,   &SoakTest::Style,
+                                            &SoakTest::ComeAndGo, &SoakTest::ComeAndGo, &SoakTest::EditLayers};
     const std::size_t kind = Pick(std::size(kinds));
     const Outcome outcome = (this->*kinds[kind])();
     ++(outcome.done ? done_ : refused_);
@@ -348,12 +350,14 @@ class SoakTest : public SessionFixture {
 TEST_F(SoakTest, Anything_AsLongAsOneLikes) {
   const char* seconds = std::getenv("AK_SOAK_SECONDS");
   const char* seed = std::getenv("AK_SOAK_SEED");
-  const auto from = seed != nullptr ? static_cast<unsigned int>(std::strtoul(seed, nullptr, 10)) : std::random_device()();
+  const auto from =
+      seed != nullptr ? static_cast<unsigned int>(std::strtoul(seed, nullptr, 10)) : std::random_device()();
   std::printf("soak: seed %u\n", from);
   SCOPED_TRACE("seed " + std::to_string(from));
   random_.seed(from);
   ASSERT_EQ(setenv("XDG_DATA_HOME", folder_.Path("data").c_str(), 1), 0);
-  const auto end = std::chrono::steady_clock::now() + std::chrono::duration<double>(seconds != nullptr ? std::atof(seconds) : 0);
+  const auto end =
+      std::chrono::steady_clock::now() + std::chrono::duration<double>(seconds != nullptr ? std::atof(seconds) : 0);
   std::size_t first = 0;
   std::size_t rounds = 0;
   do {

@@ -1,7 +1,9 @@
 // Every kind of file that is read, damaged in every bit, cut at every byte and spliced at random: it is read or refused
-// with a line, and what is read can be written and read again. A crash, a sanitizer's report or the alarm ends the test.
+// with a line, and what is read can be written and read again. A crash, a sanitizer's report or the alarm ends the
+// test.
 //
-// AK_DAMAGE_SPLICES=N and AK_DAMAGE_SEED=N are for long runs; with the first all bits of the large images are tried too.
+// AK_DAMAGE_SPLICES=N and AK_DAMAGE_SEED=N are for long runs; with the first all bits of the large images are tried
+// too.
 #include <unistd.h>
 
 #include <cstdlib>
@@ -125,7 +127,9 @@ class DamageTest : public SessionFixture {
 
   void AddDocuments() {
     DocumentSession session(MakeDocument(1));
-    session.Layers().Add("\xC3\x9C" "ber");
+    session.Layers().Add(
+        "\xC3\x9C"
+        "ber");
     AddPlaceholder(&session);
     const std::string document = Bytes(session);
     Add("document", document, &ReadDocumentBytes);
@@ -172,11 +176,13 @@ class DamageTest : public SessionFixture {
       for (std::size_t begin = 0; begin < text.size();) {
         const std::size_t end = std::min(text.find('\n', begin), text.size());
         std::vector<std::string> words;
-        if (const auto done = SplitScriptLine(text.substr(begin, end - begin), &words); !done) return done.Why().English();
+        if (const auto done = SplitScriptLine(text.substr(begin, end - begin), &words); !done)
+          return done.Why().English();
         begin = end + 1;
         const EditCommand* command = words.empty() ? nullptr : FindEditCommand(words[0]);
         if (command == nullptr || command->use == EditUse::kWithoutDocument) continue;
-        if (command == &kSaveEdit || command == &kDrawEdit || command == &kExportEdit || command == &kCopyEdit) continue;
+        if (command == &kSaveEdit || command == &kDrawEdit || command == &kExportEdit || command == &kCopyEdit)
+          continue;
         const auto done = RunInContext(*command, context, {words.begin() + 1, words.end()});
         if (!done) return done.Why().English();
       }
@@ -187,7 +193,8 @@ class DamageTest : public SessionFixture {
   void AddImages() {
     const std::string path = folder_.Path("image");
     std::vector<std::string> files;
-    for (const auto& entry : std::filesystem::directory_iterator(AK_SOURCE_DIR "/tests/images")) files.push_back(entry.path());
+    for (const auto& entry : std::filesystem::directory_iterator(AK_SOURCE_DIR "/tests/images"))
+      files.push_back(entry.path());
     std::sort(files.begin(), files.end());
     for (const std::string& file : files) {
       Add(std::filesystem::path(file).filename(), file_test::ReadBytes(file), [path](const std::string& bytes) {
@@ -213,7 +220,8 @@ TEST_F(DamageTest, AnyDamage_IsBorneOrRefused) {
   const char* seed = std::getenv("AK_DAMAGE_SEED");
   const bool isLong = splices != nullptr;
   const unsigned long count = isLong ? std::strtoul(splices, nullptr, 10) : 2000;
-  const auto from = seed != nullptr ? static_cast<unsigned int>(std::strtoul(seed, nullptr, 10)) : std::random_device()();
+  const auto from =
+      seed != nullptr ? static_cast<unsigned int>(std::strtoul(seed, nullptr, 10)) : std::random_device()();
   std::printf("damage: seed %u\n", from);
   SCOPED_TRACE("seed " + std::to_string(from));
   random_.seed(from);
