@@ -113,7 +113,8 @@ int RunCommand(const Command& command, const Invocation& invocation, const std::
 
 int Finish(int code) {
   const int unwritten = Output::Finish();
-  return unwritten == 0 ? code : Fail(std::string("can't write to standard output: ") + std::strerror(unwritten));
+  return unwritten == 0 || code != 0 ? code
+                                     : Fail(std::string("can't write to standard output: ") + std::strerror(unwritten));
 }
 
 }  // namespace

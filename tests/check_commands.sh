@@ -189,6 +189,7 @@ expect 0 '' copy e.akd 0 --to clip
 expect 0 '' paste a.akd --from clip --offset 5,5
 expect 1 'nothing on the clipboard' paste a.akd --from a.png
 expect 0 '^1$' layer e.akd add 'Über "uns"'
+expect 1 'needs a name' layer e.akd add $'\xff'
 expect 0 '' layer e.akd take 'Über "uns"' 0,1
 expect 0 '' layer e.akd lock 1
 expect 1 'is locked' delete e.akd 3

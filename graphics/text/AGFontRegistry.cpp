@@ -33,16 +33,16 @@ void Register(Registry& registry, const AGFont* font) {
   registry.fonts.Append(font);
 }
 
-// Closes the gaps.
+// Closes the gaps. It takes no memory: fonts die when a program ends for want of it, too.
 void Compact(Registry& registry) {
-  ATArray<const AGFont*> living;
-  living.Reserve(static_cast<unsigned int>(registry.places.size()));
-  for (const AGFont* font : registry.fonts) {
+  unsigned int living = 0;
+  for (unsigned int i = 0; i < registry.fonts.Count(); ++i) {
+    const AGFont* const font = registry.fonts[i];
     if (font == nullptr) continue;
-    registry.places[font] = living.Count();
-    living.Append(font);
+    registry.places.find(font)->second = living;
+    registry.fonts[living++] = font;
   }
-  registry.fonts = std::move(living);
+  while (registry.fonts.Count() > living) registry.fonts.RemoveLast();
 }
 
 void Forget(Registry& registry, const AGFont* font) {

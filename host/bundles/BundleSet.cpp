@@ -7,6 +7,7 @@
 #include <system_error>
 
 #include "host/bundles/BundleProbe.h"
+#include "host/storage/WholeFiles.h"
 #include "host/text/Localisation.h"
 #include "kit/files/AKFileUtils.h"
 #include "kit/files/AKStandardFolders.h"
@@ -39,17 +40,12 @@ BundleSet::~BundleSet() {
 }
 
 std::vector<std::string> BundleSet::FilesOf(const std::string& folder, std::vector<Skipped>* unreadable) {
-  std::vector<std::string> files;
   std::error_code error;
-  std::filesystem::directory_iterator entry(folder, error);
-  for (; !error && entry != std::filesystem::directory_iterator(); entry.increment(error)) {
-    if (entry->path().extension() == ".so") files.push_back(entry->path().string());
-  }
-  if (error && error != std::errc::no_such_file_or_directory && unreadable != nullptr) {
+  std::vector<std::string> files = host::FilesOf(folder, ".so", &error);
+  if (error && unreadable != nullptr) {
     unreadable->push_back(
         {folder, Problem(N_("the plug-in folder \"%s\" can't be read: %s"), {folder, error.message()})});
   }
-  std::sort(files.begin(), files.end());
   return files;
 }
 

@@ -1,13 +1,14 @@
 #include "host/bundles/ProbeMemory.h"
 
 #include <sys/stat.h>
-#include <unistd.h>
 
 #include <algorithm>
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <system_error>
+
+#include "host/storage/WholeFiles.h"
 
 namespace host {
 namespace {
@@ -69,12 +70,9 @@ void ProbeMemory::Remember(const std::string& bundle, const std::string& state) 
 void ProbeMemory::Save() const {
   std::error_code error;
   std::filesystem::create_directories(std::filesystem::path(file_).parent_path(), error);
-  const std::string temporary = file_ + "." + std::to_string(getpid());
-  std::ofstream stream(temporary);
-  for (const std::string& line : lines_) stream << line << '\n';
-  stream.close();
-  if (stream) std::filesystem::rename(temporary, file_, error);
-  if (!stream || error) std::filesystem::remove(temporary, error);
+  std::string text;
+  for (const std::string& line : lines_) text += line + '\n';
+  static_cast<void>(ReplaceFile(file_, text.data(), text.size()));
 }
 
 }  // namespace host

@@ -6,6 +6,7 @@
 #include "host/listings/JsonListing.h"
 #include "host/text/Localisation.h"
 #include "host/text/Printable.h"
+#include "host/text/Utf8Check.h"
 
 namespace host {
 namespace {
@@ -33,6 +34,7 @@ Result<> AddLayer(EditContext& context, const Words& words) {
   if (words.size() > 2 && (!ParseIndex(words[2], &index) || index > context.Doc().Layers().size())) {
     return Problem(N_("\"%s\" is no place of a layer"), {words[2]});
   }
+  if (words.size() > 1 && FindInvalidUtf8(words[1]) != words[1].size()) return Problem(N_("a layer needs a name"));
   const LayerID id = context.session->Layers().Add(words.size() > 1 ? words[1] : "", index);
   context.output = std::to_string(context.Doc().IndexOfLayer(id)) + "\n";
   return {};

@@ -22,8 +22,8 @@ std::string TimeText(std::int64_t time) {
   return text;
 }
 
-void PrintList(const std::vector<RecoveryFile>& found) {
-  if (found.empty()) Output::Print("nothing is to be recovered\n");
+void PrintList(const std::vector<RecoveryFile>& found, bool isWhole) {
+  if (found.empty() && isWhole) Output::Print("nothing is to be recovered\n");
   for (std::size_t i = 0; i < found.size(); ++i) {
     const std::string& original = found[i].original;
     Output::Print("%zu  %s  %s\n", i, TimeText(found[i].time).c_str(),
@@ -63,11 +63,12 @@ int RecoverInto(const RecoveryFile& recovery, const std::string& path) {
 int RunRecover(const std::vector<std::string>& words) {
   CommandLine line({"to"}, {"discard", "json"});
   if (const auto done = line.Parse(words, 0, 1); !done) return Fail(done.Why());
-  const std::vector<RecoveryFile> found = FindRecoveries();
-  if (line.Positional().empty()) {
-    line.Has("json") ? PrintJson(found) : PrintList(found);
-    return 0;
-  }
+  std::vector<Problem> unreadable;
+  const std::vector<RecoveryFile> found = FindRecoveries(&unreadable);
+  if (line.Positional().empty()) line.Has("json") ? PrintJson(found) : PrintList(found, unreadable.empty());
+  // Numbers count what can be read: without one file they would be those of others.
+  if (!unreadable.empty()) return Fail(unreadable[0]);
+  if (line.Positional().empty()) return 0;
   std::size_t number = 0;
   const std::string& text = line.Positional()[0];
   if (!ParseIndex(text, &number) || number >= found.size()) return Fail("there is no recovery file " + text);

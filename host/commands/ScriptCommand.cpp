@@ -11,6 +11,7 @@
 #include "host/commands/EditCommand.h"
 #include "host/commands/ScriptLine.h"
 #include "host/commands/ScriptReader.h"
+#include "host/storage/WholeFiles.h"
 #include "host/terminal/Output.h"
 #include "host/text/ParseNumber.h"
 
@@ -96,7 +97,7 @@ int RunScript(const std::vector<std::string>& words) {
   if (line.Positional().empty() || line.Positional()[0] == "-") {
     return RunLines(STDIN_FILENO, "standard input", context);
   }
-  const int file = open(line.Positional()[0].c_str(), O_RDONLY | O_CLOEXEC);
+  const int file = OpenRetrying(line.Positional()[0], O_RDONLY);
   if (file < 0) return Fail("can't open \"" + line.Positional()[0] + "\": " + std::strerror(errno));
   const int code = RunLines(file, line.Positional()[0], context);
   close(file);

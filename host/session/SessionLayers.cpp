@@ -8,7 +8,9 @@ namespace host {
 LayerID SessionLayers::Add(const std::string& name, std::size_t index) {
   EditStep step(steps_, Tr("Add Layer"));
   std::size_t number = document_.Layers().size() + 1;
-  const LayerID id = document_.InsertLayer({name.empty() ? TrWith("Layer %s", std::to_string(number)) : name}, index);
+  // A file with a name that is no text could not be opened again.
+  const bool isName = !name.empty() && FindInvalidUtf8(name) == name.size();
+  const LayerID id = document_.InsertLayer({isName ? name : TrWith("Layer %s", std::to_string(number))}, index);
   steps_.Step().LayerInserted(document_, id);
   step.End();
   activeLayer_.Set(id);

@@ -15,7 +15,8 @@ class SessionLayers {
   /// The layer that gets new objects.
   LayerID Active() const { return activeLayer_.Get(); }
   void SetActive(LayerID id) { activeLayer_.Set(id); }
-  /// Above all others unless an index is given; it becomes active. An empty name becomes "Layer N".
+  /// Above all others unless an index is given; it becomes active. A name that is empty or no UTF-8 becomes
+  /// "Layer N".
   LayerID Add(const std::string& name, std::size_t index = static_cast<std::size_t>(-1));
   /// With its objects. The only layer can't be removed.
   Result<> Remove(LayerID id);

@@ -134,16 +134,16 @@ void BundleAtWork::Ended(const AKClass* outer) {
 std::vector<std::string> BundleAtWork::TakeLeft() {
   std::vector<std::string> left;
   std::error_code failed;
-  for (const auto& entry : std::filesystem::directory_iterator(RecoveryFolder(), failed)) {
+  for (const std::string& file : FilesOf(RecoveryFolder(), kExtension, &failed)) {
     std::string bytes;
     Page page{};
-    if (entry.path().extension() != kExtension || !ReadWholeFile(entry.path().string(), &bytes)) continue;
+    if (!ReadWholeFile(file, &bytes)) continue;
     std::memcpy(&page, bytes.data(), std::min(bytes.size(), sizeof(page)));
     if (page.start != 0 && StartOfProcess(page.process) == page.start) continue;
     page.path[sizeof(page.path) - 1] = '\0';
     const std::string path = page.path;
     if (page.runs != 0 && std::find(left.begin(), left.end(), path) == left.end()) left.push_back(path);
-    unlink(entry.path().c_str());
+    unlink(file.c_str());
   }
   return left;
 }

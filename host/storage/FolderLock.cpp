@@ -8,13 +8,15 @@
 #include <filesystem>
 #include <thread>
 
+#include "host/storage/WholeFiles.h"
+
 namespace host {
 
 FolderLock::FolderLock(const std::string& path, std::chrono::milliseconds patience) {
   std::error_code failed;
   const std::filesystem::path file = std::filesystem::weakly_canonical(path, failed);
   if (failed || path.empty()) return;
-  descriptor_ = open(file.parent_path().c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+  descriptor_ = OpenRetrying(file.parent_path().string(), O_RDONLY | O_DIRECTORY);
   if (descriptor_ < 0) return;
   const auto end = std::chrono::steady_clock::now() + patience;
   while (flock(descriptor_, LOCK_EX | LOCK_NB) != 0) {

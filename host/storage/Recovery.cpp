@@ -1,5 +1,7 @@
 #include "host/storage/Recovery.h"
 
+#include <fcntl.h>
+#include <sys/file.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -55,6 +57,18 @@ bool ReadHeader(const AKFile& file, Header* header) {
          AKFileReadUInt32(file, &version) == 0 && version == kRecoveryVersion &&
          AKFileReadUInt64(file, &header->process) == 0 && AKFileReadUInt64(file, &header->start) == 0 &&
          AKFileReadSInt64(file, &header->time) == 0 && ReadTextChunk(file, &header->original);
+}
+
+// What killed programs left while they wrote. A file that is being written is locked.
+void RemoveUnfinished(const std::string& folder) {
+  std::error_code failed;
+  for (const std::string& file : FilesOf(folder, "", &failed)) {
+    if (!std::filesystem::path(file).filename().string().starts_with(".tmp_")) continue;
+    const int unfinished = OpenRetrying(file, O_RDONLY | O_NOFOLLOW | O_NONBLOCK);
+    if (unfinished < 0) continue;
+    if (flock(unfinished, LOCK_EX | LOCK_NB) == 0) unlink(file.c_str());
+    close(unfinished);
+  }
 }
 
 }  // namespace
@@ -122,18 +136,27 @@ bool Recovery::Write() {
   return true;
 }
 
-std::vector<RecoveryFile> FindRecoveries() {
+std::vector<RecoveryFile> FindRecoveries(std::vector<Problem>* unreadable) {
   const QuietLog quiet;
   std::vector<RecoveryFile> found;
+  const std::string folder = RecoveryFolder();
   std::error_code failed;
-  for (const auto& entry : std::filesystem::directory_iterator(RecoveryFolder(), failed)) {
+  RemoveUnfinished(folder);
+  const std::vector<std::string> files = FilesOf(folder, kExtension, &failed);
+  if (failed && unreadable != nullptr) {
+    unreadable->push_back(Problem(N_("can't read \"%s\": %s"), {folder, failed.message()}));
+  }
+  for (const std::string& file : files) {
     std::string bytes;
-    if (entry.path().extension() != kExtension || !ReadWholeFile(entry.path().string(), &bytes)) continue;
+    if (const auto done = ReadWholeFile(file, &bytes); !done) {
+      if (unreadable != nullptr) unreadable->push_back(done.Why());
+      continue;
+    }
     AKFile stream(bytes.data(), static_cast<unsigned int>(bytes.size()));
     Header header;
     if (stream.OpenForRead() != 0 || !ReadHeader(stream, &header)) continue;
     if (header.start != 0 && StartOfProcess(header.process) == header.start) continue;
-    found.push_back({entry.path().string(), header.original, header.time});
+    found.push_back({file, header.original, header.time});
   }
   std::sort(found.begin(), found.end(), [](const RecoveryFile& a, const RecoveryFile& b) {
     return a.time != b.time ? a.time > b.time : a.file < b.file;

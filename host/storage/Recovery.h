@@ -62,8 +62,9 @@ struct RecoveryFile {
   std::int64_t time = 0;  ///< seconds since 1970
 };
 
-/// The newest first. Files that are no recovery files are passed over.
-std::vector<RecoveryFile> FindRecoveries();
+/// The newest first. Files that are no recovery files are passed over; the folder, and files of it, that can't be read
+/// are put into `*unreadable`.
+std::vector<RecoveryFile> FindRecoveries(std::vector<Problem>* unreadable = nullptr);
 
 /// The document as it was, with unsaved changes, to be saved at its original path. Fails
 /// when the file can't be read. The file stays until DiscardRecovery.

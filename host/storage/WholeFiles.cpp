@@ -1,11 +1,14 @@
 #include "host/storage/WholeFiles.h"
 
+#include <fcntl.h>
 #include <sys/stat.h>
+#include <unistd.h>
 
+#include <algorithm>
 #include <cerrno>
-#include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <filesystem>
 #include <memory>
 
 #include "CoreGraphics/CGBitmapContext.h"
@@ -15,6 +18,41 @@
 #include "kit/streams/AKFileReplacer.h"
 
 namespace host {
+namespace {
+
+// 0 or an errno.
+int ReadToEnd(int file, std::string* bytes) {
+  char buffer[65536];
+  for (;;) {
+    const ssize_t count = read(file, buffer, sizeof(buffer));
+    if (count == 0) return 0;
+    if (count > 0) bytes->append(buffer, static_cast<std::size_t>(count));
+    if (count < 0 && errno != EINTR) return errno;
+  }
+}
+
+}  // namespace
+
+int OpenRetrying(const std::string& path, int flags) {
+  for (;;) {
+    const int file = open(path.c_str(), flags | O_CLOEXEC);
+    if (file >= 0 || errno != EINTR) return file;
+  }
+}
+
+std::vector<std::string> FilesOf(const std::string& folder, const char* extension, std::error_code* error) {
+  std::vector<std::string> files;
+  std::filesystem::directory_iterator entry;
+  do {
+    entry = std::filesystem::directory_iterator(folder, *error);
+  } while (*error == std::errc::interrupted);
+  for (; !*error && entry != std::filesystem::directory_iterator(); entry.increment(*error)) {
+    if (entry->path().extension() == extension) files.push_back(entry->path().string());
+  }
+  if (*error == std::errc::no_such_file_or_directory) error->clear();
+  std::sort(files.begin(), files.end());
+  return files;
+}
 
 FileStamp FileStamp::Of(const std::string& path) {
   struct stat info {};
@@ -24,16 +62,14 @@ FileStamp FileStamp::Of(const std::string& path) {
 
 Result<> ReadWholeFile(const std::string& path, std::string* bytes) {
   bytes->clear();
-  const std::unique_ptr<std::FILE, decltype(&std::fclose)> file(std::fopen(path.c_str(), "rb"), &std::fclose);
-  if (!file) {
+  const int file = OpenRetrying(path, O_RDONLY);
+  if (file < 0) {
     return Problem(N_("can't open \"%s\": %s"), {path, std::strerror(errno)});
   }
-  char buffer[65536];
-  std::size_t count = 0;
-  errno = 0;
-  while ((count = std::fread(buffer, 1, sizeof(buffer), file.get())) != 0) bytes->append(buffer, count);
-  if (std::ferror(file.get()) == 0) return {};
-  return Problem(N_("can't read \"%s\": %s"), {path, std::strerror(errno)});
+  const int reason = ReadToEnd(file, bytes);
+  close(file);
+  if (reason == 0) return {};
+  return Problem(N_("can't read \"%s\": %s"), {path, std::strerror(reason)});
 }
 
 Result<> ReplaceFileBy(const std::string& path, const std::function<int(AKFile&)>& write,

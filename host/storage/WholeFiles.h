@@ -5,6 +5,7 @@
 #include <functional>
 #include <optional>
 #include <string>
+#include <system_error>
 #include <vector>
 
 #include "graphics/bitmaps/AGBitmap.h"
@@ -27,6 +28,14 @@ struct FileStamp {
   /// As the file is now; one that can't be looked at does not exist.
   static FileStamp Of(const std::string& path);
 };
+
+/// open with O_CLOEXEC, repeated while a signal interrupts it: a descriptor for the caller to close, -1 and errno on
+/// failure.
+int OpenRetrying(const std::string& path, int flags);
+
+/// The files of a folder whose names end in `extension` (with its dot), in the order of their paths. `*error` says why
+/// where not all could be found; a folder that does not exist has none.
+std::vector<std::string> FilesOf(const std::string& folder, const char* extension, std::error_code* error);
 
 /// Puts the whole file into `*bytes`. Fails when it can't be read.
 Result<> ReadWholeFile(const std::string& path, std::string* bytes);

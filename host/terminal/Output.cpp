@@ -10,14 +10,11 @@
 namespace host {
 namespace {
 
-std::FILE* sStream = nullptr;  // null before TakeOver
-int sError = 0;                // of the first write that failed
+constexpr std::size_t kMostKept = 65536;
 
-std::FILE* Stream() { return sStream == nullptr ? stdout : sStream; }
-
-void Check(bool done) {
-  if (!done && sError == 0) sError = errno;
-}
+int sDescriptor = STDOUT_FILENO;
+int sError = 0;  // of the first write that failed
+std::string sKept;
 
 }  // namespace
 
@@ -26,32 +23,46 @@ void Output::TakeOver() {
   std::fflush(stdout);
   const int own = fcntl(STDOUT_FILENO, F_DUPFD_CLOEXEC, STDERR_FILENO + 1);
   if (own < 0) return;
-  sStream = fdopen(own, "w");
-  if (sStream == nullptr) {
-    close(own);
-  } else {
-    dup2(STDERR_FILENO, STDOUT_FILENO);
-  }
+  sDescriptor = own;
+  dup2(STDERR_FILENO, STDOUT_FILENO);
 }
 
 void Output::Write(const std::string& text) {
-  Check(std::fwrite(text.data(), 1, text.size(), Stream()) == text.size());
+  static const bool isTerminal = isatty(sDescriptor) != 0;
+  sKept += text;
+  if (isTerminal || sKept.size() > kMostKept) Flush();
 }
 
 void Output::Print(const char* format, ...) {
   va_list list;
   va_start(list, format);
-  Check(std::vfprintf(Stream(), format, list) >= 0);
+  va_list again;
+  va_copy(again, list);
+  const int length = std::vsnprintf(nullptr, 0, format, list);
+  std::string text(length < 0 ? 0 : static_cast<std::size_t>(length), '\0');
+  std::vsnprintf(text.data(), text.size() + 1, format, again);
+  va_end(again);
   va_end(list);
+  Write(text);
 }
 
-void Output::Flush() { Check(std::fflush(Stream()) == 0); }
+void Output::Flush() {
+  for (std::size_t done = 0; done < sKept.size() && sError == 0;) {
+    const ssize_t put = write(sDescriptor, sKept.data() + done, sKept.size() - done);
+    if (put >= 0) {
+      done += static_cast<std::size_t>(put);
+    } else if (errno != EINTR) {
+      sError = errno;
+    }
+  }
+  sKept.clear();
+}
 
 int Output::Finish() {
   Flush();
   return sError;
 }
 
-int Output::Descriptor() { return fileno(Stream()); }
+int Output::Descriptor() { return sDescriptor; }
 
 }  // namespace host

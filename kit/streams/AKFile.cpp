@@ -7,6 +7,7 @@
 #include <cerrno>
 #include <limits>
 
+#include "kit/files/AKDescriptor_p.h"
 #include "kit/files/AKFileUtils.h"
 #include "kit/streams/AKFileErrors.h"
 #include "kit/streams/AKFileMmap.h"
@@ -23,15 +24,12 @@ unsigned int CacheModeOf(unsigned int mode) {
   return mode & (AKFile::kModeTemporary | AKFile::kModeMemory);
 }
 
-int OpenRetrying(const char* path, int flags) {
-  for (;;) {
-    // Without O_NONBLOCK opening a pipe to read would wait for a writer. Reads wait as they always do.
-    const bool reads = (flags & O_ACCMODE) == O_RDONLY;
-    const int descriptor = ::open(path, flags | O_CLOEXEC | (reads ? O_NONBLOCK : 0), 0644);
-    if (descriptor >= 0 && reads) ::fcntl(descriptor, F_SETFL, 0);
-    if (descriptor >= 0 || errno != EINTR) return descriptor;
-    errno = 0;
-  }
+// Without O_NONBLOCK opening a pipe to read would wait for a writer. Reads wait as they always do.
+int Open(const char* path, int flags) {
+  const bool reads = (flags & O_ACCMODE) == O_RDONLY;
+  const int descriptor = AKOpenRetrying(AT_FDCWD, path, flags | (reads ? O_NONBLOCK : 0), 0644);
+  if (descriptor >= 0 && reads) ::fcntl(descriptor, F_SETFL, 0);
+  return descriptor;
 }
 
 }  // namespace
@@ -73,7 +71,7 @@ int AKFile::CreateForReadWrite() {
 int AKFile::OpenDisk(int systemFlags, unsigned int openBits) {
   errno = 0;
   if (IsDiskOpen()) return AKFileLogFailure(*this, kAKFileStatusAlreadyOpened);
-  const int descriptor = OpenRetrying(AKFileUtils::GetAsSystemPath(path_).CStr(), systemFlags);
+  const int descriptor = Open(AKFileUtils::GetAsSystemPath(path_).CStr(), systemFlags);
   if (descriptor < 0) return AKFileLogFailure(*this, kAKFileStatusOpenFailed);
   AttachDescriptor(descriptor, openBits);
   return 0;
@@ -211,7 +209,7 @@ int AKFile::Sync() {
   if (IsMemoryStream()) return 0;
   if (const int status = Flush(); status != 0) return status;
   errno = 0;
-  return ::fsync(descriptor_) == 0 ? 0 : AKFileLogFailure(*this, kAKFileStatusWriteFailed);
+  return AKSyncRetrying(descriptor_) ? 0 : AKFileLogFailure(*this, kAKFileStatusWriteFailed);
 }
 
 int AKFile::GetPos(unsigned long long* pos) const {
@@ -299,7 +297,7 @@ int AKFile::SetFileSize(unsigned long long size) {
   errno = 0;
   if (size > kMaxOffset) {
     errno = EINVAL;
-  } else if (::ftruncate(descriptor_, static_cast<off_t>(size)) == 0) {
+  } else if (AKTruncateRetrying(descriptor_, static_cast<off_t>(size))) {
     buffer_.Cut(size);
     return 0;
   }

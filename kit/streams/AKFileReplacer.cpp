@@ -43,10 +43,11 @@ int AKFileReplacer::Commit() {
     return synced;
   }
   if (const int closed = file_->Close(); closed != 0) return closed;
+  auto next = std::make_unique<AKFileTarget>();  // before anything is replaced: memory may lack
   errno = 0;
   const bool done = target_->Put();
   file_.reset();
   if (!done) return AKFileLogPathFailure(path_.Text(), kAKFileStatusWriteFailed);
-  target_ = std::make_unique<AKFileTarget>();
+  target_ = std::move(next);
   return 0;
 }

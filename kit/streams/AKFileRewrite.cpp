@@ -35,7 +35,7 @@ bool CopyContent(int from, int to) {
     if (!WriteAll(to, buffer.data(), static_cast<std::size_t>(got), position)) return false;
     position += got;
   }
-  return ::ftruncate(to, position) == 0 && ::fsync(to) == 0;
+  return AKTruncateRetrying(to, position) && AKSyncRetrying(to);
 }
 
 }  // namespace

@@ -64,7 +64,7 @@ bool AKFileTarget::Find(const std::string& path) {
   if (exists && ::faccessat(AT_FDCWD, path_.c_str(), W_OK, AT_EACCESS) != 0) return false;
   const std::string folder = FolderOf(path_);
   name_ = path_.substr(folder.size());
-  folder_.Replace(::open(folder.empty() ? "." : folder.c_str(), O_PATH | O_DIRECTORY | O_CLOEXEC));
+  folder_.Replace(AKOpenRetrying(AT_FDCWD, folder.empty() ? "." : folder.c_str(), O_PATH | O_DIRECTORY));
   return folder_.IsOpen();
 }
 
@@ -129,7 +129,7 @@ int AKFileTarget::StageBeside() {
       }
       return file.Release();
     }
-    if (errno != EEXIST && errno != EINTR) break;
+    if (errno != EEXIST) break;
     if (attempt == 0) RemoveAbandoned();
     if (attempt > 0) stagedName_ = TemporaryName(RandomNumber());
   }
@@ -141,8 +141,7 @@ int AKFileTarget::StageBeside() {
 // the old one's rights is nobody's but the user's until it has them.
 int AKFileTarget::OpenBeside(const std::string& name) const {
   const mode_t mode = kind_ == Kind::kMissing && !hasModel_ ? 0644 : 0600;
-  const int descriptor =
-      ::openat(folder_.Number(), name.c_str(), O_RDWR | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, mode);
+  const int descriptor = AKOpenRetrying(folder_.Number(), name.c_str(), O_RDWR | O_CREAT | O_EXCL | O_NOFOLLOW, mode);
   if (descriptor < 0 || Lock(descriptor)) return descriptor;
   ::close(descriptor);
   errno = EEXIST;  // somebody took it for abandoned
@@ -150,8 +149,7 @@ int AKFileTarget::OpenBeside(const std::string& name) const {
 }
 
 void AKFileTarget::RemoveAbandoned() const {
-  const AKDescriptor file(
-      ::openat(folder_.Number(), stagedName_.c_str(), O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC));
+  const AKDescriptor file(AKOpenRetrying(folder_.Number(), stagedName_.c_str(), O_RDONLY | O_NOFOLLOW | O_NONBLOCK));
   struct stat status;
   if (!file.IsOpen() || ::fstat(file.Number(), &status) != 0 || !S_ISREG(status.st_mode)) return;
   if (::flock(file.Number(), LOCK_EX | LOCK_NB) == 0) ::unlinkat(folder_.Number(), stagedName_.c_str(), 0);
@@ -165,15 +163,15 @@ bool AKFileTarget::Put() {
   stagedName_.clear();
   // The rename is complete by now; what this adds is that it also survives a power failure. Not every file system can
   // do it, so its failure is no failure of the replacement.
-  const AKDescriptor folder(::openat(folder_.Number(), ".", O_RDONLY | O_DIRECTORY | O_CLOEXEC));
-  if (folder.IsOpen()) ::fsync(folder.Number());
+  const AKDescriptor folder(AKOpenRetrying(folder_.Number(), ".", O_RDONLY | O_DIRECTORY));
+  if (folder.IsOpen()) AKSyncRetrying(folder.Number());
   return true;
 }
 
 bool AKFileTarget::WriteInPlace() const {
-  const AKDescriptor target(::openat(folder_.Number(), name_.c_str(), O_WRONLY | O_CLOEXEC));
+  const AKDescriptor target(AKOpenRetrying(folder_.Number(), name_.c_str(), O_WRONLY));
   if (!target.IsOpen()) return false;
-  const AKDescriptor old(::openat(folder_.Number(), name_.c_str(), O_RDONLY | O_CLOEXEC));
+  const AKDescriptor old(AKOpenRetrying(folder_.Number(), name_.c_str(), O_RDONLY));
   if (!old.IsOpen() && errno != EACCES) return false;
   if (!AKFileRewrite(target.Number(), staged_.Number(), old.Number())) return false;
   constexpr mode_t kSetIdBits = S_ISUID | S_ISGID;

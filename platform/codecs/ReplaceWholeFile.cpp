@@ -1,4 +1,4 @@
-#include <fcntl.h>
+#include <sys/file.h>
 #include <sys/random.h>
 #include <sys/stat.h>
 #include <sys/xattr.h>
@@ -32,11 +32,14 @@ bool WriteContent(int descriptor, const void* data, std::size_t size) {
     if (count <= 0) return false;
     done += static_cast<std::size_t>(count);
   }
-  return ::ftruncate(descriptor, static_cast<off_t>(size)) == 0 && ::fsync(descriptor) == 0;
+  while (::ftruncate(descriptor, static_cast<off_t>(size)) != 0) {
+    if (errno != EINTR) return false;
+  }
+  return SyncRetrying(descriptor);
 }
 
 bool WriteDevice(const std::string& path, const void* data, std::size_t size) {
-  Descriptor file(::open(path.c_str(), O_WRONLY | O_CLOEXEC));
+  Descriptor file(OpenRetrying(path.c_str(), O_WRONLY));
   if (!file.IsOpen()) return false;
   const auto* bytes = static_cast<const unsigned char*>(data);
   while (size > 0) {
@@ -106,21 +109,50 @@ bool KeepAttributes(const std::string& path, const struct stat& old, int descrip
   return own.st_uid == old.st_uid || ::fchown(descriptor, old.st_uid, static_cast<gid_t>(-1)) == 0 || errno == EPERM;
 }
 
-std::string TemporaryBeside(const std::string& path) {
+// The same for every replacement of a file, so that the next one comes across what a killed one left (FNV-1a); the kit
+// names and locks its temporary files alike.
+unsigned long long NumberOf(const std::string& name) {
+  unsigned long long number = 0xCBF29CE484222325ULL;
+  for (const char byte : name) number = (number ^ static_cast<unsigned char>(byte)) * 0x100000001B3ULL;
+  return number;
+}
+
+unsigned long long RandomNumber() {
   unsigned long long number = 0;
   if (::getrandom(&number, sizeof(number), 0) != sizeof(number)) number = static_cast<unsigned long long>(::getpid());
-  char name[32];
-  std::snprintf(name, sizeof(name), ".tmp_%016llX", number);
-  return FolderOf(path) + name;
+  return number;
+}
+
+// A file that is being written is locked: of one without a lock the writer is gone.
+void RemoveAbandoned(const std::string& path) {
+  const Descriptor file(OpenRetrying(path.c_str(), O_RDONLY | O_NOFOLLOW | O_NONBLOCK));
+  struct stat status;
+  if (!file.IsOpen() || ::fstat(file.Number(), &status) != 0 || !S_ISREG(status.st_mode)) return;
+  if (::flock(file.Number(), LOCK_EX | LOCK_NB) == 0) ::unlink(path.c_str());
 }
 
 int CreateBeside(const std::string& target, mode_t mode, std::string* path) {
+  const std::string folder = FolderOf(target);
+  unsigned long long number = NumberOf(target.substr(folder.size()));
   for (int attempt = 0; attempt < kMaxNameAttempts; ++attempt) {
-    *path = TemporaryBeside(target);
-    const int descriptor = ::open(path->c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, mode);
-    if (descriptor >= 0 || (errno != EEXIST && errno != EINTR)) return descriptor;
+    char name[32];
+    std::snprintf(name, sizeof(name), ".tmp_%016llX", number);
+    *path = folder + name;
+    const int descriptor = OpenRetrying(path->c_str(), O_WRONLY | O_CREAT | O_EXCL, mode);
+    if (descriptor < 0 && errno != EEXIST) return -1;
+    if (descriptor >= 0 && (::flock(descriptor, LOCK_EX | LOCK_NB) == 0 || errno != EWOULDBLOCK)) return descriptor;
+    if (descriptor >= 0) ::close(descriptor);  // somebody took it for abandoned
+    if (attempt == 0) RemoveAbandoned(*path);
+    if (attempt > 0) number = RandomNumber();
   }
   return -1;
+}
+
+// The rename is complete without it; what this adds is that it survives a power failure, where the file system can.
+void SyncFolderOf(const std::string& path) {
+  const std::string folder = FolderOf(path);
+  const Descriptor file(OpenRetrying(folder.empty() ? "." : folder.c_str(), O_RDONLY | O_DIRECTORY));
+  if (file.IsOpen()) SyncRetrying(file.Number());
 }
 
 bool ReplaceByRename(const std::string& target, const struct stat* old, const void* data, std::size_t size) {
@@ -131,7 +163,7 @@ bool ReplaceByRename(const std::string& target, const struct stat* old, const vo
                     WriteContent(file.Number(), data, size) && file.Close() &&
                     ::rename(temporary.c_str(), target.c_str()) == 0;
   const int reason = errno;
-  if (!done) ::unlink(temporary.c_str());
+  done ? SyncFolderOf(target) : static_cast<void>(::unlink(temporary.c_str()));
   errno = reason;
   return done;
 }
@@ -142,7 +174,7 @@ bool RewriteInPlace(const std::string& target, const struct stat& old, const voi
   std::vector<unsigned char> before;
   const bool hasCopy = ReadWholeFile(target, 0, &AcceptAll, &before);
   if (!hasCopy && errno != EACCES) return false;  // a file that cannot be read is written without a copy
-  Descriptor file(::open(target.c_str(), O_WRONLY | O_CLOEXEC));
+  Descriptor file(OpenRetrying(target.c_str(), O_WRONLY));
   if (!file.IsOpen()) return false;
   const bool written = WriteContent(file.Number(), data, size);
   const int reason = errno;

@@ -1,8 +1,6 @@
 #include "platform/codecs/WholeFile.h"
 
-#include <fcntl.h>
 #include <sys/stat.h>
-#include <unistd.h>
 
 #include <algorithm>
 #include <cerrno>
@@ -34,7 +32,7 @@ bool ReadWholeFile(const std::string& path, std::size_t headSize, bool (*isWante
                    std::vector<unsigned char>* bytes) {
   bytes->clear();
   // Without O_NONBLOCK opening a pipe would wait for a writer.
-  const Descriptor file(::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
+  const Descriptor file(OpenRetrying(path.c_str(), O_RDONLY | O_NONBLOCK));
   struct stat status;
   if (!file.IsOpen() || ::fstat(file.Number(), &status) != 0 || !S_ISREG(status.st_mode)) return false;
   const auto size = static_cast<std::size_t>(status.st_size);
