@@ -123,16 +123,27 @@ int CreateBeside(const std::string& target, mode_t mode, std::string* path) {
   return -1;
 }
 
+// Removes a file at its end, also when memory lacks on the way there.
+struct Removal {
+  ~Removal() {
+    if (!isWanted) return;
+    const int reason = errno;
+    ::unlink(path.c_str());
+    errno = reason;
+  }
+  const std::string& path;
+  bool isWanted = true;
+};
+
 bool ReplaceByRename(const std::string& target, const struct stat* old, const void* data, std::size_t size) {
   std::string temporary;
   Descriptor file(CreateBeside(target, old == nullptr ? 0644 : 0600, &temporary));
   if (!file.IsOpen()) return false;
+  Removal removal{temporary};
   const bool done = (old == nullptr || KeepAttributes(target, *old, file.Number())) &&
                     WriteContent(file.Number(), data, size) && file.Close() &&
                     ::rename(temporary.c_str(), target.c_str()) == 0;
-  const int reason = errno;
-  if (!done) ::unlink(temporary.c_str());
-  errno = reason;
+  removal.isWanted = !done;
   return done;
 }
 
