@@ -118,7 +118,8 @@ TEST_F(RecoveryTest, NoFolder_KeepsNothingAndSaysSo) {
   EXPECT_GT(calls, 0) << "what would be lost is kept all the same";
 }
 
-// Cut anywhere, or with a byte changed: a file is passed over, refused in one line or read, and nothing is taken for it.
+// Cut anywhere, or with a byte changed: a file is passed over, refused in one line or read, and nothing is taken for
+// it.
 TEST_F(RecoveryTest, DamagedFiles_ArePassedOverOrRefused) {
   DocumentSession session(MakeDocument(1));
   AddOne(&session);
