@@ -148,23 +148,36 @@ int CreateBeside(const std::string& target, mode_t mode, std::string* path) {
   return -1;
 }
 
-// The rename is complete without it; what this adds is that it survives a power failure, where the file system can.
-void SyncFolderOf(const std::string& path) {
+// Opened before the rename, behind which nothing may fail any more.
+Descriptor OpenFolderOf(const std::string& path) {
   const std::string folder = FolderOf(path);
-  const Descriptor file(OpenRetrying(folder.empty() ? "." : folder.c_str(), O_RDONLY | O_DIRECTORY));
-  if (file.IsOpen()) SyncRetrying(file.Number());
+  return Descriptor(OpenRetrying(folder.empty() ? "." : folder.c_str(), O_RDONLY | O_DIRECTORY));
 }
 
+// Removes a file at its end, also when memory lacks on the way there.
+struct Removal {
+  ~Removal() {
+    if (!isWanted) return;
+    const int reason = errno;
+    ::unlink(path.c_str());
+    errno = reason;
+  }
+  const std::string& path;
+  bool isWanted = true;
+};
+
 bool ReplaceByRename(const std::string& target, const struct stat* old, const void* data, std::size_t size) {
+  const Descriptor folder = OpenFolderOf(target);
   std::string temporary;
   Descriptor file(CreateBeside(target, old == nullptr ? 0644 : 0600, &temporary));
   if (!file.IsOpen()) return false;
+  Removal removal{temporary};
   const bool done = (old == nullptr || KeepAttributes(target, *old, file.Number())) &&
                     WriteContent(file.Number(), data, size) && file.Close() &&
                     ::rename(temporary.c_str(), target.c_str()) == 0;
-  const int reason = errno;
-  done ? SyncFolderOf(target) : static_cast<void>(::unlink(temporary.c_str()));
-  errno = reason;
+  removal.isWanted = !done;
+  // The rename is complete without it; what this adds is that it survives a power failure, where the file system can.
+  if (done && folder.IsOpen()) SyncRetrying(folder.Number());
   return done;
 }
 

@@ -173,6 +173,69 @@ TEST(AGGeometry, IsPolygonSect_RandomPairs_AgreesWithAllPairsAndIsSymmetric) {
   EXPECT_LT(meeting, 350);
 }
 
+TEST(AGGeometry, MapsOfArrays_RandomMaps_AreThoseOfTheirPointsAndCanBeTakenBack) {
+  std::mt19937 random(kSeed);
+  for (unsigned int count = 0; count < 40; ++count) {
+    SCOPED_TRACE("seed " + std::to_string(kSeed) + " count " + std::to_string(count));
+    AGPointArray points;
+    AGRectArray rects;
+    for (unsigned int i = 0; i < count; ++i) {
+      const AGPoint low = RandomPoint(random, 10), side = RandomPoint(random, 5);
+      points.Append(low);
+      rects.Append({low.x, low.y, low.x + std::fabs(side.x), low.y + std::fabs(side.y)});
+    }
+    const AGPoint turn = RandomPoint(random, 2);
+    const AGAffineTransform t = {turn.x, turn.y, -turn.y, turn.x, 3, -7};
+    AGPointArray mapped = points;
+    AGPointArray corners;
+    AGRectArray mappedRects = rects;
+    AGGeometry::ApplyTransformToPoints(&mapped, t);
+    AGGeometry::ApplyTransformToRects(&mappedRects, t);
+    AGGeometry::GetRectTrapezoids(&corners, rects);
+    ASSERT_EQ(corners.Count(), 4 * count);
+    // A box holds all of its points, and none of its sides can be moved inwards.
+    const AGRect box = AGGeometry::GetBoundingBox(points);
+    int touched[4] = {};
+    for (const AGPoint& p : points) {
+      EXPECT_TRUE(p.x >= box.x0 && p.x <= box.x1 && p.y >= box.y0 && p.y <= box.y1);
+      touched[0] += p.x == box.x0, touched[1] += p.y == box.y0, touched[2] += p.x == box.x1,
+          touched[3] += p.y == box.y1;
+    }
+    EXPECT_EQ(std::count(touched, touched + 4, 0), count == 0 ? 4 : 0);
+    EXPECT_EQ(AGGeometry::GetBoundingBox(rects), AGGeometry::GetBoundingBox(corners));
+    AGGeometry::ApplyTransformToPoints(&corners, t);
+    for (unsigned int i = 0; i < count; ++i) {
+      EXPECT_EQ(mappedRects[i],
+                (AGRect{corners[4 * i].x, corners[4 * i].y, corners[4 * i + 2].x, corners[4 * i + 2].y}));
+      EXPECT_EQ(mapped[i], corners[4 * i]);
+      const AGPoint across = corners[4 * i + 1] + (corners[4 * i + 3] - corners[4 * i]);
+      EXPECT_NEAR(across.x, corners[4 * i + 2].x, 1e-12);
+      EXPECT_NEAR(across.y, corners[4 * i + 2].y, 1e-12);
+    }
+    AGGeometry::ApplyTransformToPoints(&mapped, AGAffineTransformInverse(t));
+    for (unsigned int i = 0; i < count; ++i)
+      EXPECT_LT(std::hypot(mapped[i].x - points[i].x, mapped[i].y - points[i].y), 1e-9);
+  }
+  AGGeometry::ApplyTransformToPoints(nullptr, 3, kAGAffineTransformIdentity);
+  AGGeometry::ApplyTransformToRects(nullptr, 3, kAGAffineTransformIdentity);
+  EXPECT_EQ(AGGeometry::GetBoundingBox(static_cast<const AGRect*>(nullptr), 3), kAGNullRect);
+}
+
+TEST(AGGeometry, GenerateRegularPolygon_HasEqualSidesAboutItsCenter) {
+  for (const unsigned int count : {1u, 3u, 4u, 7u, 100000u}) {
+    AGPointArray points = {{9, 9}};
+    AGGeometry::GenerateRegularPolygon(&points, count, {3, -2}, 5, 0.25);
+    ASSERT_EQ(points.Count(), count);
+    EXPECT_NEAR(points[0].x, 3 + 5 * std::cos(0.25), 1e-12);
+    EXPECT_NEAR(points[0].y, -2 + 5 * std::sin(0.25), 1e-12);
+    for (unsigned int i = 0; i < count; ++i) {
+      const AGPoint side = points[(i + 1) % count] - points[i], arm = points[i] - AGPoint{3, -2};
+      ASSERT_NEAR(std::hypot(side.x, side.y), 10 * std::sin(kPi / count), 1e-9) << i << " of " << count;
+      ASSERT_NEAR(std::hypot(arm.x, arm.y), 5, 1e-12);
+    }
+  }
+}
+
 TEST(AGGeometry, GetPlacementAFT_Table_PutsTheSourceWhereTheDrawingSays) {
   const AGRect dst = {10, 20, 110, 70};
   const struct {

@@ -30,6 +30,7 @@ struct Kind {
   bool planar = false;
   bool tiled = false;
   bool bigEndian = false;
+  float white[2] = {0, 0};  // x and y; 0 for none
 
   unsigned int Bytes() const { return bits / 8U; }
 };
@@ -79,6 +80,7 @@ void Write(const std::string& path, const Kind& kind, const Samples& samples) {
   } else {
     TIFFSetField(tiff, TIFFTAG_ROWSPERSTRIP, 7);
   }
+  if (kind.white[1] != 0) TIFFSetField(tiff, TIFFTAG_WHITEPOINT, kind.white);
   if (kind.alpha != kNoAlpha) {
     const auto extra = static_cast<std::uint16_t>(kind.alpha);
     TIFFSetField(tiff, TIFFTAG_EXTRASAMPLES, 1, &extra);
@@ -226,6 +228,26 @@ TEST(TIFFSamplesTest, Read_Lab_IsTheColourThatTheFormulasGive) {
       Write(path, {"lab", bits, SAMPLEFORMAT_UINT, photometric, 3, kNoAlpha}, samples);
       EXPECT_LE(Difference(Pixels(ImageOfFile(path)), expected), 1) << photometric << " " << bits;
     }
+  }
+}
+
+// Whatever white the file is seen under, its greys are greys of the same lightness; one that is none counts as D50.
+TEST(TIFFSamplesTest, Read_LabUnderAnyWhite_KeepsGreys) {
+  const TempFolder folder;
+  const float whites[][2] = {{0.3127F, 0.3290F}, {0.4476F, 0.4074F}, {0.8F, 0.9F}};
+  for (const auto& white : whites) {
+    Samples samples;
+    std::vector<unsigned char> expected;
+    for (unsigned int i = 0; i < kWidth * kHeight; ++i) {
+      const auto lightness = static_cast<unsigned char>(i * 7);
+      samples.insert(samples.end(), {lightness, 0, 0});
+      const std::vector<unsigned char> pixel = FromLab(lightness / 255.0 * 100, 0, 0);
+      expected.insert(expected.end(), pixel.begin(), pixel.end());
+    }
+    Kind kind{"white", 8, SAMPLEFORMAT_UINT, PHOTOMETRIC_CIELAB, 3, kNoAlpha};
+    std::copy(white, white + 2, kind.white);
+    Write(folder.Path("image.tif"), kind, samples);
+    EXPECT_LE(Difference(Pixels(ImageOfFile(folder.Path("image.tif"))), expected), 1) << white[0];
   }
 }
 

@@ -1,6 +1,7 @@
 // Fonts: binding under the options, sharing, the registry, measures against the font files themselves.
 #include <gtest/gtest.h>
 #include <hb.h>
+#include <malloc.h>
 
 #include <algorithm>
 #include <cmath>
@@ -84,6 +85,44 @@ TEST_F(AGFontTest, Sharing_TwoSizesOfOneStyle_EachKeepsItsOwn) {
   EXPECT_DOUBLE_EQ(large.GetAscent(), 2 * small.GetAscent());
   EXPECT_DOUBLE_EQ(CTFontGetSize(small.NativeFont()), 10);
   EXPECT_DOUBLE_EQ(CTFontGetSize(large.NativeFont()), 20);
+}
+
+TEST_F(AGFontTest, Copies_ShareTheNativeFontUntilOneIsChanged) {
+  auto original = std::make_unique<AGFont>(kFamily, 10, kAGFontStyleBold);
+  AGNativeFont* const native = original->NativeFont();
+  AGFont copy(*original);
+  AGFont assigned("DejaVu Serif", 3, kAGFontStyleRegular);
+  assigned = copy;
+  const AGFont& same = assigned;
+  assigned = same;
+  EXPECT_TRUE(copy.IsEqual(*original) && assigned.IsEqual(copy) && copy.IsEqual(copy));
+  EXPECT_TRUE(copy.NativeFont() == native && assigned.NativeFont() == native);
+  assigned.SetSize(20);
+  EXPECT_FALSE(assigned.IsEqual(copy) || AGFont("Other", 10, kAGFontStyleBold).IsEqual(copy) ||
+               AGFont(kFamily, 10, kAGFontStyleRegular).IsEqual(copy));
+  original.reset();
+  EXPECT_DOUBLE_EQ(assigned.GetAscent(), 2 * copy.GetAscent());
+  copy = AGFont();
+  EXPECT_FALSE(copy.IsValid());
+}
+
+// More glyphs than the store of their pixels keeps: those that were forgotten look as before when they come again.
+TEST_F(AGFontTest, ManyLargeGlyphs_AreForgottenAndMadeAgain) {
+  const auto draw = [](double size) {
+    Page page(1000, 800);
+    page.context.DrawText("W", AGFont(kFamily, size, 0), AGPoint{5, 50}, kAGAffineTransformIdentity,
+                          kAGTextAlignmentLeft);
+    const auto* pixels = static_cast<const unsigned char*>(page.bitmap.Pixels());
+    return std::vector<unsigned char>(pixels, pixels + page.bitmap.ByteCount());
+  };
+  const std::vector<unsigned char> first = draw(700);
+  std::size_t kept = 0;
+  for (int i = 1; i <= 130; ++i) {
+    static_cast<void>(draw(700 + i));
+    if (i == 65) kept = mallinfo2().uordblks + mallinfo2().hblkhd;  // 32 MB and more were made
+  }
+  EXPECT_LT(mallinfo2().uordblks + mallinfo2().hblkhd, kept + (16 << 20)) << "half a megabyte a glyph";
+  EXPECT_EQ(draw(700), first);
 }
 
 TEST_F(AGFontTest, Setters_AfterBinding_RebindWhatChanged) {

@@ -7,6 +7,8 @@
 
 #include "host/Host.h"
 #include "host/HostLog.h"
+#include "host/listings/DocumentListing.h"
+#include "host/listings/JsonListing.h"
 #include "host/panels/HostPanel.h"
 #include "tests/host/session/SessionTestSupport.h"
 
@@ -119,6 +121,44 @@ void EditLayers(unsigned int count) {
   EXPECT_EQ(session.Doc().ObjectCount(), count);
 }
 
+// In any order, through a record and back, and gone again.
+void SetProperties(unsigned int count) {
+  AKDictionary dictionary;
+  const auto key = [count](unsigned int i) { return AKString("k" + std::to_string(i * 7919ULL % count)); };
+  for (unsigned int i = 0; i < count; ++i) dictionary.SetValue(key(i), dictionary.GetValue(key(i / 2)));
+  EXPECT_EQ(dictionary.Count(), count);
+  AKFile stream(AKFile::kModeMemory);
+  AKDictionary again;
+  ASSERT_EQ(stream.CreateForReadWrite() | dictionary.WriteToFile(stream) | stream.SetPos(0), 0);
+  ASSERT_EQ(again.ReadFromFile(stream), 0);
+  again.Merge(dictionary, false);
+  EXPECT_EQ(again, dictionary);
+  for (unsigned int i = 0; i < count; ++i) EXPECT_EQ(again.RemoveValue(key(i)), 0);
+  EXPECT_TRUE(again.IsEmpty());
+}
+
+// Every second one is brought to the front, copied and deleted; all that is undone, listed, written and read.
+void EditObjects(unsigned int count) {
+  const auto bundle = Taken(Bundle::Load(AK_BUNDLE));
+  auto document = std::make_unique<Document>(AGSize{10, 10});
+  for (unsigned int i = 0; i < count; ++i) {
+    document->AppendObject(Taken(Document::NewObject(AKClassID("stdRect"), "")));
+  }
+  DocumentSession session(std::move(document));
+  ObjectIDs ids;
+  for (unsigned int i = 0; i < count; i += 2) ids.push_back(session.Doc().ObjectAt(i).id);
+  EXPECT_TRUE(session.Arrangement().ChangeOrder(ids, OrderChange::kToFront));
+  EXPECT_TRUE(session.Clipboard().Duplicate(ids, 1, 1));
+  EXPECT_EQ(session.Doc().ObjectCount(), count + ids.size());
+  EXPECT_TRUE(session.Objects().Delete(ids));
+  EXPECT_TRUE(session.Steps().GoTo(0));
+  EXPECT_EQ(session.Doc().ObjectAt(2).id, ids[1]);
+  EXPECT_GT(JsonOfDocument(session).size() + FullListing(session.Doc()).size(), 200 * std::size_t{count});
+  AKFile stream(AKFile::kModeMemory);
+  ASSERT_EQ(stream.CreateForReadWrite() | WriteDocument(session.Doc(), stream, nullptr) | stream.SetPos(0), 0);
+  EXPECT_EQ(Taken(ReadDocument(stream, "many"))->ObjectCount(), count);
+}
+
 double Seconds(void (*work)(unsigned int), unsigned int count) {
   const std::clock_t start = std::clock();
   work(count);
@@ -132,7 +172,11 @@ TEST(ManyTest, TenTimesAsMany_TakeFarLessThanAHundredTimesAsLong) {
     const char* name;
     void (*work)(unsigned int count);
     unsigned int count;
-  } cases[] = {{"classes", &RegisterClasses, 3000}, {"controls", &AddControls, 3000}, {"layers", &EditLayers, 3000}};
+  } cases[] = {{"classes", &RegisterClasses, 3000},
+               {"controls", &AddControls, 3000},
+               {"layers", &EditLayers, 3000},
+               {"objects", &EditObjects, 3000},
+               {"properties", &SetProperties, 10000}};
   for (const auto& [name, work, count] : cases) {
     double ratio = 1e9;
     for (int i = 0; i < 3 && ratio > 40; ++i) {

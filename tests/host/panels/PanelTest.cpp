@@ -50,6 +50,55 @@ TEST_F(PanelTest, Description_AllKeys_AreUnderstood) {
   EXPECT_FALSE(panel.HasFeatureRange(7));
 }
 
+// What is set by a control's ID is the control's, and no other's; an ID that nobody has takes nothing and has nothing.
+#define EXPECT_BOTH_WAYS(Set, Get, value, none)         \
+  {                                                     \
+    const auto before = controls[1]->Get();             \
+    panel.Set(3, value);                                \
+    EXPECT_TRUE(panel.Get(3) == (value)) << #Get;       \
+    EXPECT_TRUE(controls[0]->Get() == (value)) << #Get; \
+    EXPECT_TRUE(panel.Get(5) == before) << #Get;        \
+    controls[1]->Set(value);                            \
+    EXPECT_TRUE(panel.Get(5) == (value)) << #Get;       \
+    panel.Set(77, value);                               \
+    EXPECT_TRUE(panel.Get(77) == (none)) << #Get;       \
+  }
+
+TEST_F(PanelTest, ByIDAndByControl_AreTheSame) {
+  AKGUIDesc panel("-multisel:1");
+  AKGUICtrl* controls[] = {panel.NewController("-id:3 -type:PopUp -items:\"a;b;c\""),
+                           panel.NewController("-id:5 -type:PopUp -items:\"c;a;b\"")};
+  const char* icon[] = {"1 1 1 1"};
+  const char** const icons = icon;
+  EXPECT_BOTH_WAYS(SetVisible, IsVisible, false, false);
+  EXPECT_BOTH_WAYS(SetEnable, IsEnable, false, false);
+  EXPECT_BOTH_WAYS(SetTitle, GetTitle, AKString("title"), AKString());
+  EXPECT_BOTH_WAYS(SetXPMIcon, GetXPMIcon, icons, nullptr);
+  EXPECT_BOTH_WAYS(SetMenuIndex, GetMenuIndex, 2U, 0U);
+  EXPECT_BOTH_WAYS(SetMenuItem, GetMenuItem, AKString("b"), AKString());
+  EXPECT_BOTH_WAYS(SetValuePrecision, GetValuePrecision, 4, 0);
+  EXPECT_BOTH_WAYS(SetValueAsBool, GetValueAsBool, true, false);
+  EXPECT_BOTH_WAYS(SetValueAsSInt, GetValueAsSInt, -7, 0);
+  EXPECT_BOTH_WAYS(SetValueAsUInt, GetValueAsUInt, 4000000000U, 0U);
+  EXPECT_BOTH_WAYS(SetValueAsFloat32, GetValueAsFloat32, 1.5F, 0.0F);
+  EXPECT_BOTH_WAYS(SetValueAsFloat64, GetValueAsFloat64, 1.1, 0.0);
+  EXPECT_BOTH_WAYS(SetValueAsTimeHMS, GetValueAsTimeHMS, 3723.5, 0.0);
+  EXPECT_BOTH_WAYS(SetValueAsAGColor, GetValueAsAGColor, AGColor(1, 2, 3, 4), kAGColorBlack);
+  panel.SetFlag(3, 6, true);
+  panel.SetFlag(3, 2, false);
+  panel.SetFlag(77, 6, true);
+  EXPECT_TRUE(panel.HasFlag(3, 4) && !panel.HasFlag(3, 2) && !panel.HasFlag(5, 4) && !panel.HasFlag(77, 4));
+  panel.SetMenuItemList(5, AKStringArray{"x,y", "z"});
+  EXPECT_TRUE(panel.GetMenuItemAtIndex(5, 0) == "x,y" && panel.GetMenuItemAtIndex(5, 2).IsEmpty());
+  EXPECT_TRUE(panel.GetMenuItemAtIndex(77, 0).IsEmpty() && panel.GetMenuItemCount(3) == 3);
+  double range[2] = {9, 9};
+  panel.SetRange(3, -1, 2);
+  controls[0]->GetRange(&range[0], &range[1]);
+  EXPECT_TRUE(range[0] == -1 && range[1] == 2);
+  panel.Refresh(3);
+  panel.Refresh(77);
+}
+
 AKObject* NoInstance() { return nullptr; }
 
 TEST_F(PanelTest, Description_Strange_IsReportedWithBundleClassAndControl) {

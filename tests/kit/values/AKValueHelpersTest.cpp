@@ -145,4 +145,71 @@ TEST(AKValueEnums, EnumsAndFlags_ByTable_TravelAsWords) {
   EXPECT_EQ(number, 5U);
 }
 
+// All four forms of a type: both setters make the same value, both getters give back what went in; of a value of
+// another kind one getter leaves its output alone and the other is zero or empty.
+template <typename T, typename Set, typename Make, typename Get, typename Found>
+void CheckForms(const char* name, const T& content, Set set, Make make, Get get, Found found) {
+  SCOPED_TRACE(name);
+  AKMemoryBlock block;
+  block.Assign("xyz", 3);
+  const AKValue other = std::is_same_v<T, AKMemoryBlock> ? AKValueSetasBool(true) : AKValueSetasBinary(block);
+  AKValue value;
+  set(&value, content);
+  EXPECT_TRUE(value == make(content));
+  T output{};
+  EXPECT_TRUE(get(value, &output) && output == content);
+  EXPECT_TRUE(found(value) == content);
+  EXPECT_FALSE(get(other, &output));
+  EXPECT_TRUE(output == content);
+  EXPECT_TRUE(found(other) == T{});
+}
+#define CHECK_FORMS(Name, ...)                                                         \
+  CheckForms(                                                                          \
+      #Name, __VA_ARGS__, [](AKValue* v, const auto& c) { AKValueSetas##Name(v, c); }, \
+      [](const auto& c) { return AKValueSetas##Name(c); },                             \
+      [](const AKValue& v, auto* c) { return AKValueGetas##Name(v, c, false); },       \
+      [](const AKValue& v) { return AKValueGetas##Name(v, false); })
+
+TEST(AKValueHelpers, AllFormsOfEachType_AgreeAndLeaveWhatTheyCannotRead) {
+  AKDictionary dictionary;
+  dictionary.SetValue("a", AKValueSetasSInt(1));
+  AKMemoryBlock block;
+  block.Assign("ab", 2);
+  AKUniChars units;
+  units.Append(0x20AC);
+  CHECK_FORMS(Bool, true);
+  CHECK_FORMS(SInt, static_cast<signed char>(-3));
+  CHECK_FORMS(SInt, static_cast<short>(-300));
+  CHECK_FORMS(SInt, -300000);
+  CHECK_FORMS(SInt, -3000000000LL);
+  CHECK_FORMS(UInt, static_cast<unsigned char>(200));
+  CHECK_FORMS(UInt, static_cast<unsigned short>(60000));
+  CHECK_FORMS(UInt, 4000000000U);
+  CHECK_FORMS(UInt, ~0ULL);
+  CHECK_FORMS(Float32, 1.1F);
+  CHECK_FORMS(Float64, 1.1);
+  CHECK_FORMS(AKString, AKString("text"));
+  CHECK_FORMS(AKFilePath, AKFilePath("/a/b"));
+  CHECK_FORMS(AKUniChars, units);
+  CHECK_FORMS(AKStringArray, AKStringArray{"a", ""});
+  CHECK_FORMS(AKFilePathArray, AKFilePathArray{AKFilePath("/a"), AKFilePath("b")});
+  CHECK_FORMS(AKValueArray, AKValueArray{AKValueSetasSInt(1), AKValueSetasBool(true)});
+  CHECK_FORMS(AKDictionary, dictionary);
+  CHECK_FORMS(Binary, block);
+  CHECK_FORMS(AGCoord, -2.5);
+  CHECK_FORMS(AGPoint, AGPoint{1, 2});
+  CHECK_FORMS(AGSize, AGSize{1, 2});
+  CHECK_FORMS(AGRect, AGRect{1, 2, 3, 4});
+  CHECK_FORMS(AGInterval, AGInterval{1, 2});
+  CHECK_FORMS(AGPlacement, AGPlacement{0x22});
+  CHECK_FORMS(AGPointArray, AGPointArray{{1, 2}, {3, 4}});
+  CHECK_FORMS(AGColorArray, AGColorArray{AGColor(1, 2, 3, 4)});
+  // An array with one element that is none of its kind is not read at all.
+  AKValue strange;
+  strange.SetasAKValueArray({AKValueSetasAGPoint({1, 2}), AKValueSetasBool(true)});
+  AGPointArray points = {{5, 5}};
+  EXPECT_FALSE(AKValueGetasAGPointArray(strange, &points, false));
+  EXPECT_EQ(points.Count(), 1U);
+}
+
 }  // namespace
