@@ -6,7 +6,9 @@
 #include <cstdlib>
 #include <cstring>
 #include <filesystem>
+#include <string>
 #include <system_error>
+#include <utility>
 
 #include "host/Program.h"
 #include "host/storage/WholeFiles.h"
@@ -53,6 +55,16 @@ class ReportFolder {
   std::string path_;
 };
 
+// The report keeps room behind the call in progress, which it writes over.
+void DropBlanksAtLineEnds(std::string* text) {
+  std::string kept;
+  for (const char c : *text) {
+    if (c == '\n') kept.erase(kept.find_last_not_of(' ') + 1);
+    kept += c;
+  }
+  *text = std::move(kept);
+}
+
 }  // namespace
 
 unsigned long NumberIn(const std::string& json, const std::string& key) {
@@ -88,6 +100,7 @@ Result<TortureResult> Torture(const TorturePlan& plan) {
   result.outcome = validator::RunTrial(kCheck, trial);
   sPlan = nullptr;
   static_cast<void>(ReadWholeFile(text, &result.text).operator bool());
+  DropBlanksAtLineEnds(&result.text);
   static_cast<void>(ReadWholeFile(json, &result.json).operator bool());
   result.findings = NumberIn(result.json, "findings");
   result.isComplete = result.json.find("\"entriesNotReached\":[],\n\"momentsNotReached\":[],") != std::string::npos;
