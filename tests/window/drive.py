@@ -896,7 +896,7 @@ tell(pyatspi.Registry.getDesktop(0))'''
         window.key("ctrl+a")
         window.type("8o.5")
         window.key("Return")
-        field("Width|True|“8o.5” is no number. Escape brings back the old value.")
+        field("Width|True|“8o.5” is no length. Write a number or a sum, such as 20 mm + 5. Escape brings back the old value.")
         window.key("Escape")
         field("Width|False|")
 
