@@ -13,11 +13,10 @@
 #include "torture/Call.h"
 #include "torture/Examiner.h"
 #include "torture/Report.h"
+#include "torture/Statuses.h"
 
 namespace torture {
 namespace {
-
-constexpr int kStatusNoProperty = -711;
 
 void AskProperty(const AKString& key, bool mayBe) {
   const AKValue before = AKValueSetasAKString(AKString("as it was"));

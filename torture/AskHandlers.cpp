@@ -14,15 +14,11 @@
 #include "torture/Examiner.h"
 #include "torture/Lives.h"
 #include "torture/Objects.h"
+#include "torture/Statuses.h"
 
 namespace torture {
 namespace {
 
-constexpr int kStatusNoDocument = -731;
-constexpr int kStatusNotInDocument = -732;
-constexpr int kStatusNotHere = -733;
-constexpr int kStatusBadObject = -734;
-constexpr int kStatusUnwritable = -735;
 constexpr unsigned int kManyObjects = 300;
 
 AKObjectArray ArrayOf(std::initializer_list<AKObject*> objects) { return AKObjectArray(objects); }

@@ -7,14 +7,11 @@
 #include "torture/Examiner.h"
 #include "torture/Lives.h"
 #include "torture/Objects.h"
+#include "torture/Statuses.h"
 
 namespace torture {
 namespace {
 
-constexpr int kStatusNoClass = -721;
-constexpr int kStatusNoInstance = -722;
-constexpr int kStatusRefused = -736;
-constexpr int kStatusOwn = -4711;  // of the puppet's own
 constexpr unsigned int kDeepest = 64;
 
 void ExpectError(int status, const char* done) {

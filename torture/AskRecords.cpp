@@ -6,13 +6,11 @@
 #include "torture/Call.h"
 #include "torture/Lives.h"
 #include "torture/Objects.h"
+#include "torture/Statuses.h"
 
 namespace torture {
 namespace {
 
-constexpr int kStatusNoClass = -721;
-constexpr int kStatusNoInstance = -722;
-constexpr int kStatusOwn = -4711;
 constexpr unsigned int kVersion = 7;
 constexpr char kBehind[] = "what follows";
 

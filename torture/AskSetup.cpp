@@ -10,14 +10,10 @@
 #include "torture/Entries.h"
 #include "torture/Examiner.h"
 #include "torture/Puppet.h"
+#include "torture/Statuses.h"
 
 namespace torture {
 namespace {
-
-constexpr int kStatusBadInfo = -701;
-constexpr int kStatusDuplicate = -702;
-constexpr int kStatusNoParent = -703;
-constexpr int kStatusRefused = -736;
 
 AKObject* NoObject() { return nullptr; }
 void NoDestructor(AKObject*) {}
