@@ -98,11 +98,18 @@ class ATFastMap {
     return at != array.end() && at->first == key ? static_cast<std::size_t>(at - array.begin()) : array.size();
   }
 
-  Items& Tidied() const {
-    if (goneCount_ != 0) {
-      std::size_t index = 0;
-      std::erase_if(items_, [&](const value_type&) { return IsGone(index++); });
+  void DropGone() const {
+    std::size_t kept = 0;
+    for (std::size_t i = 0; i < items_.size(); ++i) {
+      if (IsGone(i)) continue;
+      if (i != kept) items_[kept] = std::move(items_[i]);
+      ++kept;
     }
+    items_.erase(items_.begin() + static_cast<std::ptrdiff_t>(kept), items_.end());
+  }
+
+  Items& Tidied() const {
+    if (goneCount_ != 0) DropGone();
     gone_.clear();
     goneCount_ = 0;
     if (recent_.empty()) return items_;
