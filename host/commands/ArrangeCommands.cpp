@@ -1,30 +1,9 @@
 // Commands that move, stretch, turn, align and order objects.
 #include "host/commands/EditCommand.h"
-#include "host/text/ParseNumber.h"
 #include "kit/geometry/AGConstants.h"
 
 namespace host {
 namespace {
-
-template <typename Value>
-struct Word {
-  const char* word;
-  Value value;
-};
-
-// One of a list of words.
-template <typename Value, std::size_t kCount>
-Result<> ParseWord(const std::string& text, const Word<Value> (&words)[kCount], Value* value) {
-  std::string known;
-  for (const Word<Value>& entry : words) {
-    if (text == entry.word) {
-      *value = entry.value;
-      return {};
-    }
-    known += (known.empty() ? "" : ", ") + std::string(entry.word);
-  }
-  return Problem(N_("\"%s\" is none of %s"), {text, known});
-}
 
 constexpr Word<Alignment> kAlignments[] = {{"left", Alignment::kLeft},     {"center", Alignment::kCenter},
                                            {"right", Alignment::kRight},   {"top", Alignment::kTop},

@@ -69,4 +69,10 @@ int Fail(const std::string& message) {
 
 int Fail(const Problem& problem) { return Fail(problem.English()); }
 
+int FailToRun(const std::string& message) {
+  constexpr int kNotRun = 2;
+  Warn(message);
+  return kNotRun;
+}
+
 }  // namespace host

@@ -28,6 +28,8 @@ void Warn(const std::string& message);
 int Fail(const std::string& message);
 /// The same in English.
 int Fail(const Problem& problem);
+/// For commands that examine something, where nothing could be examined: the same, and returns 2.
+int FailToRun(const std::string& message);
 
 // The commands that do not work on one open document (those that do: EditCommand.h), one file an area.
 extern const Command kScriptCommand;

@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "host/text/ParseNumber.h"
 #include "host/text/Problem.h"
 
 namespace host {
@@ -44,5 +45,18 @@ bool ParseNumbers(const std::string& text, std::size_t count, std::vector<double
 bool ParseLengths(const std::string& text, std::size_t count, std::vector<double>* values);
 /// An angle in degrees, or with a unit.
 bool ParseDegrees(const std::string& text, double* degrees);
+
+/// The number of an option within a range, both ends of which are part of it; without the option it stays as it is.
+template <typename Number>
+Result<> TakeNumber(const CommandLine& line, const char* option, Number least, Number most, Number* number) {
+  const std::string text = line.Value(option, "");
+  Number taken{};
+  if (!line.Has(option)) return {};
+  if (!ParseWhole(text, &taken) || !(taken >= least && taken <= most)) {
+    return Problem(N_("%s"), {"option \"--" + std::string(option) + "\" does not take \"" + text + "\""});
+  }
+  *number = taken;
+  return {};
+}
 
 }  // namespace host

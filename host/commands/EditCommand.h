@@ -97,8 +97,30 @@ Result<> ParseLayer(const EditContext& context, const std::string& text, LayerID
 /// "NAME=VALUE" words as pairs.
 Result<> ParseAssignments(const std::vector<std::string>& words,
                           std::vector<std::pair<std::string, std::string>>* pairs);
-/// Numbers separated by commas; `what` says what is taken, as in "--bounds takes four numbers as X0,Y0,X1,Y1".
+/// Lengths separated by commas, with or without units (CommandLine.h); `what` says what is taken, as in "--bounds takes
+/// four numbers as X0,Y0,X1,Y1".
 Result<> ParseList(const std::string& text, std::size_t count, Text what, std::vector<double>* numbers);
+
+/// A word of a command line and what it stands for.
+template <typename Value>
+struct Word {
+  const char* word;
+  Value value;
+};
+
+/// The value of one of a list of words; what they are is part of the refusal.
+template <typename Value, std::size_t kCount>
+Result<> ParseWord(const std::string& text, const Word<Value> (&words)[kCount], Value* value) {
+  std::string known;
+  for (const Word<Value>& entry : words) {
+    if (text == entry.word) {
+      *value = entry.value;
+      return {};
+    }
+    known += (known.empty() ? "" : ", ") + std::string(entry.word);
+  }
+  return Problem(N_("\"%s\" is none of %s"), {text, known});
+}
 
 // The commands, one file an area.
 extern const EditCommand kAddEdit, kListEdit, kGetEdit, kSetEdit, kStyleEdit, kDeleteEdit;

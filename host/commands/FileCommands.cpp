@@ -83,10 +83,9 @@ const EditCommand kNewEdit = {"new",
                               EditUse::kWithoutDocument,
                               "make an empty document",
                               "usage: objecthost new FILE [--size W,H] [--background R,G,B]\n\n"
-                              "Makes an empty document with a page of W by H units (640,480) and an opaque\n"
-                              "background (255,255,255). W and H may have units, as in 210mm,297mm. An existing file "
-                              "is replaced. In a script there is no FILE:\n"
-                              "\"save\" names it.\n",
+                              "Makes an empty document with a page of W by H units (640,480), which may be given as\n"
+                              "in 210mm,297mm, and an opaque background (255,255,255). An existing file is replaced.\n"
+                              "In a script there is no FILE: \"save\" names it.\n",
                               "size background",
                               "discard",
                               0,

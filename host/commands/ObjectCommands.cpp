@@ -6,7 +6,6 @@
 #include "host/model/ObjectRecord.h"
 #include "host/session/StyleFields.h"
 #include "host/text/DisplayText.h"
-#include "host/text/ParseNumber.h"
 #include "host/text/Printable.h"
 #include "kit/geometry/AGConstants.h"
 

@@ -48,16 +48,15 @@ Result<> FindObjects(const EditContext& context, const EditArguments& arguments,
   return {};
 }
 
+constexpr Word<Likeness> kLikenesses[] = {
+    {"fill", Likeness::kFill}, {"stroke", Likeness::kStroke}, {"class", Likeness::kClass}};
+
 // All that are like the first of the objects.
 Result<> AddAlike(const EditContext& context, const std::string& what, ObjectIDs* found) {
-  const std::pair<const char*, Likeness> words[] = {
-      {"fill", Likeness::kFill}, {"stroke", Likeness::kStroke}, {"class", Likeness::kClass}};
-  for (const auto& [word, likeness] : words) {
-    if (what != word) continue;
-    if (!found->empty()) *found = context.session->Selection().Alike(found->front(), likeness);
-    return {};
-  }
-  return Problem(N_("\"%s\" is none of %s"), {what, "fill, stroke, class"});
+  Likeness likeness{};
+  if (const auto done = ParseWord(what, kLikenesses, &likeness); !done) return done.Why();
+  if (!found->empty()) *found = context.session->Selection().Alike(found->front(), likeness);
+  return {};
 }
 
 Result<> RunSelect(EditContext& context, const EditArguments& arguments) {

@@ -7,36 +7,16 @@
 #include "host/reports/Report.h"
 #include "host/storage/WholeFiles.h"
 #include "host/terminal/Output.h"
-#include "host/text/ParseNumber.h"
 #include "host/torture/Torture.h"
 
 namespace host {
 namespace {
 
-constexpr int kNotRun = 2;
-
-int FailToRun(const std::string& message) {
-  Fail(message);
-  return kNotRun;
-}
-
-// What the process did when it went wrong; empty when it came to its end.
-std::string FailureText(const validator::Outcome& outcome) {
-  if (!outcome.IsFailure()) return "";
-  std::string text = "FAILED\n  done      " + outcome.doing + "\n  expected  " + validator::ExpectedBy(outcome) +
-                     "\n  seen      " + validator::SeenBy(outcome) + "\n";
-  for (const std::string& call : outcome.calls) text += "  called    " + call + "\n";
-  return text + outcome.output;
-}
-
 Result<> TakeOptions(const CommandLine& line, TorturePlan* plan) {
   plan->bundle = line.Positional().empty() ? TortureBundle() : line.Positional().front();
   plan->huge = line.Has("huge");
-  const std::string seconds = line.Value("timeout", plan->huge ? "900" : "120");
-  if (!ParseWhole(seconds, &plan->seconds) || !(plan->seconds >= 0.1) || plan->seconds > 86400) {
-    return Problem(N_("%s"), {"option \"--timeout\" does not take \"" + seconds + "\""});
-  }
-  return {};
+  plan->seconds = plan->huge ? 900 : 120;
+  return TakeNumber(line, "timeout", 0.1, 86400.0, &plan->seconds);
 }
 
 int RunTorture(const std::vector<std::string>& words) {
@@ -56,8 +36,9 @@ int RunTorture(const std::vector<std::string>& words) {
     if (const auto done = ReplaceFile(path, kept.data(), kept.size()); !done) return FailToRun(done.Why().English());
   }
   Output::Flush();
-  const std::string failure = FailureText(result->outcome);
-  std::fputs(failure.c_str(), stderr);
+  if (result->outcome.IsFailure()) {
+    std::fprintf(stderr, "FAILED\n%s", validator::FailureOf(result->outcome).c_str());
+  }
   return result->IsPassed() ? 0 : 1;
 }
 

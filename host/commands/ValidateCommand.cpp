@@ -13,7 +13,6 @@
 #include "host/storage/WholeFiles.h"
 #include "host/terminal/Output.h"
 #include "host/terminal/ProgressBar.h"
-#include "host/text/ParseNumber.h"
 #include "host/validator/ElfFile.h"
 
 namespace host {
@@ -24,7 +23,6 @@ using validator::Check;
 using validator::CheckResult;
 using validator::TrialPlan;
 
-constexpr int kNotRun = 2;
 constexpr char kSanitizer[] = "libasan.so";
 
 struct Request {
@@ -34,19 +32,6 @@ struct Request {
   bool json = false;
   std::string junit;
 };
-
-int FailToRun(const std::string& message) {
-  Fail(message);
-  return kNotRun;
-}
-
-template <typename Number>
-Result<> TakeNumber(const CommandLine& line, const char* option, Number least, Number most, Number* number) {
-  const std::string text = line.Value(option, "");
-  if (!line.Has(option)) return {};
-  if (ParseWhole(text, number) && *number >= least && *number <= most) return {};
-  return Problem(N_("%s"), {"option \"--" + std::string(option) + "\" does not take \"" + text + "\""});
-}
 
 Result<> TakeOptions(const CommandLine& line, Request* request) {
   TrialPlan& plan = request->plan;

@@ -68,6 +68,12 @@ std::string SeenBy(const Outcome& outcome) {
   }
 }
 
+std::string FailureOf(const Outcome& outcome) {
+  const std::string done = outcome.operations != 0 ? outcome.history : outcome.doing;
+  return Field("done", done) + Field("expected", ExpectedBy(outcome)) + Field("seen", SeenBy(outcome)) +
+         Field("calls", Joined(outcome.calls)) + Field("printed", outcome.output);
+}
+
 std::string RepeatLine(const CheckResult& result, const TrialPlan& plan) {
   std::string line = "objecthost validate " + Quoted(plan.bundle) + " --only " + result.check->id;
   if (!result.outcome.step) return line;
@@ -80,10 +86,7 @@ std::string TextOf(const CheckResult& result, const TrialPlan& plan) {
   const std::string id = result.check->id;
   if (outcome.end == Outcome::End::kPassed) return "ok      " + id + "\n";
   if (outcome.end == Outcome::End::kSkipped) return "skipped " + id + ": " + outcome.seen + "\n";
-  const std::string done = outcome.operations != 0 ? outcome.history : outcome.doing;
-  return "FAILED  " + id + "\n" + Field("asked", result.check->asks) + Field("done", done) +
-         Field("expected", ExpectedBy(outcome)) + Field("seen", SeenBy(outcome)) +
-         Field("calls", Joined(outcome.calls)) + Field("printed", outcome.output) +
+  return "FAILED  " + id + "\n" + Field("asked", result.check->asks) + FailureOf(outcome) +
          Field("repeat", RepeatLine(result, plan)) + Field("mend", "docs/validator.md, section \"" + id + "\"");
 }
 

@@ -13,6 +13,8 @@ const char* WordFor(const Outcome& outcome);
 /// What was expected and what was seen, also of a bundle that crashed, hung or ended the process.
 std::string ExpectedBy(const Outcome& outcome);
 std::string SeenBy(const Outcome& outcome);
+/// What was done, expected and seen, the calls and what was printed: a field a line, indented.
+std::string FailureOf(const Outcome& outcome);
 /// The command line that runs the check on the bundle again, as it ran here.
 std::string RepeatLine(const CheckResult& result, const TrialPlan& plan);
 

@@ -55,8 +55,13 @@ class Reader {
   static constexpr int kDeepest = 50;  // brackets and signs
 
   void SkipBlanks() {
-    for (const std::string_view blank : {" ", "\t", "\u00A0", "\u202F"}) {
-      if (rest_.starts_with(blank)) return rest_.remove_prefix(blank.size()), SkipBlanks();
+    for (bool isAny = true; isAny;) {
+      isAny = false;
+      for (const std::string_view blank : {" ", "\t", "\u00A0", "\u202F"}) {
+        if (!rest_.starts_with(blank)) continue;
+        rest_.remove_prefix(blank.size());
+        isAny = true;
+      }
     }
   }
   bool Take(std::string_view what) {

@@ -99,10 +99,8 @@ void EditorWindow::AddEditActions() {
   AddTextCommand("paste", "clipboard.paste", [this] { PasteClipboard(); });
   AddTextCommand("select-all", kSelectAllText, [this] { session_->Selection().SelectAll(); });
   AddCommand("select-none", [this] { session_->Selection().SelectNone(); });
-  AddCommand("copy-style", [this] {
-    EditorApplication::CopiedStyle() = StyleOf(session_->Doc(), session_->Selection().IDs());
-    UpdateActions();
-  });
+  AddCommand("copy-style",
+             [this] { EditorApplication::CopiedStyle() = StyleOf(session_->Doc(), session_->Selection().IDs()); });
   AddEdit("paste-style", [this](const ObjectIDs& ids) {
     const auto& style = EditorApplication::CopiedStyle();
     return style ? session_->Objects().SetStyle(ids, style->brush, style->pen) : Result<>();
@@ -181,10 +179,9 @@ void EditorWindow::UpdateActions() {
   for (const char* action :
        {"delete", "duplicate", "to-front", "forward", "backward", "to-back", "align-left", "align-center",
         "align-right", "align-top", "align-middle", "align-bottom", "select-none", "zoom-selection", "copy-style",
-        "select-same-fill", "select-same-outline", "select-same-kind"}) {
+        "paste-style", "select-same-fill", "select-same-outline", "select-same-kind"}) {
     SetEnabled(action, count > 0);
   }
-  SetEnabled("paste-style", count > 0 && EditorApplication::CopiedStyle());
   SetEnabled("distribute-horizontally", count > 2);
   SetEnabled("distribute-vertically", count > 2);
   if (const auto application = std::dynamic_pointer_cast<EditorApplication>(get_application())) {

@@ -601,6 +601,19 @@ def change_brush_style():
 
 
 @scenario
+def style_from_one_to_another():
+    red = [*TWO[1], "--set", "Brush.Color=(200;30;30;255)", "--set", "Pen.Size=5"]
+    with Editor([TWO[0], red], (300, 100)) as window:
+        window.key("ctrl+alt+c")
+        window.click(window.at(100, 100))
+        window.key("ctrl+alt+v")
+        window.expect("brush and pen of the other", lambda items: items[0]["properties"]["Brush"]["Color"] ==
+                      "(200;030;030;255)" and items[0]["properties"]["Pen"]["Size"] == 5)
+        window.key("ctrl+z")
+        window.expect("one step back", lambda items: items[0]["properties"]["Pen"]["Size"] == 1)
+
+
+@scenario
 def close_reopen_export():
     with Editor([BOX], (200, 160)) as window:
         window.key("Up")
@@ -973,8 +986,8 @@ def every_shortcut():
                               ("ctrl+z", 4), ("ctrl+y", 5), ("ctrl+x", 4), ("Delete", 4), ("ctrl+shift+a", 4),
                               ("Delete", 4), ("ctrl+a", 4), ("Delete", 0), ("ctrl+z", 4)):
             count(key, expected)
-        window.click(window.at(100, 100))
-        press("ctrl+alt+c")
+        window.key("ctrl+shift+a")
+        press("ctrl+alt+c")  # of nothing, which stays so: style_from_one_to_another
         press("ctrl+alt+v")
         press("ctrl+shift+n")
         window.expect("a layer", lambda _: len(window.layers()) == 2)

@@ -82,6 +82,7 @@ TEST(ExpressionTest, Values) {
   for (const char* text : {"50%", "*2"}) EXPECT_FALSE(Evaluate(text, Measure::kPlain, {})) << text;
   EXPECT_FALSE(Evaluate("1,5", Measure::kLength, {}, Decimals::kPoint));
   EXPECT_FALSE(Evaluate(std::string(100000, '(') + "1" + std::string(100000, ')'), Measure::kPlain, {}));
+  EXPECT_TRUE(Evaluate(std::string(1000000, ' ') + "1", Measure::kPlain, {}));
   EXPECT_FALSE(Evaluate(std::string(100000, '-') + "1", Measure::kPlain, {}));
 }
 

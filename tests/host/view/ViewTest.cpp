@@ -62,6 +62,20 @@ class CanvasTest : public testing::Test {
   ObjectID AddRect(const AGRect& bounds, double angle = 0) {
     return Taken(session_->Objects().Add(AKClassID("stdRect"), "", {bounds, angle}));
   }
+  // More than are changed with each motion.
+  ObjectIDs SelectMany() {
+    for (std::size_t i = 0; i <= PointerTool::kMostChangedLive; ++i) {
+      const auto place = static_cast<double>(i % 97);
+      AddRect({place / 7, place, place / 7 + 30, place + 40}, place);
+    }
+    session_->Selection().SelectAll();
+    return session_->Selection().IDs();
+  }
+  std::vector<ObjectPlacement> PlacementsOf(const ObjectIDs& ids) {
+    std::vector<ObjectPlacement> all;
+    for (const ObjectID id : ids) all.push_back(Object(id).Placement());
+    return all;
+  }
   AGPoint Seen(double x, double y) const { return view_.ToView({x, y}); }
   void Drag(const AGPoint& from, const AGPoint& to, PointerModifiers modifiers = {}) {
     tool_->Press(from, modifiers);
@@ -152,17 +166,9 @@ TEST_F(CanvasTest, Finish_EndsTheDragWhereItIs) {
 
 // Many objects wait for the release, and then are where the same drag of the frame takes them at once.
 TEST_F(CanvasTest, StretchAndTurnOfMany_AreDoneAtTheEnd) {
-  for (std::size_t i = 0; i <= PointerTool::kMostChangedLive; ++i) {
-    const auto place = static_cast<double>(i % 97);
-    AddRect({place, place / 3, place + 30, place + 40}, place);
-  }
   DocumentSession& session = *session_;
-  const ObjectIDs ids = (session.Selection().SelectAll(), session.Selection().IDs());
-  const auto placements = [&] {
-    std::vector<ObjectPlacement> all;
-    for (const ObjectID id : ids) all.push_back(Object(id).Placement());
-    return all;
-  };
+  const ObjectIDs ids = SelectMany();
+  const auto placements = [&] { return PlacementsOf(ids); };
   const std::vector<ObjectPlacement> before = placements();
   const SelectionFrame frame = SelectionFrame::Of(session);
   const ObjectPlacement from = frame.Placement();
@@ -192,17 +198,9 @@ TEST_F(CanvasTest, StretchAndTurnOfMany_AreDoneAtTheEnd) {
 
 // Whatever a drag of many objects goes through, it changes the document once, as one move by the whole way does.
 TEST_F(CanvasTest, MoveOfMany_IsShownAndDoneAtTheEnd) {
-  for (std::size_t i = 0; i <= PointerTool::kMostChangedLive; ++i) {
-    const auto place = static_cast<double>(i % 97);
-    AddRect({place / 7, place, place / 7 + 30, place + 40}, place);
-  }
   DocumentSession& session = *session_;
-  const ObjectIDs ids = (session.Selection().SelectAll(), session.Selection().IDs());
-  const auto placements = [&] {
-    std::vector<ObjectPlacement> all;
-    for (const ObjectID id : ids) all.push_back(Object(id).Placement());
-    return all;
-  };
+  const ObjectIDs ids = SelectMany();
+  const auto placements = [&] { return PlacementsOf(ids); };
   const std::vector<ObjectPlacement> before = placements();
   AGRect box;
   ASSERT_TRUE(session.Selection().GetBox(ids, &box));
