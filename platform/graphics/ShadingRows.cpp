@@ -6,20 +6,6 @@
 namespace platform {
 namespace {
 
-// In loops over the four channels, which the compiler turns into a few wide instructions.
-std::uint32_t Premultiplied(const CGFloat* color, double contextAlpha) {
-  double unit[4];
-  for (int c = 0; c < 4; ++c) {
-    const double positive = color[c] > 0 ? color[c] : 0;
-    unit[c] = positive < 1 ? positive : 1;
-  }
-  const double alpha = unit[3] * contextAlpha * 255;
-  unit[3] = 1;
-  std::int32_t channel[4];
-  for (int c = 0; c < 4; ++c) channel[c] = static_cast<std::int32_t>(unit[c] * alpha + 0.5);
-  return static_cast<std::uint32_t>(channel[3] << 24 | channel[0] << 16 | channel[1] << 8 | channel[2]);
-}
-
 // From so many pixels on it is quicker to make the whole table than to ask for each pixel.
 constexpr double kManyPixels = 1024;
 
@@ -46,7 +32,7 @@ ShadingRows::ShadingRows(const CGShading& shading, const CGAffineTransform& user
                           [order](std::uint32_t pixel) { return raster::AlphaOf(pixel, order) == 255; });
 }
 
-// All colours first, then all words: each loop does one thing, and quickly.
+// All colours first, then all pixels: each loop does one thing, and quickly.
 void ShadingRows::MakeAllEntries() {
   const CGFunction& function = *shading_.function.Get();
   std::array<CGFloat, 4 * (kLast + 1)> colors{};
@@ -54,9 +40,7 @@ void ShadingRows::MakeAllEntries() {
     const CGFloat input = static_cast<double>(i) / kLast;
     function.callbacks.evaluate(function.info, &input, &colors[4 * i]);
   }
-  for (std::size_t i = 0; i <= kLast; ++i) {
-    table_[i + 1] = raster::InOrder(Premultiplied(&colors[4 * i], alpha_), order_);
-  }
+  raster::PackColors(colors.data(), kLast + 1, alpha_, order_, &table_[1]);
   table_[0] = shading_.extendStart ? table_[1] : 0;
   table_[kEntries - 1] = shading_.extendEnd ? table_[kEntries - 2] : 0;
 }
@@ -71,7 +55,7 @@ void ShadingRows::MakeEntry(int entry) const {
   const CGFloat input = static_cast<double>(std::clamp(entry - 1, 0, kLast)) / kLast;
   CGFloat color[4] = {0, 0, 0, 0};
   function.callbacks.evaluate(function.info, &input, color);
-  table_[at] = raster::InOrder(Premultiplied(color, alpha_), order_);
+  raster::PackColors(color, 1, alpha_, order_, &table_[at]);
 }
 
 void ShadingRows::PrepareAxis(const CGShading& shading) {

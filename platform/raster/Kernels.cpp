@@ -89,6 +89,7 @@ HWY_EXPORT(SweepToBytes);
 HWY_EXPORT(PaintThrough);
 HWY_EXPORT(PaintSpan);
 HWY_EXPORT(MultiplyBytes);
+HWY_EXPORT(PackColors);
 HWY_EXPORT(LookUpLinear);
 HWY_EXPORT(LookUpRadial);
 HWY_EXPORT(LookUpBilinear);
@@ -111,6 +112,9 @@ void PaintSpan(const Surface& surface, int x, int y, int count, const MaskView* 
 }
 void MultiplyBytes(unsigned char* bytes, const unsigned char* by, std::size_t count) {
   HWY_DYNAMIC_DISPATCH(MultiplyBytes)(bytes, by, count);
+}
+void PackColors(const double* colors, std::size_t count, double alpha, PixelOrder order, std::uint32_t* pixels) {
+  HWY_DYNAMIC_DISPATCH(PackColors)(colors, count, alpha, order, pixels);
 }
 void LookUpLinear(const std::uint32_t* table, int last, double first, double step, int count, std::uint32_t* pixels) {
   HWY_DYNAMIC_DISPATCH(LookUpLinear)(table, last, first, step, count, pixels);

@@ -76,6 +76,11 @@ void PaintSpan(const Surface& surface, int x, int y, int count, const MaskView* 
 /// bytes[i] = bytes[i] * by[i] / 255, rounded.
 void MultiplyBytes(unsigned char* bytes, const unsigned char* by, std::size_t count);
 
+/// Makes pixels of `count` colours of four components each: red, green and blue, not multiplied by the opacity, and it.
+/// What is beyond 0 to 1 counts as the end that it is beyond, what is no number as 0. `alpha`, 0 to 1, multiplies the
+/// opacity.
+void PackColors(const double* colors, std::size_t count, double alpha, PixelOrder order, std::uint32_t* pixels);
+
 /// A row of a table's entries: pixel i takes the one at first + step * i, of 0 to last; what lies before or behind
 /// takes the first or the last. A position that is no number takes any.
 void LookUpLinear(const std::uint32_t* table, int last, double first, double step, int count, std::uint32_t* pixels);

@@ -44,7 +44,8 @@ HWY_INLINE auto Entries(const std::uint32_t* table, int last, V position) {
   return hn::GatherIndex(Many(), table, entry);
 }
 
-/// Writes `count` pixels; at(i) gives the positions of those from i on.
+/// Writes `count` pixels; at(i) gives the positions of those from i on, the same for a pixel whichever i it is reached
+/// from.
 template <bool kAreNumbers, class At>
 HWY_INLINE void LookUpEach(const std::uint32_t* table, int last, int count, std::uint32_t* pixels, const At& at) {
   const Many d;
@@ -52,9 +53,13 @@ HWY_INLINE void LookUpEach(const std::uint32_t* table, int last, int count, std:
   int i = 0;
   for (; i + lanes <= count; i += lanes) hn::StoreU(Entries<kAreNumbers>(table, last, at(i)), d, pixels + i);
   if (i == count) return;
+  if (count >= lanes) {  // some of the last ones once more
+    hn::StoreU(Entries<kAreNumbers>(table, last, at(count - lanes)), d, pixels + count - lanes);
+    return;
+  }
   HWY_ALIGN std::uint32_t rest[hn::MaxLanes(d)];
-  hn::Store(Entries<kAreNumbers>(table, last, at(i)), d, rest);
-  std::copy_n(rest, count - i, pixels + i);
+  hn::Store(Entries<kAreNumbers>(table, last, at(0)), d, rest);
+  std::copy_n(rest, count, pixels);
 }
 
 template <class At>
@@ -71,11 +76,11 @@ void LookUpLinear(const std::uint32_t* table, int last, double first, double ste
   const Reals d;
   // In stretches, so that single precision counts from near by.
   constexpr int kStretch = 256;
-  const auto steps = hn::Mul(hn::Iota(d, 0.0F), hn::Set(d, static_cast<float>(step)));
+  const auto stepOfOne = hn::Set(d, static_cast<float>(step));
   for (int begin = 0; begin < count; begin += kStretch) {
-    const auto base = hn::Add(hn::Set(d, static_cast<float>(first + step * begin)), steps);
+    const auto base = hn::Set(d, static_cast<float>(first + step * begin));
     LookUp(AreModerate(first, step), table, last, std::min(kStretch, count - begin), pixels + begin,
-           [&](int i) HWY_ATTR { return hn::Add(base, hn::Set(d, static_cast<float>(step) * static_cast<float>(i))); });
+           [&](int i) HWY_ATTR { return hn::Add(base, hn::Mul(stepOfOne, hn::Iota(d, static_cast<float>(i)))); });
   }
 }
 
@@ -94,6 +99,42 @@ void LookUpRadial(const std::uint32_t* table, int last, const RadialRow& row, in
     const auto uy = hn::Add(y, hn::Mul(stepY, k));
     return hn::Add(offset, hn::Mul(factor, hn::Sqrt(hn::Add(hn::Mul(ux, ux), hn::Mul(uy, uy)))));
   });
+}
+
+/// A component, 0 to 1, of a colour of which `most` is the opacity, 0 to 255.
+template <class V>
+HWY_INLINE auto Component(V component, V most) {
+  const hn::DFromV<V> d;
+  const auto inside = hn::Min(hn::IfThenElseZero(hn::Gt(component, hn::Zero(d)), component), hn::Set(d, 1.0));
+  const auto level = hn::Add(hn::Mul(inside, most), hn::Set(d, 0.5));
+  return hn::BitCast(hn::Rebind<std::uint32_t, decltype(d)>(),
+                     hn::DemoteTo(hn::Rebind<std::int32_t, decltype(d)>(), level));
+}
+
+void PackColors(const double* colors, std::size_t count, double alpha, PixelOrder order, std::uint32_t* pixels) {
+  const hn::ScalableTag<double> d;
+  const hn::Rebind<std::uint32_t, decltype(d)> packed;
+  const std::size_t lanes = hn::Lanes(d);
+  HWY_ALIGN double rest[4 * hn::MaxLanes(d)] = {};
+  HWY_ALIGN std::uint32_t made[hn::MaxLanes(d)];
+  for (std::size_t i = 0; i < count; i += lanes) {
+    const std::size_t length = std::min(lanes, count - i);
+    const double* from = colors + 4 * i;
+    if (length < lanes) {
+      std::copy_n(from, 4 * length, rest);
+      from = rest;
+    }
+    hn::Vec<decltype(d)> red, green, blue, opacity;
+    hn::LoadInterleaved4(d, from, red, green, blue, opacity);
+    const auto one = hn::Set(d, 1.0);
+    const auto inside = hn::Min(hn::IfThenElseZero(hn::Gt(opacity, hn::Zero(d)), opacity), one);
+    const auto most = hn::Mul(hn::Mul(inside, hn::Set(d, alpha)), hn::Set(d, 255.0));
+    auto pixel = hn::Or(hn::Or(hn::ShiftLeft<24>(Component(one, most)), hn::ShiftLeft<16>(Component(red, most))),
+                        hn::Or(hn::ShiftLeft<8>(Component(green, most)), Component(blue, most)));
+    if (order == PixelOrder::kAlphaFirst) pixel = Reversed(packed, pixel);
+    hn::StoreU(pixel, packed, length < lanes ? made : pixels + i);
+    if (length < lanes) std::copy_n(made, length, pixels + i);
+  }
 }
 
 // Along one axis: the pixels before and behind a place, and how far it is between them, in 1/256.

@@ -79,7 +79,10 @@ std::vector<std::uint32_t> LookUps(unsigned int seed) {
   Random random(seed);
   Pixels table(515);
   for (std::uint32_t& entry : table) entry = Color(random, false);
-  Pixels result(600);
+  Pixels result(700);
+  std::vector<double> colors(4 * 100);
+  for (double& component : colors) component = random.Below(20) == 0 ? NAN : random.In(-0.1, 1.1);
+  raster::PackColors(colors.data(), 100 - seed % 9, random.In(0, 1), PixelOrder::kAlphaFirst, result.data() + 600);
   raster::LookUpLinear(table.data(), 514, random.In(-600, 600), random.In(-9, 9), 200, result.data());
   raster::LookUpRadial(table.data(), 514,
                        {random.In(-99, 99), random.In(-99, 99), random.In(-1, 1), random.In(-1, 1), 5, -9}, 200,
@@ -112,6 +115,36 @@ TEST(RasterPixelsTest, EveryProcessor_GivesTheSameBytes) {
   }
   hwy::SetSupportedTargetsForTest(0);
   hwy::GetChosenTarget().Update(hwy::SupportedTargets());
+}
+
+// Some colours by hand, and many of them in one way and one by one.
+TEST(RasterPixelsTest, ColorsBecomePixels) {
+  const struct {
+    double color[4], alpha;
+    std::uint32_t pixel;
+  } rows[] = {{{1, 0.5, 0, 1}, 1, 0xFFFF8000},
+              {{1, 1, 1, 0.5}, 0.5, 0x40404040},
+              {{-1, 7, NAN, 1}, 1, 0xFF00FF00},
+              {{0.2, 0.4, 0.6, 9}, 1, 0xFF336699},
+              {{1, 1, 1, NAN}, 1, 0},
+              {{INFINITY, -INFINITY, 1e300, 0.6}, 1, 0x99990099},
+              {{0.4, 0.6, 0.8, 0.2}, 1, 0x33141F29},
+              {{1, 0, 0, -0.0}, 1, 0}};
+  std::vector<double> colors;
+  for (const auto& row : rows) {
+    std::uint32_t pixel = 1;
+    raster::PackColors(row.color, 1, row.alpha, PixelOrder::kBlueFirst, &pixel);
+    EXPECT_EQ(pixel, row.pixel);
+    colors.insert(colors.end(), row.color, row.color + 4);
+  }
+  Pixels packed(9, 0x12345678);
+  raster::PackColors(colors.data(), 8, 1, PixelOrder::kAlphaFirst, packed.data());
+  for (std::size_t i = 0; i < 8; ++i) {
+    std::uint32_t pixel = 1;
+    raster::PackColors(&colors[4 * i], 1, 1, PixelOrder::kBlueFirst, &pixel);
+    EXPECT_EQ(packed[i], InOrder(pixel, PixelOrder::kAlphaFirst)) << i;
+  }
+  EXPECT_EQ(packed[8], 0x12345678U) << "more than was asked for";
 }
 
 // One pixel, in doubles. Three products are rounded, each by half a level at most.
