@@ -172,10 +172,10 @@ TEST(ManyTest, TenTimesAsMany_TakeFarLessThanAHundredTimesAsLong) {
     const char* name;
     void (*work)(unsigned int count);
     unsigned int count;
-  } cases[] = {{"classes", &RegisterClasses, 3000},
-               {"controls", &AddControls, 3000},
-               {"layers", &EditLayers, 3000},
-               {"objects", &EditObjects, 3000},
+  } cases[] = {{"classes", &RegisterClasses, 10000},
+               {"controls", &AddControls, 10000},
+               {"layers", &EditLayers, 10000},
+               {"objects", &EditObjects, 10000},
                {"properties", &SetProperties, 10000}};
   for (const auto& [name, work, count] : cases) {
     double ratio = 1e9;
