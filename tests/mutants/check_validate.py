@@ -31,9 +31,11 @@ def run(*words, **environment):
 def report(*words, **environment):
     """The checks of one bundle by their IDs."""
     code, output, error = run(*words, "--json", **environment)
-    found = json.loads(output)["bundles"][0] if output else {}
-    checks = {check["id"]: check for check in found.get("checks", [])}
-    expect(code == (1 if found.get("failed") else 0), f"{words}: exit code {code}: {error}")
+    if not output:
+        sys.exit(f"{words}: no report, exit code {code}: {error}")
+    found = json.loads(output)["bundles"][0]
+    checks = {check["id"]: check for check in found["checks"]}
+    expect(code == (1 if found["failed"] else 0), f"{words}: exit code {code}: {error}")
     for word, result in (("passed", "passed"), ("failed", "failed"), ("skipped", "skipped")):
         expect(found.get(word) == sum(c["result"] == result for c in checks.values()), f"{words}: count of {word}")
     return checks

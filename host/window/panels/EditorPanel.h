@@ -41,13 +41,13 @@ class EditorPanel : public Gtk::Box, public SessionObserver {
   virtual void Refresh() = 0;
   bool IsRefreshing() const { return refreshing_; }
   void RefreshSoon(int priority = Glib::PRIORITY_DEFAULT_IDLE);
+  void RefreshNow();
   /// Reports a refused edit.
   void Report(const Result<>& done) {
     if (!done) problem_.emit(done.Why());
   }
 
  private:
-  void RefreshNow();
   void RefreshWhenFree();
 
   DocumentSession* session_ = nullptr;

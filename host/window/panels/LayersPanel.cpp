@@ -13,6 +13,9 @@
 namespace host {
 namespace {
 
+// A row costs as much memory as thousands of layers in the document.
+constexpr std::size_t kMostRows = 200;
+
 void SetName(Gtk::Widget* widget, const std::string& name) {
   widget->set_tooltip_text(name);
   gtk_accessible_update_property(GTK_ACCESSIBLE(widget->gobj()), GTK_ACCESSIBLE_PROPERTY_LABEL, name.c_str(), -1);
@@ -32,7 +35,9 @@ LayersPanel::LayersPanel() {
   list_.signal_row_activated().connect(
       [this](Gtk::ListBoxRow* row) { rows_[static_cast<std::size_t>(row->get_index())].name->Edit(); });
   AddDoubleClick();
+  AddSlideButton(above_, Tr("More Layers Above"), false);
   append(list_);
+  AddSlideButton(below_, Tr("More Layers Below"), true);
   auto* const buttons = Gtk::make_managed<Gtk::Box>(Gtk::Orientation::HORIZONTAL, 4);
   AddButton(buttons, "list-add-symbolic", Tr("New Layer"), [this] { Session()->Layers().Add(""); });
   AddButton(buttons, "list-remove-symbolic", Tr("Delete Layer"),
@@ -118,10 +123,63 @@ void LayersPanel::Rename(LayerID id, NameField* field, const std::string& name) 
   Report(done);
 }
 
-bool LayersPanel::ShowsTheLayers() const {
+void LayersPanel::AddSlideButton(Gtk::Button& button, const char* text, bool isDown) {
+  button.set_label(text);
+  button.set_has_frame(false);
+  button.set_visible(false);
+  button.signal_clicked().connect([this, isDown] {
+    if (Session() != nullptr) Slide(isDown);
+  });
+  append(button);
+}
+
+// Half of the rows stay, so that one sees where the others come from; the first of the others takes the focus.
+void LayersPanel::Slide(bool isDown) {
+  const std::size_t half = kMostRows / 2;
+  const std::size_t before = first_;
+  first_ = isDown ? first_ + half : first_ - std::min(first_, half);
+  RefreshNow();
+  const std::size_t next = isDown ? before + kMostRows - first_ : before - std::min(before, first_ + 1);
+  FocusWhenPlaced(rows_[std::min(next, rows_.size() - 1)].id);
+}
+
+// The toolkit scrolls to what takes the focus if it has a place by then, which new rows have with the second frame.
+void LayersPanel::FocusWhenPlaced(LayerID id) {
+  list_.add_tick_callback([this, id, frames = 0](const Glib::RefPtr<Gdk::FrameClock>&) mutable {
+    if (++frames < 2) return true;
+    for (std::size_t i = 0; i < rows_.size(); ++i) {
+      if (rows_[i].id == id) list_.get_row_at_index(static_cast<int>(i))->grab_focus();
+    }
+    return false;
+  });
+}
+
+std::size_t LayersPanel::RowCount() const { return std::min(kMostRows, Session()->Doc().Layers().size()); }
+
+const Layer& LayersPanel::LayerAt(std::size_t row) const {
   const auto& layers = Session()->Doc().Layers();
-  return std::equal(rows_.begin(), rows_.end(), layers.rbegin(), layers.rend(),
-                    [](const Row& row, const auto& layer) { return row.id == layer->id; });
+  return *layers[layers.size() - 1 - first_ - row];
+}
+
+void LayersPanel::PlaceStretch() {
+  const std::size_t count = Session()->Doc().Layers().size();
+  const std::size_t most = count - RowCount();
+  const LayerID active = Session()->Layers().Active();
+  const std::size_t place = count - 1 - Session()->Doc().IndexOfLayer(active);
+  const bool isListed = place >= first_ && place - first_ < kMostRows;
+  if (active != active_ && !isListed) first_ = place - std::min(place, kMostRows / 2);
+  active_ = active;
+  first_ = std::min(first_, most);
+  above_.set_visible(first_ > 0);
+  below_.set_visible(first_ < most);
+}
+
+bool LayersPanel::ShowsTheLayers() const {
+  if (rows_.size() != RowCount()) return false;
+  for (std::size_t i = 0; i < rows_.size(); ++i) {
+    if (rows_[i].id != LayerAt(i).id) return false;
+  }
+  return true;
 }
 
 bool LayersPanel::Build() {
@@ -129,9 +187,8 @@ bool LayersPanel::Build() {
   clicked_ = nullptr;
   const bool hadFocus = RemoveRows(list_);
   if (Session() == nullptr) return false;
-  const auto& layers = Session()->Doc().Layers();
-  for (std::size_t i = layers.size(); i > 0; --i) {
-    rows_.push_back(MakeRow(layers[i - 1]->id));
+  for (std::size_t i = 0; i < RowCount(); ++i) {
+    rows_.push_back(MakeRow(LayerAt(i).id));
     list_.append(*rows_.back().content);
   }
   return hadFocus;
@@ -139,19 +196,25 @@ bool LayersPanel::Build() {
 
 // The rows stay as long as the layers do: a name may be edited, and a click may be the first of two.
 void LayersPanel::Refresh() {
+  if (Session() != nullptr) PlaceStretch();
   const bool hadFocus = (Session() == nullptr || !ShowsTheLayers()) && Build();
   if (Session() == nullptr) return;
-  for (const Row& row : rows_) {
-    const LayerSettings& settings = Session()->Doc().FindLayer(row.id)->settings;
+  Gtk::ListBoxRow* activeRow = nullptr;
+  for (std::size_t i = 0; i < rows_.size(); ++i) {
+    const Row& row = rows_[i];
+    const LayerSettings& settings = LayerAt(i).settings;
     row.visible->set_active(settings.visible);
     row.locked->set_active(settings.locked);
     row.locked->set_icon_name(settings.locked ? "changes-prevent-symbolic" : "changes-allow-symbolic");
     row.name->Show(settings.name);
+    if (row.id == active_) activeRow = list_.get_row_at_index(static_cast<int>(i));
   }
-  const std::size_t active = Session()->Doc().IndexOfLayer(Session()->Layers().Active());
-  Gtk::ListBoxRow* const row = list_.get_row_at_index(static_cast<int>(rows_.size() - 1 - active));
-  list_.select_row(*row);
-  if (hadFocus) row->grab_focus();
+  if (activeRow == nullptr) {
+    list_.unselect_all();
+    return;
+  }
+  list_.select_row(*activeRow);
+  if (hadFocus) activeRow->grab_focus();
 }
 
 }  // namespace host
