@@ -8,11 +8,13 @@ int main() {
   double seconds = 0;
   AGRect rect;
   AGColor color;
-  std::printf("%d %g\n", strGetasTimeHMS("1:02:05", &seconds, 0), seconds);  // prints: 1 3725
+  const bool isTime = strGetasTimeHMS("1:02:05", &seconds, 0);
+  std::printf("%d %g\n", isTime, seconds);  // prints: 1 3725
   strGetasAGRect("(0;0;40;30)", &rect, kAGNullRect);
   std::printf("%g x %g\n", rect.Width(), rect.Height());  // prints: 40 x 30
   // What does not match gives the default, and says so.
-  std::printf("%d %d\n", strGetasAGColorHex("orange", &color, kAGColorRed), color == kAGColorRed);  // prints: 0 1
+  const bool isColor = strGetasAGColorHex("orange", &color, kAGColorRed);
+  std::printf("%d %d\n", isColor, color == kAGColorRed);  // prints: 0 1
 
   char text[64];
   std::printf("%s\n", strSetasAGColor(text, kAGColorBlue, true));  // prints: (000;000;255;255)

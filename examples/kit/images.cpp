@@ -23,7 +23,8 @@ int main() {
   const bool read = back.SetupFromFile(path);
   std::printf("%d %d\n", saved, read);  // prints: 1 1
   AKFileUtils::RemoveFile(path);
-  std::printf("%d %d\n", back.SetupFromFile(path), back.IsEmpty());  // prints: 0 1
+  const bool again = back.SetupFromFile(path);
+  std::printf("%d %d\n", again, back.IsEmpty());  // prints: 0 1
   AKFileUtils::RemoveFolder(folder);
 
   // A picture is an image or a path; both are drawn into a rectangle.
@@ -36,7 +37,8 @@ int main() {
 
   // Which scale a drawn image is kept at.
   AGImageCacheInfo kept(kAGImageQualityHigh);
-  std::printf("%d, %g\n", kept.SetImageScale(100), kept.ImageScale());  // prints: 1, 8
+  const bool changed = kept.SetImageScale(100);
+  std::printf("%d, %g\n", changed, kept.ImageScale());  // prints: 1, 8
 
   // Images of the application's resources, each loaded once; here it has none.
   std::printf("%d %u\n", AGSharedImages::Shared().RegisterImage("logo.png") == nullptr,

@@ -36,7 +36,8 @@ int main() {
   pen.WriteToFile(file);
   file.SetPos(0);
   AGPen back;
-  std::printf("%d, %g\n", back.ReadFromFile(file), back.Size());  // prints: 0, 2.5
+  const int status = back.ReadFromFile(file);
+  std::printf("%d, %g\n", status, back.Size());  // prints: 0, 2.5
 
   AKValue value;
   brush.WriteToValue(&value);

@@ -4,7 +4,6 @@
 #include <cstdio>
 
 #include "kit/files/AKFileUtils.h"
-#include "kit/log/AKLog.h"
 #include "kit/streams/AKFile.h"
 #include "kit/streams/AKFileChunk.h"
 #include "kit/streams/AKFileErrors.h"
@@ -49,9 +48,10 @@ int main() {
   std::printf("%u bytes: %u (%g;%g) %s\n", chunk.size, points, center.x, center.y, name.CStr());
   // prints: 28 bytes: 7 (1;2) star
 
-  // What is missing is a status, and the output stays as it was; so does the log here, which nobody has asked for.
+  // What is missing is a status, and the output stays as it was. It is logged, too, where there is a host.
   unsigned long long more = 99;
-  std::printf("%d %llu\n", AKFileReadUInt64(file, &more), more);  // prints: -890 99
+  status = AKFileReadUInt64(file, &more);
+  std::printf("%d %llu\n", status, more);  // prints: -890 99
 
   // An array of numbers at once, in the order asked for: behind ATNumbersLow stands AKFileWords.
   const unsigned short steps[2] = {1, 0x1234};
