@@ -34,6 +34,9 @@ for file in rgb8.png baseline.jpg rgb8.tif; do
   is "the format of $file" "$("${host[@]}" get picture.akd 0 Bytes)" "$(stat -c %s "$images/$file")"
 done
 
+cp "$images/rgb8.png" 'für 日本.png'
+"${host[@]}" add picture.akd stdPict --args '-file:"für 日本.png"' > added || fault "a name with a blank is not found"
+
 # What is no image is refused by name; one cut short is kept, drawn as a crossed box, and written back.
 echo words > words.png
 "${host[@]}" add picture.akd stdPict --args -file:words.png 2> log && fault "words are a picture"

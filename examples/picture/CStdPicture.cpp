@@ -7,6 +7,7 @@
 #include "ImageBytes.h"
 #include "Sample.h"
 #include "graphics/bitmaps/AGBitmap.h"
+#include "kit/files/AKFileUtils.h"
 #include "kit/streams/AKFile.h"
 #include "kit/streams/AKFileNumbers.h"
 #include "kit/text/AKArgs.h"
@@ -29,6 +30,13 @@ const AKString kKey_Bytes("Bytes");
 bool IsFinite(const AGRect& rect) {
   return std::isfinite(rect.x0) && std::isfinite(rect.y0) && std::isfinite(rect.Width()) &&
          std::isfinite(rect.Height());
+}
+
+// Arguments come as a host has them, perhaps straight from a shell, whose text is the system's.
+AKFilePath PathOf(const AKString& argument) {
+  const AKFilePath path(argument);
+  AKFilePath typed;
+  return !AKFileUtils::Exists(path) && AKFileUtils::GetFromSystemPath(argument.CStr(), &typed) ? typed : path;
 }
 
 void DrawCrossedBox(const AGContext& context, const AGRect& bounds, const AGAffineTransform& turn) {
@@ -75,7 +83,7 @@ int CStdPicture::akmInitWithArgs(const AKArgs& args) {
   AKString path;
   if (!args.GetParam("-file:", &path)) return 0;
   AKMemoryBlock data;
-  const int status = ImageBytes::Load(AKFilePath(path), &data);
+  const int status = ImageBytes::Load(PathOf(path), &data);
   if (status != 0) return status;
   if (ImageBytes::FormatOf(data) == AGImageFileFormat::kNone) {
     return AKLogError(kStatusNoImage, "\"%s\" is no PNG, JPEG or TIFF file", path.CStr());

@@ -1,36 +1,32 @@
 #include "DecodedImages.h"
 
-#include <algorithm>
-
 #include "ImageBytes.h"
-
-namespace {
-
-unsigned long long BytesOf(const AGImage& image) { return 4ULL * image.Width() * image.Height(); }
-
-}  // namespace
 
 DecodedImages& DecodedImages::Shared() {
   static DecodedImages images;
   return images;
 }
 
+unsigned long long DecodedImages::BytesOf(const Entry& entry) {
+  return sizeof(Entry) + 4ULL * entry.image.Width() * entry.image.Height();
+}
+
 const AGImage& DecodedImages::Get(const void* owner, const AKMemoryBlock& bytes) {
-  const auto found =
-      std::find_if(entries_.begin(), entries_.end(), [owner](const Entry& entry) { return entry.owner == owner; });
-  if (found != entries_.end()) {
-    entries_.splice(entries_.begin(), entries_, found);
-  } else {
-    entries_.push_front({owner, ImageBytes::Decoded(bytes)});
+  if (const auto place = places_.find(owner); place != places_.end()) {
+    entries_.splice(entries_.begin(), entries_, place->second);
+    return entries_.front().image;
   }
-  unsigned long long kept = BytesOf(entries_.front().image);
-  for (auto entry = std::next(entries_.begin()); entry != entries_.end();) {
-    kept += BytesOf(entry->image);
-    entry = kept > kBudget ? entries_.erase(entry) : std::next(entry);
-  }
+  entries_.push_front({owner, ImageBytes::Decoded(bytes)});
+  places_[owner] = entries_.begin();
+  bytes_ += BytesOf(entries_.front());
+  while (bytes_ > kBudget && entries_.size() > 1) Forget(entries_.back().owner);
   return entries_.front().image;
 }
 
 void DecodedImages::Forget(const void* owner) {
-  entries_.remove_if([owner](const Entry& entry) { return entry.owner == owner; });
+  const auto place = places_.find(owner);
+  if (place == places_.end()) return;
+  bytes_ -= BytesOf(*place->second);
+  entries_.erase(place->second);
+  places_.erase(place);
 }

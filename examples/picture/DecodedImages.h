@@ -5,6 +5,7 @@
 #pragma once
 
 #include <list>
+#include <unordered_map>
 
 #include "graphics/images/AGImage.h"
 #include "kit/containers/AKMemoryBlock.h"
@@ -27,5 +28,9 @@ class DecodedImages {
     AGImage image;  // an empty one is kept too: damaged bytes are not read again for each picture
   };
 
+  static unsigned long long BytesOf(const Entry& entry);
+
   std::list<Entry> entries_;  // the last drawn first
+  std::unordered_map<const void*, std::list<Entry>::iterator> places_;
+  unsigned long long bytes_ = 0;  // of all entries
 };
