@@ -22,6 +22,8 @@ install(DIRECTORY kit graphics DESTINATION ${include_folder}
 install(DIRECTORY platform/include/ DESTINATION ${include_folder}/platform FILES_MATCHING PATTERN "*.h")
 install(FILES cmake/exports.map DESTINATION ${CMAKE_INSTALL_DATADIR}/akkit)
 
+install(DIRECTORY examples/star examples/label examples/picture examples/kit DESTINATION ${CMAKE_INSTALL_DATADIR}/akkit/examples)
+
 # What objecthost new-plugin begins with; the program finds it beside itself in the build, too.
 install(DIRECTORY templates DESTINATION share/akkit)
 file(GLOB_RECURSE template_files CONFIGURE_DEPENDS templates/*)

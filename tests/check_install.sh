@@ -28,7 +28,7 @@ export HOME=$folder XDG_DATA_HOME=$folder/data
 mkdir -p "$folder/build" "$folder/compiler" "$folder/examples" "$folder/cmake" "$folder/plain"
 ln -s "$build" "$folder/build/release"
 ln -s "$(command -v "$compiler")" "$folder/compiler/g++"
-cp -r "$source/examples/star" "$folder/examples/star"
+for example in star label picture; do cp -r "$source/examples/$example" "$folder/examples/$example"; done
 
 page_lines 1 1 | grep '^cmake --install' > "$folder/lines"
 (cd "$folder" && bash -eu "$folder/lines" > /dev/null) || fault "the page's line does not install the kit"
@@ -40,12 +40,16 @@ cp "$folder/star-build/Star.so" "$folder/plain/Star.so"
 run_page 7 1
 ctest --test-dir "$folder/star-build" -N | grep -q Star.validate || fault "akkit_add_bundle adds no test"
 [ -s "$folder/page.png" ] || fault "the page's lines draw nothing"
+run_page 9 1
 # The lines for AddressSanitizer are those of one compiler.
 if "$compiler" --version | grep -q 'Free Software'; then run_page 7 3; fi
 
 # The installed tree may be moved: nothing in it knows where it was installed.
 prefix=$folder/kit
 mv "$HOME/akkit" "$prefix"
+for file in star/Star.cpp label/Label.h picture/CMakeLists.txt kit/strings.cpp; do
+  [ -s "$prefix/share/akkit/examples/$file" ] || fault "the example $file is not installed"
+done
 found=$(PKG_CONFIG_PATH=$prefix/lib/pkgconfig pkg-config --variable=exports akkit)
 [ "$(realpath "$found")" = "$(realpath "$prefix")/share/akkit/exports.map" ] || fault "the package file points to $found"
 

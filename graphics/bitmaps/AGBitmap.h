@@ -12,13 +12,17 @@ class AGBitmap final : public AGBitmapBase {
   /// The memory starts as zeros.
   static constexpr unsigned int kFlagZeroFill = 2;
 
+  /// Without pixels.
   AGBitmap() = default;
+  ///@{
   /// Sides are rounded, negative ones count as 0. A side of 0, a byte count beyond 32 bits, or a failed allocation
   /// leaves the bitmap empty.
   AGBitmap(const AGSize& size, unsigned int flags);
   AGBitmap(unsigned int width, unsigned int height, unsigned int flags);
+  ///@}
   /// The image's pixels; upside down with kFlagLittleEndian.
   AGBitmap(const AGImage& image, unsigned int flags);
+  /// Frees pixels and context: no context on them may be left.
   ~AGBitmap() override;
 
   /// A context on the whole bitmap with its state at the defaults; the bitmap must outlive it.

@@ -18,16 +18,29 @@ class AGBitmapBase {
  public:
   AGBitmapBase(const AGBitmapBase&) = delete;
   AGBitmapBase& operator=(const AGBitmapBase&) = delete;
+  /// Frees nothing itself.
   virtual ~AGBitmapBase() = default;
 
+  ///@{
+  /// In pixels; 0 without pixels.
   unsigned int Width() const { return width_; }
   unsigned int Height() const { return height_; }
-  unsigned int RowStride() const { return rowStride_; }  ///< in pixels
+  ///@}
+  /// From a pixel to the one below it, in pixels.
+  unsigned int RowStride() const { return rowStride_; }
+  ///@{
+  /// Bytes of one pixel, and of all with what pads the rows.
   unsigned int BytesPerPixel() const { return bytesPerPixel_; }
   unsigned int ByteCount() const { return byteCount_; }
-  unsigned char* Pixels() { return pixels_; }  ///< null when not open
+  ///@}
+  ///@{
+  /// The first byte of the uppermost row; null when not open.
+  unsigned char* Pixels() { return pixels_; }
   const unsigned char* Pixels() const { return pixels_; }
+  ///@}
+  /// True when there are pixels.
   bool IsOpen() const { return pixels_ != nullptr; }
+  /// The context that draws into the pixels; null when not open, not the caller's.
   AGNativePort* NativeContext() const { return context_; }
 
   /// Zeroes all bytes.
@@ -45,14 +58,18 @@ class AGBitmapBase {
 
   /// Whether a native image of the pixels may be kept; turning it off releases one that is.
   void SetBitmapCacheUsed(bool used);
+  /// Releases the native image that may be kept, since the pixels were changed.
   void InvalidateBitmapCache();
 
  protected:
+  /// Without pixels.
   AGBitmapBase() = default;
 
   /// Forgets the pixel description.
   void LowResetMembers();
 
+  ///@{
+  /// The description of the pixels, which a subclass fills in.
   AGNativePort* context_ = nullptr;
   unsigned char* pixels_ = nullptr;
   std::uint32_t byteCount_ = 0;
@@ -60,10 +77,14 @@ class AGBitmapBase {
   std::uint32_t rowStride_ = 0;
   std::uint32_t width_ = 0;
   std::uint32_t height_ = 0;
+  ///@}
   /// Blue, green, red, alpha in memory; false: alpha, red, green, blue. Creating a bitmap does not change it.
   bool littleEndianLayout_ = false;
+  ///@{
+  /// Whether a native image may be kept, and the one that is.
   bool bitmapCacheUsed_ = false;
   CGImage* cachedImage_ = nullptr;
+  ///@}
 
  private:
   friend struct AGLayout;

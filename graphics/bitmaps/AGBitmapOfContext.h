@@ -7,8 +7,12 @@
 /// no bitmap context, or has other than 8, 16 or 32 bits a pixel, leaves the bitmap empty. No flag has a meaning here.
 class AGBitmapOfContext final : public AGBitmapBase {
  public:
+  ///@{
+  /// The pixels of a port, or of a context's.
   AGBitmapOfContext(AGNativePort* port, unsigned int flags);
   AGBitmapOfContext(const AGContext& context, unsigned int flags);
+  ///@}
+  /// Frees nothing.
   ~AGBitmapOfContext() override;
 
  private:

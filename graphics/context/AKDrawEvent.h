@@ -14,7 +14,7 @@ struct AKDrawEvent {
   double angle = 0;                           ///< radians, about the centre of the bounds
   const AGBrush* recommendedBrush = nullptr;  ///< owned by the host; null leaves the context's brush
   const AGPen* recommendedPen = nullptr;      ///< owned by the host; null leaves the context's pen
-  std::uint32_t flags = 0;
+  std::uint32_t flags = 0;                    ///< see kFlagsFullOpacity; the other bits are the host's
 
   /// Gives the context the recommended brush and pen, and alpha 1 when the flags ask for it. Null is ignored.
   void SetupContextWithRecommendedBrushAndPen(AGContext* context) const;

@@ -19,24 +19,38 @@ struct CGImage;
 class AGBitmapBase;
 class AKFilePath;
 
-enum class AGImageFileFormat : std::uint32_t { kNone = 0, kJPEG = 1, kPNG = 2, kTIFF = 3 };
+/// The kinds of files that images are written to.
+enum class AGImageFileFormat : std::uint32_t {
+  kNone = 0,  ///< no file is written
+  kJPEG = 1,  ///< small, with losses
+  kPNG = 2,   ///< without losses
+  kTIFF = 3,  ///< without losses
+};
 
 class AGImage {
  public:
+  /// There is no image.
   static constexpr std::uint32_t kKindEmpty = 0;
+  /// The native image is this image's alone.
   static constexpr std::uint32_t kKindOwned = 1;
+  /// It is a resource's, shared by name.
   static constexpr std::uint32_t kKindShared = 2;
 
   /// An option: shared images stay loaded when nobody uses them any more.
   static constexpr unsigned int kOptionKeepShared = 0x100;
 
+  /// An empty image.
   AGImage() = default;
+  /// As Assign.
   AGImage(const AGImage& other) { Assign(other); }
+  /// As SetupFromBitmap.
   explicit AGImage(const AGBitmapBase& bitmap) { SetupFromBitmap(bitmap); }
+  /// As Assign.
   AGImage& operator=(const AGImage& other) {
     Assign(other);
     return *this;
   }
+  /// Releases what the image owns or shares.
   ~AGImage() { Clear(); }
 
   /// Shares what `other` shares, or owns a copy of what it owns.
@@ -52,30 +66,43 @@ class AGImage {
   /// `quality`, for JPEG only, is brought into 0 to 1; `highResolution` tags the file with 144 dots an inch. False,
   /// with the old file as it was, for an empty image, an empty path, another format, and when it cannot be written.
   bool SaveToFile(const AKFilePath& path, AGImageFileFormat format, double quality, bool highResolution) const;
+  /// The empty image again.
   void Clear();
 
+  /// True when there are no pixels.
   bool IsEmpty() const { return native_ == nullptr; }
+  /// kKindEmpty, kKindOwned or kKindShared.
   std::uint32_t Kind() const { return kind_; }
+  ///@{
+  /// In pixels; 0 for an empty image.
   std::uint32_t Width() const { return width_; }
   std::uint32_t Height() const { return height_; }
+  ///@}
   /// Empty unless the image shares a resource.
   const AKString& ResourceName() const { return name_; }
   /// Null for an empty image; not the caller's.
   CGImage* NativeImage() const { return native_; }
 
+  ///@{
   /// Native images alive, owned or shared, and their pixels' bytes (width × height × 4 each).
   static unsigned int GetImageGlobalCount();
   static unsigned long long GetImageGlobalBytes();
+  ///@}
   /// Names of resources that are loaded.
   static unsigned int GetImageGlobalSharedCount();
 
+  ///@{
   /// The most bytes of pixels (width × height × 4) that an image of a file may have to be read: 256 MB (of 2^20) until
   /// a program sets another number. It is the process's: a host's number holds for its plug-ins, and the other way.
   static unsigned long long MaxBytes();
   static void SetMaxBytes(unsigned long long bytes);
+  ///@}
 
+  ///@{
+  /// The options, a sum of kOptionKeepShared; SetOption changes the bits that it names.
   static void SetOption(unsigned int option, bool on);
   static unsigned int Options();
+  ///@}
   /// Takes the options from the second byte alone; the first belongs to others.
   static void LowInitialize(unsigned int options);
   /// Deletes the shared images, which no image may be using any more, and clears the options.

@@ -12,19 +12,23 @@ struct CGImage;
 
 class AGSharedImages {
  public:
+  /// What is kept of a name.
   struct AGImageRec {
-    CGImage* native = nullptr;
-    unsigned int count = 0;
+    CGImage* native = nullptr;  ///< this class's
+    unsigned int count = 0;     ///< who uses it
   };
 
+  /// The one instance of this copy of the kit.
   static AGSharedImages& Shared();
 
   /// The image of the name, loaded if it is not yet; its count rises by one. Null, logged (-895), when there is none.
   CGImage* RegisterImage(const AKString& name);
   /// Lowers the count; at 0 the image is deleted, unless AGImage's option keeps it. An unknown name does nothing.
   void UnregisterImage(const AKString& name);
+  /// Deletes all of them, which nobody may be using any more.
   void DeleteAllImages();
 
+  /// The number of names that are loaded.
   unsigned int Count() const { return images_.Count(); }
 
  private:

@@ -16,15 +16,17 @@
 class AKFile;
 class AKValue;
 
+/// One of the numbers below.
 using AGBrushStyle = std::uint16_t;
-inline constexpr AGBrushStyle kAGBrushStyleNone = 0;
-inline constexpr AGBrushStyle kAGBrushStyleSolid = 1;
-inline constexpr AGBrushStyle kAGBrushStylePattern = 2;
-inline constexpr AGBrushStyle kAGBrushStyleLinearGradient = 3;
-inline constexpr AGBrushStyle kAGBrushStyleRadialGradient = 4;
+inline constexpr AGBrushStyle kAGBrushStyleNone = 0;            ///< fills nothing
+inline constexpr AGBrushStyle kAGBrushStyleSolid = 1;           ///< colour 1
+inline constexpr AGBrushStyle kAGBrushStylePattern = 2;         ///< a pattern in colour 1 on colour 2
+inline constexpr AGBrushStyle kAGBrushStyleLinearGradient = 3;  ///< from colour 1 to colour 2 along an angle
+inline constexpr AGBrushStyle kAGBrushStyleRadialGradient = 4;  ///< from colour 1 at a centre to colour 2
 
 class AGBrush {
  public:
+  /// Patterns are numbered from 1 to this.
   static constexpr unsigned int kPatternCount = 53;
 
   // Creating
@@ -33,14 +35,19 @@ class AGBrush {
   AGBrush() = default;
   /// The defaults with a style (4 and above become 4) and two colours.
   AGBrush(AGBrushStyle style, AGColor color, AGColor color2);
+  ///@{
+  /// Deep copies.
   AGBrush(const AGBrush& other);
   AGBrush& operator=(const AGBrush& other);
+  ///@}
   ~AGBrush() = default;
 
+  /// Back to the plain blend of the two colours.
   void ResetCustomGradient() { customGradient_.reset(); }
 
   // Setting
 
+  ///@{
   /// These reset the custom gradient and set what they name; everything else is kept.
   void SetStyleNone();
   void SetStyleSolid(AGColor color);
@@ -51,19 +58,25 @@ class AGBrush {
   void SetStyleRadialGradient(AGColor color, AGColor color2, double blend, double centerX, double centerY);
   void SetStyleRadialGradient(AGColor color, AGColor color2, const ATBrushCustomGradient<double>& gradient,
                               double centerX, double centerY);
+  ///@}
 
   void SetStyle(AGBrushStyle style);         ///< 0 to 4, above 4 becomes 4; resets the custom gradient
   void SetFillMode(AGBrushFillMode mode);    ///< any non-zero value is 1
   void SetPatternIndex(unsigned int index);  ///< clamped to 1..53
+  ///@{
+  /// The two colours of the style.
   void SetColor(AGColor color) { color_ = color; }
   void SetColor2(AGColor color) { color2_ = color; }
+  ///@}
   void SetGradientBlend(double blend);  ///< clamped to 0..1
   void SetGradientAngle(double angle);  ///< into [0, 2π); a negative multiple of 2π becomes 2π
   void SetGradientCenterX(double x);    ///< clamped to 0..1
-  void SetGradientCenterY(double y);
+  void SetGradientCenterY(double y);    ///< clamped to 0..1
 
   // Getting
 
+  ///@{
+  /// What was set or read; a record's numbers may lie outside the ranges of the setters.
   AGBrushStyle Style() const { return style_; }
   AGBrushFillMode FillMode() const { return fillMode_; }
   unsigned int PatternIndex() const { return patternIndex_; }
@@ -73,6 +86,7 @@ class AGBrush {
   double GradientAngle() const { return angle_; }
   double GradientCenterX() const { return centerX_; }
   double GradientCenterY() const { return centerY_; }
+  ///@}
   /// Null when there is none; owned by the brush.
   const ATBrushCustomGradient<double>* CustomGradient() const { return customGradient_.get(); }
 
@@ -84,14 +98,18 @@ class AGBrush {
 
   // Files (AGBrushFile.cpp) and values (AGBrushValue.cpp)
 
+  ///@{
   /// The 40-byte record. A failed read leaves kAGNullBrush; values are not clamped. Returns the file's status.
   int ReadFromFile(const AKFile& file);
   int WriteToFile(AKFile& file) const;
+  ///@}
 
+  ///@{
   /// The property dictionary. Reading keeps what it cannot read and always returns true; `convert` is handed to the
   /// value's accessors.
   bool ReadFromValue(const AKValue& value, bool convert);
   void WriteToValue(AKValue* value) const;
+  ///@}
 
  private:
   friend struct AGLayout;

@@ -3,6 +3,7 @@
 
 #include <cstdint>
 
+/// One of the two numbers below.
 using AGBrushFillMode = std::uint16_t;
 
 /// Inside are the points that a ray to infinity leaves through an odd number of edges.

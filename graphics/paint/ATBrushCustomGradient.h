@@ -9,20 +9,30 @@
 template <typename T>
 class ATBrushCustomGradient {
  public:
+  ///@{
+  /// The rectangle that the gradient spans.
   void SetBounds(const AGRect& bounds) { bounds_ = bounds; }
   const AGRect& Bounds() const { return bounds_; }
+  ///@}
 
+  ///@{
   /// Replaces both arrays by `count` values; a null pointer or a count of 0 empties that array.
   void SetFactors(const float* factors, const float* positions, unsigned int count) { Set(factors, positions, count); }
   void SetFactors(const double* factors, const double* positions, unsigned int count) {
     Set(factors, positions, count);
   }
+  ///@}
 
+  ///@{
   /// The first element, or null when the array is empty.
   const T* Positions() const { return positions_.Data(); }
   const T* Factors() const { return factors_.Data(); }
+  ///@}
+  ///@{
+  /// The lengths of the two arrays.
   unsigned int FactorCount() const { return factors_.Count(); }
   unsigned int PositionCount() const { return positions_.Count(); }
+  ///@}
 
  private:
   using Numbers = ATNumberArray<T, T, 0>;

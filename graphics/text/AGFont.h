@@ -24,10 +24,10 @@ using AGNativeFont = const CTFont;
 
 /// A sum of the bits below.
 using AGFontStyle = std::uint32_t;
-inline constexpr AGFontStyle kAGFontStyleRegular = 0;
-inline constexpr AGFontStyle kAGFontStyleBold = 0x1;
-inline constexpr AGFontStyle kAGFontStyleItalic = 0x2;
-inline constexpr AGFontStyle kAGFontStyleUnderline = 0x4;
+inline constexpr AGFontStyle kAGFontStyleRegular = 0;      ///< neither of the others
+inline constexpr AGFontStyle kAGFontStyleBold = 0x1;       ///< a bold face
+inline constexpr AGFontStyle kAGFontStyleItalic = 0x2;     ///< an italic or slanted face
+inline constexpr AGFontStyle kAGFontStyleUnderline = 0x4;  ///< a line below the text
 
 class AGFont {
  public:
@@ -44,35 +44,50 @@ class AGFont {
 
   /// An empty font, which is not valid.
   AGFont();
+  /// A font of a family; it is bound when it is first needed.
   AGFont(const AKString& name, double size, AGFontStyle style);
+  /// Shares the native font.
   AGFont(const AGFont& other);
+  /// Releases the native font.
   ~AGFont();
+  ///@{
+  /// Replaces all by the other's, sharing its native font.
   AGFont& operator=(const AGFont& other) {
     Assign(other);
     return *this;
   }
   void Assign(const AGFont& other);
+  ///@}
   /// Empty, as a new empty font is, but for the binding, which is tried again when it is asked for.
   void Clear();
 
+  ///@{
+  /// What was asked for; the face that was found may differ. The size is in points.
   const AKString& Name() const { return name_; }
   double Size() const { return size_; }
   AGFontStyle Style() const { return style_; }
-  /// Names are compared byte by byte.
+  ///@}
+  /// The same family, size and style. Names are compared byte by byte.
   bool IsEqual(const AGFont& other) const;
 
   // Changing
 
+  ///@{
+  /// Replaces family or size; the binding is made anew.
   void SetName(const AKString& name);
   void SetName(const AKString& name, double size);
   void SetSize(double size);
+  ///@}
   /// `round`: to the nearest whole number, halves upwards.
   void MulSize(double factor, bool round);
+  ///@{
+  /// Replaces the style, or one bit of it.
   void SetStyle(AGFontStyle style);
   void SetRegular() { SetStyle(kAGFontStyleRegular); }
   void SetBold(bool on) { SetStyleBit(kAGFontStyleBold, on); }
   void SetItalic(bool on) { SetStyleBit(kAGFontStyleItalic, on); }
   void SetUnderline(bool on) { SetStyleBit(kAGFontStyleUnderline, on); }
+  ///@}
 
   // The native font (AGFontCache.cpp)
 
@@ -83,17 +98,21 @@ class AGFont {
 
   // Measuring
 
+  ///@{
   /// Units; 0 for a font that is not valid. The descent is positive. A line's height is its ascent, descent and leading
   /// together, which is also how far the baselines of a text of several lines are apart.
   double GetAscent() const;
   double GetDescent() const;
   double GetLeading() const;
   double GetLineHeight() const;
+  ///@}
 
+  ///@{
   /// The room that a text takes: the width of what its longest line paints, and the heights of its lines. Zero for an
   /// empty text and a font that is not valid.
   AGSize GetTextExtent(const AKString& text) const;
   AGSize GetUTextExtent(const AKUniChars& text) const;
+  ///@}
   /// The text when it fits into `maxWidth`; else as many of its first characters as the ratio of the widths has it, and
   /// "...", which may be slightly wider.
   AKString GetTextTruncated(const AKString& text, double maxWidth) const;
@@ -106,8 +125,11 @@ class AGFont {
   /// The families that are installed, in byte order, each once; looked up on the first call.
   static const AKStringArray& GetFontNameList();
 
+  ///@{
+  /// The options, a sum of the bits above; SetOption changes those that it names.
   static void SetOption(unsigned int option, bool on);
   static unsigned int Options() { return sFontOptions; }
+  ///@}
   /// `options`: the low 8 bits are the options from now on. Then binds kAGFontDefault and the fonts made so far.
   static void LowInitialize(unsigned int options);
   /// Unbinds those fonts, empties the cache and the list of names, and clears the options.
@@ -138,7 +160,9 @@ class AGFont {
   mutable double lineHeight_ = -1;  ///< negative: not known
 };
 
+///@{
 /// "Lucida Grande" in 24 and 12 points, and an empty font.
 extern const AGFont kAGFontDefault;
 extern const AGFont kAGFontDefaultMini;
 extern const AGFont kAGNullFont;
+///@}

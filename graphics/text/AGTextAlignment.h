@@ -3,6 +3,7 @@
 
 #include <cstdint>
 
+/// One of the three numbers below.
 using AGTextAlignment = std::uint32_t;
 inline constexpr AGTextAlignment kAGTextAlignmentLeft = 1;    ///< it begins at the point
 inline constexpr AGTextAlignment kAGTextAlignmentCenter = 2;  ///< its middle is at the point

@@ -25,9 +25,12 @@ class AKMemoryBlock {
   void Clear() { bytes_.Clear(); }
   /// Sets every byte to 0.
   void Zeroset();
+  /// Exchanges the bytes of two blocks; nothing is copied.
   void Swap(AKMemoryBlock* other) noexcept { bytes_.Swap(&other->bytes_); }
 
+  /// True when there are no bytes.
   bool IsEmpty() const { return bytes_.IsEmpty(); }
+  /// The number of bytes.
   unsigned int Size() const { return bytes_.Length(); }
   /// The bytes, null for an empty block; valid until the block is modified or dies.
   const unsigned char* Data() const {
@@ -36,16 +39,21 @@ class AKMemoryBlock {
   /// The bytes for the caller to write, private to this block, null for an empty block.
   unsigned char* MutableData() { return IsEmpty() ? nullptr : reinterpret_cast<unsigned char*>(bytes_.Writable()); }
 
+  ///@{
+  /// True when both have the same bytes.
   bool IsEqual(const AKMemoryBlock& other) const {
     return Size() == other.Size() && std::memcmp(bytes_.Data(), other.bytes_.Data(), Size()) == 0;
   }
   bool operator==(const AKMemoryBlock& other) const { return IsEqual(other); }
+  ///@}
 
+  ///@{
   /// The record of a block, a "bina" chunk. Each returns the status of the first file operation that failed, 0 on
   /// success; a failed read frees the block.
   int WriteToFile(AKFile& file) const;
   int ReadFromFile(const AKFile& file);
   static int SkipFromFile(const AKFile& file);
+  ///@}
 
  private:
   AKSharedBytes bytes_;

@@ -17,34 +17,45 @@
 #include <cstdint>
 #include <utility>
 
+/// What stands in front of the bytes of a buffer.
 struct AKSharedBuffer {
+  /// The mark of a buffer that malloc returned.
   static constexpr std::uint32_t kHeapMark = 0;
+  /// The mark of a static empty buffer, of whichever copy of the kit.
   static constexpr std::uint32_t kStaticMark = 0x53544154;
 
-  std::uint32_t length;
-  std::uint32_t capacity;  // bytes that fit, the terminator not counted
-  mutable std::atomic<std::uint32_t> owners;
-  std::uint32_t mark;
+  std::uint32_t length;                       ///< bytes in use
+  std::uint32_t capacity;                     ///< bytes that fit, the terminator not counted
+  mutable std::atomic<std::uint32_t> owners;  ///< handles to the buffer
+  std::uint32_t mark;                         ///< one of the two above
 };
 
 /// The static empty buffer: a header and its terminating NUL.
 struct AKEmptySharedBuffer {
-  AKSharedBuffer header;
-  char terminator;
+  AKSharedBuffer header;  ///< with the static mark and a length of 0
+  char terminator;        ///< the NUL that CStr() of an empty string shows
 };
+/// This copy of the kit's.
 extern const AKEmptySharedBuffer kAKEmptySharedBuffer;
 
 class AKSharedBytes {
  public:
+  /// The largest length in bytes.
   static constexpr unsigned int kMaxLength = 0xFFFFFFFE;
 
+  /// The empty handle; takes nothing from the allocator.
   constexpr AKSharedBytes() noexcept : buffer_(EmptyBuffer()) {}
+  /// Shares the other handle's buffer.
   AKSharedBytes(const AKSharedBytes& other) noexcept : buffer_(Retained(other.buffer_)) {}
+  /// Takes the other handle's buffer, which is empty then.
   AKSharedBytes(AKSharedBytes&& other) noexcept : buffer_(other.IsStatic() ? EmptyBuffer() : other.buffer_) {
     other.buffer_ = EmptyBuffer();
   }
+  /// The last owner frees the buffer.
   ~AKSharedBytes() { Release(buffer_); }
 
+  ///@{
+  /// As copying and moving do; the old buffer is released.
   AKSharedBytes& operator=(const AKSharedBytes& other) noexcept {
     AKSharedBytes copy(other);  // before the old buffer goes, which `other` may die with
     Swap(&copy);
@@ -55,10 +66,15 @@ class AKSharedBytes {
     Swap(&taken);
     return *this;
   }
+  ///@}
+  /// Exchanges the buffers of two handles.
   void Swap(AKSharedBytes* other) noexcept { std::swap(buffer_, other->buffer_); }
 
+  /// Bytes in use.
   unsigned int Length() const { return buffer_->length; }
+  /// Bytes that fit without a new buffer.
   unsigned int Capacity() const { return buffer_->capacity; }
+  /// True for a length of 0.
   bool IsEmpty() const { return buffer_->length == 0; }
   /// The bytes and their terminating NUL; never null.
   const char* Data() const { return reinterpret_cast<const char*>(buffer_ + 1); }

@@ -16,10 +16,14 @@
 template <typename K, typename V>
 class ATFastMap {
  public:
+  /// A key and its value, as a walk meets them. Keys must not be changed.
   using value_type = std::pair<K, V>;
 
+  /// The number of keys.
   unsigned int Count() const { return static_cast<unsigned int>(items_.size() - goneCount_ + recent_.size()); }
+  /// True when there are no keys.
   bool IsEmpty() const { return Count() == 0; }
+  /// Gets storage for `count` keys.
   void Reserve(unsigned int count) { items_.reserve(count); }
   /// Count becomes 0; the storage is kept.
   void Clear() {
@@ -30,6 +34,7 @@ class ATFastMap {
   }
   /// Count becomes 0 and the storage is released.
   void Free() { ATFastMap().Swap(this); }
+  /// Exchanges the contents of two maps.
   void Swap(ATFastMap* other) {
     items_.swap(other->items_);
     recent_.swap(other->recent_);
@@ -37,6 +42,7 @@ class ATFastMap {
     std::swap(goneCount_, other->goneCount_);
   }
 
+  ///@{
   /// Null when there is none; valid until the map is changed or walked through.
   V* Find(const K& key) {
     const std::size_t old = IndexOf(items_, key);
@@ -45,6 +51,7 @@ class ATFastMap {
     return index < recent_.size() ? &recent_[index].second : nullptr;
   }
   const V* Find(const K& key) const { return const_cast<ATFastMap*>(this)->Find(key); }
+  ///@}
 
   /// The value of the key, a value-initialised one for a new key; valid as long.
   V& operator[](const K& key) {
@@ -76,10 +83,13 @@ class ATFastMap {
     return true;
   }
 
+  ///@{
+  /// For range-based loops, in ascending order of the keys; valid until the map is changed.
   value_type* begin() { return Tidied().data(); }
   value_type* end() { return Tidied().data() + items_.size(); }
   const value_type* begin() const { return Tidied().data(); }
   const value_type* end() const { return Tidied().data() + items_.size(); }
+  ///@}
 
  private:
   using Items = std::vector<value_type>;

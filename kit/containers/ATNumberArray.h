@@ -13,6 +13,7 @@ class ATNumberArray : public ATArray<T> {
   static_assert(sizeof(T) % sizeof(Component) == 0);
 
  public:
+  /// The numbers that an element is made of.
   using component_type = Component;
   using ATArray<T>::ATArray;
 };

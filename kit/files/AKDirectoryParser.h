@@ -13,8 +13,11 @@ class AKDirectoryParser {
   /// its end; what was found is kept.
   bool Parse(const AKFilePath& folder, bool recursive);
 
+  ///@{
+  /// What the last Parse found: regular files, and folders.
   const AKFilePathArray& Files() const { return files_; }
   const AKFilePathArray& Folders() const { return folders_; }
+  ///@}
   /// Devices, pipes, sockets and links that lead nowhere.
   const AKFilePathArray& Others() const { return others_; }
 

@@ -20,18 +20,29 @@ class AKValue;
 
 class AKFilePath {
  public:
+  /// The empty path.
   AKFilePath() = default;
+  ///@{
+  /// The path of a text, kept as given; null gives the empty path.
   explicit AKFilePath(const AKString& text) : text_(text) {}
   explicit AKFilePath(const char* text) : text_(text) {}
+  ///@}
 
+  ///@{
   /// The whole path as text.
   const AKString& Text() const { return text_; }
   void SetText(const AKString& text) { text_ = text; }
+  ///@}
 
+  /// True for a text without a byte.
   bool IsEmpty() const { return text_.IsEmpty(); }
+  /// The empty path again.
   void Clear() { text_.Free(); }
+  ///@{
+  /// Whether the path begins at the root ("/"). The empty path is relative.
   bool IsAbsolute() const { return text_[0] == '/'; }
   bool IsRelative() const { return !IsAbsolute(); }
+  ///@}
 
   /// The folder part without its last separator ("/" for an entry of the root); empty when there is none.
   AKFilePath Folder() const;
@@ -41,6 +52,7 @@ class AKFilePath {
 
   /// The text after the last separator: empty for "a/", "." for "a/.".
   AKString FileName() const;
+  /// Replaces the text after the last separator.
   void SetFileName(const AKString& name);
   /// The file name up to its last dot. A leading dot begins no extension, and "." and ".." have none.
   AKString FileNameWithoutExtension() const;
@@ -51,6 +63,7 @@ class AKFilePath {
   bool HasExtension(const AKString& extension) const;
   /// Replaces the extension, adding the dot if `extension` lacks it; an empty one removes the extension.
   void SetExtension(const AKString& extension);
+  /// The file name up to its last dot stays.
   void RemoveExtension() { SetExtension(kAKNullString); }
 
   /// The components in order: "/" first for an absolute path, then the names, then an empty one for a path that ends
@@ -71,6 +84,7 @@ class AKFilePath {
 
   /// By components, in their order: "a//b" equals "a/b" but "a/" differs from "a".
   std::strong_ordering operator<=>(const AKFilePath& other) const;
+  /// As the order has it.
   bool operator==(const AKFilePath& other) const { return std::is_eq(*this <=> other); }
 
   /// The value form of a path: a "strg" of its text.
@@ -84,6 +98,7 @@ class AKFilePath {
   AKString text_;
 };
 
+/// The join of a folder and an entry, as Append makes it.
 AKFilePath operator/(const AKFilePath& folder, const AKFilePath& entry);
 
 /// The empty path. It is known by its content, not by its address.

@@ -15,13 +15,16 @@ class AKFileUtils {
   /// empty path.
   static bool GetFromSystemPath(const char* systemPath, AKFilePath* path);
 
-  /// Any kind of entry; links are followed.
+  ///@{
+  /// What is there: any kind of entry, a regular file, a folder; and what the user may do with it. Links are followed;
+  /// false also when it cannot be told.
   static bool Exists(const AKFilePath& path);
   static bool IsFile(const AKFilePath& path);
   static bool IsFolder(const AKFilePath& path);
   static bool IsReadable(const AKFilePath& path);
   static bool IsWritable(const AKFilePath& path);
   static bool IsExecutable(const AKFilePath& path);
+  ///@}
 
   /// Size in bytes and times in seconds since 1970, of a regular file only. Where the file system keeps no creation
   /// time the modification time stands in. Any output may be null.
@@ -50,5 +53,6 @@ class AKFileUtils {
   /// Creates a file "tmp_XXXXXX", readable and writable by the user alone, and returns its descriptor, which is the
   /// caller's to close; -1 on failure.
   static int CreateUnusedFileInTemporaryDir(AKFilePath* path);
+  /// Creates a folder "tmp_XXXXXX" that the user alone may enter; false on failure.
   static bool CreateUnusedFolderInTemporaryDir(AKFilePath* path);
 };

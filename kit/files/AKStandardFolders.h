@@ -6,16 +6,18 @@
 
 #include "kit/files/AKFilePath.h"
 
+/// The folders, with the numbers that hosts use.
 enum class AKStandardFolder : unsigned int {
-  kUser = 0,
-  kDesktop = 1,
-  kPreferences = 2,
-  kApplicationSupport = 3,
-  kDocuments = 4,
-  kPictures = 5,
-  kMovies = 6,
-  kMusic = 7,
+  kUser = 0,                ///< the home
+  kDesktop = 1,             ///< what lies on the desktop
+  kPreferences = 2,         ///< settings of programs
+  kApplicationSupport = 3,  ///< data of programs
+  kDocuments = 4,           ///< texts and the like
+  kPictures = 5,            ///< pictures
+  kMovies = 6,              ///< films
+  kMusic = 7,               ///< sound
 };
+/// The numbers of the folders are below this.
 inline constexpr unsigned int kAKStandardFolderCount = 8;
 
 /// "User", "Desktop", "Preferences", "ApplicationSupport", "Documents", "Pictures", "Movies", "Music"; empty for any

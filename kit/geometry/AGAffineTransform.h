@@ -7,19 +7,23 @@
 
 /// (x, y) maps to (a·x + c·y + tx, b·x + d·y + ty).
 struct AGAffineTransform {
-  double a = 0;
-  double b = 0;
-  double c = 0;
-  double d = 0;
-  double tx = 0;
-  double ty = 0;
+  double a = 0;   ///< x of the image of the unit vector along x
+  double b = 0;   ///< y of it
+  double c = 0;   ///< x of the image of the unit vector along y
+  double d = 0;   ///< y of it
+  double tx = 0;  ///< x of the image of the origin, in map units
+  double ty = 0;  ///< y of it
 
+  /// The image of a point.
   constexpr AGPoint Apply(const AGPoint& p) const { return {a * p.x + c * p.y + tx, b * p.x + d * p.y + ty}; }
   /// The map of a difference of points: the linear part alone.
   constexpr AGPoint ApplyLinear(const AGPoint& p) const { return {a * p.x + c * p.y, b * p.x + d * p.y}; }
+  /// By how much areas grow; negative for a mirroring, 0 when the plane is flattened.
   constexpr double Determinant() const { return a * d - b * c; }
+  /// True when every point stays where it is.
   constexpr bool IsIdentity() const { return a == 1 && b == 0 && c == 0 && d == 1 && tx == 0 && ty == 0; }
 
+  /// All six numbers, exactly.
   bool operator==(const AGAffineTransform&) const = default;
 };
 
@@ -34,7 +38,9 @@ constexpr AGAffineTransform AGAffineTransformConcat(const AGAffineTransform& fir
           origin.y};
 }
 
+/// A shift by (tx, ty) map units.
 constexpr AGAffineTransform AGAffineTransformTranslation(double tx, double ty) { return {1, 0, 0, 1, tx, ty}; }
+/// A scaling from the origin.
 constexpr AGAffineTransform AGAffineTransformScaling(double sx, double sy) { return {sx, 0, 0, sy, 0, 0}; }
 /// A turn by `angle` radians, anticlockwise where y points up, about a point that stays where it is.
 inline AGAffineTransform AGAffineTransformRotation(double angle, const AGPoint& about = {0, 0}) {
@@ -53,4 +59,5 @@ constexpr AGAffineTransform AGAffineTransformInverse(const AGAffineTransform& t)
 
 /// All six components 0: not the identity.
 inline constexpr AGAffineTransform kAGNullAffineTransform{0, 0, 0, 0, 0, 0};
+/// Leaves every point where it is.
 inline constexpr AGAffineTransform kAGAffineTransformIdentity{1, 0, 0, 1, 0, 0};

@@ -14,8 +14,8 @@
 
 /// Zero means: not provided.
 struct AKMemberWords {
-  std::uintptr_t function = 0;
-  std::ptrdiff_t adjustment = 0;
+  std::uintptr_t function = 0;    ///< an address, or an offset in the virtual table plus 1
+  std::ptrdiff_t adjustment = 0;  ///< bytes that are added to the object's address
 };
 static_assert(sizeof(AKMemberWords) == 16);
 
@@ -57,9 +57,11 @@ Result AKCallMember(const AKMemberWords& words, void* object, Parameters... argu
 template <typename Signature>
 class AKHostMember;
 
+/// The entry of a function that takes `Parameters` and returns `Result`.
 template <typename Result, typename... Parameters>
 class AKHostMember<Result(Parameters...)> {
  public:
+  ///@{
   /// For hosts: a function of `Host`, the class of the objects behind the kit's wrappers, or of one of its bases; it
   /// may be virtual. `Host` has to be named, since the adjustment is counted from it.
   template <typename Host>
@@ -70,6 +72,7 @@ class AKHostMember<Result(Parameters...)> {
   void Set(Result (std::type_identity_t<Host>::*method)(Parameters...) const) {
     words_ = AKMemberWordsOf(method);
   }
+  ///@}
 
   /// The entry must be set and the object exist.
   Result Call(void* hostObject, Parameters... arguments) const {

@@ -25,7 +25,13 @@ void NKLocaleSetDomain(const char* domain);
 /// The host's translation (borrowed from the host), or `text` itself without a host.
 const char* NKLocaleGetString(const char* text);
 
-/// The host's result; 0 without a host or without that dialog. `path` goes in and comes back.
+///@{
+/// Has the user choose a file to save to, or to open. `first` is the dialog's title, `second` a list of extensions such
+/// as "png;jpg", empty for all files. 1 when the user chose, with the choice in `path`, which goes in as a proposal; 0
+/// without a host or without that dialog.
 int AKGUIDialogSaveFile(AKFilePath& path, const AKString& first, const AKString& second);
 int AKGUIDialogOpenFile(AKFilePath& path, const AKString& first, const AKString& second);
+///@}
+/// Shows (command 0) how far a long piece of work is, `fraction` from 0 to 1, or closes the window (1). 1 when the user
+/// wants the work to stop; 0 without a host or without that window.
 int AKGUIWindowProgress(unsigned int command, double fraction, const AKString& text);

@@ -36,7 +36,9 @@ struct AKGUIEvent;
 template <typename T>
 class ATArray;
 
+/// Class records, which are the host's.
 using AKClassArray = ATArray<AKClass*>;
+/// Objects in an order; the array owns none of them.
 using AKObjectArray = ATArray<AKObject*>;
 
 /// How added objects are linked to their parent; the numbers are the host's.
@@ -47,157 +49,158 @@ using AKModalProc = int (AKObject::*)(AKGUIDesc& panel, AKGUIEvent& event);
 
 /// The general services. The host may leave the whole table out (null).
 struct AKGeneralTable {
-  std::uintptr_t unused0[4] = {};  // 0
-  // 32; a property of the application; status, `*out` is the caller's
+  std::uintptr_t unused0[4] = {};  ///< 0; the host's
+  /// 32; a property of the application; status, `*out` is the caller's
   int (*getApplicationProperty)(const AKString& key, AKValue* out) = nullptr;
-  // 40; the path stays the host's and valid as long as the table
+  /// 40; the path stays the host's and valid as long as the table
   const AKFilePath& (*getStandardPath)(unsigned int kind) = nullptr;
-  void (*localeSetDomain)(const char* domain) = nullptr;  // 48; the host copies the name
-  // 56; the host's translation, valid as long as the table, or `text`
+  void (*localeSetDomain)(const char* domain) = nullptr;  ///< 48; the host copies the name
+  /// 56; the host's translation, valid as long as the table, or `text`
   const char* (*localeGetString)(const char* text) = nullptr;
-  std::uintptr_t unused64[4] = {};                 // 64
-  void (*logMessage)(const char* line) = nullptr;  // 96; a finished line, borrowed; null: the log is silent
-  std::uintptr_t unused104[3] = {};                // 104
-  // 128; may be null; `path` goes in and comes back
+  std::uintptr_t unused64[4] = {};                 ///< 64; the host's
+  void (*logMessage)(const char* line) = nullptr;  ///< 96; a finished line, borrowed; null: the log is silent
+  std::uintptr_t unused104[3] = {};                ///< 104; the host's
+  /// 128; may be null; `path` goes in and comes back
   int (*dialogSaveFile)(AKFilePath& path, const AKString& title, const AKString& extensions) = nullptr;
-  // 136; may be null; as above
+  /// 136; may be null; as above
   int (*dialogOpenFile)(AKFilePath& path, const AKString& title, const AKString& extensions) = nullptr;
-  // 144; may be null
+  /// 144; may be null
   int (*windowProgress)(unsigned int command, double fraction, const AKString& text) = nullptr;
 };
 
 /// The class services. Class records are the host's and live as long as the bundle that registered them. All
 /// entries exist. Behind the offset stands the number of the entry, an eighth of it.
 struct AKClassTable {
-  std::uintptr_t unused0[4] = {};  // 0
-  // 32; 4: status; the record is stored only with 0
+  std::uintptr_t unused0[4] = {};  ///< 0; the host's
+  /// 32; 4: status; the record is stored only with 0
   int (*classSetup)(const AKClassInfo& info, unsigned int setupWord, AKClass** out) = nullptr;
-  void (*setClassName)(AKClass* cls, const AKString& name, const AKString& second) = nullptr;  // 40; 5
-  void (*setClassComments)(AKClass* cls, const AKString& comments) = nullptr;                  // 48; 6
-  // 56; 7: the panel becomes the host's, in any case
+  void (*setClassName)(AKClass* cls, const AKString& name, const AKString& second) = nullptr;  ///< 40; 5
+  void (*setClassComments)(AKClass* cls, const AKString& comments) = nullptr;                  ///< 48; 6
+  /// 56; 7: the panel becomes the host's, in any case
   void (*addInspectorGUIDesc)(AKClass* cls, AKGUIDesc* panel) = nullptr;
-  std::uintptr_t unused64[4] = {};                   // 64
-  AKClass* (*getTopClass)() = nullptr;               // 96; 12: the host's
-  AKClass* (*getClassOfID)(AKClassID id) = nullptr;  // 104; 13: null when there is none
-  // 112; 14: the array is the caller's, the records the host's
+  std::uintptr_t unused64[4] = {};                   ///< 64; the host's
+  AKClass* (*getTopClass)() = nullptr;               ///< 96; 12: the host's
+  AKClass* (*getClassOfID)(AKClassID id) = nullptr;  ///< 104; 13: null when there is none
+  /// 112; 14: the array is the caller's, the records the host's
   void (*getClassCollection)(AKClassArray* out, const AKClass* cls, unsigned int selection) = nullptr;
-  std::uintptr_t unused120[5] = {};  // 120
-  // 160; 20: the new object is the caller's; null on failure
+  std::uintptr_t unused120[5] = {};  ///< 120; the host's
+  /// 160; 20: the new object is the caller's; null on failure
   AKObject* (*newObjectWithArgs)(const AKContextObject* context, AKClassID id, const char* format,
                                  va_list list) = nullptr;
-  // 168; 21: the same
+  /// 168; 21: the same
   AKObject* (*newObjectFromFile)(const AKContextObject* context, const AKFile& file, unsigned int version) = nullptr;
-  // 176; 22: the same
+  /// 176; 22: the same
   AKObject* (*newObjectFromDictionary)(const AKContextObject* context, const AKDictionary& dictionary) = nullptr;
-  // 184; 23: the same
+  /// 184; 23: the same
   AKObject* (*newObjectFromOriginal)(const AKContextObject* context, const AKObject* original) = nullptr;
-  int (*writeObjectToFile)(const AKObject* object, AKFile& file) = nullptr;  // 192; 24: status
-  // 200; 25: status
+  int (*writeObjectToFile)(const AKObject* object, AKFile& file) = nullptr;  ///< 192; 24: status
+  /// 200; 25: status
   int (*writeObjectToDictionary)(const AKObject* object, AKDictionary& dictionary) = nullptr;
-  int (*reinitObjectFromFile)(AKObject* object, const AKFile& file) = nullptr;  // 208; 26: status
-  void (*deleteObject)(AKObject* object) = nullptr;  // 216; 27: ends the object; null is ignored
-  int (*getErrorNew)() = nullptr;                    // 224; 28: status of the last of 20 to 23
+  int (*reinitObjectFromFile)(AKObject* object, const AKFile& file) = nullptr;  ///< 208; 26: status
+  void (*deleteObject)(AKObject* object) = nullptr;  ///< 216; 27: ends the object; null is ignored
+  int (*getErrorNew)() = nullptr;                    ///< 224; 28: status of the last of 20 to 23
 };
 
 /// What a bundle may do to the open document. The host object is made by `construct` and lives until `destruct`.
 struct AKHandlerTable {
-  std::uintptr_t unused0[4] = {};                                               // 0
-  void (*construct)(AKHandler* wrapper, NKTreeHandler* treeHandler) = nullptr;  // 32; fills the wrapper
-  void (*destruct)(AKHandler* wrapper) = nullptr;                               // 40
-  std::uintptr_t unused48[6] = {};                                              // 48
-  AKHostMember<bool()> isActive;                                                // 96; a document is there
-  AKHostMember<void(const AKString& name)> setActionName;                       // 112; the host copies the name
-  AKHostMember<AKString()> actionName;                                          // 128
-  AKHostMember<AKObject*()> getMasterLayer;  // 144; the host's; null without a document
-  std::uintptr_t unused160[8] = {};          // 160
-  // 224; the objects become the document's with 0
+  std::uintptr_t unused0[4] = {};                                               ///< 0; the host's
+  void (*construct)(AKHandler* wrapper, NKTreeHandler* treeHandler) = nullptr;  ///< 32; fills the wrapper
+  void (*destruct)(AKHandler* wrapper) = nullptr;                               ///< 40; ends the host's object
+  std::uintptr_t unused48[6] = {};                                              ///< 48; the host's
+  AKHostMember<bool()> isActive;                                                ///< 96; a document is there
+  AKHostMember<void(const AKString& name)> setActionName;                       ///< 112; the host copies the name
+  AKHostMember<AKString()> actionName;       ///< 128; what was set; empty without a document
+  AKHostMember<AKObject*()> getMasterLayer;  ///< 144; the host's; null without a document
+  std::uintptr_t unused160[8] = {};          ///< 160; the host's
+  /// 224; the objects become the document's with 0
   AKHostMember<int(const AKObjectArray& objects, AKObject* parent, AKHandlerLinkMode mode)> addObjects;
-  AKHostMember<int(const AKObjectArray& objects)> deleteObjects;  // 240; the document ends them with 0
-  AKHostMember<int(const AKObjectArray& objects)> reviseObjects;  // 256
+  AKHostMember<int(const AKObjectArray& objects)> deleteObjects;  ///< 240; the document ends them with 0
+  AKHostMember<int(const AKObjectArray& objects)> reviseObjects;  ///< 256
 };
 
 /// The controls of panels. A control's host object is made by `construct` and lives until `destruct`. Strings and
 /// arrays that are set are copied.
 struct AKControlTable {
-  std::uintptr_t unused0[4] = {};  // 0
-  // 32; formats, fills the wrapper
+  std::uintptr_t unused0[4] = {};  ///< 0; the host's
+  /// 32; formats, fills the wrapper
   void (*construct)(AKGUICtrl* wrapper, AKGUIDesc* panel, const char* format, va_list list) = nullptr;
-  void (*destruct)(AKGUICtrl* wrapper) = nullptr;                             // 40
-  std::uintptr_t unused48[6] = {};                                            // 48
-  AKHostMember<void(unsigned int selector, unsigned int value)> setProperty;  // 96; selectors: AKGUIProperty
-  AKHostMember<unsigned int(unsigned int selector)> getProperty;              // 112
-  AKHostMember<void(int x0, int y0, int x1, int y1)> setBounds;               // 128; panel units, y down
-  AKHostMember<void(int* x0, int* y0, int* x1, int* y1)> getBounds;           // 144; outputs may be null
-  AKHostMember<void(const AKString& title)> setTitle;                         // 160
-  AKHostMember<AKString()> getTitle;                                          // 176
-  AKHostMember<void(double minimum, double maximum)> setRange;                // 192
-  AKHostMember<void(double* minimum, double* maximum)> getRange;              // 208; outputs may be null
-  AKHostMember<void(const char** icon)> setXPMIcon;                // 224; kept, not copied: it outlives the control
-  AKHostMember<const char**()> getXPMIcon;                         // 240; what was set, or null
-  std::uintptr_t unused256[12] = {};                               // 256
-  AKHostMember<void(const AKStringArray& items)> setMenuItemList;  // 352
-  AKHostMember<AKString(unsigned int index)> getMenuItemAtIndex;   // 368; empty behind the last
-  AKHostMember<unsigned int()> getMenuItemCount;                   // 384
-  AKHostMember<void(unsigned int index)> setMenuIndex;             // 400
-  AKHostMember<unsigned int()> getMenuIndex;                       // 416
-  AKHostMember<void(const AKString& item)> setMenuItem;            // 432
-  AKHostMember<AKString()> getMenuItem;                            // 448
-  std::uintptr_t unused464[2] = {};                                // 464
-  AKHostMember<int()> getValuePrecision;                           // 480; decimals
-  AKHostMember<AKString()> getValueAsString;                       // 496
-  AKHostMember<bool()> getValueAsBool;                             // 512
-  AKHostMember<int()> getValueAsSInt;                              // 528
-  AKHostMember<unsigned int()> getValueAsUInt;                     // 544
-  AKHostMember<float()> getValueAsFloat32;                         // 560
-  AKHostMember<double()> getValueAsFloat64;                        // 576
-  AKHostMember<double()> getValueAsTimeHMS;                        // 592; seconds
-  AKHostMember<AGColor()> getValueAsAGColor;                       // 608
-  std::uintptr_t unused624[14] = {};                               // 624
-  AKHostMember<void(int decimals)> setValuePrecision;              // 736
-  AKHostMember<void(const AKString& value)> setValueAsString;      // 752
-  AKHostMember<void(bool value)> setValueAsBool;                   // 768
-  AKHostMember<void(int value)> setValueAsSInt;                    // 784
-  AKHostMember<void(unsigned int value)> setValueAsUInt;           // 800
-  AKHostMember<void(float value)> setValueAsFloat32;               // 816
-  AKHostMember<void(double value)> setValueAsFloat64;              // 832
-  AKHostMember<void(double seconds)> setValueAsTimeHMS;            // 848
-  AKHostMember<void(AGColor value)> setValueAsAGColor;             // 864
-  std::uintptr_t unused880[14] = {};                               // 880
-  AKHostMember<void()> refresh;                                    // 992
+  void (*destruct)(AKGUICtrl* wrapper) = nullptr;                             ///< 40; ends the host's object
+  std::uintptr_t unused48[6] = {};                                            ///< 48; the host's
+  AKHostMember<void(unsigned int selector, unsigned int value)> setProperty;  ///< 96; selectors: AKGUIProperty
+  AKHostMember<unsigned int(unsigned int selector)> getProperty;              ///< 112; 0 for unknown selectors
+  AKHostMember<void(int x0, int y0, int x1, int y1)> setBounds;               ///< 128; panel units, y down
+  AKHostMember<void(int* x0, int* y0, int* x1, int* y1)> getBounds;           ///< 144; outputs may be null
+  AKHostMember<void(const AKString& title)> setTitle;                         ///< 160; copied
+  AKHostMember<AKString()> getTitle;                                          ///< 176
+  AKHostMember<void(double minimum, double maximum)> setRange;                ///< 192; values are not held to it
+  AKHostMember<void(double* minimum, double* maximum)> getRange;              ///< 208; outputs may be null
+  AKHostMember<void(const char** icon)> setXPMIcon;                ///< 224; kept, not copied: it outlives the control
+  AKHostMember<const char**()> getXPMIcon;                         ///< 240; what was set, or null
+  std::uintptr_t unused256[12] = {};                               ///< 256; the host's
+  AKHostMember<void(const AKStringArray& items)> setMenuItemList;  ///< 352; replaces all items
+  AKHostMember<AKString(unsigned int index)> getMenuItemAtIndex;   ///< 368; empty behind the last
+  AKHostMember<unsigned int()> getMenuItemCount;                   ///< 384
+  AKHostMember<void(unsigned int index)> setMenuIndex;             ///< 400; any number
+  AKHostMember<unsigned int()> getMenuIndex;                       ///< 416
+  AKHostMember<void(const AKString& item)> setMenuItem;            ///< 432; a text that is no item changes nothing
+  AKHostMember<AKString()> getMenuItem;                            ///< 448; the chosen one
+  std::uintptr_t unused464[2] = {};                                ///< 464; the host's
+  AKHostMember<int()> getValuePrecision;                           ///< 480; decimals
+  AKHostMember<AKString()> getValueAsString;                       ///< 496
+  AKHostMember<bool()> getValueAsBool;                             ///< 512
+  AKHostMember<int()> getValueAsSInt;                              ///< 528
+  AKHostMember<unsigned int()> getValueAsUInt;                     ///< 544
+  AKHostMember<float()> getValueAsFloat32;                         ///< 560
+  AKHostMember<double()> getValueAsFloat64;                        ///< 576
+  AKHostMember<double()> getValueAsTimeHMS;                        ///< 592; seconds
+  AKHostMember<AGColor()> getValueAsAGColor;                       ///< 608
+  std::uintptr_t unused624[14] = {};                               ///< 624; the host's
+  AKHostMember<void(int decimals)> setValuePrecision;              ///< 736
+  AKHostMember<void(const AKString& value)> setValueAsString;      ///< 752
+  AKHostMember<void(bool value)> setValueAsBool;                   ///< 768
+  AKHostMember<void(int value)> setValueAsSInt;                    ///< 784
+  AKHostMember<void(unsigned int value)> setValueAsUInt;           ///< 800
+  AKHostMember<void(float value)> setValueAsFloat32;               ///< 816
+  AKHostMember<void(double value)> setValueAsFloat64;              ///< 832
+  AKHostMember<void(double seconds)> setValueAsTimeHMS;            ///< 848
+  AKHostMember<void(AGColor value)> setValueAsAGColor;             ///< 864
+  std::uintptr_t unused880[14] = {};                               ///< 880; the host's
+  AKHostMember<void()> refresh;                                    ///< 992; draws the control anew
 };
 
 /// Inspector panels. A panel's host object is made by `construct` and lives until `destruct`.
 struct AKPanelTable {
-  std::uintptr_t unused0[4] = {};  // 0
-  // 32; fills the wrapper; `format` and `list` may be null
+  std::uintptr_t unused0[4] = {};  ///< 0; the host's
+  /// 32; fills the wrapper; `format` and `list` may be null
   void (*construct)(AKGUIDesc* wrapper, const char* format, va_list list) = nullptr;
-  void (*destruct)(AKGUIDesc* wrapper) = nullptr;                             // 40; ends its controls too
-  std::uintptr_t unused48[6] = {};                                            // 48
-  AKHostMember<void(unsigned int selector, unsigned int value)> setProperty;  // 96; selectors: AKGUIProperty
-  AKHostMember<unsigned int(unsigned int selector)> getProperty;              // 112
-  AKHostMember<void(int width, int height)> setPanelSize;                     // 128; panel units
-  AKHostMember<void(int* width, int* height)> getPanelSize;                   // 144; outputs may be null
-  AKHostMember<void(const AKString& title)> setPanelTitle;                    // 160; the host copies the title
-  AKHostMember<AKString()> getPanelTitle;                                     // 176
-  std::uintptr_t unused192[20] = {};                                          // 192
-  AKHostMember<void(AKGUICtrl* control)> addController;     // 352; the control becomes the panel's, unless this throws
-  AKHostMember<AKGUICtrl*(unsigned int id)> getController;  // 368; the panel's; null when there is none
-  AKHostMember<unsigned int()> getControllerCount;          // 384
-  std::uintptr_t unused400[10] = {};                        // 400
-  // 480; returns when the dialog is closed
+  void (*destruct)(AKGUIDesc* wrapper) = nullptr;                             ///< 40; ends its controls too
+  std::uintptr_t unused48[6] = {};                                            ///< 48; the host's
+  AKHostMember<void(unsigned int selector, unsigned int value)> setProperty;  ///< 96; selectors: AKGUIProperty
+  AKHostMember<unsigned int(unsigned int selector)> getProperty;              ///< 112; 0 for unknown selectors
+  AKHostMember<void(int width, int height)> setPanelSize;                     ///< 128; panel units
+  AKHostMember<void(int* width, int* height)> getPanelSize;                   ///< 144; outputs may be null
+  AKHostMember<void(const AKString& title)> setPanelTitle;                    ///< 160; the host copies the title
+  AKHostMember<AKString()> getPanelTitle;                                     ///< 176
+  std::uintptr_t unused192[20] = {};                                          ///< 192; the host's
+  AKHostMember<void(AKGUICtrl* control)> addController;  ///< 352; the control becomes the panel's, unless this throws
+  AKHostMember<AKGUICtrl*(unsigned int id)> getController;  ///< 368; the panel's; null when there is none
+  AKHostMember<unsigned int()> getControllerCount;          ///< 384
+  std::uintptr_t unused400[10] = {};                        ///< 400; the host's
+  /// 480; returns when the dialog is closed
   AKHostMember<int(AKModalProc proc, AKObject* object, int* result)> openModalDialog;
-  AKHostMember<void(int result)> closeDialog;  // 496
+  AKHostMember<void(int result)> closeDialog;  ///< 496
 };
 
 /// What a host hands to pluginMain: owned by the host, read only during that call. Little-endian.
 struct AKHostServiceRecord {
+  /// What `magic` is.
   static constexpr std::uint32_t kMagic = 0x41434F53;
 
-  std::uint32_t magic;
-  std::uint32_t apiVersion;  ///< high 16 bits major, low 16 bits minor
-  std::uint32_t setupWord;   ///< passed on to AKClass::ClassSetup
-  std::uint32_t padding;     ///< not read
-  double displayScale;
+  std::uint32_t magic;                 ///< kMagic
+  std::uint32_t apiVersion;            ///< high 16 bits major, low 16 bits minor
+  std::uint32_t setupWord;             ///< passed on to AKClass::ClassSetup
+  std::uint32_t padding;               ///< not read
+  double displayScale;                 ///< display pixels a map unit
   const AKGeneralTable* generalTable;  ///< kept as gAKWrap; may be null
   const AKClassTable* classTable;      ///< kept as AKClass::sWrapper
   const AKHandlerTable* handlerTable;  ///< kept as AKHandler::sWrapper

@@ -20,16 +20,20 @@ class AKWrapper {
   AKWrapper(const AKWrapper&) = delete;
   AKWrapper& operator=(const AKWrapper&) = delete;
 
+  /// The host's object, null before it is made; not the caller's.
   void* HostObject() const { return hostObject_; }
   /// For hosts: their `construct` entry stores the object that they made.
   void SetHostObject(void* object) { hostObject_ = object; }
 
  protected:
+  /// Without a host object.
   AKWrapper() = default;
   ~AKWrapper() = default;
 
+  /// True when there are a table and a host object to call.
   bool IsHosted() const { return Derived::sWrapper != nullptr && hostObject_ != nullptr; }
 
+  /// Calls an entry of the table on the host object.
   template <typename Table, typename Result, typename... Parameters>
   Result Call(AKHostMember<Result(Parameters...)> Table::*entry, std::type_identity_t<Parameters>... arguments) const {
     if (!IsHosted()) return Result();

@@ -4,8 +4,10 @@
 // procedure was declared thread-safe. All lines are built in one process-wide buffer of 32768 bytes.
 #pragma once
 
+/// Has the compiler check a printf format: the numbers, from 1, of the format and of its first argument.
 #define AK_PRINTF_FORMAT(formatIndex, firstArgument) __attribute__((format(printf, formatIndex, firstArgument)))
 
+/// Receives a finished line, which is borrowed for the call.
 using AKLogMessageProc = void (*)(const char*);
 
 /// Sets the procedure that receives finished lines (null silences the log). `threadSafe` counts only with a procedure.
@@ -31,7 +33,9 @@ unsigned int AKLogErrorUnmute();
 /// The empty string for every status.
 const char* AKGetStatusRawName(int status);
 
+///@{
 /// These do nothing; they stand where debugging builds of a host put their own.
 void AKLogDebug(const char* topic, const char* format, ...);
 void AKAssert(const char* file, const char* function, int line, bool condition, const char* message);
 void AKAssertWarning(const char* file, const char* function, int line, bool condition, const char* message);
+///@}

@@ -16,8 +16,11 @@ class AKObject;
 
 /// Casts an object to the class of an ID, or returns null. Hosts supply it; the kit only carries it.
 using AKClassQCast = void* (*)(AKObject* object, AKClassID classID);
+///@{
+/// No quick cast; and the most of them that there can be.
 inline constexpr AKClassQCast kAKNullClassQCast = nullptr;
 inline constexpr unsigned int kAKClassQCastMaxCount = 64;
+///@}
 
 /// A block of 8 + `size` zero bytes with `cls` in front; returns the address behind it, or null when there is no
 /// memory. Freed by _AKClassObjectDealloc.
@@ -39,14 +42,20 @@ class AKObject {
   /// The host's record of the class, found by ID once and kept; every class has its own.
   static AKClass* _Class();
 
+  /// Makes the class abstract; does nothing in the classes that have it.
   virtual void _PureVirtualMethod() const = 0;
+  /// Called by the class destructor, never by a bundle.
   virtual ~AKObject() = default;
 
+  ///@{
+  /// The header, as it was copied from the class record when the instance was made.
   const AKClass* Class() const { return class_; }
   AKClassID ClassID() const { return classID_; }
   AKClassQCast QCast() const { return qcast_; }
   AKClassID FurtherClassID() const { return furtherClassID_; }
+  ///@}
 
+  /// Stops the program.
   static void operator delete(void* memory);
 
  protected:
@@ -61,6 +70,7 @@ class AKObject {
   AKClassID furtherClassID_;
 };
 
+/// The allocation functions of a concrete class, for its public section.
 #define AK_OBJECT_MEMORY                                                           \
   static void* operator new(std::size_t, void* memory) noexcept { return memory; } \
   static void operator delete(void*, void*) noexcept {}                            \
@@ -70,16 +80,21 @@ class AKObject {
 class AKObjectShape : public AKObject {
  public:
   static AKClassID _ClassID();  ///< "_shape"
+  /// The host's record of the class.
   static AKClass* _Class();
 };
+/// Below AKObjectShape.
 class AKObjectSymbol : public AKObjectShape {
  public:
   static AKClassID _ClassID();  ///< "_symbol"
+  /// The host's record of the class.
   static AKClass* _Class();
 };
+/// What drawn objects derive from.
 class AKObjectSymbolVect : public AKObjectSymbol {
  public:
   static AKClassID _ClassID();  ///< "_syVect"
+  /// The host's record of the class.
   static AKClass* _Class();
 
  protected:
@@ -93,6 +108,7 @@ class AKObjectSymbolVect : public AKObjectSymbol {
 static_assert(sizeof(AKObject) == 40);
 static_assert(sizeof(AKObjectSymbolVect) == 352);
 
+/// Objects in an order; the array owns none of them.
 using AKObjectArray = ATArray<AKObject*>;
 
 /// Deletes every object with AKClass::DeleteObject, the last first, and empties the array, whose storage stays.

@@ -29,6 +29,7 @@ class AKObjectClass : public Parent {
  public:
   AK_OBJECT_MEMORY
 
+  /// The ID that the class chose, kClassID.
   static AKClassID _ClassID() {
     static_assert(sizeof(Derived::kClassID) <= sizeof(AKClassID), "kClassID: a class ID has at most 7 characters");
     static const AKClassID id(Derived::kClassID);
@@ -47,6 +48,7 @@ class AKObjectClass : public Parent {
   /// Destroys and frees an instance; null is ignored.
   static void _ClassDtor(AKObject* object) { delete static_cast<Derived*>(object); }
 
+  /// Makes the class one of which there are instances.
   void _PureVirtualMethod() const override {}
 
   /// For a class without an inspector.
@@ -89,9 +91,10 @@ class AKObjectClass : public Parent {
   }
 
  protected:
-  // What a function is called that the class does not have. A private or overloaded akm function finds none of these
-  // and does not compile, rather than being left out.
+  /// The type of a function that the class does not have.
   struct NoMethod {};
+  ///@{
+  /// Stands for the function of its name where the class has none.
   static constexpr NoMethod akmInitWithArgs{};
   static constexpr NoMethod akmInitFromFile{};
   static constexpr NoMethod akmWriteToFile{};
@@ -101,6 +104,7 @@ class AKObjectClass : public Parent {
   static constexpr NoMethod akmDraw{};
   static constexpr NoMethod akmGetNaturalBounds{};
   static constexpr NoMethod akmInspector{};
+  ///@}
 
  private:
   template <unsigned int index, typename Method>

@@ -11,8 +11,8 @@ struct AKGUIEvent {
   static constexpr std::uint32_t kFillControls = 1;    ///< the controls must be filled from the object's state
   static constexpr std::uint32_t kControlChanged = 3;  ///< the user changed the control `ctrlID`
 
-  std::uint32_t kind = 0;
-  std::uint32_t ctrlID = 0;
+  std::uint32_t kind = 0;           ///< one of the two above, or 2: idle, for panels that asked for it
+  std::uint32_t ctrlID = 0;         ///< of the control that was changed
   std::uint64_t hostWords[2] = {};  ///< the host's own
   AKString actionName;              ///< the inspector may name the change for the undo list here
 };

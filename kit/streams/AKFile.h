@@ -28,20 +28,36 @@
 class AKFileMmap;
 
 /// Where a seek counts from. From the end of a memory stream the offset counts backwards.
-enum AKFileWhence : int { kAKFileWhenceBegin = 0, kAKFileWhenceCurrent = 1, kAKFileWhenceEnd = 2 };
+enum AKFileWhence : int {
+  kAKFileWhenceBegin = 0,    ///< the first byte
+  kAKFileWhenceCurrent = 1,  ///< the position
+  kAKFileWhenceEnd = 2,      ///< behind the last byte
+};
 
 class AKFile {
  public:
-  // Byte orders; as the argument of a number function 0 means the file's own.
+  // Byte orders
+
+  /// The highest byte first. As the argument of a number function 0 means the file's own order.
   static constexpr unsigned int kEndianBig = 1;
+  /// The lowest byte first.
   static constexpr unsigned int kEndianLittle = 2;
+  /// The order of this machine's memory.
   static constexpr unsigned int kEndianHost = kEndianLittle;
-  // Modes of the constructors, and bits of Flags().
+
+  // Modes of the constructors, and bits of Flags()
+
+  /// A file in the temporary folder, deleted when it closes.
   static constexpr unsigned int kModeTemporary = 16;
+  /// A stream in memory.
   static constexpr unsigned int kModeMemory = 32;
+  /// The one of the two that SetPreferedModeCache chose.
   static constexpr unsigned int kModePreferredCache = 64;
+  ///@{
+  /// What an open file allows.
   static constexpr unsigned int kFlagRead = 0x100;
   static constexpr unsigned int kFlagWrite = 0x200;
+  ///@}
 
   // Creating
 
@@ -51,9 +67,11 @@ class AKFile {
   explicit AKFile(const AKFilePath& path, unsigned int mode = 0);
   /// A memory stream with a copy of the data; null or 0 gives an empty one.
   AKFile(const void* data, unsigned int size);
+  /// A memory stream with a copy of the block's bytes.
   explicit AKFile(const AKMemoryBlock& data);
   AKFile(const AKFile&) = delete;
   AKFile& operator=(const AKFile&) = delete;
+  /// Closes. Nobody learns what fails then: who wrote calls Close.
   ~AKFile();
 
   /// Temporary file (16) or memory stream (32) for files constructed with mode 64; other modes are ignored. To be set
@@ -64,27 +82,39 @@ class AKFile {
 
   /// The order of numbers unless a call says otherwise: 1 or 2, others are ignored.
   void SetEndianness(unsigned int endian);
+  /// 1 or 2.
   unsigned int Endianness() const { return flags_ & 3; }
+  /// The byte order, the mode, and while it is open what may be done.
   unsigned int Flags() const { return flags_; }
+  ///@{
+  /// Which of the kinds it is; a disk file is neither.
   bool IsMemoryStream() const { return (flags_ & kModeMemory) != 0; }
   bool IsTemporary() const { return (flags_ & kModeTemporary) != 0; }
+  ///@}
+  ///@{
   /// Both are empty for a memory stream, and for a temporary file that is not open.
   const AKFilePath& Path() const { return path_; }
   const AKString& Name() const { return name_; }
+  ///@}
 
   // Opening and closing
 
-  /// A memory stream's data survive opening and creating; they do not survive Close.
+  /// Opens what exists for reading. A memory stream's data survive opening and creating; they do not survive Close.
   int OpenForRead();
+  /// Opens what exists for both.
   int OpenForReadWrite();
+  /// Makes the file, empty, or empties the one that is there, and opens it for both.
   int CreateForReadWrite();
   /// Flushes, closes and returns the first failure of the two; the file is closed in any case.
   int Close();
   /// Closes and deletes. What was not yet written is dropped.
   int Remove();
+  ///@{
+  /// 0 when the file is open (for what the name says), else -893, logged.
   int CheckIsOpened() const;
   int CheckIsOpenedForRead() const;
   int CheckIsOpenedForWrite() const;
+  ///@}
 
   // Reading and writing (AKFileBuffer.cpp; memory streams: AKFileMemory.cpp)
 
@@ -120,11 +150,16 @@ class AKFile {
 
   /// 0 on failure.
   int GetPos(unsigned long long* pos) const;
+  ///@{
+  /// Moves the position, in bytes. A failed seek leaves it. A disk file's position may lie beyond its end.
   int SetPos(unsigned long long pos) const;
-  /// A failed seek leaves the position. A disk file's position may lie beyond its end.
   int Seek(long long offset, AKFileWhence whence) const;
+  ///@}
+  ///@{
+  /// Moves the position by `count` bytes. Beyond the ends of a memory stream it fails and moves nothing.
   int Skip(unsigned long long count) const;
   int SkipBack(unsigned long long count) const;
+  ///@}
   /// True when position + count >= size, so also when exactly `count` bytes remain; and when the file is not open or
   /// cannot tell.
   bool IsEndOfFile(unsigned long long count) const;
@@ -139,14 +174,18 @@ class AKFile {
   int GetFileInfo(unsigned long long* size, unsigned long long* created, unsigned long long* modified) const;
   /// The content of a memory stream, without copying: valid until the stream is written or closed.
   int GetMemoryStreamDataPtr(const void** data, unsigned long long* size) const;
+  /// A copy of the content of a memory stream.
   int GetMemoryStreamDataBlock(AKMemoryBlock* block) const;
 
   // Memory map (AKFileMmap.cpp)
 
   /// The file's map, made on the first call and gone with Close.
   AKFileMmap* MemMap() const;
+  /// The whole file in the map, null on failure; `size`, which may be null, receives its size.
   const void* MemMapAll(unsigned long long* size) const;
+  /// Releases all mappings.
   void MemUnmapAll() const;
+  /// The status of the last mapping that was asked for.
   int MemMapLastError() const;
 
  private:

@@ -15,8 +15,14 @@
 
 class AKFileBuffer {
  public:
-  enum class Result { kDone, kReadFailed, kWriteFailed };
+  /// What became of a read or write; after the last two errno tells why.
+  enum class Result {
+    kDone,         ///< all bytes
+    kReadFailed,   ///< fewer, or none
+    kWriteFailed,  ///< what was to be written first could not be
+  };
 
+  /// Without a descriptor.
   AKFileBuffer() = default;
   AKFileBuffer(const AKFileBuffer&) = delete;
   AKFileBuffer& operator=(const AKFileBuffer&) = delete;
@@ -47,9 +53,11 @@ class AKFileBuffer {
     return true;
   }
 
+  ///@{
   /// Any read or write of at least one byte. On failure the position is behind the bytes that made it.
   Result Read(void* target, std::uint64_t count);
   Result Write(const void* source, std::uint64_t count);
+  ///@}
 
   /// Writes the dirty range; false on failure.
   bool Flush();
@@ -60,9 +68,13 @@ class AKFileBuffer {
   /// With `on`, every write reaches the system before it returns: somebody looks at the file by another way.
   void SetWriteThrough(bool on);
 
+  /// False for a pipe, a terminal or another descriptor without positions.
   bool CanSeek() const { return canSeek_; }
+  ///@{
+  /// Where the next read or write begins; setting it touches nothing else and may lie beyond the end.
   std::uint64_t Position() const { return position_; }
   void SetPosition(std::uint64_t position) { position_ = position; }
+  ///@}
   /// How many bytes can be read from the position without asking the system.
   std::uint64_t Available() const {
     const std::uint64_t at = position_ - start_;

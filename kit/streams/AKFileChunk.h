@@ -13,15 +13,17 @@
 
 #include "kit/streams/AKFile.h"
 
+/// A chunk that is being written, or whose header was read.
 struct AKFileChunk {
-  std::uint32_t signature = 0;  // on entry to a check: the expected one
-  std::uint32_t size = 0;       // bytes behind the header
-  std::uint64_t pos = 0;        // of the header's first byte
+  std::uint32_t signature = 0;  ///< on entry to a check: the expected one
+  std::uint32_t size = 0;       ///< bytes behind the header
+  std::uint64_t pos = 0;        ///< of the header's first byte
 };
 
 /// "LITE" as a signature.
 inline constexpr std::uint32_t kAKChunkSignatureEndianHost = 0x4C495445;
 
+/// Bytes in front of the body.
 inline constexpr unsigned int kAKFileChunkHeaderSize = 8;
 
 /// The header operations on chunks.
@@ -32,11 +34,14 @@ class AKFileChunkSetter {
   /// Called behind the body: writes its size into the header. An empty body leaves the 0 that stands there; a body of
   /// 4 GiB or more fails with -881.
   static int WriteChunkComplete(AKFile& file, AKFileChunk& chunk);
+  /// Reads a header of any signature and notes where it stands; the position is then at the body.
   static int ReadChunkHeader(const AKFile& file, AKFileChunk* chunk);
   /// Reads a header that must have chunk->signature, which then holds the one found.
   static int CheckChunkHeader(const AKFile& file, AKFileChunk* chunk);
 };
 
+///@{
+/// The functions of AKFileChunkSetter by other names.
 inline int AKFileWriteChunkHeader(AKFile& file, AKFileChunk& chunk) {
   return AKFileChunkSetter::WriteChunkHeader(file, chunk);
 }
@@ -49,12 +54,17 @@ inline int AKFileReadChunkHeader(const AKFile& file, AKFileChunk* chunk) {
 inline int AKFileCheckChunkHeader(const AKFile& file, AKFileChunk* chunk) {
   return AKFileChunkSetter::CheckChunkHeader(file, chunk);
 }
+///@}
+/// Moves the position to the chunk's body.
 int AKFileGotoChunkBegin(const AKFile& file, const AKFileChunk& chunk);
-/// The end may lie beyond the end of a damaged disk file; reading there fails.
+/// Moves the position behind the chunk's body. That may lie beyond the end of a damaged disk file; reading there fails.
 int AKFileGotoChunkEnd(const AKFile& file, const AKFileChunk& chunk);
 
+///@{
+/// Four bytes, always big-endian, so that the characters stand in reading order.
 int AKFileWriteSignat32(AKFile& file, std::uint32_t signature);
 int AKFileReadSignat32(const AKFile& file, std::uint32_t* signature);
+///@}
 /// Whether the next four bytes are `signature`. Always false when four bytes or fewer are left. With `rewind` the
 /// position is put back, whatever was found.
 bool AKFileIsSignat32(const AKFile& file, std::uint32_t signature, bool rewind);

@@ -6,9 +6,11 @@
 
 #include "kit/streams/AKFile.h"
 
+///@{
 /// Everything in the file, which must be open for reading, without trailing NULs.
 int AKFileLoadContentToString(const AKFile& file, AKString* text);
 int AKFileLoadContentToString(const AKFilePath& path, AKString* text);
+///@}
 
 /// Writes the text, without a terminator, at the beginning of the file, which must be open for writing.
 int AKFileSaveContentOfString(AKFile& file, const AKString& text);

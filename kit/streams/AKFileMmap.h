@@ -14,14 +14,17 @@ class AKFile;
 
 class AKFileMmap {
  public:
+  /// One mapping.
   struct AKMmapItem {
-    const void* address = nullptr;
-    unsigned long long size = 0;
+    const void* address = nullptr;  ///< of the first byte
+    unsigned long long size = 0;    ///< in bytes
   };
 
+  /// A map of no mappings yet; the file is borrowed.
   explicit AKFileMmap(const AKFile* file) : file_(file) {}
   AKFileMmap(const AKFileMmap&) = delete;
   AKFileMmap& operator=(const AKFileMmap&) = delete;
+  /// Unmaps everything.
   ~AKFileMmap() { UnmapAll(); }
 
   /// `size` bytes from `offset`, a multiple of the page size on a disk file; null on failure (LastError).
@@ -30,6 +33,7 @@ class AKFileMmap {
   const void* MapAll(unsigned long long* size);
   /// Releases the mapping that begins at `address`; an unknown address does nothing.
   void Unmap(const void* address);
+  /// Releases all mappings.
   void UnmapAll();
 
   /// The index, in order of creation, of the mapping that begins at `address`; kAKNotFound and false when there is
@@ -38,6 +42,7 @@ class AKFileMmap {
   /// The status of the last Map or MapAll.
   int LastError() const { return lastError_; }
 
+  /// Bytes of a page of the system's memory.
   static unsigned int GetSysPageSize();
 
  private:

@@ -26,9 +26,11 @@ class AKFileTarget;
 
 class AKFileReplacer {
  public:
+  /// A replacer of the file at `path`; touches nothing yet.
   explicit AKFileReplacer(const AKFilePath& path);
   AKFileReplacer(const AKFileReplacer&) = delete;
   AKFileReplacer& operator=(const AKFileReplacer&) = delete;
+  /// Without a Commit that succeeded: deletes what was written.
   ~AKFileReplacer();
 
   /// The new file is to have the attributes of the file `model`, not of the old one; when there is no such file, only

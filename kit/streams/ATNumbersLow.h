@@ -13,18 +13,23 @@
 /// The byte-order work behind ATNumbersLow, by word size in bytes (1, 2, 4 or 8).
 class AKFileWords {
  public:
+  ///@{
+  /// `size` bytes, the words of `wordSize` bytes in them in the other order than the host's.
   static int ReadSwapped(const AKFile& file, void* buffer, std::uint64_t size, unsigned int wordSize);
   static int WriteSwapped(AKFile& file, const void* buffer, std::uint64_t size, unsigned int wordSize);
+  ///@}
 
+  /// Whether numbers of that order are not the host's; 0 is the file's own.
   static bool MustSwap(const AKFile& file, unsigned int endian) {
     return ((endian != 0 ? endian : file.Endianness()) & AKFile::kEndianHost) == 0;
   }
 };
 
-/// `flags` only tells types apart; it changes no behaviour.
+/// Arrays of numbers of type T. `flags` only tells types apart; it changes no behaviour.
 template <typename T, unsigned int flags>
 class ATNumbersLow {
  public:
+  /// Reads `count` elements; the buffer may be half filled after a failure.
   static int ReadFromFile(const AKFile& file, T* buffer, unsigned int count, unsigned int elementSize,
                           unsigned int endian) {
     const std::uint64_t size = SizeOf(count, elementSize);
@@ -32,6 +37,7 @@ class ATNumbersLow {
     return AKFileWords::ReadSwapped(file, buffer, size, sizeof(T));
   }
 
+  /// Writes `count` elements; the buffer stays as it is.
   static int WriteToFile(AKFile& file, const T* buffer, unsigned int count, unsigned int elementSize,
                          unsigned int endian) {
     const std::uint64_t size = SizeOf(count, elementSize);
@@ -39,6 +45,7 @@ class ATNumbersLow {
     return AKFileWords::WriteSwapped(file, buffer, size, sizeof(T));
   }
 
+  /// Moves the position behind `count` elements.
   static int SkipFromFile(const AKFile& file, unsigned int count, unsigned int elementSize) {
     const std::uint64_t size = SizeOf(count, elementSize);
     return size == 0 ? 0 : file.Skip(size);

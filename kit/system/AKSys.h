@@ -17,6 +17,7 @@ class AKSys {
   /// Sleeps the rounded number of microseconds; a negative number or NaN returns at once.
   static void SleepMicroSec(double microseconds);
 
+  /// True on the thread that the process began with.
   static bool IsMainThread();
 
   /// The lower-case language code of the user's locale ("de" of de_AT.UTF-8), "en" when it names none.

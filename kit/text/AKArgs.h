@@ -9,6 +9,7 @@
 
 class AKArgs {
  public:
+  /// An empty list.
   AKArgs() = default;
   /// One argument per entry, argv[0] included. A null vector or a count below 1 gives an empty list.
   AKArgs(int argc, const char** argv);
@@ -16,8 +17,10 @@ class AKArgs {
   /// text that begins with an empty argument gives an empty list, one that ends in two or more blanks an empty last
   /// argument.
   AKArgs(const char* text, bool stripQuotes);
+  /// The same of a string.
   AKArgs(const AKString& text, bool stripQuotes) : AKArgs(text.CStr(), stripQuotes) {}
 
+  /// The number of arguments.
   unsigned int Count() const { return arguments_.Count(); }
   /// The argument as a C string owned by this list, null when `index` is out of range.
   const char* argv(int index) const;

@@ -16,8 +16,10 @@ class AKStringArray : public ATArray<AKString> {
   /// The elements joined as by AKString::BuildFromArray.
   AKString ConcatToString(const AKString& separator) const;
 
+  ///@{
   /// The AKString operation on every element.
   AKStringArray& ToUpperCase();
   AKStringArray& ToLowerCase();
   AKStringArray& ToCapitalized();
+  ///@}
 };

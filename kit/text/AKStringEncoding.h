@@ -12,9 +12,13 @@
 /// A character set of the kit; other values than those below name none.
 using AKStringEncoding = std::uint32_t;
 
+/// No set: nothing is converted from or to it.
 inline constexpr AKStringEncoding kAKStringEncodingNone = 0;
+/// Mac OS Roman, the kit's text in memory.
 inline constexpr AKStringEncoding kAKStringEncodingMacRoman = 1;
+/// Windows code page 1252.
 inline constexpr AKStringEncoding kAKStringEncodingWindowsLatin1 = 2;
+/// UTF-8, the kit's text on file.
 inline constexpr AKStringEncoding kAKStringEncodingUTF8 = 3;
 
 /// A converted copy; see AKStringConvertWithEncoding.

@@ -19,9 +19,11 @@ bool AKIsDecimalComma();
 /// alone does not reach printf, so the thread gets a locale of its own whose numbers are those of the C locale.
 class AKScopedPrintfFloatSepAsDot {
  public:
+  /// From here on the thread's numbers have a dot.
   AKScopedPrintfFloatSepAsDot();
   AKScopedPrintfFloatSepAsDot(const AKScopedPrintfFloatSepAsDot&) = delete;
   AKScopedPrintfFloatSepAsDot& operator=(const AKScopedPrintfFloatSepAsDot&) = delete;
+  /// Numbers are as they were before.
   ~AKScopedPrintfFloatSepAsDot();
 
  private:

@@ -12,13 +12,17 @@ unsigned int AKUniStringLength(const unsigned short* text);
 
 /// A new NUL-terminated array from malloc, which the caller frees with free.
 unsigned short* AKNewUniStringFromAsciiString(const char* text, unsigned int length);
+///@{
 /// Writes at most `dstCount` - 1 units and a terminating 0; `dstCount` 0 writes nothing. Returns `dst`.
 unsigned short* AKUniStringFromAsciiString(unsigned short* dst, unsigned int dstCount, const char* text,
                                            unsigned int length);
 AKUniChars AKUniStringFromAsciiString(const AKString& text);
+///@}
 
 /// New NUL-terminated bytes from malloc, which the caller frees with free.
 char* AKNewAsciiStringFromUniString(const unsigned short* text, unsigned int count);
+///@{
 /// Writes at most `dstSize` - 1 bytes and a terminating NUL; `dstSize` 0 writes nothing. Returns `dst`.
 char* AKAsciiStringFromUniString(char* dst, unsigned int dstSize, const unsigned short* text, unsigned int count);
 AKString AKAsciiStringFromUniString(const AKUniChars& text);
+///@}

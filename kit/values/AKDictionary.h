@@ -21,36 +21,53 @@ class AKDictionaryStore;
 class AKFile;
 class AKFilePath;
 
-inline constexpr int kAKDictionaryStatusExists = -872;
-inline constexpr int kAKDictionaryStatusMissing = -873;
-inline constexpr int kAKDictionaryStatusInvalidPath = -874;
+inline constexpr int kAKDictionaryStatusExists = -872;       ///< the entry exists
+inline constexpr int kAKDictionaryStatusMissing = -873;      ///< there is no such entry
+inline constexpr int kAKDictionaryStatusInvalidPath = -874;  ///< no path, or one through a value that is no dictionary
 
 class AKDictionary {
  public:
   // Creating, assigning, comparing
 
+  /// Empty, without an allocation.
   constexpr AKDictionary() noexcept = default;
+  ///@{
+  /// A deep copy; or the other's content, which is empty then.
   AKDictionary(const AKDictionary& other);
   AKDictionary(AKDictionary&& other) noexcept : store_(other.store_) { other.store_ = nullptr; }
+  ///@}
+  /// Frees keys and values, however deep they nest.
   ~AKDictionary() { Free(); }
+  ///@{
   /// The other dictionary may be part of this one.
   AKDictionary& operator=(const AKDictionary& other);
   AKDictionary& operator=(AKDictionary&& other) noexcept;
+  ///@}
 
+  ///@{
+  /// Removes and frees all entries.
   void Clear() { Free(); }
   void Free();
+  ///@}
+  /// Exchanges two dictionaries; nothing is copied.
   void Swap(AKDictionary* other) noexcept;
+  /// As the assignment of a copy.
   void Assign(const AKDictionary& other) { *this = other; }
+  ///@{
   /// The same keys with equal values.
   bool IsEqual(const AKDictionary& other) const;
   bool operator==(const AKDictionary& other) const { return IsEqual(other); }
+  ///@}
+  /// True when there are no entries.
   bool IsEmpty() const { return Count() == 0; }
+  /// The number of entries, those of dictionaries in it not counted.
   unsigned int Count() const;
 
   // Looking up
 
   /// The one key of a dictionary with exactly one entry, else the empty text.
   AKString GetUniqueSubKey() const;
+  /// True when there is a value at `path`.
   bool ContainsKey(const AKString& path) const;
   /// The value at `path`, or the empty value: valid until the dictionary is modified.
   const AKValue& GetValue(const AKString& path) const;
@@ -76,14 +93,18 @@ class AKDictionary {
 
   // Files (AKValueRecord.cpp)
 
+  ///@{
   /// The "dict" record. A failed read leaves the dictionary empty. Dictionaries and arrays nested more than 512 deep
   /// fail with -881 in both directions.
   int ReadFromFile(const AKFile& file);
   int WriteToFile(AKFile& file) const;
   static int SkipFromFile(const AKFile& file);
+  ///@}
+  ///@{
   /// A file that holds one "dict" record and nothing else. Saving replaces the file whole or not at all.
   int LoadFromBinFile(const AKFilePath& path);
   int SaveToBinFile(const AKFilePath& path) const;
+  ///@}
 
   // Walking
 
@@ -94,10 +115,16 @@ class AKDictionary {
   /// One entry in the order of the keys: the walk that ForEach makes.
   class Cursor {
    public:
+    /// On the first entry; the dictionary is borrowed.
     explicit Cursor(const AKDictionary& dictionary);
+    /// False behind the last entry.
     bool IsValid() const { return key_ != nullptr; }
+    ///@{
+    /// Of the entry that the cursor is on; only while it is valid.
     const AKString& Key() const { return *key_; }
     const AKValue& Value() const { return *value_; }
+    ///@}
+    /// On to the next entry.
     void Next();
 
    private:

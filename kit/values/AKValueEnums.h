@@ -6,9 +6,10 @@
 
 #include "kit/values/AKValue.h"
 
+/// A row of a table.
 struct AKValueEnums {
-  unsigned int number;
-  const char* word;
+  unsigned int number;  ///< a number, or the bits of a flag
+  const char* word;     ///< its word; empty in the last row
 };
 
 /// The index of the first row with this number; kAKNotFound and false when there is none. `index` may be null.
@@ -16,12 +17,15 @@ bool AKValueEnumsFindEnum(const AKValueEnums* table, unsigned int number, unsign
 /// The same by word, compared exactly. The empty word is never found.
 bool AKValueEnumsFindWord(const AKValueEnums* table, const AKString& word, unsigned int* index);
 
+///@{
 /// "strg": the word of the number, empty when the table lacks it. The getter fails for a word that the table lacks.
 void AKValueSetasEnum(AKValue* value, unsigned int content, const AKValueEnums* table);
 AKValue AKValueSetasEnum(unsigned int content, const AKValueEnums* table);
 bool AKValueGetasEnum(const AKValue& value, unsigned int* content, const AKValueEnums* table);
 unsigned int AKValueGetasEnum(const AKValue& value, const AKValueEnums* table);
+///@}
 
+///@{
 /// "strg": the words of all rows whose bits are contained in the set, a row numbered 0 always among them, in the order
 /// of the table with single spaces between them; for the empty set the word of the row numbered 0. The getter ignores
 /// words that the table lacks.
@@ -29,3 +33,4 @@ void AKValueSetasFlags(AKValue* value, unsigned int content, const AKValueEnums*
 AKValue AKValueSetasFlags(unsigned int content, const AKValueEnums* table);
 bool AKValueGetasFlags(const AKValue& value, unsigned int* content, const AKValueEnums* table);
 unsigned int AKValueGetasFlags(const AKValue& value, const AKValueEnums* table);
+///@}

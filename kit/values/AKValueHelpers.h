@@ -16,12 +16,15 @@
 #include "kit/values/AKValueEnums.h"
 #include "kit/values/AKValueGeometry.h"
 
+///@{
 /// "bool".
 void AKValueSetasBool(AKValue* value, bool content);
 AKValue AKValueSetasBool(bool content);
 bool AKValueGetasBool(const AKValue& value, bool* content, bool convert);
 bool AKValueGetasBool(const AKValue& value, bool convert);
+///@}
 
+///@{
 /// "intg". A narrower output takes the low bits, without a range check.
 void AKValueSetasSInt(AKValue* value, long long content);
 AKValue AKValueSetasSInt(long long content);
@@ -37,7 +40,9 @@ bool AKValueGetasUInt(const AKValue& value, unsigned short* content, bool conver
 bool AKValueGetasUInt(const AKValue& value, unsigned int* content, bool convert);
 bool AKValueGetasUInt(const AKValue& value, unsigned long long* content, bool convert);
 unsigned long long AKValueGetasUInt(const AKValue& value, bool convert);
+///@}
 
+///@{
 /// "real".
 void AKValueSetasFloat32(AKValue* value, float content);
 AKValue AKValueSetasFloat32(float content);
@@ -47,25 +52,33 @@ void AKValueSetasFloat64(AKValue* value, double content);
 AKValue AKValueSetasFloat64(double content);
 bool AKValueGetasFloat64(const AKValue& value, double* content, bool convert);
 double AKValueGetasFloat64(const AKValue& value, bool convert);
+///@}
 
+///@{
 /// "strg".
 void AKValueSetasAKString(AKValue* value, const AKString& content);
 AKValue AKValueSetasAKString(const AKString& content);
 bool AKValueGetasAKString(const AKValue& value, AKString* content, bool convert);
 AKString AKValueGetasAKString(const AKValue& value, bool convert);
+///@}
 
+///@{
 /// The path's own value form.
 void AKValueSetasAKFilePath(AKValue* value, const AKFilePath& content);
 AKValue AKValueSetasAKFilePath(const AKFilePath& content);
 bool AKValueGetasAKFilePath(const AKValue& value, AKFilePath* content, bool convert);
 AKFilePath AKValueGetasAKFilePath(const AKValue& value, bool convert);
+///@}
 
+///@{
 /// "strg": each unit as four upper-case hexadecimal digits, separated by ";". A text of any other form fails.
 void AKValueSetasAKUniChars(AKValue* value, const AKUniChars& content);
 AKValue AKValueSetasAKUniChars(const AKUniChars& content);
 bool AKValueGetasAKUniChars(const AKValue& value, AKUniChars* content, bool convert);
 AKUniChars AKValueGetasAKUniChars(const AKValue& value, bool convert);
+///@}
 
+///@{
 /// "arry" of the elements; an element of another kind fails.
 void AKValueSetasAKStringArray(AKValue* value, const AKStringArray& content);
 AKValue AKValueSetasAKStringArray(const AKStringArray& content);
@@ -75,7 +88,9 @@ void AKValueSetasAKFilePathArray(AKValue* value, const AKFilePathArray& content)
 AKValue AKValueSetasAKFilePathArray(const AKFilePathArray& content);
 bool AKValueGetasAKFilePathArray(const AKValue& value, AKFilePathArray* content, bool convert);
 AKFilePathArray AKValueGetasAKFilePathArray(const AKValue& value, bool convert);
+///@}
 
+///@{
 /// "arry", "dict" and "bina".
 void AKValueSetasAKValueArray(AKValue* value, const AKValueArray& content);
 AKValue AKValueSetasAKValueArray(const AKValueArray& content);
@@ -89,3 +104,4 @@ void AKValueSetasBinary(AKValue* value, const AKMemoryBlock& content);
 AKValue AKValueSetasBinary(const AKMemoryBlock& content);
 bool AKValueGetasBinary(const AKValue& value, AKMemoryBlock* content, bool convert);
 AKMemoryBlock AKValueGetasBinary(const AKValue& value, bool convert);
+///@}

@@ -21,16 +21,22 @@ class AKFile;
 class AKValue;
 class AKValueArray;
 
+/// How deep arrays and dictionaries nest.
 inline constexpr unsigned int kAKRecordMaxNesting = 512;
 
+/// Reads records. Each Read returns the status of the first file operation that failed, and leaves the output empty
+/// then.
 class AKRecordReader {
  public:
+  /// The file, which is borrowed, is read from where it stands.
   explicit AKRecordReader(const AKFile& file) : file_(file) {}
 
-  // A failure leaves the output empty.
+  ///@{
+  /// The record of a value of any kind, of an array, of a dictionary.
   int Read(AKValue* value);
   int Read(AKValueArray* array);
   int Read(AKDictionary* dictionary);
+  ///@}
 
  private:
   int ReadContent(AKValue* value);
@@ -45,13 +51,18 @@ class AKRecordReader {
   unsigned long long end_ = ~0ULL;  // of the chunk that is being read
 };
 
+/// Writes records. Each Write returns the status of the first file operation that failed.
 class AKRecordWriter {
  public:
+  /// The file is borrowed.
   explicit AKRecordWriter(AKFile& file) : file_(file) {}
 
+  ///@{
+  /// The record of a value, an array or a dictionary.
   int Write(const AKValue& value);
   int Write(const AKValueArray& array);
   int Write(const AKDictionary& dictionary);
+  ///@}
 
  private:
   int WriteHeader(unsigned int signature, unsigned int size);

@@ -7,7 +7,6 @@
 #include <sys/xattr.h>
 
 #include <cerrno>
-#include <cstdarg>
 #include <cstdlib>
 #include <cstring>
 #include <functional>
@@ -15,26 +14,16 @@
 
 #include "platform/codecs/CodecPixels.h"
 #include "platform/codecs/WholeFile.h"
+#include "tests/faults/RefusedCalls.h"
 #include "tests/kit/streams/FileTestSupport.h"
 
 namespace {
 
-// To go before the refusal; 0 refuses, negative lets everything pass.
-struct Refusal {
-  long left = -1;
-  bool forGood = false;
-  bool happened = false;
+using faults::Refusal;
+using faults::sCall;
+using faults::sReason;
 
-  bool Comes() {
-    if (left < 0) return false;
-    if (left-- > 0) return false;
-    if (forGood) left = 0;
-    return happened = true;
-  }
-};
 Refusal sAllocation;
-Refusal sCall;
-int sReason = EIO;
 bool sOwnOnly = false;  // only allocations of the codecs' own
 long sLive = 0;         // blocks of memory
 long sLiveBefore = 0;   // when the work began
@@ -47,12 +36,6 @@ bool RefusesMemory(const void* caller) {
   const bool isOwn =
       caller >= static_cast<const void*>(&__executable_start) && caller < static_cast<const void*>(&etext);
   return (isOwn || !sOwnOnly) && sAllocation.Comes();
-}
-
-bool Refuses() {
-  if (!sCall.Comes()) return false;
-  errno = sReason;
-  return true;
 }
 
 }  // namespace
@@ -85,37 +68,10 @@ void free(void* memory) {
   __libc_free(memory);
 }
 
-// Put in the place of the calls by the linker.
-#define WRAP(result, name, parameters, arguments) \
-  result __real_##name parameters;                \
-  result __wrap_##name parameters { return Refuses() ? -1 : __real_##name arguments; }
-
-WRAP(ssize_t, read, (int file, void* data, size_t size), (file, data, size))
-WRAP(ssize_t, write, (int file, const void* data, size_t size), (file, data, size))
-WRAP(ssize_t, pwrite, (int file, const void* data, size_t size, off_t at), (file, data, size, at))
-WRAP(int, fsync, (int file), (file))
-WRAP(int, ftruncate, (int file, off_t size), (file, size))
-WRAP(int, fchmod, (int file, mode_t mode), (file, mode))
-WRAP(int, stat, (const char* path, struct stat* status), (path, status))
-WRAP(int, lstat, (const char* path, struct stat* status), (path, status))
-WRAP(int, fstat, (int file, struct stat* status), (file, status))
-WRAP(int, rename, (const char* from, const char* to), (from, to))
-WRAP(ssize_t, readlink, (const char* path, char* to, size_t size), (path, to, size))
-
-int __real_open(const char* path, int flags, ...);
-int __wrap_open(const char* path, int flags, ...) {
-  va_list arguments;
-  va_start(arguments, flags);
-  const mode_t mode = va_arg(arguments, mode_t);
-  va_end(arguments);
-  return Refuses() ? -1 : __real_open(path, flags, mode);
-}
-
-int __real_close(int file);
-int __wrap_close(int file) {
-  const int result = __real_close(file);
-  return Refuses() ? -1 : result;
-}
+AK_WRAP(ssize_t, read, (int file, void* data, size_t size), (file, data, size))
+AK_WRAP(ssize_t, write, (int file, const void* data, size_t size), (file, data, size))
+AK_WRAP(int, rename, (const char* from, const char* to), (from, to))
+AK_WRAP(ssize_t, readlink, (const char* path, char* to, size_t size), (path, to, size))
 
 }  // extern "C"
 

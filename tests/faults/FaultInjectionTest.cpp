@@ -6,7 +6,6 @@
 #include <sys/stat.h>
 
 #include <algorithm>
-#include <cstdarg>
 #include <cstdlib>
 
 #include "fuzz/AllocationCounter.h"
@@ -16,86 +15,21 @@
 #include "kit/streams/AKFileRecords.h"
 #include "kit/streams/AKFileReplacer.h"
 #include "kit/values/AKValueHelpers.h"
+#include "tests/faults/RefusedCalls.h"
 #include "tests/kit/streams/FileTestSupport.h"
-
-namespace {
-
-// Calls to go before the refusal; 0 refuses, negative lets everything pass.
-int sCallsLeft = -1;
-bool sForGood = false;
-bool sRefused = false;
-
-bool Refuses() {
-  if (sCallsLeft < 0) return false;
-  if (sCallsLeft > 0) {
-    --sCallsLeft;
-    return false;
-  }
-  if (!sForGood) sCallsLeft = -1;
-  sRefused = true;
-  errno = EIO;
-  return true;
-}
-
-}  // namespace
 
 extern "C" {
 
-#define WRAP(result, name, parameters, arguments, failure) \
-  result __real_##name parameters;                         \
-  result __wrap_##name parameters { return Refuses() ? (failure) : __real_##name arguments; }
-
-WRAP(int, fsync, (int descriptor), (descriptor), -1)
-WRAP(int, ftruncate, (int descriptor, off_t size), (descriptor, size), -1)
-WRAP(off_t, lseek, (int descriptor, off_t offset, int whence), (descriptor, offset, whence), -1)
-WRAP(ssize_t, pread, (int descriptor, void* data, size_t size, off_t at), (descriptor, data, size, at), -1)
-WRAP(ssize_t, pwrite, (int descriptor, const void* data, size_t size, off_t at), (descriptor, data, size, at), -1)
-WRAP(int, renameat, (int fromFolder, const char* from, int toFolder, const char* to), (fromFolder, from, toFolder, to),
-     -1)
-WRAP(int, fchmod, (int descriptor, mode_t mode), (descriptor, mode), -1)
-WRAP(int, stat, (const char* path, struct stat* status), (path, status), -1)
-WRAP(int, lstat, (const char* path, struct stat* status), (path, status), -1)
-WRAP(int, fstat, (int descriptor, struct stat* status), (descriptor, status), -1)
-WRAP(int, statx, (int folder, const char* path, int flags, unsigned int mask, struct statx* status),
-     (folder, path, flags, mask, status), -1)
-WRAP(int, faccessat, (int folder, const char* path, int mode, int flags), (folder, path, mode, flags), -1)
-WRAP(int, flock, (int descriptor, int operation), (descriptor, operation), -1)
-
-int __real_openat(int folder, const char* path, int flags, ...);
-int __wrap_openat(int folder, const char* path, int flags, ...) {
-  va_list arguments;
-  va_start(arguments, flags);
-  const mode_t mode = va_arg(arguments, mode_t);
-  va_end(arguments);
-  return Refuses() ? -1 : __real_openat(folder, path, flags, mode);
-}
-
-int __real_fcntl(int descriptor, int command, ...);
-int __wrap_fcntl(int descriptor, int command, ...) {
-  va_list arguments;
-  va_start(arguments, command);
-  const int argument = va_arg(arguments, int);
-  va_end(arguments);
-  return Refuses() ? -1 : __real_fcntl(descriptor, command, argument);
-}
-
-int __real_open(const char* path, int flags, ...);
-int __wrap_open(const char* path, int flags, ...) {
-  va_list arguments;
-  va_start(arguments, flags);
-  const mode_t mode = va_arg(arguments, mode_t);
-  va_end(arguments);
-  return Refuses() ? -1 : __real_open(path, flags, mode);
-}
-
-// A close that fails has closed all the same.
-int __real_close(int descriptor);
-int __wrap_close(int descriptor) {
-  const bool refuses = Refuses();
-  const int result = __real_close(descriptor);
-  if (refuses) errno = EIO;
-  return refuses ? -1 : result;
-}
+AK_WRAP(off_t, lseek, (int file, off_t offset, int whence), (file, offset, whence))
+AK_WRAP(ssize_t, pread, (int file, void* data, size_t size, off_t at), (file, data, size, at))
+AK_WRAP(int, renameat, (int fromFolder, const char* from, int toFolder, const char* to),
+        (fromFolder, from, toFolder, to))
+AK_WRAP(int, statx, (int folder, const char* path, int flags, unsigned int mask, struct statx* status),
+        (folder, path, flags, mask, status))
+AK_WRAP(int, faccessat, (int folder, const char* path, int mode, int flags), (folder, path, mode, flags))
+AK_WRAP(int, flock, (int file, int operation), (file, operation))
+AK_WRAP_WITH_LAST(openat, (int folder, const char* path, int flags, ...), flags, mode_t, (folder, path, flags, more))
+AK_WRAP_WITH_LAST(fcntl, (int file, int command, ...), command, int, (file, command, more))
 
 }  // extern "C"
 
@@ -123,12 +57,10 @@ void ForEachRefusal(bool forGood, Work work, Check check) {
     SCOPED_TRACE((forGood ? "all calls from " : "only call ") + std::to_string(k));
     ASSERT_LT(k, 500);
     const std::size_t descriptors = OpenDescriptors();
-    sForGood = forGood;
-    sRefused = false;
-    sCallsLeft = k;
+    faults::sCall = {k, forGood};
     const int status = work();
-    sCallsLeft = -1;
-    refused = sRefused;
+    faults::sCall.left = -1;
+    refused = faults::sCall.happened;
     check(status, refused);
     EXPECT_EQ(OpenDescriptors(), descriptors);
     if (testing::Test::HasFailure()) return;
