@@ -1,0 +1,7 @@
+#include "kit/os/AKLastByte_p.h"
+
+#include <cstring>
+
+const char* AKFindLastByte(const char* bytes, char byte, std::size_t count) {
+  return static_cast<const char*>(::memrchr(bytes, byte, count));
+}

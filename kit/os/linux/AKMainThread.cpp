@@ -1,0 +1,5 @@
+#include "kit/os/AKMainThread_p.h"
+
+#include <unistd.h>
+
+bool AKIsMainThread() { return ::getpid() == ::gettid(); }

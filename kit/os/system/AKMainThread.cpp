@@ -1,0 +1,5 @@
+#include "kit/os/AKMainThread_p.h"
+
+#include <pthread.h>
+
+bool AKIsMainThread() { return ::pthread_main_np() != 0; }
