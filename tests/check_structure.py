@@ -28,7 +28,8 @@ LAYERS = {
 # The rooms of a layer, lowest first: a file includes nothing of a room above its own. What lies beside the rooms gathers
 # them or stands for the whole layer, and is included by none of them.
 ROOMS = {
-    "platform": ("raster", "foundation", "paths", "clips", "graphics", "pages", "codecs", "text"),
+    "platform": ("raster", "foundation", "paths", "clips", "graphics", "pages", "codecs", "text",
+                 "system"),
     "kit": ("os", "log", "containers", "geometry", "text", "files", "streams", "values", "system", "host", "panels", "objects"),
     "graphics": ("geometry", "paint", "text", "paths", "images", "context", "bitmaps"),
 }

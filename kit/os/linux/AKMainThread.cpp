@@ -1,5 +1,5 @@
-#include "kit/os/AKMainThread_p.h"
-
 #include <unistd.h>
+
+#include "kit/os/AKMainThread_p.h"
 
 bool AKIsMainThread() { return ::getpid() == ::gettid(); }

@@ -1,6 +1,6 @@
-#include "kit/os/AKNumberText_p.h"
-
 #include <charconv>
+
+#include "kit/os/AKNumberText_p.h"
 
 namespace {
 

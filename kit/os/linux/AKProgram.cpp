@@ -1,7 +1,7 @@
-#include "kit/os/AKProgram_p.h"
-
 #include <climits>
 #include <cstdlib>
+
+#include "kit/os/AKProgram_p.h"
 
 std::string AKProgramPath() {
   char resolved[PATH_MAX];

@@ -1,8 +1,8 @@
-#include "kit/os/AKFileAttributes_p.h"
-
 #include <copyfile.h>
 #include <fcntl.h>
 #include <unistd.h>
+
+#include "kit/os/AKFileAttributes_p.h"
 
 namespace {
 

@@ -1,7 +1,7 @@
-#include "kit/os/AKFileStatus_p.h"
-
 #include <fcntl.h>
 #include <sys/stat.h>
+
+#include "kit/os/AKFileStatus_p.h"
 
 namespace {
 

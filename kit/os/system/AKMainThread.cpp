@@ -1,5 +1,5 @@
-#include "kit/os/AKMainThread_p.h"
-
 #include <pthread.h>
+
+#include "kit/os/AKMainThread_p.h"
 
 bool AKIsMainThread() { return ::pthread_main_np() != 0; }

@@ -1,11 +1,11 @@
-#include "kit/os/AKNumberText_p.h"
-
 #include <xlocale.h>
 
 #include <cmath>
 #include <cstdio>
 #include <cstdlib>
 #include <string>
+
+#include "kit/os/AKNumberText_p.h"
 
 namespace {
 

@@ -1,14 +1,13 @@
-#include "kit/os/AKProgram_p.h"
-
+#include <CoreFoundation/CFArray.h>
+#include <CoreFoundation/CFLocale.h>
+#include <CoreFoundation/CFString.h>
 #include <mach-o/dyld.h>
 
 #include <climits>
 #include <cstdint>
 #include <cstdlib>
 
-#include "CoreFoundation/CFArray.h"
-#include "CoreFoundation/CFLocale.h"
-#include "CoreFoundation/CFString.h"
+#include "kit/os/AKProgram_p.h"
 
 namespace {
 
