@@ -14,6 +14,6 @@ foreach(po ${po_files})
     COMMAND ${AK_MSGFMT} --check-format --check-domain -o ${catalogue} ${po}
     DEPENDS ${po} VERBATIM)
   list(APPEND catalogues ${catalogue})
-  install(FILES ${catalogue} DESTINATION ${place})
+  install(FILES ${catalogue} DESTINATION ${place} COMPONENT host)
 endforeach()
 add_custom_target(catalogues ALL DEPENDS ${catalogues})

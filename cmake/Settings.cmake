@@ -1,19 +1,27 @@
 # Compiler settings that every target of the project shares.
-find_package(PkgConfig REQUIRED)
 find_package(Threads REQUIRED)
-find_package(PNG REQUIRED)
-find_package(JPEG REQUIRED)
-find_package(TIFF 4.5 REQUIRED)
-pkg_check_modules(CAIRO REQUIRED IMPORTED_TARGET cairo)
-pkg_check_modules(HIGHWAY REQUIRED IMPORTED_TARGET libhwy)
-pkg_check_modules(PANGO REQUIRED IMPORTED_TARGET pangocairo pangoft2 fontconfig harfbuzz fribidi)
-if(AK_WINDOW)
+if(AK_NATIVE STREQUAL "linux")
+  find_package(PkgConfig REQUIRED)
+  find_package(PNG REQUIRED)
+  find_package(JPEG REQUIRED)
+  find_package(TIFF 4.5 REQUIRED)
+  pkg_check_modules(CAIRO REQUIRED IMPORTED_TARGET cairo)
+  pkg_check_modules(HIGHWAY REQUIRED IMPORTED_TARGET libhwy)
+  pkg_check_modules(PANGO REQUIRED IMPORTED_TARGET pangocairo pangoft2 fontconfig harfbuzz fribidi)
+  set(native_headers ${PROJECT_SOURCE_DIR}/platform/include)
+else()
+  # The published headers are the system's; the project's own beside them come from the tree.
+  set(native_headers ${CMAKE_BINARY_DIR}/native_headers)
+  file(MAKE_DIRECTORY ${native_headers})
+  file(CREATE_LINK ${PROJECT_SOURCE_DIR}/platform/include/AKPlatform ${native_headers}/AKPlatform SYMBOLIC)
+endif()
+if(AK_WINDOW AND AK_NATIVE STREQUAL "linux")
   pkg_check_modules(GTKMM REQUIRED IMPORTED_TARGET gtkmm-4.0)
 endif()
 
 add_library(ak_settings INTERFACE)
 target_include_directories(ak_settings INTERFACE
-  $<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}> $<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}/platform/include>
+  $<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}> $<BUILD_INTERFACE:${native_headers}>
   $<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}/akkit>
   $<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}/akkit/platform>)
 target_compile_features(ak_settings INTERFACE cxx_std_20)

@@ -6,9 +6,11 @@
 #include <filesystem>
 #include <system_error>
 
+#include "host/Version.h"
 #include "host/bundles/BundleProbe.h"
 #include "host/bundles/BundleSet.h"
 #include "host/commands/Command.h"
+#include "host/completion/Completion.h"
 #include "host/terminal/Output.h"
 #include "host/text/Localisation.h"
 
@@ -17,7 +19,8 @@ namespace {
 
 void PrintUsage() {
   Output::Print(
-      "usage: objecthost [--bundle FILE]... [--only-bundle FILE]... [--no-bundles] COMMAND [ARGUMENTS]\n\n"
+      "usage: objecthost [--bundle FILE]... [--only-bundle FILE]... [--no-bundles] COMMAND [ARGUMENTS]\n"
+      "       objecthost --version\n\n"
       "A host for plug-in bundles. Bundles are loaded from the folders of OBJECTHOST_PLUGINS, the user's\n"
       "objecthost/plugins, and the plugins folder beside the program. --bundle adds one, which is loaded\n"
       "first and stands for those of its file name; with --only-bundle none is looked for but those that\n"
@@ -35,6 +38,7 @@ struct Invocation {
   std::vector<std::string> bundles;
   std::vector<std::string> words;  // of the command, its name first
   bool help = false;
+  bool version = false;
 };
 
 BundleSet* sBundles = nullptr;
@@ -46,6 +50,10 @@ Result<> TakeGlobalOptions(const std::vector<std::string>& words, Invocation* in
   for (; i < words.size() && words[i].starts_with("-") && words[i] != "--"; ++i) {
     if (words[i] == "--help" || words[i] == "-h") {
       invocation->help = true;
+      return {};
+    }
+    if (words[i] == "--version") {
+      invocation->version = true;
       return {};
     }
     if (words[i] == "--no-bundles") {
@@ -111,6 +119,22 @@ int RunCommand(const Command& command, const Invocation& invocation, const std::
   return code;
 }
 
+int Finish(int code);
+
+// What shells ask while a line is typed: nothing is said of what is wrong with it.
+int RunCompletion(const std::vector<std::string>& words) {
+  Output::TakeOver();
+  Invocation invocation;
+  static_cast<void>(!TakeGlobalOptions(words, &invocation));
+  BundleSet bundles(Program::ExecutablePath(), ProbeMemory::DefaultFile());
+  if (invocation.words.size() > 1) {
+    for (const std::string& path : invocation.bundles) static_cast<void>(!bundles.Load(path));
+    if (invocation.searches) bundles.LoadFound();
+  }
+  Output::Write(Completions(words));
+  return Finish(0);
+}
+
 int Finish(int code) {
   const int unwritten = Output::Finish();
   return unwritten == 0 || code != 0 ? code
@@ -122,10 +146,15 @@ int Finish(int code) {
 int RunProgram(const std::vector<std::string>& words) {
   AddCatalogues();
   if (words.size() == 2 && words[0] == "--probe") return RunProbe(words[1]);
+  if (!words.empty() && words[0] == "--complete") return RunCompletion({words.begin() + 1, words.end()});
   Invocation invocation;
   if (const auto done = TakeGlobalOptions(words, &invocation); !done) return Fail(done.Why());
   if (invocation.help) {
     PrintUsage();
+    return Finish(0);
+  }
+  if (invocation.version) {
+    Output::Print("objecthost %s\n", kVersion);
     return Finish(0);
   }
   if (invocation.words.empty()) return Fail("no command; --help tells what there is");

@@ -28,8 +28,9 @@ LAYERS = {
 # The rooms of a layer, lowest first: a file includes nothing of a room above its own. What lies beside the rooms gathers
 # them or stands for the whole layer, and is included by none of them.
 ROOMS = {
-    "platform": ("raster", "foundation", "paths", "clips", "graphics", "pages", "codecs", "text"),
-    "kit": ("log", "containers", "geometry", "text", "files", "streams", "values", "system", "host", "panels", "objects"),
+    "platform": ("raster", "foundation", "paths", "clips", "graphics", "pages", "codecs", "text",
+                 "system"),
+    "kit": ("os", "log", "containers", "geometry", "text", "files", "streams", "values", "system", "host", "panels", "objects"),
     "graphics": ("geometry", "paint", "text", "paths", "images", "context", "bitmaps"),
 }
 # The bridge to the native drawing API, called by the sources of every room of its layer and showing them their own
@@ -37,8 +38,8 @@ ROOMS = {
 BRIDGE = "graphics/native/"
 # So that a thing is found in its room at a glance.
 MAX_FILES_IN_A_ROOM = 32
-# Within the kit only the bridge to the native layer may see it.
-PLATFORM_BRIDGE = re.compile(r"kit/system/AKMacOS\w*\.(h|cpp)$")
+# Within the kit only the bridge to the native layer may see it, and what asks a system whose own layer it is.
+PLATFORM_BRIDGE = re.compile(r"kit/(system/AKMacOS\w*|os/system/\w+)\.(h|cpp)$")
 NATIVE_LIBRARY = re.compile(r"^(cairo|pango|png|jpeglib|jerror|tiff|fontconfig|fribidi|glib(?!mm|-unix)|hb)")
 TOOLKIT = re.compile(r"^(gtk|gdk|glibmm|glib-unix|gio|sigc)")
 INCLUDE = re.compile(r'^\s*#\s*include\s+(["<])([^">]+)[">]', re.MULTILINE)

@@ -3,6 +3,7 @@
 #include <cmath>
 #include <cstdlib>
 
+#include "AKPlatform/AKPixelOrder.h"
 #include "CoreGraphics/CGBitmapContext.h"
 #include "CoreGraphics/CGImage.h"
 

@@ -1,4 +1,5 @@
 // Images made of a bitmap's pixels.
+#include "CoreGraphics/CGBitmapContext.h"
 #include "CoreGraphics/CGImage.h"
 #include "graphics/bitmaps/AGBitmapBase.h"
 #include "graphics/images/AGImage.h"

@@ -1,5 +1,6 @@
 #include "graphics/images/AGImage.h"
 
+#include "AKPlatform/AKImageLimit.h"
 #include "CoreGraphics/CGImage.h"
 #include "ImageIO/CGImageSource.h"
 #include "graphics/images/AGSharedImages.h"

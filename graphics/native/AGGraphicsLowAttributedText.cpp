@@ -44,7 +44,9 @@ class Attributes {
   explicit Attributes(CFMutableAttributedStringRef text)
       : text_(text), range_(CFRangeMake(0, CFAttributedStringGetLength(text))) {}
 
-  void Set(CFStringRef name, CFTypeRef value) { CFAttributedStringSetAttribute(text_, range_, name, value); }
+  void Set(CFStringRef name, CFTypeRef value) {
+    if (value != nullptr) CFAttributedStringSetAttribute(text_, range_, name, value);
+  }
 
   void SetColor(CFStringRef name, AGColor color) {
     if (color.Alpha() == 0) return;
@@ -85,7 +87,9 @@ CFAttributedStringRef _LowCFAttributedStringCreate(const AKString& string, const
   if (hasLineBreak != nullptr) *hasLineBreak = breaks;
   if (native.Get() == nullptr || CFStringGetLength(native.Get()) == 0) return nullptr;
   const Owned<CFAttributedStringRef> plain(CFAttributedStringCreate(kCFAllocatorDefault, native.Get(), nullptr));
+  if (plain.Get() == nullptr) return nullptr;
   CFMutableAttributedStringRef attributed = CFAttributedStringCreateMutableCopy(kCFAllocatorDefault, 0, plain.Get());
+  if (attributed == nullptr) return nullptr;
   Attributes attributes(attributed);
   if (font.NativeFont() != nullptr) attributes.Set(kCTFontAttributeName, font.NativeFont());
   attributes.SetColor(kCTForegroundColorAttributeName, fill);

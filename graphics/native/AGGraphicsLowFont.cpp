@@ -5,6 +5,8 @@
 #include "CoreFoundation/CFDictionary.h"
 #include "CoreFoundation/CFNumber.h"
 #include "CoreText/CTFont.h"
+#include "CoreText/CTFontCollection.h"
+#include "CoreText/CTFontTraits.h"
 #include "graphics/native/AGGraphicsLowOwned.h"
 #include "kit/system/AKMacOS.h"
 
@@ -28,8 +30,9 @@ CTFontRef NewStyledFont(CFStringRef family, double size, AGFontStyle style) {
   const void* keys[] = {kCTFontFamilyNameAttribute, kCTFontTraitsAttribute};
   const void* values[] = {family, traitDictionary.Get()};
   const Owned<CFDictionaryRef> attributes = NewDictionary(keys, values, traits == 0 ? 1 : 2);
+  if (attributes.Get() == nullptr) return nullptr;
   const Owned<CTFontDescriptorRef> descriptor(CTFontDescriptorCreateWithAttributes(attributes.Get()));
-  return CTFontCreateWithFontDescriptor(descriptor.Get(), size, nullptr);
+  return descriptor.Get() == nullptr ? nullptr : CTFontCreateWithFontDescriptor(descriptor.Get(), size, nullptr);
 }
 
 bool IsOfFamily(CTFontRef font, const AKString& name) {
@@ -49,7 +52,7 @@ AGNativeFont* NewNativeFont(const AKString& name, double size, AGFontStyle style
 }
 
 AGNativeFont* NewNativeFontOfSize(AGNativeFont* native, double size) {
-  return CTFontCreateCopyWithAttributes(native, size, nullptr, nullptr);
+  return native == nullptr ? nullptr : CTFontCreateCopyWithAttributes(native, size, nullptr, nullptr);
 }
 
 void RetainNativeFont(AGNativeFont* native) {
@@ -62,8 +65,10 @@ void ReleaseNativeFont(AGNativeFont* native) {
 
 AKStringArray InstalledFamilies() {
   const Owned<CTFontCollectionRef> collection(CTFontCollectionCreateFromAvailableFonts(nullptr));
-  const Owned<CFArrayRef> descriptors(CTFontCollectionCreateMatchingFontDescriptors(collection.Get()));
   AKStringArray names;
+  if (collection.Get() == nullptr) return names;
+  const Owned<CFArrayRef> descriptors(CTFontCollectionCreateMatchingFontDescriptors(collection.Get()));
+  if (descriptors.Get() == nullptr) return names;
   for (CFIndex i = 0; i < CFArrayGetCount(descriptors.Get()); ++i) {
     const auto* descriptor = static_cast<CTFontDescriptorRef>(CFArrayGetValueAtIndex(descriptors.Get(), i));
     const Owned<CFStringRef> family(

@@ -1,11 +1,13 @@
 #include "graphics/native/AGGraphicsLowImageFile.h"
 
+#include "AKPlatform/AKImageLimit.h"
 #include "CoreFoundation/CFNumber.h"
 #include "CoreGraphics/CGImage.h"
+#include "CoreServices/CoreServices.h"
 #include "ImageIO/CGImageDestination.h"
 #include "ImageIO/CGImageProperties.h"
 #include "ImageIO/CGImageSource.h"
-#include "ImageIO/UTCoreTypes.h"
+#include "graphics/native/AGGraphicsLowOwned.h"
 #include "kit/files/AKFilePath.h"
 #include "kit/log/AKLog.h"
 #include "kit/streams/AKFileErrors.h"
@@ -34,16 +36,18 @@ CFStringRef TypeOf(AGImageFileFormat format) {
   }
 }
 
-void LogRefusal(CGImageSourceRef source, const AKFilePath& path) {
+// Whether the image is refused.
+bool LogRefusal(CGImageSourceRef source, const AKFilePath& path) {
   std::size_t width = 0;
   std::size_t height = 0;
-  if (!CGImageSourceGetRefusedSize(source, &width, &height)) return;
+  if (!CGImageSourceGetRefusedSize(source, &width, &height)) return false;
   const auto megabytes = [](std::uint64_t bytes) { return static_cast<unsigned long long>(bytes >> 20); };
   const std::uint64_t limit = CGImageSourceGetPixelLimit();
   const std::uint64_t bytes = std::uint64_t{4} * width * height;
   AKLogError(kAKFileStatusTooBig,
              "Can't read \"%s\": %zu x %zu pixels take %llu MB, above the limit of %llu MB (AGImage::SetMaxBytes)",
              path.Text().CStr(), width, height, megabytes(bytes + (1 << 20) - 1), megabytes(limit));
+  return true;
 }
 
 // The caller releases it.
@@ -56,19 +60,16 @@ CFDictionaryRef NewProperties(AGImageFileFormat format, double quality, bool hig
     values[count++] = value;
   };
   const float fraction = quality > 0 ? static_cast<float>(quality < 1 ? quality : 1) : 0;
-  CFNumberRef lossyQuality = CFNumberCreate(kCFAllocatorDefault, kCFNumberFloat32Type, &fraction);
-  CFNumberRef resolution = CFNumberCreate(kCFAllocatorDefault, kCFNumberSInt32Type, &kHighResolution);
+  const Owned<CFNumberRef> lossyQuality(CFNumberCreate(kCFAllocatorDefault, kCFNumberFloat32Type, &fraction));
+  const Owned<CFNumberRef> resolution(CFNumberCreate(kCFAllocatorDefault, kCFNumberSInt32Type, &kHighResolution));
   add(kCGImagePropertyHasAlpha, kCFBooleanFalse);
-  if (format == AGImageFileFormat::kJPEG) add(kCGImageDestinationLossyCompressionQuality, lossyQuality);
+  if (format == AGImageFileFormat::kJPEG) add(kCGImageDestinationLossyCompressionQuality, lossyQuality.Get());
   if (highResolution) {
-    add(kCGImagePropertyDPIWidth, resolution);
-    add(kCGImagePropertyDPIHeight, resolution);
+    add(kCGImagePropertyDPIWidth, resolution.Get());
+    add(kCGImagePropertyDPIHeight, resolution.Get());
   }
-  CFDictionaryRef properties = CFDictionaryCreate(kCFAllocatorDefault, keys, values, count,
-                                                  &kCFTypeDictionaryKeyCallBacks, &kCFTypeDictionaryValueCallBacks);
-  CFRelease(lossyQuality);
-  CFRelease(resolution);
-  return properties;
+  return CFDictionaryCreate(kCFAllocatorDefault, keys, values, count, &kCFTypeDictionaryKeyCallBacks,
+                            &kCFTypeDictionaryValueCallBacks);
 }
 
 }  // namespace
@@ -97,8 +98,11 @@ CGImage* LoadImageFile(const AKFilePath& path) {
   CFRelease(url);
   if (source == nullptr) return nullptr;
   CGImageRef image = nullptr;
-  if (CGImageSourceGetCount(source) > 0) image = CGImageSourceCreateImageAtIndex(source, 0, nullptr);
-  if (image == nullptr) LogRefusal(source, path);
+  // Asked before and after: some native layers know a size before they decode, and refuse nothing by themselves.
+  if (!LogRefusal(source, path) && CGImageSourceGetCount(source) > 0) {
+    image = CGImageSourceCreateImageAtIndex(source, 0, nullptr);
+    if (image == nullptr) LogRefusal(source, path);
+  }
   CFRelease(source);
   return CountedImage(image);
 }
@@ -112,10 +116,9 @@ bool SaveImageFile(CGImage* image, const AKFilePath& path, AGImageFileFormat for
   CGImageDestinationRef destination = CGImageDestinationCreateWithURL(url, type, 1, nullptr);
   CFRelease(url);
   if (destination == nullptr) return false;
-  CFDictionaryRef properties = NewProperties(format, quality, highResolution);
-  CGImageDestinationAddImage(destination, image, properties);
+  const Owned<CFDictionaryRef> properties(NewProperties(format, quality, highResolution));
+  CGImageDestinationAddImage(destination, image, properties.Get());
   const bool done = CGImageDestinationFinalize(destination);
-  CFRelease(properties);
   CFRelease(destination);
   return done;
 }

@@ -51,7 +51,7 @@ AGAffineTransform PathToPort(const AGContext& context, const AGPath& path, const
 MappedPath::MappedPath(CGPathRef path, const AGAffineTransform& transform) : path_(path), copy_(nullptr) {
   if (transform.IsIdentity()) return;
   const CGAffineTransform m = AGMacOS::CGAffineTransformConvert(transform);
-  copy_ = CGPathCreateCopyAndTransform(path, &m);
+  copy_ = CGPathCreateCopyByTransformingPath(path, &m);
 }
 
 MappedPath::~MappedPath() { CGPathRelease(copy_); }

@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <vector>
 
+#include "AKPlatform/AKLineOutlines.h"
 #include "CoreText/CTFramesetter.h"
 #include "CoreText/CTLine.h"
 #include "graphics/native/AGGraphicsLow.h"
@@ -70,11 +71,13 @@ class LaidOutText {
  private:
   void MakeFrame(CFAttributedStringRef text, AGTextAlignment alignment) {
     const Owned<CTFramesetterRef> framesetter(CTFramesetterCreateWithAttributedString(text));
+    if (framesetter.Get() == nullptr) return;
     bandStart_ = BandStart(alignment);
     CGMutablePathRef band = CGPathCreateMutable();
     CGPathAddRect(band, nullptr, CGRectMake(bandStart_, 0, kBand, -kBand));
     frame_ = Owned<CTFrameRef>(CTFramesetterCreateFrame(framesetter.Get(), CFRangeMake(0, 0), band, nullptr));
     CGPathRelease(band);
+    if (frame_.Get() == nullptr) return;
     origins_.resize(static_cast<std::size_t>(CFArrayGetCount(CTFrameGetLines(frame_.Get()))));
     if (origins_.empty()) return;
     CTFrameGetLineOrigins(frame_.Get(), CFRangeMake(0, 0), origins_.data());

@@ -1,7 +1,7 @@
 // The values of the graphics layer as those of the native drawing API, and back. Nothing here can fail.
 #pragma once
 
-#include "CoreGraphics/CGGeometry.h"
+#include "CoreGraphics/CGAffineTransform.h"
 #include "kit/geometry/AGAffineTransform.h"
 #include "kit/geometry/AGPoint.h"
 #include "kit/geometry/AGRect.h"

@@ -18,9 +18,9 @@
 #include "kit/text/AKString.h"
 #include "kit/text/AKStringArray.h"
 
-struct CTFont;
+struct __CTFont;
 /// A font of the native layer.
-using AGNativeFont = const CTFont;
+using AGNativeFont = const __CTFont;
 
 /// A sum of the bits below.
 using AGFontStyle = std::uint32_t;

@@ -1,8 +1,8 @@
 // Drawing: what appears, and what stays as it was.
 #include <cmath>
 
+#include "AKPlatform/AKVectorContext.h"
 #include "CoreGraphics/CGContext.h"
-#include "CoreGraphics/CGVectorContext.h"
 #include "host/model/DocumentObject.h"
 #include "host/validator/Heap.h"
 #include "host/validator/Picture.h"

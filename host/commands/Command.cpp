@@ -34,6 +34,7 @@ const std::vector<Command>& Commands() {
       Alone<kInspectEdit>(),
       Alone<kDrawEdit>(),
       Alone<kExportEdit>(),
+      Alone<kThumbnailEdit>(),
       kScriptCommand,
       kRecoverCommand,
       kInfoCommand,

@@ -64,11 +64,11 @@ void EditContext::SetSession(std::unique_ptr<DocumentSession> next) {
 
 const std::vector<const EditCommand*>& EditCommands() {
   static const std::vector<const EditCommand*> commands = {
-      &kNewEdit,        &kOpenEdit,    &kSaveEdit,      &kCloseEdit, &kAddEdit,    &kListEdit,    &kGetEdit,
-      &kSetEdit,        &kStyleEdit,   &kDeleteEdit,    &kMoveEdit,  &kResizeEdit, &kRotateEdit,  &kAlignEdit,
-      &kDistributeEdit, &kOrderEdit,   &kDuplicateEdit, &kCopyEdit,  &kCutEdit,    &kPasteEdit,   &kSelectEdit,
-      &kLayersEdit,     &kLayerEdit,   &kPageEdit,      &kDrawEdit,  &kExportEdit, &kInspectEdit, &kUndoEdit,
-      &kRedoEdit,       &kHistoryEdit, &kBeginEdit,     &kEndEdit,   &kCancelEdit,
+      &kNewEdit,        &kOpenEdit,  &kSaveEdit,      &kCloseEdit, &kAddEdit,    &kListEdit,      &kGetEdit,
+      &kSetEdit,        &kStyleEdit, &kDeleteEdit,    &kMoveEdit,  &kResizeEdit, &kRotateEdit,    &kAlignEdit,
+      &kDistributeEdit, &kOrderEdit, &kDuplicateEdit, &kCopyEdit,  &kCutEdit,    &kPasteEdit,     &kSelectEdit,
+      &kLayersEdit,     &kLayerEdit, &kPageEdit,      &kDrawEdit,  &kExportEdit, &kThumbnailEdit, &kInspectEdit,
+      &kUndoEdit,       &kRedoEdit,  &kHistoryEdit,   &kBeginEdit, &kEndEdit,    &kCancelEdit,
   };
   return commands;
 }

@@ -127,7 +127,7 @@ extern const EditCommand kAddEdit, kListEdit, kGetEdit, kSetEdit, kStyleEdit, kD
 extern const EditCommand kMoveEdit, kResizeEdit, kRotateEdit, kAlignEdit, kDistributeEdit, kOrderEdit;
 extern const EditCommand kDuplicateEdit, kCopyEdit, kCutEdit, kPasteEdit, kSelectEdit;
 extern const EditCommand kLayersEdit, kLayerEdit, kPageEdit;
-extern const EditCommand kInspectEdit, kDrawEdit, kExportEdit;
+extern const EditCommand kInspectEdit, kDrawEdit, kExportEdit, kThumbnailEdit;
 extern const EditCommand kUndoEdit, kRedoEdit, kHistoryEdit, kBeginEdit, kEndEdit, kCancelEdit;
 extern const EditCommand kNewEdit, kOpenEdit, kSaveEdit, kCloseEdit;
 

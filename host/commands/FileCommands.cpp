@@ -2,6 +2,7 @@
 #include "host/commands/EditCommand.h"
 #include "host/commands/PageOptions.h"
 #include "host/pictures/DocumentPicture.h"
+#include "host/pictures/Thumbnail.h"
 #include "host/terminal/ProgressBar.h"
 #include "host/text/ParseNumber.h"
 
@@ -68,6 +69,15 @@ Result<> RunExport(EditContext& context, const EditArguments& arguments) {
   return ExportPicture(context.Doc(), arguments.words[0], options, &progress);
 }
 
+Result<> RunThumbnail(EditContext& context, const EditArguments& arguments) {
+  const std::string text = arguments.words.size() < 2 ? "256" : arguments.words[1];
+  std::size_t side = 0;
+  if (!ParseIndex(text, &side) || side < 1 || side > 4096) {
+    return Problem(N_("\"%s\" is no size: a number of pixels from 1 to 4096 is needed"), {text});
+  }
+  return SaveThumbnail(context.Doc(), arguments.words[0], static_cast<double>(side));
+}
+
 }  // namespace
 
 int RunNewOnFile(const std::vector<std::string>& words) {
@@ -123,5 +133,18 @@ const EditCommand kExportEdit = {"export",
                                  1,
                                  1,
                                  &RunExport};
+
+const EditCommand kThumbnailEdit = {
+    "thumbnail",
+    EditUse::kEverywhere,
+    "draw a document as a small picture",
+    "usage: objecthost thumbnail FILE PICTURE [SIZE]\n\n"
+    "Draws the page into a PNG file, whatever its name ends in, the longer side SIZE pixels (256).\n"
+    "File managers show documents by it.\n",
+    "",
+    "",
+    1,
+    2,
+    &RunThumbnail};
 
 }  // namespace host

@@ -4,7 +4,7 @@
 #include <new>
 #include <vector>
 
-#include "CoreGraphics/CGVectorContext.h"
+#include "AKPlatform/AKVectorContext.h"
 #include "graphics/bitmaps/AGBitmap.h"
 #include "host/Fonts.h"
 #include "host/commands/Command.h"

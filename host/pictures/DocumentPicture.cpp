@@ -5,8 +5,8 @@
 #include <cstdio>
 #include <cstring>
 
+#include "AKPlatform/AKVectorContext.h"
 #include "CoreGraphics/CGContext.h"
-#include "CoreGraphics/CGVectorContext.h"
 #include "graphics/bitmaps/AGBitmap.h"
 #include "graphics/images/AGImage.h"
 #include "graphics/native/AGGraphicsLow.h"

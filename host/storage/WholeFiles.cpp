@@ -11,6 +11,7 @@
 #include <filesystem>
 #include <memory>
 
+#include "AKPlatform/AKBitmapPNG.h"
 #include "CoreGraphics/CGBitmapContext.h"
 #include "host/HostLog.h"
 #include "kit/files/AKFileUtils.h"

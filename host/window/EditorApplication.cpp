@@ -13,6 +13,7 @@
 #include <filesystem>
 
 #include "host/Host.h"
+#include "host/Version.h"
 #include "host/storage/Recovery.h"
 #include "host/text/Localisation.h"
 #include "host/window/Menus.h"
@@ -24,6 +25,7 @@ namespace {
 constexpr AGSize kNewPage{600, 400};
 constexpr char kDocumentExtension[] = ".akd";
 constexpr int kMostRecent = 10;
+constexpr char kIconName[] = "org.objecthost.Window";  // as the desktop calls the program
 
 constexpr char kStyle[] = R"(
 .canvas { background-color: mix(@theme_bg_color, @theme_fg_color, 0.12); }
@@ -53,8 +55,7 @@ void AddStyle() {
 
 // Not unique: windows of several programs may stand side by side, and no message bus is needed.
 EditorApplication::EditorApplication(BundleSet* bundles)
-    : Gtk::Application("org.objecthost.Window",
-                       Gio::Application::Flags::HANDLES_OPEN | Gio::Application::Flags::NON_UNIQUE),
+    : Gtk::Application(kIconName, Gio::Application::Flags::HANDLES_OPEN | Gio::Application::Flags::NON_UNIQUE),
       bundles_(bundles),
       atWork_([this] {
         for (EditorWindow* editor : Editors()) editor->KeepChanges();
@@ -247,6 +248,8 @@ void EditorApplication::OfferRecovery(EditorWindow* window) {
 void EditorApplication::ShowAbout() {
   auto* const dialog = new Gtk::AboutDialog;
   dialog->set_program_name("objecthost");
+  dialog->set_version(kVersion);
+  dialog->set_logo_icon_name(kIconName);
   dialog->set_comments(Tr("A host for plug-in bundles: draws, edits and keeps the objects that they bring."));
   if (Gtk::Window* const parent = get_active_window()) dialog->set_transient_for(*parent);
   dialog->signal_hide().connect([dialog] { delete dialog; });

@@ -1,11 +1,12 @@
 // The program of the window: objecthost-window [--bundle FILE]... [--only-bundle FILE]... [--no-bundles] [--]
-// [DOCUMENT]...
+// [DOCUMENT]..., or objecthost-window --version.
 #include <clocale>
 #include <cstdio>
 #include <string>
 #include <vector>
 
 #include "host/Program.h"
+#include "host/Version.h"
 #include "host/bundles/BundleSet.h"
 #include "host/storage/BundleAtWork.h"
 #include "host/text/Localisation.h"
@@ -31,6 +32,10 @@ int main(int argc, char** argv) {
   for (int i = 1; i < argc; ++i) {
     const std::string word = argv[i];
     options = options && word != "--";
+    if (options && word == "--version") {
+      std::printf("objecthost-window %s\n", host::kVersion);
+      return std::fflush(stdout) == 0 ? 0 : 1;
+    }
     if (options && word == "--no-bundles") {
       searches = false;
     } else if (options && (word == "--bundle" || word == "--only-bundle") && i + 1 < argc) {

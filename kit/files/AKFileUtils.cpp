@@ -14,6 +14,7 @@
 
 #include "kit/files/AKDescriptor_p.h"
 #include "kit/files/AKPathText_p.h"
+#include "kit/os/AKFileStatus_p.h"
 
 namespace {
 
@@ -36,7 +37,7 @@ class FolderChain {
   bool Create() {
     char* const bytes = path_.MutableData();
     AKDescriptor folder(AT_FDCWD);
-    if (bytes[0] == '/') folder.Replace(::open("/", kOpenFlags));
+    if (bytes[0] == '/') folder.Replace(::open("/", kAKOpenFolder));
     for (std::size_t end = 0;;) {
       const std::size_t start = end + std::strspn(bytes + end, "/");
       if (bytes[start] == '\0') return true;
@@ -50,17 +51,15 @@ class FolderChain {
   }
 
  private:
-  static constexpr int kOpenFlags = O_PATH | O_DIRECTORY | O_CLOEXEC;
-
   int Enter(int folder, const char* bytes, std::size_t start, std::size_t end) {
-    const int existing = ::openat(folder, bytes + start, kOpenFlags);
+    const int existing = ::openat(folder, bytes + start, kAKOpenFolder);
     if (existing >= 0 || errno != ENOENT) return existing;
     if (::mkdirat(folder, bytes + start, 0777) == 0) {
       created_.push_back(end);
     } else if (errno != EEXIST) {  // another process may have been quicker
       return -1;
     }
-    return ::openat(folder, bytes + start, kOpenFlags);
+    return ::openat(folder, bytes + start, kAKOpenFolder);
   }
 
   bool Undo() {
@@ -77,15 +76,14 @@ class FolderChain {
   std::vector<std::size_t> created_;  // where the names of the new folders end
 };
 
-bool GetInfo(int folder, const char* path, int flags, unsigned long long* size, unsigned long long* created,
-             unsigned long long* modified) {
-  struct statx status = {};
-  if (::statx(folder, path, flags, STATX_BASIC_STATS | STATX_BTIME, &status) != 0) return false;
-  if (!S_ISREG(status.stx_mode)) return false;
-  const auto& creation = (status.stx_mask & STATX_BTIME) != 0 ? status.stx_btime : status.stx_mtime;
-  if (size != nullptr) *size = status.stx_size;
-  if (created != nullptr) *created = static_cast<unsigned long long>(creation.tv_sec);
-  if (modified != nullptr) *modified = static_cast<unsigned long long>(status.stx_mtime.tv_sec);
+// Of a regular file; `file` is a path or a descriptor.
+template <typename File>
+bool GetInfo(File file, unsigned long long* size, unsigned long long* created, unsigned long long* modified) {
+  AKFileStatus status;
+  if (!AKGetFileStatus(file, &status) || !status.isRegular) return false;
+  if (size != nullptr) *size = status.size;
+  if (created != nullptr) *created = status.created;
+  if (modified != nullptr) *modified = status.modified;
   return true;
 }
 
@@ -128,12 +126,12 @@ bool AKFileUtils::IsExecutable(const AKFilePath& path) { return HasAccess(path, 
 
 bool AKFileUtils::GetFileInfo(const AKFilePath& path, unsigned long long* size, unsigned long long* created,
                               unsigned long long* modified) {
-  return GetInfo(AT_FDCWD, GetAsSystemPath(path).CStr(), 0, size, created, modified);
+  return GetInfo(GetAsSystemPath(path).CStr(), size, created, modified);
 }
 
 bool AKFileUtils::GetFileInfo(int descriptor, unsigned long long* size, unsigned long long* created,
                               unsigned long long* modified) {
-  return GetInfo(descriptor, "", AT_EMPTY_PATH, size, created, modified);
+  return GetInfo(descriptor, size, created, modified);
 }
 
 bool AKFileUtils::CreateFolder(const AKFilePath& path) {

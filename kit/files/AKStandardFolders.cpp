@@ -8,6 +8,7 @@
 #include <string>
 
 #include "kit/files/AKFileUtils.h"
+#include "kit/os/AKUserFolders_p.h"
 
 namespace {
 
@@ -15,20 +16,22 @@ struct FolderRow {
   const char* name;
   const char* environment;    // variable with an absolute path
   const char* userDirectory;  // key in user-dirs.dirs
-  const char* belowHome;
 };
 
 constexpr FolderRow kFolders[] = {
-    {"User", nullptr, nullptr, ""},
-    {"Desktop", nullptr, "XDG_DESKTOP_DIR", "Desktop"},
-    {"Preferences", "XDG_CONFIG_HOME", nullptr, ".config"},
-    {"ApplicationSupport", "XDG_DATA_HOME", nullptr, ".local/share"},
-    {"Documents", nullptr, "XDG_DOCUMENTS_DIR", "Documents"},
-    {"Pictures", nullptr, "XDG_PICTURES_DIR", "Pictures"},
-    {"Movies", nullptr, "XDG_VIDEOS_DIR", "Videos"},
-    {"Music", nullptr, "XDG_MUSIC_DIR", "Music"},
+    {"User", nullptr, nullptr},
+    {"Desktop", nullptr, "XDG_DESKTOP_DIR"},
+    {"Preferences", "XDG_CONFIG_HOME", nullptr},
+    {"ApplicationSupport", "XDG_DATA_HOME", nullptr},
+    {"Documents", nullptr, "XDG_DOCUMENTS_DIR"},
+    {"Pictures", nullptr, "XDG_PICTURES_DIR"},
+    {"Movies", nullptr, "XDG_VIDEOS_DIR"},
+    {"Music", nullptr, "XDG_MUSIC_DIR"},
 };
 static_assert(sizeof(kFolders) / sizeof(kFolders[0]) == kAKStandardFolderCount);
+static_assert(sizeof(kAKFoldersBelowHome) / sizeof(kAKFoldersBelowHome[0]) == kAKStandardFolderCount);
+
+const char* FallbackOf(const FolderRow& row) { return kAKFoldersBelowHome[&row - kFolders]; }
 
 // A path as UTF-8, without separators at its end; empty when it is not absolute, as the standard wants.
 std::string Absolute(const char* path) {
@@ -52,7 +55,7 @@ std::string BelowHome(const std::string& name) {
 
 std::string BaseDirectory(const FolderRow& row) {
   const std::string configured = Absolute(std::getenv(row.environment));
-  return configured.empty() ? BelowHome(row.belowHome) : configured;
+  return configured.empty() ? BelowHome(FallbackOf(row)) : configured;
 }
 
 // The text between the quotes of KEY="text", with backslashes taken off.
@@ -81,12 +84,12 @@ std::string UserDirectory(const FolderRow& row) {
       found = Absolute(path.c_str());
     }
   }
-  return found.empty() ? BelowHome(row.belowHome) : found;
+  return found.empty() ? BelowHome(FallbackOf(row)) : found;
 }
 
 std::string PathOf(const FolderRow& row) {
   if (row.environment != nullptr) return BaseDirectory(row);
-  return row.userDirectory != nullptr ? UserDirectory(row) : BelowHome(row.belowHome);
+  return row.userDirectory != nullptr ? UserDirectory(row) : BelowHome(FallbackOf(row));
 }
 
 }  // namespace

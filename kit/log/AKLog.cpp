@@ -4,7 +4,7 @@
 #include <cstdarg>
 #include <cstdio>
 
-#include "kit/log/AKMainThread_p.h"
+#include "kit/os/AKMainThread_p.h"
 
 namespace {
 

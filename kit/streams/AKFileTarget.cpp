@@ -6,7 +6,8 @@
 #include <climits>
 #include <cstdio>
 
-#include "kit/streams/AKFileAttributes_p.h"
+#include "kit/os/AKFileAttributes_p.h"
+#include "kit/os/AKFileStatus_p.h"
 #include "kit/streams/AKFileRewrite_p.h"
 #include "kit/streams/AKFileTarget_p.h"
 
@@ -32,7 +33,7 @@ unsigned long long NumberOf(const std::string& name) {
 
 unsigned long long RandomNumber() {
   unsigned long long number = 0;
-  if (::getrandom(&number, sizeof(number), 0) != sizeof(number)) number = static_cast<unsigned long long>(::getpid());
+  if (::getentropy(&number, sizeof(number)) != 0) number = static_cast<unsigned long long>(::getpid());
   return number;
 }
 
@@ -64,7 +65,7 @@ bool AKFileTarget::Find(const std::string& path) {
   if (exists && ::faccessat(AT_FDCWD, path_.c_str(), W_OK, AT_EACCESS) != 0) return false;
   const std::string folder = FolderOf(path_);
   name_ = path_.substr(folder.size());
-  folder_.Replace(AKOpenRetrying(AT_FDCWD, folder.empty() ? "." : folder.c_str(), O_PATH | O_DIRECTORY));
+  folder_.Replace(AKOpenRetrying(AT_FDCWD, folder.empty() ? "." : folder.c_str(), kAKOpenFolder));
   return folder_.IsOpen();
 }
 

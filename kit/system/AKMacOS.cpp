@@ -49,6 +49,7 @@ CFStringRef AKMacOS::CFStringConvert(const AKString& text, CFStringEncoding enco
 AKFilePath AKMacOS::AKFilePathConvert(CFURLRef url, bool asFolder) {
   if (url == nullptr) return {};
   CFStringRef native = CFURLCopyFileSystemPath(url, kCFURLPOSIXPathStyle);
+  if (native == nullptr) return {};
   AKString text = AKStringConvert(native, kCFStringEncodingUTF8);
   CFRelease(native);
   if (asFolder && text[text.Length() - 1] != '/') text += '/';

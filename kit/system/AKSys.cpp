@@ -7,7 +7,8 @@
 #include <ctime>
 #include <thread>
 
-#include "kit/log/AKMainThread_p.h"
+#include "kit/os/AKMainThread_p.h"
+#include "kit/os/AKProgram_p.h"
 
 namespace {
 
@@ -16,19 +17,10 @@ using Clock = std::chrono::steady_clock;
 Clock::time_point sStart;
 bool sStarted = false;
 
-// The first of the environment's settings that is not empty decides, as in setlocale; messages are what a user reads.
-AKString UserLocale() {
-  for (const char* name : {"LC_ALL", "LC_MESSAGES", "LANG"}) {
-    const char* value = std::getenv(name);
-    if (value != nullptr && value[0] != '\0') return value;
-  }
-  return {};
-}
-
 // The locale's name before its character set and modifier: "de_AT" of "de_AT.UTF-8@euro".
 AKString UserLocaleBase() {
-  const AKString name = UserLocale();
-  const AKString base(name.CStr(), static_cast<unsigned int>(std::strcspn(name.CStr(), ".@")));
+  const std::string name = AKUserLocaleName();
+  const AKString base(name.c_str(), static_cast<unsigned int>(std::strcspn(name.c_str(), ".@")));
   return base == "C" || base == "POSIX" ? AKString() : base;
 }
 

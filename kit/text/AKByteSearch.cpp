@@ -3,6 +3,7 @@
 #include <cstring>
 #include <string>
 
+#include "kit/os/AKLastByte_p.h"
 #include "kit/text/AKByteSearch_p.h"
 
 namespace {
@@ -79,7 +80,7 @@ const char* akbytes::FindLast(const char* text, unsigned int latest, const char*
   if (subLength == 0) return text + latest;
   std::size_t room = std::size_t{latest} + 1;
   for (unsigned int tries = 0; tries < kFalseStarts && room > 0; ++tries) {
-    const auto* const found = static_cast<const char*>(memrchr(text, sub[0], room));
+    const char* const found = AKFindLastByte(text, sub[0], room);
     if (found == nullptr || RestMatches(found, sub, subLength)) return found;
     room = static_cast<std::size_t>(found - text);
   }

@@ -5,6 +5,11 @@
 
 #include <clocale>
 
+// Some systems declare locale_t and what works with it here, and others have no such header.
+#if __has_include(<xlocale.h>)
+#include <xlocale.h>
+#endif
+
 /// Copies `src`, cut at 63 characters, into `dest` (64 bytes); null gives an empty text. When the process' numbers had
 /// a decimal comma at the first call of this function, every "." becomes a ",": the copy is for the C library's
 /// scanner. Returns `dest`.

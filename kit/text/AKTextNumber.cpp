@@ -1,10 +1,10 @@
 #include <langinfo.h>
 
 #include <algorithm>
-#include <charconv>
 #include <cmath>
 #include <cstring>
 
+#include "kit/os/AKNumberText_p.h"
 #include "kit/text/AKTextNumber_p.h"
 
 namespace aktext {
@@ -29,7 +29,7 @@ char* WriteFixed(char* buffer, double value, int decimals, unsigned int width, c
   constexpr int kMostDecimals = 9;
   char text[kNumberSize];
   const int precision = decimals < 0 ? kDefaultDecimals : std::min(decimals, kMostDecimals);
-  char* end = std::to_chars(text, text + sizeof(text) - 16, value, std::chars_format::fixed, precision).ptr;
+  char* end = AKWriteFixedNumber(text, text + sizeof(text) - 16, value, precision);
   end = LocalizeSeparator(text, end);
   const auto length = static_cast<unsigned int>(end - text);
   const unsigned int padding = decimals < 0 || !std::isfinite(value) || length >= width ? 0 : width - length;

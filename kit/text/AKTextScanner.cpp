@@ -1,10 +1,10 @@
 #include <algorithm>
 #include <charconv>
 #include <climits>
-#include <clocale>
 #include <cstdio>
 #include <cstring>
 
+#include "kit/os/AKNumberText_p.h"
 #include "kit/text/AKTextLocale.h"
 #include "kit/text/AKTextScanner_p.h"
 
@@ -139,8 +139,7 @@ bool Scanner::FloatOf(T* value) {
   if (end_ - start >= 2 && start[0] == '+' && start[1] != '-') ++start;
   const char* const stop = PlainDecimalEnd(start);
   if (stop == nullptr) return SlowFloat(value);
-  const auto result = std::from_chars(start, stop, *value);
-  if (result.ec != std::errc() || result.ptr != stop) return SlowFloat(value);
+  if (!AKReadDecimal(start, stop, value)) return SlowFloat(value);
   position_ = stop;
   return true;
 }

@@ -1,4 +1,5 @@
 // The pixels of a bitmap context as a PNG file in memory.
+#include "AKPlatform/AKBitmapPNG.h"
 #include "CoreGraphics/CGBitmapContext.h"
 #include "platform/codecs/ImageCodec.h"
 #include "platform/graphics/CGImageValue.h"

@@ -1,7 +1,7 @@
 #include "ImageIO/CGImageDestination.h"
 
+#include "CoreServices/CoreServices.h"
 #include "ImageIO/CGImageProperties.h"
-#include "ImageIO/UTCoreTypes.h"
 #include "platform/codecs/ImageCodec.h"
 #include "platform/codecs/WholeFile.h"
 #include "platform/foundation/CFDictionaryValue.h"

@@ -2,6 +2,7 @@
 
 #include <vector>
 
+#include "AKPlatform/AKImageLimit.h"
 #include "platform/codecs/ImageCodec.h"
 #include "platform/codecs/WholeFile.h"
 #include "platform/foundation/CFURLValue.h"

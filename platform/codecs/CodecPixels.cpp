@@ -1,5 +1,6 @@
 #include "platform/codecs/CodecPixels.h"
 
+#include "AKPlatform/AKImageLimit.h"
 #include "ImageIO/CGImageSource.h"
 
 namespace platform {

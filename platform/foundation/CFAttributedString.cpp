@@ -2,6 +2,7 @@
 
 #include "platform/foundation/CFAttributedStringValue.h"
 #include "platform/foundation/CFDictionaryValue.h"
+#include "platform/foundation/NotNull.h"
 
 namespace {
 
@@ -26,6 +27,7 @@ void CFAttributedString::Set(CFStringRef name, const platform::NativeObject* val
 }
 
 CFAttributedStringRef CFAttributedStringCreate(CFAllocatorRef, CFStringRef text, CFDictionaryRef attributes) {
+  platform::MustBeThere(text);
   if (text == nullptr) return nullptr;
   auto* attributed = new CFAttributedString(text);
   if (attributes != nullptr) {
@@ -36,6 +38,7 @@ CFAttributedStringRef CFAttributedStringCreate(CFAllocatorRef, CFStringRef text,
 
 CFMutableAttributedStringRef CFAttributedStringCreateMutableCopy(CFAllocatorRef, CFIndex maxLength,
                                                                  CFAttributedStringRef text) {
+  platform::MustBeThere(text);
   if (text == nullptr || (maxLength != 0 && maxLength < CFAttributedStringGetLength(text))) return nullptr;
   auto* copy = new CFAttributedString(text->text.Get());
   copy->attributeCount = text->attributeCount;
@@ -44,11 +47,15 @@ CFMutableAttributedStringRef CFAttributedStringCreateMutableCopy(CFAllocatorRef,
 }
 
 CFIndex CFAttributedStringGetLength(CFAttributedStringRef text) {
+  platform::MustBeThere(text);
   return text == nullptr ? 0 : CFStringGetLength(text->text.Get());
 }
 
 void CFAttributedStringSetAttribute(CFMutableAttributedStringRef text, CFRange range, CFStringRef name,
                                     CFTypeRef value) {
+  platform::MustBeThere(text);
+  platform::MustBeThere(name);
+  platform::MustBeThere(value);
   if (text == nullptr || name == nullptr || value == nullptr || range.location != 0 ||
       range.length != CFAttributedStringGetLength(text)) {
     return;

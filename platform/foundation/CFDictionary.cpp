@@ -1,4 +1,5 @@
 #include "platform/foundation/CFDictionaryValue.h"
+#include "platform/foundation/NotNull.h"
 
 const CFDictionaryKeyCallBacks kCFTypeDictionaryKeyCallBacks = {0};
 const CFDictionaryValueCallBacks kCFTypeDictionaryValueCallBacks = {0};
@@ -26,10 +27,12 @@ CFDictionaryRef CFDictionaryCreate(CFAllocatorRef, const void** keys, const void
 }
 
 CFIndex CFDictionaryGetCount(CFDictionaryRef dictionary) {
+  platform::MustBeThere(dictionary);
   return dictionary == nullptr ? 0 : static_cast<CFIndex>(dictionary->entries.size());
 }
 
 const void* CFDictionaryGetValue(CFDictionaryRef dictionary, const void* key) {
+  platform::MustBeThere(dictionary);
   if (dictionary == nullptr || key == nullptr) return nullptr;
   return dictionary->Find(static_cast<CFStringRef>(key));
 }

@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "platform/foundation/CFNumberValue.h"
+#include "platform/foundation/NotNull.h"
 
 namespace {
 
@@ -47,6 +48,7 @@ bool StoreReal(const CFNumber& number, void* address) {
 }  // namespace
 
 CFNumberRef CFNumberCreate(CFAllocatorRef, CFNumberType type, const void* value) {
+  platform::MustBeThere(value);
   if (value == nullptr) return nullptr;
   switch (type) {
     case kCFNumberSInt32Type:
@@ -61,7 +63,8 @@ CFNumberRef CFNumberCreate(CFAllocatorRef, CFNumberType type, const void* value)
   return nullptr;
 }
 
-bool CFNumberGetValue(CFNumberRef number, CFNumberType type, void* value) {
+Boolean CFNumberGetValue(CFNumberRef number, CFNumberType type, void* value) {
+  platform::MustBeThere(number);
   if (number == nullptr || value == nullptr) return false;
   switch (type) {
     case kCFNumberSInt32Type:
@@ -79,4 +82,7 @@ bool CFNumberGetValue(CFNumberRef number, CFNumberType type, void* value) {
 const CFBooleanRef kCFBooleanTrue = new CFBoolean(true);
 const CFBooleanRef kCFBooleanFalse = new CFBoolean(false);
 
-bool CFBooleanGetValue(CFBooleanRef boolean) { return boolean != nullptr && boolean->value; }
+Boolean CFBooleanGetValue(CFBooleanRef boolean) {
+  platform::MustBeThere(boolean);
+  return boolean != nullptr && boolean->value;
+}

@@ -2,6 +2,7 @@
 #include <cstring>
 
 #include "platform/foundation/CFStringValue.h"
+#include "platform/foundation/NotNull.h"
 
 namespace {
 
@@ -13,6 +14,7 @@ bool IsKnown(CFStringEncoding encoding) {
 }  // namespace
 
 CFStringRef CFStringCreateWithCString(CFAllocatorRef, const char* text, CFStringEncoding encoding) {
+  platform::MustBeThere(text);
   if (text == nullptr || !IsKnown(encoding)) return nullptr;
   const char* const end = text + std::strlen(text);
   if (std::any_of(text, end, [](char byte) { return static_cast<unsigned char>(byte) >= 128; })) return nullptr;
@@ -24,8 +26,12 @@ CFStringRef CFStringCreateWithCharacters(CFAllocatorRef, const UniChar* units, C
   return new CFString(std::vector<UniChar>(units, units + count));
 }
 
-CFIndex CFStringGetLength(CFStringRef text) { return static_cast<CFIndex>(text->units.size()); }
+CFIndex CFStringGetLength(CFStringRef text) {
+  platform::MustBeThere(text);
+  return static_cast<CFIndex>(text->units.size());
+}
 
 void CFStringGetCharacters(CFStringRef text, CFRange range, UniChar* units) {
+  platform::MustBeThere(text);
   std::copy_n(text->units.begin() + range.location, range.length, units);
 }

@@ -2,6 +2,7 @@
 
 #include "platform/foundation/CFStringValue.h"
 #include "platform/foundation/CFURLValue.h"
+#include "platform/foundation/NotNull.h"
 
 namespace {
 
@@ -44,24 +45,29 @@ Units WithoutLastSeparators(Units units) {
 
 }  // namespace
 
-CFURLRef CFURLCreateWithFileSystemPath(CFAllocatorRef, CFStringRef path, CFURLPathStyle style, bool isDirectory) {
+CFURLRef CFURLCreateWithFileSystemPath(CFAllocatorRef, CFStringRef path, CFURLPathStyle style, Boolean isDirectory) {
+  platform::MustBeThere(path);
   if (path == nullptr || path->units.empty() || style != kCFURLPOSIXPathStyle) return nullptr;
   const bool endsAsDirectory = path->units.back() == '/';
   const Units units = WithoutLastSeparators(path->units);
   std::optional<std::string> systemPath = SystemPath(units);
   if (!systemPath.has_value()) return nullptr;
-  if (isDirectory || endsAsDirectory) {
+  if (isDirectory != 0 || endsAsDirectory) {
     if (systemPath->back() != '/') *systemPath += '/';
   }
   const CFString* text = new CFString(units);
-  const CFURL* url = new CFURL(text, *std::move(systemPath), isDirectory || endsAsDirectory);
+  const CFURL* url = new CFURL(text, *std::move(systemPath), isDirectory != 0 || endsAsDirectory);
   CFRelease(text);
   return url;
 }
 
 CFStringRef CFURLCopyFileSystemPath(CFURLRef url, CFURLPathStyle style) {
+  platform::MustBeThere(url);
   if (url == nullptr || style != kCFURLPOSIXPathStyle) return nullptr;
   return static_cast<CFStringRef>(CFRetain(url->path.Get()));
 }
 
-bool CFURLHasDirectoryPath(CFURLRef url) { return url != nullptr && url->isDirectory; }
+Boolean CFURLHasDirectoryPath(CFURLRef url) {
+  platform::MustBeThere(url);
+  return url != nullptr && url->isDirectory;
+}

@@ -4,6 +4,7 @@
 #include <cstdio>
 #include <new>
 
+#include "AKPlatform/AKPixelOrder.h"
 #include "platform/graphics/PatternRows.h"
 #include "platform/graphics/ShadingRows.h"
 

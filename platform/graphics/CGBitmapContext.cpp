@@ -5,6 +5,7 @@
 #include <cstring>
 #include <new>
 
+#include "AKPlatform/AKPixelOrder.h"
 #include "platform/graphics/CGColorSpaceValue.h"
 #include "platform/graphics/CGContextState.h"
 

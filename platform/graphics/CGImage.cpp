@@ -3,6 +3,7 @@
 #include <cmath>
 #include <cstring>
 
+#include "AKPlatform/AKPixelOrder.h"
 #include "platform/graphics/CGContextState.h"
 #include "platform/graphics/CGImageValue.h"
 #include "platform/graphics/ImageResample.h"
@@ -141,7 +142,7 @@ size_t CGImageGetWidth(CGImageRef image) { return image == nullptr ? 0 : image->
 
 size_t CGImageGetHeight(CGImageRef image) { return image == nullptr ? 0 : image->pixels.Height(); }
 
-int CGImageGetAlphaInfo(CGImageRef image) {
+CGImageAlphaInfo CGImageGetAlphaInfo(CGImageRef image) {
   return image != nullptr && image->hasAlpha ? kCGImageAlphaPremultipliedFirst : kCGImageAlphaNone;
 }
 

@@ -5,7 +5,7 @@
 #include <cstdlib>
 #include <memory>
 
-#include "CoreGraphics/CGImage.h"
+#include "CoreGraphics/CGContext.h"
 #include "platform/foundation/NativeObject.h"
 #include "platform/graphics/CairoHandles.h"
 #include "platform/raster/Kernels.h"

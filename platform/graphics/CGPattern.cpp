@@ -3,6 +3,7 @@
 #include <cmath>
 #include <new>
 
+#include "AKPlatform/AKPixelOrder.h"
 #include "CoreGraphics/CGBitmapContext.h"
 #include "platform/graphics/CGContextState.h"
 #include "platform/graphics/CGPatternValue.h"

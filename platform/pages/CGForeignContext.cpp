@@ -7,7 +7,7 @@
 #include <algorithm>
 #include <cmath>
 
-#include "CoreGraphics/CGVectorContext.h"
+#include "AKPlatform/AKVectorContext.h"
 #include "platform/pages/Page.h"
 
 namespace {

@@ -1,11 +1,10 @@
-#include "CoreGraphics/CGVectorContext.h"
-
 #include <cairo-pdf.h>
 #include <cairo-svg.h>
 
 #include <climits>
 #include <cmath>
 
+#include "AKPlatform/AKVectorContext.h"
 #include "platform/pages/Page.h"
 
 namespace {

@@ -4,6 +4,7 @@
 #include <memory>
 #include <utility>
 
+#include "AKPlatform/AKPathCopy.h"
 #include "platform/paths/CGPathValue.h"
 
 namespace {
@@ -60,6 +61,8 @@ CGMutablePathRef CGPathCreateMutable(void) { return new CGPath; }
 
 CGMutablePathRef CGPathCreateMutableCopy(CGPathRef path) { return Copy(path, nullptr); }
 
+CGPathRef CGPathCreateCopyByTransformingPath(CGPathRef path, const CGAffineTransform* m) { return Copy(path, m); }
+
 CGPathRef CGPathCreateCopyAndTransform(CGPathRef path, const CGAffineTransform* m) { return Copy(path, m); }
 
 CGPathRef CGPathRetain(CGPathRef path) {
@@ -95,7 +98,7 @@ void CGPathApply(CGPathRef path, void* info, CGPathApplierFunction function) {
     CGPoint points[3];  // a copy: a callback may write to what it gets
     const std::size_t count = CGPath::PointCount(verb);
     for (std::size_t i = 0; i < count; ++i) points[i] = next[i];
-    const CGPathElement element = {verb, count ? points : nullptr};
+    const CGPathElement element = {static_cast<CGPathElementType>(verb), count ? points : nullptr};
     function(info, &element);
     next += count;
   }

@@ -5,7 +5,9 @@
 
 #include <string>
 
+#include "CoreText/CTFontTraits.h"
 #include "platform/foundation/CFStringValue.h"
+#include "platform/foundation/NotNull.h"
 #include "platform/text/CTFontValue.h"
 #include "platform/text/TextEngine.h"
 #include "platform/text/UnicodeText.h"
@@ -56,7 +58,7 @@ NativeRef<const TypeFace> FindFace(CFStringRef name, unsigned int traits) {
 CTFontRef NewFont(CFStringRef name, unsigned int traits, CGFloat size) {
   if (name == nullptr) return nullptr;
   NativeRef<const TypeFace> face = FindFace(name, traits);
-  return face.Get() == nullptr ? nullptr : new CTFont(std::move(face), size);
+  return face.Get() == nullptr ? nullptr : new __CTFont(std::move(face), size);
 }
 
 const platform::FontMetrics& MetricsOf(CTFontRef font) {
@@ -68,29 +70,45 @@ CGFloat AtSize(CTFontRef font, double length) { return length * (font->size / pl
 }  // namespace
 
 CTFontRef CTFontCreateWithName(CFStringRef name, CGFloat size, const CGAffineTransform*) {
+  platform::MustBeThere(name);
   return NewFont(name, 0, size);
 }
 
 CTFontRef CTFontCreateWithFontDescriptor(CTFontDescriptorRef descriptor, CGFloat size, const CGAffineTransform*) {
+  platform::MustBeThere(descriptor);
   return descriptor == nullptr ? nullptr : NewFont(descriptor->family.Get(), descriptor->traits, size);
 }
 
 CTFontRef CTFontCreateCopyWithAttributes(CTFontRef font, CGFloat size, const CGAffineTransform*, CTFontDescriptorRef) {
+  platform::MustBeThere(font);
   if (font == nullptr) return nullptr;
-  return new CTFont(font->face, size == 0 ? font->size : size);
+  return new __CTFont(font->face, size == 0 ? font->size : size);
 }
 
 CFStringRef CTFontCopyFamilyName(CTFontRef font) {
+  platform::MustBeThere(font);
   if (font == nullptr) return nullptr;
   const CFString* family = font->face.Get()->family.Get();
   family->Retain();
   return family;
 }
 
-CGFloat CTFontGetSize(CTFontRef font) { return font == nullptr ? 0 : font->size; }
+CGFloat CTFontGetSize(CTFontRef font) {
+  platform::MustBeThere(font);
+  return font == nullptr ? 0 : font->size;
+}
 
-CGFloat CTFontGetAscent(CTFontRef font) { return font == nullptr ? 0 : AtSize(font, MetricsOf(font).ascent); }
+CGFloat CTFontGetAscent(CTFontRef font) {
+  platform::MustBeThere(font);
+  return font == nullptr ? 0 : AtSize(font, MetricsOf(font).ascent);
+}
 
-CGFloat CTFontGetDescent(CTFontRef font) { return font == nullptr ? 0 : AtSize(font, MetricsOf(font).descent); }
+CGFloat CTFontGetDescent(CTFontRef font) {
+  platform::MustBeThere(font);
+  return font == nullptr ? 0 : AtSize(font, MetricsOf(font).descent);
+}
 
-CGFloat CTFontGetLeading(CTFontRef font) { return font == nullptr ? 0 : AtSize(font, MetricsOf(font).leading); }
+CGFloat CTFontGetLeading(CTFontRef font) {
+  platform::MustBeThere(font);
+  return font == nullptr ? 0 : AtSize(font, MetricsOf(font).leading);
+}

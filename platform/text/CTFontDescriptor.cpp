@@ -4,9 +4,12 @@
 
 #include <memory>
 
+#include "CoreText/CTFontCollection.h"
+#include "CoreText/CTFontTraits.h"
 #include "platform/foundation/CFArrayValue.h"
 #include "platform/foundation/CFDictionaryValue.h"
 #include "platform/foundation/CFNumberValue.h"
+#include "platform/foundation/NotNull.h"
 #include "platform/text/CTFontValue.h"
 #include "platform/text/UnicodeText.h"
 
@@ -48,6 +51,7 @@ struct CTFontCollection final : platform::NativeObject {
 };
 
 CTFontDescriptorRef CTFontDescriptorCreateWithAttributes(CFDictionaryRef attributes) {
+  platform::MustBeThere(attributes);
   if (attributes == nullptr) return nullptr;
   auto* descriptor = new CTFontDescriptor;
   descriptor->family = platform::NativeRef<const CFString>(attributes->Get<CFString>(kCTFontFamilyNameAttribute));
@@ -56,6 +60,8 @@ CTFontDescriptorRef CTFontDescriptorCreateWithAttributes(CFDictionaryRef attribu
 }
 
 CFTypeRef CTFontDescriptorCopyAttribute(CTFontDescriptorRef descriptor, CFStringRef attribute) {
+  platform::MustBeThere(descriptor);
+  platform::MustBeThere(attribute);
   if (descriptor == nullptr || attribute == nullptr || descriptor->family.Get() == nullptr ||
       attribute->units != kCTFontFamilyNameAttribute->units) {
     return nullptr;
@@ -66,6 +72,7 @@ CFTypeRef CTFontDescriptorCopyAttribute(CTFontDescriptorRef descriptor, CFString
 CTFontCollectionRef CTFontCollectionCreateFromAvailableFonts(CFDictionaryRef) { return new CTFontCollection; }
 
 CFArrayRef CTFontCollectionCreateMatchingFontDescriptors(CTFontCollectionRef collection) {
+  platform::MustBeThere(collection);
   if (collection == nullptr || collection->descriptors.empty()) return nullptr;
   return new CFArray(collection->descriptors);
 }

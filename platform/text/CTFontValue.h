@@ -4,8 +4,8 @@
 #include "CoreText/CTFont.h"
 #include "platform/text/ShapedLine.h"
 
-struct CTFont final : platform::NativeObject {
-  CTFont(platform::NativeRef<const platform::TypeFace> fontFace, CGFloat fontSize)
+struct __CTFont final : platform::NativeObject {
+  __CTFont(platform::NativeRef<const platform::TypeFace> fontFace, CGFloat fontSize)
       : face(std::move(fontFace)), size(fontSize) {}
 
   const platform::NativeRef<const platform::TypeFace> face;

@@ -6,6 +6,7 @@
 #include "CoreText/CTStringAttributes.h"
 #include "platform/foundation/CFArrayValue.h"
 #include "platform/foundation/CFAttributedStringValue.h"
+#include "platform/foundation/NotNull.h"
 #include "platform/graphics/CGContextState.h"
 #include "platform/text/CTLineValue.h"
 #include "platform/text/CTParagraphStyleValue.h"
@@ -69,6 +70,7 @@ class Stack {
 }  // namespace
 
 CTFramesetterRef CTFramesetterCreateWithAttributedString(CFAttributedStringRef text) {
+  platform::MustBeThere(text);
   const CFIndex length = CFAttributedStringGetLength(text);
   platform::TextStyle style;
   if (length == 0 || length > platform::kMaxTextLength || !style.Take(text)) return nullptr;
@@ -81,6 +83,8 @@ CTFramesetterRef CTFramesetterCreateWithAttributedString(CFAttributedStringRef t
 }
 
 CTFrameRef CTFramesetterCreateFrame(CTFramesetterRef framesetter, CFRange range, CGPathRef path, CFDictionaryRef) {
+  platform::MustBeThere(framesetter);
+  platform::MustBeThere(path);
   if (framesetter == nullptr || CGPathIsEmpty(path)) return nullptr;
   const std::vector<UniChar>& units = framesetter->text.Get()->text.Get()->units;
   const bool isWhole = range.location == 0 && (range.length == 0 || range.length == static_cast<CFIndex>(units.size()));
@@ -94,9 +98,13 @@ CTFrameRef CTFramesetterCreateFrame(CTFramesetterRef framesetter, CFRange range,
   return stack.Finish(rect);
 }
 
-CFArrayRef CTFrameGetLines(CTFrameRef frame) { return frame == nullptr ? nullptr : frame->lines.Get(); }
+CFArrayRef CTFrameGetLines(CTFrameRef frame) {
+  platform::MustBeThere(frame);
+  return frame == nullptr ? nullptr : frame->lines.Get();
+}
 
 void CTFrameGetLineOrigins(CTFrameRef frame, CFRange range, CGPoint* origins) {
+  platform::MustBeThere(frame);
   if (frame == nullptr || origins == nullptr) return;
   const auto count = static_cast<CFIndex>(frame->origins.size());
   if (range.location < 0 || range.location > count) return;
@@ -106,6 +114,7 @@ void CTFrameGetLineOrigins(CTFrameRef frame, CFRange range, CGPoint* origins) {
 }
 
 void CTFrameDraw(CTFrameRef frame, CGContextRef context) {
+  platform::MustBeThere(frame);
   if (frame == nullptr || context == nullptr) return;
   for (std::size_t i = 0; i < frame->origins.size(); ++i) {
     const CGPoint origin = frame->origins[i];

@@ -2,9 +2,11 @@
 
 #include <limits>
 
+#include "AKPlatform/AKLineOutlines.h"
 #include "CoreText/CTStringAttributes.h"
 #include "platform/foundation/CFAttributedStringValue.h"
 #include "platform/foundation/CFNumberValue.h"
+#include "platform/foundation/NotNull.h"
 #include "platform/graphics/CGContextState.h"
 #include "platform/text/CTLineValue.h"
 
@@ -12,7 +14,7 @@ namespace platform {
 
 bool TextStyle::Take(CFAttributedStringRef text) {
   if (text == nullptr) return false;
-  font = NativeRef(text->Get<CTFont>(kCTFontAttributeName));
+  font = NativeRef(text->Get<__CTFont>(kCTFontAttributeName));
   fill = NativeRef(text->Get<CGColor>(kCTForegroundColorAttributeName));
   stroke = NativeRef(text->Get<CGColor>(kCTStrokeColorAttributeName));
   const auto* line = text->Get<CFNumber>(kCTUnderlineStyleAttributeName);
@@ -46,10 +48,11 @@ void AppendUnderline(const CTLine& line, const CGAffineTransform& m, CGMutablePa
 }  // namespace platform
 
 CTLineRef CTLineCreateWithAttributedString(CFAttributedStringRef text) {
+  platform::MustBeThere(text);
   const CFIndex length = CFAttributedStringGetLength(text);
   platform::TextStyle style;
   if (length == 0 || length > platform::kMaxTextLength || !style.Take(text)) return nullptr;
-  const CTFont& font = *style.font.Get();
+  const __CTFont& font = *style.font.Get();
   platform::NativeRef<const platform::ShapedLine> shape =
       platform::CachedLine(*font.face.Get(), text->text.Get()->units.data(), static_cast<std::size_t>(length));
   const double width = shape.Get()->width;
@@ -57,6 +60,7 @@ CTLineRef CTLineCreateWithAttributedString(CFAttributedStringRef text) {
 }
 
 CGRect CTLineGetImageBounds(CTLineRef line, CGContextRef context) {
+  platform::MustBeThere(line);
   constexpr double kInfinity = std::numeric_limits<double>::infinity();
   if (line == nullptr || line->shape.Get()->Ink().IsEmpty()) return {{kInfinity, kInfinity}, {0, 0}};
   const platform::InkBox& ink = line->shape.Get()->Ink();
@@ -66,6 +70,7 @@ CGRect CTLineGetImageBounds(CTLineRef line, CGContextRef context) {
 }
 
 double CTLineGetTypographicBounds(CTLineRef line, CGFloat* ascent, CGFloat* descent, CGFloat* leading) {
+  platform::MustBeThere(line);
   platform::FontMetrics metrics;
   double scale = 0;
   double width = 0;
@@ -81,10 +86,12 @@ double CTLineGetTypographicBounds(CTLineRef line, CGFloat* ascent, CGFloat* desc
 }
 
 void CTLineDraw(CTLineRef line, CGContextRef context) {
+  platform::MustBeThere(line);
   if (line != nullptr && context != nullptr) platform::DrawLine(context, *line, context->textMatrix);
 }
 
 void CTLineAddToPath(CTLineRef line, const CGAffineTransform* m, CGMutablePathRef path) {
+  platform::MustBeThere(line);
   if (line == nullptr || path == nullptr) return;
   platform::AppendOutlines(*line, m == nullptr ? CGAffineTransformIdentity : *m, false, path);
 }

@@ -16,7 +16,7 @@ struct TextStyle {
 
   double Scale() const { return font.Get()->size / kReferenceSize; }  ///< units in a reference unit
 
-  NativeRef<const CTFont> font;
+  NativeRef<const __CTFont> font;
   NativeRef<const CGColor> fill;    ///< null: black
   NativeRef<const CGColor> stroke;  ///< null: as the fill
   bool underline = false;

@@ -2,6 +2,7 @@
 #include "CoreText/CTStringAttributes.h"
 
 #include "CoreText/CTFontDescriptor.h"
+#include "CoreText/CTFontTraits.h"
 
 namespace {
 

@@ -4,6 +4,7 @@
 #include <cmath>
 #include <new>
 
+#include "AKPlatform/AKPixelOrder.h"
 #include "platform/graphics/BitmapPaint.h"
 #include "platform/text/FontFace.h"
 #include "platform/text/GlyphStore.h"

@@ -8,7 +8,7 @@
 #include <algorithm>
 #include <cmath>
 
-#include "CoreGraphics/CGVectorContext.h"
+#include "AKPlatform/AKVectorContext.h"
 #include "host/text/Localisation.h"
 #include "host/window/SlideStep.h"
 #include "host/window/canvas/CanvasOverlay.h"

@@ -5,8 +5,8 @@
 
 #include <algorithm>
 
+#include "AKPlatform/AKVectorContext.h"
 #include "CoreGraphics/CGContext.h"
-#include "CoreGraphics/CGVectorContext.h"
 #include "host/gallery/Gallery.h"
 #include "host/text/Localisation.h"
 

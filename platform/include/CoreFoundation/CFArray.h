@@ -5,7 +5,6 @@
 
 typedef const struct CFArray* CFArrayRef;
 
-/// 0 for null.
 CG_EXTERN CFIndex CFArrayGetCount(CFArrayRef array);
 /// The object at `index`, which stays the array's; null outside.
 CG_EXTERN const void* CFArrayGetValueAtIndex(CFArrayRef array, CFIndex index);

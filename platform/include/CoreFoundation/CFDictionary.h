@@ -21,7 +21,6 @@ CG_EXTERN const CFDictionaryValueCallBacks kCFTypeDictionaryValueCallBacks;
 CG_EXTERN CFDictionaryRef CFDictionaryCreate(CFAllocatorRef allocator, const void** keys, const void** values,
                                              CFIndex count, const CFDictionaryKeyCallBacks* keyCallBacks,
                                              const CFDictionaryValueCallBacks* valueCallBacks);
-/// 0 for null.
 CG_EXTERN CFIndex CFDictionaryGetCount(CFDictionaryRef dictionary);
 /// The value of a CFStringRef, which stays the dictionary's; null when there is none.
 CG_EXTERN const void* CFDictionaryGetValue(CFDictionaryRef dictionary, const void* key);

@@ -14,14 +14,13 @@ typedef enum CFNumberType : CFIndex {
   kCFNumberFloat64Type = 6,
 } CFNumberType;
 
-/// `value` points to a number of the type. Null for null and for another type.
+/// `value` points to a number of the type. Null for another type.
 CG_EXTERN CFNumberRef CFNumberCreate(CFAllocatorRef allocator, CFNumberType type, const void* value);
 /// Stores the number as `type`, a whole number being cut towards zero. False when it does not fit in the type (`*value`
 /// is left alone) or lost digits.
-CG_EXTERN bool CFNumberGetValue(CFNumberRef number, CFNumberType type, void* value);
+CG_EXTERN Boolean CFNumberGetValue(CFNumberRef number, CFNumberType type, void* value);
 
 /// They live as long as the native layer; the two are told apart by CFBooleanGetValue.
 CG_EXTERN const CFBooleanRef kCFBooleanTrue;
 CG_EXTERN const CFBooleanRef kCFBooleanFalse;
-/// False for null.
-CG_EXTERN bool CFBooleanGetValue(CFBooleanRef boolean);
+CG_EXTERN Boolean CFBooleanGetValue(CFBooleanRef boolean);

@@ -17,8 +17,8 @@ enum : CFStringEncoding {
   kCFStringEncodingInvalidId = 0xFFFFFFFFU,
 };
 
-/// Text from NUL-terminated bytes below 128, which are the same in all of the sets above. Null for null text, another
-/// byte or an unknown encoding.
+/// Text from NUL-terminated bytes below 128, which are the same in all of the sets above. Null for
+/// another byte or an unknown encoding.
 CG_EXTERN CFStringRef CFStringCreateWithCString(CFAllocatorRef allocator, const char* text, CFStringEncoding encoding);
 /// A copy of `count` code units; null for a negative count, or null units with a count above 0.
 CG_EXTERN CFStringRef CFStringCreateWithCharacters(CFAllocatorRef allocator, const UniChar* units, CFIndex count);

@@ -9,10 +9,9 @@ typedef const struct CFURL* CFURLRef;
 typedef enum CFURLPathStyle : CFIndex { kCFURLPOSIXPathStyle = 0 } CFURLPathStyle;
 
 /// The location of a path; a relative one is that of the current folder. A path that ends with "/" is a folder's, too.
-/// Null for null or empty text and for text with a NUL or a lone surrogate, which no path of the file system can hold.
+/// Null for empty text and for text with a NUL or a lone surrogate, which no path of the file system can hold.
 CG_EXTERN CFURLRef CFURLCreateWithFileSystemPath(CFAllocatorRef allocator, CFStringRef path, CFURLPathStyle style,
-                                                 bool isDirectory);
-/// The path, without a "/" at its end unless it is the root. Null for null.
+                                                 Boolean isDirectory);
+/// The path, without a "/" at its end unless it is the root.
 CG_EXTERN CFStringRef CFURLCopyFileSystemPath(CFURLRef url, CFURLPathStyle style);
-/// False for null.
-CG_EXTERN bool CFURLHasDirectoryPath(CFURLRef url);
+CG_EXTERN Boolean CFURLHasDirectoryPath(CFURLRef url);

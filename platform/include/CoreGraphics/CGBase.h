@@ -6,5 +6,9 @@
 // left of a path or a text would be drawn as if it were whole.
 #pragma once
 
+#include <stdint.h>
+
 /// An operation that the shared library of the native layer offers.
 #define CG_EXTERN extern "C" __attribute__((visibility("default")))
+
+typedef double CGFloat;

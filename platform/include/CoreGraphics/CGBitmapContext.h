@@ -7,16 +7,11 @@
 
 #include "CoreGraphics/CGColorSpace.h"
 #include "CoreGraphics/CGContext.h"
-
-enum {
-  /// In memory: alpha, red, green, blue.
-  kCGBitmapAlphaFirst = 2,
-  /// In memory: blue, green, red, alpha.
-  kCGBitmapBlueFirst = 8194,
-};
+#include "CoreGraphics/CGImage.h"
 
 /// Null unless both sides are 1 to 536870912, there are 8 bits a component, `bytesPerRow` is a multiple of 4 that holds
-/// a row, `space` is device RGB, and `bitmapInfo` is one of the above.
+/// a row, `space` is device RGB, and `bitmapInfo` is kCGImageAlphaPremultipliedFirst (in
+/// memory: alpha, red, green, blue), alone or with kCGBitmapByteOrder32Little (blue, green, red, alpha).
 CG_EXTERN CGContextRef CGBitmapContextCreate(void* data, size_t width, size_t height, size_t bitsPerComponent,
                                              size_t bytesPerRow, CGColorSpaceRef space, uint32_t bitmapInfo);
 
@@ -26,7 +21,5 @@ CG_EXTERN size_t CGBitmapContextGetWidth(CGContextRef context);
 CG_EXTERN size_t CGBitmapContextGetHeight(CGContextRef context);
 CG_EXTERN size_t CGBitmapContextGetBitsPerPixel(CGContextRef context);
 CG_EXTERN size_t CGBitmapContextGetBytesPerRow(CGContextRef context);
-
-/// The pixels as a PNG file in memory, allocated with malloc and freed by the caller; `*size` receives its length.
-/// Null on failure. Alpha is kept unless all pixels are opaque, and colours are stored not premultiplied.
-CG_EXTERN void* CGBitmapContextCopyPNG(CGContextRef context, size_t* size);
+/// A copy of the pixels; null for a context that is not over a bitmap. The caller releases it.
+CG_EXTERN CGImageRef CGBitmapContextCreateImage(CGContextRef context);

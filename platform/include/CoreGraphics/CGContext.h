@@ -11,9 +11,10 @@
 
 #include <stddef.h>
 
+#include "CoreGraphics/CGAffineTransform.h"
 #include "CoreGraphics/CGBase.h"
 #include "CoreGraphics/CGColorSpace.h"
-#include "CoreGraphics/CGGeometry.h"
+#include "CoreGraphics/CGImage.h"
 #include "CoreGraphics/CGPath.h"
 #include "CoreGraphics/CGPattern.h"
 #include "CoreGraphics/CGShading.h"
@@ -110,3 +111,6 @@ CG_EXTERN void CGContextFillRect(CGContextRef context, CGRect rect);
 CG_EXTERN void CGContextDrawShading(CGContextRef context, CGShadingRef shading);
 /// Sets a rectangle to transparent black, whatever the alpha.
 CG_EXTERN void CGContextClearRect(CGContextRef context, CGRect rect);
+/// Draws the image, its first row on top, into a rectangle of user space. Where cairo is drawn with, that is everywhere
+/// but on bitmaps, a side above 32767 is too large for it: a page can't be finished then, elsewhere nothing is drawn.
+CG_EXTERN void CGContextDrawImage(CGContextRef context, CGRect rect, CGImageRef image);

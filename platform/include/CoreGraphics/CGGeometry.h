@@ -1,9 +1,7 @@
-// Points, sizes, rectangles and affine maps of the native layer. y points up.
+// Points, sizes and rectangles of the native layer. y points up.
 #pragma once
 
-#include <stdint.h>
-
-typedef double CGFloat;
+#include "CoreGraphics/CGBase.h"
 
 struct CGPoint {
   CGFloat x;
@@ -21,11 +19,6 @@ struct CGRect {
   CGSize size;
 };
 
-/// (x, y) maps to (a·x + c·y + tx, b·x + d·y + ty).
-struct CGAffineTransform {
-  CGFloat a, b, c, d, tx, ty;
-};
-
 inline CGPoint CGPointMake(CGFloat x, CGFloat y) { return {x, y}; }
 inline CGSize CGSizeMake(CGFloat width, CGFloat height) { return {width, height}; }
 inline CGRect CGRectMake(CGFloat x, CGFloat y, CGFloat width, CGFloat height) { return {{x, y}, {width, height}}; }
@@ -33,33 +26,4 @@ inline CGRect CGRectMake(CGFloat x, CGFloat y, CGFloat width, CGFloat height) { 
 /// True when a side is 0 (or not a number). A rectangle of negative size is not empty.
 inline bool CGRectIsEmpty(CGRect rect) {
   return !(rect.size.width < 0 || rect.size.width > 0) || !(rect.size.height < 0 || rect.size.height > 0);
-}
-
-inline constexpr CGAffineTransform CGAffineTransformIdentity = {1, 0, 0, 1, 0, 0};
-
-inline CGAffineTransform CGAffineTransformMake(CGFloat a, CGFloat b, CGFloat c, CGFloat d, CGFloat tx, CGFloat ty) {
-  return {a, b, c, d, tx, ty};
-}
-inline bool CGAffineTransformIsIdentity(CGAffineTransform t) {
-  return t.a == 1 && t.b == 0 && t.c == 0 && t.d == 1 && t.tx == 0 && t.ty == 0;
-}
-inline CGPoint CGPointApplyAffineTransform(CGPoint p, CGAffineTransform t) {
-  return {t.a * p.x + t.c * p.y + t.tx, t.b * p.x + t.d * p.y + t.ty};
-}
-/// The map that applies `first` and then `second`.
-inline CGAffineTransform CGAffineTransformConcat(CGAffineTransform first, CGAffineTransform second) {
-  return {first.a * second.a + first.b * second.c,
-          first.a * second.b + first.b * second.d,
-          first.c * second.a + first.d * second.c,
-          first.c * second.b + first.d * second.d,
-          first.tx * second.a + first.ty * second.c + second.tx,
-          first.tx * second.b + first.ty * second.d + second.ty};
-}
-/// `t` with a translation applied inside it: the translation acts on a point first.
-inline CGAffineTransform CGAffineTransformTranslate(CGAffineTransform t, CGFloat tx, CGFloat ty) {
-  return CGAffineTransformConcat({1, 0, 0, 1, tx, ty}, t);
-}
-/// `t` with a scale applied inside it: the scale acts on a point first.
-inline CGAffineTransform CGAffineTransformScale(CGAffineTransform t, CGFloat sx, CGFloat sy) {
-  return CGAffineTransformConcat({sx, 0, 0, sy, 0, 0}, t);
 }

@@ -13,14 +13,13 @@
 #include <stddef.h>
 #include <stdint.h>
 
+#include "CoreGraphics/CGAffineTransform.h"
 #include "CoreGraphics/CGBase.h"
-#include "CoreGraphics/CGGeometry.h"
 
 typedef struct CGPath* CGMutablePathRef;
 typedef const struct CGPath* CGPathRef;
 
-typedef int32_t CGPathElementType;
-enum {
+enum CGPathElementType : int32_t {
   kCGPathElementMoveToPoint = 0,
   kCGPathElementAddLineToPoint = 1,
   kCGPathElementAddQuadCurveToPoint = 2,
@@ -39,7 +38,7 @@ typedef void (*CGPathApplierFunction)(void* info, const CGPathElement* element);
 CG_EXTERN CGMutablePathRef CGPathCreateMutable(void);
 CG_EXTERN CGMutablePathRef CGPathCreateMutableCopy(CGPathRef path);
 /// A copy with every point mapped.
-CG_EXTERN CGPathRef CGPathCreateCopyAndTransform(CGPathRef path, const CGAffineTransform* m);
+CG_EXTERN CGPathRef CGPathCreateCopyByTransformingPath(CGPathRef path, const CGAffineTransform* m);
 /// Returns `path`.
 CG_EXTERN CGPathRef CGPathRetain(CGPathRef path);
 CG_EXTERN void CGPathRelease(CGPathRef path);

@@ -3,8 +3,8 @@
 // The cell lives in the context's base space: the current matrix neither scales nor turns it, only the phase moves it.
 #pragma once
 
+#include "CoreGraphics/CGAffineTransform.h"
 #include "CoreGraphics/CGBase.h"
-#include "CoreGraphics/CGGeometry.h"
 
 struct CGContext;
 struct CGPattern;

@@ -4,20 +4,20 @@
 #pragma once
 
 #include "CoreFoundation/CFString.h"
-#include "CoreGraphics/CGGeometry.h"
+#include "CoreGraphics/CGAffineTransform.h"
 #include "CoreText/CTFontDescriptor.h"
 
-typedef const struct CTFont* CTFontRef;
+typedef const struct __CTFont* CTFontRef;
 
 /// The installed font whose family is nearest to `name`, regular. Any name gives a font as long as one is installed:
 /// CTFontCopyFamilyName tells whether it is the one that was meant. `matrix` is null: there are no other fonts. Null
-/// for null text and when no font is installed.
+/// when no font is installed.
 CG_EXTERN CTFontRef CTFontCreateWithName(CFStringRef name, CGFloat size, const CGAffineTransform* matrix);
 /// The same with the family and the traits of a descriptor. A weight or slant that the family lacks is imitated where
 /// the system's configuration says so.
 CG_EXTERN CTFontRef CTFontCreateWithFontDescriptor(CTFontDescriptorRef descriptor, CGFloat size,
                                                    const CGAffineTransform* matrix);
-/// The same face at another size; 0 keeps the font's own. `matrix` and `attributes` are null. Null for null.
+/// The same face at another size; 0 keeps the font's own. `matrix` and `attributes` are null.
 CG_EXTERN CTFontRef CTFontCreateCopyWithAttributes(CTFontRef font, CGFloat size, const CGAffineTransform* matrix,
                                                    CTFontDescriptorRef attributes);
 

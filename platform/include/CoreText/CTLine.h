@@ -12,11 +12,10 @@
 
 #include "CoreFoundation/CFAttributedString.h"
 #include "CoreGraphics/CGContext.h"
-#include "CoreGraphics/CGPath.h"
 
 typedef const struct CTLine* CTLineRef;
 
-/// Null for null, for an empty text and for one without a font.
+/// Null for an empty text and for one without a font.
 CG_EXTERN CTLineRef CTLineCreateWithAttributedString(CFAttributedStringRef text);
 
 /// The box of what the glyphs paint when filled, the underline aside, with the baseline's start at the context's text
@@ -28,6 +27,3 @@ CG_EXTERN double CTLineGetTypographicBounds(CTLineRef line, CGFloat* ascent, CGF
 
 /// Draws the line, its baseline starting at the context's text position, in the context's text drawing mode.
 CG_EXTERN void CTLineDraw(CTLineRef line, CGContextRef context);
-
-/// Appends the outlines of the line's glyphs, the baseline starting at the origin of `m` (null: the identity).
-CG_EXTERN void CTLineAddToPath(CTLineRef line, const CGAffineTransform* m, CGMutablePathRef path);

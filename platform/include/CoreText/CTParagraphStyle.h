@@ -8,13 +8,12 @@
 
 typedef const struct CTParagraphStyle* CTParagraphStyleRef;
 
-typedef uint8_t CTTextAlignment;
-enum { kCTTextAlignmentLeft = 0, kCTTextAlignmentRight = 1, kCTTextAlignmentCenter = 2 };
+enum CTTextAlignment : uint8_t { kCTTextAlignmentLeft = 0, kCTTextAlignmentRight = 1, kCTTextAlignmentCenter = 2 };
 
-enum CTParagraphStyleSpecifier { kCTParagraphStyleSpecifierAlignment = 0 };
+enum CTParagraphStyleSpecifier : uint32_t { kCTParagraphStyleSpecifierAlignment = 0 };
 
 struct CTParagraphStyleSetting {
-  CTParagraphStyleSpecifier specifier;
+  CTParagraphStyleSpecifier spec;
   size_t valueSize;
   const void* value;  ///< a CTTextAlignment
 };

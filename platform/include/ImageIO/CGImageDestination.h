@@ -7,7 +7,10 @@
 
 typedef struct CGImageDestination* CGImageDestinationRef;
 
-/// A file of one image in the format `type` (UTCoreTypes.h); CFRelease frees the destination. Nothing happens on the
+/// A property: a number, 0 (smallest file) to 1 (best picture), for JPEG; 0.75 without it.
+CG_EXTERN const CFStringRef kCGImageDestinationLossyCompressionQuality;
+
+/// A file of one image in the format `type` (CoreServices.h); CFRelease frees the destination. Nothing happens on the
 /// disk yet. Null for null, another format and another count than 1.
 CG_EXTERN CGImageDestinationRef CGImageDestinationCreateWithURL(CFURLRef url, CFStringRef type, size_t count,
                                                                 CFDictionaryRef options);

@@ -9,5 +9,3 @@ CG_EXTERN const CFStringRef kCGImagePropertyDPIHeight;
 /// A boolean. False writes no alpha: a translucent image is mixed with white. Without it a translucent image keeps its
 /// alpha where the format has one.
 CG_EXTERN const CFStringRef kCGImagePropertyHasAlpha;
-/// A number, 0 (smallest file) to 1 (best picture), for JPEG; 0.75 without it.
-CG_EXTERN const CFStringRef kCGImageDestinationLossyCompressionQuality;

@@ -22,10 +22,3 @@ CG_EXTERN CGImageSourceRef CGImageSourceCreateWithURL(CFURLRef url, CFDictionary
 CG_EXTERN size_t CGImageSourceGetCount(CGImageSourceRef source);
 /// Decodes the image at `index`; the caller releases it. Null for null, another index than 0, and damage.
 CG_EXTERN CGImageRef CGImageSourceCreateImageAtIndex(CGImageSourceRef source, size_t index, CFDictionaryRef options);
-
-/// The most bytes of pixels (width × height × 4) that an image may have to be decoded: 256 MB (of 2^20) until a program
-/// sets another number, for the whole process.
-CG_EXTERN uint64_t CGImageSourceGetPixelLimit(void);
-CG_EXTERN void CGImageSourceSetPixelLimit(uint64_t bytes);
-/// Whether the image was refused, before memory was taken for it, since it has more pixels; then its size.
-CG_EXTERN bool CGImageSourceGetRefusedSize(CGImageSourceRef source, size_t* width, size_t* height);

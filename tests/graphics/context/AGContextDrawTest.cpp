@@ -6,8 +6,8 @@
 #include <random>
 #include <vector>
 
+#include "AKPlatform/AKVectorContext.h"
 #include "CoreGraphics/CGContext.h"
-#include "CoreGraphics/CGVectorContext.h"
 #include "graphics/bitmaps/AGBitmap.h"
 #include "graphics/context/AKDrawEvent.h"
 #include "graphics/native/AGGraphicsLow.h"

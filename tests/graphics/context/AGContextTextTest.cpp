@@ -10,7 +10,7 @@
 #include <random>
 #include <string>
 
-#include "CoreGraphics/CGVectorContext.h"
+#include "AKPlatform/AKVectorContext.h"
 #include "CoreText/CTLine.h"
 #include "graphics/context/AGContext.h"
 #include "graphics/native/AGGraphicsLowText.h"

@@ -9,7 +9,7 @@
 #include <string>
 #include <vector>
 
-#include "CoreGraphics/CGVectorContext.h"
+#include "AKPlatform/AKVectorContext.h"
 #include "tests/graphics/images/ImageTestSupport.h"
 #include "tests/graphics/text/TextTestSupport.h"
 

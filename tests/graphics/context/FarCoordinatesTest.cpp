@@ -9,7 +9,7 @@
 #include <string>
 #include <vector>
 
-#include "CoreGraphics/CGVectorContext.h"
+#include "AKPlatform/AKVectorContext.h"
 #include "kit/geometry/AGConstants.h"
 #include "tests/graphics/context/LeakScope.h"
 #include "tests/graphics/images/ImageTestSupport.h"

@@ -10,7 +10,7 @@
 #include <string>
 #include <vector>
 
-#include "CoreGraphics/CGVectorContext.h"
+#include "AKPlatform/AKVectorContext.h"
 #include "graphics/bitmaps/AGBitmap.h"
 #include "graphics/text/AGFont.h"
 #include "kit/geometry/AGConstants.h"

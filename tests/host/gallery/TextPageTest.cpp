@@ -8,7 +8,7 @@
 #include <sstream>
 #include <string>
 
-#include "CoreGraphics/CGVectorContext.h"
+#include "AKPlatform/AKVectorContext.h"
 #include "host/Fonts.h"
 #include "host/gallery/TextPage.h"
 

@@ -8,12 +8,13 @@
 #include <limits>
 #include <vector>
 
+#include "AKPlatform/AKPixelOrder.h"
 #include "CoreFoundation/CFNumber.h"
 #include "CoreGraphics/CGBitmapContext.h"
 #include "CoreGraphics/CGImage.h"
+#include "CoreServices/CoreServices.h"
 #include "ImageIO/CGImageDestination.h"
 #include "ImageIO/CGImageSource.h"
-#include "ImageIO/UTCoreTypes.h"
 
 namespace {
 

@@ -10,6 +10,8 @@
 #include <random>
 #include <vector>
 
+#include "AKPlatform/AKBitmapPNG.h"
+#include "AKPlatform/AKPixelOrder.h"
 #include "CoreGraphics/CGBitmapContext.h"
 #include "CoreGraphics/CGContext.h"
 

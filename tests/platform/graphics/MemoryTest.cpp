@@ -11,6 +11,7 @@
 #include <string>
 #include <vector>
 
+#include "AKPlatform/AKPixelOrder.h"
 #include "CoreGraphics/CGBitmapContext.h"
 #include "CoreGraphics/CGContext.h"
 #include "CoreGraphics/CGImage.h"

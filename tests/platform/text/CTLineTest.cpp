@@ -10,6 +10,7 @@
 #include <string_view>
 #include <vector>
 
+#include "AKPlatform/AKPixelOrder.h"
 #include "CoreGraphics/CGBitmapContext.h"
 #include "CoreText/CTFont.h"
 #include "CoreText/CTFramesetter.h"
@@ -26,12 +27,12 @@ using Owned = std::unique_ptr<T, Releaser>;
 
 constexpr double kSize = 50;
 
-Owned<const CTFont> NewFont(const char* family, double size) {
+Owned<const __CTFont> NewFont(const char* family, double size) {
   const Owned<const CFString> name(CFStringCreateWithCString(nullptr, family, kCFStringEncodingUTF8));
-  return Owned<const CTFont>(CTFontCreateWithName(name.get(), size, nullptr));
+  return Owned<const __CTFont>(CTFontCreateWithName(name.get(), size, nullptr));
 }
 
-Owned<const CFAttributedString> Attributed(std::u16string_view text, const CTFont* font) {
+Owned<const CFAttributedString> Attributed(std::u16string_view text, const __CTFont* font) {
   const Owned<const CFString> string(CFStringCreateWithCharacters(
       nullptr, reinterpret_cast<const UniChar*>(text.data()), static_cast<CFIndex>(text.size())));
   const Owned<const CFAttributedString> plain(CFAttributedStringCreate(nullptr, string.get(), nullptr));
@@ -153,13 +154,25 @@ TEST(CTLineTest, Tabs_GoOnToTheNextMultipleOf8Spaces) {
 }
 
 TEST(CTLineTest, MissingPieces_GiveNoLineAndNoFrame) {
-  EXPECT_EQ(CTLineCreateWithAttributedString(nullptr), nullptr);
   EXPECT_EQ(CTLineCreateWithAttributedString(Attributed(u"a", nullptr).get()), nullptr);
   EXPECT_EQ(NewLine(u""), nullptr);
-  EXPECT_EQ(CTFramesetterCreateWithAttributedString(nullptr), nullptr);
-  EXPECT_EQ(CTFramesetterCreateFrame(nullptr, CFRangeMake(0, 0), nullptr, nullptr), nullptr);
-  EXPECT_EQ(CTFontCreateWithName(nullptr, 12, nullptr), nullptr);
 }
+
+#ifndef NDEBUG
+// Other layers crash without a word.
+TEST(NullRule, DebugBuildsNameTheFunction) {
+  const struct {
+    const char* name;
+    void (*call)();
+  } calls[] = {
+      {"CFRelease", [] { CFRelease(nullptr); }},
+      {"CFArrayGetCount", [] { CFArrayGetCount(nullptr); }},
+      {"CTLineCreateWithAttributedString", [] { CTLineCreateWithAttributedString(nullptr); }},
+      {"CTFontCreateCopyWithAttributes", [] { CTFontCreateCopyWithAttributes(nullptr, 12, nullptr, nullptr); }},
+  };
+  for (const auto& [name, call] : calls) EXPECT_DEATH(call(), std::string(name) + " was called with null");
+}
+#endif
 
 TEST(CTFontTest, CopyFamilyName_IsTheOneThatWasFound) {
   const struct {
@@ -179,7 +192,7 @@ TEST(CTFontTest, CopyFamilyName_IsTheOneThatWasFound) {
 }
 
 Owned<const CTFrame> NewFrame(std::u16string_view text, double width, double height) {
-  const Owned<const CTFont> font = NewFont("DejaVu Sans", kSize);
+  const Owned<const __CTFont> font = NewFont("DejaVu Sans", kSize);
   const Owned<const CTFramesetter> setter(CTFramesetterCreateWithAttributedString(Attributed(text, font.get()).get()));
   CGMutablePathRef path = CGPathCreateMutable();
   CGPathAddRect(path, nullptr, CGRectMake(7, 0, width, -height));

@@ -4,7 +4,7 @@
 #include <cerrno>
 #include <cstring>
 
-#include "kit/streams/AKFileAttributes_p.h"
+#include "kit/os/AKFileAttributes_p.h"
 
 namespace {
 

@@ -1,0 +1,3 @@
+#include "host/Version.h"
+
+const char* const host::kVersion = AK_VERSION;

@@ -1,0 +1,4 @@
+// Which thread of the process is the main one.
+#pragma once
+
+bool AKIsMainThread();

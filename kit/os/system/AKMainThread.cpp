@@ -1,0 +1,5 @@
+#include <pthread.h>
+
+#include "kit/os/AKMainThread_p.h"
+
+bool AKIsMainThread() { return ::pthread_main_np() != 0; }

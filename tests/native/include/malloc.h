@@ -1,0 +1,1 @@
+#error "There is no malloc.h there."
