@@ -21,6 +21,8 @@ constexpr AGFontStyle kStyles = kAGFontStyleBold | kAGFontStyleItalic;
 
 // Text is laid out in this size and then scaled to the bounds.
 constexpr double kLayoutSize = 100;
+// What stays free around it, as a part of the shorter side.
+constexpr double kMargin = 0.05;
 
 const AKValueEnums kAlignments[] = {
     {kAGTextAlignmentLeft, "Left"}, {kAGTextAlignmentCenter, "Center"}, {kAGTextAlignmentRight, "Right"}, {0, ""}};
@@ -158,6 +160,8 @@ void Label::DrawText(const AGContext& context, const AGRect& bounds, const AGAff
   const AGFont font(fontName_, kLayoutSize, style_);
   const AGRect box = BoxOf(text, font, alignment_);
   if (!IsFinite(box) || box.IsEmpty()) return;
-  const AGAffineTransform place = AGAffineTransformConcat(FitInto(bounds, box, alignment_), turn);
+  const double margin = kMargin * std::min(bounds.Width(), bounds.Height());
+  const AGRect room{bounds.x0 + margin, bounds.y0 + margin, bounds.x1 - margin, bounds.y1 - margin};
+  const AGAffineTransform place = AGAffineTransformConcat(FitInto(room, box, alignment_), turn);
   context.DrawUText(text, font, {0, 0}, place, alignment_);
 }
