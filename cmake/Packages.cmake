@@ -27,22 +27,24 @@ set(CPACK_DEBIAN_HOST_PACKAGE_DEPENDS "libakplatform ${same_version}")
 set(CPACK_DEBIAN_HOST_PACKAGE_RECOMMENDS "fonts-dejavu-core, librsvg2-common")
 set(CPACK_DEBIAN_HOST_PACKAGE_SUGGESTS akkit-dev)
 set(CPACK_COMPONENT_HOST_DESCRIPTION "drawing program whose objects come from plug-in bundles
- Documents of drawn objects on layers, changed in a window, by commands and by
- scripts, with undo of every change, and drawn as PNG, JPEG, TIFF, PDF and SVG.
- What the objects are is up to plug-in bundles; a rectangle is there.")
+Documents of drawn objects on layers, changed in a window, by commands and by
+scripts, with undo of every change, and drawn as PNG, JPEG, TIFF, PDF and SVG.
+What the objects are is up to plug-in bundles; a rectangle is there.")
 set(CPACK_DEBIAN_PLATFORM_PACKAGE_NAME libakplatform)
 set(CPACK_DEBIAN_PLATFORM_PACKAGE_SECTION libs)
 set(CPACK_COMPONENT_PLATFORM_DESCRIPTION "native drawing layer of objecthost and its plug-in bundles
- Bitmaps, PDF and SVG pages, text and image files for the host and the bundles
- that it loads, which draw through one copy of this library.")
+Bitmaps, PDF and SVG pages, text and image files for the host and the bundles
+that it loads, which draw through one copy of this library.")
+file(WRITE ${CMAKE_BINARY_DIR}/papers/triggers "activate-noawait ldconfig\n")
+set(CPACK_DEBIAN_PLATFORM_PACKAGE_CONTROL_EXTRA ${CMAKE_BINARY_DIR}/papers/triggers)
 set(CPACK_DEBIAN_DEV_PACKAGE_NAME akkit-dev)
 set(CPACK_DEBIAN_DEV_PACKAGE_SECTION libdevel)
 set(CPACK_DEBIAN_DEV_PACKAGE_DEPENDS "libakplatform ${same_version}")
 set(CPACK_DEBIAN_DEV_PACKAGE_RECOMMENDS "objecthost ${same_version}, cmake, g++")
 set(CPACK_COMPONENT_DEV_DESCRIPTION "kit for plug-in bundles of objecthost
- Headers and libraries of the object kit and its graphics layer, a CMake
- package, a pkg-config file, examples, and the template that a plug-in begins
- with.")
+Headers and libraries of the object kit and its graphics layer, a CMake
+package, a pkg-config file, examples, and the template that a plug-in begins
+with.")
 
 # Who has what was made here, and since when, for each package.
 set(papers ${CMAKE_BINARY_DIR}/papers)
@@ -74,4 +76,8 @@ foreach(component host platform dev)
   install(FILES ${papers}/copyright ${folder}/changelog.gz ${folder}/changelog.Debian.gz
     DESTINATION share/doc/${name} COMPONENT ${component})
 endforeach()
+# What a bundle is compiled with is for pkg-config to say.
+file(WRITE ${papers}/overrides "akkit-dev: pkg-config-bad-directive -fPIC *\n"
+  "akkit-dev: pkg-config-bad-directive -fvisibility=hidden *\n")
+install(FILES ${papers}/overrides DESTINATION share/lintian/overrides RENAME akkit-dev COMPONENT dev)
 include(CPack)

@@ -18,6 +18,7 @@ draw() {
       mkdir -p "$pictures/${size}x$size/$2"
       echo "draw \"$pictures/${size}x$size/$2/$3.png\" --transparent --scale $(awk "BEGIN { print $size / 128 }")"
     done
+    echo "close --discard"
   } | "$program" --only-bundle "$bundle" script > /dev/null
 }
 draw icon.script apps org.objecthost.Window

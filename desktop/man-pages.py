@@ -3,8 +3,9 @@
 
 usage: man-pages.py PROGRAM FOLDER
 
-Writes objecthost.1 and, for each command, objecthost-COMMAND.1 into FOLDER.
+Writes objecthost.1.gz and, for each command, objecthost-COMMAND.1.gz into FOLDER.
 """
+import gzip
 import os
 import pathlib
 import re
@@ -52,11 +53,12 @@ def main():
     listed = re.search(r"^commands\n((?:  .*\n)+)", text, re.MULTILINE).group(1)
     commands = [line.split(None, 1) for line in listed.splitlines()]
     others = ",\n".join(f"objecthost-{name}(1)" for name, _ in commands)
-    (folder / "objecthost.1").write_text(
-        page("objecthost", others, "a host for plug-in bundles and its documents", text, version))
+    pages = {"objecthost": page("objecthost", others, "a host for plug-in bundles and its documents", text, version)}
     for name, summary in commands:
-        (folder / f"objecthost-{name}.1").write_text(
-            page(f"objecthost-{name}", "objecthost(1)", summary, said(program, name, "--help"), version))
+        title = f"objecthost-{name}"
+        pages[title] = page(title, "objecthost(1)", summary, said(program, name, "--help"), version)
+    for title, text in pages.items():
+        (folder / f"{title}.1.gz").write_bytes(gzip.compress(text.encode(), mtime=0))
 
 
 main()

@@ -28,11 +28,11 @@ cp "$desktop/objecthost.xml" data/mime/packages
 update-mime-database data/mime
 type=application/x-objecthost-document
 cp page.akd nameless
-: > empty.akd
-for file in nameless empty.akd; do
-  seen=$(XDG_DATA_DIRS=$folder/none gio info -a standard::content-type "$file" | sed -n 's/.*content-type: //p')
+while read -r file attribute; do
+  seen=$(XDG_DATA_DIRS=$folder/none gio info -a "standard::$attribute" "$file" | sed -n 's/.*content-type: //p')
   [ "$seen" = "$type" ] || fault "$file is seen as $seen"
-done
+done <<< "nameless content-type
+page.akd fast-content-type"
 grep -q "^MimeType=$type;" "$desktop/org.objecthost.Window.desktop" "$desktop/objecthost.thumbnailer" || fault "the type's name"
 
 # The thumbnailer's own line, with a name without an extension.
@@ -53,10 +53,10 @@ rsvg-convert -o svg.png "$build/share/icons/hicolor/scalable/apps/org.objecthost
 # A page for each command, without a word that troff does not know.
 commands=$("$host" --help | sed -n '/^commands/,/^$/s/^  \([a-z-]*\) .*/\1/p')
 for page in objecthost $(printf 'objecthost-%s ' $commands); do
-  LC_ALL=C.UTF-8 man --warnings -E UTF-8 -l -Tutf8 "$build/share/man/man1/$page.1" > page.txt 2> log
+  LC_ALL=C.UTF-8 man --warnings -E UTF-8 -l -Tutf8 "$build/share/man/man1/$page.1.gz" > page.txt 2> log
   [ ! -s log ] || { cat log; fault "the page of $page"; }
 done
-man -l -P cat "$build/share/man/man1/objecthost-add.1" | grep -q -- '--bounds X0,Y0,X1,Y1' || fault "the page of add"
+man -l -P cat "$build/share/man/man1/objecthost-add.1.gz" | grep -q -- '--bounds X0,Y0,X1,Y1' || fault "the page of add"
 
 # What a shell is offered, one case a line: the line up to the cursor | a word that has to be offered, or none | one
 # that must not be.

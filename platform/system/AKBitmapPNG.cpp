@@ -1,11 +1,10 @@
 #include "AKPlatform/AKBitmapPNG.h"
 
-#include <stdlib.h>
-#include <string.h>
-
 #include <CoreFoundation/CFData.h>
 #include <CoreServices/CoreServices.h>
 #include <ImageIO/CGImageDestination.h>
+#include <stdlib.h>
+#include <string.h>
 
 namespace {
 

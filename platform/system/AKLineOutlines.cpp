@@ -1,10 +1,10 @@
 #include "AKPlatform/AKLineOutlines.h"
 
-#include <vector>
-
 #include <CoreText/CTFont.h>
 #include <CoreText/CTRun.h>
 #include <CoreText/CTStringAttributes.h>
+
+#include <vector>
 
 namespace {
 

@@ -1,11 +1,7 @@
 #pragma once
 #include <CoreGraphics/CGBase.h>
 typedef struct CGImage* CGImageRef;
-enum CGImageAlphaInfo : uint32_t {
-  kCGImageAlphaNone,
-  kCGImageAlphaPremultipliedLast,
-  kCGImageAlphaPremultipliedFirst
-};
+enum CGImageAlphaInfo : uint32_t { kCGImageAlphaNone, kCGImageAlphaPremultipliedLast, kCGImageAlphaPremultipliedFirst };
 typedef uint32_t CGBitmapInfo;
 enum : CGBitmapInfo { kCGBitmapByteOrder32Little = (2 << 12) };
 CG_EXTERN CGImageRef CGImageCreateCopy(CGImageRef image);
