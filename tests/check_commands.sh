@@ -185,6 +185,7 @@ expect 0 '' distribute e.akd all vertical
 expect 0 '' duplicate e.akd 1,2
 expect 0 '^0 1 2 3 4$' select e.akd all
 expect 0 '^4$' select e.akd --at 15,10
+expect 0 '^4$' select e.akd --at 15,10 --below
 expect 0 '' copy e.akd 0 --to clip
 expect 0 '' paste a.akd --from clip --offset 5,5
 expect 1 'nothing on the clipboard' paste a.akd --from a.png

@@ -104,15 +104,37 @@ void SessionSelection::Prune() {
   SelectionChanged();
 }
 
-ObjectID SessionSelection::ObjectAt(const AGPoint& point, double tolerance) const {
-  HitTest test(point, tolerance);
+template <typename Test>
+const DocumentObject* SessionSelection::FindFrontIn(const AGRect& area, Test test) const {
   for (auto layer = document_.Layers().rbegin(); layer != document_.Layers().rend(); ++layer) {
     if (!(*layer)->IsEditable()) continue;
-    const DocumentObject* hit =
-        (*layer)->objects.FindFrontIn(test.Area(), [&test](const DocumentObject& object) { return test.Hits(object); });
-    if (hit != nullptr) return hit->id;
+    const DocumentObject* const found = (*layer)->objects.FindFrontIn(area, test);
+    if (found != nullptr) return found;
   }
-  return kNoObjectID;
+  return nullptr;
+}
+
+ObjectID SessionSelection::ObjectAt(const AGPoint& point, double tolerance) const {
+  HitTest test(point, tolerance);
+  const DocumentObject* const hit =
+      FindFrontIn(test.Area(), [&test](const DocumentObject& object) { return test.Hits(object); });
+  return hit == nullptr ? kNoObjectID : hit->id;
+}
+
+ObjectID SessionSelection::ObjectBelow(const AGPoint& point, double tolerance, bool* fromSelected) const {
+  HitTest test(point, tolerance);
+  ObjectID front = kNoObjectID;
+  bool isBelow = false;
+  const DocumentObject* const hit = FindFrontIn(test.Area(), [&](const DocumentObject& object) {
+    if (!test.Hits(object)) return false;
+    if (front == kNoObjectID) front = object.id;
+    const bool selected = Contains(object.id);
+    if (isBelow && !selected) return true;
+    isBelow = isBelow || selected;
+    return false;
+  });
+  *fromSelected = isBelow;
+  return hit == nullptr ? front : hit->id;
 }
 
 ObjectIDs SessionSelection::ObjectsIn(const AGRect& band, Band rule) const {

@@ -36,6 +36,9 @@ class SessionSelection {
   bool IsEditable(ObjectID id) const;
   /// The foremost object that can be selected and shows ink within `tolerance` of the point; kNoObjectID for none.
   ObjectID ObjectAt(const AGPoint& point, double tolerance) const;
+  /// The next one behind the foremost selected one that is there, which is how repeated clicks come through a stack;
+  /// the foremost one where there is no further, or where none is selected. `*fromSelected` tells whether one is.
+  ObjectID ObjectBelow(const AGPoint& point, double tolerance, bool* fromSelected) const;
   /// Those that a rubber band takes, in drawing order.
   ObjectIDs ObjectsIn(const AGRect& band, Band rule) const;
   /// Those that can be selected and are like an object, itself among them, in drawing order. Of a placeholder, those of
@@ -54,6 +57,8 @@ class SessionSelection {
 
  private:
   void SelectionChanged();
+  template <typename Test>
+  const DocumentObject* FindFrontIn(const AGRect& area, Test test) const;
 
   Document& document_;
   SessionObservers& observers_;

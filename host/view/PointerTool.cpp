@@ -94,7 +94,7 @@ void PointerTool::Press(const AGPoint& point, PointerModifiers modifiers) {
   handle_ = frame_.HandleAt(point, *view_);
   if (handle_ == Handle::kNone) {
     working_ = true;
-    StartOn(session_->Selection().ObjectAt(startMap_, kHitTolerance / view_->Zoom()), modifiers);
+    if (!modifiers.alt || !StartBelow(modifiers)) StartOn(ObjectAt(point), modifiers);
     working_ = false;
   } else if (handle_ == Handle::kRotate) {
     mode_ = Mode::kTurn;
@@ -104,6 +104,34 @@ void PointerTool::Press(const AGPoint& point, PointerModifiers modifiers) {
     mode_ = Mode::kGradient;
   } else {
     mode_ = Mode::kStretch;
+  }
+}
+
+ObjectID PointerTool::ObjectAt(const AGPoint& point) const {
+  return session_->Selection().ObjectAt(view_->ToMap(point), kHitTolerance / view_->Zoom());
+}
+
+ObjectID PointerTool::ObjectBelow(const AGPoint& point, bool* fromSelected) const {
+  return session_->Selection().ObjectBelow(view_->ToMap(point), kHitTolerance / view_->Zoom(), fromSelected);
+}
+
+// With alt on something that is selected, perhaps below others: a drag moves it, a click takes the one below.
+bool PointerTool::StartBelow(PointerModifiers modifiers) {
+  bool fromSelected = false;
+  const ObjectID below = ObjectBelow(start_, &fromSelected);
+  if (!fromSelected) return false;
+  mode_ = Mode::kMove;
+  (modifiers.shift ? toToggle_ : toSelectAlone_) = below;
+  return true;
+}
+
+void PointerTool::SelectForMenu(const AGPoint& point) {
+  if (session_ == nullptr || mode_ != Mode::kIdle) return;
+  const ObjectID object = ObjectAt(point);
+  if (object == kNoObjectID) {
+    session_->Selection().SelectNone();
+  } else if (!session_->Selection().Contains(object)) {
+    session_->Selection().Select({object});
   }
 }
 
@@ -326,24 +354,27 @@ std::optional<AGRect> PointerTool::Band() const {
                 std::max(startMap_.y, lastMap_.y)};
 }
 
-PointerTool::Cursor PointerTool::CursorAt(const AGPoint& point) const {
-  if (session_ == nullptr) return Cursor::kArrow;
-  if (newClass_) return Cursor::kCross;
-  const SelectionFrame frame = SelectionFrame::Of(*session_);
-  const Handle handle = mode_ == Mode::kIdle ? frame.HandleAt(point, *view_) : handle_;
+PointerTool::Cursor PointerTool::CursorOf(Handle handle, double angle) const {
   if (handle == Handle::kRotate) return Cursor::kRotate;
   if (PropertyOfHandle(handle) != nullptr || handle == Handle::kGradient) return Cursor::kInner;
-  if (handle == Handle::kNone) {
-    const bool over = mode_ == Mode::kMove ||
-                      session_->Selection().ObjectAt(view_->ToMap(point), kHitTolerance / view_->Zoom()) != kNoObjectID;
-    return over ? Cursor::kMove : Cursor::kArrow;
-  }
   // The nearest of the four directions of arrow, on the screen, where y points down.
   const HandleSides sides = SidesOf(handle);
-  const double direction = std::atan2(sides.y, sides.x) + frame.Placement().angle;
+  const double direction = std::atan2(sides.y, sides.x) + angle;
   constexpr Cursor kCursors[] = {Cursor::kEastWest, Cursor::kRising, Cursor::kNorthSouth, Cursor::kFalling};
   const long eighth = std::lround(direction / (std::numbers::pi / 4));
   return kCursors[static_cast<std::size_t>((eighth % 4 + 4) % 4)];
+}
+
+PointerTool::Hover PointerTool::HoverAt(const AGPoint& point, PointerModifiers modifiers) const {
+  if (session_ == nullptr) return {};
+  if (newClass_) return {Cursor::kCross};
+  const SelectionFrame frame = SelectionFrame::Of(*session_);
+  const Handle handle = mode_ == Mode::kIdle ? frame.HandleAt(point, *view_) : handle_;
+  if (handle != Handle::kNone) return {CursorOf(handle, frame.Placement().angle)};
+  if (mode_ != Mode::kIdle) return {mode_ == Mode::kMove ? Cursor::kMove : Cursor::kArrow};
+  bool fromSelected = false;
+  const ObjectID object = modifiers.alt ? ObjectBelow(point, &fromSelected) : ObjectAt(point);
+  return {object == kNoObjectID ? Cursor::kArrow : Cursor::kMove, object};
 }
 
 double PointerTool::Snapped(double value, PointerModifiers modifiers) const {

@@ -10,7 +10,8 @@
 //
 //   on a handle            stretch (shift keeps the proportions, control keeps the centre), turn (shift: steps of 15
 //                          degrees), round, turn or move a gradient
-//   on an object           select, drag to move (shift: only along one axis); shift-click adds or takes away
+//   on an object           select, drag to move (shift: only along one axis); shift-click adds or takes away;
+//                          alt-click takes the next one below what is selected there, alt-drag moves what is selected
 //   on nothing             a rubber band, which takes what it touches; with shift it adds
 //   with a class chosen    drag out a new object (shift: a square); a click makes one of 100 by 100
 //
@@ -73,7 +74,15 @@ class PointerTool : public SessionObserver {
   std::optional<AGRect> Band() const;
   /// The frame that many objects are stretched or turned to at the release.
   std::optional<ObjectPlacement> FrameToCome() const { return frameToCome_; }
-  Cursor CursorAt(const AGPoint& point) const;
+  /// What the pointer is over: the cursor for it, and the object that a click would take.
+  struct Hover {
+    Cursor cursor = Cursor::kArrow;
+    ObjectID object = kNoObjectID;
+  };
+  Hover HoverAt(const AGPoint& point, PointerModifiers modifiers) const;
+  Cursor CursorAt(const AGPoint& point) const { return HoverAt(point, {}).cursor; }
+  /// Selects what a menu at the point is about: what is selected there already, or else the object that is there.
+  void SelectForMenu(const AGPoint& point);
 
   // SessionObserver
   void OnObjectChanged(ObjectID) override { NoticeOthers(); }
@@ -91,6 +100,10 @@ class PointerTool : public SessionObserver {
   void Begin();
   void LetGo();
   void StartOn(ObjectID object, PointerModifiers modifiers);
+  bool StartBelow(PointerModifiers modifiers);
+  ObjectID ObjectAt(const AGPoint& point) const;
+  ObjectID ObjectBelow(const AGPoint& point, bool* fromSelected) const;
+  Cursor CursorOf(Handle handle, double angle) const;
   void Drag(const AGPoint& point, PointerModifiers modifiers);
   void Move(const AGPoint& map, PointerModifiers modifiers);
   void ChangeFrame(const ObjectPlacement& to);

@@ -35,6 +35,9 @@ class ViewTransform {
   /// Shows an area of the map as large as the view allows, with a margin in pixels of the view. An empty area or view
   /// changes nothing.
   void Fit(const AGRect& area, const AGSize& view, double margin);
+  /// Scrolls as little as shows an area with a margin in pixels of the view, along each axis on which there is room for
+  /// it; along others its middle comes to the view's unless the area is all that is seen. False when nothing moves.
+  bool Reveal(const AGRect& area, const AGSize& view, double margin);
 
   AGPoint ToView(const AGPoint& map) const;
   AGPoint ToMap(const AGPoint& view) const;

@@ -99,6 +99,7 @@ void EditorWindow::AddEditActions() {
   AddTextCommand("paste", "clipboard.paste", [this] { PasteClipboard(); });
   AddTextCommand("select-all", kSelectAllText, [this] { session_->Selection().SelectAll(); });
   AddCommand("select-none", [this] { session_->Selection().SelectNone(); });
+  AddCommand("select-below", [this] { canvas_.SelectBelow(); });
   AddCommand("copy-style",
              [this] { EditorApplication::CopiedStyle() = StyleOf(session_->Doc(), session_->Selection().IDs()); });
   AddEdit("paste-style", [this](const ObjectIDs& ids) {

@@ -3,6 +3,8 @@
 #include <gdk/gdk.h>
 #include <gtkmm/accelerator.h>
 
+#include <string_view>
+
 #include "host/text/Localisation.h"
 
 namespace host {
@@ -56,6 +58,7 @@ const std::vector<MenuSection>& MenuSections() {
       {nullptr,
        {{N_("Select _All"), "win.select-all", {"<Control>a"}},
         {N_("Select _None"), "win.select-none", {"<Control><Shift>a"}},
+        {N_("Select the One _Below"), "win.select-below", {"<Control>b"}},
         {N_("Select Same _Fill"), "win.select-same-fill", {}},
         {N_("Select Same _Outline"), "win.select-same-outline", {}},
         {N_("Select Same _Kind"), "win.select-same-kind", {}}}},
@@ -93,6 +96,37 @@ const std::vector<MenuSection>& MenuSections() {
   return sections;
 }
 
+namespace {
+
+const std::vector<std::vector<const char*>>& ContextActions() {
+  static const std::vector<std::vector<const char*>> sections = {
+      {"win.cut", "win.copy", "win.paste", "win.duplicate", "win.delete"},
+      {"win.copy-style", "win.paste-style"},
+      {"win.to-front", "win.forward", "win.backward", "win.to-back"},
+      {"win.select-below", "win.select-all", "win.zoom-selection"},
+  };
+  return sections;
+}
+
+const ActionKeys* FindEntry(std::string_view action) {
+  for (const MenuSection& section : MenuSections()) {
+    for (const ActionKeys& entry : section.entries) {
+      if (entry.action == action) return &entry;
+    }
+  }
+  return nullptr;
+}
+
+Glib::RefPtr<Gio::MenuItem> MakeItem(const ActionKeys& entry) {
+  auto item = Gio::MenuItem::create(Tr(entry.title), entry.action);
+  if (entry.canvasKey != nullptr) {
+    item->set_attribute_value("accel", Glib::Variant<Glib::ustring>::create(entry.canvasKey));
+  }
+  return item;
+}
+
+}  // namespace
+
 Menus MakeMenus() {
   Menus menus;
   menus.bar = Gio::Menu::create();
@@ -104,11 +138,7 @@ Menus MakeMenus() {
     }
     auto entries = Gio::Menu::create();
     for (const ActionKeys& entry : section.entries) {
-      const auto item = Gio::MenuItem::create(Tr(entry.title), entry.action);
-      if (entry.canvasKey != nullptr) {
-        item->set_attribute_value("accel", Glib::Variant<Glib::ustring>::create(entry.canvasKey));
-      }
-      entries->append_item(item);
+      entries->append_item(MakeItem(entry));
       if (std::string("win.open") != entry.action) continue;
       menus.recent = Gio::Menu::create();
       entries->append_submenu(Tr("Open _Recent"), menus.recent);
@@ -117,6 +147,18 @@ Menus MakeMenus() {
     if (std::string("win.undo") == section.entries[0].action) menus.undo = entries;
   }
   return menus;
+}
+
+Glib::RefPtr<Gio::Menu> MakeContextMenu() {
+  auto menu = Gio::Menu::create();
+  for (const auto& actions : ContextActions()) {
+    auto section = Gio::Menu::create();
+    for (const char* action : actions) {
+      if (const ActionKeys* entry = FindEntry(action)) section->append_item(MakeItem(*entry));
+    }
+    menu->append_section(section);
+  }
+  return menu;
 }
 
 void SetKeys(Gtk::Application& application) {

@@ -957,8 +957,53 @@ def keys_of_the_menus():
 
 
 @scenario
+def below_beside_and_in_the_menu():
+    stack = [("--bounds", "100,100,300,220"), ("--bounds", "120,100,320,220"), ("--bounds", "140,100,340,220"),
+             ("--bounds", "560,360,580,380")]
+    with Editor(stack) as window:
+        def moves(what, *expected):
+            window.key("Up")
+            window.expect(what, lambda items: [item["bounds"][1] % 20 for item in items] == list(expected))
+            window.key("ctrl+z")
+
+        place = window.at(220, 160)
+        for what, modifier, expected in (("the front", "alt", (0, 0, 1, 0)), ("below it", "alt", (0, 1, 0, 0)),
+                                         ("at the back", "alt", (1, 0, 0, 0)), ("the front again", "alt", (0, 0, 1, 0))):
+            window.click(place, modifier)
+            moves(what, *expected)
+        window.key("ctrl+b")
+        moves("below by the key", 0, 1, 0, 0)
+        # What the pointer is over, and each of several that are selected, has an outline.
+        edge = window.at(300, 150)
+        seen = [DESKTOP.picture().pixel(*edge)]
+        DESKTOP.input("mousemove", *window.at(110, 160))
+        wait_for("an outline at the pointer", lambda: DESKTOP.picture().pixel(*edge) != seen[0])
+        window.key("ctrl+a")
+        move_pointer_away()
+        for corner in ((100, 220), (560, 370)):
+            wait_for("an outline in the frame", lambda: DESKTOP.picture().pixel(*window.at(*corner))[2] > 150)
+        # The menu is about what the button was pressed on; the keys are the canvas's again after it.
+        window.key("Escape")
+        DESKTOP.input("mousemove", *window.at(110, 160), "click", 3)
+        x0, y0, x1, y1 = window.find_text("Bring to Front")
+        window.click(((x0 + x1) // 2, (y0 + y1) // 2))
+        window.expect("the hindmost in front", lambda items: items[3]["bounds"][0] == 100)
+        moves("the same by the keys", 0, 0, 0, 1)
+        window.key("shift+F10")
+        window.find_text("Send to Back")
+        window.key("Escape", "shift+Tab", "shift+Page_Up")
+        moves("previous ones", 0, 1, 1, 0)
+        window.key("ctrl+1", "Escape", "Tab", "ctrl+2", "Tab", "Tab")
+        handle(window)
+        moves("the one that came in sight", 0, 0, 1, 0)
+
+
+ELSEWHERE = {"ctrl+b"}  # keys that other scenarios press
+
+
+@scenario
 def every_shortcut():
-    left = keys_of_the_menus()
+    left = keys_of_the_menus() - ELSEWHERE
     three = TWO + [("--bounds", "450,50,550,150")]
     with Editor(three, (100, 100)) as window:
         def press(key):

@@ -3,9 +3,11 @@
 #include <gtkmm/eventcontrollerkey.h>
 #include <gtkmm/eventcontrollermotion.h>
 #include <gtkmm/eventcontrollerscroll.h>
+#include <gtkmm/gestureclick.h>
 #include <gtkmm/gesturedrag.h>
 #include <gtkmm/gesturezoom.h>
 
+#include <algorithm>
 #include <cmath>
 
 #include "host/window/SlideStep.h"
@@ -45,6 +47,7 @@ void CanvasView::AddPointer() {
       return;
     }
     SlideStep::End();
+    pressed_ = view_.ToMap(Cleaned(x, y));
     tool_.Press(Cleaned(x, y), ModifiersOf(gesture->get_current_event_state()));
     SlideStep::Drag([this] {
       if (const auto done = tool_.Finish(); !done) problem_.emit(done.Why());
@@ -80,14 +83,33 @@ void CanvasView::AddPointer() {
   add_controller(drag);
 
   auto motion = Gtk::EventControllerMotion::create();
-  motion->signal_motion().connect([this](double x, double y) {
+  Gtk::EventControllerMotion* const controller = motion.get();
+  motion->signal_motion().connect([this, controller](double x, double y) {
     lastPointer_ = Cleaned(x, y);
     pointerInside_ = true;
-    ShowPointer(lastPointer_);
+    ShowPointer(lastPointer_, ModifiersOf(controller->get_current_event_state()));
     pointer_.emit(view_.ToMap(lastPointer_));
   });
-  motion->signal_leave().connect([this] { pointerInside_ = false; });
+  motion->signal_leave().connect([this] {
+    pointerInside_ = false;
+    queue_draw();
+  });
   add_controller(motion);
+}
+
+// The right button's menu, and that of the keyboard.
+void CanvasView::AddMenu() {
+  auto click = Gtk::GestureClick::create();
+  click->set_button(GDK_BUTTON_SECONDARY);
+  click->signal_pressed().connect([this](int, double x, double y) {
+    if (session_ == nullptr) return;
+    grab_focus();
+    SlideStep::End();
+    pressed_ = view_.ToMap(Cleaned(x, y));
+    tool_.SelectForMenu(Cleaned(x, y));
+    menu_.Open(Cleaned(x, y));
+  });
+  add_controller(click);
 }
 
 // The middle button moves the sheet, as the left one does while the space bar is held.
@@ -177,9 +199,19 @@ bool CanvasView::OnKey(guint key, Gdk::ModifierType state) {
       return true;
     case GDK_KEY_Page_Down:
     case GDK_KEY_Page_Up:
-      if (session_->Doc().ObjectCount() == 0 || modifiers.control) return false;
+    case GDK_KEY_Tab:
+    case GDK_KEY_ISO_Left_Tab: {
+      if (session_->Doc().ObjectCount() == 0 || modifiers.control || modifiers.alt) return false;
       SlideStep::End();
-      SelectNext(key == GDK_KEY_Page_Up);
+      const bool isPage = key == GDK_KEY_Page_Down || key == GDK_KEY_Page_Up;
+      SelectNext(isPage ? key == GDK_KEY_Page_Up : modifiers.shift, isPage && modifiers.shift);
+      return true;
+    }
+    case GDK_KEY_Menu:
+    case GDK_KEY_F10:
+      if (key == GDK_KEY_F10 && !modifiers.shift) return false;
+      SlideStep::End();
+      OpenMenuOfSelection();
       return true;
     default:
       return false;
@@ -196,8 +228,23 @@ void CanvasView::Nudge(double dx, double dy) {
   if (const auto done = session_->Objects().Move(session_->Selection().IDs(), dx, dy); !done) problem_.emit(done.Why());
 }
 
+// At the middle of what is selected, as far as that is in sight.
+void CanvasView::OpenMenuOfSelection() {
+  AGRect box;
+  AGPoint place = Middle();
+  if (session_->Selection().GetShownBox(&box)) place = view_.ToView(box.Center());
+  menu_.Open({std::clamp(place.x, 0.0, Size().width), std::clamp(place.y, 0.0, Size().height)});
+}
+
+void CanvasView::SelectBelow() {
+  const ObjectID object = tool_.HoverAt(view_.ToView(pressed_), {.alt = true}).object;
+  if (object == kNoObjectID) return;
+  session_->Selection().Select({object});
+  RevealObject(object);
+}
+
 // The keyboard's way through the objects: the next one in drawing order that can be selected.
-void CanvasView::SelectNext(bool backwards) {
+void CanvasView::SelectNext(bool backwards, bool adds) {
   const Document& document = session_->Doc();
   const std::size_t count = document.ObjectCount();
   const ObjectIDs& selected = session_->Selection().IDs();
@@ -205,9 +252,9 @@ void CanvasView::SelectNext(bool backwards) {
   for (std::size_t tried = 0; tried < count; ++tried) {
     number = (number + (backwards ? count - 1 : 1)) % count;
     const ObjectID id = document.ObjectAt(number).id;
-    if (!session_->Selection().IsEditable(id)) continue;
-    session_->Selection().Select({id});
-    return;
+    if (!session_->Selection().IsEditable(id) || (adds && session_->Selection().Contains(id))) continue;
+    adds ? session_->Selection().Add({id}) : session_->Selection().Select({id});
+    return RevealObject(id);
   }
 }
 

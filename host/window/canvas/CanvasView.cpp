@@ -7,9 +7,11 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 #include "CoreGraphics/CGVectorContext.h"
 #include "host/text/Localisation.h"
+#include "host/view/Outlines.h"
 #include "host/window/SlideStep.h"
 #include "host/window/canvas/CanvasOverlay.h"
 
@@ -82,6 +84,7 @@ CanvasView::CanvasView()
   AddPanning();
   AddScrolling();
   AddKeys();
+  AddMenu();
 }
 
 CanvasView::~CanvasView() { SetSession(nullptr); }
@@ -121,7 +124,7 @@ void CanvasView::SetNewClass(std::optional<AKClassID> classID) {
   SlideStep::End();
   tool_.SetNewClass(classID);
   toolChanged_.emit();
-  ShowPointer(lastPointer_);
+  ShowPointer(lastPointer_, {});
 }
 
 void CanvasView::SetGrid(bool shown, bool snaps, double spacing) {
@@ -198,6 +201,7 @@ void CanvasView::measure_vfunc(Gtk::Orientation, int, int& minimum, int& natural
 }
 
 void CanvasView::size_allocate_vfunc(int width, int height, int) {
+  menu_.Place();
   if (width <= 0 || height <= 0) return;
   view_.SetDeviceScale(get_scale_factor());
   if (!fitted_) {
@@ -256,12 +260,12 @@ void CanvasView::AppendSeen(Gtk::Snapshot& snapshot, const std::vector<TileCache
 }
 
 void CanvasView::AppendOverlay(Gtk::Snapshot& snapshot) {
-  SelectionFrame frame = SelectionFrame::Of(*session_);
-  if (const auto toCome = tool_.FrameToCome()) frame = frame.At(*toCome);
-  const std::optional<AGRect> band = tool_.Band();
-  AGRect bounds;
-  if (!GetOverlayBounds(frame, band, view_, &bounds)) return;
   const AGSize size = Size();
+  Overlay overlay{SelectionFrame::Of(*session_), SelectedOutlines(*session_, view_.Shown(size)), {}, tool_.Band()};
+  if (const auto toCome = tool_.FrameToCome()) overlay.frame = overlay.frame.At(*toCome);
+  if (pointerInside_ && !tool_.IsDragging()) overlay.hovered = HoverOutlines(*session_, hovered_);
+  AGRect bounds;
+  if (!GetOverlayBounds(overlay, view_, &bounds)) return;
   bounds = {std::max(bounds.x0, 0.0), std::max(bounds.y0, 0.0), std::min(bounds.x1, size.width),
             std::min(bounds.y1, size.height)};
   if (!(bounds.x1 > bounds.x0) || !(bounds.y1 > bounds.y0)) return;
@@ -272,7 +276,7 @@ void CanvasView::AppendOverlay(Gtk::Snapshot& snapshot) {
   {
     AGContext context(port, size);
     context.transform = {1, 0, 0, -1, 0, size.height};  // the view has y down
-    DrawOverlay(context, frame, band, view_);
+    DrawOverlay(context, overlay, view_);
   }
   CGContextRelease(port);
 }
@@ -318,6 +322,15 @@ void CanvasView::snapshot_vfunc(const Glib::RefPtr<Gtk::Snapshot>& snapshot) {
   AppendOverlay(*snapshot.get());
 }
 
-void CanvasView::ShowPointer(const AGPoint& point) { set_cursor(Glib::ustring(CursorName(tool_.CursorAt(point)))); }
+void CanvasView::ShowPointer(const AGPoint& point, PointerModifiers modifiers) {
+  const PointerTool::Hover hover = tool_.HoverAt(point, modifiers);
+  set_cursor(Glib::ustring(CursorName(hover.cursor)));
+  if (std::exchange(hovered_, hover.object) != hover.object) queue_draw();
+}
+
+void CanvasView::RevealObject(ObjectID object) {
+  const AGRect box = TurnedBox(session_->Doc().Find(object)->Placement());
+  if (view_.Reveal(box, Size(), kFitMargin)) ViewChanged();
+}
 
 }  // namespace host

@@ -11,6 +11,7 @@
 
 #include "host/bundles/BundleSet.h"
 #include "host/model/ObjectProperties.h"
+#include "host/view/Outlines.h"
 #include "host/view/PointerTool.h"
 #include "host/view/ShiftedSelection.h"
 #include "host/view/TileCache.h"
@@ -43,6 +44,25 @@ TEST(ViewTransformTest, ZoomAndFit_KeepTheFixedPoint) {
   const double zoom = view.Zoom();
   view.Fit({0, 0, 0, 10}, {1000, 600}, 0);
   EXPECT_EQ(view.Zoom(), zoom);
+}
+
+TEST(ViewTransformTest, Reveal_ScrollsAsLittleAsShowsTheArea) {
+  const struct {
+    const char* what;
+    AGRect area;  // a view of 1000 by 600 shows 0 to 1000 and -600 to 0
+    double dx, dy;
+  } cases[] = {{"in sight", {100, -500, 900, -100}, 0, 0},
+               {"at the margin", {50, -550, 950, -50}, 0, 0},
+               {"right of it", {1000, -500, 1200, -100}, 250, 0},
+               {"left and above", {-200, -50, 100, 30}, -250, -80},
+               {"wider than the view, which it fills", {-100, -300, 1100, -200}, 0, 0},
+               {"wider and beside it", {900, -300, 2300, -200}, 1100, 0}};
+  for (const auto& c : cases) {
+    ViewTransform view;
+    EXPECT_EQ(view.Reveal(c.area, {1000, 600}, 50), c.dx != 0 || c.dy != 0) << c.what;
+    EXPECT_EQ(view.OffsetX(), c.dx) << c.what;
+    EXPECT_EQ(view.OffsetY(), c.dy) << c.what;
+  }
 }
 
 class CanvasTest : public testing::Test {
@@ -127,6 +147,58 @@ TEST_F(CanvasTest, Move_OneStepForADrag) {
   EXPECT_TRUE(tool_->Cancel());
   ExpectRect(Object(id).bounds, {100, 100, 200, 150});
   EXPECT_FALSE(session_->Steps().IsOpen());
+}
+
+TEST_F(CanvasTest, AltClick_GoesDownThroughAStack) {
+  const ObjectID low = AddRect({100, 100, 200, 150});
+  const ObjectID middle = AddRect({110, 100, 210, 150});
+  const ObjectID high = AddRect({120, 100, 220, 150});
+  const ObjectID aside = AddRect({300, 100, 350, 150});
+  const auto click = [this](PointerModifiers modifiers) {
+    tool_->Press(Seen(150, 120), modifiers);
+    EXPECT_TRUE(tool_->Release(Seen(150, 120), modifiers));
+    return session_->Selection().IDs();
+  };
+  const ObjectIDs expected[] = {{high}, {middle}, {low}, {high}};
+  for (const ObjectIDs& ids : expected) {
+    const ObjectID promised = tool_->HoverAt(Seen(150, 120), {.alt = true}).object;
+    EXPECT_EQ(click({.alt = true}), ids);
+    EXPECT_EQ(promised, ids[0]);
+  }
+  EXPECT_EQ(click({.shift = true, .alt = true}), (ObjectIDs{high, middle}));
+  session_->Selection().Select({low});
+  EXPECT_EQ(tool_->HoverAt(Seen(150, 120), {}).object, high);
+  Drag(Seen(150, 120), Seen(160, 120), {.alt = true});  // what is selected, not what lies above it
+  EXPECT_EQ(Object(low).bounds.x0, 110);
+  EXPECT_EQ(Object(high).bounds.x0, 120);
+
+  // The menu is about what is selected where the pointer is, or becomes so.
+  session_->Selection().Select({high, aside});
+  tool_->SelectForMenu(Seen(150, 120));
+  EXPECT_EQ(session_->Selection().Count(), 2U);
+  tool_->SelectForMenu(Seen(112, 120));
+  EXPECT_EQ(session_->Selection().IDs(), ObjectIDs{middle});
+  tool_->SelectForMenu(Seen(20, 20));
+  EXPECT_TRUE(session_->Selection().IsEmpty());
+}
+
+TEST_F(CanvasTest, Outlines_OfEachOfSeveralAndOfTheHovered) {
+  const ObjectID one = AddRect({100, 100, 200, 150}, 0.3);
+  const ObjectID two = AddRect({300, 100, 350, 150});
+  const AGRect all{0, 0, 400, 300};
+  session_->Selection().Select({one});
+  EXPECT_TRUE(SelectedOutlines(*session_, all).empty());
+  EXPECT_TRUE(HoverOutlines(*session_, one).empty());
+  EXPECT_EQ(HoverOutlines(*session_, two).size(), 1U);
+  EXPECT_TRUE(HoverOutlines(*session_, kNoObjectID).empty());
+  session_->Selection().SelectAll();
+  EXPECT_EQ(SelectedOutlines(*session_, {0, 0, 250, 300}).size(), 1U);
+  session_->Selection().SetShift(AGPoint{7, 3});
+  const auto outlines = SelectedOutlines(*session_, all);
+  ASSERT_EQ(outlines.size(), 2U);
+  EXPECT_EQ(outlines[0], (ObjectPlacement{{107, 103, 207, 153}, 0.3}));
+  SelectMany();
+  EXPECT_TRUE(SelectedOutlines(*session_, all).empty());
 }
 
 // Whatever comes first lets the drag end where it is; the rest of it, up to the release, does nothing.
