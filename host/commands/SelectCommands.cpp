@@ -20,7 +20,7 @@ Result<> FindWithin(const EditContext& context, const EditArguments& arguments, 
   if (const auto done = ParseList(arguments.Value(option, ""), 4, N_("a band is four numbers as X0,Y0,X1,Y1"), &b);
       !done)
     return done.Why();
-  *found = context.session->Selection().ObjectsIn({b[0], b[1], b[2], b[3]}, rule);
+  *found = context.session->Selection().InBand({b[0], b[1], b[2], b[3]}, rule);
   return {};
 }
 
@@ -37,7 +37,7 @@ Result<> FindAt(const EditContext& context, const EditArguments& arguments, Obje
   bool fromSelected = false;
   const ObjectID id = arguments.Has("below") ? selection.ObjectBelow(place, tolerance, &fromSelected)
                                              : selection.ObjectAt(place, tolerance);
-  if (id != kNoObjectID) found->push_back(id);
+  if (id != kNoObjectID) *found = selection.UnitOf(id);
   return {};
 }
 
@@ -145,7 +145,7 @@ const EditCommand kSelectEdit = {
     "(with --below the next one behind what is selected there),\n"
     "or those that a band takes whole or touches; with --same all that are filled or outlined like the\n"
     "first of them, or of its class. In a script the selection stays, and later commands\n"
-    "name it \"selected\". Objects of hidden and locked layers are not selected.\n",
+    "name it \"selected\". A place or a band takes whole groups. What is hidden or locked is not selected.\n",
     "at tolerance within touching same",
     "add below json",
     0,

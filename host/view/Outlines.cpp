@@ -17,10 +17,24 @@ std::vector<ObjectPlacement> SelectedOutlines(const DocumentSession& session, co
 }
 
 std::vector<ObjectPlacement> HoverOutlines(const DocumentSession& session, ObjectID object) {
-  const DocumentObject* const found = session.Doc().Find(object);
-  const bool hasFrame = session.Selection().Count() == 1 && session.Selection().Contains(object);
-  if (found == nullptr || hasFrame) return {};
-  return {found->Placement()};
+  const SessionSelection& selection = session.Selection();
+  if (session.Doc().Find(object) == nullptr) return {};
+  const ObjectIDs unit = selection.UnitOf(object);
+  if (selection.Contains(object) && selection.Count() == unit.size()) return {};
+  std::vector<ObjectPlacement> outlines;
+  for (const ObjectID id : unit) {
+    if (outlines.size() < kMostOutlined) outlines.push_back(session.Doc().Find(id)->Placement());
+  }
+  return outlines;
+}
+
+std::optional<AGRect> EnteredBox(const DocumentSession& session) {
+  const std::vector<GroupID>& entered = session.Selection().Entered();
+  if (entered.empty()) return std::nullopt;
+  AGRect box;
+  const std::set<ObjectID>& members = session.Doc().Groups().Members(entered.back());
+  if (!session.Selection().GetBox({members.begin(), members.end()}, &box)) return std::nullopt;
+  return box;
 }
 
 }  // namespace host

@@ -83,4 +83,14 @@ AGRect ViewTransform::Shown(const AGSize& view) const {
   return {upperLeft.x, lowerRight.y, lowerRight.x, upperLeft.y};
 }
 
+AGPoint EdgeSpeed(const AGPoint& point, const AGSize& view) {
+  static constexpr double kEdge = 16;
+  static constexpr double kMost = 40;
+  const auto along = [](double place, double room) {
+    if (place < kEdge) return std::max((place - kEdge) / 2, -kMost);
+    return place > room - kEdge ? std::min((place - room + kEdge) / 2, kMost) : 0.0;
+  };
+  return {along(point.x, view.width), along(point.y, view.height)};
+}
+
 }  // namespace host

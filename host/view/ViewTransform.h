@@ -51,4 +51,7 @@ class ViewTransform {
   std::int64_t offsetY_ = 0;
 };
 
+/// How far a view scrolls with each tick while something is dragged at its edge or beyond, in its pixels.
+AGPoint EdgeSpeed(const AGPoint& point, const AGSize& view);
+
 }  // namespace host

@@ -1,5 +1,6 @@
 // Pointer and keyboard of the canvas.
 #include <gdk/gdkkeysyms.h>
+#include <glibmm/main.h>
 #include <gtkmm/eventcontrollerkey.h>
 #include <gtkmm/eventcontrollermotion.h>
 #include <gtkmm/eventcontrollerscroll.h>
@@ -9,6 +10,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <unordered_set>
 
 #include "host/window/SlideStep.h"
 #include "host/window/canvas/CanvasView.h"
@@ -64,14 +66,14 @@ void CanvasView::AddPointer() {
       return;
     }
     if (!gesture->get_start_point(x, y)) return;
-    tool_.Motion(Cleaned(x + dx, y + dy), ModifiersOf(gesture->get_current_event_state()));
-    queue_draw();
+    DragTo(Cleaned(x + dx, y + dy), ModifiersOf(gesture->get_current_event_state()));
   });
   drag->signal_drag_end().connect([this, gesture](double dx, double dy) {
     double x = 0;
     double y = 0;
     if (!gesture->get_start_point(x, y)) return;
     SlideStep::Drag(nullptr);
+    edgeTimer_.disconnect();
     const bool made = tool_.NewClass().has_value();
     const auto done = tool_.Release(Cleaned(x + dx, y + dy), ModifiersOf(gesture->get_current_event_state()));
     if (!done) problem_.emit(done.Why());
@@ -81,6 +83,13 @@ void CanvasView::AddPointer() {
   // A menu that opens, or another window, takes the pointer away.
   drag->signal_cancel().connect([](Gdk::EventSequence*) { SlideStep::End(); });
   add_controller(drag);
+
+  auto click = Gtk::GestureClick::create();
+  click->set_button(GDK_BUTTON_PRIMARY);
+  click->signal_pressed().connect([this](int count, double x, double y) {
+    if (count == 2 && !panning_ && tool_.EnterAt(Cleaned(x, y))) queue_draw();
+  });
+  add_controller(click);
 
   auto motion = Gtk::EventControllerMotion::create();
   Gtk::EventControllerMotion* const controller = motion.get();
@@ -95,6 +104,30 @@ void CanvasView::AddPointer() {
     queue_draw();
   });
   add_controller(motion);
+}
+
+// While the pointer stays at the view's edge or beyond it the view scrolls there, and the drag goes on.
+void CanvasView::DragTo(const AGPoint& point, PointerModifiers modifiers) {
+  constexpr unsigned int kTick = 25;  // milliseconds
+  dragPoint_ = point;
+  dragModifiers_ = modifiers;
+  tool_.Motion(point, modifiers);
+  queue_draw();
+  const AGPoint speed = EdgeSpeed(point, Size());
+  if (!tool_.IsDragging() || (speed.x == 0 && speed.y == 0)) {
+    edgeTimer_.disconnect();
+  } else if (!edgeTimer_.connected()) {
+    edgeTimer_ = Glib::signal_timeout().connect([this] { return ScrollAtEdge(); }, kTick);
+  }
+}
+
+bool CanvasView::ScrollAtEdge() {
+  const AGPoint speed = EdgeSpeed(dragPoint_, Size());
+  if (!tool_.IsDragging() || (speed.x == 0 && speed.y == 0)) return false;
+  view_.Scroll(speed.x, speed.y);
+  ViewChanged();
+  tool_.Motion(dragPoint_, dragModifiers_);
+  return true;
 }
 
 // The right button's menu, and that of the keyboard.
@@ -187,7 +220,7 @@ bool CanvasView::OnKey(guint key, Gdk::ModifierType state) {
         queue_draw();
       } else if (tool_.NewClass()) {
         SetNewClass(std::nullopt);
-      } else {
+      } else if (!session_->Selection().Leave()) {
         session_->Selection().SelectNone();
       }
       return true;
@@ -239,21 +272,26 @@ void CanvasView::OpenMenuOfSelection() {
 void CanvasView::SelectBelow() {
   const ObjectID object = tool_.HoverAt(view_.ToView(pressed_), {.alt = true}).object;
   if (object == kNoObjectID) return;
-  session_->Selection().Select({object});
+  session_->Selection().LeaveFor(object);
+  session_->Selection().Select(session_->Selection().UnitOf(object));
   RevealObject(object);
 }
 
-// The keyboard's way through the objects: the next one in drawing order that can be selected.
+// The keyboard's way through objects and groups: the next one in drawing order that can be selected.
 void CanvasView::SelectNext(bool backwards, bool adds) {
   const Document& document = session_->Doc();
   const std::size_t count = document.ObjectCount();
   const ObjectIDs& selected = session_->Selection().IDs();
+  const ObjectIDs current = selected.empty() ? ObjectIDs() : session_->Selection().UnitOf(selected.back());
+  const std::unordered_set<ObjectID> passed(current.begin(), current.end());
   std::size_t number = selected.empty() ? (backwards ? 0 : count - 1) : document.NumberOf(selected.back());
   for (std::size_t tried = 0; tried < count; ++tried) {
     number = (number + (backwards ? count - 1 : 1)) % count;
     const ObjectID id = document.ObjectAt(number).id;
-    if (!session_->Selection().IsEditable(id) || (adds && session_->Selection().Contains(id))) continue;
-    adds ? session_->Selection().Add({id}) : session_->Selection().Select({id});
+    if (!session_->Selection().IsEditable(id) || !session_->Selection().IsWithinEntered(*document.Find(id))) continue;
+    if (adds ? session_->Selection().Contains(id) : passed.contains(id)) continue;
+    const ObjectIDs unit = session_->Selection().UnitOf(id);
+    adds ? session_->Selection().Add(unit) : session_->Selection().Select(unit);
     return RevealObject(id);
   }
 }

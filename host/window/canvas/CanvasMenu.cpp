@@ -17,9 +17,8 @@ void CanvasMenu::Open(const AGPoint& point) {
     menu_->set_has_arrow(false);
     menu_->set_halign(Gtk::Align::START);
     // After the toolkit, which would leave the keys with the menu.
-    menu_->signal_closed().connect([this] {
-      Glib::signal_idle().connect_once([&owner = owner_] { owner.grab_focus(); }, Glib::PRIORITY_HIGH);
-    });
+    menu_->signal_closed().connect(
+        [this] { Glib::signal_idle().connect_once([&owner = owner_] { owner.grab_focus(); }, Glib::PRIORITY_HIGH); });
   }
   menu_->set_pointing_to({static_cast<int>(point.x), static_cast<int>(point.y), 1, 1});
   menu_->popup();

@@ -8,7 +8,10 @@ namespace {
 
 constexpr AGColor kAccent(38, 110, 220);
 constexpr AGColor kFaintAccent(38, 110, 220, 150);
+constexpr AGColor kGroupColor(200, 90, 200);
+constexpr AGColor kSnapColor(230, 60, 110);
 constexpr double kMargin = 3;
+constexpr double kEnteredGap = 5;  // pixels around a group that was entered
 
 AGRect ToView(const AGRect& map, const ViewTransform& view) {
   const AGPoint a = view.ToView({map.x0, map.y0});
@@ -61,7 +64,7 @@ void DrawHandle(AGContext* context, Handle handle, const AGPoint& place) {
 }  // namespace
 
 bool GetOverlayBounds(const Overlay& overlay, const ViewTransform& view, AGRect* bounds) {
-  if (overlay.frame.IsEmpty() && overlay.hovered.empty() && !overlay.band) return false;
+  if (overlay.frame.IsEmpty() && overlay.hovered.empty() && !overlay.entered && !overlay.band) return false;
   AGRect box{1e9, 1e9, -1e9, -1e9};
   if (!overlay.frame.IsEmpty()) {
     constexpr double kReach = SelectionFrame::kHalfHandle + kMargin;
@@ -71,10 +74,15 @@ bool GetOverlayBounds(const Overlay& overlay, const ViewTransform& view, AGRect*
   for (const ObjectPlacement& placement : overlay.hovered) {
     for (const AGPoint& corner : Corners(placement, view)) Include(corner, kMargin, &box);
   }
-  if (overlay.band) {
-    const AGRect part = ToView(*overlay.band, view);
-    Include({part.x0, part.y0}, kMargin, &box);
-    Include({part.x1, part.y1}, kMargin, &box);
+  for (const std::optional<AGRect>& part : {overlay.entered, overlay.band}) {
+    if (!part) continue;
+    const AGRect shown = ToView(*part, view);
+    Include({shown.x0, shown.y0}, kEnteredGap + kMargin, &box);
+    Include({shown.x1, shown.y1}, kEnteredGap + kMargin, &box);
+  }
+  for (const SnapLine& line : overlay.snapLines) {
+    Include(view.ToView(line.from), kMargin, &box);
+    Include(view.ToView(line.to), kMargin, &box);
   }
   *bounds = box;
   return true;
@@ -88,11 +96,22 @@ void DrawOverlay(const AGContext& context, const Overlay& overlay, const ViewTra
   for (const ObjectPlacement& placement : overlay.outlines) copy.DrawLines(Corners(placement, view), true);
   copy.pen.SetStyleSolid(kFaintAccent, 3, kAGPenSizeModeAbsolute);
   for (const ObjectPlacement& placement : overlay.hovered) copy.DrawLines(Corners(placement, view), true);
+  if (overlay.entered) {
+    const AGRect box = ToView(*overlay.entered, view);
+    const AGPoint a = Crisp({box.x0 - kEnteredGap, box.y0 - kEnteredGap});
+    const AGPoint b = Crisp({box.x1 + kEnteredGap, box.y1 + kEnteredGap});
+    copy.pen.SetStyleSolid(kGroupColor, 1, kAGPenSizeModeAbsolute);
+    copy.DrawRect({a.x, a.y, b.x, b.y});
+  }
   if (!frame.IsEmpty()) {
     copy.pen.SetStyleSolid(kAccent, 1, kAGPenSizeModeAbsolute);
     copy.DrawLines(Corners(frame, view), true);
     copy.DrawSegment(Crisp(frame.PositionOf(Handle::kTop, view)), Crisp(frame.PositionOf(Handle::kRotate, view)));
     for (Handle handle : frame.Handles(view)) DrawHandle(&copy, handle, frame.PositionOf(handle, view));
+  }
+  copy.pen.SetStyleSolid(kSnapColor, 1, kAGPenSizeModeAbsolute);
+  for (const SnapLine& line : overlay.snapLines) {
+    copy.DrawSegment(Crisp(view.ToView(line.from)), Crisp(view.ToView(line.to)));
   }
   if (overlay.band) {
     const AGRect box = ToView(*overlay.band, view);

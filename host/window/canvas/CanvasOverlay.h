@@ -6,6 +6,7 @@
 
 #include "graphics/context/AGContext.h"
 #include "host/view/SelectionFrame.h"
+#include "host/view/SnapTargets.h"
 
 namespace host {
 
@@ -13,7 +14,9 @@ struct Overlay {
   SelectionFrame frame;
   std::vector<ObjectPlacement> outlines;  ///< of selected objects, within the frame
   std::vector<ObjectPlacement> hovered;   ///< of what a click would take
+  std::optional<AGRect> entered;          ///< of a group, map units
   std::optional<AGRect> band;             ///< map units
+  std::vector<SnapLine> snapLines;
 };
 
 /// The part of the view that the overlay may paint, in pixels of the view; false when there is nothing to paint.

@@ -127,10 +127,10 @@ void CanvasView::SetNewClass(std::optional<AKClassID> classID) {
   ShowPointer(lastPointer_, {});
 }
 
-void CanvasView::SetGrid(bool shown, bool snaps, double spacing) {
+void CanvasView::SetGrid(bool shown, bool snaps, bool snapsToObjects, double spacing) {
   tiles_.SetGrid({shown ? spacing : 0});
   shifted_.SetGrid({shown ? spacing : 0});
-  tool_.SetSnap({snaps ? spacing : 0});
+  tool_.SetSnap({snaps ? spacing : 0, snapsToObjects});
   queue_draw();
 }
 
@@ -156,8 +156,16 @@ void CanvasView::ZoomToFit() {
 }
 
 void CanvasView::ZoomToSelection() {
+  if (session_ != nullptr) ZoomToObjects(session_->Selection().IDs());
+}
+
+void CanvasView::ZoomToDrawing() {
+  if (session_ != nullptr) ZoomToObjects(session_->ShownObjects());
+}
+
+void CanvasView::ZoomToObjects(const ObjectIDs& ids) {
   AGRect box;
-  if (session_ == nullptr || !session_->Selection().GetBox(session_->Selection().IDs(), &box)) return;
+  if (!session_->Selection().GetBox(ids, &box)) return;
   view_.Fit(box, Size(), 2 * kFitMargin);
   ViewChanged();
 }
@@ -204,6 +212,7 @@ void CanvasView::size_allocate_vfunc(int width, int height, int) {
   menu_.Place();
   if (width <= 0 || height <= 0) return;
   view_.SetDeviceScale(get_scale_factor());
+  tool_.SetSize(Size());
   if (!fitted_) {
     ZoomToFit();
   } else {
@@ -261,7 +270,12 @@ void CanvasView::AppendSeen(Gtk::Snapshot& snapshot, const std::vector<TileCache
 
 void CanvasView::AppendOverlay(Gtk::Snapshot& snapshot) {
   const AGSize size = Size();
-  Overlay overlay{SelectionFrame::Of(*session_), SelectedOutlines(*session_, view_.Shown(size)), {}, tool_.Band()};
+  Overlay overlay{SelectionFrame::Of(*session_),
+                  SelectedOutlines(*session_, view_.Shown(size)),
+                  {},
+                  EnteredBox(*session_),
+                  tool_.Band(),
+                  tool_.SnapLines()};
   if (const auto toCome = tool_.FrameToCome()) overlay.frame = overlay.frame.At(*toCome);
   if (pointerInside_ && !tool_.IsDragging()) overlay.hovered = HoverOutlines(*session_, hovered_);
   AGRect bounds;
@@ -279,6 +293,29 @@ void CanvasView::AppendOverlay(Gtk::Snapshot& snapshot) {
     DrawOverlay(context, overlay, view_);
   }
   CGContextRelease(port);
+}
+
+// What is dragged in numbers, below and right of the pointer where there is room.
+void CanvasView::AppendDragText(Gtk::Snapshot& snapshot) {
+  constexpr double kAside = 16;
+  constexpr double kRoom = 4;
+  const std::string text = tool_.DragText();
+  if (text.empty()) return;
+  auto layout = create_pango_layout(text);
+  int width = 0;
+  int height = 0;
+  layout->get_pixel_size(width, height);
+  const double x = std::clamp(dragPoint_.x + kAside, kRoom, std::max(kRoom, Size().width - width - kRoom));
+  const double y = std::clamp(dragPoint_.y + kAside, kRoom, std::max(kRoom, Size().height - height - kRoom));
+  const graphene_rect_t rect = RectOf(x - kRoom, y - kRoom / 2, width + 2 * kRoom, height + kRoom);
+  const GdkRGBA back{1, 1, 0.85F, 0.95F};
+  const GdkRGBA ink{0, 0, 0, 1};
+  gtk_snapshot_append_color(snapshot.gobj(), &back, &rect);
+  const graphene_point_t place{static_cast<float>(x), static_cast<float>(y)};
+  gtk_snapshot_save(snapshot.gobj());
+  gtk_snapshot_translate(snapshot.gobj(), &place);
+  gtk_snapshot_append_layout(snapshot.gobj(), layout->gobj(), &ink);
+  gtk_snapshot_restore(snapshot.gobj());
 }
 
 bool CanvasView::DrawTiles(const std::vector<TileCache::Tile*>& seen, std::chrono::milliseconds budget) {
@@ -320,6 +357,7 @@ void CanvasView::snapshot_vfunc(const Glib::RefPtr<Gtk::Snapshot>& snapshot) {
   AppendFormer(*snapshot.get());
   AppendSeen(*snapshot.get(), seen);
   AppendOverlay(*snapshot.get());
+  AppendDragText(*snapshot.get());
 }
 
 void CanvasView::ShowPointer(const AGPoint& point, PointerModifiers modifiers) {

@@ -35,9 +35,10 @@ class CanvasView : public Gtk::Widget, public SessionObserver {
   void ZoomBy(double factor);  ///< about the pointer when it is over the canvas, else the middle
   void ZoomToFit();            ///< the page
   void ZoomToSelection();
+  void ZoomToDrawing();  ///< all that is shown
   /// Takes the object below what is selected where a button was pressed last.
   void SelectBelow();
-  void SetGrid(bool shown, bool snaps, double spacing);
+  void SetGrid(bool shown, bool snaps, bool snapsToObjects, double spacing);
   void SetNewClass(std::optional<AKClassID> classID);
   std::optional<AKClassID> NewClass() const { return tool_.NewClass(); }
 
@@ -82,6 +83,7 @@ class CanvasView : public Gtk::Widget, public SessionObserver {
   void AddMenu();
   void SelectNext(bool backwards, bool adds);
   void ShowPointer(const AGPoint& point, PointerModifiers modifiers);
+  void ZoomToObjects(const ObjectIDs& ids);
   void OpenMenuOfSelection();
   /// Scrolls to the object when it is not all in sight.
   void RevealObject(ObjectID object);
@@ -103,6 +105,9 @@ class CanvasView : public Gtk::Widget, public SessionObserver {
   void AppendTile(Gtk::Snapshot& snapshot, const TileCache::Tile& tile, const ViewTransform& view, double scale,
                   Textures* textures);
   void AppendOverlay(Gtk::Snapshot& snapshot);
+  void AppendDragText(Gtk::Snapshot& snapshot);
+  void DragTo(const AGPoint& point, PointerModifiers modifiers);
+  bool ScrollAtEdge();
 
   DocumentSession* session_ = nullptr;
   ViewTransform view_;
@@ -127,6 +132,9 @@ class CanvasView : public Gtk::Widget, public SessionObserver {
   AGPoint pressed_;                 ///< map units: where a button was pressed last
   CanvasMenu menu_{*this};
   AGPoint panStart_;
+  AGPoint dragPoint_;  ///< of the view: where the pointer is during a drag
+  PointerModifiers dragModifiers_;
+  sigc::connection edgeTimer_;
   sigc::signal<void()> viewChanged_;
   sigc::signal<void(AGPoint)> pointer_;
   sigc::signal<void(Problem)> problem_;

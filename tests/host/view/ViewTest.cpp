@@ -182,6 +182,104 @@ TEST_F(CanvasTest, AltClick_GoesDownThroughAStack) {
   EXPECT_TRUE(session_->Selection().IsEmpty());
 }
 
+// By hand: others at 100 to 140 and 160 to 200 across, 200 to 240 up; the page is 400 by 300; a reach of 6.
+TEST_F(CanvasTest, Snap_GoesToEdgesMiddlesAndEqualGaps) {
+  AddRect({100, 200, 140, 240});
+  AddRect({160, 200, 200, 240});
+  AddRect({20, 20, 60, 50});  // hidden: nothing to go to
+  ASSERT_TRUE(session_->Marks().SetHidden({session_->Doc().ObjectAt(2).id}, true));
+  const ObjectID id = AddRect({300, 100, 330, 130});
+  tool_->SetSize({400, 300});
+  const struct {
+    const char* what;
+    AGPoint by;
+    PointerModifiers modifiers;
+    AGPoint expected;
+    std::size_t lines;
+  } cases[] = {{"nothing near", {-30, 10}, {}, {-30, 10}, 0},
+               {"the left edge to one's right edge", {-96, 0}, {}, {-100, 0}, 1},
+               {"the middle to a middle", {-137, 0}, {}, {-135, 0}, 1},
+               {"the middle of the page", {-113, 37}, {}, {-115, 35}, 2},
+               {"a gap like the other", {-77, 112}, {}, {-80, 110}, 3},
+               {"further than it reaches", {-92, 0}, {}, {-92, 0}, 0},
+               {"let go", {-96, 2}, {.alt = true}, {-96, 2}, 0},
+               {"one axis", {-96, 38}, {.shift = true}, {-100, 0}, 1}};
+  for (const auto& c : cases) {
+    for (const bool on : {true, false}) {
+      tool_->SetSnap({0, on});
+      tool_->Press(Seen(310, 110), c.modifiers);
+      tool_->Motion(Seen(310 + c.by.x, 110 + c.by.y), c.modifiers);
+      const AGRect now = Object(id).bounds;
+      EXPECT_EQ(tool_->SnapLines().size(), on ? c.lines : 0) << c.what;
+      EXPECT_FALSE(tool_->DragText().empty());
+      if (on) {
+        EXPECT_NEAR(now.x0 - 300, c.expected.x, 1e-9) << c.what;
+        EXPECT_NEAR(now.y0 - 100, c.expected.y, 1e-9) << c.what;
+      }
+      tool_->Cancel();
+      EXPECT_TRUE(tool_->SnapLines().empty());
+    }
+  }
+  tool_->SetSnap({0, true});
+  DragHandle(Handle::kLeft, Seen(204, 110));
+  ExpectRect(Object(id).bounds, {200, 100, 330, 130});
+  tool_->SetNewClass(AKClassID("stdRect"));
+  Drag(Seen(240, 170), Seen(203, 198));
+  ExpectRect(session_->Doc().ObjectAt(4).bounds, {200, 170, 240, 200});
+}
+
+TEST(ViewTransformTest, EdgeSpeed_GrowsOutwards) {
+  EXPECT_EQ(EdgeSpeed({100, 100}, {200, 200}), (AGPoint{0, 0}));
+  EXPECT_LT(EdgeSpeed({10, 100}, {200, 200}).x, 0);
+  EXPECT_LT(EdgeSpeed({-10, 100}, {200, 200}).x, EdgeSpeed({10, 100}, {200, 200}).x);
+  EXPECT_GT(EdgeSpeed({100, 300}, {200, 200}).y, EdgeSpeed({100, 195}, {200, 200}).y);
+}
+
+TEST_F(CanvasTest, Groups_AreOneThingUntilTheyAreEntered) {
+  const ObjectID a = AddRect({100, 100, 140, 140});
+  const ObjectID b = AddRect({150, 100, 190, 140});
+  const ObjectID c = AddRect({200, 100, 240, 140});
+  const ObjectID lone = AddRect({300, 100, 340, 140});
+  ASSERT_TRUE(session_->Marks().Group({a, b}));
+  ASSERT_TRUE(session_->Marks().Group({a, b, c}));
+  const auto click = [this](double x) {
+    tool_->Press(Seen(x, 120), {});
+    EXPECT_TRUE(tool_->Release(Seen(x, 120), {}));
+  };
+  const struct {
+    const char* what;
+    std::function<void()> act;
+    ObjectIDs selected;
+  } cases[] = {
+      {"clicked", [&] { click(120); }, {a, b, c}},
+      {"a band over a part", [&] { Drag(Seen(145, 90), Seen(170, 110)); }, {a, b, c}},
+      {"entered", [&] { EXPECT_TRUE(tool_->EnterAt(Seen(120, 120))); }, {a, b}},
+      {"another one in it", [&] { click(220); }, {c}},
+      {"all in it", [&] { session_->Selection().SelectAll(); }, {a, b, c}},
+      {"entered further", [&] { EXPECT_TRUE(tool_->EnterAt(Seen(170, 120))); }, {b}},
+      {"no further", [&] { EXPECT_FALSE(tool_->EnterAt(Seen(170, 120))); }, {b}},
+      {"left", [&] { EXPECT_TRUE(session_->Selection().Leave()); }, {a, b}},
+      {"beside all", [&] { click(320); }, {lone}},
+      {"whole again", [&] { click(120); }, {a, b, c}},
+      {"entered by way of both", [&] { tool_->EnterAt(Seen(120, 120)), tool_->EnterAt(Seen(120, 120)); }, {a}},
+      {"nothing", [&] { click(20); }, {}},
+      {"the menu", [&] { tool_->SelectForMenu(Seen(220, 120)); }, {a, b, c}},
+  };
+  for (const auto& step : cases) {
+    step.act();
+    EXPECT_EQ(session_->Selection().IDs(), step.selected) << step.what;
+  }
+  EXPECT_EQ(HoverOutlines(*session_, lone).size(), 1U);
+  EXPECT_TRUE(HoverOutlines(*session_, a).empty());
+  EXPECT_FALSE(EnteredBox(*session_));
+  Drag(Seen(120, 120), Seen(130, 120));
+  EXPECT_EQ(Object(c).bounds.x0, 210);
+  ASSERT_TRUE(session_->Selection().Enter(a));
+  EXPECT_EQ(EnteredBox(*session_)->x1, 250);
+  ASSERT_TRUE(session_->Objects().Delete({a, b, c}));
+  EXPECT_TRUE(session_->Selection().Entered().empty());
+}
+
 TEST_F(CanvasTest, Outlines_OfEachOfSeveralAndOfTheHovered) {
   const ObjectID one = AddRect({100, 100, 200, 150}, 0.3);
   const ObjectID two = AddRect({300, 100, 350, 150});
