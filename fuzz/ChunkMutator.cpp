@@ -16,8 +16,8 @@ struct Kind {
   std::ptrdiff_t countsAt;  // where in its body it counts the chunks of the kind `counts`; -1 for nowhere
   std::string_view counts;
 };
-constexpr Kind kKinds[] = {{"HRcv", 0, -1, ""},    {"HDoc", 1, 24, "HLay"}, {"HClp", 1, 4, "HObj"},
-                           {"HLay", 2, 4, "HObj"}, {"HObj", 3, -1, ""},     {"HRec", 4, -1, ""}};
+constexpr Kind kKinds[] = {{"HRcv", 0, -1, ""}, {"HDoc", 1, 24, "HLay"}, {"HClp", 1, 4, "HObj"}, {"HLay", 2, 4, "HObj"},
+                           {"HObj", 3, -1, ""}, {"HRec", 4, -1, ""},     {"HMrk", 3, -1, ""}};
 
 struct Chunk {
   const Kind* kind;

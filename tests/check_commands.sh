@@ -185,6 +185,28 @@ expect 0 '' distribute e.akd all vertical
 expect 0 '' duplicate e.akd 1,2
 expect 0 '^0 1 2 3 4$' select e.akd all
 expect 0 '^4$' select e.akd --at 15,10
+expect 0 '^4$' select e.akd --at 15,10 --below
+cp e.akd g.akd
+expect 0 '^841.889.* by 595.275' page g.akd --paper A4 --orientation landscape
+expect 1 'A3, A4' page g.akd --paper A9
+expect 0 'background' page g.akd --fit --background 1,2,3
+expect 0 '' match g.akd all width --to 0
+expect 0 '' align g.akd 0,1 left --to 1
+expect 0 '595.275' script <(printf 'new --paper A4\npage\n')
+cp e.akd g.akd
+expect 0 '' group g.akd 1,3
+expect 0 '' lock g.akd 0
+expect 0 '' hide g.akd 4
+expect 0 '^0 .*  locked$' list g.akd
+expect 0 '^3 .*  in g0$' list g.akd
+expect 0 '"hidden": true, "locked": false, "groups": \[\]' list g.akd --json
+expect 0 '^2 3$' select g.akd g0
+expect 1 'locked object' move g.akd all,0 1,1
+expect 1 'no group "g1"; it has 1' move g.akd g1 1,1
+expect 0 '' ungroup g.akd g0
+expect 0 '' unlock g.akd all
+expect 0 '' show g.akd all
+expect 1 'no group among' ungroup g.akd all
 expect 0 '' copy e.akd 0 --to clip
 expect 0 '' paste a.akd --from clip --offset 5,5
 expect 1 'nothing on the clipboard' paste a.akd --from a.png

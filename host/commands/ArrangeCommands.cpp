@@ -14,6 +14,13 @@ constexpr Word<OrderChange> kOrders[] = {{"front", OrderChange::kToFront},
                                          {"forward", OrderChange::kForward},
                                          {"backward", OrderChange::kBackward}};
 
+constexpr Word<Sides> kSides[] = {{"width", Sides::kWidth}, {"height", Sides::kHeight}, {"size", Sides::kBoth}};
+
+Result<> ParseKey(const EditContext& context, const EditArguments& arguments, ObjectID* key) {
+  if (!arguments.Has("to")) return {};
+  return ParseObject(context, arguments.Value("to", ""), key);
+}
+
 Result<> ParseOffset(const std::string& text, std::vector<double>* offset) {
   return ParseList(text, 2, N_("an offset is two numbers as DX,DY"), offset);
 }
@@ -59,8 +66,26 @@ Result<> RunAlign(EditContext& context, const EditArguments& arguments) {
   Alignment alignment{};
   if (const auto done = ParseObjects(context, arguments.words[0], &ids); !done) return done.Why();
   if (const auto done = ParseWord(arguments.words[1], kAlignments, &alignment); !done) return done.Why();
-  return context.session->Arrangement().Align(ids, alignment,
-                                              arguments.Has("page") ? AlignTo::kPage : AlignTo::kObjects);
+  ObjectID key = kNoObjectID;
+  if (const auto done = ParseKey(context, arguments, &key); !done) return done.Why();
+  const AlignTo to = arguments.Has("page") ? AlignTo::kPage : arguments.Has("to") ? AlignTo::kKey : AlignTo::kObjects;
+  return context.session->Arrangement().Align(ids, alignment, to, key);
+}
+
+Result<> RunMatch(EditContext& context, const EditArguments& arguments) {
+  ObjectIDs ids;
+  Sides sides{};
+  ObjectID key = kNoObjectID;
+  if (const auto done = ParseObjects(context, arguments.words[0], &ids); !done) return done.Why();
+  if (const auto done = ParseWord(arguments.words[1], kSides, &sides); !done) return done.Why();
+  if (const auto done = ParseKey(context, arguments, &key); !done) return done.Why();
+  return context.session->Arrangement().Match(ids, sides, key);
+}
+
+Result<> RunRepeat(EditContext& context, const EditArguments& arguments) {
+  ObjectIDs ids;
+  if (const auto done = ParseObjects(context, arguments.words[0], &ids); !done) return done.Why();
+  return context.session->Objects().Repeat(ids);
 }
 
 Result<> RunDistribute(EditContext& context, const EditArguments& arguments) {
@@ -123,10 +148,10 @@ const EditCommand kAlignEdit = {
     "align",
     EditUse::kEverywhere,
     "align objects with each other or the page",
-    "usage: objecthost align FILE OBJECTS left|center|right|top|middle|bottom [--page]\n\n"
-    "Moves objects so that their boxes meet an edge or middle line of their common box, or of\n"
-    "the page. OBJECTS is a number, several as in 0,2-4, or all.\n",
-    "",
+    "usage: objecthost align FILE OBJECTS left|center|right|top|middle|bottom [--page | --to NUMBER]\n\n"
+    "Moves objects so that their boxes meet an edge or middle line of their common box, of the page, or\n"
+    "of one of them. OBJECTS is a number, several as in 0,2-4, or all. Whole groups move as one.\n",
+    "to",
     "page",
     2,
     2,
@@ -143,6 +168,32 @@ const EditCommand kDistributeEdit = {"distribute",
                                      2,
                                      2,
                                      &RunDistribute};
+
+const EditCommand kMatchEdit = {
+    "match",
+    EditUse::kEverywhere,
+    "give objects the size of one of them",
+    "usage: objecthost match FILE OBJECTS width|height|size [--to NUMBER]\n\n"
+    "Gives objects the width, the height or both of one of them, the last one unless --to names it. Their\n"
+    "middles stay. OBJECTS is several numbers as in 0,2-4, or all. Whole groups are stretched as one.\n",
+    "to",
+    "",
+    2,
+    2,
+    &RunMatch};
+
+const EditCommand kRepeatEdit = {
+    "repeat",
+    EditUse::kScriptOnly,
+    "move, stretch or turn objects once more",
+    "usage: repeat OBJECTS\n\n"
+    "Does to objects what was last done to any by move, resize or rotate: the same way, the\n"
+    "same factors from the same side, the same angle about their own middle.\n",
+    "",
+    "",
+    1,
+    1,
+    &RunRepeat};
 
 const EditCommand kOrderEdit = {
     "order",

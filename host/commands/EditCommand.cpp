@@ -32,8 +32,22 @@ Result<> AddNumber(const EditContext& context, const std::string& text, std::siz
   return Problem(N_("%s has no object %s; it has %s"), {context.Name(), text, std::to_string(count)});
 }
 
+// "g0".
+Result<> AddGroup(const EditContext& context, const std::string& text, ObjectIDs* ids) {
+  std::size_t number = 0;
+  const std::vector<GroupID> groups = context.Doc().GroupsInOrder();
+  if (!ParseIndex(text.substr(1), &number) || number >= groups.size()) {
+    return Problem(N_("%s has no group \"%s\"; it has %s"), {context.Name(), text, std::to_string(groups.size())});
+  }
+  const std::set<ObjectID>& members = context.Doc().Groups().Members(groups[number]);
+  const ObjectIDs ordered = InDrawingOrder(context.Doc(), {members.begin(), members.end()});
+  ids->insert(ids->end(), ordered.begin(), ordered.end());
+  return {};
+}
+
 // "3" or "4-6".
 Result<> AddRange(const EditContext& context, const std::string& text, ObjectIDs* ids) {
+  if (text.starts_with('g')) return AddGroup(context, text, ids);
   const std::size_t dash = text.find('-', 1);
   std::size_t first = 0;
   std::size_t last = 0;
@@ -64,11 +78,12 @@ void EditContext::SetSession(std::unique_ptr<DocumentSession> next) {
 
 const std::vector<const EditCommand*>& EditCommands() {
   static const std::vector<const EditCommand*> commands = {
-      &kNewEdit,        &kOpenEdit,  &kSaveEdit,      &kCloseEdit, &kAddEdit,    &kListEdit,      &kGetEdit,
-      &kSetEdit,        &kStyleEdit, &kDeleteEdit,    &kMoveEdit,  &kResizeEdit, &kRotateEdit,    &kAlignEdit,
-      &kDistributeEdit, &kOrderEdit, &kDuplicateEdit, &kCopyEdit,  &kCutEdit,    &kPasteEdit,     &kSelectEdit,
-      &kLayersEdit,     &kLayerEdit, &kPageEdit,      &kDrawEdit,  &kExportEdit, &kThumbnailEdit, &kInspectEdit,
-      &kUndoEdit,       &kRedoEdit,  &kHistoryEdit,   &kBeginEdit, &kEndEdit,    &kCancelEdit,
+      &kNewEdit,        &kOpenEdit,   &kSaveEdit,   &kCloseEdit,   &kAddEdit,       &kListEdit,   &kGetEdit,
+      &kSetEdit,        &kStyleEdit,  &kDeleteEdit, &kMoveEdit,    &kResizeEdit,    &kRotateEdit, &kAlignEdit,
+      &kDistributeEdit, &kMatchEdit,  &kRepeatEdit, &kOrderEdit,   &kDuplicateEdit, &kCopyEdit,   &kCutEdit,
+      &kPasteEdit,      &kSelectEdit, &kGroupEdit,  &kUngroupEdit, &kLockEdit,      &kUnlockEdit, &kHideEdit,
+      &kShowEdit,       &kLayersEdit, &kLayerEdit,  &kPageEdit,    &kDrawEdit,      &kExportEdit, &kThumbnailEdit,
+      &kInspectEdit,    &kUndoEdit,   &kRedoEdit,   &kHistoryEdit, &kBeginEdit,     &kEndEdit,    &kCancelEdit,
   };
   return commands;
 }

@@ -88,7 +88,7 @@ const EditCommand* FindEditCommand(const std::string& name);  ///< null for an u
 
 // Words as things of the document.
 
-/// "3", "0,2-4", "all" (that can be edited) or "selected", as IDs.
+/// "3", "0,2-4", "g0" (a group, as "list" numbers them), "all" (that can be edited) or "selected", as IDs.
 Result<> ParseObjects(const EditContext& context, const std::string& text, ObjectIDs* ids);
 /// One object number.
 Result<> ParseObject(const EditContext& context, const std::string& text, ObjectID* id);
@@ -124,9 +124,11 @@ Result<> ParseWord(const std::string& text, const Word<Value> (&words)[kCount], 
 
 // The commands, one file an area.
 extern const EditCommand kAddEdit, kListEdit, kGetEdit, kSetEdit, kStyleEdit, kDeleteEdit;
-extern const EditCommand kMoveEdit, kResizeEdit, kRotateEdit, kAlignEdit, kDistributeEdit, kOrderEdit;
+extern const EditCommand kMoveEdit, kResizeEdit, kRotateEdit, kAlignEdit, kDistributeEdit, kOrderEdit, kMatchEdit,
+    kRepeatEdit;
 extern const EditCommand kDuplicateEdit, kCopyEdit, kCutEdit, kPasteEdit, kSelectEdit;
 extern const EditCommand kLayersEdit, kLayerEdit, kPageEdit;
+extern const EditCommand kGroupEdit, kUngroupEdit, kLockEdit, kUnlockEdit, kHideEdit, kShowEdit;
 extern const EditCommand kInspectEdit, kDrawEdit, kExportEdit, kThumbnailEdit;
 extern const EditCommand kUndoEdit, kRedoEdit, kHistoryEdit, kBeginEdit, kEndEdit, kCancelEdit;
 extern const EditCommand kNewEdit, kOpenEdit, kSaveEdit, kCloseEdit;

@@ -81,7 +81,7 @@ Result<> RunThumbnail(EditContext& context, const EditArguments& arguments) {
 }  // namespace
 
 int RunNewOnFile(const std::vector<std::string>& words) {
-  CommandLine line({"size", "background"}, {});
+  CommandLine line({"size", "paper", "orientation", "background"}, {});
   if (const auto done = line.Parse(words, 1, 1); !done) return Fail(done.Why());
   const auto session = NewSession(line);
   if (!session) return Fail(session.Why());
@@ -89,18 +89,21 @@ int RunNewOnFile(const std::vector<std::string>& words) {
   return done ? 0 : Fail(done.Why());
 }
 
-const EditCommand kNewEdit = {"new",
-                              EditUse::kWithoutDocument,
-                              "make an empty document",
-                              "usage: objecthost new FILE [--size W,H] [--background R,G,B]\n\n"
-                              "Makes an empty document with a page of W by H units (640,480), which may be given as\n"
-                              "in 210mm,297mm, and an opaque background (255,255,255). An existing file is replaced.\n"
-                              "In a script there is no FILE: \"save\" names it.\n",
-                              "size background",
-                              "discard",
-                              0,
-                              0,
-                              &RunNew};
+const EditCommand kNewEdit = {
+    "new",
+    EditUse::kWithoutDocument,
+    "make an empty document",
+    "usage: objecthost new FILE [--size W,H | --paper NAME] [--orientation portrait|landscape]\n"
+    "                  [--background R,G,B]\n\n"
+    "Makes an empty document with a page of W by H units (640,480), which may be given as\n"
+    "in 210mm,297mm or by the name of a paper (A4, Letter), and an opaque background (255,255,255). An existing file "
+    "is replaced.\n"
+    "In a script there is no FILE: \"save\" names it.\n",
+    "size paper orientation background",
+    "discard",
+    0,
+    0,
+    &RunNew};
 
 const EditCommand kOpenEdit = {
     "open", EditUse::kWithoutDocument, "open a document: open FILE [--discard]", "", "", "discard", 1, 1, &RunOpen};

@@ -101,7 +101,11 @@ Result<> RunPage(EditContext& context, const EditArguments& arguments) {
   AGColor background = context.Doc().Background();
   if (const auto done = ParsePageOptions(arguments.line, &size, &background); !done) return done.Why();
   EditStep step(context.session->Steps(), Tr("Change Page"));
-  if (const auto done = context.session->SetPage(size); !done) return done.Why();
+  if (arguments.Has("fit")) {
+    if (const auto done = context.session->FitPage(); !done) return done.Why();
+    size = context.Doc().Page();
+  } else if (const auto done = context.session->SetPage(size); !done)
+    return done.Why();
   context.session->SetBackground(background);
   char text[160];
   std::snprintf(text, sizeof(text), "%.17g by %.17g, background %u,%u,%u\n", size.width, size.height, background.Red(),
@@ -143,15 +147,19 @@ const EditCommand kLayerEdit = {
     3,
     &RunLayer};
 
-const EditCommand kPageEdit = {"page",
-                               EditUse::kEverywhere,
-                               "show or change the page",
-                               "usage: objecthost page FILE [--size W,H] [--background R,G,B]\n\n"
-                               "Changes what is given and prints the page's size and background.\n",
-                               "size background",
-                               "",
-                               0,
-                               0,
-                               &RunPage};
+const EditCommand kPageEdit = {
+    "page",
+    EditUse::kEverywhere,
+    "show or change the page",
+    "usage: objecthost page FILE [--size W,H | --paper NAME | --fit] [--orientation portrait|landscape]\n"
+    "                  [--background R,G,B]\n\n"
+    "Changes what is given and prints the page's size and background. NAME is A3, A4, A5, A6, B5,\n"
+    "Letter, Legal or Tabloid; --fit makes the page as large as all that is shown, which moves\n"
+    "to its corner.\n",
+    "size paper orientation background",
+    "fit",
+    0,
+    0,
+    &RunPage};
 
 }  // namespace host

@@ -141,7 +141,9 @@ const EditCommand kListEdit = {
     "list the objects of a document",
     "usage: objecthost list FILE [--all] [--json]\n\n"
     "One line an object: number, class, bounds, angle in degrees, and the properties of its\n"
-    "class. With --all every property, to seven digits. With --json the page, the layers and every\n"
+    "class, whether it is hidden or locked, and the groups that it is in, as in g0/g1: g0 names all objects of\n"
+    "the group where a command takes objects. With --all every property, to seven digits. With --json the page, the "
+    "layers and every\n"
     "property of every object.\n",
     "",
     "all json",

@@ -1,5 +1,7 @@
 #include "host/commands/PageOptions.h"
 
+#include "host/model/Paper.h"
+
 namespace host {
 namespace {
 
@@ -19,6 +21,23 @@ Result<> ParseColor(const std::string& text, AGColor* color) {
   return {};
 }
 
+Result<> ParsePaper(const CommandLine& line, AGSize* size) {
+  if (line.Has("paper")) {
+    const Paper* const paper = FindPaper(line.Value("paper", ""));
+    std::string known;
+    for (const Paper& each : kPapers) known += (known.empty() ? "" : ", ") + std::string(each.name);
+    if (paper == nullptr) return Problem(N_("\"%s\" is none of %s"), {line.Value("paper", ""), known});
+    *size = paper->size;
+  }
+  if (!line.Has("orientation")) return {};
+  const std::string orientation = line.Value("orientation", "");
+  if (orientation != "portrait" && orientation != "landscape") {
+    return Problem(N_("\"%s\" is none of %s"), {orientation, "portrait, landscape"});
+  }
+  *size = Oriented(*size, orientation == "portrait" ? Orientation::kPortrait : Orientation::kLandscape);
+  return {};
+}
+
 }  // namespace
 
 Result<> ParsePageOptions(const CommandLine& line, AGSize* size, AGColor* background) {
@@ -26,10 +45,12 @@ Result<> ParsePageOptions(const CommandLine& line, AGSize* size, AGColor* backgr
   if (line.Has("size") && (!ParseLengths(line.Value("size", ""), 2, &sides) || sides[0] <= 0 || sides[1] <= 0)) {
     return Problem(N_("--size takes two numbers above 0 as WIDTH,HEIGHT"));
   }
+  AGSize chosen{sides[0], sides[1]};
+  if (const auto done = ParsePaper(line, &chosen); !done) return done.Why();
   if (line.Has("background")) {
     if (const auto done = ParseColor(line.Value("background", ""), background); !done) return done.Why();
   }
-  *size = {sides[0], sides[1]};
+  *size = chosen;
   return {};
 }
 

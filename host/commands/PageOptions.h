@@ -1,4 +1,4 @@
-// The options --size and --background.
+// The options --size, --paper, --orientation and --background.
 #pragma once
 
 #include "host/commands/CommandLine.h"

@@ -20,7 +20,7 @@ Result<> FindWithin(const EditContext& context, const EditArguments& arguments, 
   if (const auto done = ParseList(arguments.Value(option, ""), 4, N_("a band is four numbers as X0,Y0,X1,Y1"), &b);
       !done)
     return done.Why();
-  *found = context.session->Selection().ObjectsIn({b[0], b[1], b[2], b[3]}, rule);
+  *found = context.session->Selection().InBand({b[0], b[1], b[2], b[3]}, rule);
   return {};
 }
 
@@ -32,8 +32,12 @@ Result<> FindAt(const EditContext& context, const EditArguments& arguments, Obje
   if (!ParseFinite(arguments.Value("tolerance", "1"), &tolerance)) {
     return Problem(N_("--tolerance takes a number"));
   }
-  const ObjectID id = context.session->Selection().ObjectAt({point[0], point[1]}, tolerance);
-  if (id != kNoObjectID) found->push_back(id);
+  const SessionSelection& selection = context.session->Selection();
+  const AGPoint place{point[0], point[1]};
+  bool fromSelected = false;
+  const ObjectID id = arguments.Has("below") ? selection.ObjectBelow(place, tolerance, &fromSelected)
+                                             : selection.ObjectAt(place, tolerance);
+  if (id != kNoObjectID) *found = selection.UnitOf(id);
   return {};
 }
 
@@ -135,14 +139,15 @@ const EditCommand kSelectEdit = {
     "select",
     EditUse::kEverywhere,
     "select objects, or find them by place",
-    "usage: objecthost select FILE [OBJECTS | none] [--at X,Y [--tolerance UNITS] | --within X0,Y0,X1,Y1 |\n"
-    "                  --touching X0,Y0,X1,Y1] [--same fill|stroke|class] [--add] [--json]\n\n"
-    "Selects objects and prints their numbers: those named, the foremost one that shows ink at a point,\n"
+    "usage: objecthost select FILE [OBJECTS | none] [--at X,Y [--below] [--tolerance UNITS] |\n"
+    "                  --within X0,Y0,X1,Y1 | --touching X0,Y0,X1,Y1] [--same fill|stroke|class] [--add] [--json]\n\n"
+    "Selects objects and prints their numbers: those named, the foremost one that shows ink at a point\n"
+    "(with --below the next one behind what is selected there),\n"
     "or those that a band takes whole or touches; with --same all that are filled or outlined like the\n"
     "first of them, or of its class. In a script the selection stays, and later commands\n"
-    "name it \"selected\". Objects of hidden and locked layers are not selected.\n",
+    "name it \"selected\". A place or a band takes whole groups. What is hidden or locked is not selected.\n",
     "at tolerance within touching same",
-    "add json",
+    "add below json",
     0,
     1,
     &RunSelect};

@@ -1,6 +1,7 @@
 #include "host/listings/DocumentListing.h"
 
 #include <cstdio>
+#include <unordered_map>
 
 #include "host/model/ObjectProperties.h"
 #include "host/text/DisplayText.h"
@@ -46,30 +47,51 @@ std::string Header(const DocumentObject& object, std::size_t index) {
          (object.IsPlaceholder() ? " (placeholder)" : "");
 }
 
+// What users set of objects; groups by their numbers.
+class MarkTexts {
+ public:
+  explicit MarkTexts(const Document& document) {
+    for (const GroupID group : document.GroupsInOrder()) numbers_.emplace(group, numbers_.size());
+  }
+  std::string Of(const ObjectMarks& marks) const {
+    std::string text = marks.hidden ? "  hidden" : "";
+    if (marks.locked) text += "  locked";
+    for (std::size_t i = 0; i < marks.groups.size(); ++i) {
+      text += (i == 0 ? "  in g" : "/g") + std::to_string(numbers_.at(marks.groups[i]));
+    }
+    return text;
+  }
+
+ private:
+  std::unordered_map<GroupID, std::size_t> numbers_;
+};
+
 }  // namespace
 
 std::string ShortListing(const Document& document) {
   std::string text;
+  const MarkTexts marks(document);
   std::size_t number = 0;
   document.ForEachObject([&](const DocumentObject& object) {
     text += Header(object, number++) + "  " + RectText(object.bounds) + "  " + Number(object.angle * kRadToDeg);
     PropertiesOf(object).ForEach([&text](const AKString& key, const AKValue& value) {
       if (IsClassProperty(key)) text += "  " + Printable(DisplayText(key) + "=" + RoundedText(value));
     });
-    text += "\n";
+    text += marks.Of(object.marks) + "\n";
   });
   return text;
 }
 
 std::string FullListing(const Document& document) {
   std::string text = "page " + Number(document.Page().width) + " by " + Number(document.Page().height) + "\n";
+  const MarkTexts marks(document);
   std::size_t number = 0;
   document.ForEachObject([&](const DocumentObject& object) {
     text += Header(object, number++);
     PropertiesOf(object).ForEach([&text](const AKString& key, const AKValue& value) {
       text += "  " + Printable(DisplayText(key) + "=" + RoundedText(value));
     });
-    text += "\n";
+    text += marks.Of(object.marks) + "\n";
   });
   return text;
 }

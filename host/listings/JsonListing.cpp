@@ -1,5 +1,7 @@
 #include "host/listings/JsonListing.h"
 
+#include <unordered_map>
+
 #include "host/listings/JsonWriter.h"
 #include "host/listings/MethodName.h"
 #include "host/model/ObjectProperties.h"
@@ -40,7 +42,25 @@ void WritePage(JsonWriter* json, const Document& document) {
   json->EndObject();
 }
 
-void WriteObject(JsonWriter* json, const DocumentSession& session, const DocumentObject& object, std::size_t number) {
+using GroupNumbers = std::unordered_map<GroupID, std::size_t>;
+
+GroupNumbers NumbersOfGroups(const Document& document) {
+  GroupNumbers numbers;
+  for (const GroupID group : document.GroupsInOrder()) numbers.emplace(group, numbers.size());
+  return numbers;
+}
+
+void WriteMarks(JsonWriter* json, const ObjectMarks& marks, const GroupNumbers& groups) {
+  json->Bool("hidden", marks.hidden);
+  json->Bool("locked", marks.locked);
+  json->Key("groups");
+  json->BeginArray();
+  for (const GroupID group : marks.groups) json->Integer(static_cast<long long>(groups.at(group)));
+  json->EndArray();
+}
+
+void WriteObject(JsonWriter* json, const DocumentSession& session, const DocumentObject& object, std::size_t number,
+                 const GroupNumbers& groups) {
   json->BeginObject();
   json->Integer("number", static_cast<long long>(number));
   json->String("class", object.classID.chars);
@@ -48,6 +68,7 @@ void WriteObject(JsonWriter* json, const DocumentSession& session, const Documen
   json->Bool("selected", session.Selection().Contains(object.id));
   WriteNumbers(json, "bounds", {object.bounds.x0, object.bounds.y0, object.bounds.x1, object.bounds.y1});
   json->Number("angle", object.angle * kRadToDeg);
+  WriteMarks(json, object.marks, groups);
   json->Key("properties");
   WriteProperties(json, PropertiesOf(object));
   json->EndObject();
@@ -57,6 +78,7 @@ std::string JsonOf(const DocumentSession& session, bool withObjects) {
   JsonWriter json;
   std::size_t number = 0;
   std::size_t layerNumber = 0;
+  const GroupNumbers groups = NumbersOfGroups(session.Doc());
   json.BeginObject();
   WritePage(&json, session.Doc());
   json.Key("layers");
@@ -71,7 +93,8 @@ std::string JsonOf(const DocumentSession& session, bool withObjects) {
     if (withObjects) {
       json.Key("objects");
       json.BeginArray();
-      layer->objects.ForEach([&](const DocumentObject& object) { WriteObject(&json, session, object, number++); });
+      layer->objects.ForEach(
+          [&](const DocumentObject& object) { WriteObject(&json, session, object, number++, groups); });
       json.EndArray();
     } else {
       json.Integer("objects", static_cast<long long>(layer->objects.Count()));

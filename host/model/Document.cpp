@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstdarg>
+#include <unordered_set>
 #include <utility>
 
 #include "host/HostLog.h"
@@ -165,6 +166,7 @@ ObjectID Document::InsertObject(std::unique_ptr<DocumentObject> object, const Ob
   Layer* layer = layers_.Find(place.layer);
   InsertInto(layer, place.index, object.get());
   if (object->instance) instances_.Insert(object->instance.get(), id);
+  groups_.Add(*object);
   const DocumentObject& inserted = *object;
   objects_.Insert(std::move(object), layer);
   NotifyArea(inserted, *layer);
@@ -181,6 +183,7 @@ std::unique_ptr<DocumentObject> Document::RemoveObject(ObjectID id) {
   Layer* layer = objects_.Find(id)->layer;
   std::unique_ptr<DocumentObject> object = objects_.Remove(id);
   if (object->instance) instances_.Remove(object->instance.get());
+  groups_.Remove(*object);
   RemoveFrom(layer, object.get());
   NotifyArea(*object, *layer);
   NotifyObject(id);
@@ -225,6 +228,25 @@ void Document::SetStyle(ObjectID id, const AGBrush& brush, const AGPen& pen) {
   object->brush = brush;
   object->pen = pen;
   ObjectChanged(object);
+}
+
+void Document::SetMarks(ObjectID id, ObjectMarks marks) {
+  DocumentObject* object = Mutable(id);
+  groups_.Remove(*object);
+  object->marks = std::move(marks);
+  groups_.Add(*object);
+  ObjectChanged(object);
+}
+
+std::vector<GroupID> Document::GroupsInOrder() const {
+  std::vector<GroupID> groups;
+  std::unordered_set<GroupID> known;
+  ForEachObject([&](const DocumentObject& object) {
+    for (const GroupID group : object.marks.groups) {
+      if (known.insert(group).second) groups.push_back(group);
+    }
+  });
+  return groups;
 }
 
 void Document::ReplaceInstance(ObjectID id, Instance instance, const AKMemoryBlock& record) {

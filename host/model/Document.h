@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "host/model/DocumentObserver.h"
+#include "host/model/GroupIndex.h"
 #include "host/model/LayerList.h"
 #include "host/model/ObjectTable.h"
 #include "host/text/Problem.h"
@@ -89,10 +90,16 @@ class Document {
   void MoveObject(ObjectID id, const ObjectPlace& place);
   void SetPlacement(ObjectID id, const ObjectPlacement& placement);
   void SetStyle(ObjectID id, const AGBrush& brush, const AGPen& pen);
+  void SetMarks(ObjectID id, ObjectMarks marks);
   /// Another instance of the same class with the record that it gives. Null makes the object a placeholder.
   void ReplaceInstance(ObjectID id, Instance instance, const AKMemoryBlock& record);
   /// The instance changed by itself: its record, kept from now on.
   void NoteRecord(ObjectID id, const AKMemoryBlock& record);
+
+  const GroupIndex& Groups() const { return groups_; }
+  /// All groups in the order in which drawing comes upon them, each before those within it.
+  std::vector<GroupID> GroupsInOrder() const;
+  GroupID NewGroup() { return groups_.NewGroup(); }
 
   // Views. An observer is removed before it dies.
 
@@ -129,6 +136,7 @@ class Document {
   LayerList layers_;
   ObjectTable objects_;
   InstanceIndex instances_;
+  GroupIndex groups_;
   std::vector<DocumentObserver*> observers_;
   unsigned int batches_ = 0;          // that are open, one within the other
   std::vector<AGRect> batchedAreas_;  // what they have to tell

@@ -56,6 +56,7 @@ std::unique_ptr<DocumentObject> CopyState(const DocumentObject& object) {
   state->unknownBody = object.unknownBody;
   state->unreadStatus = object.unreadStatus;
   state->isRecordProven = object.isRecordProven;
+  state->marks = object.marks;
   return state;
 }
 

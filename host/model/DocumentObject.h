@@ -12,6 +12,7 @@
 
 #include "graphics/paint/AGBrushAndPen.h"
 #include "host/bundles/Instance.h"
+#include "host/model/ObjectMarks.h"
 #include "kit/containers/AKMemoryBlock.h"
 #include "kit/geometry/AGRect.h"
 
@@ -52,8 +53,11 @@ struct DocumentObject {
   AKMemoryBlock unknownBody;
   AGPen pen;
   AGBrush brush;
+  ObjectMarks marks;  ///< of placeholders, too: they stand beside the bytes
 
   bool IsPlaceholder() const { return !unknownBody.IsEmpty(); }
+  /// Users can select and edit it when its layer allows that.
+  bool IsFree() const { return !marks.hidden && !marks.locked; }
   ObjectPlacement Placement() const { return {bounds, angle}; }
 };
 

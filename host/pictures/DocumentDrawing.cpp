@@ -56,7 +56,7 @@ bool DrawObjects(const Document& document, const AGContext& context, double scal
     for (const Layer* layer : document.Layers()) {
       if (!layer->settings.visible) continue;
       layer->objects.ForEach([&](const DocumentObject& object) {
-        if (!goesOn) return;
+        if (!goesOn || object.marks.hidden) return;
         const int status = DrawObject(object, context, object.brush, object.pen);
         MemoryWatch::Look();
         if (status != 0 && undrawn != nullptr && undrawn->status == 0) *undrawn = {object.id, status};
@@ -74,7 +74,7 @@ void DrawObjects(const Document& document, const AGContext& context, double scal
     for (const Layer* layer : document.Layers()) {
       if (!layer->settings.visible) continue;
       layer->objects.ForEachIn(area, [&](const DocumentObject& object) {
-        if (!drawn || drawn(object)) DrawObject(object, context, object.brush, object.pen);
+        if (!object.marks.hidden && (!drawn || drawn(object))) DrawObject(object, context, object.brush, object.pen);
       });
     }
   });

@@ -92,6 +92,17 @@ struct StyleSubject {
   }
 };
 
+struct MarksSubject {
+  static constexpr bool kIsObject = true;
+  using Key = ObjectID;
+  using Value = ObjectMarks;
+  static bool Exists(const Document& document, Key id) { return document.Find(id) != nullptr; }
+  static Value Read(const Document& document, Key id) { return document.Find(id)->marks; }
+  static void Write(Document& document, Key id, const Value& value) { document.SetMarks(id, value); }
+  static bool Equal(const Value& a, const Value& b) { return a == b; }
+  static std::size_t Size(const Value& value) { return value.groups.size() * sizeof(GroupID); }
+};
+
 // The record of an instance; writing it makes a new instance.
 struct RecordSubject {
   static constexpr bool kIsObject = true;
@@ -221,6 +232,10 @@ std::unique_ptr<Change> NewPlacementChange(const Document& document, ObjectID id
 
 std::unique_ptr<Change> NewStyleChange(const Document& document, ObjectID id) {
   return std::make_unique<ValueChange<StyleSubject>>(document, id);
+}
+
+std::unique_ptr<Change> NewMarksChange(const Document& document, ObjectID id) {
+  return std::make_unique<ValueChange<MarksSubject>>(document, id);
 }
 
 std::unique_ptr<Change> NewRecordChange(const Document& document, ObjectID id) {

@@ -32,6 +32,7 @@ class Change {
 
 std::unique_ptr<Change> NewPlacementChange(const Document& document, ObjectID id);
 std::unique_ptr<Change> NewStyleChange(const Document& document, ObjectID id);
+std::unique_ptr<Change> NewMarksChange(const Document& document, ObjectID id);
 std::unique_ptr<Change> NewRecordChange(const Document& document, ObjectID id);
 std::unique_ptr<Change> NewInsertion(const Document& document, ObjectID id);
 std::unique_ptr<Change> NewRemoval(const Document& document, ObjectID id);

@@ -3,6 +3,7 @@
 #include <cmath>
 
 #include "host/Host.h"
+#include "host/model/ObjectRecord.h"
 #include "host/storage/DocumentFile.h"
 #include "host/text/Localisation.h"
 
@@ -36,6 +37,41 @@ Result<> DocumentSession::SetPage(const AGSize& page) {
   EditStep step(steps_, Tr("Change Page"));
   steps_.Step().BeforePage(*document_);
   document_->SetPage(page, document_->Background());
+  return step.End();
+}
+
+ObjectIDs DocumentSession::ShownObjects() const {
+  ObjectIDs shown;
+  for (const Layer* layer : document_->Layers()) {
+    if (!layer->settings.visible) continue;
+    layer->objects.ForEach([&shown](const DocumentObject& object) {
+      if (!object.marks.hidden) shown.push_back(object.id);
+    });
+  }
+  return shown;
+}
+
+Result<> DocumentSession::FitPage() {
+  ObjectIDs all;
+  const DocumentObject* fixed = nullptr;
+  document_->ForEachObject([&](const DocumentObject& object) {
+    all.push_back(object.id);
+    if (object.IsPlaceholder()) fixed = &object;
+  });
+  AGRect box;
+  if (!selection_.GetBox(ShownObjects(), &box) || !(box.Width() > 0) || !(box.Height() > 0)) {
+    return Problem(N_("there is nothing to be seen that the page could fit to"));
+  }
+  if (fixed != nullptr) return WhyPlaceholder(*fixed);
+  EditStep step(steps_, Tr("Fit Page to Drawing"));
+  for (const ObjectID id : all) {
+    ObjectPlacement placement = document_->Find(id)->Placement();
+    AGRect& b = placement.bounds;
+    b = {b.x0 - box.x0, b.y0 - box.y0, b.x1 - box.x0, b.y1 - box.y0};
+    steps_.Step().BeforePlacement(*document_, id);
+    document_->SetPlacement(id, placement);
+  }
+  if (const auto done = SetPage({box.Width(), box.Height()}); !done) return done.Why();
   return step.End();
 }
 

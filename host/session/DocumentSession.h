@@ -15,6 +15,7 @@
 #include "host/session/SessionClipboard.h"
 #include "host/session/SessionFile.h"
 #include "host/session/SessionLayers.h"
+#include "host/session/SessionMarks.h"
 #include "host/session/SessionObjects.h"
 
 namespace host {
@@ -43,6 +44,8 @@ class DocumentSession {
   SessionArrangement& Arrangement() { return arrangement_; }
   SessionClipboard& Clipboard() { return clipboard_; }
   const SessionClipboard& Clipboard() const { return clipboard_; }
+  SessionMarks& Marks() { return marks_; }
+  const SessionMarks& Marks() const { return marks_; }
   SessionLayers& Layers() { return layers_; }
   const SessionLayers& Layers() const { return layers_; }
   SessionFile& File() { return file_; }
@@ -51,6 +54,11 @@ class DocumentSession {
   /// Both sides must be above 0.
   Result<> SetPage(const AGSize& page);
   void SetBackground(AGColor color);
+  /// The page becomes as large as the box of all objects that are shown, and all objects move with it to the page's
+  /// corner. Fails when there is nothing shown, and for placeholders, which can't be moved.
+  Result<> FitPage();
+  /// All objects that are not hidden, nor their layers.
+  ObjectIDs ShownObjects() const;
 
   /// What stands for a layer where plug-ins ask for an object.
   AKObject* StandInOf(LayerID id) { return document_->StandInOf(id); }
@@ -65,6 +73,7 @@ class DocumentSession {
   ActiveLayer activeLayer_{*document_, observers_};
   SessionSteps steps_{*document_, observers_, selection_, activeLayer_};
   SessionObjects objects_{*document_, steps_, selection_, activeLayer_};
+  SessionMarks marks_{*document_, steps_, selection_};
   SessionArrangement arrangement_{*document_, steps_, selection_, objects_};
   SessionClipboard clipboard_{*document_, steps_, selection_, activeLayer_, objects_};
   SessionLayers layers_{*document_, steps_, activeLayer_};

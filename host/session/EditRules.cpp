@@ -19,7 +19,7 @@ Problem ClosedLayer(const LayerSettings& settings) {
 
 }  // namespace
 
-Result<> CheckEditable(const Document& document, const ObjectIDs& ids) {
+Result<> CheckOpenLayers(const Document& document, const ObjectIDs& ids) {
   if (ids.empty()) {
     return Problem(N_("there is no object to change"));
   }
@@ -27,6 +27,16 @@ Result<> CheckEditable(const Document& document, const ObjectIDs& ids) {
     const Layer* layer = document.LayerOf(id);
     if (layer != nullptr && layer->IsEditable()) continue;
     return layer == nullptr ? Problem(N_("there is no such object")) : FixedObject(layer->settings);
+  }
+  return {};
+}
+
+Result<> CheckEditable(const Document& document, const ObjectIDs& ids) {
+  if (const auto done = CheckOpenLayers(document, ids); !done) return done.Why();
+  for (const ObjectID id : ids) {
+    const DocumentObject& object = *document.Find(id);
+    if (object.marks.locked) return Problem(N_("a locked object can't be changed before it is unlocked"));
+    if (object.marks.hidden) return Problem(N_("a hidden object can't be changed before it is shown"));
   }
   return {};
 }

@@ -1,7 +1,12 @@
 #include "host/session/SessionClipboard.h"
 
+#include <algorithm>
+#include <unordered_set>
+
 #include "host/HostLog.h"
+#include "host/model/MarksChunk.h"
 #include "host/model/ObjectRecord.h"
+#include "host/session/Units.h"
 #include "host/text/Localisation.h"
 #include "kit/streams/AKFileNumbers.h"
 
@@ -9,25 +14,51 @@ namespace host {
 namespace {
 
 constexpr std::uint32_t kClipboardSignature = 0x48436C70;  // "HClp"
-constexpr unsigned int kClipboardVersion = 1;
+constexpr unsigned int kPlainVersion = 1;
+constexpr unsigned int kMarkedVersion = 2;
 
-int WriteClipboard(AKFile& file, const std::vector<const DocumentObject*>& objects) {
+struct Copied {
+  const DocumentObject* object;
+  ObjectMarks marks;  // in the groups that are copied
+};
+
+// What is copied of each unit.
+std::vector<Copied> CopiedOf(const Document& document, const ObjectIDs& ids, const std::vector<GroupID>& entered) {
+  const std::unordered_set<ObjectID> known(ids.begin(), ids.end());
+  std::vector<Copied> copied;
+  for (const Unit& unit : UnitsOf(document, ids, entered)) {
+    for (const ObjectID id : unit.objects) {
+      if (!known.contains(id)) continue;
+      const DocumentObject* const object = document.Find(id);
+      copied.push_back({object, object->marks});
+      std::vector<GroupID>& groups = copied.back().marks.groups;
+      groups.erase(groups.begin(), groups.begin() + static_cast<std::ptrdiff_t>(unit.depth));
+    }
+  }
+  return copied;
+}
+
+int WriteClipboard(AKFile& file, const std::vector<Copied>& copied) {
+  std::vector<const ObjectMarks*> marks;
+  for (const Copied& each : copied) marks.push_back(&each.marks);
+  const bool plain = std::all_of(marks.begin(), marks.end(), [](const ObjectMarks* each) { return each->IsPlain(); });
   AKFileChunk chunk{kClipboardSignature};
   int status = AKFileWriteChunkHeader(file, chunk);
-  if (status == 0) status = AKFileWriteUInt32(file, kClipboardVersion);
-  if (status == 0) status = AKFileWriteUInt32(file, static_cast<unsigned int>(objects.size()));
-  for (const DocumentObject* object : objects) {
+  if (status == 0) status = AKFileWriteUInt32(file, plain ? kPlainVersion : kMarkedVersion);
+  if (status == 0) status = AKFileWriteUInt32(file, static_cast<unsigned int>(copied.size()));
+  for (const auto& [object, ownMarks] : copied) {
     if (status != 0) break;
     const auto record = ProvenRecord(*object);
     status = WriteObjectChunk(file, *object, record ? *record : object->record);
   }
+  if (status == 0 && !plain) status = WriteMarks(file, marks);
   return status == 0 ? AKFileWriteChunkComplete(file, chunk) : status;
 }
 
 using Objects = std::vector<std::unique_ptr<DocumentObject>>;
 
 // Everything or nothing.
-Result<> ReadClipboard(const std::string& bytes, Objects* objects) {
+Result<> ReadClipboard(const std::string& bytes, GroupID firstGroup, Objects* objects) {
   const QuietLog quiet;
   AKFile stream(bytes.data(), static_cast<unsigned int>(bytes.size()));
   ObjectChunkReader reader(stream);
@@ -36,10 +67,15 @@ Result<> ReadClipboard(const std::string& bytes, Objects* objects) {
   unsigned int count = 0;
   bool sound = stream.OpenForRead() == 0 && AKFileReadChunkHeader(stream, &chunk) == 0 &&
                chunk.signature == kClipboardSignature && AKFileReadUInt32(stream, &version) == 0 &&
-               version == kClipboardVersion && AKFileReadUInt32(stream, &count) == 0;
+               (version == kPlainVersion || version == kMarkedVersion) && AKFileReadUInt32(stream, &count) == 0;
   for (unsigned int i = 0; sound && i < count; ++i) {
     objects->push_back(reader.Read(chunk));
     sound = objects->back() != nullptr;
+  }
+  if (sound && version == kMarkedVersion) {
+    auto marks = ReadMarks(stream, chunk, objects->size(), firstGroup);
+    sound = static_cast<bool>(marks);
+    for (std::size_t i = 0; sound && i < objects->size(); ++i) (*objects)[i]->marks = std::move((*marks)[i]);
   }
   if (!sound || objects->empty()) return Problem(N_("there is nothing on the clipboard that can be pasted"));
   return {};
@@ -48,12 +84,10 @@ Result<> ReadClipboard(const std::string& bytes, Objects* objects) {
 }  // namespace
 
 std::string SessionClipboard::Copy(const ObjectIDs& ids) const {
-  std::vector<const DocumentObject*> objects;
-  for (const ObjectID id : InDrawingOrder(document_, ids)) objects.push_back(document_.Find(id));
   AKFile stream(AKFile::kModeMemory);
   const void* data = nullptr;
   unsigned long long size = 0;
-  if (stream.CreateForReadWrite() != 0 || WriteClipboard(stream, objects) != 0 ||
+  if (stream.CreateForReadWrite() != 0 || WriteClipboard(stream, CopiedOf(document_, ids, selection_.Entered())) != 0 ||
       stream.GetMemoryStreamDataPtr(&data, &size) != 0) {
     return {};
   }
@@ -75,17 +109,28 @@ Result<> SessionClipboard::Cut(const ObjectIDs& ids, std::string* clipboard) {
 Result<> SessionClipboard::Paste(const std::string& clipboard, double dx, double dy) {
   Objects objects;
   if (const auto done = CheckTakesObjects(document_, activeLayer_.Get()); !done) return done.Why();
-  if (const auto done = ReadClipboard(clipboard, &objects); !done) return done.Why();
+  if (const auto done = ReadClipboard(clipboard, document_.NewGroup(), &objects); !done) return done.Why();
   EditStep step(steps_, Tr("Paste"));
   ObjectIDs pasted;
   for (auto& object : objects) {
     pasted.push_back(steps_.Insert(std::move(object), activeLayer_.Front()));
   }
   // Placeholders alone are not moved.
-  if (dx != 0 || dy != 0) static_cast<void>(objects_.Move(pasted, dx, dy));
+  if (dx != 0 || dy != 0) static_cast<void>(objects_.Shift(pasted, dx, dy));
   step.End();
+  selection_.LeaveFor(pasted[0]);
   selection_.Select(pasted);
   return {};
+}
+
+Result<> SessionClipboard::PasteAt(const std::string& clipboard, const AGPoint& middle) {
+  EditStep step(steps_, Tr("Paste"));
+  if (const auto done = Paste(clipboard, 0, 0); !done) return done.Why();
+  AGRect box;
+  selection_.GetBox(selection_.IDs(), &box);
+  const AGPoint old = box.Center();
+  static_cast<void>(objects_.Shift(selection_.IDs(), middle.x - old.x, middle.y - old.y));
+  return step.End();
 }
 
 Result<> SessionClipboard::Duplicate(const ObjectIDs& ids, double dx, double dy) {

@@ -1,6 +1,6 @@
 // The clipboard: objects as bytes, and back.
 //
-// A chunk "HClp": u32 version 1, u32 number of objects, and that many "HObj" chunks as in documents.
+// A chunk "HClp" as docs/document-format.md has it.
 #pragma once
 
 #include <string>
@@ -20,6 +20,8 @@ class SessionClipboard {
   Result<> Cut(const ObjectIDs& ids, std::string* clipboard);
   /// In front on the active layer, moved by (dx, dy) but for placeholders, and selected.
   Result<> Paste(const std::string& clipboard, double dx, double dy);
+  /// The same with the middle of their box at a point.
+  Result<> PasteAt(const std::string& clipboard, const AGPoint& middle);
   Result<> Duplicate(const ObjectIDs& ids, double dx, double dy);
 
  private:

@@ -1,5 +1,6 @@
 #include "host/session/SessionLayers.h"
 
+#include "host/session/Units.h"
 #include "host/text/Localisation.h"
 #include "host/text/Utf8Check.h"
 
@@ -73,14 +74,27 @@ Result<> SessionLayers::Move(LayerID id, std::size_t index) {
   return step.End();
 }
 
+// Objects of a group are in one layer: what goes to another one leaves the outermost groups.
+void SessionLayers::LeaveGroups(ObjectID id, std::size_t count) {
+  if (count == 0) return;
+  ObjectMarks marks = document_.Find(id)->marks;
+  marks.groups.erase(marks.groups.begin(), marks.groups.begin() + static_cast<std::ptrdiff_t>(count));
+  steps_.Step().BeforeMarks(document_, id);
+  document_.SetMarks(id, std::move(marks));
+}
+
 Result<> SessionLayers::MoveObjects(const ObjectIDs& ids, LayerID layer) {
   if (const auto done = CheckLayer(document_, layer); !done) return done.Why();
   if (const auto done = CheckEditable(document_, ids); !done) return done.Why();
   const Layer& target = *document_.FindLayer(layer);
   if (const auto done = CheckTakesObjects(document_, layer); !done) return done.Why();
   EditStep step(steps_, Tr("Move to Layer"));
-  for (const ObjectID id : InDrawingOrder(document_, ids)) {
-    if (document_.LayerOf(id) != &target) steps_.Move(id, {layer, target.objects.Count()});
+  for (const Unit& unit : UnitsOf(document_, ids, {})) {
+    if (document_.LayerOf(unit.objects[0]) == &target) continue;
+    for (const ObjectID id : unit.objects) {
+      LeaveGroups(id, unit.depth);
+      steps_.Move(id, {layer, target.objects.Count()});
+    }
   }
   return step.End();
 }

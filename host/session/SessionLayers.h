@@ -27,6 +27,7 @@ class SessionLayers {
   Result<> MoveObjects(const ObjectIDs& ids, LayerID layer);
 
  private:
+  void LeaveGroups(ObjectID id, std::size_t count);
   Result<> ChangeSettings(LayerID id, const char* name, LayerSettings settings);
 
   Document& document_;

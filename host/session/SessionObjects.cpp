@@ -66,6 +66,7 @@ Result<ObjectID> SessionObjects::Add(AKClassID classID, const std::string& argum
   EditStep step(steps_, TrWith("Add %s", ClassName(object->classID)));
   const ObjectID id = steps_.Insert(std::move(object), activeLayer_.Front());
   step.End();
+  selection_.LeaveFor(id);
   selection_.Select({id});
   return id;
 }
@@ -82,8 +83,8 @@ Result<> SessionObjects::Delete(const ObjectIDs& ids) {
   return step.End();
 }
 
-template <typename Place>
-Result<> SessionObjects::PlaceEach(const ObjectIDs& ids, const char* name, Place place) {
+template <typename Put>
+Result<> SessionObjects::PlaceEach(const ObjectIDs& ids, const char* name, Put place) {
   const auto found = Changeable(document_, ids);
   if (!found) return found.Why();
   const ObjectIDs& changeable = *found;
@@ -102,16 +103,65 @@ Result<> SessionObjects::PlaceEach(const ObjectIDs& ids, const char* name, Place
   return step.End();
 }
 
+SessionObjects::Transform SessionObjects::TransformOf(const AGRect& from, const AGRect& to) {
+  const double width = from.Width();
+  const double height = from.Height();
+  Transform transform{to.x0 - from.x0, to.y0 - from.y0};
+  if ((to.Width() == width && to.Height() == height) || width == 0 || height == 0) return transform;
+  transform = {0,
+               0,
+               (to.x0 - from.x0) / width,
+               (to.y0 - from.y0) / height,
+               (to.x1 - from.x1) / width,
+               (to.y1 - from.y1) / height};
+  return transform;
+}
+
+Result<> SessionObjects::Remember(const Transform& transform, Result<> done) {
+  if (done) last_ = transform;
+  return done;
+}
+
+Result<> SessionObjects::Repeat(const ObjectIDs& ids) {
+  if (!last_) return Problem(N_("nothing was moved, stretched or turned yet"));
+  const auto found = Changeable(document_, ids);
+  if (!found) return found.Why();
+  const Transform again = *last_;
+  if (again.angle != 0) return Rotate(*found, again.angle);
+  if (again.dx != 0 || again.dy != 0) return Move(*found, again.dx, again.dy);
+  AGRect box;
+  const bool single = found->size() == 1;
+  const DocumentObject& first = *document_.Find(found->front());
+  single ? static_cast<void>(box = first.bounds) : static_cast<void>(selection_.GetBox(*found, &box));
+  const AGRect to{box.x0 + again.left * box.Width(), box.y0 + again.bottom * box.Height(),
+                  box.x1 + again.right * box.Width(), box.y1 + again.top * box.Height()};
+  return single ? SetPlacement(first.id, {to, first.angle}) : Resize(*found, box, to);
+}
+
 Result<> SessionObjects::SetPlacement(ObjectID id, const ObjectPlacement& placement) {
+  const DocumentObject* const object = document_.Find(id);
+  Transform transform = object == nullptr ? Transform() : TransformOf(object->bounds, placement.bounds);
+  if (object != nullptr && placement.bounds == object->bounds) transform.angle = placement.angle - object->angle;
+  return Remember(transform, Place(id, placement));
+}
+
+Result<> SessionObjects::Place(ObjectID id, const ObjectPlacement& placement) {
   return PlaceEach({id}, Tr("Change Bounds"), [&placement](const ObjectPlacement&) { return placement; });
 }
 
 Result<> SessionObjects::SetAngle(const ObjectIDs& ids, double angle) {
   const auto place = [angle](const ObjectPlacement& old) { return ObjectPlacement{old.bounds, angle}; };
-  return PlaceEach(ids, Tr("Rotate"), place);
+  const DocumentObject* const first = ids.empty() ? nullptr : document_.Find(ids[0]);
+  Transform transform;
+  if (first != nullptr) transform.angle = angle - first->angle;
+  return Remember(transform, PlaceEach(ids, Tr("Rotate"), place));
 }
 
 Result<> SessionObjects::Move(const ObjectIDs& ids, double dx, double dy) {
+  return Remember({dx, dy}, Shift(ids, dx, dy));
+}
+
+Result<> SessionObjects::Shift(const ObjectIDs& ids, double dx, double dy) {
   const auto place = [dx, dy](const ObjectPlacement& old) {
     return ObjectPlacement{Shifted(old.bounds, dx, dy), old.angle};
   };
@@ -119,6 +169,10 @@ Result<> SessionObjects::Move(const ObjectIDs& ids, double dx, double dy) {
 }
 
 Result<> SessionObjects::Resize(const ObjectIDs& ids, const AGRect& from, const AGRect& to) {
+  return Remember(TransformOf(from, to), Stretched(ids, from, to));
+}
+
+Result<> SessionObjects::Stretched(const ObjectIDs& ids, const AGRect& from, const AGRect& to) {
   if (from.Width() == 0 || from.Height() == 0) {
     return Problem(N_("a box without an area can't be stretched"));
   }
@@ -134,7 +188,9 @@ Result<> SessionObjects::Rotate(const ObjectIDs& ids, double angle, const AGPoin
     const AGPoint turned = Turned(center, about, angle);
     return ObjectPlacement{Shifted(old.bounds, turned.x - center.x, turned.y - center.y), old.angle + angle};
   };
-  return PlaceEach(ids, Tr("Rotate"), place);
+  Transform transform;
+  transform.angle = angle;
+  return Remember(transform, PlaceEach(ids, Tr("Rotate"), place));
 }
 
 Result<> SessionObjects::Rotate(const ObjectIDs& ids, double angle) {

@@ -3,6 +3,7 @@
 // Edits of placement, style and properties pass over placeholders, and are refused when there are only placeholders.
 #pragma once
 
+#include <optional>
 #include <string>
 #include <utility>
 
@@ -22,6 +23,16 @@ class SessionObjects {
   Result<> SetPlacement(ObjectID id, const ObjectPlacement& placement);
   Result<> SetAngle(const ObjectIDs& ids, double angle);
   Result<> Move(const ObjectIDs& ids, double dx, double dy);
+  /// What a user did last of moving, stretching and turning one or several things, done to others: by the same way, by
+  /// the same factors from the same side, by the same angle about their own middle. Fails when there was nothing yet.
+  Result<> Repeat(const ObjectIDs& ids);
+
+  // The same as parts of something else, which are not repeated: SetPlacement, Resize and Move.
+
+  Result<> Place(ObjectID id, const ObjectPlacement& placement);
+  Result<> Stretched(const ObjectIDs& ids, const AGRect& from, const AGRect& to);
+  Result<> Shift(const ObjectIDs& ids, double dx, double dy);
+
   /// Stretches the objects as the box `from` is to `to`. A turned object is moved with its centre and stretched along
   /// its own sides. Refused when `from` has no area.
   Result<> Resize(const ObjectIDs& ids, const AGRect& from, const AGRect& to);
@@ -49,6 +60,15 @@ class SessionObjects {
   Result<> NoticeChanges(const ObjectIDs& ids);
 
  private:
+  // How a box became another one, as parts of its sides, and by how much it was turned.
+  struct Transform {
+    double dx = 0, dy = 0;                            // of all of it
+    double left = 0, bottom = 0, right = 0, top = 0;  // of its sides, in widths and heights
+    double angle = 0;
+  };
+  static Transform TransformOf(const AGRect& from, const AGRect& to);
+  Result<> Remember(const Transform& transform, Result<> done);
+
   template <typename Place>
   Result<> PlaceEach(const ObjectIDs& ids, const char* name, Place place);
   template <typename Restyle>
@@ -58,6 +78,7 @@ class SessionObjects {
   SessionSteps& steps_;
   SessionSelection& selection_;
   ActiveLayer& activeLayer_;
+  std::optional<Transform> last_;
 };
 
 }  // namespace host

@@ -1,5 +1,5 @@
-// What is selected in a session, and what lies where. Only objects of visible and unlocked layers can be selected;
-// others are passed over.
+// What is selected in a session, and what lies where. Only objects that are visible and unlocked, as their layers are,
+// can be selected; others are passed over.
 #pragma once
 
 #include <optional>
@@ -27,17 +27,38 @@ class SessionSelection {
 
   void Select(const ObjectIDs& ids);
   void Add(const ObjectIDs& ids);
-  void Toggle(ObjectID id);
+  /// Adds the objects, or takes them away when the first is selected.
+  void Toggle(const ObjectIDs& ids);
+  /// All that can be selected, of a group that was entered.
   void SelectAll();
   void SelectNone();
   /// Forgets what can't be selected any more.
   void Prune();
 
+  // Groups. For who points at things, a group is one thing, until it is entered: then what lies directly in it are.
+
+  /// The groups that were entered, the outermost first.
+  const std::vector<GroupID>& Entered() const { return entered_; }
+  /// Enters the next group around an object that can be selected, and selects what is there. False when there is none.
+  bool Enter(ObjectID id);
+  /// Leaves the group that was entered last, and selects it. False when none was.
+  bool Leave();
+  /// Leaves the groups that an object is not in.
+  void LeaveFor(ObjectID id);
+  /// All that is taken with an object that a pointer is on, in drawing order.
+  ObjectIDs UnitOf(ObjectID id) const;
+  bool IsWithinEntered(const DocumentObject& object) const;
+
   bool IsEditable(ObjectID id) const;
   /// The foremost object that can be selected and shows ink within `tolerance` of the point; kNoObjectID for none.
   ObjectID ObjectAt(const AGPoint& point, double tolerance) const;
+  /// The next one behind the foremost selected one that is there, which is how repeated clicks come through a stack;
+  /// the foremost one where there is no further, or where none is selected. `*fromSelected` tells whether one is.
+  ObjectID ObjectBelow(const AGPoint& point, double tolerance, bool* fromSelected) const;
   /// Those that a rubber band takes, in drawing order.
   ObjectIDs ObjectsIn(const AGRect& band, Band rule) const;
+  /// The same for who deals with groups: those of which each object is taken, or any, as the rule has it.
+  ObjectIDs InBand(const AGRect& band, Band rule) const;
   /// Those that can be selected and are like an object, itself among them, in drawing order. Of a placeholder, those of
   /// its class alone.
   ObjectIDs Alike(ObjectID id, Likeness likeness) const;
@@ -54,10 +75,13 @@ class SessionSelection {
 
  private:
   void SelectionChanged();
+  template <typename Test>
+  const DocumentObject* FindFrontIn(const AGRect& area, Test test) const;
 
   Document& document_;
   SessionObservers& observers_;
   Selection selection_;
+  std::vector<GroupID> entered_;
   std::optional<AGPoint> shift_;
   // The box of the selected objects in the document of that version; of none, it is to be found anew.
   mutable std::optional<std::uint64_t> boxVersion_;

@@ -19,6 +19,8 @@ void UndoStep::BeforePlacement(const Document& document, ObjectID id) {
 
 void UndoStep::BeforeStyle(const Document& document, ObjectID id) { Note(document, Kind::kStyle, id, &NewStyleChange); }
 
+void UndoStep::BeforeMarks(const Document& document, ObjectID id) { Note(document, Kind::kMarks, id, &NewMarksChange); }
+
 void UndoStep::BeforeRecord(const Document& document, ObjectID id) {
   Note(document, Kind::kRecord, id, &NewRecordChange);
 }
@@ -34,7 +36,7 @@ void UndoStep::BeforeLayerSettings(const Document& document, LayerID id) {
 void UndoStep::Inserted(const Document& document, ObjectID id) { Note(document, Kind::kPresence, id, &NewInsertion); }
 
 void UndoStep::TakeStatesOf(const Document& document, ObjectID id) {
-  for (const Kind kind : {Kind::kPlacement, Kind::kStyle, Kind::kRecord, Kind::kPresence}) {
+  for (const Kind kind : {Kind::kPlacement, Kind::kStyle, Kind::kMarks, Kind::kRecord, Kind::kPresence}) {
     const auto found = open_.find({kind, id});
     if (found != open_.end()) found->second->Seal(document);
   }

@@ -20,6 +20,7 @@ class UndoStep {
 
   void BeforePlacement(const Document& document, ObjectID id);
   void BeforeStyle(const Document& document, ObjectID id);
+  void BeforeMarks(const Document& document, ObjectID id);
   void BeforeRecord(const Document& document, ObjectID id);
   void BeforePage(const Document& document);
   void BeforeLayerSettings(const Document& document, LayerID id);
@@ -51,7 +52,7 @@ class UndoStep {
   std::vector<ObjectID> Objects() const;
 
  private:
-  enum class Kind { kNone, kPlacement, kStyle, kRecord, kPage, kLayerSettings, kPresence };
+  enum class Kind { kNone, kPlacement, kStyle, kMarks, kRecord, kPage, kLayerSettings, kPresence };
   struct Key {
     Kind kind = Kind::kNone;
     std::uint64_t id = 0;

@@ -4,6 +4,7 @@
 #include <cstring>
 
 #include "host/HostLog.h"
+#include "host/model/MarksChunk.h"
 #include "host/model/ObjectRecord.h"
 #include "host/storage/WholeFiles.h"
 #include "host/text/Localisation.h"
@@ -19,7 +20,8 @@ constexpr std::uint32_t kDocumentSignature = 0x48446F63;  // "HDoc"
 constexpr std::uint32_t kLayerSignature = 0x484C6179;     // "HLay"
 constexpr std::uint32_t kTextSignature = 0x73747267;      // "strg"
 constexpr unsigned int kFlatVersion = 1;                  // objects without layers
-constexpr unsigned int kFormatVersion = 2;
+constexpr unsigned int kPlainVersion = 2;
+constexpr unsigned int kMarkedVersion = 3;  // some objects are hidden, locked or in groups
 constexpr unsigned int kLayerVisible = 1;
 constexpr unsigned int kLayerLocked = 2;
 
@@ -51,13 +53,12 @@ class DocumentReader {
     if (chunk.size + 8ULL > size) return Fail(Problem(N_("is cut short")));
     if (chunk.size + 8ULL < size) return Fail(Problem(N_("has bytes behind its end")));
 
-    unsigned int version = 0;
     AGSize page;
     AGColor background;
     unsigned int count = 0;
-    if (!Ok(AKFileReadUInt32(file_, &version))) return nullptr;
-    if (version != kFlatVersion && version != kFormatVersion) {
-      return Fail(Problem(N_("has the unknown format version %s"), {std::to_string(version)}));
+    if (!Ok(AKFileReadUInt32(file_, &version_))) return nullptr;
+    if (version_ < kFlatVersion || version_ > kMarkedVersion) {
+      return Fail(Problem(N_("has the unknown format version %s"), {std::to_string(version_)}));
     }
     if (!Ok(AKFileReadAGSize(file_, &page)) || !Ok(AKFileReadAGColor(file_, &background)) ||
         !Ok(AKFileReadUInt32(file_, &count))) {
@@ -66,7 +67,7 @@ class DocumentReader {
     document_ = std::make_unique<Document>(page);
     document_->SetPage(page, background);
     const LayerID first = document_->FirstLayer().id;
-    const bool sound = version == kFlatVersion ? ReadObjects(chunk, count, first) : ReadLayers(chunk, count, first);
+    const bool sound = version_ == kFlatVersion ? ReadObjects(chunk, count, first) : ReadLayers(chunk, count, first);
     return sound ? std::move(document_) : nullptr;
   }
 
@@ -108,7 +109,21 @@ class DocumentReader {
     settings.visible = (flags & kLayerVisible) != 0;
     settings.locked = (flags & kLayerLocked) != 0;
     document_->SetLayerSettings(layer, std::move(settings));
-    return ReadObjects(chunk, count, layer) && objects_.Ok(AKFileGotoChunkEnd(file_, chunk));
+    return ReadObjects(chunk, count, layer) && (version_ < kMarkedVersion || ReadLayerMarks(chunk, layer)) &&
+           objects_.Ok(AKFileGotoChunkEnd(file_, chunk));
+  }
+
+  bool ReadLayerMarks(const AKFileChunk& outer, LayerID layer) {
+    const ObjectOrder& order = document_->FindLayer(layer)->objects;
+    auto marks = ReadMarks(file_, outer, order.Count(), document_->NewGroup());
+    if (!marks) {
+      problem_ = Problem(N_("is damaged: %s"), {marks.Why()});
+      return false;
+    }
+    for (std::size_t i = 0; i < marks->size(); ++i) {
+      if (!(*marks)[i].IsPlain()) document_->SetMarks(order.At(i)->id, std::move((*marks)[i]));
+    }
+    return true;
   }
 
   bool ReadName(const AKFileChunk& outer, std::string* name) {
@@ -137,6 +152,7 @@ class DocumentReader {
   ObjectChunkReader objects_;
   std::unique_ptr<Document> document_;
   std::optional<Problem> problem_;
+  unsigned int version_ = 0;
 };
 
 // Writes the document's objects one after the other.
@@ -161,7 +177,19 @@ class ObjectWriter {
   std::size_t number_ = 0;
 };
 
-int WriteLayer(AKFile& file, const Layer& layer, ObjectWriter* objects) {
+int WriteLayerMarks(AKFile& file, const Layer& layer) {
+  std::vector<const ObjectMarks*> marks;
+  layer.objects.ForEach([&marks](const DocumentObject& object) { marks.push_back(&object.marks); });
+  return WriteMarks(file, marks);
+}
+
+bool IsPlain(const Document& document) {
+  bool plain = true;
+  document.ForEachObject([&plain](const DocumentObject& object) { plain = plain && object.marks.IsPlain(); });
+  return plain;
+}
+
+int WriteLayer(AKFile& file, const Layer& layer, unsigned int version, ObjectWriter* objects) {
   const LayerSettings& settings = layer.settings;
   AKFileChunk chunk{kLayerSignature};
   int status = AKFileWriteChunkHeader(file, chunk);
@@ -172,6 +200,7 @@ int WriteLayer(AKFile& file, const Layer& layer, ObjectWriter* objects) {
   layer.objects.ForEach([&](const DocumentObject& object) {
     if (status == 0) status = objects->Write(object);
   });
+  if (status == 0 && version == kMarkedVersion) status = WriteLayerMarks(file, layer);
   return status == 0 ? AKFileWriteChunkComplete(file, chunk) : status;
 }
 
@@ -201,12 +230,13 @@ int WriteDocument(const Document& document, AKFile& file, std::optional<Problem>
   ObjectWriter objects(file, unwritable);
   AKFileChunk chunk{kDocumentSignature};
   int status = AKFileWriteChunkHeader(file, chunk);
-  if (status == 0) status = AKFileWriteUInt32(file, kFormatVersion);
+  const unsigned int version = IsPlain(document) ? kPlainVersion : kMarkedVersion;
+  if (status == 0) status = AKFileWriteUInt32(file, version);
   if (status == 0) status = AKFileWriteAGSize(file, document.Page());
   if (status == 0) status = AKFileWriteAGColor(file, document.Background());
   if (status == 0) status = AKFileWriteUInt32(file, static_cast<unsigned int>(document.Layers().size()));
   for (const Layer* layer : document.Layers()) {
-    if (status == 0) status = WriteLayer(file, *layer, &objects);
+    if (status == 0) status = WriteLayer(file, *layer, version, &objects);
   }
   return status == 0 ? AKFileWriteChunkComplete(file, chunk) : status;
 }

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <charconv>
 #include <cmath>
+#include <cstdio>
 #include <numbers>
 #include <utility>
 
@@ -14,6 +15,7 @@ namespace {
 
 constexpr double kUnsteady = 3;      // pixels of the view that are no drag yet
 constexpr double kHitTolerance = 3;  // pixels of the view beside an outline
+constexpr double kSnapReach = 6;     // pixels of the view
 constexpr double kNewSide = 100;     // map units of an object that was made by a click
 constexpr double kLeastSide = 1;     // map units: a stretch goes no further
 constexpr double kTurnStep = std::numbers::pi / 12;
@@ -94,7 +96,7 @@ void PointerTool::Press(const AGPoint& point, PointerModifiers modifiers) {
   handle_ = frame_.HandleAt(point, *view_);
   if (handle_ == Handle::kNone) {
     working_ = true;
-    StartOn(session_->Selection().ObjectAt(startMap_, kHitTolerance / view_->Zoom()), modifiers);
+    if (!modifiers.alt || !StartBelow(modifiers)) StartOn(ObjectAt(point), modifiers);
     working_ = false;
   } else if (handle_ == Handle::kRotate) {
     mode_ = Mode::kTurn;
@@ -105,6 +107,46 @@ void PointerTool::Press(const AGPoint& point, PointerModifiers modifiers) {
   } else {
     mode_ = Mode::kStretch;
   }
+}
+
+ObjectID PointerTool::ObjectAt(const AGPoint& point) const {
+  return session_->Selection().ObjectAt(view_->ToMap(point), kHitTolerance / view_->Zoom());
+}
+
+ObjectID PointerTool::ObjectBelow(const AGPoint& point, bool* fromSelected) const {
+  return session_->Selection().ObjectBelow(view_->ToMap(point), kHitTolerance / view_->Zoom(), fromSelected);
+}
+
+// With alt on something that is selected, perhaps below others: a drag moves it, a click takes the one below.
+bool PointerTool::StartBelow(PointerModifiers modifiers) {
+  bool fromSelected = false;
+  const ObjectID below = ObjectBelow(start_, &fromSelected);
+  if (!fromSelected) return false;
+  mode_ = Mode::kMove;
+  (modifiers.shift ? toToggle_ : toSelectAlone_) = below;
+  return true;
+}
+
+void PointerTool::SelectForMenu(const AGPoint& point) {
+  if (session_ == nullptr || mode_ != Mode::kIdle) return;
+  const ObjectID object = ObjectAt(point);
+  if (object == kNoObjectID) {
+    session_->Selection().SelectNone();
+  } else if (!session_->Selection().Contains(object)) {
+    SelectUnit(object);
+  }
+}
+
+void PointerTool::SelectUnit(ObjectID object) {
+  session_->Selection().LeaveFor(object);
+  session_->Selection().Select(session_->Selection().UnitOf(object));
+}
+
+bool PointerTool::EnterAt(const AGPoint& point) {
+  if (session_ == nullptr || newClass_) return false;
+  Cancel();
+  const ObjectID object = ObjectAt(point);
+  return object != kNoObjectID && session_->Selection().Enter(object);
 }
 
 // A press on one of several selected objects may begin to move them all, so that what a click does waits for the
@@ -120,12 +162,12 @@ void PointerTool::StartOn(ObjectID object, PointerModifiers modifiers) {
     if (selected) {
       toToggle_ = object;
     } else {
-      session_->Selection().Add({object});
+      session_->Selection().Add(session_->Selection().UnitOf(object));
     }
   } else if (selected) {
     toSelectAlone_ = object;
   } else {
-    session_->Selection().Select({object});
+    SelectUnit(object);
   }
   frame_ = SelectionFrame::Of(*session_);
 }
@@ -139,8 +181,11 @@ void PointerTool::Motion(const AGPoint& point, PointerModifiers modifiers) {
   if (!moved_) {
     if (std::hypot(point.x - start_.x, point.y - start_.y) < kUnsteady) return;
     moved_ = true;
+    if (snap_.objects && mode_ != Mode::kBand) targets_ = SnapTargets(*session_, view_->Shown(size_));
     if (HoldsObjects()) Begin();
   }
+  snapLines_.clear();
+  if (mode_ == Mode::kMake && SnapsToObjects(modifiers)) snapLines_ = targets_.LinesOf(NewBounds(false, modifiers));
   if (!HoldsObjects()) return;
   working_ = true;
   Drag(point, modifiers);
@@ -160,6 +205,7 @@ void PointerTool::LetGo() {
   if (HasStep()) session_->Steps().End();
   if (isLater_) session_->Selection().SetShift(std::nullopt);
   frameToCome_.reset();
+  snapLines_.clear();
   mode_ = Mode::kIdle;
   moved_ = disturbed_ = isLater_ = false;
   toToggle_ = toSelectAlone_ = kNoObjectID;
@@ -187,8 +233,17 @@ void PointerTool::Move(const AGPoint& map, PointerModifiers modifiers) {
   double dx = map.x - startMap_.x;
   double dy = map.y - startMap_.y;
   if (modifiers.shift) (std::fabs(dx) < std::fabs(dy) ? dx : dy) = 0;
-  if (dx != 0) dx = Snapped(box_.x0 + dx, modifiers) - box_.x0;
-  if (dy != 0) dy = Snapped(box_.y0 + dy, modifiers) - box_.y0;
+  const AGRect free{box_.x0 + dx, box_.y0 + dy, box_.x1 + dx, box_.y1 + dy};
+  const auto snapped = [&](int axis, double by, double low) {
+    if (by == 0) return by;
+    const auto fit = SnapsToObjects(modifiers) ? targets_.FitBox(axis, free, kSnapReach / view_->Zoom()) : std::nullopt;
+    return fit ? by + *fit : Snapped(low + by, modifiers) - low;
+  };
+  dx = snapped(0, dx, box_.x0);
+  dy = snapped(1, dy, box_.y0);
+  if (SnapsToObjects(modifiers)) {
+    snapLines_ = targets_.LinesOf({box_.x0 + dx, box_.y0 + dy, box_.x1 + dx, box_.y1 + dy});
+  }
   if (isLater_) return session_->Selection().SetShift(AGPoint{dx, dy});
   done_ = session_->Objects().Move(session_->Selection().IDs(), dx, dy);
 }
@@ -225,7 +280,8 @@ void PointerTool::Stretch(const AGPoint& map, PointerModifiers modifiers) {
   const HandleSides sides = SidesOf(handle_);
   ObjectPlacement placement = frame_.Placement();
   const AGPoint center = placement.bounds.Center();
-  AGPoint place = placement.angle == 0 ? Snapped(map, modifiers) : map;
+  const bool upright = placement.angle == 0;
+  AGPoint place = upright ? FitEdges(map, Snapped(map, modifiers), sides, modifiers) : map;
   // In the frame's own directions.
   const AGPoint turned = AGAffineTransformRotation(-placement.angle).Apply(place - center);
   place = {center.x + turned.x, center.y + turned.y};
@@ -233,6 +289,7 @@ void PointerTool::Stretch(const AGPoint& map, PointerModifiers modifiers) {
   MoveSide(sides.x, place.x, modifiers.control, &box.x0, &box.x1);
   MoveSide(sides.y, place.y, modifiers.control, &box.y0, &box.y1);
   if (modifiers.shift) box = KeepProportions(placement.bounds, box, sides, modifiers.control);
+  if (upright && SnapsToObjects(modifiers)) snapLines_ = targets_.LinesOf(box);
   if (!frame_.IsSingle()) return FollowFrame({box, placement.angle});
   // The object turns about its centre, which moves: what stays is the opposite side where it is seen.
   const AGPoint newCenter = box.Center();
@@ -249,6 +306,7 @@ void PointerTool::Turn(const AGPoint& map, PointerModifiers modifiers) {
   if (frame_.IsSingle()) {
     done_ = session_->Objects().SetAngle(session_->Selection().IDs(), angle);
   } else {
+    turned_ = angle;
     FollowFrame({frame_.Placement().bounds, angle});
   }
 }
@@ -277,9 +335,9 @@ Result<> PointerTool::Release(const AGPoint& point, PointerModifiers modifiers) 
   } else if (mode == Mode::kBand) {
     FinishBand(clicked, modifiers);
   } else if (clicked && toToggle != kNoObjectID) {
-    session_->Selection().Toggle(toToggle);
+    session_->Selection().Toggle(session_->Selection().UnitOf(toToggle));
   } else if (clicked && toSelectAlone != kNoObjectID) {
-    session_->Selection().Select({toSelectAlone});
+    SelectUnit(toSelectAlone);
   }
   return std::exchange(done_, {});
 }
@@ -294,7 +352,9 @@ bool PointerTool::Cancel() {
 void PointerTool::FinishBand(bool clicked, PointerModifiers modifiers) {
   const AGRect band{std::min(startMap_.x, lastMap_.x), std::min(startMap_.y, lastMap_.y),
                     std::max(startMap_.x, lastMap_.x), std::max(startMap_.y, lastMap_.y)};
-  const ObjectIDs taken = clicked ? ObjectIDs() : session_->Selection().ObjectsIn(band, Band::kTouched);
+  const ObjectIDs taken = clicked ? ObjectIDs() : session_->Selection().InBand(band, Band::kTouched);
+  while (clicked && !modifiers.shift && session_->Selection().Leave()) {
+  }
   if (modifiers.shift) {
     session_->Selection().Add(taken);
   } else {
@@ -305,7 +365,7 @@ void PointerTool::FinishBand(bool clicked, PointerModifiers modifiers) {
 AGRect PointerTool::NewBounds(bool clicked, PointerModifiers modifiers) const {
   const AGPoint from = Snapped(startMap_, modifiers);
   if (clicked) return {from.x, from.y - kNewSide, from.x + kNewSide, from.y};
-  AGPoint to = Snapped(lastMap_, modifiers);
+  AGPoint to = FitEdges(lastMap_, Snapped(lastMap_, modifiers), {1, 1}, modifiers);
   if (modifiers.shift) {
     const double side = std::max(std::fabs(to.x - from.x), std::fabs(to.y - from.y));
     to = {from.x + std::copysign(side, to.x - from.x), from.y + std::copysign(side, to.y - from.y)};
@@ -326,24 +386,59 @@ std::optional<AGRect> PointerTool::Band() const {
                 std::max(startMap_.y, lastMap_.y)};
 }
 
-PointerTool::Cursor PointerTool::CursorAt(const AGPoint& point) const {
-  if (session_ == nullptr) return Cursor::kArrow;
-  if (newClass_) return Cursor::kCross;
-  const SelectionFrame frame = SelectionFrame::Of(*session_);
-  const Handle handle = mode_ == Mode::kIdle ? frame.HandleAt(point, *view_) : handle_;
+PointerTool::Cursor PointerTool::CursorOf(Handle handle, double angle) const {
   if (handle == Handle::kRotate) return Cursor::kRotate;
   if (PropertyOfHandle(handle) != nullptr || handle == Handle::kGradient) return Cursor::kInner;
-  if (handle == Handle::kNone) {
-    const bool over = mode_ == Mode::kMove ||
-                      session_->Selection().ObjectAt(view_->ToMap(point), kHitTolerance / view_->Zoom()) != kNoObjectID;
-    return over ? Cursor::kMove : Cursor::kArrow;
-  }
   // The nearest of the four directions of arrow, on the screen, where y points down.
   const HandleSides sides = SidesOf(handle);
-  const double direction = std::atan2(sides.y, sides.x) + frame.Placement().angle;
+  const double direction = std::atan2(sides.y, sides.x) + angle;
   constexpr Cursor kCursors[] = {Cursor::kEastWest, Cursor::kRising, Cursor::kNorthSouth, Cursor::kFalling};
   const long eighth = std::lround(direction / (std::numbers::pi / 4));
   return kCursors[static_cast<std::size_t>((eighth % 4 + 4) % 4)];
+}
+
+PointerTool::Hover PointerTool::HoverAt(const AGPoint& point, PointerModifiers modifiers) const {
+  if (session_ == nullptr) return {};
+  if (newClass_) return {Cursor::kCross};
+  const SelectionFrame frame = SelectionFrame::Of(*session_);
+  const Handle handle = mode_ == Mode::kIdle ? frame.HandleAt(point, *view_) : handle_;
+  if (handle != Handle::kNone) return {CursorOf(handle, frame.Placement().angle)};
+  if (mode_ != Mode::kIdle) return {mode_ == Mode::kMove ? Cursor::kMove : Cursor::kArrow};
+  bool fromSelected = false;
+  const ObjectID object = modifiers.alt ? ObjectBelow(point, &fromSelected) : ObjectAt(point);
+  return {object == kNoObjectID ? Cursor::kArrow : Cursor::kMove, object};
+}
+
+// The sides that move go to other objects where those are near, and otherwise to `place`.
+AGPoint PointerTool::FitEdges(const AGPoint& map, const AGPoint& place, HandleSides sides,
+                              PointerModifiers modifiers) const {
+  AGPoint fitted = place;
+  if (!SnapsToObjects(modifiers)) return fitted;
+  const double reach = kSnapReach / view_->Zoom();
+  if (const auto fit = sides.x == 0 ? std::nullopt : targets_.FitEdge(0, map.x, reach)) fitted.x = map.x + *fit;
+  if (const auto fit = sides.y == 0 ? std::nullopt : targets_.FitEdge(1, map.y, reach)) fitted.y = map.y + *fit;
+  return fitted;
+}
+
+std::string PointerTool::DragText() const {
+  char text[80] = "";
+  AGRect box;
+  if (!IsDragging()) return text;
+  if (const auto band = Band(); band && mode_ == Mode::kMake) {
+    std::snprintf(text, sizeof(text), "%.1f × %.1f", band->Width(), band->Height());
+  } else if (mode_ == Mode::kMove && session_->Selection().GetShownBox(&box)) {
+    std::snprintf(text, sizeof(text), "%.1f, %.1f", box.x0, box.y0);
+  } else if (mode_ == Mode::kStretch || mode_ == Mode::kTurn) {
+    const SelectionFrame frame = SelectionFrame::Of(*session_);
+    const ObjectPlacement now = frameToCome_.value_or(frame.Placement());
+    constexpr double kDegree = std::numbers::pi / 180;
+    const double angle = std::remainder((frame_.IsSingle() ? now.angle : turned_) / kDegree, 360);
+    if (mode_ == Mode::kTurn) std::snprintf(text, sizeof(text), "%.1f°", angle);
+    if (mode_ == Mode::kStretch) {
+      std::snprintf(text, sizeof(text), "%.1f × %.1f", now.bounds.Width(), now.bounds.Height());
+    }
+  }
+  return text;
 }
 
 double PointerTool::Snapped(double value, PointerModifiers modifiers) const {

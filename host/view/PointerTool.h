@@ -10,11 +10,13 @@
 //
 //   on a handle            stretch (shift keeps the proportions, control keeps the centre), turn (shift: steps of 15
 //                          degrees), round, turn or move a gradient
-//   on an object           select, drag to move (shift: only along one axis); shift-click adds or takes away
+//   on an object           select, drag to move (shift: only along one axis); shift-click adds or takes away;
+//                          alt-click takes the next one below what is selected there, alt-drag moves what is selected
+//                          a double click enters a group, which otherwise is taken whole
 //   on nothing             a rubber band, which takes what it touches; with shift it adds
 //   with a class chosen    drag out a new object (shift: a square); a click makes one of 100 by 100
 //
-// Alt lets go of the grid.
+// Alt lets go of the grid and of other objects.
 //
 // Many objects are moved, stretched and turned at once, at the release: until then the session's selection is only
 // shown shifted, or its frame alone goes along, so that a motion costs the same however many they are.
@@ -25,6 +27,7 @@
 #include <string>
 
 #include "host/view/SelectionFrame.h"
+#include "host/view/SnapTargets.h"
 
 namespace host {
 
@@ -34,9 +37,10 @@ struct PointerModifiers {
   bool alt = false;
 };
 
-/// Places snap to multiples of a spacing; 0 switches it off.
-struct SnapGrid {
+/// What places snap to: multiples of a spacing, 0 for none, and other objects in sight, which go before it.
+struct SnapRules {
   double spacing = 0;
+  bool objects = false;
 };
 
 class PointerTool : public SessionObserver {
@@ -54,7 +58,9 @@ class PointerTool : public SessionObserver {
 
   /// Another document. A drag is given up.
   void SetSession(DocumentSession* session);
-  void SetSnap(const SnapGrid& snap) { snap_ = snap; }
+  void SetSnap(const SnapRules& snap) { snap_ = snap; }
+  /// The view's, in its pixels: what lies outside is nothing to snap to.
+  void SetSize(const AGSize& size) { size_ = size; }
   /// The class of what a drag makes; none to select.
   void SetNewClass(std::optional<AKClassID> classID);
   std::optional<AKClassID> NewClass() const { return newClass_; }
@@ -73,7 +79,21 @@ class PointerTool : public SessionObserver {
   std::optional<AGRect> Band() const;
   /// The frame that many objects are stretched or turned to at the release.
   std::optional<ObjectPlacement> FrameToCome() const { return frameToCome_; }
-  Cursor CursorAt(const AGPoint& point) const;
+  /// What the pointer is over: the cursor for it, and the object that a click would take.
+  struct Hover {
+    Cursor cursor = Cursor::kArrow;
+    ObjectID object = kNoObjectID;
+  };
+  Hover HoverAt(const AGPoint& point, PointerModifiers modifiers) const;
+  /// Where what is dragged fits to others.
+  const std::vector<SnapLine>& SnapLines() const { return snapLines_; }
+  /// The place, the size or the angle of what is dragged, for beside the pointer; empty when nothing is.
+  std::string DragText() const;
+  Cursor CursorAt(const AGPoint& point) const { return HoverAt(point, {}).cursor; }
+  /// Of a double click: enters the group that is there, one level. False when there is none.
+  bool EnterAt(const AGPoint& point);
+  /// Selects what a menu at the point is about: what is selected there already, or else the object that is there.
+  void SelectForMenu(const AGPoint& point);
 
   // SessionObserver
   void OnObjectChanged(ObjectID) override { NoticeOthers(); }
@@ -91,6 +111,11 @@ class PointerTool : public SessionObserver {
   void Begin();
   void LetGo();
   void StartOn(ObjectID object, PointerModifiers modifiers);
+  bool StartBelow(PointerModifiers modifiers);
+  void SelectUnit(ObjectID object);
+  ObjectID ObjectAt(const AGPoint& point) const;
+  ObjectID ObjectBelow(const AGPoint& point, bool* fromSelected) const;
+  Cursor CursorOf(Handle handle, double angle) const;
   void Drag(const AGPoint& point, PointerModifiers modifiers);
   void Move(const AGPoint& map, PointerModifiers modifiers);
   void ChangeFrame(const ObjectPlacement& to);
@@ -105,15 +130,21 @@ class PointerTool : public SessionObserver {
   AGRect NewBounds(bool clicked, PointerModifiers modifiers) const;
   double Snapped(double value, PointerModifiers modifiers) const;
   AGPoint Snapped(const AGPoint& map, PointerModifiers modifiers) const;
+  bool SnapsToObjects(PointerModifiers modifiers) const { return snap_.objects && !modifiers.alt; }
+  AGPoint FitEdges(const AGPoint& map, const AGPoint& place, HandleSides sides, PointerModifiers modifiers) const;
 
   DocumentSession* session_ = nullptr;
   const ViewTransform* view_;
-  SnapGrid snap_;
+  SnapRules snap_;
+  AGSize size_;
+  SnapTargets targets_;  // as the drag began
+  std::vector<SnapLine> snapLines_;
   std::optional<AKClassID> newClass_;
   Mode mode_ = Mode::kIdle;
   bool moved_ = false;    // beyond the few pixels of an unsteady hand
   bool isLater_ = false;  // the objects are changed at the release
   std::optional<ObjectPlacement> frameToCome_;
+  double turned_ = 0;                // by which several objects are, as the drag began
   AGRect box_;                       // of the selection, as the drag began to move it
   ObjectID toToggle_ = kNoObjectID;  // a shift-click that did not become a drag
   ObjectID toSelectAlone_ = kNoObjectID;

@@ -52,6 +52,19 @@ void ViewTransform::Fit(const AGRect& area, const AGSize& view, double margin) {
   offsetY_ = WholePixel(-center.y * scale - view.height / 2 * deviceScale_);
 }
 
+bool ViewTransform::Reveal(const AGRect& area, const AGSize& view, double margin) {
+  const auto offset = [margin](double low, double high, double room) {
+    if (high - low > room - 2 * margin) return low <= 0 && high >= room ? 0 : (low + high - room) / 2;
+    return low < margin ? low - margin : std::max(high + margin - room, 0.0);
+  };
+  const AGPoint upperLeft = ToView({area.x0, area.y1});
+  const AGPoint lowerRight = ToView({area.x1, area.y0});
+  const double dx = offset(upperLeft.x, lowerRight.x, view.width);
+  const double dy = offset(upperLeft.y, lowerRight.y, view.height);
+  Scroll(dx, dy);
+  return dx != 0 || dy != 0;
+}
+
 AGPoint ViewTransform::ToView(const AGPoint& map) const {
   const double scale = PixelsPerUnit();
   return {(map.x * scale - static_cast<double>(offsetX_)) / deviceScale_,
@@ -68,6 +81,16 @@ AGRect ViewTransform::Shown(const AGSize& view) const {
   const AGPoint upperLeft = ToMap({0, 0});
   const AGPoint lowerRight = ToMap({view.width, view.height});
   return {upperLeft.x, lowerRight.y, lowerRight.x, upperLeft.y};
+}
+
+AGPoint EdgeSpeed(const AGPoint& point, const AGSize& view) {
+  static constexpr double kEdge = 16;
+  static constexpr double kMost = 40;
+  const auto along = [](double place, double room) {
+    if (place < kEdge) return std::max((place - kEdge) / 2, -kMost);
+    return place > room - kEdge ? std::min((place - room + kEdge) / 2, kMost) : 0.0;
+  };
+  return {along(point.x, view.width), along(point.y, view.height)};
 }
 
 }  // namespace host

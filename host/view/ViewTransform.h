@@ -35,6 +35,9 @@ class ViewTransform {
   /// Shows an area of the map as large as the view allows, with a margin in pixels of the view. An empty area or view
   /// changes nothing.
   void Fit(const AGRect& area, const AGSize& view, double margin);
+  /// Scrolls as little as shows an area with a margin in pixels of the view, along each axis on which there is room for
+  /// it; along others its middle comes to the view's unless the area is all that is seen. False when nothing moves.
+  bool Reveal(const AGRect& area, const AGSize& view, double margin);
 
   AGPoint ToView(const AGPoint& map) const;
   AGPoint ToMap(const AGPoint& view) const;
@@ -47,5 +50,8 @@ class ViewTransform {
   std::int64_t offsetX_ = 0;
   std::int64_t offsetY_ = 0;
 };
+
+/// How far a view scrolls with each tick while something is dragged at its edge or beyond, in its pixels.
+AGPoint EdgeSpeed(const AGPoint& point, const AGSize& view);
 
 }  // namespace host

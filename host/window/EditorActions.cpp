@@ -99,6 +99,7 @@ void EditorWindow::AddEditActions() {
   AddTextCommand("paste", "clipboard.paste", [this] { PasteClipboard(); });
   AddTextCommand("select-all", kSelectAllText, [this] { session_->Selection().SelectAll(); });
   AddCommand("select-none", [this] { session_->Selection().SelectNone(); });
+  AddCommand("select-below", [this] { canvas_.SelectBelow(); });
   AddCommand("copy-style",
              [this] { EditorApplication::CopiedStyle() = StyleOf(session_->Doc(), session_->Selection().IDs()); });
   AddEdit("paste-style", [this](const ObjectIDs& ids) {
@@ -125,25 +126,70 @@ void EditorWindow::AddEditActions() {
     AddEdit(name,
             [this, change = change](const ObjectIDs& ids) { return session_->Arrangement().ChangeOrder(ids, change); });
   }
+  AddArrangeActions();
+  AddMarkActions();
+  AddCommand("add-layer", [this] { session_->Layers().Add(""); });
+}
+
+void EditorWindow::AddArrangeActions() {
   const std::pair<const char*, Alignment> alignments[] = {
       {"align-left", Alignment::kLeft}, {"align-center", Alignment::kCenter}, {"align-right", Alignment::kRight},
       {"align-top", Alignment::kTop},   {"align-middle", Alignment::kMiddle}, {"align-bottom", Alignment::kBottom}};
   for (const auto& [name, alignment] : alignments) {
     AddEdit(name, [this, alignment = alignment](const ObjectIDs& ids) {
-      return session_->Arrangement().Align(ids, alignment, ids.size() > 1 ? AlignTo::kObjects : AlignTo::kPage);
+      const bool isOne = !ids.empty() && session_->Selection().UnitOf(ids[0]).size() == ids.size();
+      return session_->Arrangement().Align(ids, alignment, isOne ? AlignTo::kPage : alignTo_);
     });
   }
+  const auto radio = std::make_shared<Glib::RefPtr<Gio::SimpleAction>>();
+  *radio = add_action_radio_string(
+      "align-to",
+      [this, radio](const Glib::ustring& to) {
+        alignTo_ = to == "page" ? AlignTo::kPage : to == "key" ? AlignTo::kKey : AlignTo::kObjects;
+        (*radio)->change_state(to);
+      },
+      "objects");
   AddEdit("distribute-horizontally",
           [this](const ObjectIDs& ids) { return session_->Arrangement().Distribute(ids, Axis::kHorizontal); });
   AddEdit("distribute-vertically",
           [this](const ObjectIDs& ids) { return session_->Arrangement().Distribute(ids, Axis::kVertical); });
-  AddCommand("add-layer", [this] { session_->Layers().Add(""); });
+  const std::pair<const char*, Sides> matches[] = {
+      {"match-width", Sides::kWidth}, {"match-height", Sides::kHeight}, {"match-size", Sides::kBoth}};
+  for (const auto& [name, sides] : matches) {
+    AddEdit(name, [this, sides = sides](const ObjectIDs& ids) { return session_->Arrangement().Match(ids, sides); });
+  }
+  AddEdit("repeat", [this](const ObjectIDs& ids) { return session_->Objects().Repeat(ids); });
+}
+
+// What comes back is selected, so that it is seen.
+void EditorWindow::AddMarkActions() {
+  AddEdit("group", [this](const ObjectIDs& ids) { return session_->Marks().Group(ids); });
+  AddEdit("ungroup", [this](const ObjectIDs& ids) { return session_->Marks().Ungroup(ids); });
+  AddEdit("lock", [this](const ObjectIDs& ids) { return session_->Marks().SetLocked(ids, true); });
+  AddEdit("hide", [this](const ObjectIDs& ids) { return session_->Marks().SetHidden(ids, true); });
+  AddEdit("unlock-all", [this](const ObjectIDs&) -> Result<> {
+    const ObjectIDs locked = session_->Marks().Locked();
+    if (locked.empty()) return {};
+    if (const auto done = session_->Marks().SetLocked(locked, false); !done) return done.Why();
+    session_->Selection().Select(locked);
+    return {};
+  });
+  AddEdit("show-all", [this](const ObjectIDs&) -> Result<> {
+    const ObjectIDs hidden = session_->Marks().Hidden();
+    if (hidden.empty()) return {};
+    if (const auto done = session_->Marks().SetHidden(hidden, false); !done) return done.Why();
+    session_->Selection().Select(hidden);
+    return {};
+  });
 }
 
 void EditorWindow::AddViewActions() {
   add_action("zoom-in", [this] { canvas_.ZoomBy(kZoomStep); });
   add_action("zoom-out", [this] { canvas_.ZoomBy(1 / kZoomStep); });
+  add_action("zoom-50", [this] { canvas_.ZoomTo(0.5); });
   add_action("zoom-100", [this] { canvas_.ZoomTo(1); });
+  add_action("zoom-200", [this] { canvas_.ZoomTo(2); });
+  add_action("zoom-drawing", [this] { canvas_.ZoomToDrawing(); });
   add_action("zoom-fit", [this] { canvas_.ZoomToFit(); });
   add_action("zoom-selection", [this] { canvas_.ZoomToSelection(); });
   add_action("gallery", [this] { ShowGallery(*this); });
@@ -153,7 +199,7 @@ void EditorWindow::AddViewActions() {
     bool snaps = false;
     gridAction_->get_state(shown);
     snapAction_->get_state(snaps);
-    canvas_.SetGrid(shown, snaps, gridSpacing_);
+    canvas_.SetGrid(shown, snaps, WindowSettings::Instance().snapToObjects, gridSpacing_);
   };
   const auto applyRulers = [this](bool on) {
     horizontalRuler_.set_visible(on);
@@ -163,6 +209,7 @@ void EditorWindow::AddViewActions() {
   snapAction_ = NewToggle("snap", &WindowSettings::snap, applyGrid);
   add_action(gridAction_);
   add_action(snapAction_);
+  add_action(NewToggle("snap-to-objects", &WindowSettings::snapToObjects, applyGrid));
   add_action(NewToggle("rulers", &WindowSettings::rulers, applyRulers));
   applyGrid(true);
   applyRulers(WindowSettings::Instance().rulers);
@@ -176,12 +223,32 @@ void EditorWindow::SetEnabled(const char* action, bool enabled) {
 void EditorWindow::UpdateActions() {
   UpdateTitle();
   const std::size_t count = session_->Selection().Count();
-  for (const char* action :
-       {"delete", "duplicate", "to-front", "forward", "backward", "to-back", "align-left", "align-center",
-        "align-right", "align-top", "align-middle", "align-bottom", "select-none", "zoom-selection", "copy-style",
-        "paste-style", "select-same-fill", "select-same-outline", "select-same-kind"}) {
+  for (const char* action : {"delete",
+                             "duplicate",
+                             "to-front",
+                             "forward",
+                             "backward",
+                             "to-back",
+                             "align-left",
+                             "align-center",
+                             "align-right",
+                             "align-top",
+                             "align-middle",
+                             "align-bottom",
+                             "select-none",
+                             "zoom-selection",
+                             "copy-style",
+                             "paste-style",
+                             "select-same-fill",
+                             "select-same-outline",
+                             "select-same-kind",
+                             "ungroup",
+                             "lock",
+                             "hide",
+                             "repeat"}) {
     SetEnabled(action, count > 0);
   }
+  for (const char* action : {"group", "match-width", "match-height", "match-size"}) SetEnabled(action, count > 1);
   SetEnabled("distribute-horizontally", count > 2);
   SetEnabled("distribute-vertically", count > 2);
   if (const auto application = std::dynamic_pointer_cast<EditorApplication>(get_application())) {

@@ -40,7 +40,8 @@ bool CanBeMade(const RegisteredClass& entry) { return entry.fromBundle && entry.
 
 }  // namespace
 
-EditorWindow::EditorWindow(std::unique_ptr<DocumentSession> session) {
+EditorWindow::EditorWindow(std::unique_ptr<DocumentSession> session)
+    : zoom_(100 * ViewTransform::kMinZoom, 100 * ViewTransform::kMaxZoom, 10, 0, Tr("Zoom")) {
   set_default_size(WindowSettings::Instance().width, WindowSettings::Instance().height);
   if (WindowSettings::Instance().maximized) maximize();
   set_show_menubar(true);
@@ -204,7 +205,12 @@ Gtk::Widget* EditorWindow::MakeStatusLine() {
   position_.set_xalign(0);
   position_.set_hexpand(true);
   line->append(position_);
+  zoom_.HideButtons();
+  zoom_.set_width_chars(5);
+  zoom_.set_tooltip_text(Tr("Zoom"));
+  zoom_.SignalChosen().connect([this](double percent) { canvas_.ZoomTo(percent / 100); });
   line->append(zoom_);
+  line->append(*Gtk::make_managed<Gtk::Label>("%"));
   return line;
 }
 
@@ -256,9 +262,7 @@ void EditorWindow::UpdateTitle() {
 }
 
 void EditorWindow::UpdateZoom() {
-  char text[32];
-  std::snprintf(text, sizeof(text), "%.0f %%", canvas_.View().Zoom() * 100);
-  zoom_.set_text(text);
+  zoom_.Show(canvas_.View().Zoom() * 100);
   horizontalRuler_.SetView(canvas_.View());
   verticalRuler_.SetView(canvas_.View());
 }

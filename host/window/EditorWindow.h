@@ -16,6 +16,7 @@
 #include "host/window/canvas/CanvasView.h"
 #include "host/window/canvas/Ruler.h"
 #include "host/window/panels/EditorPanel.h"
+#include "host/window/widgets/NumberField.h"
 
 namespace host {
 
@@ -70,6 +71,8 @@ class EditorWindow : public Gtk::ApplicationWindow, public SessionObserver {
   void RememberSize();
   void AddFileActions();
   void AddEditActions();
+  void AddArrangeActions();
+  void AddMarkActions();
   void AddViewActions();
   void AddEdit(const char* name, Edit edit);
   void AddPanels(Gtk::Box* side);
@@ -116,7 +119,8 @@ class EditorWindow : public Gtk::ApplicationWindow, public SessionObserver {
   Gtk::InfoBar message_;
   Gtk::Label messageText_;
   Gtk::Label position_;
-  Gtk::Label zoom_;
+  NumberField zoom_;  ///< percent
+  AlignTo alignTo_ = AlignTo::kObjects;
   Glib::RefPtr<Gtk::FileChooserNative> chooser_;
   Glib::RefPtr<Gio::SimpleAction> gridAction_;
   Glib::RefPtr<Gio::SimpleAction> snapAction_;

@@ -3,6 +3,8 @@
 #include <gdk/gdk.h>
 #include <gtkmm/accelerator.h>
 
+#include <string_view>
+
 #include "host/text/Localisation.h"
 
 namespace host {
@@ -56,6 +58,7 @@ const std::vector<MenuSection>& MenuSections() {
       {nullptr,
        {{N_("Select _All"), "win.select-all", {"<Control>a"}},
         {N_("Select _None"), "win.select-none", {"<Control><Shift>a"}},
+        {N_("Select the One _Below"), "win.select-below", {"<Control>b"}},
         {N_("Select Same _Fill"), "win.select-same-fill", {}},
         {N_("Select Same _Outline"), "win.select-same-outline", {}},
         {N_("Select Same _Kind"), "win.select-same-kind", {}}}},
@@ -64,7 +67,14 @@ const std::vector<MenuSection>& MenuSections() {
         {N_("Bring F_orward"), "win.forward", {"<Control>bracketright"}},
         {N_("_Send Backward"), "win.backward", {"<Control>bracketleft"}},
         {N_("Send to Bac_k"), "win.to-back", {"<Control><Shift>bracketleft"}}}},
+      {nullptr, {{N_("_Group"), "win.group", {"<Control>g"}}, {N_("_Ungroup"), "win.ungroup", {"<Control><Shift>g"}}}},
       {nullptr,
+       {{N_("Lock"), "win.lock", {"<Control>l"}},
+        {N_("U_nlock All"), "win.unlock-all", {"<Control><Shift>l"}},
+        {N_("H_ide"), "win.hide", {"<Control>h"}},
+        {N_("Sho_w All"), "win.show-all", {"<Control><Shift>h"}}}},
+      {nullptr, {{N_("New La_yer"), "win.add-layer", {"<Control><Shift>n"}}}},
+      {N_("_Arrange"),
        {{N_("Align _Left"), "win.align-left", {}},
         {N_("Align _Center"), "win.align-center", {}},
         {N_("Align _Right"), "win.align-right", {}},
@@ -72,19 +82,31 @@ const std::vector<MenuSection>& MenuSections() {
         {N_("Align _Middle"), "win.align-middle", {}},
         {N_("Align _Bottom"), "win.align-bottom", {}}}},
       {nullptr,
+       {{N_("Align to Each Other"), "win.align-to::objects", {}},
+        {N_("Align to the Page"), "win.align-to::page", {}},
+        {N_("Align to the Last Selected"), "win.align-to::key", {}}}},
+      {nullptr,
        {{N_("Distribute _Horizontally"), "win.distribute-horizontally", {}},
         {N_("Distribute _Vertically"), "win.distribute-vertically", {}}}},
-      {nullptr, {{N_("New La_yer"), "win.add-layer", {"<Control><Shift>n"}}}},
+      {nullptr,
+       {{N_("Match Width"), "win.match-width", {}},
+        {N_("Match Height"), "win.match-height", {}},
+        {N_("Match Size"), "win.match-size", {}},
+        {N_("Repeat Last Transform"), "win.repeat", {"<Control><Shift>t"}}}},
       {N_("_View"),
        {{N_("Zoom _In"), "win.zoom-in", {"<Control>plus", "<Control>equal", "<Control>KP_Add"}},
         {N_("Zoom _Out"), "win.zoom-out", {"<Control>minus", "<Control>KP_Subtract"}},
+        {N_("_50 %"), "win.zoom-50", {}},
         {N_("_100 %"), "win.zoom-100", {"<Control>1"}},
+        {N_("_200 %"), "win.zoom-200", {}},
         {N_("Fit _Page"), "win.zoom-fit", {"<Control>0"}},
-        {N_("Fit _Selection"), "win.zoom-selection", {"<Control>2"}}}},
+        {N_("Fit _Selection"), "win.zoom-selection", {"<Control>2"}},
+        {N_("Fit Dra_wing"), "win.zoom-drawing", {"<Control>3"}}}},
       {nullptr,
        {{N_("_Rulers"), "win.rulers", {"<Control>r"}},
-        {N_("_Grid"), "win.grid", {"<Control>g"}},
-        {N_("S_nap to Grid"), "win.snap", {"<Control><Shift>g"}},
+        {N_("_Grid"), "win.grid", {"<Control><Alt>g"}},
+        {N_("S_nap to Grid"), "win.snap", {"<Control><Alt><Shift>g"}},
+        {N_("Snap to _Objects"), "win.snap-to-objects", {"<Control><Alt>o"}},
         {N_("_Dark"), "app.dark", {}}}},
       {nullptr, {{N_("Galler_y"), "win.gallery", {}}}},
       {N_("_Help"),
@@ -92,6 +114,38 @@ const std::vector<MenuSection>& MenuSections() {
   };
   return sections;
 }
+
+namespace {
+
+const std::vector<std::vector<const char*>>& ContextActions() {
+  static const std::vector<std::vector<const char*>> sections = {
+      {"win.cut", "win.copy", "win.paste", "win.duplicate", "win.delete"},
+      {"win.copy-style", "win.paste-style"},
+      {"win.to-front", "win.forward", "win.backward", "win.to-back"},
+      {"win.group", "win.ungroup", "win.lock", "win.hide"},
+      {"win.select-below", "win.select-all", "win.zoom-selection"},
+  };
+  return sections;
+}
+
+const ActionKeys* FindEntry(std::string_view action) {
+  for (const MenuSection& section : MenuSections()) {
+    for (const ActionKeys& entry : section.entries) {
+      if (entry.action == action) return &entry;
+    }
+  }
+  return nullptr;
+}
+
+Glib::RefPtr<Gio::MenuItem> MakeItem(const ActionKeys& entry) {
+  auto item = Gio::MenuItem::create(Tr(entry.title), entry.action);
+  if (entry.canvasKey != nullptr) {
+    item->set_attribute_value("accel", Glib::Variant<Glib::ustring>::create(entry.canvasKey));
+  }
+  return item;
+}
+
+}  // namespace
 
 Menus MakeMenus() {
   Menus menus;
@@ -104,11 +158,7 @@ Menus MakeMenus() {
     }
     auto entries = Gio::Menu::create();
     for (const ActionKeys& entry : section.entries) {
-      const auto item = Gio::MenuItem::create(Tr(entry.title), entry.action);
-      if (entry.canvasKey != nullptr) {
-        item->set_attribute_value("accel", Glib::Variant<Glib::ustring>::create(entry.canvasKey));
-      }
-      entries->append_item(item);
+      entries->append_item(MakeItem(entry));
       if (std::string("win.open") != entry.action) continue;
       menus.recent = Gio::Menu::create();
       entries->append_submenu(Tr("Open _Recent"), menus.recent);
@@ -117,6 +167,18 @@ Menus MakeMenus() {
     if (std::string("win.undo") == section.entries[0].action) menus.undo = entries;
   }
   return menus;
+}
+
+Glib::RefPtr<Gio::Menu> MakeContextMenu() {
+  auto menu = Gio::Menu::create();
+  for (const auto& actions : ContextActions()) {
+    auto section = Gio::Menu::create();
+    for (const char* action : actions) {
+      if (const ActionKeys* entry = FindEntry(action)) section->append_item(MakeItem(*entry));
+    }
+    menu->append_section(section);
+  }
+  return menu;
 }
 
 void SetKeys(Gtk::Application& application) {

@@ -30,6 +30,8 @@ struct Menus {
   Glib::RefPtr<Gio::Menu> undo;    ///< the section with undo and redo, whose titles change
 };
 Menus MakeMenus();
+/// What the right button offers on the canvas.
+Glib::RefPtr<Gio::Menu> MakeContextMenu();
 void SetKeys(Gtk::Application& application);
 /// The action of a bracket's key with Ctrl, for where the toolkit does not find it: with Shift it writes another
 /// character, and keyboards without brackets have other keys at their place. Null for any other key.

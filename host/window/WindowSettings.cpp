@@ -39,9 +39,11 @@ WindowSettings Load() {
   Read(file.get(), "Dark", &settings.dark);
   Read(file.get(), "Grid", &settings.grid);
   Read(file.get(), "Snap", &settings.snap);
+  Read(file.get(), "SnapToObjects", &settings.snapToObjects);
   Read(file.get(), "Rulers", &settings.rulers);
   gsize count = 0;
   gchar** const names = g_key_file_get_string_list(file.get(), kGroup, "ClosedPanels", &count, nullptr);
+  if (names != nullptr) settings.closedPanels.clear();
   for (gsize i = 0; i < count; ++i) settings.closedPanels.insert(names[i]);
   g_strfreev(names);
   return settings;
@@ -62,6 +64,7 @@ void WindowSettings::Save() const {
   g_key_file_set_boolean(file.get(), kGroup, "Dark", dark);
   g_key_file_set_boolean(file.get(), kGroup, "Grid", grid);
   g_key_file_set_boolean(file.get(), kGroup, "Snap", snap);
+  g_key_file_set_boolean(file.get(), kGroup, "SnapToObjects", snapToObjects);
   g_key_file_set_boolean(file.get(), kGroup, "Rulers", rulers);
   std::vector<const char*> names;
   for (const std::string& name : closedPanels) names.push_back(name.c_str());

@@ -13,8 +13,9 @@ struct WindowSettings {
   bool dark = false;
   bool grid = false;
   bool snap = false;
+  bool snapToObjects = true;
   bool rulers = true;
-  std::set<std::string> closedPanels;  ///< by their English names
+  std::set<std::string> closedPanels{"Page"};  ///< by their English names
 
   /// Those of the program, read at the first use. A file that is missing or damaged gives what it can.
   static WindowSettings& Instance();

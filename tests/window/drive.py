@@ -340,12 +340,12 @@ def select_by_click_and_band():
 @scenario
 def snap_to_grid():
     with Editor([BOX], (200, 160)) as window:
-        window.key("ctrl+shift+g")
+        window.key("ctrl+alt+shift+g")
         window.drag([window.at(200, 160), window.at(223, 164)])
         window.expect("on the grid", lambda items: has_bounds(items[0], 120, 100, 320, 220))
         window.drag([window.at(320, 160), window.at(344, 160)])
         window.expect("its side on the grid", lambda items: has_bounds(items[0], 120, 100, 340, 220))
-        window.key("ctrl+shift+g")
+        window.key("ctrl+alt+shift+g")
         window.drag([window.at(220, 160), window.at(223, 164)])
         window.expect("anywhere", lambda items: has_bounds(items[0], 123, 104, 343, 224))
 
@@ -942,7 +942,7 @@ def the_window_comes_back_as_it_was():
         window.settle()
         title = window.find_text("Object", (840, 20, 1100, 700))
         window.click((title[0] + 10, (title[1] + title[3]) // 2))
-        window.key("ctrl+g", "ctrl+r", "ctrl+shift+g", "alt+v")
+        window.key("ctrl+alt+g", "ctrl+r", "ctrl+alt+shift+g", "alt+v")
         window.settle()
         window.key("d")
 
@@ -978,8 +978,178 @@ def keys_of_the_menus():
 
 
 @scenario
+def below_beside_and_in_the_menu():
+    stack = [("--bounds", "100,100,300,220"), ("--bounds", "120,100,320,220"), ("--bounds", "140,100,340,220"),
+             ("--bounds", "560,360,580,380")]
+    with Editor(stack) as window:
+        def moves(what, *expected):
+            window.key("Up")
+            window.expect(what, lambda items: [item["bounds"][1] % 20 for item in items] == list(expected))
+            window.key("ctrl+z")
+
+        place = window.at(220, 160)
+        for what, modifier, expected in (("the front", "alt", (0, 0, 1, 0)), ("below it", "alt", (0, 1, 0, 0)),
+                                         ("at the back", "alt", (1, 0, 0, 0)), ("the front again", "alt", (0, 0, 1, 0))):
+            window.click(place, modifier)
+            moves(what, *expected)
+        window.key("ctrl+b")
+        moves("below by the key", 0, 1, 0, 0)
+        # What the pointer is over, and each of several that are selected, has an outline.
+        edge = window.at(300, 150)
+        seen = [DESKTOP.picture().pixel(*edge)]
+        DESKTOP.input("mousemove", *window.at(110, 160))
+        wait_for("an outline at the pointer", lambda: DESKTOP.picture().pixel(*edge) != seen[0])
+        window.key("ctrl+a")
+        move_pointer_away()
+        for corner in ((100, 220), (560, 370)):
+            wait_for("an outline in the frame", lambda: DESKTOP.picture().pixel(*window.at(*corner))[2] > 150)
+        # The menu is about what the button was pressed on; the keys are the canvas's again after it.
+        window.key("Escape")
+        DESKTOP.input("mousemove", *window.at(110, 160), "click", 3)
+        x0, y0, x1, y1 = window.find_text("Bring to Front")
+        window.click(((x0 + x1) // 2, (y0 + y1) // 2))
+        window.expect("the hindmost in front", lambda items: items[3]["bounds"][0] == 100)
+        moves("the same by the keys", 0, 0, 0, 1)
+        window.key("shift+F10")
+        window.find_text("Send to Back")
+        window.key("Escape", "shift+Tab", "shift+Page_Up")
+        moves("previous ones", 0, 1, 1, 0)
+        window.key("ctrl+1", "Escape", "Tab", "ctrl+2", "Tab", "Tab")
+        handle(window)
+        moves("the one that came in sight", 0, 0, 1, 0)
+
+
+@scenario
+def groups_locks_and_what_is_hidden():
+    three = TWO + [("--bounds", "450,50,550,150")]
+    with Editor(three) as window:
+        def marks(what, condition):
+            window.expect(what, lambda items: condition([item["groups"] for item in items],
+                                                        [item["locked"] for item in items],
+                                                        [item["hidden"] for item in items]))
+
+        def moves(what, *expected):
+            window.key("Up")
+            window.expect(what, lambda items: [item["bounds"][1] - 50 for item in items] == list(expected))
+            window.key("ctrl+z")
+
+        window.click(window.at(100, 100))
+        window.click(window.at(300, 100), "shift")
+        window.key("ctrl+g")
+        marks("a group", lambda groups, *_: groups == [[0], [0], []])
+        window.key("Escape")
+        window.click(window.at(300, 100))
+        moves("all of it by a click", 1, 1, 0)
+        DESKTOP.input("mousemove", *window.at(300, 100), "click", "--repeat", 2, "--delay", 60, 1)
+        moves("one after a double click", 0, 1, 0)
+        window.key("Escape")
+        moves("the group that was left", 1, 1, 0)
+        window.key("Tab")
+        moves("what comes after the group", 0, 0, 1)
+        window.key("ctrl+l")
+        marks("one locked", lambda _, locked, hidden: locked == [False, False, True] and not any(hidden))
+        window.click(window.at(500, 100))
+        window.key("ctrl+a", "ctrl+h")
+        marks("the others hidden", lambda _, locked, hidden: hidden == [True, True, False])
+        paper = window.PAPER
+        wait_for("paper in their place", lambda: DESKTOP.picture().pixel(*window.at(100, 100)) == paper)
+        window.key("ctrl+shift+l", "ctrl+shift+h")
+        marks("all back", lambda groups, locked, hidden: not any(locked) and not any(hidden))
+        window.key("ctrl+shift+g")
+        marks("no group", lambda groups, *_: groups == [[], [], []])
+        for _ in range(5):
+            window.key("ctrl+z")
+        marks("step by step back", lambda groups, locked, hidden: groups == [[0], [0], []] and not any(locked + hidden))
+
+
+@scenario
+def fits_to_others_and_scrolls_at_the_edge():
+    snap_color = (230, 60, 110)
+    with Editor(TWO) as window:
+        window.drag([window.at(100, 100), window.at(110, 203)], release=False)
+        wait_for("a line along what it fits to", lambda: DESKTOP.picture().find(snap_color, canvas(window)))
+        window.find_text("60.0, 150.0")
+        DESKTOP.input("mouseup", 1)
+        window.expect("on the other's upper edge", lambda items: has_bounds(items[0], 60, 150, 160, 250))
+        wait_for("no line", lambda: not DESKTOP.picture().find(snap_color, canvas(window)))
+        window.drag([window.at(110, 200), window.at(120, 202)], "alt")
+        window.expect("let go", lambda items: has_bounds(items[0], 70, 152, 170, 252))
+        window.key("ctrl+alt+o")
+        window.drag([window.at(110, 200), window.at(100, 199)])
+        window.expect("switched off", lambda items: has_bounds(items[0], 60, 151, 160, 251))
+        # Beyond the edge the sheet moves under the pointer, and what is dragged goes on.
+        window.drag([window.at(110, 200), (1000, window.at(110, 200)[1])], release=False, rest=1.5)
+        DESKTOP.input("mouseup", 1)
+        items = window.expect("further than the pointer went", lambda items: items[0]["bounds"][0] > 1000)
+        assert near(items[0]["bounds"][1], 151, 0.01), items
+
+
+@scenario
+def sizes_places_and_transforms():
+    with Editor(TWO) as window:
+        def choose(entry):
+            move_pointer_away()
+            window.key("alt+a")
+            x0, y0, x1, y1 = window.find_text(entry, (0, 0, 700, 900))
+            window.click(((x0 + x1) // 2, (y0 + y1) // 2))
+
+        window.key("ctrl+alt+o")
+        window.click(window.at(300, 100))
+        window.click(window.at(100, 100), "shift")
+        choose("Match Width")
+        window.expect("as wide as the last one", lambda items: has_bounds(items[1], 275, 50, 375, 150))
+        choose("Align to the Last Selected")
+        choose("Align Left")
+        window.expect("at the left of the last one", lambda items: has_bounds(items[1], 50, 50, 150, 150))
+        window.key("ctrl+z", "Escape")
+        window.drag([window.at(100, 100), window.at(120, 150)])
+        window.key("Escape")
+        window.click(window.at(300, 100))
+        window.key("ctrl+shift+t")
+        window.expect("moved like the other one", lambda items: has_bounds(items[1], 295, 100, 395, 200))
+        window.key("ctrl+3")
+        wait_for("the drawing larger", lambda: not window._find_page())
+        # The zoom in a field.
+        x0, y0, x1, y1 = window.find_text("%", (1000, 720, 1180, 760))
+        window.click((x0 - 25, (y0 + y1) // 2))
+        window.key("ctrl+a")
+        window.type("100\n")
+        wait_for("the page at 100 %", window._find_page)
+
+
+@scenario
+def the_page_by_its_panel():
+    with Editor([BOX]) as window:
+        def size():
+            window.save()
+            page = json.loads(window.objecthost("list", "--json", window.path))["page"]
+            return round(page["width"], 3), round(page["height"], 3)
+
+        window.desktop.input("mousemove", 1060, 240, "click", "--repeat", 40, "--delay", 10, 5)
+        window.settle()
+        x0, y0, x1, y1 = window.find_text("Page", (920, 0, 1180, 760))
+        window.click(((x0 + x1) // 2, (y0 + y1) // 2))
+        window.settle()
+        window.desktop.input("mousemove", 1060, 240, "click", "--repeat", 40, "--delay", 10, 5)
+        window.settle()
+        x0, y0, x1, y1 = window.find_text("Fit to Drawing", (920, 0, 1180, 760))
+        window.click(((x0 + x1) // 2, (y0 + y1) // 2))
+        wait_for("the page as large as the drawing", lambda: size() == (200, 120))
+        x0, y0, x1, y1 = window.find_text("Landscape", (920, 0, 1180, 760))
+        window.click(((x0 + x1) // 2, (y0 + y1) // 2))
+        window.key("Up", "Return")
+        window.settle()
+        wait_for("the page upright", lambda: size() == (120, 200))
+        window.key("ctrl+z", "ctrl+z")
+        wait_for("both undone", lambda: size() == (600, 400))
+
+
+ELSEWHERE = {"ctrl+shift+t", "ctrl+b", "ctrl+g", "ctrl+shift+g", "ctrl+l", "ctrl+shift+l", "ctrl+h", "ctrl+shift+h"}  # keys that other scenarios press
+
+
+@scenario
 def every_shortcut():
-    left = keys_of_the_menus()
+    left = keys_of_the_menus() - ELSEWHERE
     three = TWO + [("--bounds", "450,50,550,150")]
     with Editor(three, (100, 100)) as window:
         def press(key):
@@ -1021,12 +1191,13 @@ def every_shortcut():
                            ("ctrl+KP_Subtract", 600), ("ctrl+KP_Add", 750)):
             press(key)
             wait_for(f"{width} pixels after {key}", lambda: paper() == width)
-        for key in ("ctrl+0", "ctrl+2"):
+        for key in ("ctrl+0", "ctrl+3", "ctrl+2"):
             before = paper()
             press(key)
             wait_for(f"another zoom after {key}", lambda: paper() not in (before, None))
         settings = window.folder / ".config" / "objecthost" / "window.ini"
-        for key, line in (("ctrl+r", "Rulers=false"), ("ctrl+g", "Grid=true"), ("ctrl+shift+g", "Snap=true")):
+        for key, line in (("ctrl+r", "Rulers=false"), ("ctrl+alt+g", "Grid=true"), ("ctrl+alt+shift+g", "Snap=true"),
+                          ("ctrl+alt+o", "SnapToObjects=false")):
             press(key)
             wait_for(line, lambda: settings.exists() and line in settings.read_text())
 
@@ -1058,7 +1229,7 @@ def keys_and_wheel_of_the_canvas():
         window.key("Escape")
         DESKTOP.input("mouseup", 1)
         window.expect("a drag given up", lambda items: has_bounds(items[0], 50, 52, 150, 152))
-        window.key("ctrl+shift+g")
+        window.key("ctrl+alt+shift+g")
         window.drag([start, window.at(104, 107)], "alt")
         window.expect("let go of the grid", lambda items: has_bounds(items[0], 54, 59, 154, 159))
 

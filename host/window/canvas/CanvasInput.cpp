@@ -1,12 +1,16 @@
 // Pointer and keyboard of the canvas.
 #include <gdk/gdkkeysyms.h>
+#include <glibmm/main.h>
 #include <gtkmm/eventcontrollerkey.h>
 #include <gtkmm/eventcontrollermotion.h>
 #include <gtkmm/eventcontrollerscroll.h>
+#include <gtkmm/gestureclick.h>
 #include <gtkmm/gesturedrag.h>
 #include <gtkmm/gesturezoom.h>
 
+#include <algorithm>
 #include <cmath>
+#include <unordered_set>
 
 #include "host/window/SlideStep.h"
 #include "host/window/canvas/CanvasView.h"
@@ -45,6 +49,7 @@ void CanvasView::AddPointer() {
       return;
     }
     SlideStep::End();
+    pressed_ = view_.ToMap(Cleaned(x, y));
     tool_.Press(Cleaned(x, y), ModifiersOf(gesture->get_current_event_state()));
     SlideStep::Drag([this] {
       if (const auto done = tool_.Finish(); !done) problem_.emit(done.Why());
@@ -61,14 +66,14 @@ void CanvasView::AddPointer() {
       return;
     }
     if (!gesture->get_start_point(x, y)) return;
-    tool_.Motion(Cleaned(x + dx, y + dy), ModifiersOf(gesture->get_current_event_state()));
-    queue_draw();
+    DragTo(Cleaned(x + dx, y + dy), ModifiersOf(gesture->get_current_event_state()));
   });
   drag->signal_drag_end().connect([this, gesture](double dx, double dy) {
     double x = 0;
     double y = 0;
     if (!gesture->get_start_point(x, y)) return;
     SlideStep::Drag(nullptr);
+    edgeTimer_.disconnect();
     const bool made = tool_.NewClass().has_value();
     const auto done = tool_.Release(Cleaned(x + dx, y + dy), ModifiersOf(gesture->get_current_event_state()));
     if (!done) problem_.emit(done.Why());
@@ -79,15 +84,65 @@ void CanvasView::AddPointer() {
   drag->signal_cancel().connect([](Gdk::EventSequence*) { SlideStep::End(); });
   add_controller(drag);
 
+  auto click = Gtk::GestureClick::create();
+  click->set_button(GDK_BUTTON_PRIMARY);
+  click->signal_pressed().connect([this](int count, double x, double y) {
+    if (count == 2 && !panning_ && tool_.EnterAt(Cleaned(x, y))) queue_draw();
+  });
+  add_controller(click);
+
   auto motion = Gtk::EventControllerMotion::create();
-  motion->signal_motion().connect([this](double x, double y) {
+  Gtk::EventControllerMotion* const controller = motion.get();
+  motion->signal_motion().connect([this, controller](double x, double y) {
     lastPointer_ = Cleaned(x, y);
     pointerInside_ = true;
-    ShowPointer(lastPointer_);
+    ShowPointer(lastPointer_, ModifiersOf(controller->get_current_event_state()));
     pointer_.emit(view_.ToMap(lastPointer_));
   });
-  motion->signal_leave().connect([this] { pointerInside_ = false; });
+  motion->signal_leave().connect([this] {
+    pointerInside_ = false;
+    queue_draw();
+  });
   add_controller(motion);
+}
+
+// While the pointer stays at the view's edge or beyond it the view scrolls there, and the drag goes on.
+void CanvasView::DragTo(const AGPoint& point, PointerModifiers modifiers) {
+  constexpr unsigned int kTick = 25;  // milliseconds
+  dragPoint_ = point;
+  dragModifiers_ = modifiers;
+  tool_.Motion(point, modifiers);
+  queue_draw();
+  const AGPoint speed = EdgeSpeed(point, Size());
+  if (!tool_.IsDragging() || (speed.x == 0 && speed.y == 0)) {
+    edgeTimer_.disconnect();
+  } else if (!edgeTimer_.connected()) {
+    edgeTimer_ = Glib::signal_timeout().connect([this] { return ScrollAtEdge(); }, kTick);
+  }
+}
+
+bool CanvasView::ScrollAtEdge() {
+  const AGPoint speed = EdgeSpeed(dragPoint_, Size());
+  if (!tool_.IsDragging() || (speed.x == 0 && speed.y == 0)) return false;
+  view_.Scroll(speed.x, speed.y);
+  ViewChanged();
+  tool_.Motion(dragPoint_, dragModifiers_);
+  return true;
+}
+
+// The right button's menu, and that of the keyboard.
+void CanvasView::AddMenu() {
+  auto click = Gtk::GestureClick::create();
+  click->set_button(GDK_BUTTON_SECONDARY);
+  click->signal_pressed().connect([this](int, double x, double y) {
+    if (session_ == nullptr) return;
+    grab_focus();
+    SlideStep::End();
+    pressed_ = view_.ToMap(Cleaned(x, y));
+    tool_.SelectForMenu(Cleaned(x, y));
+    menu_.Open(Cleaned(x, y));
+  });
+  add_controller(click);
 }
 
 // The middle button moves the sheet, as the left one does while the space bar is held.
@@ -165,7 +220,7 @@ bool CanvasView::OnKey(guint key, Gdk::ModifierType state) {
         queue_draw();
       } else if (tool_.NewClass()) {
         SetNewClass(std::nullopt);
-      } else {
+      } else if (!session_->Selection().Leave()) {
         session_->Selection().SelectNone();
       }
       return true;
@@ -177,9 +232,19 @@ bool CanvasView::OnKey(guint key, Gdk::ModifierType state) {
       return true;
     case GDK_KEY_Page_Down:
     case GDK_KEY_Page_Up:
-      if (session_->Doc().ObjectCount() == 0 || modifiers.control) return false;
+    case GDK_KEY_Tab:
+    case GDK_KEY_ISO_Left_Tab: {
+      if (session_->Doc().ObjectCount() == 0 || modifiers.control || modifiers.alt) return false;
       SlideStep::End();
-      SelectNext(key == GDK_KEY_Page_Up);
+      const bool isPage = key == GDK_KEY_Page_Down || key == GDK_KEY_Page_Up;
+      SelectNext(isPage ? key == GDK_KEY_Page_Up : modifiers.shift, isPage && modifiers.shift);
+      return true;
+    }
+    case GDK_KEY_Menu:
+    case GDK_KEY_F10:
+      if (key == GDK_KEY_F10 && !modifiers.shift) return false;
+      SlideStep::End();
+      OpenMenuOfSelection();
       return true;
     default:
       return false;
@@ -196,18 +261,38 @@ void CanvasView::Nudge(double dx, double dy) {
   if (const auto done = session_->Objects().Move(session_->Selection().IDs(), dx, dy); !done) problem_.emit(done.Why());
 }
 
-// The keyboard's way through the objects: the next one in drawing order that can be selected.
-void CanvasView::SelectNext(bool backwards) {
+// At the middle of what is selected, as far as that is in sight.
+void CanvasView::OpenMenuOfSelection() {
+  AGRect box;
+  AGPoint place = Middle();
+  if (session_->Selection().GetShownBox(&box)) place = view_.ToView(box.Center());
+  menu_.Open({std::clamp(place.x, 0.0, Size().width), std::clamp(place.y, 0.0, Size().height)});
+}
+
+void CanvasView::SelectBelow() {
+  const ObjectID object = tool_.HoverAt(view_.ToView(pressed_), {.alt = true}).object;
+  if (object == kNoObjectID) return;
+  session_->Selection().LeaveFor(object);
+  session_->Selection().Select(session_->Selection().UnitOf(object));
+  RevealObject(object);
+}
+
+// The keyboard's way through objects and groups: the next one in drawing order that can be selected.
+void CanvasView::SelectNext(bool backwards, bool adds) {
   const Document& document = session_->Doc();
   const std::size_t count = document.ObjectCount();
   const ObjectIDs& selected = session_->Selection().IDs();
+  const ObjectIDs current = selected.empty() ? ObjectIDs() : session_->Selection().UnitOf(selected.back());
+  const std::unordered_set<ObjectID> passed(current.begin(), current.end());
   std::size_t number = selected.empty() ? (backwards ? 0 : count - 1) : document.NumberOf(selected.back());
   for (std::size_t tried = 0; tried < count; ++tried) {
     number = (number + (backwards ? count - 1 : 1)) % count;
     const ObjectID id = document.ObjectAt(number).id;
-    if (!session_->Selection().IsEditable(id)) continue;
-    session_->Selection().Select({id});
-    return;
+    if (!session_->Selection().IsEditable(id) || !session_->Selection().IsWithinEntered(*document.Find(id))) continue;
+    if (adds ? session_->Selection().Contains(id) : passed.contains(id)) continue;
+    const ObjectIDs unit = session_->Selection().UnitOf(id);
+    adds ? session_->Selection().Add(unit) : session_->Selection().Select(unit);
+    return RevealObject(id);
   }
 }
 

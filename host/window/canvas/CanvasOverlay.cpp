@@ -7,15 +7,11 @@ namespace host {
 namespace {
 
 constexpr AGColor kAccent(38, 110, 220);
+constexpr AGColor kFaintAccent(38, 110, 220, 150);
+constexpr AGColor kGroupColor(200, 90, 200);
+constexpr AGColor kSnapColor(230, 60, 110);
 constexpr double kMargin = 3;
-
-AGPointArray Corners(const SelectionFrame& frame, const ViewTransform& view) {
-  AGPointArray points;
-  for (Handle handle : {Handle::kLowerLeft, Handle::kLowerRight, Handle::kUpperRight, Handle::kUpperLeft}) {
-    points.Append(frame.PositionOf(handle, view));
-  }
-  return points;
-}
+constexpr double kEnteredGap = 5;  // pixels around a group that was entered
 
 AGRect ToView(const AGRect& map, const ViewTransform& view) {
   const AGPoint a = view.ToView({map.x0, map.y0});
@@ -32,6 +28,21 @@ void Include(const AGPoint& point, double reach, AGRect* box) {
 
 // Lines in the middle of pixels.
 AGPoint Crisp(const AGPoint& point) { return {std::floor(point.x) + 0.5, std::floor(point.y) + 0.5}; }
+
+AGPointArray Corners(const SelectionFrame& frame, const ViewTransform& view) {
+  AGPointArray points;
+  for (Handle handle : {Handle::kLowerLeft, Handle::kLowerRight, Handle::kUpperRight, Handle::kUpperLeft}) {
+    points.Append(Crisp(frame.PositionOf(handle, view)));
+  }
+  return points;
+}
+
+AGPointArray Corners(const ObjectPlacement& placement, const ViewTransform& view) {
+  AGPoint corners[4];
+  GetTurnedCorners(placement, corners);
+  for (AGPoint& corner : corners) corner = Crisp(view.ToView(corner));
+  return {corners, 4};
+}
 
 void DrawHandle(AGContext* context, Handle handle, const AGPoint& place) {
   const AGPoint p = Crisp(place);
@@ -52,37 +63,58 @@ void DrawHandle(AGContext* context, Handle handle, const AGPoint& place) {
 
 }  // namespace
 
-bool GetOverlayBounds(const SelectionFrame& frame, const std::optional<AGRect>& band, const ViewTransform& view,
-                      AGRect* bounds) {
-  if (frame.IsEmpty() && !band) return false;
+bool GetOverlayBounds(const Overlay& overlay, const ViewTransform& view, AGRect* bounds) {
+  if (overlay.frame.IsEmpty() && overlay.hovered.empty() && !overlay.entered && !overlay.band) return false;
   AGRect box{1e9, 1e9, -1e9, -1e9};
-  if (!frame.IsEmpty()) {
-    for (const AGPoint& corner : Corners(frame, view)) Include(corner, SelectionFrame::kHalfHandle + kMargin, &box);
-    Include(frame.PositionOf(Handle::kRotate, view), SelectionFrame::kHalfHandle + kMargin, &box);
+  if (!overlay.frame.IsEmpty()) {
+    constexpr double kReach = SelectionFrame::kHalfHandle + kMargin;
+    for (const AGPoint& corner : Corners(overlay.frame, view)) Include(corner, kReach, &box);
+    Include(overlay.frame.PositionOf(Handle::kRotate, view), kReach, &box);
   }
-  if (band) {
-    const AGRect part = ToView(*band, view);
-    Include({part.x0, part.y0}, kMargin, &box);
-    Include({part.x1, part.y1}, kMargin, &box);
+  for (const ObjectPlacement& placement : overlay.hovered) {
+    for (const AGPoint& corner : Corners(placement, view)) Include(corner, kMargin, &box);
+  }
+  for (const std::optional<AGRect>& part : {overlay.entered, overlay.band}) {
+    if (!part) continue;
+    const AGRect shown = ToView(*part, view);
+    Include({shown.x0, shown.y0}, kEnteredGap + kMargin, &box);
+    Include({shown.x1, shown.y1}, kEnteredGap + kMargin, &box);
+  }
+  for (const SnapLine& line : overlay.snapLines) {
+    Include(view.ToView(line.from), kMargin, &box);
+    Include(view.ToView(line.to), kMargin, &box);
   }
   *bounds = box;
   return true;
 }
 
-void DrawOverlay(const AGContext& context, const SelectionFrame& frame, const std::optional<AGRect>& band,
-                 const ViewTransform& view) {
+void DrawOverlay(const AGContext& context, const Overlay& overlay, const ViewTransform& view) {
+  const SelectionFrame& frame = overlay.frame;
   AGContext copy(context);
+  copy.brush.SetStyleNone();
+  copy.pen.SetStyleSolid(kFaintAccent, 1, kAGPenSizeModeAbsolute);
+  for (const ObjectPlacement& placement : overlay.outlines) copy.DrawLines(Corners(placement, view), true);
+  copy.pen.SetStyleSolid(kFaintAccent, 3, kAGPenSizeModeAbsolute);
+  for (const ObjectPlacement& placement : overlay.hovered) copy.DrawLines(Corners(placement, view), true);
+  if (overlay.entered) {
+    const AGRect box = ToView(*overlay.entered, view);
+    const AGPoint a = Crisp({box.x0 - kEnteredGap, box.y0 - kEnteredGap});
+    const AGPoint b = Crisp({box.x1 + kEnteredGap, box.y1 + kEnteredGap});
+    copy.pen.SetStyleSolid(kGroupColor, 1, kAGPenSizeModeAbsolute);
+    copy.DrawRect({a.x, a.y, b.x, b.y});
+  }
   if (!frame.IsEmpty()) {
-    AGPointArray corners = Corners(frame, view);
-    for (unsigned int i = 0; i < corners.Count(); ++i) corners[i] = Crisp(corners[i]);
-    copy.brush.SetStyleNone();
     copy.pen.SetStyleSolid(kAccent, 1, kAGPenSizeModeAbsolute);
-    copy.DrawLines(corners, true);
+    copy.DrawLines(Corners(frame, view), true);
     copy.DrawSegment(Crisp(frame.PositionOf(Handle::kTop, view)), Crisp(frame.PositionOf(Handle::kRotate, view)));
     for (Handle handle : frame.Handles(view)) DrawHandle(&copy, handle, frame.PositionOf(handle, view));
   }
-  if (band) {
-    const AGRect box = ToView(*band, view);
+  copy.pen.SetStyleSolid(kSnapColor, 1, kAGPenSizeModeAbsolute);
+  for (const SnapLine& line : overlay.snapLines) {
+    copy.DrawSegment(Crisp(view.ToView(line.from)), Crisp(view.ToView(line.to)));
+  }
+  if (overlay.band) {
+    const AGRect box = ToView(*overlay.band, view);
     const AGPoint a = Crisp({box.x0, box.y0});
     const AGPoint b = Crisp({box.x1, box.y1});
     copy.brush.SetStyleSolid(AGColor(38, 110, 220, 40));

@@ -7,9 +7,11 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 #include "AKPlatform/AKVectorContext.h"
 #include "host/text/Localisation.h"
+#include "host/view/Outlines.h"
 #include "host/window/SlideStep.h"
 #include "host/window/canvas/CanvasOverlay.h"
 
@@ -82,6 +84,7 @@ CanvasView::CanvasView()
   AddPanning();
   AddScrolling();
   AddKeys();
+  AddMenu();
 }
 
 CanvasView::~CanvasView() { SetSession(nullptr); }
@@ -121,13 +124,13 @@ void CanvasView::SetNewClass(std::optional<AKClassID> classID) {
   SlideStep::End();
   tool_.SetNewClass(classID);
   toolChanged_.emit();
-  ShowPointer(lastPointer_);
+  ShowPointer(lastPointer_, {});
 }
 
-void CanvasView::SetGrid(bool shown, bool snaps, double spacing) {
+void CanvasView::SetGrid(bool shown, bool snaps, bool snapsToObjects, double spacing) {
   tiles_.SetGrid({shown ? spacing : 0});
   shifted_.SetGrid({shown ? spacing : 0});
-  tool_.SetSnap({snaps ? spacing : 0});
+  tool_.SetSnap({snaps ? spacing : 0, snapsToObjects});
   queue_draw();
 }
 
@@ -153,8 +156,16 @@ void CanvasView::ZoomToFit() {
 }
 
 void CanvasView::ZoomToSelection() {
+  if (session_ != nullptr) ZoomToObjects(session_->Selection().IDs());
+}
+
+void CanvasView::ZoomToDrawing() {
+  if (session_ != nullptr) ZoomToObjects(session_->ShownObjects());
+}
+
+void CanvasView::ZoomToObjects(const ObjectIDs& ids) {
   AGRect box;
-  if (session_ == nullptr || !session_->Selection().GetBox(session_->Selection().IDs(), &box)) return;
+  if (!session_->Selection().GetBox(ids, &box)) return;
   view_.Fit(box, Size(), 2 * kFitMargin);
   ViewChanged();
 }
@@ -198,8 +209,10 @@ void CanvasView::measure_vfunc(Gtk::Orientation, int, int& minimum, int& natural
 }
 
 void CanvasView::size_allocate_vfunc(int width, int height, int) {
+  menu_.Place();
   if (width <= 0 || height <= 0) return;
   view_.SetDeviceScale(get_scale_factor());
+  tool_.SetSize(Size());
   if (!fitted_) {
     ZoomToFit();
   } else {
@@ -256,12 +269,17 @@ void CanvasView::AppendSeen(Gtk::Snapshot& snapshot, const std::vector<TileCache
 }
 
 void CanvasView::AppendOverlay(Gtk::Snapshot& snapshot) {
-  SelectionFrame frame = SelectionFrame::Of(*session_);
-  if (const auto toCome = tool_.FrameToCome()) frame = frame.At(*toCome);
-  const std::optional<AGRect> band = tool_.Band();
-  AGRect bounds;
-  if (!GetOverlayBounds(frame, band, view_, &bounds)) return;
   const AGSize size = Size();
+  Overlay overlay{SelectionFrame::Of(*session_),
+                  SelectedOutlines(*session_, view_.Shown(size)),
+                  {},
+                  EnteredBox(*session_),
+                  tool_.Band(),
+                  tool_.SnapLines()};
+  if (const auto toCome = tool_.FrameToCome()) overlay.frame = overlay.frame.At(*toCome);
+  if (pointerInside_ && !tool_.IsDragging()) overlay.hovered = HoverOutlines(*session_, hovered_);
+  AGRect bounds;
+  if (!GetOverlayBounds(overlay, view_, &bounds)) return;
   bounds = {std::max(bounds.x0, 0.0), std::max(bounds.y0, 0.0), std::min(bounds.x1, size.width),
             std::min(bounds.y1, size.height)};
   if (!(bounds.x1 > bounds.x0) || !(bounds.y1 > bounds.y0)) return;
@@ -272,9 +290,32 @@ void CanvasView::AppendOverlay(Gtk::Snapshot& snapshot) {
   {
     AGContext context(port, size);
     context.transform = {1, 0, 0, -1, 0, size.height};  // the view has y down
-    DrawOverlay(context, frame, band, view_);
+    DrawOverlay(context, overlay, view_);
   }
   CGContextRelease(port);
+}
+
+// What is dragged in numbers, below and right of the pointer where there is room.
+void CanvasView::AppendDragText(Gtk::Snapshot& snapshot) {
+  constexpr double kAside = 16;
+  constexpr double kRoom = 4;
+  const std::string text = tool_.DragText();
+  if (text.empty()) return;
+  auto layout = create_pango_layout(text);
+  int width = 0;
+  int height = 0;
+  layout->get_pixel_size(width, height);
+  const double x = std::clamp(dragPoint_.x + kAside, kRoom, std::max(kRoom, Size().width - width - kRoom));
+  const double y = std::clamp(dragPoint_.y + kAside, kRoom, std::max(kRoom, Size().height - height - kRoom));
+  const graphene_rect_t rect = RectOf(x - kRoom, y - kRoom / 2, width + 2 * kRoom, height + kRoom);
+  const GdkRGBA back{1, 1, 0.85F, 0.95F};
+  const GdkRGBA ink{0, 0, 0, 1};
+  gtk_snapshot_append_color(snapshot.gobj(), &back, &rect);
+  const graphene_point_t place{static_cast<float>(x), static_cast<float>(y)};
+  gtk_snapshot_save(snapshot.gobj());
+  gtk_snapshot_translate(snapshot.gobj(), &place);
+  gtk_snapshot_append_layout(snapshot.gobj(), layout->gobj(), &ink);
+  gtk_snapshot_restore(snapshot.gobj());
 }
 
 bool CanvasView::DrawTiles(const std::vector<TileCache::Tile*>& seen, std::chrono::milliseconds budget) {
@@ -316,8 +357,18 @@ void CanvasView::snapshot_vfunc(const Glib::RefPtr<Gtk::Snapshot>& snapshot) {
   AppendFormer(*snapshot.get());
   AppendSeen(*snapshot.get(), seen);
   AppendOverlay(*snapshot.get());
+  AppendDragText(*snapshot.get());
 }
 
-void CanvasView::ShowPointer(const AGPoint& point) { set_cursor(Glib::ustring(CursorName(tool_.CursorAt(point)))); }
+void CanvasView::ShowPointer(const AGPoint& point, PointerModifiers modifiers) {
+  const PointerTool::Hover hover = tool_.HoverAt(point, modifiers);
+  set_cursor(Glib::ustring(CursorName(hover.cursor)));
+  if (std::exchange(hovered_, hover.object) != hover.object) queue_draw();
+}
+
+void CanvasView::RevealObject(ObjectID object) {
+  const AGRect box = TurnedBox(session_->Doc().Find(object)->Placement());
+  if (view_.Reveal(box, Size(), kFitMargin)) ViewChanged();
+}
 
 }  // namespace host

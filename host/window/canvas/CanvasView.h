@@ -16,6 +16,7 @@
 #include "host/view/ShiftedSelection.h"
 #include "host/view/TileCache.h"
 #include "host/view/ViewTransform.h"
+#include "host/window/canvas/CanvasMenu.h"
 
 namespace host {
 
@@ -34,7 +35,10 @@ class CanvasView : public Gtk::Widget, public SessionObserver {
   void ZoomBy(double factor);  ///< about the pointer when it is over the canvas, else the middle
   void ZoomToFit();            ///< the page
   void ZoomToSelection();
-  void SetGrid(bool shown, bool snaps, double spacing);
+  void ZoomToDrawing();  ///< all that is shown
+  /// Takes the object below what is selected where a button was pressed last.
+  void SelectBelow();
+  void SetGrid(bool shown, bool snaps, bool snapsToObjects, double spacing);
   void SetNewClass(std::optional<AKClassID> classID);
   std::optional<AKClassID> NewClass() const { return tool_.NewClass(); }
 
@@ -76,8 +80,13 @@ class CanvasView : public Gtk::Widget, public SessionObserver {
   void AddKeys();
   bool OnKey(guint key, Gdk::ModifierType state);
   void Nudge(double dx, double dy);
-  void SelectNext(bool backwards);
-  void ShowPointer(const AGPoint& point);
+  void AddMenu();
+  void SelectNext(bool backwards, bool adds);
+  void ShowPointer(const AGPoint& point, PointerModifiers modifiers);
+  void ZoomToObjects(const ObjectIDs& ids);
+  void OpenMenuOfSelection();
+  /// Scrolls to the object when it is not all in sight.
+  void RevealObject(ObjectID object);
   void ViewChanged();
   void UpdateAdjustments();
   void OnAdjusted();
@@ -96,6 +105,9 @@ class CanvasView : public Gtk::Widget, public SessionObserver {
   void AppendTile(Gtk::Snapshot& snapshot, const TileCache::Tile& tile, const ViewTransform& view, double scale,
                   Textures* textures);
   void AppendOverlay(Gtk::Snapshot& snapshot);
+  void AppendDragText(Gtk::Snapshot& snapshot);
+  void DragTo(const AGPoint& point, PointerModifiers modifiers);
+  bool ScrollAtEdge();
 
   DocumentSession* session_ = nullptr;
   ViewTransform view_;
@@ -116,7 +128,13 @@ class CanvasView : public Gtk::Widget, public SessionObserver {
   bool panning_ = false;  ///< the space bar was held when the button was pressed
   AGPoint lastPointer_;
   bool pointerInside_ = false;
+  ObjectID hovered_ = kNoObjectID;  ///< what a click would take, as the pointer moved last
+  AGPoint pressed_;                 ///< map units: where a button was pressed last
+  CanvasMenu menu_{*this};
   AGPoint panStart_;
+  AGPoint dragPoint_;  ///< of the view: where the pointer is during a drag
+  PointerModifiers dragModifiers_;
+  sigc::connection edgeTimer_;
   sigc::signal<void()> viewChanged_;
   sigc::signal<void(AGPoint)> pointer_;
   sigc::signal<void(Problem)> problem_;

@@ -22,14 +22,19 @@ struct Line {
 // What the canvas does beside the menus.
 constexpr Line kCanvasLines[] = {
     {N_("Move the selection by 1, 10 or 0.1"), N_("Arrows, Shift, Alt")},
-    {N_("Next or previous object"), N_("Page Down, Page Up")},
-    {N_("Give up a drag, or the selection"), N_("Escape")},
+    {N_("Next or previous object"), N_("Tab, Shift + Tab, Page Down, Page Up")},
+    {N_("Add the next or previous object"), N_("Shift + Page Down, Shift + Page Up")},
+    {N_("Leave the canvas"), N_("Ctrl + Tab")},
+    {N_("Give up a drag, leave a group, select nothing"), N_("Escape")},
     {N_("Add to the selection or take away"), N_("Shift + Click")},
+    {N_("Take the object below"), N_("Alt + Click")},
+    {N_("Menu of the selection"), N_("Right Button, Menu Key, Shift + F10")},
+    {N_("Enter a group"), N_("Double Click")},
     {N_("Move along one axis"), N_("Shift + Drag")},
     {N_("Keep the proportions of a stretch"), N_("Shift + Handle")},
     {N_("Keep the center of a stretch"), N_("Ctrl + Handle")},
     {N_("Turn in steps of 15°"), N_("Shift + Turn")},
-    {N_("Let go of the grid"), N_("Alt + Drag")},
+    {N_("Let go of the grid and of other objects"), N_("Alt + Drag")},
     {N_("Zoom at the pointer"), N_("Ctrl + Wheel")},
     {N_("Move the sheet"), N_("Space + Drag, Middle Button")},
 };

@@ -6,6 +6,7 @@
 #include "host/window/panels/InspectorPanel.h"
 #include "host/window/panels/LayersPanel.h"
 #include "host/window/panels/ObjectPanel.h"
+#include "host/window/panels/PagePanel.h"
 #include "host/window/panels/PenPanel.h"
 
 namespace host {
@@ -18,6 +19,7 @@ std::vector<NamedPanel> MakePanels() {
   panels.push_back({N_("Pen"), std::make_unique<PenPanel>()});
   panels.push_back({N_("Layers"), std::make_unique<LayersPanel>()});
   panels.push_back({N_("History"), std::make_unique<HistoryPanel>()});
+  panels.push_back({N_("Page"), std::make_unique<PagePanel>()});
   return panels;
 }
 

@@ -6,6 +6,7 @@
 #include <cstring>
 #include <fstream>
 #include <functional>
+#include <map>
 #include <random>
 
 #include "CoreGraphics/CGContext.h"
@@ -88,6 +89,15 @@ class RandomEditor {
           std::ignore = session_.SetPage({Number(1, 500), 100});
         },
         [&] { session_.Layers().SetActive(AnyLayer()); },
+        [&] { std::ignore = session_.Marks().SetHidden(ids, Pick(3) == 0); },
+        [&] { std::ignore = session_.Marks().SetLocked(ids, Pick(3) == 0); },
+        [&] { std::ignore = session_.Marks().Group(ids); },
+        [&] { std::ignore = session_.Marks().Group(session_.Selection().IDs()); },
+        [&] { std::ignore = session_.Marks().Ungroup(session_.Selection().IDs()); },
+        [&] { session_.Selection().SelectAll(); },
+        [&] {
+          if (!ids.empty()) session_.Selection().Enter(ids[0]);
+        },
         [&] { Slide(ids); },
     };
     edits[Pick(std::size(edits))]();
@@ -107,6 +117,25 @@ class RandomEditor {
   std::mt19937 random_;
   std::string clipboard_;
 };
+
+// The objects of a group stand together in one layer, and groups lie within each other.
+void ExpectSoundGroups(const Document& document) {
+  std::map<GroupID, std::vector<GroupID>> around;
+  for (const Layer* layer : document.Layers()) {
+    std::vector<GroupID> former;
+    layer->objects.ForEach([&](const DocumentObject& object) {
+      const std::vector<GroupID>& path = object.marks.groups;
+      for (std::size_t depth = 0; depth < path.size(); ++depth) {
+        const std::vector<GroupID> outer(path.begin(), path.begin() + static_cast<std::ptrdiff_t>(depth));
+        const auto [known, isNew] = around.try_emplace(path[depth], outer);
+        ASSERT_EQ(known->second, outer);
+        ASSERT_TRUE(isNew || std::ranges::count(former, path[depth]) == 1) << "a group is torn";
+        ASSERT_TRUE(document.Groups().Members(path[depth]).contains(object.id));
+      }
+      former = path;
+    });
+  }
+}
 
 // The states after each step are kept; undo, redo and jumps must lead to exactly those bytes.
 TEST_F(DocumentSessionTest, RandomEdits_UndoAndRedo_GiveEveryStateBack) {
@@ -134,6 +163,7 @@ TEST_F(DocumentSessionTest, RandomEdits_UndoAndRedo_GiveEveryStateBack) {
         AddOne(&session);
         states.push_back(Bytes(session));
       }
+      ExpectSoundGroups(session.Doc());
       for (const ObjectID id : session.Selection().IDs()) ASSERT_TRUE(session.Selection().IsEditable(id));
     }
     while (session.Steps().Undo()) ASSERT_EQ(Bytes(session), states[session.Steps().Known().Position()]);
@@ -141,6 +171,185 @@ TEST_F(DocumentSessionTest, RandomEdits_UndoAndRedo_GiveEveryStateBack) {
     while (session.Steps().Redo()) ASSERT_EQ(Bytes(session), states[session.Steps().Known().Position()]);
     EXPECT_EQ(session.Steps().Known().Position() + 1, states.size());
   }
+}
+
+TEST_F(DocumentSessionTest, Groups_KeepTogether) {
+  DocumentSession session(MakeDocument(6));
+  ObjectIDs all;
+  for (std::size_t i = 0; i < 6; ++i) all.push_back(ID(session, i));
+  const LayerID second = session.Layers().Add("");
+  SessionMarks& marks = session.Marks();
+  const auto order = [&](ObjectIDs ids, OrderChange change) { return session.Arrangement().ChangeOrder(ids, change); };
+  const ObjectIDs pair{all[1], all[3]};
+  const struct {
+    const char* what;
+    std::function<Result<>()> act;
+    const char* expected;  // the objects by their first places, with groups in parentheses
+  } cases[] = {
+      {"grouped", [&] { return marks.Group(pair); }, "02(13)45"},
+      {"forward", [&] { return order(pair, OrderChange::kForward); }, "024(13)5"},
+      {"past one", [&] { return order({all[2]}, OrderChange::kForward); }, "042(13)5"},
+      {"past a group", [&] { return order({all[2]}, OrderChange::kForward); }, "04(13)25"},
+      {"to the back", [&] { return order(pair, OrderChange::kToBack); }, "(13)0425"},
+      {"past a group backwards", [&] { return order({all[0]}, OrderChange::kBackward); }, "0(13)425"},
+      {"within its group", [&] { return order({all[1]}, OrderChange::kForward); }, "0(31)425"},
+      {"no further", [&] { return order({all[1]}, OrderChange::kToFront); }, "0(31)425"},
+      {"nested",
+       [&] {
+         return marks.Group({all[3], all[1], all[2]});
+       },
+       "04((31)2)5"},
+      {"part of a group with another",
+       [&] {
+         return marks.Group({all[2], all[5]});
+       },
+       "04((31))(25)"},
+      {"apart", [&] { return marks.Ungroup(all); }, "04(31)25"},
+      {"copied",
+       [&] {
+         return session.Clipboard().Duplicate({all[3], all[1], all[5]}, 0, 0);
+       },
+       "04(31)25|(31)5"},
+      {"part of it elsewhere",
+       [&] {
+         return session.Layers().MoveObjects({all[1], all[0]}, second);
+       },
+       "4(3)25|(31)501"},
+  };
+  for (const auto& c : cases) {
+    EXPECT_EQ(Said(c.act()), "") << c.what;
+    std::string seen;
+    std::vector<GroupID> open;
+    const auto close = [&](std::size_t depth) {
+      for (; open.size() > depth; open.pop_back()) seen += ')';
+    };
+    for (const Layer* layer : session.Doc().Layers()) {
+      layer->objects.ForEach([&](const DocumentObject& object) {
+        const std::vector<GroupID>& path = object.marks.groups;
+        close(static_cast<std::size_t>(std::ranges::mismatch(open, path).in1 - open.begin()));
+        for (; open.size() < path.size(); open.push_back(path[open.size()])) seen += '(';
+        seen += std::to_string(static_cast<int>(object.bounds.x0 / 20));
+      });
+      close(0);
+      if (layer == session.Doc().Layers()[0] && session.Doc().Layers()[1]->objects.Count() != 0) seen += '|';
+    }
+    EXPECT_EQ(seen, c.expected) << c.what;
+  }
+  // One place for all of a group.
+  EXPECT_TRUE(session.Arrangement().Align({all[3], all[4]}, Alignment::kLeft, AlignTo::kPage));
+  EXPECT_EQ(Said(marks.Group({all[4]})), "a group needs at least two objects");
+  EXPECT_EQ(Said(marks.Ungroup({all[4]})), "there is no group among the objects");
+}
+
+TEST_F(DocumentSessionTest, SizesMatchPlacesAlignAndTransformsRepeat) {
+  DocumentSession session(MakeDocument(4));
+  ObjectIDs all;
+  for (std::size_t i = 0; i < 4; ++i) all.push_back(ID(session, i));
+  EXPECT_NE(Said(session.Objects().Repeat({all[0]})), "");
+  EXPECT_TRUE(session.Objects().SetPlacement(all[1], {{20, 0, 40, 30}, 0.5}));
+  const ObjectIDs pair{all[2], all[3]};
+  EXPECT_TRUE(session.Marks().Group(pair));
+  const auto again = [&](const ObjectIDs& ids) { return session.Objects().Repeat(ids); };
+  const auto match = [&](const ObjectIDs& ids, Sides sides, ObjectID key = kNoObjectID) {
+    return session.Arrangement().Match(ids, sides, key);
+  };
+  const struct {
+    const char* what;
+    std::function<Result<>()> act;
+    std::size_t number;
+    ObjectPlacement expected;
+  } cases[] = {
+      {"stretched again", [&] { return again({all[0]}); }, 0, {{0, 0, 20, 30}, 0}},
+      {"the width of the last",
+       [&] {
+         return match({all[1], all[0]}, Sides::kWidth);
+       },
+       1,
+       {{20, 0, 40, 30}, 0.5}},
+      {"a key",
+       [&] {
+         return match({all[0], all[1]}, Sides::kHeight, all[0]);
+       },
+       1,
+       {{20, 0, 40, 30}, 0.5}},
+      {"a group to an object",
+       [&] {
+         return match({all[2], all[3], all[0]}, Sides::kWidth);
+       },
+       3,
+       {{175 / 3.0, 0, 65, 10}, 0}},
+      {"an object to a group",
+       [&] {
+         return match({all[1], all[2], all[3]}, Sides::kHeight);
+       },
+       1,
+       {{20, 10, 40, 20}, 0.5}},
+      {"to the key",
+       [&] {
+         return session.Arrangement().Align({all[2], all[3], all[0]}, Alignment::kLeft, AlignTo::kKey);
+       },
+       2,
+       {{0, 0, 20 / 3.0, 10}, 0}},
+      {"moved", [&] { return session.Objects().Move({all[0]}, 5, 7); }, 0, {{5, 7, 25, 37}, 0}},
+      {"moved again", [&] { return again({all[0]}); }, 0, {{10, 14, 30, 44}, 0}},
+      {"turned", [&] { return session.Objects().Rotate({all[1]}, 0.25); }, 1, {{20, 10, 40, 20}, 0.75}},
+      {"turned again", [&] { return again({all[0]}); }, 0, {{10, 14, 30, 44}, 0.25}},
+  };
+  for (const auto& c : cases) {
+    EXPECT_EQ(Said(c.act()), "") << c.what;
+    const ObjectPlacement now = session.Doc().Find(all[c.number])->Placement();
+    const double sides[][2] = {{now.bounds.x0, c.expected.bounds.x0},
+                               {now.bounds.y0, c.expected.bounds.y0},
+                               {now.bounds.x1, c.expected.bounds.x1},
+                               {now.bounds.y1, c.expected.bounds.y1},
+                               {now.angle, c.expected.angle}};
+    for (const auto& [is, expected] : sides) EXPECT_NEAR(is, expected, 1e-9) << c.what;
+  }
+  // The page to what is shown.
+  EXPECT_TRUE(session.Marks().SetHidden({all[1]}, true));
+  AGRect box;
+  AGRect fitted;
+  session.Selection().GetBox(session.ShownObjects(), &box);
+  EXPECT_TRUE(session.FitPage());
+  session.Selection().GetBox(session.ShownObjects(), &fitted);
+  EXPECT_NEAR(fitted.x0, 0, 1e-9);
+  EXPECT_NEAR(fitted.y1, session.Doc().Page().height, 1e-9);
+  EXPECT_NEAR(session.Doc().Page().width, box.Width(), 1e-9);
+  EXPECT_NEAR(session.Doc().Find(all[1])->bounds.y0, 10 - box.y0, 1e-9);
+  EXPECT_TRUE(session.Steps().Undo());
+  EXPECT_EQ(session.Doc().Page().width, 200);
+}
+
+TEST_F(DocumentSessionTest, LockedAndHidden_StayAsTheyAre) {
+  DocumentSession session(MakeDocument(3));
+  const ObjectIDs ids = {ID(session, 0), ID(session, 1), ID(session, 2)};
+  session.Selection().SelectAll();
+  AGBitmap bitmap(60, 10, AGBitmap::kFlagZeroFill);
+  const auto blank = [&](unsigned int x) {
+    bitmap.ClearPixels();
+    DrawObjects(session.Doc(), bitmap.GetContextOfBitmap(), 1);
+    return bitmap.Pixels()[4 * (std::size_t{5} * bitmap.RowStride() + x) + 3] == 0;  // the alpha
+  };
+  EXPECT_TRUE(session.Marks().SetLocked({ids[0]}, true));
+  EXPECT_TRUE(session.Marks().SetHidden({ids[1]}, true));
+  EXPECT_EQ(session.Selection().IDs(), ObjectIDs{ids[2]});
+  EXPECT_FALSE(blank(5));
+  EXPECT_TRUE(blank(25));
+  EXPECT_EQ(session.Selection().ObjectAt({5, 5}, 1), kNoObjectID);
+  EXPECT_EQ(session.Selection().ObjectsIn({0, 0, 100, 100}, Band::kTouched), ObjectIDs{ids[2]});
+  EXPECT_NE(Said(session.Objects().Move(ids, 1, 0)).find("locked object"), std::string::npos);
+  EXPECT_NE(Said(session.Objects().Delete({ids[1]})).find("hidden object"), std::string::npos);
+  EXPECT_EQ(session.Marks().Locked(), ObjectIDs{ids[0]});
+  EXPECT_EQ(session.Marks().Hidden(), ObjectIDs{ids[1]});
+  // A group without them is whole for who can't select them, and copies are of what is selected.
+  EXPECT_TRUE(session.Marks().SetLocked({ids[0]}, false));
+  EXPECT_TRUE(session.Marks().Group({ids[0], ids[2]}));
+  EXPECT_TRUE(session.Marks().SetLocked({ids[0]}, true));
+  EXPECT_EQ(session.Selection().UnitOf(ids[2]), ObjectIDs{ids[2]});
+  EXPECT_TRUE(session.Marks().Ungroup({ids[2]}));
+  EXPECT_TRUE(session.Doc().Find(ids[0])->marks.groups.empty());
+  EXPECT_TRUE(session.Steps().Undo() && session.Steps().Undo() && session.Steps().Undo());
+  EXPECT_FALSE(session.Doc().Find(ids[0])->marks.locked);
 }
 
 TEST_F(DocumentSessionTest, Drag_IsOneStep_AndCanBeCancelled) {

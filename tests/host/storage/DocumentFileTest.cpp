@@ -48,6 +48,8 @@ class DocumentFileTest : public testing::Test {
       object->angle = 0.1 * i;
       object->pen.SetSize(1.5 + i);
       if (i == 2) document->InsertLayer({"Über", false, true}, 1);
+      const ObjectMarks marks[] = {{true, false, {7, 8}}, {false, true, {7}}, {}};
+      object->marks = marks[i];
       document->AppendObject(std::move(object));
     }
     return document;
@@ -78,6 +80,24 @@ TEST_F(DocumentFileTest, Bytes_OneObject_AreAsDescribed) {
   EXPECT_EQ(at(52, 16), Bytes("strg\x08\0\0\0Zeile\0\0\0", 16));
   EXPECT_EQ(at(68, 16), Bytes("HObj\xc0\0\0\0stdRect\0", 16));
   EXPECT_EQ(at(244, 24), Bytes("HRec\x10\0\0\0\0\0\0\x3f\0\0\0\0\0\0\0\0\0\0\0\0", 24));
+
+  // Hidden, and in the second of two groups, one within the other.
+  document.SetMarks(document.ObjectAt(0).id, {true, false, {5, 4}});
+  ASSERT_TRUE(WriteDocument(document, Path("m")));
+  const Bytes marked = Read(Path("m"));
+  EXPECT_EQ(marked.substr(8, 4), Bytes("\3\0\0\0", 4));
+  EXPECT_EQ(marked.substr(bytes.size()), Bytes("HMrk\x1c\0\0\0\2\0\0\0\0\0\0\0\1\0\0\0"
+                                               "\1\0\0\0\0\0\0\0\1\0\0\0\2\0\0\0",
+                                               36));
+  constexpr std::size_t kFlags = 28;  // the one number that may be any
+  for (std::size_t number = 8; number < 36; number += 4) {
+    Bytes damaged = marked;
+    damaged.replace(bytes.size() + number, 4, "\xff\xff\xff\xff");
+    Write(Path("wrong"), damaged);
+    const std::string said = Said(ReadDocument(Path("wrong")));
+    EXPECT_EQ(said.find("are damaged") != std::string::npos, number != kFlags) << number << said;
+  }
+  document.SetMarks(document.ObjectAt(0).id, {});
 
   // The same in the first version, without the layer.
   const Bytes flat = Bytes("HDoc\xe4\0\0\0\1\0\0\0", 12) + at(12, 24) + at(68, objectSize);

@@ -11,6 +11,7 @@
 
 #include "host/bundles/BundleSet.h"
 #include "host/model/ObjectProperties.h"
+#include "host/view/Outlines.h"
 #include "host/view/PointerTool.h"
 #include "host/view/ShiftedSelection.h"
 #include "host/view/TileCache.h"
@@ -43,6 +44,25 @@ TEST(ViewTransformTest, ZoomAndFit_KeepTheFixedPoint) {
   const double zoom = view.Zoom();
   view.Fit({0, 0, 0, 10}, {1000, 600}, 0);
   EXPECT_EQ(view.Zoom(), zoom);
+}
+
+TEST(ViewTransformTest, Reveal_ScrollsAsLittleAsShowsTheArea) {
+  const struct {
+    const char* what;
+    AGRect area;  // a view of 1000 by 600 shows 0 to 1000 and -600 to 0
+    double dx, dy;
+  } cases[] = {{"in sight", {100, -500, 900, -100}, 0, 0},
+               {"at the margin", {50, -550, 950, -50}, 0, 0},
+               {"right of it", {1000, -500, 1200, -100}, 250, 0},
+               {"left and above", {-200, -50, 100, 30}, -250, -80},
+               {"wider than the view, which it fills", {-100, -300, 1100, -200}, 0, 0},
+               {"wider and beside it", {900, -300, 2300, -200}, 1100, 0}};
+  for (const auto& c : cases) {
+    ViewTransform view;
+    EXPECT_EQ(view.Reveal(c.area, {1000, 600}, 50), c.dx != 0 || c.dy != 0) << c.what;
+    EXPECT_EQ(view.OffsetX(), c.dx) << c.what;
+    EXPECT_EQ(view.OffsetY(), c.dy) << c.what;
+  }
 }
 
 class CanvasTest : public testing::Test {
@@ -127,6 +147,156 @@ TEST_F(CanvasTest, Move_OneStepForADrag) {
   EXPECT_TRUE(tool_->Cancel());
   ExpectRect(Object(id).bounds, {100, 100, 200, 150});
   EXPECT_FALSE(session_->Steps().IsOpen());
+}
+
+TEST_F(CanvasTest, AltClick_GoesDownThroughAStack) {
+  const ObjectID low = AddRect({100, 100, 200, 150});
+  const ObjectID middle = AddRect({110, 100, 210, 150});
+  const ObjectID high = AddRect({120, 100, 220, 150});
+  const ObjectID aside = AddRect({300, 100, 350, 150});
+  const auto click = [this](PointerModifiers modifiers) {
+    tool_->Press(Seen(150, 120), modifiers);
+    EXPECT_TRUE(tool_->Release(Seen(150, 120), modifiers));
+    return session_->Selection().IDs();
+  };
+  const ObjectIDs expected[] = {{high}, {middle}, {low}, {high}};
+  for (const ObjectIDs& ids : expected) {
+    const ObjectID promised = tool_->HoverAt(Seen(150, 120), {.alt = true}).object;
+    EXPECT_EQ(click({.alt = true}), ids);
+    EXPECT_EQ(promised, ids[0]);
+  }
+  EXPECT_EQ(click({.shift = true, .alt = true}), (ObjectIDs{high, middle}));
+  session_->Selection().Select({low});
+  EXPECT_EQ(tool_->HoverAt(Seen(150, 120), {}).object, high);
+  Drag(Seen(150, 120), Seen(160, 120), {.alt = true});  // what is selected, not what lies above it
+  EXPECT_EQ(Object(low).bounds.x0, 110);
+  EXPECT_EQ(Object(high).bounds.x0, 120);
+
+  // The menu is about what is selected where the pointer is, or becomes so.
+  session_->Selection().Select({high, aside});
+  tool_->SelectForMenu(Seen(150, 120));
+  EXPECT_EQ(session_->Selection().Count(), 2U);
+  tool_->SelectForMenu(Seen(112, 120));
+  EXPECT_EQ(session_->Selection().IDs(), ObjectIDs{middle});
+  tool_->SelectForMenu(Seen(20, 20));
+  EXPECT_TRUE(session_->Selection().IsEmpty());
+}
+
+// By hand: others at 100 to 140 and 160 to 200 across, 200 to 240 up; the page is 400 by 300; a reach of 6.
+TEST_F(CanvasTest, Snap_GoesToEdgesMiddlesAndEqualGaps) {
+  AddRect({100, 200, 140, 240});
+  AddRect({160, 200, 200, 240});
+  AddRect({20, 20, 60, 50});  // hidden: nothing to go to
+  ASSERT_TRUE(session_->Marks().SetHidden({session_->Doc().ObjectAt(2).id}, true));
+  const ObjectID id = AddRect({300, 100, 330, 130});
+  tool_->SetSize({400, 300});
+  const struct {
+    const char* what;
+    AGPoint by;
+    PointerModifiers modifiers;
+    AGPoint expected;
+    std::size_t lines;
+  } cases[] = {{"nothing near", {-30, 10}, {}, {-30, 10}, 0},
+               {"the left edge to one's right edge", {-96, 0}, {}, {-100, 0}, 1},
+               {"the middle to a middle", {-137, 0}, {}, {-135, 0}, 1},
+               {"the middle of the page", {-113, 37}, {}, {-115, 35}, 2},
+               {"a gap like the other", {-77, 112}, {}, {-80, 110}, 3},
+               {"further than it reaches", {-92, 0}, {}, {-92, 0}, 0},
+               {"let go", {-96, 2}, {.alt = true}, {-96, 2}, 0},
+               {"one axis", {-96, 38}, {.shift = true}, {-100, 0}, 1}};
+  for (const auto& c : cases) {
+    for (const bool on : {true, false}) {
+      tool_->SetSnap({0, on});
+      tool_->Press(Seen(310, 110), c.modifiers);
+      tool_->Motion(Seen(310 + c.by.x, 110 + c.by.y), c.modifiers);
+      const AGRect now = Object(id).bounds;
+      EXPECT_EQ(tool_->SnapLines().size(), on ? c.lines : 0) << c.what;
+      EXPECT_FALSE(tool_->DragText().empty());
+      if (on) {
+        EXPECT_NEAR(now.x0 - 300, c.expected.x, 1e-9) << c.what;
+        EXPECT_NEAR(now.y0 - 100, c.expected.y, 1e-9) << c.what;
+      }
+      tool_->Cancel();
+      EXPECT_TRUE(tool_->SnapLines().empty());
+    }
+  }
+  tool_->SetSnap({0, true});
+  DragHandle(Handle::kLeft, Seen(204, 110));
+  ExpectRect(Object(id).bounds, {200, 100, 330, 130});
+  tool_->SetNewClass(AKClassID("stdRect"));
+  Drag(Seen(240, 170), Seen(203, 198));
+  ExpectRect(session_->Doc().ObjectAt(4).bounds, {200, 170, 240, 200});
+}
+
+TEST(ViewTransformTest, EdgeSpeed_GrowsOutwards) {
+  EXPECT_EQ(EdgeSpeed({100, 100}, {200, 200}), (AGPoint{0, 0}));
+  EXPECT_LT(EdgeSpeed({10, 100}, {200, 200}).x, 0);
+  EXPECT_LT(EdgeSpeed({-10, 100}, {200, 200}).x, EdgeSpeed({10, 100}, {200, 200}).x);
+  EXPECT_GT(EdgeSpeed({100, 300}, {200, 200}).y, EdgeSpeed({100, 195}, {200, 200}).y);
+}
+
+TEST_F(CanvasTest, Groups_AreOneThingUntilTheyAreEntered) {
+  const ObjectID a = AddRect({100, 100, 140, 140});
+  const ObjectID b = AddRect({150, 100, 190, 140});
+  const ObjectID c = AddRect({200, 100, 240, 140});
+  const ObjectID lone = AddRect({300, 100, 340, 140});
+  ASSERT_TRUE(session_->Marks().Group({a, b}));
+  ASSERT_TRUE(session_->Marks().Group({a, b, c}));
+  const auto click = [this](double x) {
+    tool_->Press(Seen(x, 120), {});
+    EXPECT_TRUE(tool_->Release(Seen(x, 120), {}));
+  };
+  const struct {
+    const char* what;
+    std::function<void()> act;
+    ObjectIDs selected;
+  } cases[] = {
+      {"clicked", [&] { click(120); }, {a, b, c}},
+      {"a band over a part", [&] { Drag(Seen(145, 90), Seen(170, 110)); }, {a, b, c}},
+      {"entered", [&] { EXPECT_TRUE(tool_->EnterAt(Seen(120, 120))); }, {a, b}},
+      {"another one in it", [&] { click(220); }, {c}},
+      {"all in it", [&] { session_->Selection().SelectAll(); }, {a, b, c}},
+      {"entered further", [&] { EXPECT_TRUE(tool_->EnterAt(Seen(170, 120))); }, {b}},
+      {"no further", [&] { EXPECT_FALSE(tool_->EnterAt(Seen(170, 120))); }, {b}},
+      {"left", [&] { EXPECT_TRUE(session_->Selection().Leave()); }, {a, b}},
+      {"beside all", [&] { click(320); }, {lone}},
+      {"whole again", [&] { click(120); }, {a, b, c}},
+      {"entered by way of both", [&] { tool_->EnterAt(Seen(120, 120)), tool_->EnterAt(Seen(120, 120)); }, {a}},
+      {"nothing", [&] { click(20); }, {}},
+      {"the menu", [&] { tool_->SelectForMenu(Seen(220, 120)); }, {a, b, c}},
+  };
+  for (const auto& step : cases) {
+    step.act();
+    EXPECT_EQ(session_->Selection().IDs(), step.selected) << step.what;
+  }
+  EXPECT_EQ(HoverOutlines(*session_, lone).size(), 1U);
+  EXPECT_TRUE(HoverOutlines(*session_, a).empty());
+  EXPECT_FALSE(EnteredBox(*session_));
+  Drag(Seen(120, 120), Seen(130, 120));
+  EXPECT_EQ(Object(c).bounds.x0, 210);
+  ASSERT_TRUE(session_->Selection().Enter(a));
+  EXPECT_EQ(EnteredBox(*session_)->x1, 250);
+  ASSERT_TRUE(session_->Objects().Delete({a, b, c}));
+  EXPECT_TRUE(session_->Selection().Entered().empty());
+}
+
+TEST_F(CanvasTest, Outlines_OfEachOfSeveralAndOfTheHovered) {
+  const ObjectID one = AddRect({100, 100, 200, 150}, 0.3);
+  const ObjectID two = AddRect({300, 100, 350, 150});
+  const AGRect all{0, 0, 400, 300};
+  session_->Selection().Select({one});
+  EXPECT_TRUE(SelectedOutlines(*session_, all).empty());
+  EXPECT_TRUE(HoverOutlines(*session_, one).empty());
+  EXPECT_EQ(HoverOutlines(*session_, two).size(), 1U);
+  EXPECT_TRUE(HoverOutlines(*session_, kNoObjectID).empty());
+  session_->Selection().SelectAll();
+  EXPECT_EQ(SelectedOutlines(*session_, {0, 0, 250, 300}).size(), 1U);
+  session_->Selection().SetShift(AGPoint{7, 3});
+  const auto outlines = SelectedOutlines(*session_, all);
+  ASSERT_EQ(outlines.size(), 2U);
+  EXPECT_EQ(outlines[0], (ObjectPlacement{{107, 103, 207, 153}, 0.3}));
+  SelectMany();
+  EXPECT_TRUE(SelectedOutlines(*session_, all).empty());
 }
 
 // Whatever comes first lets the drag end where it is; the rest of it, up to the release, does nothing.
