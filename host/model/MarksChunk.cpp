@@ -43,22 +43,35 @@ class Numbers {
   long long left_;
 };
 
-using Paths = std::vector<std::vector<GroupID>>;
-
-bool ReadGroups(Numbers* numbers, GroupID firstGroup, Paths* paths) {
-  unsigned int count = 0;
-  if (!numbers->NextCount(1, &count)) return false;
-  paths->resize(1);  // that of no group
-  for (unsigned int i = 0; i < count; ++i) {
-    unsigned int parent = 0;
-    if (!numbers->Next(&parent) || parent > i || (*paths)[parent].size() == kMostGroups) return false;
-    paths->push_back((*paths)[parent]);
-    paths->back().push_back(firstGroup + i);
+// The groups of a chunk; a path is only made for who is in it, since a few bytes of a group may stand for a long one.
+class GroupTable {
+ public:
+  bool Read(Numbers* numbers) {
+    unsigned int count = 0;
+    if (!numbers->NextCount(1, &count)) return false;
+    for (unsigned int i = 0; i < count; ++i) {
+      unsigned int parent = 0;
+      if (!numbers->Next(&parent) || parent > i || depths_[parent] == kMostGroups) return false;
+      parents_.push_back(parent);
+      depths_.push_back(depths_[parent] + 1);
+    }
+    return true;
   }
-  return true;
-}
+  bool Has(unsigned int group) const { return group < parents_.size(); }
+  std::vector<GroupID> PathOf(unsigned int group, GroupID firstGroup) const {
+    std::vector<GroupID> path(depths_[group]);
+    for (auto place = path.rbegin(); place != path.rend(); ++place, group = parents_[group]) {
+      *place = firstGroup + group - 1;
+    }
+    return path;
+  }
 
-bool ReadObjects(Numbers* numbers, const Paths& paths, std::vector<ObjectMarks>* marks) {
+ private:
+  std::vector<unsigned int> parents_{0};  ///< the first is that of no group
+  std::vector<unsigned int> depths_{0};
+};
+
+bool ReadObjects(Numbers* numbers, const GroupTable& groups, GroupID firstGroup, std::vector<ObjectMarks>* marks) {
   unsigned int count = 0;
   if (!numbers->NextCount(3, &count)) return false;
   for (unsigned int i = 0; i < count; ++i) {
@@ -66,8 +79,8 @@ bool ReadObjects(Numbers* numbers, const Paths& paths, std::vector<ObjectMarks>*
     unsigned int flags = 0;
     unsigned int group = 0;
     if (!numbers->Next(&index) || !numbers->Next(&flags) || !numbers->Next(&group)) return false;
-    if (index >= marks->size() || group >= paths.size()) return false;
-    (*marks)[index] = {(flags & kHidden) != 0, (flags & kLocked) != 0, paths[group]};
+    if (index >= marks->size() || !groups.Has(group)) return false;
+    (*marks)[index] = {(flags & kHidden) != 0, (flags & kLocked) != 0, groups.PathOf(group, firstGroup)};
   }
   return true;
 }
@@ -102,9 +115,9 @@ Result<std::vector<ObjectMarks>> ReadMarks(const AKFile& file, const AKFileChunk
   AKFileChunk chunk;
   if (!reader.ReadHeader(outer, kMarksSignature, &chunk)) return *reader.Why();
   std::vector<ObjectMarks> marks(count);
-  Paths paths;
+  GroupTable groups;
   Numbers numbers(file, chunk);
-  if (ReadGroups(&numbers, firstGroup, &paths) && ReadObjects(&numbers, paths, &marks)) return marks;
+  if (groups.Read(&numbers) && ReadObjects(&numbers, groups, firstGroup, &marks)) return marks;
   return Problem(N_("the groups at position %s are damaged"), {std::to_string(chunk.pos)});
 }
 
