@@ -13,7 +13,6 @@
 #include "torture/Call.h"
 #include "torture/Examiner.h"
 #include "torture/Report.h"
-#include "torture/Statuses.h"
 
 namespace torture {
 namespace {

@@ -7,7 +7,6 @@
 #include "torture/Examiner.h"
 #include "torture/Lives.h"
 #include "torture/Objects.h"
-#include "torture/Statuses.h"
 
 namespace torture {
 namespace {

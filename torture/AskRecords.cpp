@@ -6,7 +6,6 @@
 #include "torture/Call.h"
 #include "torture/Lives.h"
 #include "torture/Objects.h"
-#include "torture/Statuses.h"
 
 namespace torture {
 namespace {

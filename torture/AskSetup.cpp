@@ -10,7 +10,6 @@
 #include "torture/Entries.h"
 #include "torture/Examiner.h"
 #include "torture/Puppet.h"
-#include "torture/Statuses.h"
 
 namespace torture {
 namespace {
