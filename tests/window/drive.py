@@ -1092,8 +1092,13 @@ def sizes_places_and_transforms():
         x0, y0, x1, y1 = window.find_text("%", (1000, 720, 1180, 760))
         window.click((x0 - 25, (y0 + y1) // 2))
         window.key("ctrl+a")
-        window.type("100\n")
-        wait_for("the page at 100 %", window._find_page)
+        window.type("100")
+        window.key("Return")
+
+        def height():
+            box = DESKTOP.picture().find(window.PAPER)
+            return box and box[3] - box[1]
+        wait_for("the page at 100 %", lambda: height() == window.PAGE[1])
 
 
 @scenario
