@@ -98,17 +98,18 @@ const EditCommand kUnlockEdit = {"unlock",
                                  1,
                                  &RunUnlock};
 
-const EditCommand kHideEdit = {"hide",
-                               EditUse::kEverywhere,
-                               "hide objects",
-                               "usage: objecthost hide FILE OBJECTS\n\n"
-                               "Hides objects, on the screen and in pictures: a number, several as in 0,2-4, a group as in\n"
-                               "g0, or all.\n",
-                               "",
-                               "",
-                               1,
-                               1,
-                               &RunHide};
+const EditCommand kHideEdit = {
+    "hide",
+    EditUse::kEverywhere,
+    "hide objects",
+    "usage: objecthost hide FILE OBJECTS\n\n"
+    "Hides objects, on the screen and in pictures: a number, several as in 0,2-4, a group as in\n"
+    "g0, or all.\n",
+    "",
+    "",
+    1,
+    1,
+    &RunHide};
 
 const EditCommand kShowEdit = {"show",
                                EditUse::kEverywhere,

@@ -36,9 +36,7 @@ class Numbers {
 
   bool Next(unsigned int* number) { return left_-- > 0 && AKFileReadUInt32(file_, number) == 0; }
   /// How many of so many numbers each something has; false when there are fewer.
-  bool NextCount(unsigned int numbersEach, unsigned int* count) {
-    return Next(count) && *count <= left_ / numbersEach;
-  }
+  bool NextCount(unsigned int numbersEach, unsigned int* count) { return Next(count) && *count <= left_ / numbersEach; }
 
  private:
   const AKFile& file_;

@@ -14,10 +14,14 @@ struct Paper {
 
 constexpr AGSize SizeInMillimetres(double width, double height) { return {width * 72 / 25.4, height * 72 / 25.4}; }
 
-inline constexpr Paper kPapers[] = {{"A3", SizeInMillimetres(297, 420)}, {"A4", SizeInMillimetres(210, 297)},
-                                    {"A5", SizeInMillimetres(148, 210)}, {"A6", SizeInMillimetres(105, 148)},
-                                    {"B5", SizeInMillimetres(176, 250)}, {"Letter", {612, 792}},
-                                    {"Legal", {612, 1008}},              {"Tabloid", {792, 1224}}};
+inline constexpr Paper kPapers[] = {{"A3", SizeInMillimetres(297, 420)},
+                                    {"A4", SizeInMillimetres(210, 297)},
+                                    {"A5", SizeInMillimetres(148, 210)},
+                                    {"A6", SizeInMillimetres(105, 148)},
+                                    {"B5", SizeInMillimetres(176, 250)},
+                                    {"Letter", {612, 792}},
+                                    {"Legal", {612, 1008}},
+                                    {"Tabloid", {792, 1224}}};
 
 /// Null for an unknown name.
 constexpr const Paper* FindPaper(std::string_view name) {

@@ -21,7 +21,9 @@ void OfferNearest(const std::vector<double>& sorted, double place, double reach,
 
 bool IsSame(double a, double b) { return std::fabs(a - b) < kSame; }
 
-AGPoint At(int axis, double along, double across) { return axis == 0 ? AGPoint{along, across} : AGPoint{across, along}; }
+AGPoint At(int axis, double along, double across) {
+  return axis == 0 ? AGPoint{along, across} : AGPoint{across, along};
+}
 
 }  // namespace
 
