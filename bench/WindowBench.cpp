@@ -99,6 +99,8 @@ void DragOne(benchmark::State& state) {
   canvas.View().SetZoom(1, {0, 0});
   canvas.DrawAll();
   PointerTool tool(&canvas.Session(), &canvas.View());
+  tool.SetSize(kView);
+  tool.SetSnap({0, true});
   tool.Press(canvas.View().ToView({607, 406}), {});
   int frame = 0;
   for (auto _ : state) {

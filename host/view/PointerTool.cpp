@@ -157,6 +157,7 @@ void PointerTool::StartOn(ObjectID object, PointerModifiers modifiers) {
     return;
   }
   mode_ = Mode::kMove;
+  copies_ = modifiers.control;
   const bool selected = session_->Selection().Contains(object);
   if (modifiers.shift) {
     if (selected) {
@@ -197,6 +198,7 @@ void PointerTool::Begin() {
   isLater_ =
       selection.Count() > kMostChangedLive && (mode_ == Mode::kMove || mode_ == Mode::kStretch || mode_ == Mode::kTurn);
   selection.GetShownBox(&box_);
+  copied_ = selection.IDs();
   if (HasStep()) session_->Steps().Begin("");
 }
 
@@ -207,7 +209,7 @@ void PointerTool::LetGo() {
   frameToCome_.reset();
   snapLines_.clear();
   mode_ = Mode::kIdle;
-  moved_ = disturbed_ = isLater_ = false;
+  moved_ = disturbed_ = isLater_ = copies_ = false;
   toToggle_ = toSelectAlone_ = kNoObjectID;
 }
 
@@ -245,7 +247,13 @@ void PointerTool::Move(const AGPoint& map, PointerModifiers modifiers) {
     snapLines_ = targets_.LinesOf({box_.x0 + dx, box_.y0 + dy, box_.x1 + dx, box_.y1 + dy});
   }
   if (isLater_) return session_->Selection().SetShift(AGPoint{dx, dy});
-  done_ = session_->Objects().Move(session_->Selection().IDs(), dx, dy);
+  done_ = copies_ ? MoveCopies(dx, dy) : session_->Objects().Move(session_->Selection().IDs(), dx, dy);
+}
+
+// The copies go with each rewind, and are made anew.
+Result<> PointerTool::MoveCopies(double dx, double dy) {
+  const auto done = session_->Clipboard().Duplicate(copied_, 0, 0);
+  return done ? session_->Objects().Move(session_->Selection().IDs(), dx, dy) : done;
 }
 
 // Of several objects, which follow their frame.
@@ -271,7 +279,7 @@ void PointerTool::DoLater() {
   if (frameToCome_) {
     ChangeFrame(*frameToCome_);
   } else if (const std::optional<AGPoint> by = session_->Selection().Shift()) {
-    done_ = session_->Objects().Move(session_->Selection().IDs(), by->x, by->y);
+    done_ = copies_ ? MoveCopies(by->x, by->y) : session_->Objects().Move(session_->Selection().IDs(), by->x, by->y);
   }
   working_ = false;
 }
@@ -344,7 +352,10 @@ Result<> PointerTool::Release(const AGPoint& point, PointerModifiers modifiers) 
 
 bool PointerTool::Cancel() {
   if (mode_ == Mode::kIdle) return false;
-  if (HasStep() && !disturbed_) session_->Steps().Rewind();
+  if (HasStep() && !disturbed_) {
+    session_->Steps().Rewind();
+    if (copies_) session_->Selection().Select(copied_);
+  }
   LetGo();
   return true;
 }
@@ -376,7 +387,14 @@ AGRect PointerTool::NewBounds(bool clicked, PointerModifiers modifiers) const {
 void PointerTool::FinishMaking(bool clicked, PointerModifiers modifiers) {
   const AGRect bounds = NewBounds(clicked, modifiers);
   if (!(bounds.x1 > bounds.x0) || !(bounds.y1 > bounds.y0)) return;
-  if (const auto added = session_->Objects().Add(*newClass_, "-default", {bounds, 0}); !added) done_ = added.Why();
+  EditStep step(session_->Steps(), "");
+  const auto added = session_->Objects().Add(*newClass_, "-default", {bounds, 0});
+  if (added && newStyle_) done_ = session_->Objects().SetStyle({*added}, newStyle_->brush, newStyle_->pen);
+  if (added) {
+    step.End();
+  } else {
+    done_ = added.Why();
+  }
 }
 
 std::optional<AGRect> PointerTool::Band() const {

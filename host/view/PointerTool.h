@@ -12,6 +12,7 @@
 //                          degrees), round, turn or move a gradient
 //   on an object           select, drag to move (shift: only along one axis); shift-click adds or takes away;
 //                          alt-click takes the next one below what is selected there, alt-drag moves what is selected
+//                          control at the press copies what a drag moves;
 //                          a double click enters a group, which otherwise is taken whole
 //   on nothing             a rubber band, which takes what it touches; with shift it adds
 //   with a class chosen    drag out a new object (shift: a square); a click makes one of 100 by 100
@@ -63,6 +64,8 @@ class PointerTool : public SessionObserver {
   void SetSize(const AGSize& size) { size_ = size; }
   /// The class of what a drag makes; none to select.
   void SetNewClass(std::optional<AKClassID> classID);
+  /// What new objects are filled and outlined with; none for what the host gives them.
+  void SetNewStyle(std::optional<SharedStyle> style) { newStyle_ = std::move(style); }
   std::optional<AKClassID> NewClass() const { return newClass_; }
 
   void Press(const AGPoint& point, PointerModifiers modifiers);
@@ -119,6 +122,7 @@ class PointerTool : public SessionObserver {
   void Drag(const AGPoint& point, PointerModifiers modifiers);
   void Move(const AGPoint& map, PointerModifiers modifiers);
   void ChangeFrame(const ObjectPlacement& to);
+  Result<> MoveCopies(double dx, double dy);
   void FollowFrame(const ObjectPlacement& to);
   void DoLater();
   void Stretch(const AGPoint& map, PointerModifiers modifiers);
@@ -140,11 +144,14 @@ class PointerTool : public SessionObserver {
   SnapTargets targets_;  // as the drag began
   std::vector<SnapLine> snapLines_;
   std::optional<AKClassID> newClass_;
+  std::optional<SharedStyle> newStyle_;
   Mode mode_ = Mode::kIdle;
   bool moved_ = false;    // beyond the few pixels of an unsteady hand
+  bool copies_ = false;   // a drag of objects leaves them and moves copies
   bool isLater_ = false;  // the objects are changed at the release
   std::optional<ObjectPlacement> frameToCome_;
   double turned_ = 0;                // by which several objects are, as the drag began
+  ObjectIDs copied_;                 // the selection as the drag began
   AGRect box_;                       // of the selection, as the drag began to move it
   ObjectID toToggle_ = kNoObjectID;  // a shift-click that did not become a drag
   ObjectID toSelectAlone_ = kNoObjectID;

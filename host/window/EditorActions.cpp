@@ -7,6 +7,7 @@
 #include "host/text/Localisation.h"
 #include "host/window/EditorApplication.h"
 #include "host/window/EditorWindow.h"
+#include "host/window/LastStyle.h"
 #include "host/window/SlideStep.h"
 #include "host/window/Toggle.h"
 #include "host/window/dialogs/GalleryWindow.h"
@@ -97,6 +98,9 @@ void EditorWindow::AddEditActions() {
   AddTextCommand("cut", "clipboard.cut", [this] { CopySelection(true); });
   AddTextCommand("copy", "clipboard.copy", [this] { CopySelection(false); });
   AddTextCommand("paste", "clipboard.paste", [this] { PasteClipboard(); });
+  AddCommand("paste-in-place", [this] { Do(session_->Clipboard().Paste(EditorApplication::Clipboard(), 0, 0)); });
+  AddCommand("paste-at-pointer",
+             [this] { Do(session_->Clipboard().PasteAt(EditorApplication::Clipboard(), canvas_.PointerPlace())); });
   AddTextCommand("select-all", kSelectAllText, [this] { session_->Selection().SelectAll(); });
   AddCommand("select-none", [this] { session_->Selection().SelectNone(); });
   AddCommand("select-below", [this] { canvas_.SelectBelow(); });
@@ -104,7 +108,10 @@ void EditorWindow::AddEditActions() {
              [this] { EditorApplication::CopiedStyle() = StyleOf(session_->Doc(), session_->Selection().IDs()); });
   AddEdit("paste-style", [this](const ObjectIDs& ids) {
     const auto& style = EditorApplication::CopiedStyle();
-    return style ? session_->Objects().SetStyle(ids, style->brush, style->pen) : Result<>();
+    if (!style) return Result<>();
+    auto done = session_->Objects().SetStyle(ids, style->brush, style->pen);
+    NoteStyle(*session_);
+    return done;
   });
   const std::pair<const char*, Likeness> likenesses[] = {{"select-same-fill", Likeness::kFill},
                                                          {"select-same-outline", Likeness::kStroke},
@@ -263,13 +270,16 @@ void EditorWindow::CopySelection(bool cut) {
   } else {
     clipboard = session_->Clipboard().Copy(session_->Selection().IDs());
   }
-  if (!clipboard.empty()) EditorApplication::Clipboard() = clipboard;
+  if (clipboard.empty()) return;
+  EditorApplication::Clipboard() = clipboard;
+  pasted_ = 0;
 }
 
 void EditorWindow::PasteClipboard() {
   const std::string& clipboard = EditorApplication::Clipboard();
   if (clipboard.empty()) return;
-  Do(session_->Clipboard().Paste(clipboard, kPasteOffset, -kPasteOffset));
+  const double aside = ++pasted_ * kPasteOffset;
+  Do(session_->Clipboard().Paste(clipboard, aside, -aside));
 }
 
 }  // namespace host

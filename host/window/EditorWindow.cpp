@@ -4,6 +4,7 @@
 #include <gtkmm/droptarget.h>
 #include <gtkmm/eventcontrollerkey.h>
 #include <gtkmm/expander.h>
+#include <gtkmm/gestureclick.h>
 #include <gtkmm/grid.h>
 #include <gtkmm/paned.h>
 #include <gtkmm/popover.h>
@@ -196,6 +197,7 @@ Gtk::Widget* EditorWindow::MakeCanvasArea() {
     position_.set_text(text);
   });
   canvas_.SignalToolChanged().connect([this] { ShowTool(); });
+  canvas_.SignalToolAsked().connect([this](bool stays) { ChooseLastTool(stays); });
   return grid;
 }
 
@@ -247,13 +249,27 @@ void EditorWindow::UpdateClasses() {
 void EditorWindow::AddTool(const std::string& name, std::optional<AKClassID> classID) {
   auto* const button = Gtk::make_managed<Gtk::ToggleButton>(name);
   button->set_focus_on_click(false);
-  button->signal_clicked().connect([this, classID] { canvas_.SetNewClass(classID); });
+  button->signal_clicked().connect([this, classID] { canvas_.SetNewClass(classID, false); });
+  auto twice = Gtk::GestureClick::create();
+  twice->signal_released().connect([this, classID](int count, double, double) {
+    if (count == 2) canvas_.SetNewClass(classID, true);
+  });
+  button->add_controller(twice);
+  button->set_tooltip_text(classID ? Tr("R; a double click or Shift+R keeps it") : Tr("Escape"));
   tools_.append(*button);
   toolButtons_.emplace_back(button, classID);
 }
 
 void EditorWindow::ShowTool() {
   for (const auto& [button, classID] : toolButtons_) button->set_active(classID == canvas_.NewClass());
+  if (canvas_.NewClass()) lastTool_ = canvas_.NewClass();
+}
+
+void EditorWindow::ChooseLastTool(bool stays) {
+  for (const auto& [button, classID] : toolButtons_) {
+    if (!classID || (lastTool_ && classID != lastTool_)) continue;
+    return canvas_.SetNewClass(classID, stays);
+  }
 }
 
 void EditorWindow::UpdateTitle() {

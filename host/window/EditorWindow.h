@@ -80,6 +80,8 @@ class EditorWindow : public Gtk::ApplicationWindow, public SessionObserver {
   Gtk::Widget* MakeStatusLine();
   void AddTool(const std::string& name, std::optional<AKClassID> classID);
   void ShowTool();
+  /// The class that was chosen last, or the first one.
+  void ChooseLastTool(bool stays);
   void AddDropTarget();
   void AddBracketKeys();
   void WatchMenus(Gtk::Widget* part);
@@ -121,6 +123,8 @@ class EditorWindow : public Gtk::ApplicationWindow, public SessionObserver {
   Gtk::Label position_;
   NumberField zoom_;  ///< percent
   AlignTo alignTo_ = AlignTo::kObjects;
+  int pasted_ = 0;  ///< how often since something was copied in this window: each paste steps aside of the one before
+  std::optional<AKClassID> lastTool_;
   Glib::RefPtr<Gtk::FileChooserNative> chooser_;
   Glib::RefPtr<Gio::SimpleAction> gridAction_;
   Glib::RefPtr<Gio::SimpleAction> snapAction_;

@@ -50,6 +50,8 @@ const std::vector<MenuSection>& MenuSections() {
        {{N_("Cu_t"), "win.cut", {"<Control>x"}},
         {N_("_Copy"), "win.copy", {"<Control>c"}},
         {N_("_Paste"), "win.paste", {"<Control>v"}},
+        {N_("Paste in P_lace"), "win.paste-in-place", {"<Control><Shift>v"}},
+        {N_("Paste at the P_ointer"), "win.paste-at-pointer", {"<Control><Alt>p"}},
         {N_("_Duplicate"), "win.duplicate", {"<Control>d"}},
         {N_("De_lete"), "win.delete", {}, "Delete"}}},
       {nullptr,
@@ -119,7 +121,7 @@ namespace {
 
 const std::vector<std::vector<const char*>>& ContextActions() {
   static const std::vector<std::vector<const char*>> sections = {
-      {"win.cut", "win.copy", "win.paste", "win.duplicate", "win.delete"},
+      {"win.cut", "win.copy", "win.paste", "win.paste-at-pointer", "win.duplicate", "win.delete"},
       {"win.copy-style", "win.paste-style"},
       {"win.to-front", "win.forward", "win.backward", "win.to-back"},
       {"win.group", "win.ungroup", "win.lock", "win.hide"},

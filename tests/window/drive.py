@@ -1113,8 +1113,45 @@ def sizes_places_and_transforms():
         x0, y0, x1, y1 = window.find_text("%", (1000, 720, 1180, 760))
         window.click((x0 - 25, (y0 + y1) // 2))
         window.key("ctrl+a")
-        window.type("100\n")
-        wait_for("the page at 100 %", window._find_page)
+        window.type("100")
+        window.key("Return")
+
+        def height():
+            box = DESKTOP.picture().find(window.PAPER)
+            return box and box[3] - box[1]
+        wait_for("the page at 100 %", lambda: height() == window.PAGE[1])
+
+
+@scenario
+def copies_tools_and_styles():
+    with Editor([BOX], (200, 160)) as window:
+        window.key("ctrl+alt+o", "ctrl+c", "ctrl+v", "ctrl+v", "ctrl+shift+v")
+        window.expect("copies aside and in place", lambda items: [item["bounds"][0] for item in items] == [100, 110, 120, 100])
+        DESKTOP.input("mousemove", *window.at(400, 300))
+        window.key("ctrl+alt+p")
+        window.expect("one at the pointer", lambda items: has_bounds(items[4], 300, 240, 500, 360))
+        window.drag([window.at(400, 300), window.at(420, 310)], "ctrl")
+        window.expect("a copy by the pointer", lambda items: len(items) == 6 and has_bounds(items[4], 300, 240, 500, 360)
+                      and has_bounds(items[5], 320, 250, 520, 370))
+        window.key("ctrl+a", "Delete")
+        # The tool by its key: for one object, or until it is given up; with what was set last.
+        window.key("r")
+        window.drag([window.at(60, 300), window.at(160, 250)])
+        window.click(object_field(window, "Width"))
+        row = window.find_text("Measure", (920, 0, 1180, 760))
+        window.click((row[2] + 80, row[1] - 30))  # the width of the pen
+        window.key("ctrl+a")
+        window.type("7")
+        window.key("Return")
+        window.expect("a wide pen", lambda items: items[0]["properties"]["Pen"]["Size"] == 7)
+        window.click(window.at(550, 30))
+        window.key("shift+r")
+        for x in (200, 400):
+            window.drag([window.at(x, 300), window.at(x + 100, 250)])
+        window.key("Escape")
+        window.drag([window.at(250, 270), window.at(250, 170)])
+        window.expect("two with that pen, the last tool given up", lambda items: len(items) == 3 and
+                      [item["properties"]["Pen"]["Size"] for item in items] == [7, 7, 7] and has_bounds(items[1], 200, 150, 300, 200))
 
 
 @scenario
@@ -1144,7 +1181,7 @@ def the_page_by_its_panel():
         wait_for("both undone", lambda: size() == (600, 400))
 
 
-ELSEWHERE = {"ctrl+shift+t", "ctrl+b", "ctrl+g", "ctrl+shift+g", "ctrl+l", "ctrl+shift+l", "ctrl+h", "ctrl+shift+h"}  # keys that other scenarios press
+ELSEWHERE = {"ctrl+shift+v", "ctrl+alt+p", "ctrl+shift+t", "ctrl+b", "ctrl+g", "ctrl+shift+g", "ctrl+l", "ctrl+shift+l", "ctrl+h", "ctrl+shift+h"}  # keys that other scenarios press
 
 
 @scenario
@@ -1191,7 +1228,7 @@ def every_shortcut():
                            ("ctrl+KP_Subtract", 600), ("ctrl+KP_Add", 750)):
             press(key)
             wait_for(f"{width} pixels after {key}", lambda: paper() == width)
-        for key in ("ctrl+0", "ctrl+3", "ctrl+2"):
+        for key in ("ctrl+3", "ctrl+0", "ctrl+2"):
             before = paper()
             press(key)
             wait_for(f"another zoom after {key}", lambda: paper() not in (before, None))

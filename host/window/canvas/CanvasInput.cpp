@@ -12,6 +12,7 @@
 #include <cmath>
 #include <unordered_set>
 
+#include "host/window/LastStyle.h"
 #include "host/window/SlideStep.h"
 #include "host/window/canvas/CanvasView.h"
 
@@ -50,6 +51,7 @@ void CanvasView::AddPointer() {
     }
     SlideStep::End();
     pressed_ = view_.ToMap(Cleaned(x, y));
+    tool_.SetNewStyle(LastStyle());
     tool_.Press(Cleaned(x, y), ModifiersOf(gesture->get_current_event_state()));
     SlideStep::Drag([this] {
       if (const auto done = tool_.Finish(); !done) problem_.emit(done.Why());
@@ -77,7 +79,7 @@ void CanvasView::AddPointer() {
     const bool made = tool_.NewClass().has_value();
     const auto done = tool_.Release(Cleaned(x + dx, y + dy), ModifiersOf(gesture->get_current_event_state()));
     if (!done) problem_.emit(done.Why());
-    if (made) SetNewClass(std::nullopt);
+    if (made && !toolStays_) SetNewClass(std::nullopt, false);
     queue_draw();
   });
   // A menu that opens, or another window, takes the pointer away.
@@ -219,7 +221,7 @@ bool CanvasView::OnKey(guint key, Gdk::ModifierType state) {
         SlideStep::Drag(nullptr);
         queue_draw();
       } else if (tool_.NewClass()) {
-        SetNewClass(std::nullopt);
+        SetNewClass(std::nullopt, false);
       } else if (!session_->Selection().Leave()) {
         session_->Selection().SelectNone();
       }
@@ -240,6 +242,11 @@ bool CanvasView::OnKey(guint key, Gdk::ModifierType state) {
       SelectNext(isPage ? key == GDK_KEY_Page_Up : modifiers.shift, isPage && modifiers.shift);
       return true;
     }
+    case GDK_KEY_r:
+    case GDK_KEY_R:
+      if (modifiers.control || modifiers.alt) return false;
+      toolAsked_.emit(modifiers.shift);
+      return true;
     case GDK_KEY_Menu:
     case GDK_KEY_F10:
       if (key == GDK_KEY_F10 && !modifiers.shift) return false;

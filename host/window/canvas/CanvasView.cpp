@@ -120,8 +120,9 @@ void CanvasView::OnPageChanged() {
   queue_draw();
 }
 
-void CanvasView::SetNewClass(std::optional<AKClassID> classID) {
+void CanvasView::SetNewClass(std::optional<AKClassID> classID, bool stays) {
   SlideStep::End();
+  toolStays_ = stays;
   tool_.SetNewClass(classID);
   toolChanged_.emit();
   ShowPointer(lastPointer_, {});

@@ -39,8 +39,12 @@ class CanvasView : public Gtk::Widget, public SessionObserver {
   /// Takes the object below what is selected where a button was pressed last.
   void SelectBelow();
   void SetGrid(bool shown, bool snaps, bool snapsToObjects, double spacing);
-  void SetNewClass(std::optional<AKClassID> classID);
+  /// The class of what the next drag makes, or, with one that stays, each drag; none to select.
+  void SetNewClass(std::optional<AKClassID> classID, bool stays);
   std::optional<AKClassID> NewClass() const { return tool_.NewClass(); }
+
+  /// Where the pointer is, or was when a button was pressed last; map units.
+  AGPoint PointerPlace() const { return pointerInside_ ? view_.ToMap(lastPointer_) : pressed_; }
 
   /// For scroll bars: the map's extent in pixels of the view.
   Glib::RefPtr<Gtk::Adjustment> Horizontal() const { return horizontal_; }
@@ -54,6 +58,8 @@ class CanvasView : public Gtk::Widget, public SessionObserver {
   sigc::signal<void(Problem)>& SignalProblem() { return problem_; }
   /// The class to make was chosen or, after an object was made, given up.
   sigc::signal<void()>& SignalToolChanged() { return toolChanged_; }
+  /// A key asks for the tool to make objects with, which stays or not.
+  sigc::signal<void(bool)>& SignalToolAsked() { return toolAsked_; }
 
   // SessionObserver
   void OnAreaChanged(const AGRect& area) override;
@@ -124,6 +130,7 @@ class CanvasView : public Gtk::Widget, public SessionObserver {
   Glib::RefPtr<Gtk::Adjustment> vertical_;
   bool adjusting_ = false;
   bool fitted_ = false;
+  bool toolStays_ = false;
   bool spaceHeld_ = false;
   bool panning_ = false;  ///< the space bar was held when the button was pressed
   AGPoint lastPointer_;
@@ -139,6 +146,7 @@ class CanvasView : public Gtk::Widget, public SessionObserver {
   sigc::signal<void(AGPoint)> pointer_;
   sigc::signal<void(Problem)> problem_;
   sigc::signal<void()> toolChanged_;
+  sigc::signal<void(bool)> toolAsked_;
 };
 
 }  // namespace host

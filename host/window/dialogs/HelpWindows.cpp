@@ -30,6 +30,8 @@ constexpr Line kCanvasLines[] = {
     {N_("Take the object below"), N_("Alt + Click")},
     {N_("Menu of the selection"), N_("Right Button, Menu Key, Shift + F10")},
     {N_("Enter a group"), N_("Double Click")},
+    {N_("Draw an object; Shift keeps the tool"), N_("R, Shift + R")},
+    {N_("Move a copy"), N_("Ctrl + Drag")},
     {N_("Move along one axis"), N_("Shift + Drag")},
     {N_("Keep the proportions of a stretch"), N_("Shift + Handle")},
     {N_("Keep the center of a stretch"), N_("Ctrl + Handle")},

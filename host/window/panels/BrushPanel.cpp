@@ -1,5 +1,6 @@
 #include "host/window/panels/BrushPanel.h"
 
+#include "host/window/LastStyle.h"
 #include "host/window/SlideStep.h"
 
 namespace host {
@@ -14,6 +15,7 @@ BrushPanel::BrushPanel() {
       SlideStep::Continue(Session(), "brush " + burst);
     }
     Report(Session()->Objects().SetBrushField(Session()->Selection().IDs(), field, brush));
+    NoteStyle(*Session());
   });
 }
 

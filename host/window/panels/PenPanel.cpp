@@ -5,6 +5,7 @@
 #include <numbers>
 
 #include "host/text/Localisation.h"
+#include "host/window/LastStyle.h"
 #include "host/window/SlideStep.h"
 
 namespace host {
@@ -37,6 +38,7 @@ PenPanel::PenPanel()
     if (Session() == nullptr) return;
     BeginStep(burst);
     Report(Session()->Objects().SetPenBrushField(Session()->Selection().IDs(), field, brush));
+    NoteStyle(*Session());
   });
   size_.SignalChosen().connect([this](double) { Changed(PenField::kSize, "width"); });
   ratio_.SignalChosen().connect([this](double) { Changed(PenField::kRatio, "ratio"); });
@@ -74,6 +76,7 @@ void PenPanel::Changed(PenField field, const std::string& burst) {
   if (IsRefreshing() || Session() == nullptr || Session()->Selection().IsEmpty()) return;
   BeginStep(burst);
   Report(Session()->Objects().SetPenField(Session()->Selection().IDs(), field, Entered()));
+  NoteStyle(*Session());
 }
 
 void PenPanel::ShowNumber(PenField field, NumberField* control, double value, const PenFields& differs) {

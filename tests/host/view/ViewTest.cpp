@@ -228,6 +228,32 @@ TEST_F(CanvasTest, Snap_GoesToEdgesMiddlesAndEqualGaps) {
   ExpectRect(session_->Doc().ObjectAt(4).bounds, {200, 170, 240, 200});
 }
 
+TEST_F(CanvasTest, ControlDrag_MovesCopies) {
+  const ObjectID id = AddRect({100, 100, 200, 150});
+  AddRect({300, 100, 350, 150});
+  session_->Selection().SelectAll();
+  Drag(Seen(150, 120), Seen(180, 90), {.control = true});
+  EXPECT_EQ(session_->Doc().ObjectCount(), 4U);
+  ExpectRect(Object(id).bounds, {100, 100, 200, 150});
+  ExpectRect(session_->Doc().ObjectAt(2).bounds, {130, 70, 230, 120});
+  ExpectRect(session_->Doc().ObjectAt(3).bounds, {330, 70, 380, 120});
+  EXPECT_FALSE(session_->Selection().Contains(id));
+  EXPECT_TRUE(session_->Steps().Undo());
+  EXPECT_EQ(session_->Doc().ObjectCount(), 2U);
+  session_->Selection().Select({id});
+  tool_->Press(Seen(150, 120), {.control = true});
+  tool_->Motion(Seen(250, 220), {.control = true});
+  EXPECT_EQ(session_->Doc().ObjectCount(), 3U);
+  EXPECT_TRUE(tool_->Cancel());
+  EXPECT_EQ(session_->Doc().ObjectCount(), 2U);
+  EXPECT_EQ(session_->Selection().IDs(), ObjectIDs{id});
+  const ObjectIDs many = SelectMany();
+  const std::size_t count = session_->Doc().ObjectCount();
+  Drag(Seen(10, 30), Seen(40, 50), {.control = true});
+  EXPECT_EQ(session_->Doc().ObjectCount(), 2 * count);
+  EXPECT_EQ(Object(many[2]).bounds.x0, 0);
+}
+
 TEST(ViewTransformTest, EdgeSpeed_GrowsOutwards) {
   EXPECT_EQ(EdgeSpeed({100, 100}, {200, 200}), (AGPoint{0, 0}));
   EXPECT_LT(EdgeSpeed({10, 100}, {200, 200}).x, 0);
