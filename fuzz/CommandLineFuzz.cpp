@@ -5,7 +5,7 @@
 
 #include "fuzz/HostFuzz.h"
 #include "host/commands/EditCommand.h"
-#include "host/commands/ScriptLine.h"
+#include "host/scripts/ScriptLine.h"
 
 namespace {
 

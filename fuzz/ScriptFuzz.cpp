@@ -6,8 +6,8 @@
 #include <sstream>
 
 #include "fuzz/HostFuzz.h"
-#include "host/commands/ScriptLine.h"
-#include "host/commands/ScriptReader.h"
+#include "host/scripts/ScriptLine.h"
+#include "host/scripts/ScriptReader.h"
 
 namespace {
 

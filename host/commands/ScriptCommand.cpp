@@ -9,8 +9,8 @@
 
 #include "host/EndSignals.h"
 #include "host/commands/EditCommand.h"
-#include "host/commands/ScriptLine.h"
-#include "host/commands/ScriptReader.h"
+#include "host/scripts/ScriptLine.h"
+#include "host/scripts/ScriptReader.h"
 #include "host/storage/WholeFiles.h"
 #include "host/terminal/Output.h"
 #include "host/text/ParseNumber.h"

@@ -8,8 +8,8 @@
 #include <utility>
 #include <vector>
 
+#include "host/history/History.h"
 #include "host/session/ActiveLayer.h"
-#include "host/session/History.h"
 #include "host/session/SessionSelection.h"
 
 namespace host {

@@ -1,4 +1,4 @@
-#include "host/session/UndoStep.h"
+#include "host/history/UndoStep.h"
 
 #include <unordered_set>
 

@@ -8,7 +8,7 @@
 #include <memory>
 #include <optional>
 
-#include "host/session/UndoStep.h"
+#include "host/history/UndoStep.h"
 
 namespace host {
 

@@ -1,4 +1,4 @@
-#include "host/session/History.h"
+#include "host/history/History.h"
 
 namespace host {
 

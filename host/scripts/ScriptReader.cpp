@@ -1,4 +1,4 @@
-#include "host/commands/ScriptReader.h"
+#include "host/scripts/ScriptReader.h"
 
 #include <poll.h>
 #include <unistd.h>

@@ -8,7 +8,7 @@
 #include <unordered_map>
 #include <vector>
 
-#include "host/session/Change.h"
+#include "host/history/Change.h"
 
 namespace host {
 

@@ -1,4 +1,4 @@
-#include "host/commands/ScriptLine.h"
+#include "host/scripts/ScriptLine.h"
 
 namespace host {
 namespace {

@@ -1,4 +1,4 @@
-#include "host/session/Change.h"
+#include "host/history/Change.h"
 
 #include <algorithm>
 
