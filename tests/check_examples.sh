@@ -19,6 +19,9 @@ pixel() { convert "$1" -format "%[hex:p{$2}]" info:; }
 "${host[@]}" inspect page.akd 0 --set '1=grün 日本' --set 7= > panel || fault "the panel: $(cat panel)"
 is "the text" "$("${host[@]}" get page.akd 0 Text)" 'GRüN 日本'
 printf '%s\n' 'open page.akd' 'inspect 0 --set 8=' list undo list 'close --discard' > lines
+"${host[@]}" add page.akd exLabel --args '-text:grün' > added || fault "no label with a text"
+is "the text of the arguments" "$("${host[@]}" get page.akd 1 Text)" grün
+"${host[@]}" delete page.akd 1
 is "labels after a copy and an undo" "$("${host[@]}" script lines | grep -c '^[01]  exLabel')" 3
 
 # Each format shows the file's own pixels; another program decodes them too.

@@ -2,12 +2,14 @@
 
 #include <algorithm>
 #include <cstdarg>
+#include <string_view>
 #include <unordered_set>
 #include <utility>
 
 #include "host/HostLog.h"
 #include "host/model/InstanceCall.h"
 #include "host/model/ObjectRecord.h"
+#include "host/text/DisplayText.h"
 #include "host/text/Localisation.h"
 
 namespace host {
@@ -141,9 +143,12 @@ std::unique_ptr<DocumentObject> Document::AdoptInstance(AKObject* instance) {
   return object;
 }
 
+// Arguments that the kit's text can't hold stay UTF-8: a signature would stand before the first parameter's name.
 Result<std::unique_ptr<DocumentObject>> Document::NewObject(AKClassID classID, const std::string& arguments) {
   const QuietLog quiet;
-  AKObject* instance = NewInstance(classID, "%s", arguments.c_str());
+  const AKString text = TextForBundles(arguments);
+  const bool isHeld = !std::string_view(text.CStr()).starts_with("\xEF\xBB\xBF");
+  AKObject* instance = NewInstance(classID, "%s", isHeld ? text.CStr() : arguments.c_str());
   if (instance != nullptr) return AdoptInstance(instance);
   return Problem(N_("can't make an object of class \"%s\" (status %s)"),
                  {classID.chars, std::to_string(AKClass::GetErrorNew())});
