@@ -82,6 +82,7 @@ std::optional<SharedStyle>& EditorApplication::CopiedStyle() {
 void EditorApplication::on_startup() {
   Gtk::Application::on_startup();
   AddStyle();
+  Gtk::Window::set_default_icon_name(kIconName);
   AddActions();
   menus_ = MakeMenus();
   set_menubar(menus_.bar);

@@ -1,4 +1,5 @@
-# Uses the packages in the system that they are installed in.
+# Installs the packages beside it into the system that it runs in, and uses them.
+apt-get install -y -q /packages/*.deb cmake g++ make fonts-dejavu-core xvfb xauth xdotool
 cd /tmp
 objecthost --version
 objecthost demo demo
