@@ -201,7 +201,7 @@ expect 0 '^0 .*  locked$' list g.akd
 expect 0 '^3 .*  in g0$' list g.akd
 expect 0 '"hidden": true, "locked": false, "groups": \[\]' list g.akd --json
 expect 0 '^2 3$' select g.akd g0
-expect 1 'locked object' move g.akd all,0 1,1
+expect 1 'locked object' move g.akd 0,1 1,1
 expect 1 'no group "g1"; it has 1' move g.akd g1 1,1
 expect 0 '' ungroup g.akd g0
 expect 0 '' unlock g.akd all

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <map>
 
-#include "host/session/Units.h"
+#include "host/model/Units.h"
 #include "host/text/Localisation.h"
 
 namespace host {

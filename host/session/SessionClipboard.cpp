@@ -6,7 +6,7 @@
 #include "host/HostLog.h"
 #include "host/model/MarksChunk.h"
 #include "host/model/ObjectRecord.h"
-#include "host/session/Units.h"
+#include "host/model/Units.h"
 #include "host/text/Localisation.h"
 #include "kit/streams/AKFileNumbers.h"
 

@@ -1,6 +1,6 @@
 #include "host/session/SessionLayers.h"
 
-#include "host/session/Units.h"
+#include "host/model/Units.h"
 #include "host/text/Localisation.h"
 #include "host/text/Utf8Check.h"
 

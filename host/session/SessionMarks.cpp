@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "host/session/Units.h"
+#include "host/model/Units.h"
 #include "host/text/Localisation.h"
 
 namespace host {

@@ -4,7 +4,7 @@
 
 #include <optional>
 
-#include "host/session/EditRules.h"
+#include "host/model/EditRules.h"
 #include "host/session/Selection.h"
 #include "host/session/SessionObservers.h"
 

@@ -5,7 +5,7 @@
 #include <optional>
 
 #include "host/model/Document.h"
-#include "host/session/EditRules.h"
+#include "host/model/EditRules.h"
 
 namespace host {
 

@@ -1,7 +1,7 @@
 // Objects that are dealt with as one: those of a group, or one that is in none.
 #pragma once
 
-#include "host/session/EditRules.h"
+#include "host/model/EditRules.h"
 
 namespace host {
 

@@ -1,4 +1,4 @@
-#include "host/session/Units.h"
+#include "host/model/Units.h"
 
 #include <algorithm>
 #include <unordered_map>

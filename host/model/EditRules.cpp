@@ -1,4 +1,4 @@
-#include "host/session/EditRules.h"
+#include "host/model/EditRules.h"
 
 #include <algorithm>
 
