@@ -1207,6 +1207,7 @@ def every_shortcut():
                            ("ctrl+KP_Subtract", 600), ("ctrl+KP_Add", 750)):
             press(key)
             wait_for(f"{width} pixels after {key}", lambda: paper() == width)
+        window.key("ctrl+a")
         for key in ("ctrl+3", "ctrl+0", "ctrl+2"):
             before = paper()
             press(key)
