@@ -934,7 +934,7 @@ def the_window_comes_back_as_it_was():
 
         def same(one, other):
             """Left out are the status line and the panels' scroll bar, which comes and fades."""
-            return all(one.row(y, 0, 1088) == other.row(y, 0, 1088) for y in range(680))
+            return all(one.row(y, 0, 1088) == other.row(y, 0, 1088) for y in range(660))
         before = seen()
         window.key("ctrl+w")
         assert window.ended() == 0
