@@ -955,7 +955,7 @@ def the_window_comes_back_as_it_was():
 
         def same(one, other):
             """Left out are the status line and the panels' scroll bar, which comes and fades."""
-            return all(one.row(y, 0, 1088) == other.row(y, 0, 1088) for y in range(680))
+            return all(one.row(y, 0, 1088) == other.row(y, 0, 1088) for y in range(660))
         before = seen()
         window.key("ctrl+w")
         assert window.ended() == 0
@@ -1228,6 +1228,7 @@ def every_shortcut():
                            ("ctrl+KP_Subtract", 600), ("ctrl+KP_Add", 750)):
             press(key)
             wait_for(f"{width} pixels after {key}", lambda: paper() == width)
+        window.key("ctrl+a")
         for key in ("ctrl+3", "ctrl+0", "ctrl+2"):
             before = paper()
             press(key)
