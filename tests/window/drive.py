@@ -414,7 +414,7 @@ def typing_is_given_up_corrected_and_selected():
         window.key("ctrl+a")
         window.type("8o.5", 150)
         window.key("Return")
-        window.find_text("such as 20 mm + 5")
+        wait_for_words("20 mm + 5")
         box = (field[0] - 50, field[1] - 12, field[0] + 60, field[1] + 12)
         assert any(red > 150 and green < 90 and blue < 90 for red, green, blue in pixels(box)), "the text is not red"
         window.click(window.at(450, 350))
@@ -450,7 +450,7 @@ def sums_and_units_in_fields():
         window.key("ctrl+a")
         window.type("3 furlongs", 150)
         window.key("Return")
-        window.find_text("such as 20 mm + 5")
+        wait_for_words("20 mm + 5")
 
 
 @scenario
