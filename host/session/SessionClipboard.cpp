@@ -40,6 +40,7 @@ std::vector<Copied> CopiedOf(const Document& document, const ObjectIDs& ids, con
 
 int WriteClipboard(AKFile& file, const std::vector<Copied>& copied) {
   std::vector<const ObjectMarks*> marks;
+  marks.reserve(copied.size());
   for (const Copied& each : copied) marks.push_back(&each.marks);
   const bool plain = std::all_of(marks.begin(), marks.end(), [](const ObjectMarks* each) { return each->IsPlain(); });
   AKFileChunk chunk{kClipboardSignature};
