@@ -6,7 +6,7 @@ CTParagraphStyleRef CTParagraphStyleCreate(const CTParagraphStyleSetting* settin
   auto* style = new CTParagraphStyle;
   for (size_t i = 0; settings != nullptr && i < count; ++i) {
     const CTParagraphStyleSetting& setting = settings[i];
-    if (setting.spec != kCTParagraphStyleSpecifierAlignment || setting.valueSize != sizeof(CTTextAlignment) ||
+    if (setting.specifier != kCTParagraphStyleSpecifierAlignment || setting.valueSize != sizeof(CTTextAlignment) ||
         setting.value == nullptr) {
       continue;
     }

@@ -12,8 +12,9 @@ enum CTTextAlignment : uint8_t { kCTTextAlignmentLeft = 0, kCTTextAlignmentRight
 
 enum CTParagraphStyleSpecifier : uint32_t { kCTParagraphStyleSpecifierAlignment = 0 };
 
+/// Filled by position: not every system calls the first field the same.
 struct CTParagraphStyleSetting {
-  CTParagraphStyleSpecifier spec;
+  CTParagraphStyleSpecifier specifier;
   size_t valueSize;
   const void* value;  ///< a CTTextAlignment
 };

@@ -5,7 +5,7 @@ typedef const struct __CTParagraphStyle* CTParagraphStyleRef;
 enum CTTextAlignment : uint8_t { kCTTextAlignmentLeft = 0, kCTTextAlignmentRight = 1, kCTTextAlignmentCenter = 2 };
 enum CTParagraphStyleSpecifier : uint32_t { kCTParagraphStyleSpecifierAlignment = 0 };
 typedef struct CTParagraphStyleSetting {
-  CTParagraphStyleSpecifier spec;
+  CTParagraphStyleSpecifier specifier;
   size_t valueSize;
   const void* value;
 } CTParagraphStyleSetting;
