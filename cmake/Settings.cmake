@@ -17,6 +17,7 @@ else()
 endif()
 if(AK_WINDOW AND AK_NATIVE STREQUAL "linux")
   pkg_check_modules(GTKMM REQUIRED IMPORTED_TARGET gtkmm-4.0)
+  find_program(GLIB_COMPILE_RESOURCES glib-compile-resources REQUIRED)
 endif()
 
 add_library(ak_settings INTERFACE)

@@ -2,6 +2,7 @@
 #include <giomm/simpleaction.h>
 #include <gtkmm/text.h>
 
+#include <algorithm>
 #include <string_view>
 
 #include "host/text/Localisation.h"
@@ -98,9 +99,14 @@ void EditorWindow::AddEditActions() {
   AddTextCommand("cut", "clipboard.cut", [this] { CopySelection(true); });
   AddTextCommand("copy", "clipboard.copy", [this] { CopySelection(false); });
   AddTextCommand("paste", "clipboard.paste", [this] { PasteClipboard(); });
-  AddCommand("paste-in-place", [this] { Do(session_->Clipboard().Paste(EditorApplication::Clipboard(), 0, 0)); });
-  AddCommand("paste-at-pointer",
-             [this] { Do(session_->Clipboard().PasteAt(EditorApplication::Clipboard(), canvas_.PointerPlace())); });
+  AddCommand("paste-in-place", [this] {
+    const std::string& clipboard = EditorApplication::Clipboard();
+    if (!clipboard.empty()) Do(session_->Clipboard().Paste(clipboard, 0, 0));
+  });
+  AddCommand("paste-at-pointer", [this] {
+    const std::string& clipboard = EditorApplication::Clipboard();
+    if (!clipboard.empty()) Do(session_->Clipboard().PasteAt(clipboard, canvas_.PointerPlace()));
+  });
   AddTextCommand("select-all", kSelectAllText, [this] { session_->Selection().SelectAll(); });
   AddCommand("select-none", [this] { session_->Selection().SelectNone(); });
   AddCommand("select-below", [this] { canvas_.SelectBelow(); });
@@ -230,37 +236,26 @@ void EditorWindow::SetEnabled(const char* action, bool enabled) {
 void EditorWindow::UpdateActions() {
   UpdateTitle();
   const std::size_t count = session_->Selection().Count();
-  for (const char* action : {"delete",
-                             "duplicate",
-                             "to-front",
-                             "forward",
-                             "backward",
-                             "to-back",
-                             "align-left",
-                             "align-center",
-                             "align-right",
-                             "align-top",
-                             "align-middle",
-                             "align-bottom",
-                             "select-none",
-                             "zoom-selection",
-                             "copy-style",
-                             "paste-style",
-                             "select-same-fill",
-                             "select-same-outline",
-                             "select-same-kind",
-                             "ungroup",
-                             "lock",
-                             "hide",
-                             "repeat"}) {
+  for (const char* action :
+       {"delete",           "duplicate",      "to-front",    "forward",     "backward",         "to-back",
+        "align-left",       "align-center",   "align-right", "align-top",   "align-middle",     "align-bottom",
+        "select-none",      "zoom-selection", "copy-style",  "paste-style", "select-same-fill", "select-same-outline",
+        "select-same-kind", "lock",           "hide",        "repeat"}) {
     SetEnabled(action, count > 0);
   }
-  for (const char* action : {"group", "match-width", "match-height", "match-size"}) SetEnabled(action, count > 1);
+  for (const char* action : {"match-width", "match-height", "match-size"}) SetEnabled(action, count > 1);
+  const ObjectIDs& ids = session_->Selection().IDs();
+  const std::size_t depth = session_->Selection().Entered().size();
+  SetEnabled("group", count > 1 && session_->Selection().UnitOf(ids[0]).size() < count);
+  SetEnabled("ungroup", std::any_of(ids.begin(), ids.end(), [this, depth](ObjectID id) {
+               return session_->Doc().Find(id)->marks.groups.size() > depth;
+             }));
   SetEnabled("distribute-horizontally", count > 2);
   SetEnabled("distribute-vertically", count > 2);
   if (const auto application = std::dynamic_pointer_cast<EditorApplication>(get_application())) {
     application->ShowUndoTitles(session_->Steps().UndoTitle(), session_->Steps().RedoTitle());
   }
+  toolbar_.ShowSteps(session_->Steps());
 }
 
 void EditorWindow::CopySelection(bool cut) {

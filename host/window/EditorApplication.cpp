@@ -30,13 +30,21 @@ constexpr char kIconName[] = "org.objecthost.Window";  // as the desktop calls t
 constexpr char kStyle[] = R"(
 .canvas { background-color: mix(@theme_bg_color, @theme_fg_color, 0.12); }
 .ruler { background-color: @theme_bg_color; }
-.tools { padding: 6px; }
+.tools { padding: 4px; }
+.tools button { min-width: 24px; padding: 5px; }
+.tool-name { font-size: smaller; }
+.toolbar { padding: 2px 4px; }
+.toolbar button { min-width: 20px; min-height: 20px; padding: 5px; }
+.toolbar separator { margin: 4px 5px; }
 .panel { padding: 6px 10px 12px 10px; }
 .panel-frame > box > title { font-weight: bold; padding: 6px 6px 2px 6px; }
 .inspector { padding-left: 0; }
 .inspector > label { margin-left: 10px; }
 .status { padding: 3px 10px; font-size: smaller; }
 spinbutton { min-height: 0; }
+.panel spinbutton, .panel entry, .panel dropdown > button, .panel colorbutton > button { min-height: 24px; padding-top: 1px; padding-bottom: 1px; }
+.panel list row { min-height: 0; padding: 1px 4px; }
+.panel list row togglebutton, .panel list row button { min-height: 20px; min-width: 20px; padding: 2px; }
 label.mixed { font-style: italic; }
 colorbutton.mixed, scale.mixed { opacity: 0.35; }
 )";

@@ -1,12 +1,10 @@
 #include "host/window/EditorWindow.h"
 
+#include <glibmm/binding.h>
 #include <glibmm/main.h>
 #include <gtkmm/droptarget.h>
 #include <gtkmm/eventcontrollerkey.h>
-#include <gtkmm/expander.h>
-#include <gtkmm/gestureclick.h>
 #include <gtkmm/grid.h>
-#include <gtkmm/paned.h>
 #include <gtkmm/popover.h>
 #include <gtkmm/scrollbar.h>
 #include <gtkmm/scrolledwindow.h>
@@ -15,8 +13,6 @@
 #include <cstdio>
 
 #include "host/Host.h"
-#include "host/bundles/ClassRegistry.h"
-#include "host/text/DisplayText.h"
 #include "host/text/Localisation.h"
 #include "host/window/EditorApplication.h"
 #include "host/window/Menus.h"
@@ -24,7 +20,7 @@
 #include "host/window/WindowSettings.h"
 #include "host/window/dialogs/ProgressWindow.h"
 #include "host/window/panels/Panels.h"
-#include "host/window/widgets/Focus.h"
+#include "host/window/panels/Section.h"
 
 namespace host {
 namespace {
@@ -37,8 +33,6 @@ std::string FileName(const std::string& path) {
   return slash == std::string::npos ? path : path.substr(slash + 1);
 }
 
-bool CanBeMade(const RegisteredClass& entry) { return entry.fromBundle && entry.record->constructor != nullptr; }
-
 }  // namespace
 
 EditorWindow::EditorWindow(std::unique_ptr<DocumentSession> session)
@@ -47,6 +41,7 @@ EditorWindow::EditorWindow(std::unique_ptr<DocumentSession> session)
   if (WindowSettings::Instance().maximized) maximize();
   set_show_menubar(true);
   auto* const everything = Gtk::make_managed<Gtk::Box>(Gtk::Orientation::VERTICAL);
+  everything->append(toolbar_);
   message_.add_child(messageText_);
   messageText_.set_wrap(true);
   messageText_.set_selectable(true);
@@ -56,22 +51,15 @@ EditorWindow::EditorWindow(std::unique_ptr<DocumentSession> session)
   everything->append(message_);
 
   auto* const middle = Gtk::make_managed<Gtk::Box>(Gtk::Orientation::HORIZONTAL);
-  tools_.add_css_class("tools");
   middle->append(tools_);
-  auto* const paned = Gtk::make_managed<Gtk::Paned>(Gtk::Orientation::HORIZONTAL);
-  paned->set_start_child(*MakeCanvasArea());
-  paned->set_resize_start_child(true);
-  paned->set_shrink_start_child(false);
-  auto* const side = Gtk::make_managed<Gtk::Box>(Gtk::Orientation::VERTICAL, 0);
-  AddPanels(side);
-  auto* const scrolled = Gtk::make_managed<Gtk::ScrolledWindow>();
-  scrolled->set_policy(Gtk::PolicyType::NEVER, Gtk::PolicyType::AUTOMATIC);
-  scrolled->set_child(*side);
-  scrolled->set_size_request(kPanelWidth, -1);
-  paned->set_end_child(*scrolled);
-  paned->set_resize_end_child(false);
-  paned->set_shrink_end_child(false);
-  middle->append(*paned);
+  paned_.set_start_child(*MakeCanvasArea());
+  paned_.set_resize_start_child(true);
+  paned_.set_shrink_start_child(false);
+  paned_.set_end_child(*MakeSide());
+  paned_.set_resize_end_child(false);
+  paned_.set_shrink_end_child(false);
+  RestorePanelWidth();
+  middle->append(paned_);
   everything->append(*middle);
   everything->append(*MakeStatusLine());
   set_child(*everything);
@@ -141,6 +129,7 @@ void EditorWindow::RememberSize() {
   WindowSettings& settings = WindowSettings::Instance();
   get_default_size(settings.width, settings.height);
   settings.maximized = is_maximized();
+  settings.panelWidth = paned_.get_end_child()->get_width();
   settings.Save();
 }
 
@@ -196,8 +185,6 @@ Gtk::Widget* EditorWindow::MakeCanvasArea() {
     std::snprintf(text, sizeof(text), "%.1f, %.1f", map.x, map.y);
     position_.set_text(text);
   });
-  canvas_.SignalToolChanged().connect([this] { ShowTool(); });
-  canvas_.SignalToolAsked().connect([this](bool stays) { ChooseLastTool(stays); });
   return grid;
 }
 
@@ -216,59 +203,44 @@ Gtk::Widget* EditorWindow::MakeStatusLine() {
   return line;
 }
 
-void EditorWindow::AddPanels(Gtk::Box* side) {
-  for (NamedPanel& named : MakePanels()) {
-    auto* const expander = Gtk::make_managed<Gtk::Expander>(Tr(named.name));
-    expander->set_expanded(!WindowSettings::Instance().closedPanels.contains(named.name));
-    expander->property_expanded().signal_changed().connect([expander, name = std::string(named.name)] {
-      auto& closed = WindowSettings::Instance().closedPanels;
-      expander->get_expanded() ? static_cast<void>(closed.erase(name)) : static_cast<void>(closed.insert(name));
-      WindowSettings::Instance().Save();
+Gtk::Widget* EditorWindow::MakeSide() {
+  auto* const side = Gtk::make_managed<Gtk::Box>(Gtk::Orientation::VERTICAL);
+  auto* const scrolled = Gtk::make_managed<Gtk::Box>(Gtk::Orientation::VERTICAL);
+  auto* const below = Gtk::make_managed<Gtk::Box>(Gtk::Orientation::VERTICAL);
+  AddPanels(scrolled, below);
+  auto* const scroller = Gtk::make_managed<Gtk::ScrolledWindow>();
+  scroller->set_policy(Gtk::PolicyType::NEVER, Gtk::PolicyType::AUTOMATIC);
+  scroller->set_child(*scrolled);
+  scroller->set_vexpand(true);
+  side->append(*scroller);
+  side->append(*Gtk::make_managed<Gtk::Separator>(Gtk::Orientation::HORIZONTAL));
+  side->append(*below);
+  side->set_size_request(kPanelWidth, -1);
+  return side;
+}
+
+// The place of the border is known with the first allocation, which it can't change itself.
+void EditorWindow::RestorePanelWidth() {
+  const auto placed = std::make_shared<sigc::connection>();
+  *placed = paned_.property_max_position().signal_changed().connect([this, placed] {
+    placed->disconnect();
+    Glib::signal_idle().connect_once([this] {
+      const int wider = WindowSettings::Instance().panelWidth - paned_.get_end_child()->get_width();
+      if (wider > 0) paned_.set_position(paned_.get_position() - wider);
     });
-    expander->add_css_class("panel-frame");
-    expander->set_child(*named.panel);
-    side->append(*expander);
+  });
+}
+
+void EditorWindow::AddPanels(Gtk::Box* scrolled, Gtk::Box* below) {
+  for (NamedPanel& named : MakePanels()) {
+    Gtk::Expander* const section = NewSection(named.name);
+    section->add_css_class("panel-frame");
+    section->set_child(*named.panel);
+    Glib::Binding::bind_property(named.panel->property_visible(), section->property_visible());
+    (named.stays ? below : scrolled)->append(*section);
     named.panel->SignalProblem().connect(
         [this](const Problem& problem) { ShowProblem(problem, Gtk::MessageType::WARNING); });
     panels_.push_back(std::move(named.panel));
-  }
-}
-
-// One button to select, and one for each class that a bundle registered.
-void EditorWindow::UpdateClasses() {
-  TakeFocusFrom(tools_);
-  while (Gtk::Widget* child = tools_.get_first_child()) tools_.remove(*child);
-  toolButtons_.clear();
-  AddTool(Tr("Select"), std::nullopt);
-  for (const RegisteredClass& entry : Host::Instance().Classes().Classes()) {
-    if (CanBeMade(entry)) AddTool(DisplayText(DisplayName(*entry.record)), entry.record->classID);
-  }
-  ShowTool();
-}
-
-void EditorWindow::AddTool(const std::string& name, std::optional<AKClassID> classID) {
-  auto* const button = Gtk::make_managed<Gtk::ToggleButton>(name);
-  button->set_focus_on_click(false);
-  button->signal_clicked().connect([this, classID] { canvas_.SetNewClass(classID, false); });
-  auto twice = Gtk::GestureClick::create();
-  twice->signal_released().connect([this, classID](int count, double, double) {
-    if (count == 2) canvas_.SetNewClass(classID, true);
-  });
-  button->add_controller(twice);
-  button->set_tooltip_text(classID ? Tr("R; a double click or Shift+R keeps it") : Tr("Escape"));
-  tools_.append(*button);
-  toolButtons_.emplace_back(button, classID);
-}
-
-void EditorWindow::ShowTool() {
-  for (const auto& [button, classID] : toolButtons_) button->set_active(classID == canvas_.NewClass());
-  if (canvas_.NewClass()) lastTool_ = canvas_.NewClass();
-}
-
-void EditorWindow::ChooseLastTool(bool stays) {
-  for (const auto& [button, classID] : toolButtons_) {
-    if (!classID || (lastTool_ && classID != lastTool_)) continue;
-    return canvas_.SetNewClass(classID, stays);
   }
 }
 
@@ -279,6 +251,8 @@ void EditorWindow::UpdateTitle() {
 
 void EditorWindow::UpdateZoom() {
   zoom_.Show(canvas_.View().Zoom() * 100);
+  SetEnabled("zoom-in", canvas_.View().Zoom() < ViewTransform::kMaxZoom);
+  SetEnabled("zoom-out", canvas_.View().Zoom() > ViewTransform::kMinZoom);
   horizontalRuler_.SetView(canvas_.View());
   verticalRuler_.SetView(canvas_.View());
 }

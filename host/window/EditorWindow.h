@@ -5,7 +5,7 @@
 #include <gtkmm/filechoosernative.h>
 #include <gtkmm/infobar.h>
 #include <gtkmm/label.h>
-#include <gtkmm/togglebutton.h>
+#include <gtkmm/paned.h>
 
 #include <memory>
 #include <vector>
@@ -13,6 +13,8 @@
 #include "host/bundles/BundleSet.h"
 #include "host/storage/OpenMark.h"
 #include "host/storage/Recovery.h"
+#include "host/window/ToolColumn.h"
+#include "host/window/Toolbar.h"
 #include "host/window/canvas/CanvasView.h"
 #include "host/window/canvas/Ruler.h"
 #include "host/window/panels/EditorPanel.h"
@@ -46,7 +48,7 @@ class EditorWindow : public Gtk::ApplicationWindow, public SessionObserver {
   /// Asks whether a document that a crash left is to be recovered or discarded; without an answer `then` is not called.
   void AskToRecover(const std::string& name, const std::function<void(bool recover)>& then);
   /// The classes that can be made are others now.
-  void UpdateClasses();
+  void UpdateClasses() { tools_.UpdateClasses(); }
 
   // SessionObserver
   void OnHistoryChanged() override { UpdateActions(); }
@@ -75,13 +77,11 @@ class EditorWindow : public Gtk::ApplicationWindow, public SessionObserver {
   void AddMarkActions();
   void AddViewActions();
   void AddEdit(const char* name, Edit edit);
-  void AddPanels(Gtk::Box* side);
+  Gtk::Widget* MakeSide();
+  void AddPanels(Gtk::Box* scrolled, Gtk::Box* below);
+  void RestorePanelWidth();
   Gtk::Widget* MakeCanvasArea();
   Gtk::Widget* MakeStatusLine();
-  void AddTool(const std::string& name, std::optional<AKClassID> classID);
-  void ShowTool();
-  /// The class that was chosen last, or the first one.
-  void ChooseLastTool(bool stays);
   void AddDropTarget();
   void AddBracketKeys();
   void WatchMenus(Gtk::Widget* part);
@@ -115,16 +115,16 @@ class EditorWindow : public Gtk::ApplicationWindow, public SessionObserver {
   CanvasView canvas_;
   Ruler horizontalRuler_{Gtk::Orientation::HORIZONTAL};
   Ruler verticalRuler_{Gtk::Orientation::VERTICAL};
+  Gtk::Paned paned_{Gtk::Orientation::HORIZONTAL};
   std::vector<std::unique_ptr<EditorPanel>> panels_;
-  Gtk::Box tools_{Gtk::Orientation::VERTICAL, 4};
-  std::vector<std::pair<Gtk::ToggleButton*, std::optional<AKClassID>>> toolButtons_;
+  ToolColumn tools_{canvas_};
+  Toolbar toolbar_;
   Gtk::InfoBar message_;
   Gtk::Label messageText_;
   Gtk::Label position_;
   NumberField zoom_;  ///< percent
   AlignTo alignTo_ = AlignTo::kObjects;
   int pasted_ = 0;  ///< how often since something was copied in this window: each paste steps aside of the one before
-  std::optional<AKClassID> lastTool_;
   Glib::RefPtr<Gtk::FileChooserNative> chooser_;
   Glib::RefPtr<Gio::SimpleAction> gridAction_;
   Glib::RefPtr<Gio::SimpleAction> snapAction_;

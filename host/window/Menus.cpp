@@ -3,6 +3,7 @@
 #include <gdk/gdk.h>
 #include <gtkmm/accelerator.h>
 
+#include <algorithm>
 #include <string_view>
 
 #include "host/text/Localisation.h"
@@ -211,6 +212,22 @@ std::string ShownKey(const ActionKeys& entry) {
   Gdk::ModifierType modifiers{};
   if (!Gtk::Accelerator::parse(entry.keys.empty() ? entry.canvasKey : entry.keys[0], key, modifiers)) return {};
   return Gtk::Accelerator::get_label(key, modifiers);
+}
+
+// Scripts without Latin letters have the key in parentheses of its own.
+std::string WithoutMnemonic(std::string title) {
+  const std::size_t own = title.find("(_");
+  if (own != std::string::npos && title.find(')', own) == own + 3) title.erase(own, 4);
+  title.erase(std::remove(title.begin(), title.end(), '_'), title.end());
+  return title;
+}
+
+std::string EntryTip(const std::string& action, std::string title) {
+  const ActionKeys* const entry = FindEntry(action);
+  if (entry == nullptr) return title;
+  if (title.empty()) title = WithoutMnemonic(Tr(entry->title));
+  const std::string key = ShownKey(*entry);
+  return key.empty() ? title : title + " (" + key + ")";
 }
 
 }  // namespace host

@@ -38,5 +38,9 @@ void SetKeys(Gtk::Application& application);
 const char* OrderActionOf(guint value, guint keycode, Gdk::ModifierType state);
 /// "<Control>z" as "Ctrl+Z", the first of an action's keys or that of the canvas; empty when it has none.
 std::string ShownKey(const ActionKeys& entry);
+/// A title without the mark of the key that chooses it: "_Open" is "Open", "開く(_O)" is "開く".
+std::string WithoutMnemonic(std::string title);
+/// What an entry does and its key, for a tip: "Undo Move (Ctrl+Z)". Without a title, the entry's own.
+std::string EntryTip(const std::string& action, std::string title = {});
 
 }  // namespace host

@@ -24,17 +24,18 @@ void Read(GKeyFile* file, const char* key, bool* value) {
   g_clear_error(&error);
 }
 
-void Read(GKeyFile* file, const char* key, int* side) {
+void Read(GKeyFile* file, const char* key, int* side, int least) {
   const int read = g_key_file_get_integer(file, kGroup, key, nullptr);
-  if (read >= kLeastSide && read <= kMostSide) *side = read;
+  if (read >= least && read <= kMostSide) *side = read;
 }
 
 WindowSettings Load() {
   WindowSettings settings;
   const KeyFile file(g_key_file_new(), &g_key_file_unref);
   g_key_file_load_from_file(file.get(), (Folder() + "/window.ini").c_str(), G_KEY_FILE_NONE, nullptr);
-  Read(file.get(), "Width", &settings.width);
-  Read(file.get(), "Height", &settings.height);
+  Read(file.get(), "Width", &settings.width, kLeastSide);
+  Read(file.get(), "Height", &settings.height, kLeastSide);
+  Read(file.get(), "PanelWidth", &settings.panelWidth, 0);
   Read(file.get(), "Maximized", &settings.maximized);
   Read(file.get(), "Dark", &settings.dark);
   Read(file.get(), "Grid", &settings.grid);
@@ -60,6 +61,7 @@ void WindowSettings::Save() const {
   const KeyFile file(g_key_file_new(), &g_key_file_unref);
   g_key_file_set_integer(file.get(), kGroup, "Width", width);
   g_key_file_set_integer(file.get(), kGroup, "Height", height);
+  g_key_file_set_integer(file.get(), kGroup, "PanelWidth", panelWidth);
   g_key_file_set_boolean(file.get(), kGroup, "Maximized", maximized);
   g_key_file_set_boolean(file.get(), kGroup, "Dark", dark);
   g_key_file_set_boolean(file.get(), kGroup, "Grid", grid);

@@ -9,13 +9,14 @@ namespace host {
 struct WindowSettings {
   int width = 1180;  ///< of a new window, pixels
   int height = 760;
+  int panelWidth = 0;  ///< beside the canvas; at least what the panels need
   bool maximized = false;
   bool dark = false;
   bool grid = false;
   bool snap = false;
   bool snapToObjects = true;
   bool rulers = true;
-  std::set<std::string> closedPanels{"Page"};  ///< by their English names
+  std::set<std::string> closedPanels{"Page", "Caps, Joins, Nib"};  ///< by their English names
 
   /// Those of the program, read at the first use. A file that is missing or damaged gives what it can.
   static WindowSettings& Instance();

@@ -15,7 +15,9 @@ void CanvasMenu::Open(const AGPoint& point) {
     menu_ = std::make_unique<Gtk::PopoverMenu>(MakeContextMenu());
     menu_->set_parent(owner_);
     menu_->set_has_arrow(false);
-    menu_->set_halign(Gtk::Align::START);
+    // Beside the pointer rather than below it: the toolkit pushes it up as far as the screen needs, but not above.
+    menu_->set_position(Gtk::PositionType::RIGHT);
+    menu_->set_valign(Gtk::Align::START);
     // After the toolkit, which would leave the keys with the menu.
     menu_->signal_closed().connect(
         [this] { Glib::signal_idle().connect_once([&owner = owner_] { owner.grab_focus(); }, Glib::PRIORITY_HIGH); });

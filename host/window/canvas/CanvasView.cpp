@@ -23,6 +23,9 @@ constexpr std::chrono::milliseconds kFrameBudget{10};
 // The same when there is more to draw than the frame before could: showing a frame has a price of its own.
 constexpr std::chrono::milliseconds kBusyFrameBudget{25};
 constexpr double kFitMargin = 30;
+constexpr Text kHint =
+    N_("Choose a tool on the left and drag across the page, or press Insert.\n\nCtrl+O opens a document. F1 lists all "
+       "keys.");
 
 graphene_rect_t RectOf(double x, double y, double width, double height) {
   graphene_rect_t rect;
@@ -319,6 +322,36 @@ void CanvasView::AppendDragText(Gtk::Snapshot& snapshot) {
   gtk_snapshot_restore(snapshot.gobj());
 }
 
+// How to begin, on the page of an empty document where there is room.
+void CanvasView::AppendHint(Gtk::Snapshot& snapshot) {
+  constexpr double kRoom = 24;
+  constexpr double kWidest = 420;
+  if (session_->Doc().ObjectCount() > 0 || tool_.IsDragging()) return;
+  const AGSize page = session_->Doc().Page();
+  const AGPoint low = view_.ToView({0, 0});
+  const AGPoint high = view_.ToView({page.width, page.height});
+  const AGRect seen{std::max(low.x, 0.0), std::max(high.y, 0.0), std::min(high.x, Size().width),
+                    std::min(low.y, Size().height)};
+  auto layout = create_pango_layout(Tr(kHint));
+  layout->set_width(static_cast<int>(std::min(kWidest, seen.Width() - 2 * kRoom)) * Pango::SCALE);
+  layout->set_alignment(Pango::Alignment::CENTER);
+  layout->set_wrap(Pango::WrapMode::WORD);
+  int width = 0;
+  int height = 0;
+  layout->get_pixel_size(width, height);
+  if (seen.Width() < width + 2 * kRoom || seen.Height() < height + 2 * kRoom) return;
+  const AGColor paper = session_->Doc().Background();
+  const bool dark = paper.Alpha() > 127 && paper.Red() + paper.Green() + paper.Blue() < 3 * 128;
+  const GdkRGBA ink = dark ? GdkRGBA{1, 1, 1, 0.75F} : GdkRGBA{0, 0, 0, 0.65F};
+  const graphene_point_t place{
+      static_cast<float>(seen.Center().x - pango_layout_get_width(layout->gobj()) / 2 / Pango::SCALE),
+      static_cast<float>(seen.Center().y - height / 2.0)};
+  gtk_snapshot_save(snapshot.gobj());
+  gtk_snapshot_translate(snapshot.gobj(), &place);
+  gtk_snapshot_append_layout(snapshot.gobj(), layout->gobj(), &ink);
+  gtk_snapshot_restore(snapshot.gobj());
+}
+
 bool CanvasView::DrawTiles(const std::vector<TileCache::Tile*>& seen, std::chrono::milliseconds budget) {
   if (shifted_.IsMoving()) return shifted_.DrawWithin(budget, view_, Size());
   if (!tiles_.DrawWithin(budget, seen)) return false;
@@ -359,6 +392,7 @@ void CanvasView::snapshot_vfunc(const Glib::RefPtr<Gtk::Snapshot>& snapshot) {
   AppendSeen(*snapshot.get(), seen);
   AppendOverlay(*snapshot.get());
   AppendDragText(*snapshot.get());
+  AppendHint(*snapshot.get());
 }
 
 void CanvasView::ShowPointer(const AGPoint& point, PointerModifiers modifiers) {

@@ -112,6 +112,7 @@ class CanvasView : public Gtk::Widget, public SessionObserver {
                   Textures* textures);
   void AppendOverlay(Gtk::Snapshot& snapshot);
   void AppendDragText(Gtk::Snapshot& snapshot);
+  void AppendHint(Gtk::Snapshot& snapshot);
   void DragTo(const AGPoint& point, PointerModifiers modifiers);
   bool ScrollAtEdge();
 

@@ -5,8 +5,6 @@
 #include <gtkmm/label.h>
 #include <gtkmm/scrolledwindow.h>
 
-#include <algorithm>
-
 #include "host/text/Localisation.h"
 #include "host/window/Menus.h"
 #include "host/window/dialogs/CloseByEscape.h"
@@ -40,14 +38,6 @@ constexpr Line kCanvasLines[] = {
     {N_("Zoom at the pointer"), N_("Ctrl + Wheel")},
     {N_("Move the sheet"), N_("Space + Drag, Middle Button")},
 };
-
-// "_Open" is "Open"; scripts without Latin letters have the key in parentheses of its own: "開く(_O)".
-std::string WithoutMnemonic(std::string text) {
-  const std::size_t own = text.find("(_");
-  if (own != std::string::npos && text.find(')', own) == own + 3) text.erase(own, 4);
-  text.erase(std::remove(text.begin(), text.end(), '_'), text.end());
-  return text;
-}
 
 class ShortcutGrid : public Gtk::Grid {
  public:

@@ -21,7 +21,7 @@ BrushPanel::BrushPanel() {
 
 void BrushPanel::Refresh() {
   const auto style = Session() == nullptr ? std::nullopt : StyleOf(Session()->Doc(), Session()->Selection().IDs());
-  editor_.set_sensitive(style.has_value());
+  ShowOrHide(style.has_value());
   if (style) editor_.Show(style->brush, style->brushDiffers);
 }
 

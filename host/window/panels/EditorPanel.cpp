@@ -1,5 +1,6 @@
 #include "host/window/panels/EditorPanel.h"
 
+#include "host/window/widgets/Focus.h"
 #include "host/window/widgets/TypedField.h"
 
 namespace host {
@@ -56,6 +57,11 @@ void EditorPanel::RefreshNow() {
   otherObjects_ = false;
   Refresh();
   refreshing_ = false;
+}
+
+void EditorPanel::ShowOrHide(bool shown) {
+  if (!shown) TakeFocusFrom(*this);
+  set_visible(shown);
 }
 
 }  // namespace host

@@ -42,6 +42,8 @@ class EditorPanel : public Gtk::Box, public SessionObserver {
   bool IsRefreshing() const { return refreshing_; }
   void RefreshSoon(int priority = Glib::PRIORITY_DEFAULT_IDLE);
   void RefreshNow();
+  /// A panel that has nothing to show of what is selected is hidden, with its title.
+  void ShowOrHide(bool shown);
   /// Reports a refused edit.
   void Report(const Result<>& done) {
     if (!done) problem_.emit(done.Why());

@@ -1,5 +1,6 @@
 #include "host/window/panels/HistoryPanel.h"
 
+#include <gtkmm/adjustment.h>
 #include <gtkmm/label.h>
 
 #include "host/text/Localisation.h"
@@ -11,6 +12,7 @@ namespace {
 
 // Beyond this only the last steps are listed.
 constexpr std::size_t kMostRows = 200;
+constexpr int kLeastHeight = 90;
 
 }  // namespace
 
@@ -24,11 +26,20 @@ HistoryPanel::HistoryPanel() {
     const std::size_t first = count > kMostRows ? count - kMostRows : 0;
     Session()->Steps().GoTo(first + static_cast<std::size_t>(row->get_index()));
   });
-  auto* const scrolled = Gtk::make_managed<Gtk::ScrolledWindow>();
-  scrolled->set_policy(Gtk::PolicyType::NEVER, Gtk::PolicyType::AUTOMATIC);
-  scrolled->set_min_content_height(110);
-  scrolled->set_child(list_);
-  append(*scrolled);
+  scrolled_.set_policy(Gtk::PolicyType::NEVER, Gtk::PolicyType::AUTOMATIC);
+  scrolled_.set_min_content_height(kLeastHeight);
+  scrolled_.set_child(list_);
+  scrolled_.get_vadjustment()->signal_changed().connect([this] { ScrollToRow(); });
+  append(scrolled_);
+}
+
+// Rows are as high as each other. The list's height is known when it is placed, which tells of that.
+void HistoryPanel::ScrollToRow() {
+  const auto place = scrolled_.get_vadjustment();
+  const Gtk::ListBoxRow* const row = list_.get_selected_row();
+  if (row == nullptr || rows_ == 0) return;
+  const double height = place->get_upper() / static_cast<double>(rows_);
+  place->clamp_page(row->get_index() * height, (row->get_index() + 1) * height);
 }
 
 // Row 0 is the state before the first listed step.
@@ -43,9 +54,11 @@ void HistoryPanel::Refresh() {
     if (position > steps.Position()) label->add_css_class("dim-label");
     list_.append(*label);
   }
+  rows_ = steps.Count() - first + 1;
   if (steps.Position() < first) return;
   Gtk::ListBoxRow* const row = list_.get_row_at_index(static_cast<int>(steps.Position() - first));
   list_.select_row(*row);
+  ScrollToRow();
   if (hadFocus) row->grab_focus();
 }
 

@@ -19,7 +19,11 @@ class HistoryPanel : public EditorPanel {
   void Refresh() override;
 
  private:
+  void ScrollToRow();
+
   Gtk::ListBox list_;
+  Gtk::ScrolledWindow scrolled_;
+  std::size_t rows_ = 0;
 };
 
 }  // namespace host

@@ -2,6 +2,7 @@
 
 #include <gtkmm/button.h>
 #include <gtkmm/gestureclick.h>
+#include <gtkmm/scrolledwindow.h>
 #include <gtkmm/settings.h>
 
 #include <algorithm>
@@ -9,23 +10,21 @@
 #include "host/text/Localisation.h"
 #include "host/window/SlideStep.h"
 #include "host/window/widgets/Focus.h"
+#include "host/window/widgets/Tip.h"
 
 namespace host {
 namespace {
 
 // A row costs as much memory as thousands of layers in the document.
 constexpr std::size_t kMostRows = 200;
-
-void SetName(Gtk::Widget* widget, const std::string& name) {
-  widget->set_tooltip_text(name);
-  gtk_accessible_update_property(GTK_ACCESSIBLE(widget->gobj()), GTK_ACCESSIBLE_PROPERTY_LABEL, name.c_str(), -1);
-}
+constexpr int kLeastHeight = 60;  // of the list
+constexpr int kMostHeight = 150;
 
 }  // namespace
 
 LayersPanel::LayersPanel() {
   list_.set_selection_mode(Gtk::SelectionMode::BROWSE);
-  SetName(&list_, Tr("Layers"));
+  SetTip(&list_, Tr("Layers"));
   list_.signal_row_selected().connect([this](Gtk::ListBoxRow* row) {
     if (IsRefreshing() || row == nullptr || Session() == nullptr) return;
     SlideStep::End();
@@ -36,7 +35,13 @@ LayersPanel::LayersPanel() {
       [this](Gtk::ListBoxRow* row) { rows_[static_cast<std::size_t>(row->get_index())].name->Edit(); });
   AddDoubleClick();
   AddSlideButton(above_, Tr("More Layers Above"), false);
-  append(list_);
+  auto* const scrolled = Gtk::make_managed<Gtk::ScrolledWindow>();
+  scrolled->set_policy(Gtk::PolicyType::NEVER, Gtk::PolicyType::AUTOMATIC);
+  scrolled->set_min_content_height(kLeastHeight);
+  scrolled->set_max_content_height(kMostHeight);
+  scrolled->set_propagate_natural_height(true);
+  scrolled->set_child(list_);
+  append(*scrolled);
   AddSlideButton(below_, Tr("More Layers Below"), true);
   auto* const buttons = Gtk::make_managed<Gtk::Box>(Gtk::Orientation::HORIZONTAL, 4);
   AddButton(buttons, "list-add-symbolic", Tr("New Layer"), [this] { Session()->Layers().Add(""); });
@@ -73,7 +78,7 @@ void LayersPanel::AddDoubleClick() {
 void LayersPanel::AddButton(Gtk::Box* box, const char* icon, const char* tip, const std::function<void()>& pressed) {
   auto* const button = Gtk::make_managed<Gtk::Button>();
   button->set_icon_name(icon);
-  SetName(button, tip);
+  SetTip(button, tip);
   button->signal_clicked().connect([this, pressed] {
     SlideStep::End();
     if (Session() != nullptr) pressed();
@@ -92,14 +97,14 @@ LayersPanel::Row LayersPanel::MakeRow(LayerID id) {
   auto* const content = Gtk::make_managed<Gtk::Box>(Gtk::Orientation::HORIZONTAL, 4);
   Row row{id, content, Gtk::make_managed<Gtk::CheckButton>(), Gtk::make_managed<Gtk::ToggleButton>(),
           Gtk::make_managed<NameField>(Tr("Name of the layer"))};
-  SetName(row.visible, Tr("Visible"));
+  SetTip(row.visible, Tr("Visible"));
   row.visible->signal_toggled().connect([this, id, visible = row.visible] {
     if (IsRefreshing()) return;
     SlideStep::End();
     Report(Session()->Layers().SetVisible(id, visible->get_active()));
   });
   row.locked->set_has_frame(false);
-  SetName(row.locked, Tr("Locked"));
+  SetTip(row.locked, Tr("Locked"));
   row.locked->signal_toggled().connect([this, id, locked = row.locked] {
     if (IsRefreshing()) return;
     SlideStep::End();

@@ -17,8 +17,8 @@ std::vector<NamedPanel> MakePanels() {
   panels.push_back({N_("Inspector"), std::make_unique<InspectorPanel>()});
   panels.push_back({N_("Brush"), std::make_unique<BrushPanel>()});
   panels.push_back({N_("Pen"), std::make_unique<PenPanel>()});
-  panels.push_back({N_("Layers"), std::make_unique<LayersPanel>()});
-  panels.push_back({N_("History"), std::make_unique<HistoryPanel>()});
+  panels.push_back({N_("Layers"), std::make_unique<LayersPanel>(), true});
+  panels.push_back({N_("History"), std::make_unique<HistoryPanel>(), true});
   panels.push_back({N_("Page"), std::make_unique<PagePanel>()});
   return panels;
 }

@@ -11,6 +11,7 @@ namespace host {
 struct NamedPanel {
   const char* name;  ///< not translated
   std::unique_ptr<EditorPanel> panel;
+  bool stays = false;  ///< below the others, which are scrolled
 };
 
 /// All panels from top to bottom.

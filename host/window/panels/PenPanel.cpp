@@ -7,33 +7,39 @@
 #include "host/text/Localisation.h"
 #include "host/window/LastStyle.h"
 #include "host/window/SlideStep.h"
+#include "host/window/panels/Section.h"
+#include "host/window/widgets/Focus.h"
 
 namespace host {
 namespace {
 
 constexpr double kDegree = std::numbers::pi / 180;
 constexpr double kWidest = 96;
+constexpr auto kStyle = static_cast<std::size_t>(BrushField::kStyle);
 
 // Each field has the row of its number.
-int RowOf(PenField field) { return static_cast<int>(field); }
+constexpr int RowOf(PenField field) { return static_cast<int>(field); }
 
 }  // namespace
 
 PenPanel::PenPanel()
     : size_(0, kWidest, 0.5, 2, Tr("Pen Width")),
       ratio_(0, 1, 0.05, 2, Tr("Nib Ratio")),
-      angle_(0, 180, 1, 1, Tr("Nib Angle")) {
+      angle_(0, 180, 1, 1, Tr("Nib Angle")),
+      section_(NewSection(N_("Caps, Joins, Nib"))) {
   append(brush_);
   sizeMode_.set_model(Gtk::StringList::create({Tr("Absolute"), Tr("Relative")}));
   cap_.set_model(Gtk::StringList::create({Tr("Butt"), Tr("Square"), Tr("Round")}));
   join_.set_model(Gtk::StringList::create({Tr("Miter"), Tr("Bevel"), Tr("Round")}));
   grid_.Row(RowOf(PenField::kSize), Tr("Width"), size_);
   grid_.Row(RowOf(PenField::kSizeMode), Tr("Measure"), sizeMode_);
-  grid_.Row(RowOf(PenField::kCap), Tr("Caps"), cap_);
-  grid_.Row(RowOf(PenField::kJoin), Tr("Joins"), join_);
-  grid_.Row(RowOf(PenField::kRatio), Tr("Nib Ratio"), ratio_);
-  grid_.Row(RowOf(PenField::kAngle), Tr("Nib Angle"), angle_);
+  details_.Row(RowOf(PenField::kCap), Tr("Caps"), cap_);
+  details_.Row(RowOf(PenField::kJoin), Tr("Joins"), join_);
+  details_.Row(RowOf(PenField::kRatio), Tr("Nib Ratio"), ratio_);
+  details_.Row(RowOf(PenField::kAngle), Tr("Nib Angle"), angle_);
   append(grid_);
+  section_->set_child(details_);
+  append(*section_);
   brush_.SignalChanged().connect([this](BrushField field, const AGBrush& brush, const std::string& burst) {
     if (Session() == nullptr) return;
     BeginStep(burst);
@@ -86,7 +92,7 @@ void PenPanel::ShowNumber(PenField field, NumberField* control, double value, co
 
 void PenPanel::Refresh() {
   const auto style = Session() == nullptr ? std::nullopt : StyleOf(Session()->Doc(), Session()->Selection().IDs());
-  set_sensitive(style.has_value());
+  ShowOrHide(style.has_value());
   if (!style) return;
   const AGPen& pen = style->pen;
   const PenFields& differs = style->penDiffers;
@@ -97,7 +103,14 @@ void PenPanel::Refresh() {
   ShowChoice(&join_, pen.LineJoin(), differs[RowOf(PenField::kJoin)]);
   ShowNumber(PenField::kRatio, &ratio_, pen.Ratio(), differs);
   ShowNumber(PenField::kAngle, &angle_, pen.Angle() / kDegree, differs);
-  for (std::size_t row = 0; row < differs.size(); ++row) grid_.ShowMixed(static_cast<int>(row), differs[row]);
+  for (std::size_t row = 0; row < differs.size(); ++row) {
+    (static_cast<int>(row) < RowOf(PenField::kCap) ? grid_ : details_).ShowMixed(static_cast<int>(row), differs[row]);
+  }
+  const bool draws = pen.Brush().Style() != kAGBrushStyleNone || style->penBrushDiffers[kStyle];
+  for (Gtk::Widget* part : {static_cast<Gtk::Widget*>(&grid_), static_cast<Gtk::Widget*>(section_)}) {
+    if (!draws) TakeFocusFrom(*part);
+    part->set_visible(draws);
+  }
 }
 
 }  // namespace host

@@ -1,6 +1,8 @@
 // The pen of the selected objects, field by field: what differs among them shows as mixed.
 #pragma once
 
+#include <gtkmm/expander.h>
+
 #include "host/window/panels/BrushEditor.h"
 #include "host/window/panels/EditorPanel.h"
 #include "host/window/widgets/FormGrid.h"
@@ -22,12 +24,14 @@ class PenPanel : public EditorPanel {
   void ShowNumber(PenField field, NumberField* control, double value, const PenFields& differs);
   BrushEditor brush_{false};
   FormGrid grid_;
+  FormGrid details_;
   NumberField size_;
   Gtk::DropDown sizeMode_;
   Gtk::DropDown cap_;
   Gtk::DropDown join_;
   NumberField ratio_;
   NumberField angle_;
+  Gtk::Expander* section_;
 };
 
 }  // namespace host

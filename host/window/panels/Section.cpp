@@ -1,0 +1,21 @@
+#include "host/window/panels/Section.h"
+
+#include <string>
+
+#include "host/text/Localisation.h"
+#include "host/window/WindowSettings.h"
+
+namespace host {
+
+Gtk::Expander* NewSection(const char* name) {
+  auto* const section = Gtk::make_managed<Gtk::Expander>(Tr(name));
+  section->set_expanded(!WindowSettings::Instance().closedPanels.contains(name));
+  section->property_expanded().signal_changed().connect([section, name = std::string(name)] {
+    auto& closed = WindowSettings::Instance().closedPanels;
+    section->get_expanded() ? static_cast<void>(closed.erase(name)) : static_cast<void>(closed.insert(name));
+    WindowSettings::Instance().Save();
+  });
+  return section;
+}
+
+}  // namespace host
