@@ -1,7 +1,6 @@
 #include "host/view/PointerTool.h"
 
 #include <algorithm>
-#include <charconv>
 #include <cmath>
 #include <cstdio>
 #include <numbers>
@@ -17,13 +16,9 @@ constexpr double kUnsteady = 3;      // pixels of the view that are no drag yet
 constexpr double kHitTolerance = 3;  // pixels of the view beside an outline
 constexpr double kSnapReach = 6;     // pixels of the view
 constexpr double kNewSide = 100;     // map units of an object that was made by a click
+constexpr double kNewAside = 10;     // map units between what is made at the same place by a key
 constexpr double kLeastSide = 1;     // map units: a stretch goes no further
 constexpr double kTurnStep = std::numbers::pi / 12;
-
-std::string TextOf(double number) {
-  char text[32];
-  return {text, std::to_chars(text, text + sizeof(text), number).ptr};
-}
 
 // One side of a frame moved to `value`, or both about the centre; never thinner than kLeastSide.
 void MoveSide(int side, double value, bool aboutCenter, double* low, double* high) {
@@ -286,7 +281,7 @@ void PointerTool::DoLater() {
 
 void PointerTool::Stretch(const AGPoint& map, PointerModifiers modifiers) {
   const HandleSides sides = SidesOf(handle_);
-  ObjectPlacement placement = frame_.Placement();
+  const ObjectPlacement& placement = frame_.Placement();
   const AGPoint center = placement.bounds.Center();
   const bool upright = placement.angle == 0;
   AGPoint place = upright ? FitEdges(map, Snapped(map, modifiers), sides, modifiers) : map;
@@ -299,12 +294,7 @@ void PointerTool::Stretch(const AGPoint& map, PointerModifiers modifiers) {
   if (modifiers.shift) box = KeepProportions(placement.bounds, box, sides, modifiers.control);
   if (upright && SnapsToObjects(modifiers)) snapLines_ = targets_.LinesOf(box);
   if (!frame_.IsSingle()) return FollowFrame({box, placement.angle});
-  // The object turns about its centre, which moves: what stays is the opposite side where it is seen.
-  const AGPoint newCenter = box.Center();
-  const AGPoint shift = AGAffineTransformRotation(placement.angle).Apply(newCenter - center);
-  const AGPoint move{center.x + shift.x - newCenter.x, center.y + shift.y - newCenter.y};
-  placement.bounds = {box.x0 + move.x, box.y0 + move.y, box.x1 + move.x, box.y1 + move.y};
-  done_ = session_->Objects().SetPlacement(session_->Selection().IDs()[0], placement);
+  done_ = session_->Objects().SetPlacement(session_->Selection().IDs()[0], Stretched(placement, box));
 }
 
 void PointerTool::Turn(const AGPoint& map, PointerModifiers modifiers) {
@@ -321,7 +311,7 @@ void PointerTool::Turn(const AGPoint& map, PointerModifiers modifiers) {
 
 void PointerTool::DragProperty(const AGPoint& point) {
   const PropertyHandle& property = *PropertyOfHandle(handle_);
-  const std::string value = TextOf(frame_.ValueAt(property, point, *view_));
+  const std::string value = NumberText(frame_.ValueAt(property, point, *view_));
   done_ = session_->Objects().SetProperties(session_->Selection().IDs(), {{std::string(property.property), value}});
 }
 
@@ -347,6 +337,24 @@ Result<> PointerTool::Release(const AGPoint& point, PointerModifiers modifiers) 
   } else if (clicked && toSelectAlone != kNoObjectID) {
     SelectUnit(toSelectAlone);
   }
+  return std::exchange(done_, {});
+}
+
+// Where the very same one is already it steps aside, so that it is seen.
+Result<> PointerTool::MakeInTheMiddle() {
+  if (session_ == nullptr || !newClass_ || mode_ != Mode::kIdle) return {};
+  const AGPoint middle = view_->ToMap({size_.width / 2, size_.height / 2});
+  const AGPoint low = Snapped({std::round(middle.x - kNewSide / 2), std::round(middle.y - kNewSide / 2)}, {});
+  AGRect bounds{low.x, low.y, low.x + kNewSide, low.y + kNewSide};
+  const auto isTaken = [&] {
+    const ObjectIDs within = session_->Selection().ObjectsIn(bounds, host::Band::kWithin);
+    return std::any_of(within.begin(), within.end(),
+                       [&](ObjectID id) { return session_->Doc().Find(id)->bounds == bounds; });
+  };
+  while (isTaken()) {
+    bounds = {bounds.x0 + kNewAside, bounds.y0 - kNewAside, bounds.x1 + kNewAside, bounds.y1 - kNewAside};
+  }
+  Make(bounds);
   return std::exchange(done_, {});
 }
 
@@ -384,8 +392,9 @@ AGRect PointerTool::NewBounds(bool clicked, PointerModifiers modifiers) const {
   return {std::min(from.x, to.x), std::min(from.y, to.y), std::max(from.x, to.x), std::max(from.y, to.y)};
 }
 
-void PointerTool::FinishMaking(bool clicked, PointerModifiers modifiers) {
-  const AGRect bounds = NewBounds(clicked, modifiers);
+void PointerTool::FinishMaking(bool clicked, PointerModifiers modifiers) { Make(NewBounds(clicked, modifiers)); }
+
+void PointerTool::Make(const AGRect& bounds) {
   if (!(bounds.x1 > bounds.x0) || !(bounds.y1 > bounds.y0)) return;
   EditStep step(session_->Steps(), "");
   const auto added = session_->Objects().Add(*newClass_, "-default", {bounds, 0});

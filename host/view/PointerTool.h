@@ -74,6 +74,8 @@ class PointerTool : public SessionObserver {
   Result<> Release(const AGPoint& point, PointerModifiers modifiers);
   /// Releases where the pointer was last, for somebody else who needs the session. Fails as Release does.
   Result<> Finish() { return Release(lastPoint_, lastModifiers_); }
+  /// Makes an object of the chosen class in the middle of the view, as large as a click does.
+  Result<> MakeInTheMiddle();
   /// Takes back what the drag did so far. False when nothing was going on.
   bool Cancel();
   bool IsDragging() const { return mode_ != Mode::kIdle && moved_; }
@@ -131,6 +133,7 @@ class PointerTool : public SessionObserver {
   void DragGradient(const AGPoint& point);
   void FinishBand(bool clicked, PointerModifiers modifiers);
   void FinishMaking(bool clicked, PointerModifiers modifiers);
+  void Make(const AGRect& bounds);
   AGRect NewBounds(bool clicked, PointerModifiers modifiers) const;
   double Snapped(double value, PointerModifiers modifiers) const;
   AGPoint Snapped(const AGPoint& map, PointerModifiers modifiers) const;

@@ -1,6 +1,7 @@
 #include "host/view/PropertyHandles.h"
 
 #include <algorithm>
+#include <charconv>
 #include <cmath>
 
 #include "host/model/ObjectProperties.h"
@@ -35,6 +36,11 @@ std::optional<double> PropertyHandle::FractionOf(const DocumentObject& object) c
     return std::nullopt;
   }
   return std::clamp((value - least) / (most - least), 0.0, 1.0);
+}
+
+std::string NumberText(double number) {
+  char text[32];
+  return {text, std::to_chars(text, text + sizeof(text), number).ptr};
 }
 
 std::span<const PropertyHandle> PropertyHandles() { return kHandles; }

@@ -7,6 +7,7 @@
 #include <cstddef>
 #include <optional>
 #include <span>
+#include <string>
 
 #include "host/model/DocumentObject.h"
 #include "host/text/Text.h"
@@ -35,6 +36,9 @@ struct PropertyHandle {
   std::optional<double> FractionOf(const DocumentObject& object) const;
   double ValueOf(double fraction) const { return least + (most - least) * fraction; }
 };
+
+/// A number as properties are given it: as short as it comes back the same.
+std::string NumberText(double number);
 
 /// All of them, in the order in which they are drawn.
 std::span<const PropertyHandle> PropertyHandles();

@@ -44,6 +44,14 @@ HandleSides SidesOf(Handle handle) {
   }
 }
 
+ObjectPlacement Stretched(const ObjectPlacement& from, const AGRect& box) {
+  const AGPoint center = from.bounds.Center();
+  const AGPoint newCenter = box.Center();
+  const AGPoint shift = AGAffineTransformRotation(from.angle).Apply(newCenter - center);
+  const AGPoint move{center.x + shift.x - newCenter.x, center.y + shift.y - newCenter.y};
+  return {{box.x0 + move.x, box.y0 + move.y, box.x1 + move.x, box.y1 + move.y}, from.angle};
+}
+
 const PropertyHandle* PropertyOfHandle(Handle handle) {
   if (handle < Handle::kFirstProperty) return nullptr;
   const std::size_t index = static_cast<std::size_t>(handle) - static_cast<std::size_t>(Handle::kFirstProperty);

@@ -44,6 +44,10 @@ struct HandleSides {
 /// {0, 0} for a handle that is none of the eight.
 HandleSides SidesOf(Handle handle);
 
+/// A placement stretched to another box, given in the directions of its own bounds: an object turns about its centre,
+/// which moves; what stays is the opposite side where it is seen.
+ObjectPlacement Stretched(const ObjectPlacement& from, const AGRect& box);
+
 class SelectionFrame {
  public:
   /// Half the side of a handle, in pixels of the view, and how far from it the pointer still takes it.

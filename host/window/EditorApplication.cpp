@@ -42,7 +42,8 @@ constexpr char kStyle[] = R"(
 .inspector > label { margin-left: 10px; }
 .status { padding: 3px 10px; font-size: smaller; }
 spinbutton { min-height: 0; }
-.panel spinbutton, .panel entry, .panel dropdown > button, .panel colorbutton > button { min-height: 24px; padding-top: 1px; padding-bottom: 1px; }
+.panel spinbutton > text, .panel spinbutton > button { min-height: 24px; padding-top: 0; padding-bottom: 0; }
+.panel dropdown > button, .panel colorbutton > button { min-height: 24px; padding-top: 1px; padding-bottom: 1px; }
 .panel list row { min-height: 0; padding: 1px 4px; }
 .panel list row togglebutton, .panel list row button { min-height: 20px; min-width: 20px; padding: 2px; }
 label.mixed { font-style: italic; }

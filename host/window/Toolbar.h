@@ -1,5 +1,5 @@
-// The row of buttons under the menus, for what is done most often. Each stands for an entry of the menus: it has its name
-// and key in its tip, and is grey where that would do nothing.
+// The row of buttons under the menus, for what is done most often. Each stands for an entry of the menus: it has its
+// name and key in its tip, and is grey where that would do nothing.
 #pragma once
 
 #include <gtkmm/button.h>

@@ -88,8 +88,7 @@ def crowd():
 
 
 def choose_rectangle_tool(window):
-    x0, y0, x1, y1 = window.find_text("Rectangle", (0, 0, 130, 200))
-    window.click(((x0 + x1) // 2, (y0 + y1) // 2))
+    window.click((22, 124))  # below the one to select
 
 
 def handle(window, color=AMBER):
@@ -368,7 +367,7 @@ def clipboard():
 
 def object_field(window, name):
     """A place in a field of the object panel. Text recognition is not sure of a lone X: its row is found from others."""
-    panel = (920, 0, 1180, 260)
+    panel = (920, 0, 1180, 320)
     if name == "X":
         (x, y), (_, below) = object_field(window, "Width"), object_field(window, "Height")
         return x, y - 2 * (below - y)

@@ -198,54 +198,24 @@ void CanvasView::AddKeys() {
   add_controller(keys);
 }
 
-// Arrow keys move by 1 unit, with shift by 10, with alt by a tenth.
 bool CanvasView::OnKey(guint key, Gdk::ModifierType state) {
   if (session_ == nullptr) return false;
   const PointerModifiers modifiers = ModifiersOf(state);
-  const double step = modifiers.shift ? 10 : modifiers.alt ? 0.1 : 1;
   switch (key) {
-    case GDK_KEY_Left:
-      Nudge(-step, 0);
-      return true;
-    case GDK_KEY_Right:
-      Nudge(step, 0);
-      return true;
-    case GDK_KEY_Up:
-      Nudge(0, step);
-      return true;
-    case GDK_KEY_Down:
-      Nudge(0, -step);
-      return true;
     case GDK_KEY_Escape:
-      if (tool_.Cancel()) {
-        SlideStep::Drag(nullptr);
-        queue_draw();
-      } else if (tool_.NewClass()) {
-        SetNewClass(std::nullopt, false);
-      } else if (!session_->Selection().Leave()) {
-        session_->Selection().SelectNone();
-      }
+      OnEscape();
+      return true;
+    case GDK_KEY_Return:
+    case GDK_KEY_KP_Enter:
+      if (modifiers.control || modifiers.alt) return false;
+      SlideStep::End();
+      OnEnter();
       return true;
     case GDK_KEY_Delete:
     case GDK_KEY_BackSpace:
       return activate_action("win.delete");
     case GDK_KEY_space:
       spaceHeld_ = true;
-      return true;
-    case GDK_KEY_Page_Down:
-    case GDK_KEY_Page_Up:
-    case GDK_KEY_Tab:
-    case GDK_KEY_ISO_Left_Tab: {
-      if (session_->Doc().ObjectCount() == 0 || modifiers.control || modifiers.alt) return false;
-      SlideStep::End();
-      const bool isPage = key == GDK_KEY_Page_Down || key == GDK_KEY_Page_Up;
-      SelectNext(isPage ? key == GDK_KEY_Page_Up : modifiers.shift, isPage && modifiers.shift);
-      return true;
-    }
-    case GDK_KEY_r:
-    case GDK_KEY_R:
-      if (modifiers.control || modifiers.alt) return false;
-      toolAsked_.emit(modifiers.shift);
       return true;
     case GDK_KEY_Menu:
     case GDK_KEY_F10:
@@ -254,18 +224,128 @@ bool CanvasView::OnKey(guint key, Gdk::ModifierType state) {
       OpenMenuOfSelection();
       return true;
     default:
+      return OnArrow(key, modifiers) || OnTab(key, modifiers) || OnToolKey(key, modifiers);
+  }
+}
+
+// Arrow keys move by 1 unit, with shift by 10, with alt by a tenth: the handle that is taken, or with control the upper
+// right corner, or what is selected, or the view.
+bool CanvasView::OnArrow(guint key, PointerModifiers modifiers) {
+  const double step = modifiers.shift ? 10 : modifiers.alt ? 0.1 : 1;
+  switch (key) {
+    case GDK_KEY_Left:
+    case GDK_KEY_KP_Left:
+      Nudge({-step, 0}, modifiers.control);
+      return true;
+    case GDK_KEY_Right:
+    case GDK_KEY_KP_Right:
+      Nudge({step, 0}, modifiers.control);
+      return true;
+    case GDK_KEY_Up:
+    case GDK_KEY_KP_Up:
+      Nudge({0, step}, modifiers.control);
+      return true;
+    case GDK_KEY_Down:
+    case GDK_KEY_KP_Down:
+      Nudge({0, -step}, modifiers.control);
+      return true;
+    default:
       return false;
   }
 }
 
-void CanvasView::Nudge(double dx, double dy) {
+// To the next object, or, while a handle is taken, to the next handle.
+bool CanvasView::OnTab(guint key, PointerModifiers modifiers) {
+  const bool isPage = key == GDK_KEY_Page_Down || key == GDK_KEY_Page_Up;
+  if (!isPage && key != GDK_KEY_Tab && key != GDK_KEY_ISO_Left_Tab) return false;
+  if (session_->Doc().ObjectCount() == 0 || modifiers.control || modifiers.alt) return false;
+  SlideStep::End();
+  if (!isPage && TakenHandle() != Handle::kNone) {
+    TakeHandle(modifiers.shift);
+  } else {
+    SelectNext(isPage ? key == GDK_KEY_Page_Up : modifiers.shift, isPage && modifiers.shift);
+  }
+  return true;
+}
+
+bool CanvasView::OnToolKey(guint key, PointerModifiers modifiers) {
+  if (modifiers.control || modifiers.alt) return false;
+  switch (key) {
+    case GDK_KEY_r:
+    case GDK_KEY_R:
+      toolAsked_.emit(modifiers.shift);
+      return true;
+    case GDK_KEY_h:
+    case GDK_KEY_H:
+      SlideStep::End();
+      TakeHandle(modifiers.shift);
+      return true;
+    case GDK_KEY_Insert:
+    case GDK_KEY_KP_Insert:
+      if (modifiers.shift) return false;
+      SlideStep::End();
+      if (!tool_.NewClass()) toolAsked_.emit(false);
+      Place();
+      return true;
+    default:
+      return false;
+  }
+}
+
+void CanvasView::OnEscape() {
+  if (tool_.Cancel()) {
+    SlideStep::Drag(nullptr);
+  } else if (tool_.NewClass()) {
+    SetNewClass(std::nullopt, false);
+  } else if (handleKeys_.LetGo()) {
+    SlideStep::End();
+    DescribeSoon();
+  } else if (!session_->Selection().Leave()) {
+    session_->Selection().SelectNone();
+  }
+  queue_draw();
+}
+
+// Makes an object with a tool, enters a group, takes the handles of anything else and lets go of them.
+void CanvasView::OnEnter() {
+  if (tool_.NewClass()) return Place();
+  if (session_->Selection().IsEmpty()) return;
+  if (handleKeys_.LetGo()) {
+    DescribeSoon();
+    return queue_draw();
+  }
+  if (!session_->Selection().Enter(session_->Selection().IDs().back())) TakeHandle(false);
+}
+
+void CanvasView::Place() {
+  tool_.SetNewStyle(LastStyle());
+  if (const auto done = tool_.MakeInTheMiddle(); !done) problem_.emit(done.Why());
+  if (!toolStays_) SetNewClass(std::nullopt, false);
+  queue_draw();
+}
+
+Handle CanvasView::TakenHandle() const {
+  return handleKeys_.HasTaken() ? handleKeys_.Taken(SelectionFrame::Of(*session_), view_) : Handle::kNone;
+}
+
+void CanvasView::TakeHandle(bool backwards) {
+  handleKeys_.TakeNext(SelectionFrame::Of(*session_), view_, backwards);
+  DescribeSoon();
+  queue_draw();
+}
+
+void CanvasView::Nudge(const AGPoint& by, bool stretches) {
   if (session_->Selection().IsEmpty()) {
-    view_.Scroll(dx * kWheelPixels, -dy * kWheelPixels);
+    view_.Scroll(by.x * kWheelPixels, -by.y * kWheelPixels);
     ViewChanged();
     return;
   }
-  SlideStep::Continue(session_, "nudge");
-  if (const auto done = session_->Objects().Move(session_->Selection().IDs(), dx, dy); !done) problem_.emit(done.Why());
+  const Handle taken = TakenHandle();
+  const Handle handle = taken == Handle::kNone && stretches ? Handle::kUpperRight : taken;
+  SlideStep::Continue(session_, handle == Handle::kNone ? "nudge" : "handle " + NameOf(handle));
+  const auto done = handle == Handle::kNone ? session_->Objects().Move(session_->Selection().IDs(), by.x, by.y)
+                                            : MoveHandle(session_, handle, by);
+  if (!done) problem_.emit(done.Why());
 }
 
 // At the middle of what is selected, as far as that is in sight.

@@ -10,8 +10,10 @@ constexpr AGColor kAccent(38, 110, 220);
 constexpr AGColor kFaintAccent(38, 110, 220, 150);
 constexpr AGColor kGroupColor(200, 90, 200);
 constexpr AGColor kSnapColor(230, 60, 110);
+constexpr AGColor kTakenColor(220, 50, 40);
 constexpr double kMargin = 3;
-constexpr double kEnteredGap = 5;  // pixels around a group that was entered
+constexpr double kTakenHandle = 6;  // half the side, in pixels
+constexpr double kEnteredGap = 5;   // pixels around a group that was entered
 
 AGRect ToView(const AGRect& map, const ViewTransform& view) {
   const AGPoint a = view.ToView({map.x0, map.y0});
@@ -44,15 +46,15 @@ AGPointArray Corners(const ObjectPlacement& placement, const ViewTransform& view
   return {corners, 4};
 }
 
-void DrawHandle(AGContext* context, Handle handle, const AGPoint& place) {
+void DrawHandle(AGContext* context, Handle handle, const AGPoint& place, bool isTaken) {
   const AGPoint p = Crisp(place);
-  const double h = SelectionFrame::kHalfHandle;
+  const double h = isTaken ? kTakenHandle : SelectionFrame::kHalfHandle;
   const AGRect box{p.x - h, p.y - h, p.x + h, p.y + h};
   const bool isProperty = PropertyOfHandle(handle) != nullptr;
   const AGColor color = isProperty                    ? AGColor(255, 190, 60)
                         : handle == Handle::kGradient ? AGColor(120, 220, 130)
                                                       : kAGColorWhite;
-  context->brush.SetStyleSolid(color);
+  context->brush.SetStyleSolid(isTaken ? kTakenColor : color);
   context->pen.SetStyleSolid(kAccent, 1, kAGPenSizeModeAbsolute);
   if (handle == Handle::kRotate || isProperty || handle == Handle::kGradient) {
     context->DrawEllipseInRect(box);
@@ -67,7 +69,7 @@ bool GetOverlayBounds(const Overlay& overlay, const ViewTransform& view, AGRect*
   if (overlay.frame.IsEmpty() && overlay.hovered.empty() && !overlay.entered && !overlay.band) return false;
   AGRect box{1e9, 1e9, -1e9, -1e9};
   if (!overlay.frame.IsEmpty()) {
-    constexpr double kReach = SelectionFrame::kHalfHandle + kMargin;
+    constexpr double kReach = kTakenHandle + kMargin;
     for (const AGPoint& corner : Corners(overlay.frame, view)) Include(corner, kReach, &box);
     Include(overlay.frame.PositionOf(Handle::kRotate, view), kReach, &box);
   }
@@ -107,7 +109,8 @@ void DrawOverlay(const AGContext& context, const Overlay& overlay, const ViewTra
     copy.pen.SetStyleSolid(kAccent, 1, kAGPenSizeModeAbsolute);
     copy.DrawLines(Corners(frame, view), true);
     copy.DrawSegment(Crisp(frame.PositionOf(Handle::kTop, view)), Crisp(frame.PositionOf(Handle::kRotate, view)));
-    for (Handle handle : frame.Handles(view)) DrawHandle(&copy, handle, frame.PositionOf(handle, view));
+    for (Handle handle : frame.Handles(view))
+      DrawHandle(&copy, handle, frame.PositionOf(handle, view), handle == overlay.taken);
   }
   copy.pen.SetStyleSolid(kSnapColor, 1, kAGPenSizeModeAbsolute);
   for (const SnapLine& line : overlay.snapLines) {

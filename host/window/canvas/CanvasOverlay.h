@@ -17,6 +17,7 @@ struct Overlay {
   std::optional<AGRect> entered;          ///< of a group, map units
   std::optional<AGRect> band;             ///< map units
   std::vector<SnapLine> snapLines;
+  Handle taken = Handle::kNone;  ///< that has the arrow keys
 };
 
 /// The part of the view that the overlay may paint, in pixels of the view; false when there is nothing to paint.

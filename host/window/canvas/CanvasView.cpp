@@ -7,9 +7,11 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstdio>
 #include <utility>
 
 #include "AKPlatform/AKVectorContext.h"
+#include "host/model/ObjectProperties.h"
 #include "host/text/Localisation.h"
 #include "host/view/Outlines.h"
 #include "host/window/SlideStep.h"
@@ -90,7 +92,10 @@ CanvasView::CanvasView()
   AddMenu();
 }
 
-CanvasView::~CanvasView() { SetSession(nullptr); }
+CanvasView::~CanvasView() {
+  SetSession(nullptr);
+  describing_.disconnect();
+}
 
 void CanvasView::SetSession(DocumentSession* session) {
   if (session_ != nullptr) session_->RemoveObserver(this);
@@ -102,6 +107,37 @@ void CanvasView::SetSession(DocumentSession* session) {
   fitted_ = false;
   if (session_ != nullptr) session_->AddObserver(this);
   if (get_width() > 0) ZoomToFit();
+  DescribeSoon();
+  queue_draw();
+}
+
+void CanvasView::DescribeSoon() {
+  if (describing_.connected()) return;
+  describing_ = Glib::signal_idle().connect([this] {
+    if (tool_.IsDragging()) return false;  // its end tells again
+    const std::string words = session_ == nullptr ? "" : Description();
+    gtk_accessible_update_property(GTK_ACCESSIBLE(gobj()), GTK_ACCESSIBLE_PROPERTY_DESCRIPTION, words.c_str(), -1);
+    return false;
+  });
+}
+
+std::string CanvasView::Description() const {
+  const ObjectIDs& ids = session_->Selection().IDs();
+  AGRect box;
+  if (ids.empty() || !session_->Selection().GetShownBox(&box)) {
+    return Tr(session_->Doc().ObjectCount() == 0 ? kHint : N_("Nothing is selected"));
+  }
+  const std::string what = ids.size() == 1 ? ClassName(session_->Doc().Find(ids[0])->classID)
+                                           : TrWith(N_("%s objects"), std::to_string(ids.size()));
+  char place[96];
+  std::snprintf(place, sizeof(place), ": %.1f, %.1f, %.1f × %.1f", box.x0, box.y0, box.Width(), box.Height());
+  const Handle taken = TakenHandle();
+  return what + place + (taken == Handle::kNone ? "" : "; " + NameOf(taken));
+}
+
+void CanvasView::OnSelectionChanged() {
+  handleKeys_.LetGo();
+  DescribeSoon();
   queue_draw();
 }
 
@@ -279,7 +315,9 @@ void CanvasView::AppendOverlay(Gtk::Snapshot& snapshot) {
                   {},
                   EnteredBox(*session_),
                   tool_.Band(),
-                  tool_.SnapLines()};
+                  tool_.SnapLines(),
+                  Handle::kNone};
+  overlay.taken = handleKeys_.Taken(overlay.frame, view_);
   if (const auto toCome = tool_.FrameToCome()) overlay.frame = overlay.frame.At(*toCome);
   if (pointerInside_ && !tool_.IsDragging()) overlay.hovered = HoverOutlines(*session_, hovered_);
   AGRect bounds;

@@ -12,6 +12,7 @@
 #include <map>
 
 #include "host/session/DocumentSession.h"
+#include "host/view/HandleKeys.h"
 #include "host/view/PointerTool.h"
 #include "host/view/ShiftedSelection.h"
 #include "host/view/TileCache.h"
@@ -64,7 +65,9 @@ class CanvasView : public Gtk::Widget, public SessionObserver {
   // SessionObserver
   void OnAreaChanged(const AGRect& area) override;
   void OnPageChanged() override;
-  void OnSelectionChanged() override { queue_draw(); }
+  void OnSelectionChanged() override;
+  void OnObjectChanged(ObjectID) override { DescribeSoon(); }
+  void OnHistoryChanged() override { DescribeSoon(); }
   void OnSelectionShifted() override;
 
  protected:
@@ -85,7 +88,18 @@ class CanvasView : public Gtk::Widget, public SessionObserver {
   void AddScrolling();
   void AddKeys();
   bool OnKey(guint key, Gdk::ModifierType state);
-  void Nudge(double dx, double dy);
+  bool OnArrow(guint key, PointerModifiers modifiers);
+  bool OnTab(guint key, PointerModifiers modifiers);
+  bool OnToolKey(guint key, PointerModifiers modifiers);
+  void OnEscape();
+  void OnEnter();
+  void Place();
+  void TakeHandle(bool backwards);
+  Handle TakenHandle() const;
+  void Nudge(const AGPoint& by, bool stretches);
+  /// What there is to be heard of the canvas.
+  void DescribeSoon();
+  std::string Description() const;
   void AddMenu();
   void SelectNext(bool backwards, bool adds);
   void ShowPointer(const AGPoint& point, PointerModifiers modifiers);
@@ -139,6 +153,8 @@ class CanvasView : public Gtk::Widget, public SessionObserver {
   ObjectID hovered_ = kNoObjectID;  ///< what a click would take, as the pointer moved last
   AGPoint pressed_;                 ///< map units: where a button was pressed last
   CanvasMenu menu_{*this};
+  HandleKeys handleKeys_;
+  sigc::connection describing_;
   AGPoint panStart_;
   AGPoint dragPoint_;  ///< of the view: where the pointer is during a drag
   PointerModifiers dragModifiers_;

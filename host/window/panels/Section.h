@@ -5,8 +5,8 @@
 
 namespace host {
 
-/// Open, unless the user closed the one of this name. The name is not translated, its title is; the caller's parent owns
-/// the section.
+/// Open, unless the user closed the one of this name. The name is not translated, its title is; the caller's parent
+/// owns the section.
 Gtk::Expander* NewSection(const char* name);
 
 }  // namespace host

@@ -11,10 +11,12 @@
 
 #include "host/bundles/BundleSet.h"
 #include "host/model/ObjectProperties.h"
+#include "host/view/HandleKeys.h"
 #include "host/view/Outlines.h"
 #include "host/view/PointerTool.h"
 #include "host/view/ShiftedSelection.h"
 #include "host/view/TileCache.h"
+#include "kit/geometry/AGAffineTransform.h"
 #include "kit/values/AKValueHelpers.h"
 #include "tests/host/ResultTestSupport.h"
 
@@ -518,6 +520,32 @@ TEST_F(CanvasTest, StretchOfATurnedObject_KeepsTheOppositeCornerWhereItIsSeen) {
       EXPECT_NEAR(frame.PositionOf(Handle::kUpperRight, view_).y, target.y, 1e-6);
     }
     std::ignore = session_->Objects().Delete({id});
+  }
+}
+
+TEST_F(CanvasTest, HandlesByKeys_MoveAloneWhatTheyStandFor) {
+  for (double angle : {0.0, 0.4, -2.0}) {
+    for (int i = static_cast<int>(Handle::kLowerLeft); i <= static_cast<int>(Handle::kLeft); ++i) {
+      const auto handle = static_cast<Handle>(i);
+      const auto opposite = static_cast<Handle>((i - 1 + 4) % 8 + 1);  // they go round
+      const ObjectID id = AddRect({50, 60, 150, 220}, angle);
+      session_->Selection().Select({id});
+      const auto place = [&](Handle of) { return view_.ToMap(SelectionFrame::Of(*session_).PositionOf(of, view_)); };
+      const AGPoint from = place(handle);
+      const AGPoint kept = place(opposite);
+      const HandleSides sides = SidesOf(handle);
+      // Outwards along the frame's own diagonal or axis, so that the handle goes exactly where the arrow points.
+      const AGPoint by = AGAffineTransformRotation(angle).Apply({7.0 * sides.x, 7.0 * sides.y});
+      ASSERT_TRUE(MoveHandle(session_.get(), handle, by));
+      EXPECT_NEAR(place(handle).x, from.x + by.x, 1e-6) << i << " at " << angle;
+      EXPECT_NEAR(place(handle).y, from.y + by.y, 1e-6) << i << " at " << angle;
+      EXPECT_NEAR(place(opposite).x, kept.x, 1e-6) << i << " at " << angle;
+      EXPECT_NEAR(place(opposite).y, kept.y, 1e-6) << i << " at " << angle;
+      // Never turned inside out, however far.
+      ASSERT_TRUE(MoveHandle(session_.get(), handle, by * -1000.0));
+      EXPECT_GT(Object(id).bounds.Width(), 0.9);
+      EXPECT_GT(Object(id).bounds.Height(), 0.9);
+    }
   }
 }
 
