@@ -101,9 +101,12 @@ Result<> MoveHandle(DocumentSession* session, Handle handle, const AGPoint& by) 
 }
 
 std::string NameOf(Handle handle) {
-  static constexpr Text kNames[] = {N_("None"),       N_("Lower Left Corner"), N_("Lower Side"), N_("Lower Right Corner"),
-                                    N_("Right Side"), N_("Upper Right Corner"), N_("Upper Side"), N_("Upper Left Corner"),
-                                    N_("Left Side"),  N_("Turn"),              N_("Gradient")};
+  static constexpr Text kNames[] = {N_("None"),       N_("Lower Left Corner"),
+                                    N_("Lower Side"), N_("Lower Right Corner"),
+                                    N_("Right Side"), N_("Upper Right Corner"),
+                                    N_("Upper Side"), N_("Upper Left Corner"),
+                                    N_("Left Side"),  N_("Turn"),
+                                    N_("Gradient")};
   if (const PropertyHandle* property = PropertyOfHandle(handle)) return Tr(property->property);
   return Tr(kNames[static_cast<std::size_t>(handle)]);
 }

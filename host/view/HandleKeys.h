@@ -1,7 +1,7 @@
 // Handles of the selection by the keyboard: which one has the arrow keys, and what they do to it.
 //
-// A handle of a side or corner goes where the arrow points, the one to turn and that of a linear gradient clockwise with
-// right and down, a property's along its track by hundredths of its range.
+// A handle of a side or corner goes where the arrow points, the one to turn and that of a linear gradient clockwise
+// with right and down, a property's along its track by hundredths of its range.
 #pragma once
 
 #include <string>
@@ -24,7 +24,8 @@ class HandleKeys {
   Handle taken_ = Handle::kNone;
 };
 
-/// Moves a handle of what is selected by so many map units, degrees or hundredths; a side stops before the opposite one.
+/// Moves a handle of what is selected by so many map units, degrees or hundredths; a side stops before the opposite
+/// one.
 Result<> MoveHandle(DocumentSession* session, Handle handle, const AGPoint& by);
 
 /// "Lower right corner", translated.

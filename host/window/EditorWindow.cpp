@@ -1,6 +1,5 @@
 #include "host/window/EditorWindow.h"
 
-#include <glibmm/binding.h>
 #include <glibmm/main.h>
 #include <gtkmm/droptarget.h>
 #include <gtkmm/eventcontrollerkey.h>
@@ -21,6 +20,8 @@
 #include "host/window/dialogs/ProgressWindow.h"
 #include "host/window/panels/Panels.h"
 #include "host/window/panels/Section.h"
+#include "host/window/widgets/Focus.h"
+#include "host/window/widgets/Tip.h"
 
 namespace host {
 namespace {
@@ -42,10 +43,11 @@ EditorWindow::EditorWindow(std::unique_ptr<DocumentSession> session)
   set_show_menubar(true);
   auto* const everything = Gtk::make_managed<Gtk::Box>(Gtk::Orientation::VERTICAL);
   everything->append(toolbar_);
+  message_.set_show_close_button(true);
+  GiveName(&message_, WithoutMnemonic(Tr("_Close")));  // so far all there is in it is that button
   message_.add_child(messageText_);
   messageText_.set_wrap(true);
   messageText_.set_selectable(true);
-  message_.set_show_close_button(true);
   message_.set_revealed(false);
   message_.signal_response().connect([this](int) { message_.set_revealed(false); });
   everything->append(message_);
@@ -58,6 +60,7 @@ EditorWindow::EditorWindow(std::unique_ptr<DocumentSession> session)
   paned_.set_end_child(*MakeSide());
   paned_.set_resize_end_child(false);
   paned_.set_shrink_end_child(false);
+  SetName(&paned_, Tr("Panels"));
   RestorePanelWidth();
   middle->append(paned_);
   everything->append(*middle);
@@ -212,6 +215,7 @@ Gtk::Widget* EditorWindow::MakeSide() {
   scroller->set_policy(Gtk::PolicyType::NEVER, Gtk::PolicyType::AUTOMATIC);
   scroller->set_child(*scrolled);
   scroller->set_vexpand(true);
+  scroller->set_focusable(false);
   side->append(*scroller);
   side->append(*Gtk::make_managed<Gtk::Separator>(Gtk::Orientation::HORIZONTAL));
   side->append(*below);
@@ -236,7 +240,8 @@ void EditorWindow::AddPanels(Gtk::Box* scrolled, Gtk::Box* below) {
     Gtk::Expander* const section = NewSection(named.name);
     section->add_css_class("panel-frame");
     section->set_child(*named.panel);
-    Glib::Binding::bind_property(named.panel->property_visible(), section->property_visible());
+    named.panel->property_visible().signal_changed().connect(
+        [section, panel = named.panel.get()] { ShowPart(*section, panel->get_visible()); });
     (named.stays ? below : scrolled)->append(*section);
     named.panel->SignalProblem().connect(
         [this](const Problem& problem) { ShowProblem(problem, Gtk::MessageType::WARNING); });

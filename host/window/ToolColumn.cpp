@@ -23,7 +23,7 @@ bool CanBeMade(const RegisteredClass& entry) { return entry.fromBundle && entry.
 
 ToolColumn::ToolColumn(CanvasView& canvas) : Gtk::Box(Gtk::Orientation::VERTICAL, 4), canvas_(canvas) {
   add_css_class("tools");
-  gtk_accessible_update_property(GTK_ACCESSIBLE(gobj()), GTK_ACCESSIBLE_PROPERTY_LABEL, Tr("Tools"), -1);
+  GiveName(this, Tr("Tools"));
   canvas_.SignalToolChanged().connect([this] { ShowTool(); });
   canvas_.SignalToolAsked().connect([this](bool stays) {
     if (const auto classID = LastClass()) canvas_.SetNewClass(classID, stays);
@@ -72,7 +72,7 @@ void ToolColumn::AddTool(const std::string& name, std::optional<AKClassID> class
   });
   button->add_controller(twice);
   SetTip(button, name + " (" + (classID ? Tr("R; a double click or Shift+R keeps it") : Tr("Escape")) + ")");
-  gtk_accessible_update_property(GTK_ACCESSIBLE(button->gobj()), GTK_ACCESSIBLE_PROPERTY_LABEL, name.c_str(), -1);
+  GiveName(button, name);
   append(*button);
   buttons_.emplace_back(button, classID);
 }

@@ -41,7 +41,8 @@ Toolbar::Toolbar() {
   set_policy(Gtk::PolicyType::EXTERNAL, Gtk::PolicyType::NEVER);
   auto* const row = Gtk::make_managed<Gtk::Box>(Gtk::Orientation::HORIZONTAL, 0);
   row->add_css_class("toolbar");
-  gtk_accessible_update_property(GTK_ACCESSIBLE(gobj()), GTK_ACCESSIBLE_PROPERTY_LABEL, Tr("Toolbar"), -1);
+  set_focusable(false);
+  GiveName(row, Tr("Toolbar"));
   for (const auto& names : Groups()) {
     if (row->get_first_child() != nullptr) {
       row->append(*Gtk::make_managed<Gtk::Separator>(Gtk::Orientation::VERTICAL));

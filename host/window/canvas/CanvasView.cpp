@@ -78,6 +78,7 @@ CanvasView::CanvasView()
   set_hexpand(true);
   set_vexpand(true);
   add_css_class("canvas");
+  g_object_set(gobj(), "accessible-role", GTK_ACCESSIBLE_ROLE_IMG, nullptr);
   gtk_accessible_update_property(GTK_ACCESSIBLE(gobj()), GTK_ACCESSIBLE_PROPERTY_LABEL, Tr("Drawing"), -1);
   horizontal_->signal_value_changed().connect([this] { OnAdjusted(); });
   vertical_->signal_value_changed().connect([this] { OnAdjusted(); });
@@ -363,7 +364,7 @@ void CanvasView::AppendDragText(Gtk::Snapshot& snapshot) {
 // How to begin, on the page of an empty document where there is room.
 void CanvasView::AppendHint(Gtk::Snapshot& snapshot) {
   constexpr double kRoom = 24;
-  constexpr double kWidest = 420;
+  constexpr double kWidest = 480;
   if (session_->Doc().ObjectCount() > 0 || tool_.IsDragging()) return;
   const AGSize page = session_->Doc().Page();
   const AGPoint low = view_.ToView({0, 0});

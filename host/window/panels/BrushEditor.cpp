@@ -7,6 +7,7 @@
 
 #include "host/text/Localisation.h"
 #include "host/window/SlideStep.h"
+#include "host/window/widgets/Focus.h"
 
 namespace host {
 namespace {
@@ -134,8 +135,8 @@ void BrushEditor::ShowWhatCounts() {
                         known && style == kAGBrushStyleRadialGradient,
                         forFills_ && inks};
   for (int row = 0; row < static_cast<int>(std::size(shown)); ++row) {
-    get_child_at(0, row)->set_visible(shown[row]);
-    get_child_at(1, row)->set_visible(shown[row]);
+    ShowPart(*get_child_at(0, row), shown[row]);
+    ShowPart(*get_child_at(1, row), shown[row]);
     ShowMixed(row, differs_[row]);
   }
 }

@@ -6,6 +6,7 @@
 #include "host/text/Localisation.h"
 #include "host/window/SlideStep.h"
 #include "host/window/widgets/Focus.h"
+#include "host/window/widgets/Tip.h"
 
 namespace host {
 namespace {
@@ -18,7 +19,7 @@ constexpr int kLeastHeight = 90;
 
 HistoryPanel::HistoryPanel() {
   list_.set_selection_mode(Gtk::SelectionMode::BROWSE);
-  gtk_accessible_update_property(GTK_ACCESSIBLE(list_.gobj()), GTK_ACCESSIBLE_PROPERTY_LABEL, Tr("History"), -1);
+  GiveName(&list_, Tr("History"));
   list_.signal_row_activated().connect([this](Gtk::ListBoxRow* row) {
     if (Session() == nullptr) return;
     SlideStep::End();
@@ -27,6 +28,7 @@ HistoryPanel::HistoryPanel() {
     Session()->Steps().GoTo(first + static_cast<std::size_t>(row->get_index()));
   });
   scrolled_.set_policy(Gtk::PolicyType::NEVER, Gtk::PolicyType::AUTOMATIC);
+  scrolled_.set_focusable(false);
   scrolled_.set_min_content_height(kLeastHeight);
   scrolled_.set_child(list_);
   scrolled_.get_vadjustment()->signal_changed().connect([this] { ScrollToRow(); });
@@ -53,6 +55,7 @@ void HistoryPanel::Refresh() {
     label->set_xalign(0);
     if (position > steps.Position()) label->add_css_class("dim-label");
     list_.append(*label);
+    SetName(list_.get_row_at_index(static_cast<int>(position - first)), label->get_text());
   }
   rows_ = steps.Count() - first + 1;
   if (steps.Position() < first) return;

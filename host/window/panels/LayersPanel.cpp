@@ -37,6 +37,7 @@ LayersPanel::LayersPanel() {
   AddSlideButton(above_, Tr("More Layers Above"), false);
   auto* const scrolled = Gtk::make_managed<Gtk::ScrolledWindow>();
   scrolled->set_policy(Gtk::PolicyType::NEVER, Gtk::PolicyType::AUTOMATIC);
+  scrolled->set_focusable(false);
   scrolled->set_min_content_height(kLeastHeight);
   scrolled->set_max_content_height(kMostHeight);
   scrolled->set_propagate_natural_height(true);
@@ -212,7 +213,9 @@ void LayersPanel::Refresh() {
     row.locked->set_active(settings.locked);
     row.locked->set_icon_name(settings.locked ? "changes-prevent-symbolic" : "changes-allow-symbolic");
     row.name->Show(settings.name);
-    if (row.id == active_) activeRow = list_.get_row_at_index(static_cast<int>(i));
+    Gtk::ListBoxRow* const listed = list_.get_row_at_index(static_cast<int>(i));
+    SetName(listed, settings.name);
+    if (row.id == active_) activeRow = listed;
   }
   if (activeRow == nullptr) {
     list_.unselect_all();

@@ -107,10 +107,8 @@ void PenPanel::Refresh() {
     (static_cast<int>(row) < RowOf(PenField::kCap) ? grid_ : details_).ShowMixed(static_cast<int>(row), differs[row]);
   }
   const bool draws = pen.Brush().Style() != kAGBrushStyleNone || style->penBrushDiffers[kStyle];
-  for (Gtk::Widget* part : {static_cast<Gtk::Widget*>(&grid_), static_cast<Gtk::Widget*>(section_)}) {
-    if (!draws) TakeFocusFrom(*part);
-    part->set_visible(draws);
-  }
+  ShowPart(grid_, draws);
+  ShowPart(*section_, draws);
 }
 
 }  // namespace host

@@ -4,11 +4,13 @@
 
 #include "host/text/Localisation.h"
 #include "host/window/WindowSettings.h"
+#include "host/window/widgets/Tip.h"
 
 namespace host {
 
 Gtk::Expander* NewSection(const char* name) {
   auto* const section = Gtk::make_managed<Gtk::Expander>(Tr(name));
+  GiveName(section, Tr(name));
   section->set_expanded(!WindowSettings::Instance().closedPanels.contains(name));
   section->property_expanded().signal_changed().connect([section, name = std::string(name)] {
     auto& closed = WindowSettings::Instance().closedPanels;

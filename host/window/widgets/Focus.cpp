@@ -20,6 +20,19 @@ bool TakeFocusFrom(const Gtk::Widget& widget) {
   return had;
 }
 
+void ShowPart(Gtk::Widget& part, bool shown) {
+  if (part.get_visible() == shown) return;
+  if (!shown) TakeFocusFrom(part);
+  part.set_visible(shown);
+  if (!shown) return;
+  part.set_can_target(false);
+  part.add_tick_callback([&part, frames = 0](const Glib::RefPtr<Gdk::FrameClock>&) mutable {
+    if (++frames < 2) return true;
+    part.set_can_target(true);
+    return false;
+  });
+}
+
 bool RemoveRows(Gtk::ListBox& list) {
   const bool hadFocus = TakeFocusFrom(list);
   while (Gtk::Widget* row = list.get_first_child()) list.remove(*row);

@@ -13,6 +13,9 @@ namespace host {
 bool HasFocus(const Gtk::Widget& widget);
 /// Leaves the window without a focus if it is within the widget. True when it was.
 bool TakeFocusFrom(const Gtk::Widget& widget);
+/// Hides a part, or shows it. Until it has its place, with the next frame, the toolkit takes it to be in the corner of
+/// what is around it: clicks pass it by meanwhile.
+void ShowPart(Gtk::Widget& part, bool shown);
 /// Removes all rows of a list. True when the focus was within one of them: a row that comes instead may have it.
 bool RemoveRows(Gtk::ListBox& list);
 

@@ -4,6 +4,7 @@
 #include <gtkmm/stack.h>
 
 #include "host/text/Localisation.h"
+#include "host/window/widgets/Tip.h"
 
 namespace host {
 namespace {
@@ -33,7 +34,7 @@ void FormGrid::Row(int row, const char* label, Gtk::Widget& control) {
   text->set_xalign(0);
   text->set_size_request(kLabelWidth, -1);
   control.set_hexpand(true);
-  gtk_accessible_update_property(GTK_ACCESSIBLE(control.gobj()), GTK_ACCESSIBLE_PROPERTY_LABEL, label, -1);
+  GiveName(&control, label);
   attach(*text, 0, row);
   attach(control, 1, row);
 }

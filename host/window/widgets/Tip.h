@@ -1,4 +1,4 @@
-// Parts of the window that show a picture in place of words.
+// What those hear of a widget who cannot see it, and what the pointer is told.
 #pragma once
 
 #include <gtkmm/widget.h>
@@ -7,7 +7,11 @@
 
 namespace host {
 
-/// The words that the pointer and those who cannot see the picture get for it.
+/// The name of the widget alone.
+void SetName(Gtk::Widget* widget, const std::string& name);
+/// The name of the widget, and of what takes the keys within it.
+void GiveName(Gtk::Widget* widget, const std::string& name);
+/// The name of a widget that shows a picture in place of words, which the pointer gets too.
 void SetTip(Gtk::Widget* widget, const std::string& words);
 
 }  // namespace host
