@@ -908,22 +908,40 @@ def a_file_is_open_in_two_programs():
 @scenario
 def what_screen_readers_hear():
     heard = '''
-import pyatspi
-def tell(part):
-    if part.getRoleName() == "spin button" and "Width" in part.name:
-        print(part.name, part.getState().contains(pyatspi.STATE_INVALID), part.description, sep="|")
+import pyatspi, re
+def tell(part, around=""):
+    state, role = part.getState(), part.getRoleName()
+    if state.contains(pyatspi.STATE_FOCUSABLE) and re.match("$|(gtkmm__)?Gtk|None$", part.name):
+        print("nameless", role, around, sep="|")
+    if role in ("spin button", "image", "push button", "check box", "list item", "combo box", "menu item"):
+        print(part.name, state.contains(pyatspi.STATE_INVALID), part.description, sep="|")
     for child in part:
-        tell(child)
+        tell(child, around + "/" + part.name)
 tell(pyatspi.Registry.getDesktop(0))'''
-    with Bus(DESKTOP) as bus, Editor([BOX], (200, 160), **bus.told()) as window:
+    gradient = [*BOX, "--set", "Brush.Style=RadialGradient"]
+    settings = pathlib.Path(DESKTOP.folder) / "open" / "objecthost"
+    settings.mkdir(parents=True)
+    (settings / "window.ini").write_text("[Window]\nClosedPanels=\n")  # all there is
+    with Bus(DESKTOP) as bus, Editor([gradient], (200, 160), XDG_CONFIG_HOME=str(settings.parent), **bus.told()) as window:
         def field(expected):
             def look():
                 look.seen = bus.run("/usr/bin/python3", "-c", heard)
-                return look.seen.splitlines()[:1] == [expected]
+                return expected in look.seen.splitlines()
             try:
                 wait_for(expected, look, 10)
             except Failure as error:
                 raise Failure(f"{error}, but {look.seen}") from None
+            nameless = [line for line in look.seen.splitlines() if line.startswith("nameless")]
+            assert not nameless, nameless
+        field("Drawing|False|Rectangle: 100.0, 100.0, 200.0 × 120.0")
+        for name in ("Rectangle|False|Rectangle (R; a double click or Shift+R keeps it)", "Undo (Ctrl+Z)|False|Undo (Ctrl+Z)",
+                     "Layer 1|False|", "Opened|False|", "Nib Angle|False|", "Paper|False|", "Arrange|False|"):
+            field(name)
+        window.key("h", "Tab")
+        field("Drawing|False|Rectangle: 100.0, 100.0, 200.0 × 120.0; Lower Left Corner")
+        window.key("Escape", "ctrl+a", "Delete")
+        field("Drawing|False|Choose a tool on the left and drag across the page, or press Insert. Ctrl+O opens a document. F1 lists all keys.")
+        window.key("ctrl+z")
         field("Width|False|")
         window.click(object_field(window, "Width"))
         window.key("ctrl+a")
@@ -1254,6 +1272,74 @@ def every_shortcut():
         press("ctrl+q")
         assert window.ended() == 0
         assert not left, left
+
+
+@scenario
+def a_picture_by_the_keyboard_alone():
+    """The pointer is outside of the window all the time."""
+    gradient = ("--bounds", "20,20,140,120", "--set", "Brush.Style=LinearGradient")
+    with Editor() as window:
+        move_pointer_away()
+        window.find_text("Choose a tool on the left and drag", canvas(window))
+        window.key("Insert")
+        made = window.expect("one in the middle of the view", lambda items: len(items) == 1 and items[0]["class"] == "stdRect")
+        x0, y0, x1, y1 = made[0]["bounds"]
+        assert (x1 - x0, y1 - y0) == (100, 100) and abs(x0 - 250) < 30 and abs(y0 - 150) < 30, made
+        assert not any("Choose" in text for text, _ in DESKTOP.picture().texts(canvas(window))), "the words stayed"
+        window.key("shift+Left", "Up", "ctrl+shift+Right", "ctrl+Down", "ctrl+alt+Right")
+        window.expect("moved and sized", lambda items: has_bounds(items[0], x0 - 10, y0 + 1, x0 + 100.1, y0 + 100))
+        # The handles: to turn, then the eight from the lower left corner, then the rounding.
+        window.key("Return", "Tab", "shift+Left", "Down")
+        window.expect("larger at its corner", lambda items: has_bounds(items[0], x0 - 20, y0, x0 + 100.1, y0 + 100))
+        window.key("shift+Tab", "shift+Left", "Up", "shift+Tab", "shift+Down")
+        window.expect("turned and rounded", lambda items: near(items[0]["angle"], 11) and near(rounding(items[0]), 0.6))
+        window.key("ctrl+z", "ctrl+z")
+        window.expect("a step each", lambda items: near(items[0]["angle"], 0) and near(rounding(items[0]), 0.5))
+        window.key("Escape", "r", "Return", "shift+r", "Return", "Return", "Escape")
+        places = [item["bounds"][:2] for item in window.expect("three more", lambda items: len(items) == 4)]
+        assert len({tuple(place) for place in places}) == 4, places
+        window.key("ctrl+a", "ctrl+g", "Return", "Tab", "Delete", "Escape", "Down")
+        window.expect("one of the group gone, the others moved", lambda items: [item["bounds"][1] for item in items] == [
+            place[1] - 1 for place in (places[1:] if len(items) == 3 else places)])
+    with Editor([gradient]) as window:
+        angle = window.read()[0]["properties"]["Brush"].get("GradientAngle", 0)
+        window.key("Tab", "h", "shift+Tab", "shift+Tab", "shift+Right", "Right")
+        window.expect("the gradient turned", lambda items: near(
+            items[0]["properties"]["Brush"]["GradientAngle"] - angle, math.radians(11)))
+
+
+@scenario
+def toolbar_and_panels():
+    with Editor([BOX], (200, 160)) as window:
+        def grey():
+            move_pointer_away()
+            return [sum(DESKTOP.picture().find((46, 52, 54), (x - 9, 34, x + 9, 53), 30) is None for _ in (1,)) for x in (20, 112, 705)]
+        wait_for("undo and ungroup to be grey", lambda: grey() == [1, 0, 1])
+        window.click((240, 43))
+        window.expect("at the left side of the page", lambda items: items[0]["bounds"][0] == 0)
+        wait_for("undo not to be", lambda: grey() == [0, 0, 1])
+        window.click((20, 43))
+        window.expect("undone", lambda items: items[0]["bounds"][0] == 100)
+        window.click((112, 43))
+        wait_for("a smaller page", lambda: (DESKTOP.picture().find(window.PAPER) or (0, 0, 600))[2] < 560)
+        panel = (920, 0, 1180, 760)
+        for title in ("Layers", "History", "Brush"):
+            window.find_text(title, panel)
+        # The border of the panels, and what is closed, are as they were the next time.
+        window.key("ctrl+shift+a")
+        wait_for("no brush without an object", lambda: not any("Brush" in text for text, _ in DESKTOP.picture().texts(panel)))
+        window.drag([(919, 300), (850, 300)])
+        window.settle()
+        x0, y0, x1, y1 = window.find_text("Layers", (840, 300, 1180, 760))
+        window.click((x0, (y0 + y1) // 2))
+        window.settle()
+        window.save()
+        window.key("ctrl+w")
+        assert window.ended() == 0
+        window.start()
+        window.settle()
+        assert abs(window.find_text("Layers", (840, 300, 1180, 760))[0] - x0) < 3
+        assert not any("Layer 1" in text for text, _ in DESKTOP.picture().texts((840, 300, 1180, 760)))
 
 
 @scenario
