@@ -9,6 +9,7 @@
 #include <gtkmm/scrolledwindow.h>
 #include <gtkmm/separator.h>
 
+#include <algorithm>
 #include <cstdio>
 
 #include "host/Host.h"
@@ -219,18 +220,20 @@ Gtk::Widget* EditorWindow::MakeSide() {
   side->append(*scroller);
   side->append(*Gtk::make_managed<Gtk::Separator>(Gtk::Orientation::HORIZONTAL));
   side->append(*below);
-  side->set_size_request(kPanelWidth, -1);
   return side;
 }
 
-// The place of the border is known with the first allocation, which it can't change itself.
+// The panels ask for what they had until they have it. Then the user may make them narrower.
 void EditorWindow::RestorePanelWidth() {
+  const WindowSettings& settings = WindowSettings::Instance();
+  Gtk::Widget* const side = paned_.get_end_child();
+  side->set_size_request(std::clamp(settings.panelWidth, kPanelWidth, std::max(kPanelWidth, settings.width / 2)), -1);
   const auto placed = std::make_shared<sigc::connection>();
-  *placed = paned_.property_max_position().signal_changed().connect([this, placed] {
+  *placed = paned_.property_max_position().signal_changed().connect([this, side, placed] {
     placed->disconnect();
-    Glib::signal_idle().connect_once([this] {
-      const int wider = WindowSettings::Instance().panelWidth - paned_.get_end_child()->get_width();
-      if (wider > 0) paned_.set_position(paned_.get_position() - wider);
+    Glib::signal_idle().connect_once([this, side] {
+      paned_.set_position(paned_.get_position());
+      side->set_size_request(kPanelWidth, -1);
     });
   });
 }
