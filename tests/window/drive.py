@@ -109,7 +109,7 @@ def move_pointer_away():
 
 
 def canvas(window):
-    return (window.left - 40, window.bottom - 440, window.left + 640, window.bottom + 40)
+    return (66, 84, window.left + 720, 700)
 
 
 class InspectorRow:
@@ -1027,6 +1027,8 @@ def below_beside_and_in_the_menu():
         # The menu is about what the button was pressed on; the keys are the canvas's again after it.
         window.key("Escape")
         DESKTOP.input("mousemove", *window.at(110, 160), "click", 3)
+        window.settle()
+        window.find_text("Fit Selection")  # the last one, on low screens too
         x0, y0, x1, y1 = window.find_text("Bring to Front")
         window.click(((x0 + x1) // 2, (y0 + y1) // 2))
         window.expect("the hindmost in front", lambda items: items[3]["bounds"][0] == 100)
@@ -1412,7 +1414,7 @@ def broken_files():
             window.path.write_bytes(bytes_)
             window.start()
             wait_for(message, lambda: message in " ".join(
-                text for text, _ in DESKTOP.picture().texts((0, 24, 920, 80))))
+                text for text, _ in DESKTOP.picture().texts((0, 60, 920, 120))))
             window.process.terminate()
             window.ended()
 
