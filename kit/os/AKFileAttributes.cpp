@@ -1,6 +1,6 @@
-#include "kit/os/AKFileAttributes_p.h"
-
 #include <unistd.h>
+
+#include "kit/os/AKFileAttributes_p.h"
 
 bool AKFileKeepAttributes(const std::string& path, const struct stat& status, int descriptor) {
   struct stat own;
