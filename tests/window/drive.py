@@ -87,8 +87,14 @@ def crowd():
     return document("crowd", [f"add stdRect --bounds {x},{y},{x + 4},{y + 4}" for x, y in corners])
 
 
+def within(window, x, y):
+    """A place of the window, which may have a title above it, on the screen."""
+    _, y0, _, y1 = window.find_text("File", (0, 0, 60, 60))
+    return x, y + (y0 + y1) // 2 - 11
+
+
 def choose_rectangle_tool(window):
-    window.click((22, 124))  # below the one to select
+    window.click(within(window, 22, 124))  # below the one to select
 
 
 def handle(window, color=AMBER):
@@ -1319,18 +1325,19 @@ def toolbar_and_panels():
         def grey():
             """Of undo, zoom out and ungroup."""
             move_pointer_away()
-            return [DESKTOP.picture().find((46, 52, 54), (x - 9, 34, x + 9, 53), 30) is None for x in (20, 112, 705)]
+            boxes = [(*within(window, x - 9, 34), *within(window, x + 9, 53)) for x in (20, 112, 705)]
+            return [DESKTOP.picture().find((46, 52, 54), box, 30) is None for box in boxes]
 
         def width():
             box = DESKTOP.picture().find(window.PAPER, (0, 60, 900, 740))
             return box[2] - box[0]
         wait_for("undo and ungroup to be grey", lambda: grey() == [True, False, True])
-        window.click((240, 43))
+        window.click(within(window, 240, 43))
         window.expect("at the left side of the page", lambda items: items[0]["bounds"][0] == 0)
         wait_for("undo not to be", lambda: grey() == [False, False, True])
-        window.click((20, 43))
+        window.click(within(window, 20, 43))
         window.expect("undone", lambda items: items[0]["bounds"][0] == 100)
-        window.click((112, 43))
+        window.click(within(window, 112, 43))
         wait_for("a smaller page", lambda: width() < 500)
         panel = (920, 0, 1180, 760)
         for title in ("Layers", "History", "Brush"):
@@ -1338,7 +1345,7 @@ def toolbar_and_panels():
         # The border of the panels, and what is closed, are as they were the next time.
         window.key("ctrl+shift+a")
         wait_for("no brush without an object", lambda: not any("Brush" in text for text, _ in DESKTOP.picture().texts(panel)))
-        window.drag([(919, 300), (850, 300)])
+        window.drag([within(window, 919, 300), within(window, 850, 300)])
         window.settle()
         x0, y0, x1, y1 = window.find_text("Layers", (840, 300, 1180, 760))
         assert x1 < 920, (x0, x1)
