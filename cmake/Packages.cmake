@@ -23,8 +23,8 @@ set(CPACK_DEBIAN_PACKAGE_CONTROL_STRICT_PERMISSION ON)
 set(same_version "(= ${PROJECT_VERSION}-1)")
 set(CPACK_DEBIAN_HOST_PACKAGE_NAME objecthost)
 set(CPACK_DEBIAN_HOST_PACKAGE_SECTION graphics)
-set(CPACK_DEBIAN_HOST_PACKAGE_DEPENDS "libakplatform ${same_version}")
-set(CPACK_DEBIAN_HOST_PACKAGE_RECOMMENDS "fonts-dejavu-core, librsvg2-common")
+set(CPACK_DEBIAN_HOST_PACKAGE_DEPENDS "libakplatform ${same_version}, librsvg2-common") # which shows the icons
+set(CPACK_DEBIAN_HOST_PACKAGE_RECOMMENDS "fonts-dejavu-core")
 set(CPACK_DEBIAN_HOST_PACKAGE_SUGGESTS akkit-dev)
 set(CPACK_COMPONENT_HOST_DESCRIPTION "drawing program whose objects come from plug-in bundles
 Documents of drawn objects on layers, changed in a window, by commands and by
