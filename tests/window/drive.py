@@ -1331,6 +1331,11 @@ def toolbar_and_panels():
         def width():
             box = DESKTOP.picture().find(window.PAPER, (0, 60, 900, 740))
             return box[2] - box[0]
+        # Nothing was copied: nobody says so, which would push the page down.
+        window.key("ctrl+shift+v", "ctrl+alt+p", "ctrl+v")
+        window.settle()
+        place = window.left, window.bottom
+        assert window._find_page() and (window.left, window.bottom) == place, place
         wait_for("undo and ungroup to be grey", lambda: grey() == [True, False, True])
         window.click(within(window, 240, 43))
         window.expect("at the left side of the page", lambda items: items[0]["bounds"][0] == 0)
