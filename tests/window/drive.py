@@ -1,10 +1,10 @@
 #!/usr/bin/env python3
 """Uses the window as a user does, with real input events, and checks each step in the saved document.
 
-usage: drive.py PROGRAMS TEST_BUNDLES FONTS_CONF [WORD]
+usage: drive.py PROGRAMS TEST_BUNDLES FONTS_CONF [--part K/N] [WORD]
 
 PROGRAMS is the folder of objecthost and objecthost-window, TEST_BUNDLES that of libraries which a host must refuse. A
-word selects scenarios by name. A scenario that fails leaves a picture of the screen beside the programs' folder.
+word selects scenarios by name, --part each N-th of them from the K-th on, counted from 0. A scenario that fails leaves a picture of the screen beside the programs' folder.
 """
 import json
 import math
@@ -1418,7 +1418,11 @@ def times_and_texts_in_a_panel():
 def run(words):
     global CURRENT
     failures = 0
-    chosen = [function for function in SCENARIOS if all(word in function.__name__ for word in words)]
+    part, parts = 0, 1
+    if words[:1] == ["--part"]:
+        part, parts = map(int, words[1].split("/"))
+        words = words[2:]
+    chosen = [function for function in SCENARIOS if all(word in function.__name__ for word in words)][part::parts]
     if not chosen:
         sys.exit(f"no scenario has {' and '.join(words)} in its name")
     for function in chosen:
