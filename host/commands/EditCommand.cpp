@@ -83,6 +83,7 @@ const std::vector<const EditCommand*>& EditCommands() {
       &kDistributeEdit, &kMatchEdit,  &kRepeatEdit, &kOrderEdit,   &kDuplicateEdit, &kCopyEdit,   &kCutEdit,
       &kPasteEdit,      &kSelectEdit, &kGroupEdit,  &kUngroupEdit, &kLockEdit,      &kUnlockEdit, &kHideEdit,
       &kShowEdit,       &kLayersEdit, &kLayerEdit,  &kPageEdit,    &kDrawEdit,      &kExportEdit, &kThumbnailEdit,
+      &kOpacityEdit, &kFlipEdit, &kDashEdit,
       &kInspectEdit,    &kUndoEdit,   &kRedoEdit,   &kHistoryEdit, &kBeginEdit,     &kEndEdit,    &kCancelEdit,
   };
   return commands;

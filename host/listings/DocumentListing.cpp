@@ -56,6 +56,12 @@ class MarkTexts {
   std::string Of(const ObjectMarks& marks) const {
     std::string text = marks.hidden ? "  hidden" : "";
     if (marks.locked) text += "  locked";
+    if (marks.look.opacity != 1) text += "  opacity " + Number(marks.look.opacity * 100) + " %";
+    if (marks.look.flippedX) text += "  flipped horizontally";
+    if (marks.look.flippedY) text += "  flipped vertically";
+    for (std::size_t i = 0; i < marks.look.dashes.size(); ++i) {
+      text += (i == 0 ? "  dashes " : ",") + Number(marks.look.dashes[i]);
+    }
     for (std::size_t i = 0; i < marks.groups.size(); ++i) {
       text += (i == 0 ? "  in g" : "/g") + std::to_string(numbers_.at(marks.groups[i]));
     }

@@ -165,6 +165,9 @@ void EditorWindow::AddArrangeActions() {
   for (const auto& [name, sides] : matches) {
     AddEdit(name, [this, sides = sides](const ObjectIDs& ids) { return session_->Arrangement().Match(ids, sides); });
   }
+  AddEdit("flip-horizontally",
+          [this](const ObjectIDs& ids) { return session_->Looks().Flip(ids, Axis::kHorizontal); });
+  AddEdit("flip-vertically", [this](const ObjectIDs& ids) { return session_->Looks().Flip(ids, Axis::kVertical); });
   AddEdit("repeat", [this](const ObjectIDs& ids) { return session_->Objects().Repeat(ids); });
 }
 
@@ -252,6 +255,8 @@ void EditorWindow::UpdateActions() {
                              "ungroup",
                              "lock",
                              "hide",
+                             "flip-horizontally",
+                             "flip-vertically",
                              "repeat"}) {
     SetEnabled(action, count > 0);
   }

@@ -94,6 +94,8 @@ const std::vector<MenuSection>& MenuSections() {
        {{N_("Match Width"), "win.match-width", {}},
         {N_("Match Height"), "win.match-height", {}},
         {N_("Match Size"), "win.match-size", {}},
+        {N_("_Flip Horizontally"), "win.flip-horizontally", {}, "h"},
+        {N_("Fl_ip Vertically"), "win.flip-vertically", {}, "v"},
         {N_("Repeat Last Transform"), "win.repeat", {"<Control><Shift>t"}}}},
       {N_("_View"),
        {{N_("Zoom _In"), "win.zoom-in", {"<Control>plus", "<Control>equal", "<Control>KP_Add"}},
@@ -124,6 +126,7 @@ const std::vector<std::vector<const char*>>& ContextActions() {
       {"win.cut", "win.copy", "win.paste", "win.paste-at-pointer", "win.duplicate", "win.delete"},
       {"win.copy-style", "win.paste-style"},
       {"win.to-front", "win.forward", "win.backward", "win.to-back"},
+      {"win.flip-horizontally", "win.flip-vertically"},
       {"win.group", "win.ungroup", "win.lock", "win.hide"},
       {"win.select-below", "win.select-all", "win.zoom-selection"},
   };

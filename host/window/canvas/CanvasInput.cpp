@@ -229,6 +229,12 @@ bool CanvasView::OnKey(guint key, Gdk::ModifierType state) {
     case GDK_KEY_Delete:
     case GDK_KEY_BackSpace:
       return activate_action("win.delete");
+    case GDK_KEY_h:
+    case GDK_KEY_H:
+    case GDK_KEY_v:
+    case GDK_KEY_V:
+      if (modifiers.control || modifiers.alt) return false;
+      return activate_action(key == GDK_KEY_h || key == GDK_KEY_H ? "win.flip-horizontally" : "win.flip-vertically");
     case GDK_KEY_space:
       spaceHeld_ = true;
       return true;

@@ -1,5 +1,6 @@
 #include "host/window/panels/ObjectPanel.h"
 
+#include <algorithm>
 #include <cmath>
 #include <numbers>
 
@@ -26,12 +27,14 @@ ObjectPanel::ObjectPanel()
       y_(-kFarthest, kFarthest, 1, 2, Tr("Y")),
       width_(kSmallest, kFarthest, 1, 2, Tr("Width")),
       height_(kSmallest, kFarthest, 1, 2, Tr("Height")),
-      angle_(-360, 360, 1, 2, Tr("Angle")) {
+      angle_(-360, 360, 1, 2, Tr("Angle")),
+      opacity_(0, 100, 5, 1, Tr("Opacity")) {
   grid_.Row(0, Tr("X"), x_);
   grid_.Row(1, Tr("Y"), y_);
   grid_.Row(2, Tr("Width"), width_);
   grid_.Row(3, Tr("Height"), height_);
   grid_.Row(4, Tr("Angle (°)"), angle_);
+  grid_.Row(5, Tr("Opacity (%)"), opacity_);
   append(grid_);
   for (NumberField* field : {&x_, &y_, &width_, &height_}) field->SetMeasure(Measure::kLength);
   angle_.SetMeasure(Measure::kAngle);
@@ -49,6 +52,11 @@ ObjectPanel::ObjectPanel()
   connect(width_, "width", [](AGRect& box, double value) { box.x1 = box.x0 + value; });
   connect(height_, "height", [](AGRect& box, double value) { box.y1 = box.y0 + value; });
   angle_.SignalChosen().connect([this](double degrees) { SetAngle(degrees); });
+  opacity_.SignalChosen().connect([this](double percent) {
+    if (Session() == nullptr || Session()->Selection().IsEmpty()) return;
+    SlideStep::Continue(Session(), "opacity");
+    Report(Session()->Looks().SetOpacity(Session()->Selection().IDs(), percent / 100));
+  });
 }
 
 bool ObjectPanel::GetFrame(AGRect* box) const {
@@ -71,6 +79,15 @@ void ObjectPanel::PlaceFrame(const AGRect& box) {
   }
 }
 
+// What all selected objects have; none when they differ.
+template <typename Get>
+std::optional<double> ObjectPanel::Shared(Get get) const {
+  const ObjectIDs& ids = Session()->Selection().IDs();
+  const double first = get(*Session()->Doc().Find(ids[0]));
+  const auto isSame = [&](ObjectID id) { return get(*Session()->Doc().Find(id)) == first; };
+  return std::ranges::all_of(ids, isSame) ? std::optional(first) : std::nullopt;
+}
+
 void ObjectPanel::SetAngle(double degrees) {
   if (Session() == nullptr || Session()->Selection().IsEmpty()) return;
   SlideStep::Continue(Session(), "angle");
@@ -89,21 +106,18 @@ void ObjectPanel::Refresh() {
   const bool any = GetFrame(&box);
   grid_.set_sensitive(any);
   if (!any) {
-    for (NumberField* field : {&x_, &y_, &width_, &height_, &angle_}) field->ShowMixed();
+    for (NumberField* field : {&x_, &y_, &width_, &height_, &angle_, &opacity_}) field->ShowMixed();
     return;
   }
   OnSelectionShifted();
   width_.Show(box.x1 - box.x0);
   height_.Show(box.y1 - box.y0);
-  const ObjectIDs& ids = Session()->Selection().IDs();
-  const double angle = Session()->Doc().Find(ids[0])->angle;
-  bool same = true;
-  for (ObjectID id : ids) same = same && Session()->Doc().Find(id)->angle == angle;
-  if (same) {
-    angle_.Show(Degrees(angle));
-  } else {
-    angle_.ShowMixed();
-  }
+  const auto angleOf = [](const DocumentObject& object) { return object.angle; };
+  const auto opacityOf = [](const DocumentObject& object) { return object.marks.look.opacity; };
+  const std::optional<double> angle = Shared(angleOf);
+  const std::optional<double> opacity = Shared(opacityOf);
+  angle ? angle_.Show(Degrees(*angle)) : angle_.ShowMixed();
+  opacity ? opacity_.Show(*opacity * 100) : opacity_.ShowMixed();
 }
 
 }  // namespace host
