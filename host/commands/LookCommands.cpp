@@ -40,17 +40,18 @@ Result<> RunDash(EditContext& context, const EditArguments& arguments) {
 
 }  // namespace
 
-const EditCommand kOpacityEdit = {"opacity",
-                                  EditUse::kEverywhere,
-                                  "let what is behind objects show through",
-                                  "usage: objecthost opacity FILE OBJECTS PERCENT\n\n"
-                                  "Shows objects (a number, several as in 0,2-4, a group as in g0, or all) as faint as\n"
-                                  "PERCENT says, from 0 to 100, each as one: fill and outline together.\n",
-                                  "",
-                                  "",
-                                  2,
-                                  2,
-                                  &RunOpacity};
+const EditCommand kOpacityEdit = {
+    "opacity",
+    EditUse::kEverywhere,
+    "let what is behind objects show through",
+    "usage: objecthost opacity FILE OBJECTS PERCENT\n\n"
+    "Shows objects (a number, several as in 0,2-4, a group as in g0, or all) as faint as\n"
+    "PERCENT says, from 0 to 100, each as one: fill and outline together.\n",
+    "",
+    "",
+    2,
+    2,
+    &RunOpacity};
 
 const EditCommand kFlipEdit = {"flip",
                                EditUse::kEverywhere,

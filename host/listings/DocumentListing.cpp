@@ -74,6 +74,17 @@ class MarkTexts {
 
 }  // namespace
 
+std::string AidsText(const PageAids& aids) {
+  std::string text = std::string("unit ") + NameOf(aids.unit) + ", grid " + Number(aids.gridStep);
+  for (int axis = 0; axis < 2; ++axis) {
+    const std::vector<double>& guides = aids.Guides(axis);
+    for (std::size_t i = 0; i < guides.size(); ++i) {
+      text += (i > 0 ? "," : axis == 0 ? ", vertical guides " : ", horizontal guides ") + Number(guides[i]);
+    }
+  }
+  return text + "\n";
+}
+
 std::string ShortListing(const Document& document) {
   std::string text;
   const MarkTexts marks(document);
@@ -90,6 +101,7 @@ std::string ShortListing(const Document& document) {
 
 std::string FullListing(const Document& document) {
   std::string text = "page " + Number(document.Page().width) + " by " + Number(document.Page().height) + "\n";
+  if (const PageAids& aids = document.Aids(); !(aids == PageAids())) text += AidsText(aids);
   const MarkTexts marks(document);
   std::size_t number = 0;
   document.ForEachObject([&](const DocumentObject& object) {

@@ -40,6 +40,10 @@ void WritePage(JsonWriter* json, const Document& document) {
   json->Number("width", document.Page().width);
   json->Number("height", document.Page().height);
   WriteColor(json, "background", document.Background());
+  json->String("unit", NameOf(document.Aids().unit));
+  json->Number("grid", document.Aids().gridStep);
+  WriteNumbers(json, "verticalGuides", document.Aids().verticalGuides);
+  WriteNumbers(json, "horizontalGuides", document.Aids().horizontalGuides);
   json->EndObject();
 }
 

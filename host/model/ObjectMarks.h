@@ -1,5 +1,5 @@
-// What users set of an object that its class knows nothing of: whether it is hidden or locked, the groups that it is in,
-// and how the host shows what the class draws.
+// What users set of an object that its class knows nothing of: whether it is hidden or locked, the groups that it is
+// in, and how the host shows what the class draws.
 //
 // A group has no existence of its own: it is there as long as an object names it. The objects of a group stand together
 // in one layer.

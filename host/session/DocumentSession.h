@@ -56,6 +56,8 @@ class DocumentSession {
   /// Both sides must be above 0.
   Result<> SetPage(const AGSize& page);
   void SetBackground(AGColor color);
+  /// Unit, grid and guides; `name` is that of the step. Refused when they are out of range.
+  Result<> SetAids(PageAids aids, const std::string& name);
   /// The page becomes as large as the box of all objects that are shown, and all objects move with it to the page's
   /// corner. Fails when there is nothing shown, and for placeholders, which can't be moved.
   Result<> FitPage();

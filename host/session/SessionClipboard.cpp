@@ -4,10 +4,10 @@
 #include <unordered_set>
 
 #include "host/HostLog.h"
-#include "host/model/LooksChunk.h"
-#include "host/model/MarksChunk.h"
 #include "host/model/ObjectRecord.h"
 #include "host/model/Units.h"
+#include "host/storage/LooksChunk.h"
+#include "host/storage/MarksChunk.h"
 #include "host/text/Localisation.h"
 #include "kit/streams/AKFileNumbers.h"
 

@@ -5,9 +5,10 @@
 #include <cstring>
 
 #include "host/HostLog.h"
-#include "host/model/LooksChunk.h"
-#include "host/model/MarksChunk.h"
 #include "host/model/ObjectRecord.h"
+#include "host/storage/AidsChunk.h"
+#include "host/storage/LooksChunk.h"
+#include "host/storage/MarksChunk.h"
 #include "host/storage/WholeFiles.h"
 #include "host/text/Localisation.h"
 #include "host/text/Utf8Check.h"
@@ -24,7 +25,7 @@ constexpr std::uint32_t kTextSignature = 0x73747267;      // "strg"
 constexpr unsigned int kFlatVersion = 1;                  // objects without layers
 constexpr unsigned int kPlainVersion = 2;
 constexpr unsigned int kMarkedVersion = 3;  // some objects are hidden, locked or in groups
-constexpr unsigned int kLookedVersion = 4;  // some are shown otherwise than their class draws them
+constexpr unsigned int kLookedVersion = 4;  // some are faint, mirrored or dashed, or the page has guides
 constexpr unsigned int kLayerVisible = 1;
 constexpr unsigned int kLayerLocked = 2;
 
@@ -70,7 +71,8 @@ class DocumentReader {
     document_ = std::make_unique<Document>(page);
     document_->SetPage(page, background);
     const LayerID first = document_->FirstLayer().id;
-    const bool sound = version_ == kFlatVersion ? ReadObjects(chunk, count, first) : ReadLayers(chunk, count, first);
+    const bool sound = version_ == kFlatVersion ? ReadObjects(chunk, count, first)
+                                                : ReadLayers(chunk, count, first) && ReadPageAids(chunk);
     return sound ? std::move(document_) : nullptr;
   }
 
@@ -97,6 +99,17 @@ class DocumentReader {
       }
       return false;
     }
+    return true;
+  }
+
+  bool ReadPageAids(const AKFileChunk& outer) {
+    if (version_ < kLookedVersion) return true;
+    auto aids = ReadAids(file_, outer);
+    if (!aids) {
+      problem_ = Problem(N_("is damaged: %s"), {aids.Why()});
+      return false;
+    }
+    document_->SetAids(std::move(*aids));
     return true;
   }
 
@@ -193,7 +206,7 @@ int WriteLayerMarks(AKFile& file, const Layer& layer, unsigned int version) {
 
 // The oldest that holds all of it.
 unsigned int VersionFor(const Document& document) {
-  unsigned int version = kPlainVersion;
+  unsigned int version = document.Aids() == PageAids() ? kPlainVersion : kLookedVersion;
   document.ForEachObject([&version](const DocumentObject& object) {
     if (!object.marks.IsLoose()) version = std::max(version, kMarkedVersion);
     if (!object.marks.look.IsPlain()) version = kLookedVersion;
@@ -250,6 +263,7 @@ int WriteDocument(const Document& document, AKFile& file, std::optional<Problem>
   for (const Layer* layer : document.Layers()) {
     if (status == 0) status = WriteLayer(file, *layer, version, &objects);
   }
+  if (status == 0 && version == kLookedVersion) status = WriteAids(file, document.Aids());
   return status == 0 ? AKFileWriteChunkComplete(file, chunk) : status;
 }
 

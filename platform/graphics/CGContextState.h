@@ -151,8 +151,8 @@ struct CGContext final : platform::NativeObject {
   std::size_t lostSaves = 0;  ///< states that memory lacked for; all later ones than the saved
   CGAffineTransform textMatrix = CGAffineTransformIdentity;
   platform::CurrentPath path;
-  platform::CairoSurface scratch;  ///< where shadings are prepared; grows as needed
-  platform::Clip appliedClip;      ///< what cairo's clip holds now; over a bitmap, the last that was drawn under
+  platform::CairoSurface scratch;      ///< where shadings are prepared; grows as needed
+  platform::Clip appliedClip;          ///< what cairo's clip holds now; over a bitmap, the last that was drawn under
   const BitmapInfo* bitmap = nullptr;  ///< of a bitmap context; owned by the target, or by the group that is drawn in
   std::vector<std::unique_ptr<platform::Group>> groups;  ///< that are open, one within the other
 };

@@ -1,7 +1,7 @@
 // Groups that are drawn as one.
 //
-// On a bitmap a group has pixels of its own, as many as the bitmap, of which the memory is only taken where something is
-// drawn; elsewhere it is a group of cairo's.
+// On a bitmap a group has pixels of its own, as many as the bitmap, of which the memory is only taken where something
+// is drawn; elsewhere it is a group of cairo's.
 #include <algorithm>
 #include <cmath>
 #include <cstdlib>
@@ -98,9 +98,8 @@ void EndOnCairo(CGContext* context, Group* group, double opacity) {
 
 bool CGContextBeginGroup(CGContextRef context, CGRect extent) {
   if (context == nullptr || !context->HasState()) return false;
-  return platform::Guarded(context, [&] {
-    context->bitmap != nullptr ? BeginOnBitmap(context, extent) : BeginOnCairo(context);
-  });
+  return platform::Guarded(
+      context, [&] { context->bitmap != nullptr ? BeginOnBitmap(context, extent) : BeginOnCairo(context); });
 }
 
 void CGContextEndGroup(CGContextRef context, CGFloat opacity) {

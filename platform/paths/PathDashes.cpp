@@ -71,9 +71,7 @@ class Measured {
 class Dasher {
  public:
   Dasher(const std::vector<double>& lengths, CGPath* out)
-      : lengths_(lengths),
-        out_(out),
-        room_(kMostDashes * std::accumulate(lengths.begin(), lengths.end(), 0.0) / 2) {}
+      : lengths_(lengths), out_(out), room_(kMostDashes * std::accumulate(lengths.begin(), lengths.end(), 0.0) / 2) {}
 
   void Begin() {
     index_ = 0;

@@ -1,4 +1,4 @@
-#include "host/model/MarksChunk.h"
+#include "host/storage/MarksChunk.h"
 
 #include <unordered_map>
 

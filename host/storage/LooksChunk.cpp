@@ -1,4 +1,4 @@
-#include "host/model/LooksChunk.h"
+#include "host/storage/LooksChunk.h"
 
 #include <algorithm>
 
@@ -55,8 +55,8 @@ bool ReadLook(const AKFile& file, unsigned int* left, std::vector<ObjectMarks>* 
 
 int WriteLooks(AKFile& file, const std::vector<const ObjectMarks*>& objects) {
   const auto isPlain = [](const ObjectMarks* marks) { return marks->look.IsPlain(); };
-  const auto count = static_cast<unsigned int>(objects.size()) -
-                     static_cast<unsigned int>(std::ranges::count_if(objects, isPlain));
+  const auto count =
+      static_cast<unsigned int>(objects.size()) - static_cast<unsigned int>(std::ranges::count_if(objects, isPlain));
   AKFileChunk chunk{kLooksSignature};
   int status = AKFileWriteChunkHeader(file, chunk);
   if (status == 0) status = AKFileWriteUInt32(file, count);
