@@ -1193,11 +1193,13 @@ def looks_guides_and_units():
             window.key("ctrl+a")
             window.type(text, 100)
             window.key("Return")
-        opacity = object_field(window, "Opacity")
-        enter(opacity, "40")
+
+        def field(name):
+            x0, y0, x1, y1 = window.find_text(name, (920, 0, 1180, 400))
+            return object_field(window, "Width")[0], (y0 + y1) // 2
+        enter(field("Opacity"), "40")
         window.expect("faint", lambda items: items[0]["opacity"] == 40)
-        x0, y0, x1, y1 = window.find_text("Radius", (920, 0, 1180, 400))
-        enter((opacity[0], (y0 + y1) // 2), "15")
+        enter(field("Radius"), "15")
         window.expect("a radius", lambda items: near(rounding(items[0]), 0.25, 1e-6))
         window.click(window.at(200, 160))
         window.key("h")
@@ -1205,7 +1207,7 @@ def looks_guides_and_units():
         window.key("v", "h")
         window.expect("the other way", lambda items: items[0]["flippedVertically"]
                       and not items[0]["flippedHorizontally"])
-        ruler = (window.at(200, 160)[0], RULER_Y)
+        ruler = (window.at(200, 160)[0], 35)
         window.drag([ruler, window.at(200, 300), window.at(200, 330)])
         wait_for("a guide", lambda: [round(y) for y in page()["horizontalGuides"]] == [330])
         window.drag([window.at(200, 160), window.at(200, 250), window.at(200, 267)])

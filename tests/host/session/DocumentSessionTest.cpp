@@ -414,8 +414,8 @@ TEST_F(DocumentSessionTest, FaintAndDashed_AsDrawnByHand) {
   ASSERT_TRUE(session.Objects().SetStyle(ids, red, pen));
   ASSERT_TRUE(session.Looks().SetOpacity(ids, 0.5));
   const auto at = [&session](std::size_t x, std::size_t y) { return Drawn(session.Doc())[y * 100 + x]; };
-  EXPECT_EQ(at(50, 50), AGColor(255, 0, 0, 128));
-  for (const std::size_t x : {17U, 22U}) EXPECT_EQ(at(x, 50), AGColor(0, 0, 255, 128)) << x;
+  EXPECT_EQ(at(50, 50), AGColor(128, 0, 0, 128));  // premultiplied
+  for (const std::size_t x : {17U, 22U}) EXPECT_EQ(at(x, 50), AGColor(0, 0, 128, 128)) << x;
   EXPECT_EQ(at(5, 5).Alpha(), 0);
   ASSERT_TRUE(session.Looks().SetOpacity(ids, 1));
   red.SetStyleNone();

@@ -49,7 +49,7 @@ class DocumentFileTest : public testing::Test {
       object->pen.SetSize(1.5 + i);
       if (i == 2) document->InsertLayer({"Über", false, true}, 1);
       const ObjectMarks marks[] = {
-          {true, false, {7, 8}}, {false, true, {7}}, {.look = {0.25, i == 2, false, {3, 1.5}}}};
+          {true, false, {7, 8}}, {false, true, {7}}, {false, false, {}, {0.25, i == 2, false, {3, 1.5}}}};
       object->marks = marks[i];
       document->AppendObject(std::move(object));
     }
@@ -101,7 +101,7 @@ TEST_F(DocumentFileTest, Bytes_OneObject_AreAsDescribed) {
   }
 
   // Mirrored and dashed, on a page with guides: no number of what follows may be any but the flags.
-  document.SetMarks(document.ObjectAt(0).id, {.look = {0.5, true, false, {3, 1}}});
+  document.SetMarks(document.ObjectAt(0).id, {false, false, {}, {0.5, true, false, {3, 1}}});
   document.SetAids({LengthUnit::kMillimetre, 1, {2}, {}});
   ASSERT_TRUE(WriteDocument(document, Path("l")));
   const Bytes looked = Read(Path("l"));

@@ -256,9 +256,9 @@ TEST_F(CanvasTest, Guides_ComeGoAndAreFittedTo) {
   // An object fits to both, with a line along each; without the rule and with alt it doesn't.
   const ObjectID id = AddRect({20, 20, 60, 60});
   tool_->SetSnap({0, false, true});
-  Drag(Seen(21, 40), Seen(21 + 137, 40 + 60));
+  Drag(Seen(40, 40), Seen(177, 100));
   EXPECT_EQ(Object(id).bounds, (AGRect{160, 83, 200, 123}));
-  Drag(Seen(161, 100), Seen(164, 100), {.alt = true});
+  Drag(Seen(180, 103), Seen(183, 103), {.alt = true});
   EXPECT_EQ(Object(id).bounds.x0, 163);
 
   guides.Press({0, 200});
