@@ -1,9 +1,10 @@
 // Groups that are drawn as one.
 //
-// On a bitmap a group has pixels of its own, as many as the bitmap, of which the memory is only taken where something
-// is drawn; elsewhere it is a group of cairo's.
+// On a bitmap a group has pixels of its own in the rows of its extent, which clips what is drawn; elsewhere it is a
+// group of cairo's.
 #include <algorithm>
 #include <cmath>
+#include <cstdint>
 #include <cstdlib>
 #include <new>
 
@@ -34,18 +35,45 @@ PixelBox BoxOf(const CGContext& context, CGRect extent) {
   const auto whole = [](double value, int least, int most) {
     return static_cast<int>(std::clamp(value, static_cast<double>(least), static_cast<double>(most)));
   };
-  return {whole(std::floor(left), bounds.x0, bounds.x1), whole(std::floor(top), bounds.y0, bounds.y1),
-          whole(std::ceil(right), bounds.x0, bounds.x1), whole(std::ceil(bottom), bounds.y0, bounds.y1)};
+  const PixelBox box{whole(std::floor(left), bounds.x0, bounds.x1), whole(std::floor(top), bounds.y0, bounds.y1),
+                     whole(std::ceil(right), bounds.x0, bounds.x1), whole(std::ceil(bottom), bounds.y0, bounds.y1)};
+  // A pixel stands for none: a group has memory, and a clip that is not empty.
+  return box.IsEmpty() ? PixelBox{bounds.x0, bounds.y0, bounds.x0 + 1, bounds.y0 + 1} : box;
+}
+
+// Where the first row of a bitmap would be, of which only those from `first` on are there.
+unsigned char* RowZero(unsigned char* pixels, std::size_t first, std::size_t bytesPerRow) {
+  return reinterpret_cast<unsigned char*>(reinterpret_cast<std::uintptr_t>(pixels) - first * bytesPerRow);
+}
+
+// The path of the clip is freed whether there is memory for the clip or not.
+void ClipTo(CGContext* context, const PixelBox& box) {
+  struct Path {
+    CGMutablePathRef items = CGPathCreateMutable();
+    Path() = default;
+    Path(const Path&) = delete;
+    Path& operator=(const Path&) = delete;
+    ~Path() { CGPathRelease(items); }
+  } path;
+  CGPathAddRect(path.items, nullptr, CGRectMake(box.x0, box.y0, box.x1 - box.x0, box.y1 - box.y0));
+  platform::PushClip(context, &path.items, {});
 }
 
 void BeginOnBitmap(CGContext* context, CGRect extent) {
   const BitmapInfo& whole = *context->bitmap;
+  if (context->state.textClip != nullptr) platform::SettleTextClip(context);
   auto group = std::make_unique<Group>();
   group->box = BoxOf(*context, extent);
   group->below = context->bitmap;
-  group->pixels.reset(static_cast<unsigned char*>(std::calloc(whole.height, whole.bytesPerRow)));
+  group->clip = context->state.clip;
+  const auto first = static_cast<std::size_t>(group->box.y0);
+  const auto rows = static_cast<std::size_t>(group->box.y1 - group->box.y0);
+  group->pixels.reset(static_cast<unsigned char*>(std::calloc(rows, whole.bytesPerRow)));
   if (group->pixels == nullptr) throw std::bad_alloc();
-  group->own = {group->pixels.get(), whole.width, whole.height, whole.bytesPerRow, whole.bitmapInfo};
+  group->own = {RowZero(group->pixels.get(), first, whole.bytesPerRow), whole.width, whole.height, whole.bytesPerRow,
+                whole.bitmapInfo};
+  context->groups.reserve(context->groups.size() + 1);
+  ClipTo(context, group->box);
   context->groups.push_back(std::move(group));
   context->bitmap = &context->groups.back()->own;
 }
@@ -63,6 +91,7 @@ void Mix(const unsigned char* from, unsigned char* to, unsigned int opacity, std
 
 void EndOnBitmap(CGContext* context, const Group& group, double opacity) {
   context->bitmap = group.below;
+  context->state.clip = group.clip;
   const BitmapInfo& info = *context->bitmap;
   const std::size_t alphaByte = info.bitmapInfo == kCGBitmapAlphaFirst ? 0 : 3;
   const auto whole = static_cast<unsigned int>(std::lround(opacity * 255));
@@ -70,7 +99,8 @@ void EndOnBitmap(CGContext* context, const Group& group, double opacity) {
     const std::size_t row = static_cast<std::size_t>(y) * info.bytesPerRow;
     for (int x = group.box.x0; x < group.box.x1; ++x) {
       const std::size_t at = row + static_cast<std::size_t>(x) * kPixelSize;
-      Mix(group.pixels.get() + at, static_cast<unsigned char*>(info.data) + at, whole, alphaByte);
+      Mix(static_cast<const unsigned char*>(group.own.data) + at, static_cast<unsigned char*>(info.data) + at, whole,
+          alphaByte);
     }
   }
 }
