@@ -362,7 +362,7 @@ TEST_F(DocumentSessionTest, LockedAndHidden_StayAsTheyAre) {
 
 // The pixels of a page, rows from below.
 std::vector<AGColor> Drawn(const Document& document) {
-  AGBitmap bitmap(document.Page(), AGBitmap::kFlagLittleEndian | AGBitmap::kFlagZeroFill);
+  AGBitmap bitmap(document.Page(), AGBitmap::kFlagZeroFill);
   DrawObjects(document, bitmap.GetContextOfBitmap(), 1);
   std::vector<AGColor> pixels;
   for (unsigned int y = 0; y < bitmap.Height(); ++y) {
