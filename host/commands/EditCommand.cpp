@@ -83,7 +83,8 @@ const std::vector<const EditCommand*>& EditCommands() {
       &kDistributeEdit, &kMatchEdit,  &kRepeatEdit, &kOrderEdit,   &kDuplicateEdit, &kCopyEdit,   &kCutEdit,
       &kPasteEdit,      &kSelectEdit, &kGroupEdit,  &kUngroupEdit, &kLockEdit,      &kUnlockEdit, &kHideEdit,
       &kShowEdit,       &kLayersEdit, &kLayerEdit,  &kPageEdit,    &kDrawEdit,      &kExportEdit, &kThumbnailEdit,
-      &kInspectEdit,    &kUndoEdit,   &kRedoEdit,   &kHistoryEdit, &kBeginEdit,     &kEndEdit,    &kCancelEdit,
+      &kOpacityEdit,    &kFlipEdit,   &kDashEdit,   &kGuideEdit,   &kInspectEdit,   &kUndoEdit,   &kRedoEdit,
+      &kHistoryEdit,    &kBeginEdit,  &kEndEdit,    &kCancelEdit,
   };
   return commands;
 }

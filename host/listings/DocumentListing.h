@@ -14,4 +14,7 @@ std::string ShortListing(const Document& document);
 /// 32-bit float reads the same before and after.
 std::string FullListing(const Document& document);
 
+/// Unit, grid and guides of a page, a line.
+std::string AidsText(const PageAids& aids);
+
 }  // namespace host

@@ -35,7 +35,7 @@ Document::~Document() {
 template <typename Call>
 void Document::Notify(Call call) const {
   for (std::size_t i = observers_.size(); i > 0; --i) {
-    if (i <= observers_.size()) Tell(*observers_[i - 1], call);
+    if (i <= observers_.size()) call(*observers_[i - 1]);
   }
 }
 
@@ -61,6 +61,11 @@ void Document::SetPage(const AGSize& page, AGColor background) {
   page_ = page;
   background_ = background;
   Notify([](DocumentObserver& observer) { observer.OnPageChanged(); });
+}
+
+void Document::SetAids(PageAids aids) {
+  aids_ = std::move(aids);
+  Notify([](DocumentObserver& observer) { observer.OnAidsChanged(); });
 }
 
 LayerID Document::InsertLayer(LayerSettings settings, std::size_t index, LayerID id) {

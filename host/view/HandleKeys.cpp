@@ -38,12 +38,16 @@ Result<> Stretch(DocumentSession* session, const ObjectPlacement& frame, HandleS
 
 Result<> MoveGradient(DocumentSession* session, const DocumentObject& object, const AGPoint& by) {
   AGBrush brush(object.brush);
+  const auto& look = object.marks.look;
   if (brush.Style() == kAGBrushStyleRadialGradient) {
-    const AGPoint within = AGAffineTransformRotation(-object.angle).Apply(by);
+    AGPoint within = AGAffineTransformRotation(-object.angle).Apply(by);
+    if (look.flippedX) within.x = -within.x;
+    if (look.flippedY) within.y = -within.y;
     brush.SetGradientCenterX(std::clamp(brush.GradientCenterX() + within.x / object.bounds.Width(), 0.0, 1.0));
     brush.SetGradientCenterY(std::clamp(brush.GradientCenterY() - within.y / object.bounds.Height(), 0.0, 1.0));
   } else {
-    brush.SetGradientAngle(std::remainder(brush.GradientAngle() + (by.x - by.y) * kDegree, 2 * std::numbers::pi));
+    const double clockwise = look.flippedX == look.flippedY ? kDegree : -kDegree;
+    brush.SetGradientAngle(std::remainder(brush.GradientAngle() + (by.x - by.y) * clockwise, 2 * std::numbers::pi));
   }
   return session->Objects().SetBrush({object.id}, brush);
 }
@@ -53,7 +57,10 @@ Result<> MoveProperty(DocumentSession* session, const DocumentObject& object, co
   const std::optional<double> fraction = property.FractionOf(object);
   if (!fraction) return {};
   const HandleTrack track = property.track(object.bounds, 0);
-  const AGPoint along = AGAffineTransformRotation(object.angle).Apply(track.atMost - track.atLeast);
+  AGPoint along = track.atMost - track.atLeast;
+  if (object.marks.look.flippedX) along.x = -along.x;
+  if (object.marks.look.flippedY) along.y = -along.y;
+  along = AGAffineTransformRotation(object.angle).Apply(along);
   const double way = along.x * by.x + along.y * by.y;
   if (way == 0) return {};
   const double step = std::copysign(kHundredth * std::hypot(by.x, by.y), way);

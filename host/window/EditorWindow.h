@@ -36,8 +36,6 @@ class EditorWindow : public Gtk::ApplicationWindow, public SessionObserver {
   bool IsUntouched() const;
   /// Says something that needs no answer, above the canvas.
   void ShowProblem(const Problem& problem, Gtk::MessageType type);
-  /// What is shown may be old: all of it is asked for again.
-  void ShowAnew();
   void ShowSkipped(const std::vector<BundleSet::Skipped>& bundles);
   /// That something is done, with the name in place of the text's "%s".
   void ShowNotice(Text text, const std::string& name);
@@ -57,6 +55,7 @@ class EditorWindow : public Gtk::ApplicationWindow, public SessionObserver {
   void OnSelectionChanged() override { UpdateActions(); }
   void OnPathChanged() override;
   void OnLayersChanged() override { UpdateActions(); }
+  void OnAidsChanged() override { ApplyAids(); }
 
  protected:
   bool on_close_request() override;
@@ -78,6 +77,11 @@ class EditorWindow : public Gtk::ApplicationWindow, public SessionObserver {
   void AddArrangeActions();
   void AddMarkActions();
   void AddViewActions();
+  void AddAidActions();
+  /// Grid, guides, snapping and unit are the document's or switched in this window.
+  void ApplyAids();
+  bool IsOn(const char* toggle);
+  void AddRulers();
   void AddEdit(const char* name, Edit edit);
   Gtk::Widget* MakeSide();
   void AddPanels(Gtk::Box* scrolled, Gtk::Box* below);
@@ -118,6 +122,7 @@ class EditorWindow : public Gtk::ApplicationWindow, public SessionObserver {
   Ruler horizontalRuler_{Gtk::Orientation::HORIZONTAL};
   Ruler verticalRuler_{Gtk::Orientation::VERTICAL};
   Gtk::Paned paned_{Gtk::Orientation::HORIZONTAL};
+  Gtk::Label unit_;  ///< where the rulers meet
   std::vector<std::unique_ptr<EditorPanel>> panels_;
   ToolColumn tools_{canvas_};
   Toolbar toolbar_;
@@ -128,9 +133,6 @@ class EditorWindow : public Gtk::ApplicationWindow, public SessionObserver {
   AlignTo alignTo_ = AlignTo::kObjects;
   int pasted_ = 0;  ///< how often since something was copied in this window: each paste steps aside of the one before
   Glib::RefPtr<Gtk::FileChooserNative> chooser_;
-  Glib::RefPtr<Gio::SimpleAction> gridAction_;
-  Glib::RefPtr<Gio::SimpleAction> snapAction_;
-  double gridSpacing_ = 10;
   sigc::connection autosave_;
 };
 

@@ -15,6 +15,10 @@ struct WindowSettings {
   bool grid = false;
   bool snap = false;
   bool snapToObjects = true;
+  bool snapToGuides = true;
+  bool snapping = true;  ///< at all
+  bool guides = true;
+  bool guidesLocked = false;
   bool rulers = true;
   std::set<std::string> closedPanels{"Page", "Caps, Joins, Nib"};  ///< by their English names
 

@@ -20,7 +20,7 @@ OBJECTS = [("--bounds", f"{40 + 70 * i},{60 + 30 * i},{120 + 70 * i},{140 + 30 *
 SHORTCUTS = ["Delete", "BackSpace", "Escape", "Return", "Tab", "shift+Tab", "Up", "Down", "Left", "Right", "shift+Left",
              "Page_Up", "Page_Down", "Home", "End", "space", "ctrl+a", "ctrl+c", "ctrl+x", "ctrl+v", "ctrl+d", "ctrl+z",
              "ctrl+shift+z", "ctrl+s", "ctrl+shift+s", "ctrl+o", "ctrl+e", "ctrl+1", "ctrl+0", "ctrl+plus", "ctrl+minus",
-             "ctrl+bracketleft", "ctrl+bracketright", "F1", "F2", "F10", "r", "v", "h",
+             "ctrl+bracketleft", "ctrl+bracketright", "F1", "F2", "F10", "r", "v", "h", "ctrl+Return",
              "Insert", "ctrl+Up", "ctrl+shift+Left", "ctrl+g", "ctrl+shift+g"]
 TYPED = ["80.5", "-3", "1e9", "", "abc", "0", "0.25", "99999999999", "Ebene", "1:02:05", "nan", "(1;2;3)"]
 

@@ -22,7 +22,8 @@ constexpr Line kCanvasLines[] = {
     {N_("Move the selection by 1, 10 or 0.1"), N_("Arrows, Shift, Alt")},
     {N_("Change its size by 1, 10 or 0.1"), N_("Ctrl + Arrows, Shift, Alt")},
     {N_("Make an object in the middle of the view"), N_("Insert; R, then Enter")},
-    {N_("Take a handle, which the arrows move then; the next one"), N_("Enter, H; Tab, Shift + Tab")},
+    {N_("Take a handle, which the arrows move then; the next one"),
+     N_("Enter, of a group Ctrl + Enter; Tab, Shift + Tab")},
     {N_("Next or previous object"), N_("Tab, Shift + Tab, Page Down, Page Up")},
     {N_("Add the next or previous object"), N_("Shift + Page Down, Shift + Page Up")},
     {N_("Leave the canvas"), N_("Ctrl + Tab")},
@@ -38,6 +39,7 @@ constexpr Line kCanvasLines[] = {
     {N_("Keep the center of a stretch"), N_("Ctrl + Handle")},
     {N_("Turn in steps of 15°"), N_("Shift + Turn")},
     {N_("Let go of the grid and of other objects"), N_("Alt + Drag")},
+    {N_("Make a guide; back on the ruler it is gone"), N_("Drag from a Ruler")},
     {N_("Zoom at the pointer"), N_("Ctrl + Wheel")},
     {N_("Move the sheet"), N_("Space + Drag, Middle Button")},
 };
