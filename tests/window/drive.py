@@ -617,6 +617,7 @@ def layers():
 def change_brush_style():
     with Editor([BOX], (200, 160)) as window:
         panel = (920, 0, 1180, 760)
+        scroll_panels(window)
         title = window.find_text("Brush", panel)
         solid = window.find_text("Solid", (panel[0], title[3], panel[2], title[3] + 60))
         window.click((solid[0] + 5, solid[1] + 5))
@@ -740,6 +741,7 @@ def one_field_of_several():
         move_pointer_away()
         window.settle()
         panel = (920, 0, 1180, 760)
+        scroll_panels(window)
         mixed = window.find_text("Mixed", (920, window.find_text("Brush", panel)[1], 1180, 470))
         window.click((mixed[0] + 5, mixed[1] + 5))
         choice = window.find_text("Pattern", (920, 0, 1180, 900))
@@ -1236,7 +1238,7 @@ def looks_guides_and_units():
         window.key("v", "h")
         window.expect("the other way", lambda items: items[0]["flippedVertically"]
                       and not items[0]["flippedHorizontally"])
-        ruler = (window.at(200, 160)[0], 35)
+        ruler = within(window, 300, 72)
         window.drag([ruler, window.at(200, 300), window.at(200, 330)])
         wait_for("a guide", lambda: [round(y) for y in page()["horizontalGuides"]] == [330])
         window.drag([window.at(200, 160), window.at(200, 250), window.at(200, 267)])
