@@ -129,7 +129,7 @@ extern const EditCommand kMoveEdit, kResizeEdit, kRotateEdit, kAlignEdit, kDistr
 extern const EditCommand kDuplicateEdit, kCopyEdit, kCutEdit, kPasteEdit, kSelectEdit;
 extern const EditCommand kLayersEdit, kLayerEdit, kPageEdit;
 extern const EditCommand kGroupEdit, kUngroupEdit, kLockEdit, kUnlockEdit, kHideEdit, kShowEdit;
-extern const EditCommand kInspectEdit, kDrawEdit, kExportEdit, kThumbnailEdit;
+extern const EditCommand kInspectEdit, kDrawEdit, kExportEdit, kThumbnailEdit, kImportEdit;
 extern const EditCommand kUndoEdit, kRedoEdit, kHistoryEdit, kBeginEdit, kEndEdit, kCancelEdit;
 extern const EditCommand kNewEdit, kOpenEdit, kSaveEdit, kCloseEdit;
 

@@ -113,8 +113,7 @@ int TakeProperty(const DocumentObject& object, HostFields* fields, const AKStrin
   } else {
     AKDictionary properties;
     properties.SetValue(name, value);
-    const AKClass& cls = *object.instance->Class();
-    return CallSlot<int, const AKDictionary&>(cls, kAKMethodSetObjectProperties, object.instance.get(), properties);
+    return SetClassProperties(object, properties);
   }
   return 0;
 }
@@ -144,6 +143,12 @@ bool WasTaken(const AKValue& value, const AKValue& old, const AKValue& now, cons
 }
 
 }  // namespace
+
+int SetClassProperties(const DocumentObject& object, const AKDictionary& properties) {
+  const AKClass& cls = *object.instance->Class();
+  if (!HasSlot(cls, kAKMethodSetObjectProperties)) return -1;
+  return CallSlot<int, const AKDictionary&>(cls, kAKMethodSetObjectProperties, object.instance.get(), properties);
+}
 
 std::string ClassName(AKClassID classID) {
   const AKClass* cls = Host::Instance().Classes().Find(classID);

@@ -32,6 +32,10 @@ struct HostFields {
 Result<> SetProperty(const DocumentObject& object, HostFields* fields, const std::string& path,
                      const std::string& text);
 
+/// Gives the instance of an object, which is no placeholder, properties of its class. 0, or what the class returned; a
+/// class that takes none returns -1.
+int SetClassProperties(const DocumentObject& object, const AKDictionary& properties);
+
 /// A value as text: numbers as short as they can be to read back the same, dictionaries in braces.
 std::string TextOf(const AKValue& value);
 
