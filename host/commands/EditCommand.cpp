@@ -175,6 +175,25 @@ Result<> ParseLayer(const EditContext& context, const std::string& text, LayerID
   return Problem(N_("%s has no layer \"%s\""), {context.Name(), text});
 }
 
+Result<> ParseWanted(const EditContext& context, const EditArguments& arguments, Wanted* wanted) {
+  if (arguments.Has("class")) wanted->classID = AKClassID(arguments.Value("class", "").c_str());
+  wanted->name = arguments.Value("name", "");
+  if (arguments.Has("layer")) {
+    LayerID layer{};
+    if (const auto done = ParseLayer(context, arguments.Value("layer", ""), &layer); !done) return done.Why();
+    wanted->layer = layer;
+  }
+  const std::pair<const char*, std::optional<WantedPaint>*> paints[] = {{"fill", &wanted->fill},
+                                                                        {"stroke", &wanted->stroke}};
+  for (const auto& [option, paint] : paints) {
+    const std::string text = arguments.Value(option, "");
+    if (arguments.Has(option)) *paint = ParsePaint(text);
+    if (!arguments.Has(option) || *paint) continue;
+    return Problem(N_("\"%s\" is no colour: none, a name, #RRGGBB or R,G,B is needed"), {text});
+  }
+  return {};
+}
+
 Result<> ParseAssignments(const std::vector<std::string>& words,
                           std::vector<std::pair<std::string, std::string>>* pairs) {
   for (const std::string& word : words) {

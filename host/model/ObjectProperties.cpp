@@ -31,16 +31,6 @@ AKString FirstName(const AKString& path) {
   return name.IsEmpty() ? path : name;
 }
 
-AKDictionary ClassProperties(const DocumentObject& object) {
-  AKDictionary properties;
-  if (object.IsPlaceholder()) return properties;
-  const AKClass& cls = *object.instance->Class();
-  if (HasSlot(cls, kAKMethodGetObjectProperties)) {
-    CallSlot<int, AKDictionary*>(cls, kAKMethodGetObjectProperties, object.instance.get(), &properties);
-  }
-  return properties;
-}
-
 // Four numbers in parentheses, the whole text.
 bool ParseRect(const std::string& text, AGRect* rect) {
   if (text.size() < 2 || text.front() != '(' || text.back() != ')') return false;
@@ -143,6 +133,16 @@ bool WasTaken(const AKValue& value, const AKValue& old, const AKValue& now, cons
 }
 
 }  // namespace
+
+AKDictionary ClassProperties(const DocumentObject& object) {
+  AKDictionary properties;
+  if (object.IsPlaceholder()) return properties;
+  const AKClass& cls = *object.instance->Class();
+  if (HasSlot(cls, kAKMethodGetObjectProperties)) {
+    CallSlot<int, AKDictionary*>(cls, kAKMethodGetObjectProperties, object.instance.get(), &properties);
+  }
+  return properties;
+}
 
 int SetClassProperties(const DocumentObject& object, const AKDictionary& properties) {
   const AKClass& cls = *object.instance->Class();

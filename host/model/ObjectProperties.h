@@ -15,6 +15,9 @@ namespace host {
 /// Everything that the object has; a placeholder has only what the host keeps.
 AKDictionary PropertiesOf(const DocumentObject& object);
 
+/// What its class gives; nothing for a placeholder.
+AKDictionary ClassProperties(const DocumentObject& object);
+
 /// The name that users see of a class; its ID when no bundle has it.
 std::string ClassName(AKClassID classID);
 

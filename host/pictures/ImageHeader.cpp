@@ -79,7 +79,8 @@ std::optional<ImageHeader> ReadJPEG(const Numbers& file) {
       y = file.Get(at + 14, 2);
     }
     if (IsFrame(marker)) {
-      ImageHeader header{"JPEG", static_cast<double>(file.Get(at + 7, 2)), static_cast<double>(file.Get(at + 5, 2)), {}};
+      ImageHeader header{
+          "JPEG", static_cast<double>(file.Get(at + 7, 2)), static_cast<double>(file.Get(at + 5, 2)), {}};
       header.size = {header.width, header.height};
       if (unit == 1 || unit == 2) SetSize(x, y, unit == 1 ? kInch : kCentimetre, &header);
       return header;
@@ -104,12 +105,23 @@ std::optional<ImageHeader> ReadTIFF(const Numbers& file) {
     const std::uint32_t divisor = file.Get(std::size_t{value} + 4, 4);
     const double ratio = divisor == 0 ? 0 : static_cast<double>(file.Get(value, 4)) / divisor;
     switch (file.Get(at, 2)) {
-      case 256: header.width = value; break;
-      case 257: header.height = value; break;
-      case 282: x = ratio; break;
-      case 283: y = ratio; break;
-      case 296: unit = value; break;
-      default: break;
+      case 256:
+        header.width = value;
+        break;
+      case 257:
+        header.height = value;
+        break;
+      case 282:
+        x = ratio;
+        break;
+      case 283:
+        y = ratio;
+        break;
+      case 296:
+        unit = value;
+        break;
+      default:
+        break;
     }
   }
   header.size = {header.width, header.height};

@@ -12,7 +12,8 @@ struct ImageHeader {
   const char* format;  ///< "PNG", "JPEG" or "TIFF"
   double width;        ///< pixels
   double height;
-  AGSize size;  ///< map units, a 72nd of an inch each; a pixel each where the file tells no resolution that can be meant
+  AGSize
+      size;  ///< map units, a 72nd of an inch each; a pixel each where the file tells no resolution that can be meant
 };
 
 /// None for what is neither PNG, JPEG nor TIFF, or ends within its head.

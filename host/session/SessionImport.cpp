@@ -42,7 +42,8 @@ Result<> CheckImage(const std::string& bytes, const ImageHeader& header) {
                    {std::to_string(std::llround(header.width)), std::to_string(std::llround(header.height)),
                     std::to_string(std::llround(most / kPixelSize / 1e6))});
   }
-  if (!CanBeDecoded(bytes)) return Problem(N_("the %s picture is damaged, or of a kind that is not read"), {header.format});
+  if (!CanBeDecoded(bytes))
+    return Problem(N_("the %s picture is damaged, or of a kind that is not read"), {header.format});
   return {};
 }
 

@@ -1,5 +1,5 @@
-// Pictures and drawings of other programs that become objects: an image file as one picture, with all its bytes, and the
-// rectangles of an SVG picture.
+// Pictures and drawings of other programs that become objects: an image file as one picture, with all its bytes, and
+// the rectangles of an SVG picture.
 //
 // Each is one step, in front on the active layer, and selected. What fails changes nothing.
 #pragma once
@@ -14,9 +14,9 @@ namespace host {
 
 /// Where what is imported goes, in map units.
 struct ImportPlace {
-  std::optional<AGRect> bounds;    ///< that it fills
-  std::optional<AGPoint> corner;   ///< its left lower one
-  std::optional<AGPoint> middle;   ///< without any, its upper left corner is the page's
+  std::optional<AGRect> bounds;   ///< that it fills
+  std::optional<AGPoint> corner;  ///< its left lower one
+  std::optional<AGPoint> middle;  ///< without any, its upper left corner is the page's
 };
 
 /// How much was taken.

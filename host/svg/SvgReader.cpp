@@ -30,11 +30,12 @@ struct Style {
   bool understood = true;  // paint and transforms
 };
 
-constexpr const char* kDrawing[] = {"rect", "circle", "ellipse", "line", "polyline", "polygon",
+constexpr const char* kDrawing[] = {"rect", "circle", "ellipse", "line", "polyline",     "polygon",
                                     "path", "text",   "image",   "use",  "foreignObject"};
 // What is in these is only drawn elsewhere, or not at all.
-constexpr const char* kNotDrawn[] = {"defs",   "symbol", "clipPath", "mask",     "pattern", "marker",  "linearGradient",
-                                     "filter", "style",  "metadata", "radialGradient", "script", "title", "desc"};
+constexpr const char* kNotDrawn[] = {"defs",           "symbol",         "clipPath", "mask",  "pattern",
+                                     "marker",         "linearGradient", "filter",   "style", "metadata",
+                                     "radialGradient", "script",         "title",    "desc"};
 
 template <typename Names>
 bool IsOneOf(std::string_view name, const Names& names) {
@@ -141,7 +142,8 @@ bool Reader::StartPicture(const Element& element, Style* style) {
   double x = size.width / box[2];
   double y = size.height / box[3];
   if (!SvgTrimmed(fit).starts_with("none")) x = y = std::min(x, y);
-  style->toPicture = {x, 0, 0, y, (size.width - x * box[2]) / 2 - x * box[0], (size.height - y * box[3]) / 2 - y * box[1]};
+  style->toPicture = {
+      x, 0, 0, y, (size.width - x * box[2]) / 2 - x * box[0], (size.height - y * box[3]) / 2 - y * box[1]};
   return true;
 }
 
@@ -185,8 +187,8 @@ void Reader::TakeRectangle(const Element& element, const Style& style) {
   const AGPoint up = map.ApplyLinear({0, height});
   const double w = std::hypot(along.x, along.y) * kMapUnitsAPixel;
   const double h = std::hypot(up.x, up.y) * kMapUnitsAPixel;
-  const AGPoint middle = map.Apply({LengthOf(element, "x", whole_.width) + width / 2,
-                                    LengthOf(element, "y", whole_.height) + height / 2});
+  const AGPoint middle =
+      map.Apply({LengthOf(element, "x", whole_.width) + width / 2, LengthOf(element, "y", whole_.height) + height / 2});
   const AGPoint center{middle.x * kMapUnitsAPixel, picture_.size.height - middle.y * kMapUnitsAPixel};
   const double slant = std::fabs(along.x * up.x + along.y * up.y);
   const bool isSheared = slant > 1e-6 * std::hypot(along.x, along.y) * std::hypot(up.x, up.y);
@@ -214,8 +216,7 @@ Result<SvgPicture> Reader::Read(const std::string& text) {
   std::string_view body = text;
   if (body.starts_with(kByteOrder)) body.remove_prefix(kByteOrder.size());
   const GMarkupParser parser{&OnStart, &OnEnd, nullptr, &OnOther, nullptr};
-  GMarkupParseContext* const context =
-      g_markup_parse_context_new(&parser, G_MARKUP_TREAT_CDATA_AS_TEXT, this, nullptr);
+  GMarkupParseContext* const context = g_markup_parse_context_new(&parser, G_MARKUP_TREAT_CDATA_AS_TEXT, this, nullptr);
   GError* error = nullptr;
   const bool isWhole = g_markup_parse_context_parse(context, body.data(), static_cast<gssize>(body.size()), &error) &&
                        g_markup_parse_context_end_parse(context, &error);

@@ -23,7 +23,7 @@ struct SvgRectangle {
 };
 
 struct SvgPicture {
-  AGSize size;  ///< map units: a point each, so that 96 of the picture's pixels are 72
+  AGSize size;                           ///< map units: a point each, so that 96 of the picture's pixels are 72
   std::vector<SvgRectangle> rectangles;  ///< the one farthest back first
   std::size_t elements = 0;              ///< that draw something, rectangles among them
 };

@@ -16,7 +16,7 @@ struct Unit {
   std::string_view name;
   double pixels;
 };
-constexpr Unit kUnits[] = {{"", 1},           {"px", 1},  {"pt", 96.0 / 72},   {"pc", 16},
+constexpr Unit kUnits[] = {{"", 1},           {"px", 1},  {"pt", 96.0 / 72}, {"pc", 16},
                            {"mm", 96 / 25.4}, {"in", 96}, {"cm", 96 / 2.54}, {"Q", 96 / 101.6}};
 
 struct NamedColor {
@@ -24,16 +24,16 @@ struct NamedColor {
   AGColor color;
 };
 constexpr NamedColor kColors[] = {
-    {"black", {0, 0, 0}},         {"silver", {192, 192, 192}},    {"gray", {128, 128, 128}},
-    {"grey", {128, 128, 128}},    {"white", {255, 255, 255}},     {"maroon", {128, 0, 0}},
-    {"red", {255, 0, 0}},         {"purple", {128, 0, 128}},      {"fuchsia", {255, 0, 255}},
-    {"magenta", {255, 0, 255}},   {"green", {0, 128, 0}},         {"lime", {0, 255, 0}},
-    {"olive", {128, 128, 0}},     {"yellow", {255, 255, 0}},      {"navy", {0, 0, 128}},
-    {"blue", {0, 0, 255}},        {"teal", {0, 128, 128}},        {"aqua", {0, 255, 255}},
-    {"cyan", {0, 255, 255}},      {"orange", {255, 165, 0}},      {"brown", {165, 42, 42}},
-    {"pink", {255, 192, 203}},    {"gold", {255, 215, 0}},        {"lightgray", {211, 211, 211}},
-    {"lightgrey", {211, 211, 211}}, {"darkgray", {169, 169, 169}}, {"darkgrey", {169, 169, 169}},
-    {"steelblue", {70, 130, 180}}, {"lightblue", {173, 216, 230}}, {"transparent", {0, 0, 0, 0}},
+    {"black", {0, 0, 0}},           {"silver", {192, 192, 192}},    {"gray", {128, 128, 128}},
+    {"grey", {128, 128, 128}},      {"white", {255, 255, 255}},     {"maroon", {128, 0, 0}},
+    {"red", {255, 0, 0}},           {"purple", {128, 0, 128}},      {"fuchsia", {255, 0, 255}},
+    {"magenta", {255, 0, 255}},     {"green", {0, 128, 0}},         {"lime", {0, 255, 0}},
+    {"olive", {128, 128, 0}},       {"yellow", {255, 255, 0}},      {"navy", {0, 0, 128}},
+    {"blue", {0, 0, 255}},          {"teal", {0, 128, 128}},        {"aqua", {0, 255, 255}},
+    {"cyan", {0, 255, 255}},        {"orange", {255, 165, 0}},      {"brown", {165, 42, 42}},
+    {"pink", {255, 192, 203}},      {"gold", {255, 215, 0}},        {"lightgray", {211, 211, 211}},
+    {"lightgrey", {211, 211, 211}}, {"darkgray", {169, 169, 169}},  {"darkgrey", {169, 169, 169}},
+    {"steelblue", {70, 130, 180}},  {"lightblue", {173, 216, 230}}, {"transparent", {0, 0, 0, 0}},
 };
 
 // The number that a text begins with; what follows stays in the text.

@@ -16,6 +16,7 @@
 
 #include "host/Host.h"
 #include "host/bundles/ClassRegistry.h"
+#include "host/pictures/DocumentPicture.h"
 #include "host/text/DisplayText.h"
 #include "host/text/Localisation.h"
 #include "host/window/EditorApplication.h"
@@ -31,6 +32,7 @@ namespace {
 
 constexpr int kPanelWidth = 260;
 constexpr unsigned int kAutosaveSeconds = 5;
+const AKClassID kFirstTool("stdRect");
 
 std::string FileName(const std::string& path) {
   const std::size_t slash = path.rfind('/');
@@ -38,6 +40,11 @@ std::string FileName(const std::string& path) {
 }
 
 bool CanBeMade(const RegisteredClass& entry) { return entry.fromBundle && entry.record->constructor != nullptr; }
+
+bool IsPicture(const std::string& path) {
+  PictureKind kind{};
+  return PictureKindOf(path, &kind) && kind != PictureKind::kPDF;
+}
 
 }  // namespace
 
@@ -240,8 +247,13 @@ void EditorWindow::UpdateClasses() {
   while (Gtk::Widget* child = tools_.get_first_child()) tools_.remove(*child);
   toolButtons_.clear();
   AddTool(Tr("Select"), std::nullopt);
-  for (const RegisteredClass& entry : Host::Instance().Classes().Classes()) {
-    if (CanBeMade(entry)) AddTool(DisplayText(DisplayName(*entry.record)), entry.record->classID);
+  const auto& classes = Host::Instance().Classes().Classes();
+  for (const RegisteredClass& entry : classes) {
+    if (CanBeMade(entry) && entry.id == kFirstTool) AddTool(DisplayText(DisplayName(*entry.record)), entry.id);
+  }
+  for (const RegisteredClass& entry : classes) {
+    if (CanBeMade(entry) && !(entry.id == kFirstTool))
+      AddTool(DisplayText(DisplayName(*entry.record)), entry.record->classID);
   }
   ShowTool();
 }
@@ -286,11 +298,11 @@ void EditorWindow::UpdateZoom() {
 void EditorWindow::AddDropTarget() {
   auto target = Gtk::DropTarget::create(GDK_TYPE_FILE_LIST, Gdk::DragAction::COPY);
   target->signal_drop().connect(
-      [this](const Glib::ValueBase& value, double, double) {
+      [this](const Glib::ValueBase& value, double x, double y) {
         auto* list = static_cast<GSList*>(g_value_get_boxed(value.gobj()));
         for (; list != nullptr; list = list->next) {
           char* path = g_file_get_path(static_cast<GFile*>(list->data));
-          if (path != nullptr) OpenDropped(path);
+          if (path != nullptr) OpenDropped(path, PlaceOnCanvas(x, y));
           g_free(path);
         }
         return true;
@@ -311,11 +323,21 @@ void EditorWindow::AddBracketKeys() {
   add_controller(keys);
 }
 
-void EditorWindow::OpenDropped(const std::string& path) {
+// A point of the window on the map.
+AGPoint EditorWindow::PlaceOnCanvas(double x, double y) {
+  AGPoint point;
+  if (!translate_coordinates(canvas_, x, y, point.x, point.y)) return canvas_.MiddlePlace();
+  return canvas_.View().ToMap(point);
+}
+
+void EditorWindow::OpenDropped(const std::string& path, const AGPoint& place) {
   const auto application = std::dynamic_pointer_cast<EditorApplication>(get_application());
   if (application == nullptr) return;
   if (path.ends_with(".so")) {
     application->LoadBundle(path, this);
+  } else if (IsPicture(path)) {
+    FinishTyping();
+    ImportFile(path, place);
   } else {
     application->OpenDocument(path, this);
   }
