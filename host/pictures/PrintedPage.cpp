@@ -24,7 +24,8 @@ bool DrawPageOnSheet(const Document& document, _cairo* cairo, const AGSize& shee
   CGContextConcatCTM(port, {1, 0, 0, 1, x, y});
   {
     const AGContext context(port, {page.width * scale, page.height * scale});
-    AGGraphicsLow::AGContextClearPixels(context, document.Background(), {0, 0, page.width * scale, page.height * scale});
+    AGGraphicsLow::AGContextClearPixels(context, document.Background(),
+                                        {0, 0, page.width * scale, page.height * scale});
     DrawObjects(document, context, scale);
   }
   CGContextRelease(port);

@@ -10,7 +10,7 @@ namespace host {
 
 /// What paint is looked for: a colour, whatever its opacity, as any of those that are painted with; or none at all.
 struct WantedPaint {
-  std::optional<AGColor> color;
+  std::optional<AGColor> color = std::nullopt;
 
   bool Fits(const AGBrush& brush) const;
 };
@@ -20,11 +20,12 @@ std::optional<WantedPaint> ParsePaint(const std::string& text);
 
 /// All that is given has to fit.
 struct Wanted {
-  std::optional<AKClassID> classID;
-  std::optional<LayerID> layer;
-  std::optional<WantedPaint> fill;
-  std::optional<WantedPaint> stroke;
-  std::string name;  ///< a part of the name of its class, in the user's language or as its ID, or of a text that it has
+  std::optional<AKClassID> classID = std::nullopt;
+  std::optional<LayerID> layer = std::nullopt;
+  std::optional<WantedPaint> fill = std::nullopt;
+  std::optional<WantedPaint> stroke = std::nullopt;
+  std::string name =
+      {};  ///< a part of the name of its class, in the user's language or as its ID, or of a text that it has
 
   bool IsEmpty() const { return !classID && !layer && !fill && !stroke && name.empty(); }
 };

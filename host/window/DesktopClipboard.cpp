@@ -19,9 +19,8 @@ struct OfferedPicture {
   const char* type;
   PictureKind kind;
 };
-constexpr OfferedPicture kPictures[] = {{"image/svg+xml", PictureKind::kSVG},
-                                        {"image/png", PictureKind::kPNG},
-                                        {"application/pdf", PictureKind::kPDF}};
+constexpr OfferedPicture kPictures[] = {
+    {"image/svg+xml", PictureKind::kSVG}, {"image/png", PictureKind::kPNG}, {"application/pdf", PictureKind::kPDF}};
 
 // The first that is there is taken.
 constexpr const char* kTaken[] = {kDocumentType, "image/png", "image/jpeg", "image/tiff", "image/svg+xml"};
@@ -98,9 +97,9 @@ void InitClass(gpointer type, gpointer) {
 }  // extern "C"
 
 GType OfferType() {
-  static const GType type = g_type_register_static_simple(GDK_TYPE_CONTENT_PROVIDER, "ObjecthostOffer",
-                                                          sizeof(OfferClass), &InitClass, sizeof(Offer), nullptr,
-                                                          G_TYPE_FLAG_FINAL);
+  static const GType type =
+      g_type_register_static_simple(GDK_TYPE_CONTENT_PROVIDER, "ObjecthostOffer", sizeof(OfferClass), &InitClass,
+                                    sizeof(Offer), nullptr, G_TYPE_FLAG_FINAL);
   return type;
 }
 
@@ -149,8 +148,8 @@ class Reading : public std::enable_shared_from_this<Reading> {
     if (size == 0) return Finish();
     bytes_.append(data, size);
     if (bytes_.size() <= SessionImport::kMostBytes) return Next();
-    then_(Problem(N_("what is on the clipboard has more than %s MB"),
-                  {std::to_string(SessionImport::kMostBytes >> 20)}));
+    then_(
+        Problem(N_("what is on the clipboard has more than %s MB"), {std::to_string(SessionImport::kMostBytes >> 20)}));
   }
 
   void Finish() {

@@ -26,8 +26,8 @@ void EditorWindow::CopySelection(bool cut) {
 // What another program offers comes when it comes: by then the window may be gone, or show another document.
 void EditorWindow::PasteClipboard(PastePlace place) {
   const AGPoint pointer = canvas_.PointerPlace();
-  ReadClipboard(*this, [this, place, pointer, serial = session_->Serial(), alive = std::weak_ptr(alive_)](
-                           const Result<ClipboardContent>& content) {
+  ReadClipboard(*this, [this, place, pointer, serial = session_->Serial(),
+                        alive = std::weak_ptr(alive_)](const Result<ClipboardContent>& content) {
     if (alive.expired() || session_ == nullptr || session_->Serial() != serial) return;
     FinishTyping();
     if (!content) return Do(content.Why());
@@ -68,14 +68,13 @@ void EditorWindow::ChooseImport() {
 }
 
 void EditorWindow::ShowFind() {
-  new FindDialog(*this, session_->Doc(),
-                 [this, serial = session_->Serial()](const Wanted& wanted) -> std::size_t {
-                   if (session_ == nullptr || session_->Serial() != serial) return 0;
-                   const ObjectIDs found = wanted.IsEmpty() ? ObjectIDs() : FindObjects(session_->Doc(), wanted);
-                   session_->Selection().Select(found);
-                   if (!session_->Selection().IsEmpty()) canvas_.RevealObject(session_->Selection().IDs().front());
-                   return session_->Selection().Count();
-                 });
+  new FindDialog(*this, session_->Doc(), [this, serial = session_->Serial()](const Wanted& wanted) -> std::size_t {
+    if (session_ == nullptr || session_->Serial() != serial) return 0;
+    const ObjectIDs found = wanted.IsEmpty() ? ObjectIDs() : FindObjects(session_->Doc(), wanted);
+    session_->Selection().Select(found);
+    if (!session_->Selection().IsEmpty()) canvas_.RevealObject(session_->Selection().IDs().front());
+    return session_->Selection().Count();
+  });
 }
 
 }  // namespace host

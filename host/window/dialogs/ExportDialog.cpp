@@ -70,7 +70,7 @@ ExportDialog::ExportDialog(Gtk::Window& parent, DocumentSession& session,
       session_(session),
       report_(std::move(report)),
       scale_(kLeastScale, kMostScale, 0.25, 2, Tr("Scale")),
-      resolution_(kLeastScale * kInch, kMostScale * kInch, 12, 1, Tr("Resolution")),
+      resolution_(kLeastScale * kInch, kMostScale * kInch, 12, 1, Tr("Dots per inch")),
       width_(1, kMostPixels, 10, 0, Tr("Width in pixels")),
       transparent_(Tr("Transparent background")),
       quality_(0, 100, 1, 0, Tr("Quality")) {

@@ -16,7 +16,7 @@ FindDialog::FindDialog(Gtk::Window& parent, const Document& document, std::funct
     : find_(std::move(find)) {
   set_title(Tr("Find"));
   set_transient_for(parent);
-  set_destroy_with_parent(true);
+  set_modal(true);
   set_resizable(false);
   std::vector<Glib::ustring> classes = {Tr("Any")};
   for (const RegisteredClass& entry : Host::Instance().Classes().Classes()) {

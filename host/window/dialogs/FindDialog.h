@@ -17,8 +17,8 @@ namespace host {
 
 class FindDialog : public Gtk::Window {
  public:
-  /// `find` is given what is looked for, after each change, and returns how many were found. The dialog is over
-  /// `parent`, closes with it, and deletes itself when it is closed.
+  /// `find` is given what is looked for, after each change, and returns how many were found. The dialog is modal over
+  /// `parent`, and deletes itself when it is closed.
   FindDialog(Gtk::Window& parent, const Document& document, std::function<std::size_t(const Wanted&)> find);
 
  private:

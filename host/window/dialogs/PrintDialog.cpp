@@ -27,8 +27,9 @@ struct SheetName {
   std::string_view paper;
   const char* standard;  // as printers know it
 };
-constexpr SheetName kSheets[] = {{"A3", "iso_a3"}, {"A4", "iso_a4"},        {"A5", "iso_a5"},       {"A6", "iso_a6"},
-                                 {"B5", "iso_b5"}, {"Letter", "na_letter"}, {"Legal", "na_legal"}, {"Tabloid", "na_ledger"}};
+constexpr SheetName kSheets[] = {{"A3", "iso_a3"},      {"A4", "iso_a4"},        {"A5", "iso_a5"},
+                                 {"A6", "iso_a6"},      {"B5", "iso_b5"},        {"Letter", "na_letter"},
+                                 {"Legal", "na_legal"}, {"Tabloid", "na_ledger"}};
 
 // Printing goes on while the document is edited, or gone.
 Result<std::shared_ptr<const Document>> CopyOf(const Document& document) {
