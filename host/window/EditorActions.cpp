@@ -227,8 +227,10 @@ void EditorWindow::AddViewActions() {
   applyRulers(WindowSettings::Instance().rulers);
 }
 
+// Asked of the toolkit itself, which makes nothing new for it: this is called for each change, memory or none.
 void EditorWindow::SetEnabled(const char* action, bool enabled) {
-  if (auto simple = std::dynamic_pointer_cast<Gio::SimpleAction>(lookup_action(action))) simple->set_enabled(enabled);
+  GAction* const found = g_action_map_lookup_action(G_ACTION_MAP(gobj()), action);
+  if (G_IS_SIMPLE_ACTION(found)) g_simple_action_set_enabled(G_SIMPLE_ACTION(found), enabled ? TRUE : FALSE);
 }
 
 // Cut, copy, paste and undo stay enabled: a text field may want them.

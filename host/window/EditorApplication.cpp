@@ -2,6 +2,7 @@
 
 #include <giomm/menu.h>
 #include <glib-unix.h>
+#include <glibmm/exceptionhandler.h>
 #include <glibmm/main.h>
 #include <gtkmm/aboutdialog.h>
 #include <gtkmm/cssprovider.h>
@@ -10,7 +11,9 @@
 
 #include <algorithm>
 #include <csignal>
+#include <cstdio>
 #include <filesystem>
+#include <new>
 
 #include "host/Host.h"
 #include "host/Version.h"
@@ -26,6 +29,8 @@ constexpr AGSize kNewPage{600, 400};
 constexpr char kDocumentExtension[] = ".akd";
 constexpr int kMostRecent = 10;
 constexpr char kIconName[] = "org.objecthost.Window";  // as the desktop calls the program
+
+EditorApplication* sApplication = nullptr;  // for what has no memory to be told which
 
 constexpr char kStyle[] = R"(
 .canvas { background-color: mix(@theme_bg_color, @theme_fg_color, 0.12); }
@@ -59,7 +64,10 @@ EditorApplication::EditorApplication(BundleSet* bundles, bool shares)
                                          : Gio::Application::Flags::HANDLES_OPEN | Gio::Application::Flags::NON_UNIQUE),
       bundles_(bundles) {}
 
-EditorApplication::~EditorApplication() { Host::Instance().userInterface = nullptr; }
+EditorApplication::~EditorApplication() {
+  DocumentObserver::sMissed = nullptr;
+  Host::Instance().userInterface = nullptr;
+}
 
 Glib::RefPtr<EditorApplication> EditorApplication::Create(BundleSet* bundles, bool shares) {
   return Glib::make_refptr_for_instance(new EditorApplication(bundles, shares));
@@ -87,6 +95,9 @@ void EditorApplication::on_startup() {
   set_menubar(menus_.bar);
   SetKeys(*this);
   WatchSignals();
+  Glib::add_exception_handler(sigc::mem_fun(*this, &EditorApplication::OnException));
+  sApplication = this;
+  DocumentObserver::sMissed = [] { g_idle_add_once([](void*) { sApplication->ShowNoMemory(); }, nullptr); };
   ShowRecent();
   Gtk::RecentManager::get_default()->signal_changed().connect([this] { ShowRecent(); });
 }
@@ -242,6 +253,29 @@ void EditorApplication::WatchSignals() {
   struct sigaction hangUp {};
   sigaction(SIGHUP, nullptr, &hangUp);
   if (hangUp.sa_handler != SIG_IGN) g_unix_signal_add(SIGHUP, &EndBySignal<SIGHUP>, this);
+}
+
+// The program goes on when memory was refused once, perhaps for something large: an edit was taken back on the way
+// here. Whatever else was thrown ends it, as it would anywhere.
+void EditorApplication::OnException() {
+  try {
+    throw;
+  } catch (const std::bad_alloc&) {
+  }
+  ShowNoMemory();
+}
+
+void EditorApplication::ShowNoMemory() {
+  try {
+    for (EditorWindow* editor : Editors()) {
+      editor->KeepChanges();
+      editor->ShowAnew();
+      editor->ShowProblem(N_("there is not enough memory: look whether the last change was made"),
+                          Gtk::MessageType::ERROR);
+    }
+  } catch (const std::bad_alloc&) {
+    std::fputs("objecthost: there is not enough memory\n", stderr);
+  }
 }
 
 // What a crash left, one document after the other.

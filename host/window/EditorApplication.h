@@ -55,6 +55,8 @@ class EditorApplication : public Gtk::Application {
   void AddActions();
   void Quit();
   void WatchSignals();
+  void OnException();
+  void ShowNoMemory();
   template <int kSignal>
   static gboolean EndBySignal(void* self);
   std::vector<EditorWindow*> Editors();

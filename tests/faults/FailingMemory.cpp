@@ -2,8 +2,9 @@
 // were.
 //
 // FAIL_AT=N counts from 0; without it all succeed. FAIL_FOR_GOOD=1 refuses all from there on. FAIL_REPORT=FILE gets the
-// count when the program ends. FAIL_TRACE=1 prints who asked for what was refused. The programs that it starts are left
-// alone.
+// count when the program ends. FAIL_TRACE=1 prints who asked for what was refused. FAIL_NEW=1 counts what C++ asks for
+// alone, which can be told that there is none, and FAIL_AFTER_SIGNAL=1 begins with SIGUSR2. The programs that it starts
+// are left alone.
 #include <dlfcn.h>
 #include <execinfo.h>
 #include <fcntl.h>
@@ -11,9 +12,11 @@
 
 #include <atomic>
 #include <cerrno>
+#include <csignal>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <new>
 
 namespace {
 
@@ -22,6 +25,7 @@ long sFailAt = -1;
 bool sForGood = false;
 bool sActive = false;
 bool sTraces = false;
+bool sOnlyNew = false;
 char sReport[4096];
 
 template <typename Function>
@@ -43,6 +47,10 @@ bool Refuses() {
   return true;
 }
 
+bool RefusesC() { return !sOnlyNew && Refuses(); }
+
+void Begin(int) { sActive = true; }
+
 // What dlsym allocates while it looks for calloc.
 char sEarly[4096];
 std::size_t sEarlyUsed = 0;
@@ -56,8 +64,14 @@ __attribute__((constructor)) void Start() {
   sForGood = std::getenv("FAIL_FOR_GOOD") != nullptr;
   sTraces = std::getenv("FAIL_TRACE") != nullptr;
   if (report != nullptr) std::strncpy(sReport, report, sizeof(sReport) - 1);
-  for (const char* name : {"LD_PRELOAD", "FAIL_AT", "FAIL_FOR_GOOD", "FAIL_REPORT", "FAIL_TRACE"}) unsetenv(name);
-  sActive = at != nullptr || report != nullptr;
+  sOnlyNew = std::getenv("FAIL_NEW") != nullptr;
+  const bool waits = std::getenv("FAIL_AFTER_SIGNAL") != nullptr;
+  for (const char* name :
+       {"LD_PRELOAD", "FAIL_AT", "FAIL_FOR_GOOD", "FAIL_REPORT", "FAIL_TRACE", "FAIL_NEW", "FAIL_AFTER_SIGNAL"}) {
+    unsetenv(name);
+  }
+  if (waits) std::signal(SIGUSR2, &Begin);
+  sActive = !waits && (at != nullptr || report != nullptr);
 }
 
 __attribute__((destructor)) void End() {
@@ -75,7 +89,7 @@ extern "C" {
 
 void* malloc(std::size_t size) {
   static const auto next = Next(&malloc, "malloc");
-  return Refuses() ? nullptr : next(size);
+  return RefusesC() ? nullptr : next(size);
 }
 
 void* calloc(std::size_t count, std::size_t size) {
@@ -88,22 +102,22 @@ void* calloc(std::size_t count, std::size_t size) {
   searching = true;
   static const auto next = Next(&calloc, "calloc");
   searching = false;
-  return Refuses() ? nullptr : next(count, size);
+  return RefusesC() ? nullptr : next(count, size);
 }
 
 void* realloc(void* memory, std::size_t size) {
   static const auto next = Next(&realloc, "realloc");
-  return Refuses() ? nullptr : next(memory, size);
+  return RefusesC() ? nullptr : next(memory, size);
 }
 
 void* aligned_alloc(std::size_t alignment, std::size_t size) {
   static const auto next = Next(&aligned_alloc, "aligned_alloc");
-  return Refuses() ? nullptr : next(alignment, size);
+  return RefusesC() ? nullptr : next(alignment, size);
 }
 
 int posix_memalign(void** memory, std::size_t alignment, std::size_t size) {
   static const auto next = Next(&posix_memalign, "posix_memalign");
-  return Refuses() ? ENOMEM : next(memory, alignment, size);
+  return RefusesC() ? ENOMEM : next(memory, alignment, size);
 }
 
 void free(void* memory) {
@@ -112,3 +126,11 @@ void free(void* memory) {
 }
 
 }  // extern "C"
+
+void* operator new(std::size_t size) {
+  void* const memory = sOnlyNew && Refuses() ? nullptr : std::malloc(size);
+  if (memory == nullptr) throw std::bad_alloc();
+  return memory;
+}
+void operator delete(void* memory) noexcept { std::free(memory); }
+void operator delete(void* memory, std::size_t) noexcept { std::free(memory); }

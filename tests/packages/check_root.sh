@@ -9,6 +9,6 @@ here=$(dirname "$(realpath "$0")")
 mmdebstrap --variant=minbase --aptopt='APT::Install-Recommends "false"' \
   --customize-hook='mkdir "$1/packages"' \
   --customize-hook="cp $packages/*.deb $here/use_installed.sh \"\$1/packages\"" \
-  --customize-hook='chroot "$1" bash -eu /packages/use_installed.sh' \
+  --customize-hook='chroot "$1" env -u CMAKE_C_COMPILER_LAUNCHER -u CMAKE_CXX_COMPILER_LAUNCHER bash -eu /packages/use_installed.sh' \
   "$VERSION_CODENAME" /dev/null
 echo "the packages draw, open the window and build the star in a new system"

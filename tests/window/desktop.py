@@ -379,12 +379,14 @@ class Window:
         return self.desktop.title(self.main)
 
     def find_text(self, wanted, box=None, limit=PATIENCE):
-        """The place of a line of text on the screen that reads, nearly, as wanted."""
+        """The place of a line of text on the screen that reads, nearly, as wanted, and stays where it is."""
         def look():
-            texts = self.desktop.picture().texts(box)
+            picture = self.desktop.picture()
+            texts = picture.texts(box)
             best = max(texts, key=lambda text: alike(text[0], wanted), default=None)
             look.seen = [text for text, _ in texts]
-            return best[1] if best and alike(best[0], wanted) >= 0.85 else None
+            found = best and alike(best[0], wanted) >= 0.85
+            return best[1] if found and self.desktop.picture().ppm(best[1]) == picture.ppm(best[1]) else None
         try:
             return wait_for(wanted, look, limit)
         except Failure:

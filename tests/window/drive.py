@@ -1187,8 +1187,9 @@ def below_beside_and_in_the_menu():
         window.key("Escape", "shift+Tab", "shift+Page_Up")
         moves("previous ones", 0, 1, 1, 0)
         window.key("ctrl+1", "Escape", "Tab", "ctrl+2", "Tab", "Tab")
-        handle(window)
-        moves("the one that came in sight", 0, 0, 1, 0)
+        moves("the one that comes into sight", 0, 0, 1, 0)
+        move_pointer_away()
+        wait_for("its handle", lambda: DESKTOP.picture().find(AMBER, (0, 0, window.left + 690, window.bottom + 120)))
 
 
 @scenario

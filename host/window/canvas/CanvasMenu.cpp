@@ -6,26 +6,24 @@
 
 namespace host {
 
-CanvasMenu::~CanvasMenu() {
-  if (menu_ != nullptr) menu_->unparent();
+// Made before it is opened: the toolkit puts the lines between its sections in later, when nothing else is to be done,
+// which would move the entries under the pointer.
+CanvasMenu::CanvasMenu(Gtk::Widget& owner) : owner_(owner), menu_(MakeContextMenu()) {
+  menu_.set_parent(owner);
+  menu_.set_has_arrow(false);
+  menu_.set_halign(Gtk::Align::START);
+  // After the toolkit, which would leave the keys with the menu.
+  menu_.signal_closed().connect(
+      [this] { Glib::signal_idle().connect_once([&owner = owner_] { owner.grab_focus(); }, Glib::PRIORITY_HIGH); });
 }
+
+CanvasMenu::~CanvasMenu() { menu_.unparent(); }
 
 void CanvasMenu::Open(const AGPoint& point) {
-  if (menu_ == nullptr) {
-    menu_ = std::make_unique<Gtk::PopoverMenu>(MakeContextMenu());
-    menu_->set_parent(owner_);
-    menu_->set_has_arrow(false);
-    menu_->set_halign(Gtk::Align::START);
-    // After the toolkit, which would leave the keys with the menu.
-    menu_->signal_closed().connect(
-        [this] { Glib::signal_idle().connect_once([&owner = owner_] { owner.grab_focus(); }, Glib::PRIORITY_HIGH); });
-  }
-  menu_->set_pointing_to({static_cast<int>(point.x), static_cast<int>(point.y), 1, 1});
-  menu_->popup();
+  menu_.set_pointing_to({static_cast<int>(point.x), static_cast<int>(point.y), 1, 1});
+  menu_.popup();
 }
 
-void CanvasMenu::Place() {
-  if (menu_ != nullptr) menu_->present();
-}
+void CanvasMenu::Place() { menu_.present(); }
 
 }  // namespace host

@@ -3,8 +3,6 @@
 
 #include <gtkmm/popovermenu.h>
 
-#include <memory>
-
 #include "kit/geometry/AGPoint.h"
 
 namespace host {
@@ -12,7 +10,7 @@ namespace host {
 class CanvasMenu {
  public:
   /// The owner has the menu among its children, gets the keys back when it closes, and outlives it.
-  explicit CanvasMenu(Gtk::Widget& owner) : owner_(owner) {}
+  explicit CanvasMenu(Gtk::Widget& owner);
   CanvasMenu(const CanvasMenu&) = delete;
   CanvasMenu& operator=(const CanvasMenu&) = delete;
   ~CanvasMenu();
@@ -24,7 +22,7 @@ class CanvasMenu {
 
  private:
   Gtk::Widget& owner_;
-  std::unique_ptr<Gtk::PopoverMenu> menu_;  // made when it is opened first
+  Gtk::PopoverMenu menu_;
 };
 
 }  // namespace host

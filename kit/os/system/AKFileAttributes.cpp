@@ -1,5 +1,6 @@
 #include <copyfile.h>
 #include <fcntl.h>
+#include <sys/acl.h>
 #include <unistd.h>
 
 #include "kit/os/AKFileAttributes_p.h"
@@ -17,23 +18,20 @@ bool Copy(const std::string& path, int descriptor, copyfile_flags_t what) {
 
 }  // namespace
 
-bool AKFileKeepAttributes(const std::string& path, const struct stat& status, int descriptor) {
-  struct stat own;
-  if (::fstat(descriptor, &own) != 0) return false;
-  constexpr uid_t kSameUser = static_cast<uid_t>(-1);
-  constexpr gid_t kSameGroup = static_cast<gid_t>(-1);
-  const bool hasGroup = own.st_gid == status.st_gid || ::fchown(descriptor, kSameUser, status.st_gid) == 0;
-  const bool hasList = hasGroup && Copy(path, descriptor, COPYFILE_ACL);
-  Copy(path, descriptor, COPYFILE_XATTR);
-  mode_t mode = status.st_mode & 01777;
-  if (!hasGroup) {
-    const mode_t both = mode >> 3 & mode & 7;
-    mode = (mode & 01700) | both << 3 | both;
-  } else if (!hasList) {
-    mode &= 01700;
-  }
-  if (::fchmod(descriptor, mode) != 0) return false;
-  if (own.st_uid == status.st_uid) return true;
-  static_cast<void>(::fchown(descriptor, status.st_uid, kSameGroup) == 0);  // last: it may take the right to do more
+bool AKFileHasAccessList(const std::string& path) {
+  const acl_t list = ::acl_get_file(path.c_str(), ACL_TYPE_EXTENDED);
+  if (list == nullptr) return false;
+  ::acl_free(list);
   return true;
 }
+
+bool AKFileCopyAccessList(const std::string& path, int descriptor) { return Copy(path, descriptor, COPYFILE_ACL); }
+
+void AKFileRemoveAccessList(int descriptor) {
+  const acl_t none = ::acl_init(0);
+  if (none == nullptr) return;
+  ::acl_set_fd_np(descriptor, none, ACL_TYPE_EXTENDED);
+  ::acl_free(none);
+}
+
+void AKFileCopyExtendedAttributes(const std::string& path, int descriptor) { Copy(path, descriptor, COPYFILE_XATTR); }
