@@ -7,6 +7,7 @@
 #include <glibmm/bytes.h>
 
 #include <memory>
+#include <new>
 #include <string_view>
 
 #include "host/session/SessionImport.h"
@@ -27,10 +28,15 @@ constexpr const char* kTaken[] = {kDocumentType, "image/png", "image/jpeg", "ima
 
 Problem NothingToPaste() { return Problem(N_("there is nothing on the clipboard that can be pasted")); }
 
+// Called from the toolkit, through which nothing may be thrown.
 Result<std::string> Made(const CopiedObjects& copied, std::string_view type) {
-  if (type == kDocumentType) return copied.AsDocument();
-  for (const OfferedPicture& picture : kPictures) {
-    if (type == picture.type) return copied.AsPicture(picture.kind);
+  try {
+    if (type == kDocumentType) return copied.AsDocument();
+    for (const OfferedPicture& picture : kPictures) {
+      if (type == picture.type) return copied.AsPicture(picture.kind);
+    }
+  } catch (const std::bad_alloc&) {
+    return Problem(N_("there is not enough memory for the picture"));
   }
   return NothingToPaste();
 }
