@@ -7,10 +7,14 @@ namespace host {
 template <typename Make>
 void UndoStep::Note(const Document& document, Kind kind, std::uint64_t id, Make make) {
   const Key key{kind, id};
-  const auto [slot, isNew] = open_.try_emplace(key, nullptr);
-  if (!isNew) return;
+  if (open_.contains(key)) return;
   changes_.push_back({make(document, id), key});
-  slot->second = changes_.back().change.get();
+  try {
+    open_.emplace(key, changes_.back().change.get());
+  } catch (...) {
+    changes_.pop_back();
+    throw;
+  }
 }
 
 void UndoStep::BeforePlacement(const Document& document, ObjectID id) {

@@ -35,7 +35,7 @@ Document::~Document() {
 template <typename Call>
 void Document::Notify(Call call) const {
   for (std::size_t i = observers_.size(); i > 0; --i) {
-    if (i <= observers_.size()) Tell(*observers_[i - 1], call);
+    if (i <= observers_.size()) call(*observers_[i - 1]);
   }
 }
 

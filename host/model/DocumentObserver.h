@@ -1,9 +1,6 @@
 // What views are told of a document. Calls come after the change, on the main thread, once for each object or area: a
-// view notes what it must do and does it later. An observer must not change the document from within. When one has no
-// memory for a call, what it was told of is done nevertheless.
+// view notes what it must do and does it later. An observer must not change the document from within.
 #pragma once
-
-#include <new>
 
 #include "host/model/DocumentObject.h"
 #include "kit/geometry/AGRect.h"
@@ -22,19 +19,6 @@ class DocumentObserver {
   virtual void OnLayersChanged() {}
   /// The page's size or background changed: everything has to be drawn again.
   virtual void OnPageChanged() {}
-
-  /// Called, if there is one, when memory lacked for a call: what observers show may be old. It must not throw.
-  static inline void (*sMissed)() = nullptr;
 };
-
-/// Calls one of them.
-template <typename Observer, typename Call>
-void Tell(Observer& observer, Call& call) {
-  try {
-    call(observer);
-  } catch (const std::bad_alloc&) {
-    if (DocumentObserver::sMissed != nullptr) DocumentObserver::sMissed();
-  }
-}
 
 }  // namespace host

@@ -19,6 +19,7 @@
 #include "host/Version.h"
 #include "host/storage/Recovery.h"
 #include "host/text/Localisation.h"
+#include "host/window/MemoryReserve.h"
 #include "host/window/Menus.h"
 #include "host/window/Toggle.h"
 
@@ -29,8 +30,6 @@ constexpr AGSize kNewPage{600, 400};
 constexpr char kDocumentExtension[] = ".akd";
 constexpr int kMostRecent = 10;
 constexpr char kIconName[] = "org.objecthost.Window";  // as the desktop calls the program
-
-EditorApplication* sApplication = nullptr;  // for what has no memory to be told which
 
 constexpr char kStyle[] = R"(
 .canvas { background-color: mix(@theme_bg_color, @theme_fg_color, 0.12); }
@@ -64,10 +63,7 @@ EditorApplication::EditorApplication(BundleSet* bundles, bool shares)
                                          : Gio::Application::Flags::HANDLES_OPEN | Gio::Application::Flags::NON_UNIQUE),
       bundles_(bundles) {}
 
-EditorApplication::~EditorApplication() {
-  DocumentObserver::sMissed = nullptr;
-  Host::Instance().userInterface = nullptr;
-}
+EditorApplication::~EditorApplication() { Host::Instance().userInterface = nullptr; }
 
 Glib::RefPtr<EditorApplication> EditorApplication::Create(BundleSet* bundles, bool shares) {
   return Glib::make_refptr_for_instance(new EditorApplication(bundles, shares));
@@ -96,8 +92,7 @@ void EditorApplication::on_startup() {
   SetKeys(*this);
   WatchSignals();
   Glib::add_exception_handler(sigc::mem_fun(*this, &EditorApplication::OnException));
-  sApplication = this;
-  DocumentObserver::sMissed = [] { g_idle_add_once([](void*) { sApplication->ShowNoMemory(); }, nullptr); };
+  MemoryReserve::Keep([this] { ShowNoMemory(); });
   ShowRecent();
   Gtk::RecentManager::get_default()->signal_changed().connect([this] { ShowRecent(); });
 }
@@ -255,7 +250,7 @@ void EditorApplication::WatchSignals() {
   if (hangUp.sa_handler != SIG_IGN) g_unix_signal_add(SIGHUP, &EndBySignal<SIGHUP>, this);
 }
 
-// The program goes on when memory was refused once, perhaps for something large: an edit was taken back on the way
+// The program goes on when memory was refused for something larger than the reserve: an edit was taken back on the way
 // here. Whatever else was thrown ends it, as it would anywhere.
 void EditorApplication::OnException() {
   try {
@@ -266,15 +261,16 @@ void EditorApplication::OnException() {
 }
 
 void EditorApplication::ShowNoMemory() {
+  std::fputs("objecthost: there is not enough memory\n", stderr);
   try {
+    MemoryReserve::Fill();
     for (EditorWindow* editor : Editors()) {
       editor->KeepChanges();
-      editor->ShowAnew();
       editor->ShowProblem(N_("there is not enough memory: look whether the last change was made"),
                           Gtk::MessageType::ERROR);
     }
   } catch (const std::bad_alloc&) {
-    std::fputs("objecthost: there is not enough memory\n", stderr);
+    // It was said above.
   }
 }
 

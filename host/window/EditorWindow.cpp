@@ -129,13 +129,6 @@ void EditorWindow::SetSession(std::unique_ptr<DocumentSession> session) {
   MarkOpen();
 }
 
-void EditorWindow::ShowAnew() {
-  canvas_.OnPageChanged();
-  for (const auto& panel : panels_) panel->SetSession(session_.get());
-  UpdateTitle();
-  UpdateActions();
-}
-
 void EditorWindow::OnPathChanged() {
   UpdateTitle();
   MarkOpen();

@@ -34,8 +34,6 @@ class EditorWindow : public Gtk::ApplicationWindow, public SessionObserver {
   bool IsUntouched() const;
   /// Says something that needs no answer, above the canvas.
   void ShowProblem(const Problem& problem, Gtk::MessageType type);
-  /// What is shown may be old: all of it is asked for again.
-  void ShowAnew();
   void ShowSkipped(const std::vector<BundleSet::Skipped>& bundles);
   /// That something is done, with the name in place of the text's "%s".
   void ShowNotice(Text text, const std::string& name);

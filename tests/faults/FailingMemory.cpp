@@ -128,9 +128,13 @@ void free(void* memory) {
 }  // extern "C"
 
 void* operator new(std::size_t size) {
-  void* const memory = sOnlyNew && Refuses() ? nullptr : std::malloc(size);
-  if (memory == nullptr) throw std::bad_alloc();
-  return memory;
+  for (;;) {
+    void* const memory = sOnlyNew && Refuses() ? nullptr : std::malloc(size);
+    if (memory != nullptr) return memory;
+    const std::new_handler handler = std::get_new_handler();
+    if (handler == nullptr) throw std::bad_alloc();
+    handler();
+  }
 }
 void operator delete(void* memory) noexcept { std::free(memory); }
 void operator delete(void* memory, std::size_t) noexcept { std::free(memory); }

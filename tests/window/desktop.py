@@ -267,7 +267,8 @@ class Window:
             self.focus(self.main)
 
     def run(self):
-        self.process = subprocess.Popen(self.command, env=self.environment, stdout=self.log, stderr=self.log)
+        self.process = subprocess.Popen(self.command, env=self.environment, cwd=self.folder, stdout=self.log,
+                                        stderr=self.log)
 
     def start(self):
         self.run()
