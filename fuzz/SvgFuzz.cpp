@@ -11,7 +11,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   const auto picture = host::ReadSvg(text);
   const auto session = host_fuzz::MakeSession(1);
   const std::string before = Bytes(session->Doc());
-  const auto taken = host::LooksLikeMarkup(text) ? session->Import().Take(text, {}) : host::Result<host::Imported>({0, 0});
+  const auto taken =
+      host::LooksLikeMarkup(text) ? session->Import().Take(text, {}) : host::Result<host::Imported>({0, 0});
   if (!picture) {
     Require(Bytes(session->Doc()) == before);
     return 0;

@@ -60,7 +60,7 @@ expect 0 '' export a.akd a.jpg
 expect 0 '' export a.akd a.tiff --scale 2
 # Parts of a document, by what they are, and what comes back of their pictures.
 expect 0 '' new parts.akd --size 200,100
-expect 0 '^0$' add parts.akd stdRect --bounds 10,10,50,30 --set Brush.Color='(255;0;0;255)' Pen.Size=2
+expect 0 '^0$' add parts.akd stdRect --bounds 10,10,50,30 --set Brush.Color='(255;0;0;255)' --set Pen.Size=2
 expect 0 '^1$' add parts.akd stdRect --bounds 100,60,180,90 --set Pen.Brush.Style=None
 expect 0 '^0$' select parts.akd --fill red --class stdRect
 expect 0 '^1  stdRect.*$' list parts.akd --stroke none

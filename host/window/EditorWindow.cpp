@@ -32,6 +32,7 @@ namespace {
 
 constexpr int kPanelWidth = 260;
 constexpr unsigned int kAutosaveSeconds = 5;
+constexpr int kToolCharacters = 9;
 const AKClassID kFirstTool("stdRect");
 
 std::string FileName(const std::string& path) {
@@ -261,6 +262,11 @@ void EditorWindow::UpdateClasses() {
 void EditorWindow::AddTool(const std::string& name, std::optional<AKClassID> classID) {
   auto* const button = Gtk::make_managed<Gtk::ToggleButton>(name);
   button->set_focus_on_click(false);
+  if (auto* const label = dynamic_cast<Gtk::Label*>(button->get_child())) {
+    label->set_wrap(true);  // long names take no room from the canvas
+    label->set_max_width_chars(kToolCharacters);
+    label->set_justify(Gtk::Justification::CENTER);
+  }
   button->signal_clicked().connect([this, classID] { canvas_.SetNewClass(classID, false); });
   auto twice = Gtk::GestureClick::create();
   twice->signal_released().connect([this, classID](int count, double, double) {

@@ -113,8 +113,8 @@ TEST_F(ImportTest, Images_KeepTheirBytes_InOneStep) {
   EXPECT_EQ(session_->Steps().Known().Count(), 1U);
 }
 
-// Rectangles at random places, turned, scaled and put into groups: their corners are where the numbers of the transforms
-// put them.
+// Rectangles at random places, turned, scaled and put into groups: their corners are where the numbers of the
+// transforms put them.
 TEST_F(ImportTest, Rectangles_LieWhereTheirTransformsPutThem) {
   const unsigned int seed = std::random_device()();
   SCOPED_TRACE(seed);
