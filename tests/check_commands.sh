@@ -37,6 +37,23 @@ expect 0 '^1$' add units.akd stdRect --set Brush.Color='(9;8;7;255)'
 expect 0 '^2$' add units.akd stdRect --bounds 5,5,9,9
 expect 0 '^0 2$' select units.akd 0 --same fill
 expect 0 '^0 1 2$' select units.akd 2 --same stroke
+expect 0 '' opacity units.akd 1 37.5
+expect 0 '' flip units.akd 0 horizontal
+expect 0 '' dash units.akd 2 3,2
+expect 0 '' set units.akd 2 Rounding=0.5pt
+expect 0 '^0 .* -1.5 .* flipped horizontally$' list units.akd
+expect 0 '^1 .* opacity 37.5 %$' list units.akd
+expect 0 '^2 .* Rounding=0.25  dashes 3,2$' list units.akd
+expect 1 'from 0 to 100' opacity units.akd 1 101
+expect 1 'horizontal, vertical' flip units.akd 1 up
+expect 1 'dashes are' dash units.akd 1 3
+expect 0 '' guide units.akd add vertical 1in
+expect 0 '^vertical 72$' guide units.akd
+expect 0 '^unit mm, grid 36, vertical guides 72$' page units.akd --unit mm --grid 0.5in
+expect 1 'px, pt, mm' page units.akd --unit furlong
+expect 1 'no guide at 71' guide units.akd remove vertical 71
+expect 0 '' guide units.akd remove vertical 2.54cm
+expect 0 '"unit": "mm", "grid": 36, "verticalGuides": \[\]' list --json units.akd
 expect 0 '' style units.akd 2 1
 expect 0 '^1 2$' select units.akd 1 --same fill
 expect 1 'fill, stroke, class' select units.akd 1 --same size

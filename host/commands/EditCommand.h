@@ -133,6 +133,7 @@ extern const EditCommand kMoveEdit, kResizeEdit, kRotateEdit, kAlignEdit, kDistr
 extern const EditCommand kDuplicateEdit, kCopyEdit, kCutEdit, kPasteEdit, kSelectEdit;
 extern const EditCommand kLayersEdit, kLayerEdit, kPageEdit;
 extern const EditCommand kGroupEdit, kUngroupEdit, kLockEdit, kUnlockEdit, kHideEdit, kShowEdit;
+extern const EditCommand kOpacityEdit, kFlipEdit, kDashEdit, kGuideEdit;
 extern const EditCommand kInspectEdit, kDrawEdit, kExportEdit, kThumbnailEdit, kImportEdit;
 extern const EditCommand kUndoEdit, kRedoEdit, kHistoryEdit, kBeginEdit, kEndEdit, kCancelEdit;
 extern const EditCommand kNewEdit, kOpenEdit, kSaveEdit, kCloseEdit;

@@ -3,6 +3,7 @@
 
 #include "host/commands/EditCommand.h"
 #include "host/commands/PageOptions.h"
+#include "host/listings/DocumentListing.h"
 #include "host/listings/JsonListing.h"
 #include "host/text/Localisation.h"
 #include "host/text/Printable.h"
@@ -96,6 +97,22 @@ Result<> RunLayer(EditContext& context, const EditArguments& arguments) {
   return Problem(N_("\"%s\" can't be done with a layer; --help tells what can"), {words[0]});
 }
 
+Result<> TakeAids(EditContext& context, const EditArguments& arguments) {
+  PageAids aids = context.Doc().Aids();
+  std::vector<double> step;
+  if (arguments.Has("unit")) {
+    const auto unit = LengthUnitOf(arguments.Value("unit", ""));
+    if (!unit) return Problem(N_("\"%s\" is none of %s"), {arguments.Value("unit", ""), "px, pt, mm, cm, in"});
+    aids.unit = *unit;
+  }
+  if (arguments.Has("grid")) {
+    if (!ParseLengths(arguments.Value("grid", ""), 1, &step)) return Problem(N_("--grid takes a length"));
+    aids.gridStep = step[0];
+  }
+  if (aids == context.Doc().Aids()) return {};
+  return context.session->SetAids(std::move(aids), Tr("Change Grid"));
+}
+
 Result<> RunPage(EditContext& context, const EditArguments& arguments) {
   AGSize size = context.Doc().Page();
   AGColor background = context.Doc().Background();
@@ -107,10 +124,12 @@ Result<> RunPage(EditContext& context, const EditArguments& arguments) {
   } else if (const auto done = context.session->SetPage(size); !done)
     return done.Why();
   context.session->SetBackground(background);
+  if (const auto done = TakeAids(context, arguments); !done) return done.Why();
   char text[160];
   std::snprintf(text, sizeof(text), "%.17g by %.17g, background %u,%u,%u\n", size.width, size.height, background.Red(),
                 background.Green(), background.Blue());
   context.output = text;
+  if (const PageAids& aids = context.Doc().Aids(); !(aids == PageAids())) context.output += AidsText(aids);
   return step.End();
 }
 
@@ -196,11 +215,12 @@ const EditCommand kPageEdit = {
     EditUse::kEverywhere,
     "show or change the page",
     "usage: objecthost page FILE [--size W,H | --paper NAME | --fit] [--orientation portrait|landscape]\n"
-    "                  [--background R,G,B]\n\n"
-    "Changes what is given and prints the page's size and background. NAME is A3, A4, A5, A6, B5,\n"
-    "Letter, Legal or Tabloid; --fit makes the page as large as all that is shown, which moves\n"
-    "to its corner.\n",
-    "size paper orientation background",
+    "                  [--background R,G,B] [--unit px|pt|mm|cm|in] [--grid STEP]\n\n"
+    "Changes what is given and prints the page's size and background, and its unit, grid and guides where\n"
+    "there is something to tell. NAME is A3, A4, A5, A6, B5, Letter, Legal or Tabloid; --fit makes the page\n"
+    "as large as all that is shown, which moves to its corner. The unit is what the window shows lengths in;\n"
+    "commands take and print map units all the same.\n",
+    "size paper orientation background unit grid",
     "fit",
     0,
     0,

@@ -124,14 +124,21 @@ struct PageSubject {
   struct Value {
     AGSize size;
     AGColor background;
+    PageAids aids;
   };
   static bool Exists(const Document&, Key) { return true; }
-  static Value Read(const Document& document, Key) { return {document.Page(), document.Background()}; }
-  static void Write(Document& document, Key, const Value& value) { document.SetPage(value.size, value.background); }
-  static bool Equal(const Value& a, const Value& b) {
-    return a.size.width == b.size.width && a.size.height == b.size.height && a.background == b.background;
+  static Value Read(const Document& document, Key) { return {document.Page(), document.Background(), document.Aids()}; }
+  static void Write(Document& document, Key, const Value& value) {
+    document.SetPage(value.size, value.background);
+    document.SetAids(value.aids);
   }
-  static std::size_t Size(const Value&) { return 0; }
+  static bool Equal(const Value& a, const Value& b) {
+    return a.size.width == b.size.width && a.size.height == b.size.height && a.background == b.background &&
+           a.aids == b.aids;
+  }
+  static std::size_t Size(const Value& value) {
+    return (value.aids.verticalGuides.size() + value.aids.horizontalGuides.size()) * sizeof(double);
+  }
 };
 
 struct LayerSettingsSubject {

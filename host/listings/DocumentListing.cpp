@@ -56,6 +56,12 @@ class MarkTexts {
   std::string Of(const ObjectMarks& marks) const {
     std::string text = marks.hidden ? "  hidden" : "";
     if (marks.locked) text += "  locked";
+    if (marks.look.opacity != 1) text += "  opacity " + Number(marks.look.opacity * 100) + " %";
+    if (marks.look.flippedX) text += "  flipped horizontally";
+    if (marks.look.flippedY) text += "  flipped vertically";
+    for (std::size_t i = 0; i < marks.look.dashes.size(); ++i) {
+      text += (i == 0 ? "  dashes " : ",") + Number(marks.look.dashes[i]);
+    }
     for (std::size_t i = 0; i < marks.groups.size(); ++i) {
       text += (i == 0 ? "  in g" : "/g") + std::to_string(numbers_.at(marks.groups[i]));
     }
@@ -67,6 +73,17 @@ class MarkTexts {
 };
 
 }  // namespace
+
+std::string AidsText(const PageAids& aids) {
+  std::string text = std::string("unit ") + NameOf(aids.unit) + ", grid " + Number(aids.gridStep);
+  for (int axis = 0; axis < 2; ++axis) {
+    const std::vector<double>& guides = aids.Guides(axis);
+    for (std::size_t i = 0; i < guides.size(); ++i) {
+      text += (i > 0 ? "," : axis == 0 ? ", vertical guides " : ", horizontal guides ") + Number(guides[i]);
+    }
+  }
+  return text + "\n";
+}
 
 std::string ShortListing(const Document& document, const ListedObjects& listed) {
   std::string text;
@@ -86,6 +103,7 @@ std::string ShortListing(const Document& document, const ListedObjects& listed) 
 
 std::string FullListing(const Document& document, const ListedObjects& listed) {
   std::string text = "page " + Number(document.Page().width) + " by " + Number(document.Page().height) + "\n";
+  if (const PageAids& aids = document.Aids(); !(aids == PageAids())) text += AidsText(aids);
   const MarkTexts marks(document);
   std::size_t number = 0;
   document.ForEachObject([&](const DocumentObject& object) {

@@ -19,4 +19,7 @@ std::string ShortListing(const Document& document, const ListedObjects& listed =
 /// 32-bit float reads the same before and after.
 std::string FullListing(const Document& document, const ListedObjects& listed = std::nullopt);
 
+/// Unit, grid and guides of a page, a line.
+std::string AidsText(const PageAids& aids);
+
 }  // namespace host

@@ -1,6 +1,7 @@
 #include "host/listings/JsonListing.h"
 
 #include <unordered_map>
+#include <vector>
 
 #include "host/listings/JsonWriter.h"
 #include "host/listings/MethodName.h"
@@ -11,7 +12,7 @@
 namespace host {
 namespace {
 
-void WriteNumbers(JsonWriter* json, std::string_view name, std::initializer_list<double> numbers) {
+void WriteNumbers(JsonWriter* json, std::string_view name, const std::vector<double>& numbers) {
   json->Key(name);
   json->BeginArray();
   for (const double number : numbers) json->Number(number);
@@ -39,6 +40,10 @@ void WritePage(JsonWriter* json, const Document& document) {
   json->Number("width", document.Page().width);
   json->Number("height", document.Page().height);
   WriteColor(json, "background", document.Background());
+  json->String("unit", NameOf(document.Aids().unit));
+  json->Number("grid", document.Aids().gridStep);
+  WriteNumbers(json, "verticalGuides", document.Aids().verticalGuides);
+  WriteNumbers(json, "horizontalGuides", document.Aids().horizontalGuides);
   json->EndObject();
 }
 
@@ -57,6 +62,10 @@ void WriteMarks(JsonWriter* json, const ObjectMarks& marks, const GroupNumbers& 
   json->BeginArray();
   for (const GroupID group : marks.groups) json->Integer(static_cast<long long>(groups.at(group)));
   json->EndArray();
+  json->Number("opacity", marks.look.opacity * 100);
+  json->Bool("flippedHorizontally", marks.look.flippedX);
+  json->Bool("flippedVertically", marks.look.flippedY);
+  WriteNumbers(json, "dashes", marks.look.dashes);
 }
 
 void WriteObject(JsonWriter* json, const DocumentSession& session, const DocumentObject& object, std::size_t number,

@@ -63,6 +63,11 @@ void Document::SetPage(const AGSize& page, AGColor background) {
   Notify([](DocumentObserver& observer) { observer.OnPageChanged(); });
 }
 
+void Document::SetAids(PageAids aids) {
+  aids_ = std::move(aids);
+  Notify([](DocumentObserver& observer) { observer.OnAidsChanged(); });
+}
+
 LayerID Document::InsertLayer(LayerSettings settings, std::size_t index, LayerID id) {
   auto layer = std::make_unique<Layer>();
   layer->id = id == kNoLayerID ? lastLayer_ + 1 : id;

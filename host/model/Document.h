@@ -14,6 +14,7 @@
 #include "host/model/GroupIndex.h"
 #include "host/model/LayerList.h"
 #include "host/model/ObjectTable.h"
+#include "host/model/PageAids.h"
 #include "host/text/Problem.h"
 #include "kit/geometry/AGSize.h"
 
@@ -40,6 +41,8 @@ class Document {
   const AGSize& Page() const { return page_; }
   AGColor Background() const { return background_; }
   void SetPage(const AGSize& page, AGColor background);
+  const PageAids& Aids() const { return aids_; }
+  void SetAids(PageAids aids);
 
   // Layers. Functions that take the ID of a layer need one that exists unless they say otherwise.
 
@@ -133,6 +136,7 @@ class Document {
 
   AGSize page_;
   AGColor background_ = kAGColorWhite;
+  PageAids aids_;
   LayerList layers_;
   ObjectTable objects_;
   InstanceIndex instances_;

@@ -19,6 +19,8 @@ class DocumentObserver {
   virtual void OnLayersChanged() {}
   /// The page's size or background changed: everything has to be drawn again.
   virtual void OnPageChanged() {}
+  /// The unit, the grid or the guides changed.
+  virtual void OnAidsChanged() {}
 };
 
 }  // namespace host

@@ -1,4 +1,5 @@
-// What users set of an object beside what it looks like: whether it is hidden or locked, and the groups that it is in.
+// What users set of an object that its class knows nothing of: whether it is hidden or locked, the groups that it is
+// in, and how the host shows what the class draws.
 //
 // A group has no existence of its own: it is there as long as an object names it. The objects of a group stand together
 // in one layer.
@@ -16,13 +17,37 @@ inline constexpr GroupID kNoGroupID = 0;
 /// Groups lie no deeper in each other than this.
 inline constexpr std::size_t kMostGroups = 64;
 
+/// How what an object's class draws is shown.
+struct ObjectLook {
+  double opacity = 1;  ///< of all of it as one, 0 to 1
+  // Mirrored images: what the class would draw with the angle at which it is the image, with left and right, or top and
+  // bottom, exchanged about the middle of the bounds.
+  bool flippedX = false;
+  bool flippedY = false;
+  /// Lengths of strokes and gaps in turn, in widths of the pen; empty for lines without gaps.
+  std::vector<double> dashes;
+
+  static constexpr std::size_t kMostDashes = 16;
+
+  bool operator==(const ObjectLook&) const = default;
+  bool IsPlain() const { return opacity == 1 && !flippedX && !flippedY && dashes.empty(); }
+  bool IsFlipped() const { return flippedX || flippedY; }
+};
+
+/// Whether lengths can be those of dashes: an even number of them, none below 0, together at least 0.01.
+bool AreDashes(const std::vector<double>& lengths);
+
 struct ObjectMarks {
   bool hidden = false;
   bool locked = false;
   std::vector<GroupID> groups;  ///< that the object is in, the outermost first
 
+  ObjectLook look{};
+
   bool operator==(const ObjectMarks&) const = default;
-  bool IsPlain() const { return !hidden && !locked && groups.empty(); }
+  /// Neither hidden nor locked nor in a group.
+  bool IsLoose() const { return !hidden && !locked && groups.empty(); }
+  bool IsPlain() const { return IsLoose() && look.IsPlain(); }
   /// The group at a depth, 0 for the outermost; kNoGroupID when there are fewer.
   GroupID GroupAt(std::size_t depth) const { return depth < groups.size() ? groups[depth] : kNoGroupID; }
 };

@@ -1,5 +1,6 @@
 #include "host/model/ObjectProperties.h"
 
+#include <algorithm>
 #include <charconv>
 #include <cmath>
 
@@ -7,6 +8,7 @@
 #include "host/model/ObjectRecord.h"
 #include "host/tables/SlotCall.h"
 #include "host/text/DisplayText.h"
+#include "host/text/Expression.h"
 #include "host/text/Localisation.h"
 #include "host/text/ParseNumber.h"
 #include "kit/geometry/AGConstants.h"
@@ -71,6 +73,15 @@ bool ParseLike(const AKValue& old, const std::string& text, AKValue* value) {
     default:
       return false;
   }
+}
+
+// A length, with a unit, in place of the part that it is of another; the text itself where it is nothing of the kind.
+std::string RatioText(const HostFields& fields, const std::string& path, const std::string& text) {
+  double number = 0;
+  const auto one = LengthOfOne(fields.placement, path);
+  if (!one || ParseFinite(text, &number)) return text;
+  const auto length = Evaluate(text, Measure::kLength, std::nullopt, Decimals::kPoint);
+  return length ? TextOf(AKValueSetasFloat64(*length / *one)) : text;
 }
 
 Text KindName(const AKValue& value) {
@@ -150,6 +161,12 @@ int SetClassProperties(const DocumentObject& object, const AKDictionary& propert
   return CallSlot<int, const AKDictionary&>(cls, kAKMethodSetObjectProperties, object.instance.get(), properties);
 }
 
+std::optional<double> LengthOfOne(const ObjectPlacement& placement, const std::string& property) {
+  if (property != "Rounding") return std::nullopt;
+  const double one = std::min(std::fabs(placement.bounds.Width()), std::fabs(placement.bounds.Height())) / 2;
+  return one > 0 ? std::optional(one) : std::nullopt;
+}
+
 std::string ClassName(AKClassID classID) {
   const AKClass* cls = Host::Instance().Classes().Find(classID);
   return cls == nullptr ? classID.chars : DisplayText(DisplayName(*cls));
@@ -178,7 +195,7 @@ Result<> SetProperty(const DocumentObject& object, HostFields* fields, const std
   }
   const AKValue old = all.GetValue(key);
   AKValue value;
-  if (!ParseLike(old, text, &value)) {
+  if (!ParseLike(old, RatioText(*fields, path, text), &value)) {
     return Problem(N_("property \"%s\" takes %s, not \"%s\""), {path, KindName(old), text});
   }
   all.SetValue(key, value);

@@ -4,6 +4,7 @@
 // object's class ("Rounding" of a rectangle). A key path such as "Pen.Brush.Color" addresses a part.
 #pragma once
 
+#include <optional>
 #include <string>
 
 #include "host/model/DocumentObject.h"
@@ -29,15 +30,18 @@ struct HostFields {
 };
 
 /// Sets the property at a key path from text, which must suit the kind of value that stands there: a number, a word, a
-/// colour as "(r;g;b;a)", bounds as "(x0;y0;x1;y1)". Values out of range are taken as the object takes them (clamped,
-/// as a rule). What is the host's is set in `*fields`, what is the class's in the object's instance. Fails when there
-/// is no such property or the text does not suit it.
+/// colour as "(r;g;b;a)", bounds as "(x0;y0;x1;y1)"; a length such as "5mm" for a part of one (LengthOfOne). Values
+/// out of range are taken as the object takes them (clamped, as a rule). What is the host's is set in `*fields`, what
+/// is the class's in the object's instance. Fails when there is no such property or the text does not suit it.
 Result<> SetProperty(const DocumentObject& object, HostFields* fields, const std::string& path,
                      const std::string& text);
 
 /// Gives the instance of an object, which is no placeholder, properties of its class. 0, or what the class returned; a
 /// class that takes none returns -1.
 int SetClassProperties(const DocumentObject& object, const AKDictionary& properties);
+/// The length, map units, of which a property of a class is a part, so that users can give it as a length, too: of
+/// "Rounding" half the shorter side, the largest radius. None for other properties, and where the length is 0.
+std::optional<double> LengthOfOne(const ObjectPlacement& placement, const std::string& property);
 
 /// A value as text: numbers as short as they can be to read back the same, dictionaries in braces.
 std::string TextOf(const AKValue& value);

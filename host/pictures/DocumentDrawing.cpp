@@ -1,5 +1,7 @@
 #include "host/pictures/DocumentDrawing.h"
 
+#include "AKPlatform/AKDashes.h"
+#include "AKPlatform/AKGroup.h"
 #include "CoreGraphics/CGContext.h"
 #include "graphics/context/AKDrawEvent.h"
 #include "host/pictures/MemoryWatch.h"
@@ -22,6 +24,35 @@ void DrawPlaceholder(const DocumentObject& object, const AGContext& context) {
   copy.DrawSegment(corners[1], corners[3]);
 }
 
+// Mirrors what is drawn in a scope about a point.
+class FlipScope {
+ public:
+  FlipScope(const AGContext& context, const ObjectLook& look, const AGPoint& middle)
+      : port_(look.IsFlipped() ? context.NativePort() : nullptr) {
+    CGContextSaveGState(port_);
+    const double sx = look.flippedX ? -1 : 1;
+    const double sy = look.flippedY ? -1 : 1;
+    CGContextConcatCTM(port_, {sx, 0, 0, sy, middle.x * (1 - sx), middle.y * (1 - sy)});
+  }
+  FlipScope(const FlipScope&) = delete;
+  FlipScope& operator=(const FlipScope&) = delete;
+  ~FlipScope() { CGContextRestoreGState(port_); }
+
+ private:
+  CGContextRef port_;  // null: nothing is mirrored
+};
+
+int DrawDashed(const DocumentObject& object, const AGContext& context) {
+  const std::vector<double>& dashes = object.marks.look.dashes;
+  if (dashes.empty()) return DrawObject(object, context, object.brush, object.pen);
+  CGContextRef port = context.NativePort();
+  CGContextSaveGState(port);
+  CGContextSetDashes(port, dashes.data(), dashes.size());
+  const int status = DrawObject(object, context, object.brush, object.pen);
+  CGContextRestoreGState(port);
+  return status;
+}
+
 template <typename Draw>
 void DrawScaled(const AGContext& context, double scale, Draw draw) {
   CGContextRef port = context.NativePort();
@@ -40,12 +71,26 @@ int DrawObject(const DocumentObject& object, const AGContext& context, const AGB
   }
   const AKClass& cls = *object.instance->Class();
   if (!HasSlot(cls, kAKMethodDraw)) return 0;
+  const ObjectLook& look = object.marks.look;
   AKDrawEvent event;
   event.bounds = object.bounds;
-  event.angle = object.angle;
+  event.angle = look.flippedX == look.flippedY ? object.angle : -object.angle;
   event.recommendedBrush = &brush;
   event.recommendedPen = &pen;
+  const FlipScope flip(context, look, object.bounds.Center());
   return CallSlot<int, const AGContext&, const AKDrawEvent&>(cls, kAKMethodDraw, object.instance.get(), context, event);
+}
+
+int DrawObject(const DocumentObject& object, const AGContext& context) {
+  const ObjectLook& look = object.marks.look;
+  if (look.opacity == 1) return DrawDashed(object, context);
+  const AGRect box = PaintedBox(object);
+  const CGRect extent = CGRectMake(box.x0, box.y0, box.x1 - box.x0, box.y1 - box.y0);
+  const bool isGroup = look.opacity > 0 && CGContextBeginGroup(context.NativePort(), extent);
+  if (!isGroup) return 0;
+  const int status = DrawDashed(object, context);
+  CGContextEndGroup(context.NativePort(), look.opacity);
+  return status;
 }
 
 bool DrawObjects(const Document& document, const AGContext& context, double scale, Progress* progress,
@@ -57,7 +102,7 @@ bool DrawObjects(const Document& document, const AGContext& context, double scal
       if (!layer->settings.visible) continue;
       layer->objects.ForEach([&](const DocumentObject& object) {
         if (!goesOn || object.marks.hidden || (drawn && !drawn(object))) return;
-        const int status = DrawObject(object, context, object.brush, object.pen);
+        const int status = DrawObject(object, context);
         MemoryWatch::Look();
         if (status != 0 && undrawn != nullptr && undrawn->status == 0) *undrawn = {object.id, status};
         if (progress == nullptr || ++count % kProgressStep != 0) return;
@@ -74,7 +119,7 @@ void DrawObjects(const Document& document, const AGContext& context, double scal
     for (const Layer* layer : document.Layers()) {
       if (!layer->settings.visible) continue;
       layer->objects.ForEachIn(area, [&](const DocumentObject& object) {
-        if (!object.marks.hidden && (!drawn || drawn(object))) DrawObject(object, context, object.brush, object.pen);
+        if (!object.marks.hidden && (!drawn || drawn(object))) DrawObject(object, context);
       });
     }
   });

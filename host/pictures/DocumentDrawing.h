@@ -9,9 +9,11 @@
 
 namespace host {
 
-/// Draws one object as its class draws itself with a brush and a pen; a placeholder as an outlined box. Returns 0, or
-/// what the class returned.
+/// Draws one object as its class draws itself with a brush and a pen, opaque and in lines without gaps; a placeholder
+/// as an outlined box. Returns 0, or what the class returned.
 int DrawObject(const DocumentObject& object, const AGContext& context, const AGBrush& brush, const AGPen& pen);
+/// Draws one object as it looks.
+int DrawObject(const DocumentObject& object, const AGContext& context);
 
 /// An object whose class failed to draw it.
 struct UndrawnObject {

@@ -40,6 +40,14 @@ Result<> DocumentSession::SetPage(const AGSize& page) {
   return step.End();
 }
 
+Result<> DocumentSession::SetAids(PageAids aids, const std::string& name) {
+  if (const auto done = CheckAids(aids); !done) return done.Why();
+  EditStep step(steps_, name);
+  steps_.Step().BeforePage(*document_);
+  document_->SetAids(std::move(aids));
+  return step.End();
+}
+
 ObjectIDs DocumentSession::ShownObjects() const {
   ObjectIDs shown;
   for (const Layer* layer : document_->Layers()) {
@@ -71,7 +79,11 @@ Result<> DocumentSession::FitPage() {
     steps_.Step().BeforePlacement(*document_, id);
     document_->SetPlacement(id, placement);
   }
+  PageAids aids = document_->Aids();
+  for (double& x : aids.verticalGuides) x -= box.x0;
+  for (double& y : aids.horizontalGuides) y -= box.y0;
   if (const auto done = SetPage({box.Width(), box.Height()}); !done) return done.Why();
+  if (const auto done = SetAids(std::move(aids), ""); !done) return done.Why();
   return step.End();
 }
 

@@ -16,6 +16,7 @@
 #include "host/session/SessionFile.h"
 #include "host/session/SessionImport.h"
 #include "host/session/SessionLayers.h"
+#include "host/session/SessionLooks.h"
 #include "host/session/SessionMarks.h"
 #include "host/session/SessionObjects.h"
 
@@ -48,6 +49,7 @@ class DocumentSession {
   SessionImport& Import() { return import_; }
   SessionMarks& Marks() { return marks_; }
   const SessionMarks& Marks() const { return marks_; }
+  SessionLooks& Looks() { return looks_; }
   SessionLayers& Layers() { return layers_; }
   const SessionLayers& Layers() const { return layers_; }
   SessionFile& File() { return file_; }
@@ -56,6 +58,8 @@ class DocumentSession {
   /// Both sides must be above 0.
   Result<> SetPage(const AGSize& page);
   void SetBackground(AGColor color);
+  /// Unit, grid and guides; `name` is that of the step. Refused when they are out of range.
+  Result<> SetAids(PageAids aids, const std::string& name);
   /// The page becomes as large as the box of all objects that are shown, and all objects move with it to the page's
   /// corner. Fails when there is nothing shown, and for placeholders, which can't be moved.
   Result<> FitPage();
@@ -76,6 +80,7 @@ class DocumentSession {
   SessionSteps steps_{*document_, observers_, selection_, activeLayer_};
   SessionObjects objects_{*document_, steps_, selection_, activeLayer_};
   SessionMarks marks_{*document_, steps_, selection_};
+  SessionLooks looks_{*document_, steps_, selection_};
   SessionArrangement arrangement_{*document_, steps_, selection_, objects_};
   SessionClipboard clipboard_{*document_, steps_, selection_, activeLayer_, objects_};
   SessionImport import_{*document_, steps_, selection_, activeLayer_};

@@ -4,9 +4,10 @@
 #include <unordered_set>
 
 #include "host/HostLog.h"
-#include "host/model/MarksChunk.h"
 #include "host/model/ObjectRecord.h"
 #include "host/model/Units.h"
+#include "host/storage/LooksChunk.h"
+#include "host/storage/MarksChunk.h"
 #include "host/text/Localisation.h"
 #include "kit/streams/AKFileNumbers.h"
 
@@ -16,6 +17,7 @@ namespace {
 constexpr std::uint32_t kClipboardSignature = 0x48436C70;  // "HClp"
 constexpr unsigned int kPlainVersion = 1;
 constexpr unsigned int kMarkedVersion = 2;
+constexpr unsigned int kLookedVersion = 3;
 
 struct Copied {
   const DocumentObject* object;
@@ -42,17 +44,20 @@ int WriteClipboard(AKFile& file, const std::vector<Copied>& copied) {
   std::vector<const ObjectMarks*> marks;
   marks.reserve(copied.size());
   for (const Copied& each : copied) marks.push_back(&each.marks);
-  const bool plain = std::all_of(marks.begin(), marks.end(), [](const ObjectMarks* each) { return each->IsPlain(); });
+  const bool isLoose = std::ranges::all_of(marks, [](const ObjectMarks* each) { return each->IsLoose(); });
+  const bool isPlain = std::ranges::all_of(marks, [](const ObjectMarks* each) { return each->look.IsPlain(); });
+  const unsigned int version = !isPlain ? kLookedVersion : isLoose ? kPlainVersion : kMarkedVersion;
   AKFileChunk chunk{kClipboardSignature};
   int status = AKFileWriteChunkHeader(file, chunk);
-  if (status == 0) status = AKFileWriteUInt32(file, plain ? kPlainVersion : kMarkedVersion);
+  if (status == 0) status = AKFileWriteUInt32(file, version);
   if (status == 0) status = AKFileWriteUInt32(file, static_cast<unsigned int>(copied.size()));
   for (const auto& [object, ownMarks] : copied) {
     if (status != 0) break;
     const auto record = ProvenRecord(*object);
     status = WriteObjectChunk(file, *object, record ? *record : object->record);
   }
-  if (status == 0 && !plain) status = WriteMarks(file, marks);
+  if (status == 0 && version >= kMarkedVersion) status = WriteMarks(file, marks);
+  if (status == 0 && version == kLookedVersion) status = WriteLooks(file, marks);
   return status == 0 ? AKFileWriteChunkComplete(file, chunk) : status;
 }
 
@@ -68,14 +73,14 @@ Result<> ReadClipboard(const std::string& bytes, GroupID firstGroup, Objects* ob
   unsigned int count = 0;
   bool sound = stream.OpenForRead() == 0 && AKFileReadChunkHeader(stream, &chunk) == 0 &&
                chunk.signature == kClipboardSignature && AKFileReadUInt32(stream, &version) == 0 &&
-               (version == kPlainVersion || version == kMarkedVersion) && AKFileReadUInt32(stream, &count) == 0;
+               version >= kPlainVersion && version <= kLookedVersion && AKFileReadUInt32(stream, &count) == 0;
   for (unsigned int i = 0; sound && i < count; ++i) {
     objects->push_back(reader.Read(chunk));
     sound = objects->back() != nullptr;
   }
-  if (sound && version == kMarkedVersion) {
+  if (sound && version >= kMarkedVersion) {
     auto marks = ReadMarks(stream, chunk, objects->size(), firstGroup);
-    sound = static_cast<bool>(marks);
+    sound = marks && (version < kLookedVersion || ReadLooks(stream, chunk, &*marks));
     for (std::size_t i = 0; sound && i < objects->size(); ++i) (*objects)[i]->marks = std::move((*marks)[i]);
   }
   if (!sound || objects->empty()) return Problem(N_("there is nothing on the clipboard that can be pasted"));

@@ -1,11 +1,14 @@
 #include "host/storage/DocumentFile.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <cstring>
 
 #include "host/HostLog.h"
-#include "host/model/MarksChunk.h"
 #include "host/model/ObjectRecord.h"
+#include "host/storage/AidsChunk.h"
+#include "host/storage/LooksChunk.h"
+#include "host/storage/MarksChunk.h"
 #include "host/storage/WholeFiles.h"
 #include "host/text/Localisation.h"
 #include "host/text/Utf8Check.h"
@@ -22,6 +25,7 @@ constexpr std::uint32_t kTextSignature = 0x73747267;      // "strg"
 constexpr unsigned int kFlatVersion = 1;                  // objects without layers
 constexpr unsigned int kPlainVersion = 2;
 constexpr unsigned int kMarkedVersion = 3;  // some objects are hidden, locked or in groups
+constexpr unsigned int kLookedVersion = 4;  // some are faint, mirrored or dashed, or the page has guides
 constexpr unsigned int kLayerVisible = 1;
 constexpr unsigned int kLayerLocked = 2;
 
@@ -57,7 +61,7 @@ class DocumentReader {
     AGColor background;
     unsigned int count = 0;
     if (!Ok(AKFileReadUInt32(file_, &version_))) return nullptr;
-    if (version_ < kFlatVersion || version_ > kMarkedVersion) {
+    if (version_ < kFlatVersion || version_ > kLookedVersion) {
       return Fail(Problem(N_("has the unknown format version %s"), {std::to_string(version_)}));
     }
     if (!Ok(AKFileReadAGSize(file_, &page)) || !Ok(AKFileReadAGColor(file_, &background)) ||
@@ -67,7 +71,8 @@ class DocumentReader {
     document_ = std::make_unique<Document>(page);
     document_->SetPage(page, background);
     const LayerID first = document_->FirstLayer().id;
-    const bool sound = version_ == kFlatVersion ? ReadObjects(chunk, count, first) : ReadLayers(chunk, count, first);
+    const bool sound = version_ == kFlatVersion ? ReadObjects(chunk, count, first)
+                                                : ReadLayers(chunk, count, first) && ReadPageAids(chunk);
     return sound ? std::move(document_) : nullptr;
   }
 
@@ -97,6 +102,17 @@ class DocumentReader {
     return true;
   }
 
+  bool ReadPageAids(const AKFileChunk& outer) {
+    if (version_ < kLookedVersion) return true;
+    auto aids = ReadAids(file_, outer);
+    if (!aids) {
+      problem_ = Problem(N_("is damaged: %s"), {aids.Why()});
+      return false;
+    }
+    document_->SetAids(std::move(*aids));
+    return true;
+  }
+
   bool ReadLayer(const AKFileChunk& outer, LayerID layer) {
     AKFileChunk chunk;
     unsigned int flags = 0;
@@ -118,6 +134,10 @@ class DocumentReader {
     auto marks = ReadMarks(file_, outer, order.Count(), document_->NewGroup());
     if (!marks) {
       problem_ = Problem(N_("is damaged: %s"), {marks.Why()});
+      return false;
+    }
+    if (const auto read = version_ < kLookedVersion ? Result<>() : ReadLooks(file_, outer, &*marks); !read) {
+      problem_ = Problem(N_("is damaged: %s"), {read.Why()});
       return false;
     }
     for (std::size_t i = 0; i < marks->size(); ++i) {
@@ -177,16 +197,21 @@ class ObjectWriter {
   std::size_t number_ = 0;
 };
 
-int WriteLayerMarks(AKFile& file, const Layer& layer) {
+int WriteLayerMarks(AKFile& file, const Layer& layer, unsigned int version) {
   std::vector<const ObjectMarks*> marks;
   layer.objects.ForEach([&marks](const DocumentObject& object) { marks.push_back(&object.marks); });
-  return WriteMarks(file, marks);
+  const int status = WriteMarks(file, marks);
+  return status == 0 && version == kLookedVersion ? WriteLooks(file, marks) : status;
 }
 
-bool IsPlain(const Document& document) {
-  bool plain = true;
-  document.ForEachObject([&plain](const DocumentObject& object) { plain = plain && object.marks.IsPlain(); });
-  return plain;
+// The oldest that holds all of it.
+unsigned int VersionFor(const Document& document) {
+  unsigned int version = document.Aids() == PageAids() ? kPlainVersion : kLookedVersion;
+  document.ForEachObject([&version](const DocumentObject& object) {
+    if (!object.marks.IsLoose()) version = std::max(version, kMarkedVersion);
+    if (!object.marks.look.IsPlain()) version = kLookedVersion;
+  });
+  return version;
 }
 
 int WriteLayer(AKFile& file, const Layer& layer, unsigned int version, ObjectWriter* objects) {
@@ -200,7 +225,7 @@ int WriteLayer(AKFile& file, const Layer& layer, unsigned int version, ObjectWri
   layer.objects.ForEach([&](const DocumentObject& object) {
     if (status == 0) status = objects->Write(object);
   });
-  if (status == 0 && version == kMarkedVersion) status = WriteLayerMarks(file, layer);
+  if (status == 0 && version >= kMarkedVersion) status = WriteLayerMarks(file, layer, version);
   return status == 0 ? AKFileWriteChunkComplete(file, chunk) : status;
 }
 
@@ -230,7 +255,7 @@ int WriteDocument(const Document& document, AKFile& file, std::optional<Problem>
   ObjectWriter objects(file, unwritable);
   AKFileChunk chunk{kDocumentSignature};
   int status = AKFileWriteChunkHeader(file, chunk);
-  const unsigned int version = IsPlain(document) ? kPlainVersion : kMarkedVersion;
+  const unsigned int version = VersionFor(document);
   if (status == 0) status = AKFileWriteUInt32(file, version);
   if (status == 0) status = AKFileWriteAGSize(file, document.Page());
   if (status == 0) status = AKFileWriteAGColor(file, document.Background());
@@ -238,6 +263,7 @@ int WriteDocument(const Document& document, AKFile& file, std::optional<Problem>
   for (const Layer* layer : document.Layers()) {
     if (status == 0) status = WriteLayer(file, *layer, version, &objects);
   }
+  if (status == 0 && version == kLookedVersion) status = WriteAids(file, document.Aids());
   return status == 0 ? AKFileWriteChunkComplete(file, chunk) : status;
 }
 

@@ -38,8 +38,8 @@ struct Quantity {
 
 class Reader {
  public:
-  Reader(std::string_view text, Measure measure, std::optional<double> present, Decimals decimals)
-      : rest_(text), measure_(measure), present_(present), decimals_(decimals) {}
+  Reader(std::string_view text, Measure measure, std::optional<double> present, Decimals decimals, double unit)
+      : rest_(text), measure_(measure), present_(present), decimals_(decimals), unit_(unit) {}
 
   std::optional<double> Value() {
     Quantity result;
@@ -48,7 +48,7 @@ class Reader {
     if (goesOn ? !(GetPresent(1, &result) && ReadFactors(&result) && ReadTerms(&result)) : !ReadSum(&result)) return {};
     const bool fits = result.isBare || result.power == (measure_ == Measure::kPlain ? 0 : 1);
     if (!rest_.empty() || !fits || !std::isfinite(result.value)) return {};
-    return result.value;
+    return result.isBare ? result.value * BareUnit() : result.value;
   }
 
  private:
@@ -92,10 +92,18 @@ class Reader {
       Quantity term;
       if (!ReadFactor(&term) || !ReadFactors(&term)) return false;
       if (!sum->isBare && !term.isBare && sum->power != term.power) return false;
-      if (sum->isBare) sum->power = term.power;
+      if (sum->isBare != term.isBare) AddUnit((sum->isBare ? term : *sum).power, sum->isBare ? sum : &term);
       sum->isBare = sum->isBare && term.isBare;
       sum->value += isMinus ? -term.value : term.value;
     }
+  }
+
+  double BareUnit() const { return measure_ == Measure::kLength ? unit_ : 1; }
+
+  // A number without a unit becomes one of a power of the unit, beside another that is.
+  void AddUnit(int power, Quantity* number) const {
+    number->power = power;
+    number->value *= std::pow(BareUnit(), power);
   }
 
   bool ReadFactors(Quantity* product) {
@@ -188,14 +196,15 @@ class Reader {
   const Measure measure_;
   const std::optional<double> present_;
   const Decimals decimals_;
+  const double unit_;
   int depth_ = 0;
 };
 
 }  // namespace
 
-std::optional<double> Evaluate(std::string_view text, Measure measure, std::optional<double> present,
-                               Decimals decimals) {
-  return Reader(text, measure, present, decimals).Value();
+std::optional<double> Evaluate(std::string_view text, Measure measure, std::optional<double> present, Decimals decimals,
+                               double unit) {
+  return Reader(text, measure, present, decimals, unit).Value();
 }
 
 }  // namespace host

@@ -23,12 +23,13 @@ enum class Measure {
 /// How decimals are written: in fields a comma will do too, in lists of numbers it is what lies between two of them.
 enum class Decimals { kPointOrComma, kPoint };
 
-/// The value of a text, in map units or degrees. `present` is what a percent sign means hundredths of, as the unit of a
+/// The value of a text, in map units or degrees. A number without a unit has `unit` map units where a length is asked
+/// for. `present` is what a percent sign means hundredths of, as the unit of a
 /// number, and where a text that begins with * or / begins; without it such texts have no value.
 ///
 /// None for what is not written so, for quantities that don't fit each other (a product of two lengths, a length where
 /// a plain number is asked for), for a division by nothing, and for what is not finite.
 std::optional<double> Evaluate(std::string_view text, Measure measure, std::optional<double> present,
-                               Decimals decimals = Decimals::kPointOrComma);
+                               Decimals decimals = Decimals::kPointOrComma, double unit = 1);
 
 }  // namespace host

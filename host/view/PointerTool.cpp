@@ -182,11 +182,11 @@ void PointerTool::Motion(const AGPoint& point, PointerModifiers modifiers) {
   if (!moved_) {
     if (std::hypot(point.x - start_.x, point.y - start_.y) < kUnsteady) return;
     moved_ = true;
-    if (snap_.objects && mode_ != Mode::kBand) targets_ = SnapTargets(*session_, view_->Shown(size_));
+    if (snap_.HasTargets() && mode_ != Mode::kBand) targets_ = SnapTargets(*session_, view_->Shown(size_), snap_);
     if (HoldsObjects()) Begin();
   }
   snapLines_.clear();
-  if (mode_ == Mode::kMake && SnapsToObjects(modifiers)) snapLines_ = targets_.LinesOf(NewBounds(false, modifiers));
+  if (mode_ == Mode::kMake && SnapsToTargets(modifiers)) snapLines_ = targets_.LinesOf(NewBounds(false, modifiers));
   if (!HoldsObjects()) return;
   working_ = true;
   Drag(point, modifiers);
@@ -238,12 +238,12 @@ void PointerTool::Move(const AGPoint& map, PointerModifiers modifiers) {
   const AGRect free{box_.x0 + dx, box_.y0 + dy, box_.x1 + dx, box_.y1 + dy};
   const auto snapped = [&](int axis, double by, double low) {
     if (by == 0) return by;
-    const auto fit = SnapsToObjects(modifiers) ? targets_.FitBox(axis, free, kSnapReach / view_->Zoom()) : std::nullopt;
+    const auto fit = SnapsToTargets(modifiers) ? targets_.FitBox(axis, free, kSnapReach / view_->Zoom()) : std::nullopt;
     return fit ? by + *fit : Snapped(low + by, modifiers) - low;
   };
   dx = snapped(0, dx, box_.x0);
   dy = snapped(1, dy, box_.y0);
-  if (SnapsToObjects(modifiers)) {
+  if (SnapsToTargets(modifiers)) {
     snapLines_ = targets_.LinesOf({box_.x0 + dx, box_.y0 + dy, box_.x1 + dx, box_.y1 + dy});
   }
   if (isLater_) return session_->Selection().SetShift(AGPoint{dx, dy});
@@ -297,7 +297,7 @@ void PointerTool::Stretch(const AGPoint& map, PointerModifiers modifiers) {
   MoveSide(sides.x, place.x, modifiers.control, &box.x0, &box.x1);
   MoveSide(sides.y, place.y, modifiers.control, &box.y0, &box.y1);
   if (modifiers.shift) box = KeepProportions(placement.bounds, box, sides, modifiers.control);
-  if (upright && SnapsToObjects(modifiers)) snapLines_ = targets_.LinesOf(box);
+  if (upright && SnapsToTargets(modifiers)) snapLines_ = targets_.LinesOf(box);
   if (!frame_.IsSingle()) return FollowFrame({box, placement.angle});
   // The object turns about its centre, which moves: what stays is the opposite side where it is seen.
   const AGPoint newCenter = box.Center();
@@ -431,7 +431,7 @@ PointerTool::Hover PointerTool::HoverAt(const AGPoint& point, PointerModifiers m
 AGPoint PointerTool::FitEdges(const AGPoint& map, const AGPoint& place, HandleSides sides,
                               PointerModifiers modifiers) const {
   AGPoint fitted = place;
-  if (!SnapsToObjects(modifiers)) return fitted;
+  if (!SnapsToTargets(modifiers)) return fitted;
   const double reach = kSnapReach / view_->Zoom();
   if (const auto fit = sides.x == 0 ? std::nullopt : targets_.FitEdge(0, map.x, reach)) fitted.x = map.x + *fit;
   if (const auto fit = sides.y == 0 ? std::nullopt : targets_.FitEdge(1, map.y, reach)) fitted.y = map.y + *fit;
@@ -439,23 +439,23 @@ AGPoint PointerTool::FitEdges(const AGPoint& map, const AGPoint& place, HandleSi
 }
 
 std::string PointerTool::DragText() const {
-  char text[80] = "";
   AGRect box;
-  if (!IsDragging()) return text;
-  if (const auto band = Band(); band && mode_ == Mode::kMake) {
-    std::snprintf(text, sizeof(text), "%.1f × %.1f", band->Width(), band->Height());
-  } else if (mode_ == Mode::kMove && session_->Selection().GetShownBox(&box)) {
-    std::snprintf(text, sizeof(text), "%.1f, %.1f", box.x0, box.y0);
-  } else if (mode_ == Mode::kStretch || mode_ == Mode::kTurn) {
-    const SelectionFrame frame = SelectionFrame::Of(*session_);
-    const ObjectPlacement now = frameToCome_.value_or(frame.Placement());
-    constexpr double kDegree = std::numbers::pi / 180;
-    const double angle = std::remainder((frame_.IsSingle() ? now.angle : turned_) / kDegree, 360);
-    if (mode_ == Mode::kTurn) std::snprintf(text, sizeof(text), "%.1f°", angle);
-    if (mode_ == Mode::kStretch) {
-      std::snprintf(text, sizeof(text), "%.1f × %.1f", now.bounds.Width(), now.bounds.Height());
-    }
+  if (!IsDragging()) return {};
+  const LengthUnit unit = session_->Doc().Aids().unit;
+  const auto sizeText = [unit](const AGRect& of) {
+    return LengthText(of.Width(), unit) + " × " + LengthText(of.Height(), unit);
+  };
+  if (const auto band = Band(); band && mode_ == Mode::kMake) return sizeText(*band);
+  if (mode_ == Mode::kMove && session_->Selection().GetShownBox(&box)) {
+    return LengthText(box.x0, unit) + ", " + LengthText(box.y0, unit);
   }
+  if (mode_ != Mode::kStretch && mode_ != Mode::kTurn) return {};
+  const SelectionFrame frame = SelectionFrame::Of(*session_);
+  const ObjectPlacement now = frameToCome_.value_or(frame.Placement());
+  if (mode_ == Mode::kStretch) return sizeText(now.bounds);
+  constexpr double kDegree = std::numbers::pi / 180;
+  char text[32];
+  std::snprintf(text, sizeof(text), "%.1f°", std::remainder((frame_.IsSingle() ? now.angle : turned_) / kDegree, 360));
   return text;
 }
 

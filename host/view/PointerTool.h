@@ -17,7 +17,7 @@
 //   on nothing             a rubber band, which takes what it touches; with shift it adds
 //   with a class chosen    drag out a new object (shift: a square); a click makes one of 100 by 100
 //
-// Alt lets go of the grid and of other objects.
+// Alt lets go of the grid, of guides and of other objects.
 //
 // Many objects are moved, stretched and turned at once, at the release: until then the session's selection is only
 // shown shifted, or its frame alone goes along, so that a motion costs the same however many they are.
@@ -36,12 +36,6 @@ struct PointerModifiers {
   bool shift = false;
   bool control = false;
   bool alt = false;
-};
-
-/// What places snap to: multiples of a spacing, 0 for none, and other objects in sight, which go before it.
-struct SnapRules {
-  double spacing = 0;
-  bool objects = false;
 };
 
 class PointerTool : public SessionObserver {
@@ -134,7 +128,7 @@ class PointerTool : public SessionObserver {
   AGRect NewBounds(bool clicked, PointerModifiers modifiers) const;
   double Snapped(double value, PointerModifiers modifiers) const;
   AGPoint Snapped(const AGPoint& map, PointerModifiers modifiers) const;
-  bool SnapsToObjects(PointerModifiers modifiers) const { return snap_.objects && !modifiers.alt; }
+  bool SnapsToTargets(PointerModifiers modifiers) const { return snap_.HasTargets() && !modifiers.alt; }
   AGPoint FitEdges(const AGPoint& map, const AGPoint& place, HandleSides sides, PointerModifiers modifiers) const;
 
   DocumentSession* session_ = nullptr;

@@ -61,6 +61,8 @@ SelectionFrame SelectionFrame::Of(const DocumentSession& session) {
     frame.placement_ = object.Placement();
     for (const PropertyHandle& property : PropertyHandles()) frame.fractions_.push_back(property.FractionOf(object));
     frame.brush_ = object.brush;
+    frame.flippedX_ = object.marks.look.flippedX;
+    frame.flippedY_ = object.marks.look.flippedY;
   } else {
     frame.placement_.angle = 0;
     session.Selection().GetShownBox(&frame.placement_.bounds);
@@ -98,17 +100,24 @@ HandleTrack SelectionFrame::TrackOf(const PropertyHandle& property, const ViewTr
   return property.track(placement_.bounds, kInnerInset / view.Zoom());
 }
 
+AGPoint SelectionFrame::Mirrored(AGPoint map) const {
+  const AGRect& b = placement_.bounds;
+  if (flippedX_) map.x = b.x0 + b.x1 - map.x;
+  if (flippedY_) map.y = b.y0 + b.y1 - map.y;
+  return map;
+}
+
 AGPoint SelectionFrame::GradientPlace() const {
   const AGRect& b = placement_.bounds;
   if (brush_.Style() == kAGBrushStyleRadialGradient) {
     // The brush's fraction runs downwards.
-    return OnFrame(b.x0 + brush_.GradientCenterX() * (b.x1 - b.x0),
-                   b.y0 + (1 - brush_.GradientCenterY()) * (b.y1 - b.y0));
+    return Mirrored(
+        {b.x0 + brush_.GradientCenterX() * (b.x1 - b.x0), b.y0 + (1 - brush_.GradientCenterY()) * (b.y1 - b.y0)});
   }
   const double reach = kAxisPart * std::min(std::fabs(b.Width()), std::fabs(b.Height()));
   const AGPoint center = b.Center();
-  return OnFrame(center.x + reach * std::cos(-brush_.GradientAngle()),
-                 center.y + reach * std::sin(-brush_.GradientAngle()));
+  return Mirrored(
+      {center.x + reach * std::cos(-brush_.GradientAngle()), center.y + reach * std::sin(-brush_.GradientAngle())});
 }
 
 AGPoint SelectionFrame::PositionOf(Handle handle, const ViewTransform& view) const {
@@ -118,10 +127,13 @@ AGPoint SelectionFrame::PositionOf(Handle handle, const ViewTransform& view) con
   }
   if (const PropertyHandle* property = PropertyOfHandle(handle)) {
     const auto index = static_cast<std::size_t>(property - PropertyHandles().data());
-    const AGPoint place = TrackOf(*property, view).At(fractions_[index].value_or(0));
+    const AGPoint place = Mirrored(TrackOf(*property, view).At(fractions_[index].value_or(0)));
     return view.ToView(OnFrame(place.x, place.y));
   }
-  if (handle == Handle::kGradient) return view.ToView(GradientPlace());
+  if (handle == Handle::kGradient) {
+    const AGPoint place = GradientPlace();
+    return view.ToView(OnFrame(place.x, place.y));
+  }
   const HandleSides sides = SidesOf(handle);
   const AGPoint center = b.Center();
   return view.ToView(OnFrame(center.x + sides.x * b.Width() / 2, center.y + sides.y * b.Height() / 2));
@@ -155,7 +167,7 @@ AGPoint SelectionFrame::WithinFrame(const AGPoint& point, const ViewTransform& v
 
 AGBrush SelectionFrame::GradientAt(const AGPoint& point, const ViewTransform& view) const {
   const AGRect& b = placement_.bounds;
-  const AGPoint map = WithinFrame(point, view);
+  const AGPoint map = Mirrored(WithinFrame(point, view));
   const AGPoint center = b.Center();
   AGBrush brush(brush_);
   if (brush.Style() == kAGBrushStyleRadialGradient) {
@@ -168,7 +180,7 @@ AGBrush SelectionFrame::GradientAt(const AGPoint& point, const ViewTransform& vi
 }
 
 double SelectionFrame::ValueAt(const PropertyHandle& property, const AGPoint& point, const ViewTransform& view) const {
-  return property.ValueOf(TrackOf(property, view).Nearest(WithinFrame(point, view)));
+  return property.ValueOf(TrackOf(property, view).Nearest(Mirrored(WithinFrame(point, view))));
 }
 
 }  // namespace host

@@ -77,6 +77,7 @@ class SelectionFrame {
  private:
   AGPoint OnFrame(double x, double y) const;  // of map units within the unturned bounds
   AGPoint WithinFrame(const AGPoint& point, const ViewTransform& view) const;  // the way back, from the view
+  AGPoint Mirrored(AGPoint map) const;  // within the bounds, as what the class draws is shown
   AGPoint GradientPlace() const;
   bool IsInsideOfSmall(const AGPoint& point, const ViewTransform& view) const;
   HandleTrack TrackOf(const PropertyHandle& property, const ViewTransform& view) const;
@@ -85,7 +86,9 @@ class SelectionFrame {
   bool single_ = false;
   ObjectPlacement placement_;
   std::vector<std::optional<double>> fractions_;  // of PropertyHandles(), for one object
-  AGBrush brush_;                                 // of the one object
+  bool flippedX_ = false;
+  bool flippedY_ = false;
+  AGBrush brush_;  // of the one object
 };
 
 }  // namespace host

@@ -31,7 +31,18 @@ SnapTargets::Span SnapTargets::SpanOf(const AGRect& box, int axis) {
   return axis == 0 ? Span{box.x0, box.x1} : Span{box.y0, box.y1};
 }
 
-SnapTargets::SnapTargets(const DocumentSession& session, const AGRect& area) {
+SnapTargets::SnapTargets(const DocumentSession& session, const AGRect& area, const SnapRules& rules) {
+  if (rules.objects) AddObjects(session, area);
+  for (int axis = 0; axis < 2; ++axis) {
+    if (rules.guides) guides_[axis] = session.Doc().Aids().Guides(axis);
+    for (std::vector<double>* places : {&edges_[axis], &middles_[axis]}) {
+      places->insert(places->end(), guides_[axis].begin(), guides_[axis].end());
+      std::sort(places->begin(), places->end());
+    }
+  }
+}
+
+void SnapTargets::AddObjects(const DocumentSession& session, const AGRect& area) {
   for (const Layer* layer : session.Doc().Layers()) {
     if (!layer->settings.visible) continue;
     layer->objects.ForEachIn(area, [&](const DocumentObject& object) {
@@ -47,8 +58,6 @@ SnapTargets::SnapTargets(const DocumentSession& session, const AGRect& area) {
       edges_[axis].insert(edges_[axis].end(), {span.low, span.high});
       middles_[axis].push_back(span.Middle());
     }
-    std::sort(edges_[axis].begin(), edges_[axis].end());
-    std::sort(middles_[axis].begin(), middles_[axis].end());
   }
 }
 
@@ -120,7 +129,7 @@ void SnapTargets::AddLines(int axis, const AGRect& box, std::vector<SnapLine>* l
   for (const bool isMiddle : {false, true}) {
     for (const double place : isMiddle ? std::vector{own.Middle()} : std::vector{own.low, own.high}) {
       Span reached = SpanOf(box, 1 - axis);
-      bool any = false;
+      bool any = std::ranges::any_of(guides_[axis], [place](double guide) { return IsSame(guide, place); });
       for (const AGRect& target : boxes_) {
         const Span span = SpanOf(target, axis);
         if (isMiddle ? !IsSame(span.Middle(), place) : !IsSame(span.low, place) && !IsSame(span.high, place)) continue;

@@ -1,5 +1,5 @@
-// What a box that is dragged fits to: the edges and middles of other objects and of the page, and gaps as wide as those
-// between others.
+// What a box that is dragged fits to: the edges and middles of other objects and of the page, gaps as wide as those
+// between others, and guides.
 //
 // Targets are taken once, when a drag begins; a motion then costs a search in sorted numbers, and a look through the
 // boxes beside the dragged one.
@@ -21,14 +21,24 @@ struct SnapLine {
   bool operator==(const SnapLine&) const = default;
 };
 
+/// What places snap to: multiples of a spacing, 0 for none; other objects in sight and guides, which go before it.
+struct SnapRules {
+  double spacing = 0;
+  bool objects = false;
+  bool guides = false;
+
+  bool HasTargets() const { return objects || guides; }
+};
+
 class SnapTargets {
  public:
   /// More objects than this in sight are no targets: one would fit anywhere.
   static constexpr std::size_t kMostTargets = 10000;
 
   SnapTargets() = default;
-  /// The objects within an area that are not selected, hidden or in hidden layers, and the page.
-  SnapTargets(const DocumentSession& session, const AGRect& area);
+  /// As the rules have it the guides, and the page and the objects within an area that are not selected, hidden or in
+  /// hidden layers.
+  SnapTargets(const DocumentSession& session, const AGRect& area, const SnapRules& rules);
 
   /// How far a box is to be moved along x (0) or y (1) so that it fits, at most `reach`; none when nothing is so near.
   std::optional<double> FitBox(int axis, const AGRect& box, double reach) const;
@@ -52,7 +62,10 @@ class SnapTargets {
   void AddLines(int axis, const AGRect& box, std::vector<SnapLine>* lines) const;
   void AddGapLines(int axis, const AGRect& box, std::vector<SnapLine>* lines) const;
 
+  void AddObjects(const DocumentSession& session, const AGRect& area);
+
   std::vector<AGRect> boxes_;  // that of the page last
+  std::array<std::vector<double>, 2> guides_;
   std::array<std::vector<double>, 2> edges_;
   std::array<std::vector<double>, 2> middles_;
 };

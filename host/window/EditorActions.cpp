@@ -170,6 +170,8 @@ void EditorWindow::AddArrangeActions() {
   for (const auto& [name, sides] : matches) {
     AddEdit(name, [this, sides = sides](const ObjectIDs& ids) { return session_->Arrangement().Match(ids, sides); });
   }
+  AddEdit("flip-horizontally", [this](const ObjectIDs& ids) { return session_->Looks().Flip(ids, Axis::kHorizontal); });
+  AddEdit("flip-vertically", [this](const ObjectIDs& ids) { return session_->Looks().Flip(ids, Axis::kVertical); });
   AddEdit("repeat", [this](const ObjectIDs& ids) { return session_->Objects().Repeat(ids); });
 }
 
@@ -206,25 +208,55 @@ void EditorWindow::AddViewActions() {
   add_action("zoom-selection", [this] { canvas_.ZoomToSelection(); });
   add_action("gallery", [this] { ShowGallery(*this); });
   add_action("shortcuts", [this] { ShowShortcuts(*this); });
-  const auto applyGrid = [this](bool) {
-    bool shown = false;
-    bool snaps = false;
-    gridAction_->get_state(shown);
-    snapAction_->get_state(snaps);
-    canvas_.SetGrid(shown, snaps, WindowSettings::Instance().snapToObjects, gridSpacing_);
-  };
   const auto applyRulers = [this](bool on) {
     horizontalRuler_.set_visible(on);
     verticalRuler_.set_visible(on);
+    unit_.set_visible(on);
   };
-  gridAction_ = NewToggle("grid", &WindowSettings::grid, applyGrid);
-  snapAction_ = NewToggle("snap", &WindowSettings::snap, applyGrid);
-  add_action(gridAction_);
-  add_action(snapAction_);
-  add_action(NewToggle("snap-to-objects", &WindowSettings::snapToObjects, applyGrid));
   add_action(NewToggle("rulers", &WindowSettings::rulers, applyRulers));
-  applyGrid(true);
   applyRulers(WindowSettings::Instance().rulers);
+  AddAidActions();
+}
+
+void EditorWindow::AddAidActions() {
+  const std::pair<const char*, bool WindowSettings::*> toggles[] = {{"grid", &WindowSettings::grid},
+                                                                    {"snapping", &WindowSettings::snapping},
+                                                                    {"snap", &WindowSettings::snap},
+                                                                    {"snap-to-objects", &WindowSettings::snapToObjects},
+                                                                    {"snap-to-guides", &WindowSettings::snapToGuides},
+                                                                    {"guides", &WindowSettings::guides},
+                                                                    {"lock-guides", &WindowSettings::guidesLocked}};
+  for (const auto& [name, setting] : toggles) add_action(NewToggle(name, setting, [this](bool) { ApplyAids(); }));
+  AddCommand("remove-guides", [this] {
+    PageAids aids = session_->Doc().Aids();
+    aids.verticalGuides.clear();
+    aids.horizontalGuides.clear();
+    Do(session_->SetAids(std::move(aids), Tr("Remove Guides")));
+  });
+  ApplyAids();
+}
+
+bool EditorWindow::IsOn(const char* toggle) {
+  bool on = false;
+  const auto action = std::dynamic_pointer_cast<Gio::SimpleAction>(lookup_action(toggle));
+  if (action != nullptr) action->get_state(on);
+  return on;
+}
+
+void EditorWindow::ApplyAids() {
+  if (session_ == nullptr) return;
+  const PageAids& aids = session_->Doc().Aids();
+  SnapRules snap;
+  if (IsOn("snapping")) {
+    snap = {IsOn("snap") ? aids.gridStep : 0, IsOn("snap-to-objects"), IsOn("snap-to-guides") && IsOn("guides")};
+  }
+  canvas_.SetGrid(IsOn("grid") ? aids.gridStep : 0);
+  canvas_.SetSnap(snap);
+  canvas_.SetGuides(IsOn("guides"), IsOn("lock-guides"));
+  horizontalRuler_.SetUnit(aids.unit);
+  verticalRuler_.SetUnit(aids.unit);
+  unit_.set_text(NameOf(aids.unit));
+  for (const char* action : {"snap", "snap-to-objects", "snap-to-guides"}) SetEnabled(action, IsOn("snapping"));
 }
 
 // Asked of the toolkit itself, which makes nothing new for it: this is called for each change, memory or none.
@@ -259,6 +291,8 @@ void EditorWindow::UpdateActions() {
                              "ungroup",
                              "lock",
                              "hide",
+                             "flip-horizontally",
+                             "flip-vertically",
                              "repeat"}) {
     SetEnabled(action, count > 0);
   }

@@ -34,6 +34,7 @@ constexpr char kIconName[] = "org.objecthost.Window";  // as the desktop calls t
 constexpr char kStyle[] = R"(
 .canvas { background-color: mix(@theme_bg_color, @theme_fg_color, 0.12); }
 .ruler { background-color: @theme_bg_color; }
+.unit { font-size: 8pt; }
 .tools { padding: 6px; }
 .panel { padding: 6px 10px 12px 10px; }
 .panel-frame > box > title { font-weight: bold; padding: 6px 6px 2px 6px; }

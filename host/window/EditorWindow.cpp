@@ -12,8 +12,6 @@
 #include <gtkmm/scrolledwindow.h>
 #include <gtkmm/separator.h>
 
-#include <cstdio>
-
 #include "host/Host.h"
 #include "host/bundles/ClassRegistry.h"
 #include "host/pictures/DocumentPicture.h"
@@ -127,6 +125,7 @@ void EditorWindow::SetSession(std::unique_ptr<DocumentSession> session) {
   for (const auto& panel : panels_) panel->SetSession(session_.get());
   UpdateTitle();
   UpdateActions();
+  ApplyAids();
   MarkOpen();
 }
 
@@ -186,23 +185,39 @@ void EditorWindow::ShowNotice(Text text, const std::string& name) {
   ShowMessage(TrWith(text, name), Gtk::MessageType::INFO);
 }
 
+// They lie beside the canvas, whose points they tell in their own.
+void EditorWindow::AddRulers() {
+  for (Ruler* ruler : {&horizontalRuler_, &verticalRuler_}) {
+    const bool isAbove = ruler == &horizontalRuler_;
+    ruler->SignalPressed().connect([this, isAbove] { canvas_.PressRuler(isAbove ? 1 : 0); });
+    ruler->SignalDragged().connect([this, isAbove, ruler](AGPoint point, Gdk::ModifierType state) {
+      (isAbove ? point.y : point.x) -= isAbove ? ruler->get_height() : ruler->get_width();
+      canvas_.DragRuler(point, state);
+    });
+    ruler->SignalReleased().connect([this] { canvas_.ReleaseRuler(); });
+  }
+  unit_.add_css_class("ruler");
+  unit_.add_css_class("unit");
+}
+
 Gtk::Widget* EditorWindow::MakeCanvasArea() {
   auto* const grid = Gtk::make_managed<Gtk::Grid>();
   auto* const horizontal = Gtk::make_managed<Gtk::Scrollbar>(canvas_.Horizontal(), Gtk::Orientation::HORIZONTAL);
   auto* const vertical = Gtk::make_managed<Gtk::Scrollbar>(canvas_.Vertical(), Gtk::Orientation::VERTICAL);
+  grid->attach(unit_, 0, 0);
   grid->attach(horizontalRuler_, 1, 0);
   grid->attach(verticalRuler_, 0, 1);
   grid->attach(canvas_, 1, 1);
   grid->attach(*vertical, 2, 1);
   grid->attach(*horizontal, 1, 2);
+  AddRulers();
   canvas_.SignalViewChanged().connect([this] { UpdateZoom(); });
   canvas_.SignalProblem().connect([this](const Problem& problem) { ShowProblem(problem, Gtk::MessageType::WARNING); });
   canvas_.SignalPointer().connect([this](const AGPoint& map) {
     horizontalRuler_.SetPointer(map);
     verticalRuler_.SetPointer(map);
-    char text[64];
-    std::snprintf(text, sizeof(text), "%.1f, %.1f", map.x, map.y);
-    position_.set_text(text);
+    const LengthUnit unit = session_->Doc().Aids().unit;
+    position_.set_text(LengthText(map.x, unit) + ", " + LengthText(map.y, unit));
   });
   canvas_.SignalToolChanged().connect([this] { ShowTool(); });
   canvas_.SignalToolAsked().connect([this](bool stays) { ChooseLastTool(stays); });

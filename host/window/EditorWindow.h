@@ -53,6 +53,7 @@ class EditorWindow : public Gtk::ApplicationWindow, public SessionObserver {
   void OnSelectionChanged() override { UpdateActions(); }
   void OnPathChanged() override;
   void OnLayersChanged() override { UpdateActions(); }
+  void OnAidsChanged() override { ApplyAids(); }
 
  protected:
   bool on_close_request() override;
@@ -74,6 +75,11 @@ class EditorWindow : public Gtk::ApplicationWindow, public SessionObserver {
   void AddArrangeActions();
   void AddMarkActions();
   void AddViewActions();
+  void AddAidActions();
+  /// Grid, guides, snapping and unit are the document's or switched in this window.
+  void ApplyAids();
+  bool IsOn(const char* toggle);
+  void AddRulers();
   void AddEdit(const char* name, Edit edit);
   void AddPanels(Gtk::Box* side);
   Gtk::Widget* MakeCanvasArea();
@@ -125,6 +131,7 @@ class EditorWindow : public Gtk::ApplicationWindow, public SessionObserver {
   CanvasView canvas_;
   Ruler horizontalRuler_{Gtk::Orientation::HORIZONTAL};
   Ruler verticalRuler_{Gtk::Orientation::VERTICAL};
+  Gtk::Label unit_;  ///< where the rulers meet
   std::vector<std::unique_ptr<EditorPanel>> panels_;
   Gtk::Box tools_{Gtk::Orientation::VERTICAL, 4};
   std::vector<std::pair<Gtk::ToggleButton*, std::optional<AKClassID>>> toolButtons_;
@@ -136,9 +143,6 @@ class EditorWindow : public Gtk::ApplicationWindow, public SessionObserver {
   int pasted_ = 0;  ///< how often since something was copied in this window: each paste steps aside of the one before
   std::optional<AKClassID> lastTool_;
   Glib::RefPtr<Gtk::FileChooserNative> chooser_;
-  Glib::RefPtr<Gio::SimpleAction> gridAction_;
-  Glib::RefPtr<Gio::SimpleAction> snapAction_;
-  double gridSpacing_ = 10;
   sigc::connection autosave_;
   std::shared_ptr<bool> alive_ = std::make_shared<bool>(true);  ///< for what comes later and can't be called off
 };

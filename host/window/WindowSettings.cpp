@@ -40,6 +40,10 @@ WindowSettings Load() {
   Read(file.get(), "Grid", &settings.grid);
   Read(file.get(), "Snap", &settings.snap);
   Read(file.get(), "SnapToObjects", &settings.snapToObjects);
+  Read(file.get(), "SnapToGuides", &settings.snapToGuides);
+  Read(file.get(), "Snapping", &settings.snapping);
+  Read(file.get(), "Guides", &settings.guides);
+  Read(file.get(), "GuidesLocked", &settings.guidesLocked);
   Read(file.get(), "Rulers", &settings.rulers);
   gsize count = 0;
   gchar** const names = g_key_file_get_string_list(file.get(), kGroup, "ClosedPanels", &count, nullptr);
@@ -65,6 +69,10 @@ void WindowSettings::Save() const {
   g_key_file_set_boolean(file.get(), kGroup, "Grid", grid);
   g_key_file_set_boolean(file.get(), kGroup, "Snap", snap);
   g_key_file_set_boolean(file.get(), kGroup, "SnapToObjects", snapToObjects);
+  g_key_file_set_boolean(file.get(), kGroup, "SnapToGuides", snapToGuides);
+  g_key_file_set_boolean(file.get(), kGroup, "Snapping", snapping);
+  g_key_file_set_boolean(file.get(), kGroup, "Guides", guides);
+  g_key_file_set_boolean(file.get(), kGroup, "GuidesLocked", guidesLocked);
   g_key_file_set_boolean(file.get(), kGroup, "Rulers", rulers);
   std::vector<const char*> names;
   for (const std::string& name : closedPanels) names.push_back(name.c_str());

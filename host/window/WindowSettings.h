@@ -14,6 +14,10 @@ struct WindowSettings {
   bool grid = false;
   bool snap = false;
   bool snapToObjects = true;
+  bool snapToGuides = true;
+  bool snapping = true;  ///< at all
+  bool guides = true;
+  bool guidesLocked = false;
   bool rulers = true;
   std::set<std::string> closedPanels{"Page"};  ///< by their English names
 

@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "AKPlatform/AKDashes.h"
 #include "platform/graphics/CGColorSpaceValue.h"
 #include "platform/graphics/CGContextState.h"
 
@@ -136,6 +137,15 @@ void CGContextSetLineCap(CGContextRef context, CGLineCap cap) {
 
 void CGContextSetLineJoin(CGContextRef context, CGLineJoin join) {
   if (TakesState(context)) context->state.lineJoin = join;
+}
+
+void CGContextSetDashes(CGContextRef context, const CGFloat* lengths, size_t count) {
+  if (!TakesState(context)) return;
+  const auto set = [&] {
+    context->state.dashes =
+        count == 0 ? nullptr : std::make_shared<const std::vector<double>>(lengths, lengths + count);
+  };
+  if (!platform::Guarded(context, set)) context->state.isLost = true;
 }
 
 void CGContextSetBlendMode(CGContextRef context, CGBlendMode mode) {

@@ -5,6 +5,7 @@
 
 #include "platform/graphics/BitmapPaint.h"
 #include "platform/graphics/StrokeArea.h"
+#include "platform/paths/PathDashes.h"
 
 namespace {
 
@@ -91,10 +92,30 @@ void FillStrokeArea(CGContext* context, const CGAffineTransform& m, double reach
   cairo_fill(cairo);
 }
 
+// By how much a matrix stretches what it stretches most.
+double LargestScale(const CGAffineTransform& m) {
+  const double sum = m.a * m.a + m.b * m.b + m.c * m.c + m.d * m.d;
+  const double difference = m.a * m.a + m.b * m.b - m.c * m.c - m.d * m.d;
+  return std::sqrt((sum + std::hypot(difference, 2 * (m.a * m.c + m.b * m.d))) / 2);
+}
+
+// The current path becomes its dashes. What is a dot has a direction all the same, so that caps are drawn.
+void DashCurrentPath(CGContext* context, double width) {
+  constexpr double kLeast = 0.01;  // line widths
+  std::vector<double> lengths(*context->state.dashes);
+  for (std::size_t i = 0; i < lengths.size(); ++i) lengths[i] = width * std::max(lengths[i], i % 2 == 0 ? kLeast : 0.0);
+  CGPath dashed;
+  if (platform::AddDashes(*context->path.items, lengths, &dashed)) {
+    context->path.Empty();
+    CGPathAddPath(context->path.items, nullptr, &dashed);
+  }
+}
+
 void StrokeCurrentPath(CGContext* context) {
   const CGAffineTransform m = context->UserToDevice();
   const platform::GraphicsState& state = context->state;
   if (!(state.lineWidth > 0) || !std::isfinite(state.lineWidth) || !platform::IsInvertible(m)) return;
+  if (state.dashes != nullptr) DashCurrentPath(context, state.lineWidth * LargestScale(m));
   if (context->bitmap != nullptr) {
     platform::StrokeOnBitmap(context);
     return;

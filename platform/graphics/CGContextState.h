@@ -7,6 +7,7 @@
 #pragma once
 
 #include <cstdint>
+#include <cstdlib>
 #include <memory>
 #include <vector>
 
@@ -24,6 +25,15 @@
 struct CGImage;
 struct CGShading;
 struct CTLine;
+
+/// The pixels that a bitmap context draws into.
+struct BitmapInfo {
+  void* data;
+  std::size_t width;
+  std::size_t height;
+  std::size_t bytesPerRow;
+  std::uint32_t bitmapInfo;
+};
 
 namespace platform {
 
@@ -78,6 +88,7 @@ struct GraphicsState {
   double lineWidth = 1;
   CGLineCap lineCap = kCGLineCapButt;
   CGLineJoin lineJoin = kCGLineJoinMiter;
+  std::shared_ptr<const std::vector<double>> dashes;  ///< in line widths; null for lines without gaps
   bool antialias = true;
   CGBlendMode blendMode = kCGBlendModeNormal;
   CGInterpolationQuality interpolation = kCGInterpolationDefault;
@@ -100,6 +111,21 @@ struct CurrentPath {
   void Empty();
   /// The items, copied if the path was a clip's until now. Throws when memory lacks.
   CGPath& Own();
+};
+
+/// What is drawn as one (AKGroup.h).
+struct Group {
+  struct Freed {
+    void operator()(unsigned char* bytes) const { std::free(bytes); }
+  };
+
+  // Over a bitmap: pixels that are drawn in meanwhile.
+  std::unique_ptr<unsigned char[], Freed> pixels;
+  BitmapInfo own;
+  const BitmapInfo* below;
+  PixelBox box;  ///< what is kept of them
+  // Elsewhere: cairo's clip when the group began.
+  Clip clip;
 };
 
 }  // namespace platform
@@ -125,18 +151,10 @@ struct CGContext final : platform::NativeObject {
   std::size_t lostSaves = 0;  ///< states that memory lacked for; all later ones than the saved
   CGAffineTransform textMatrix = CGAffineTransformIdentity;
   platform::CurrentPath path;
-  platform::CairoSurface scratch;  ///< where shadings are prepared; grows as needed
-  platform::Clip appliedClip;      ///< what cairo's clip holds now; over a bitmap, the last that was drawn under
-  const struct BitmapInfo* bitmap = nullptr;  ///< of a bitmap context; owned by the target
-};
-
-/// The pixels that a bitmap context draws into.
-struct BitmapInfo {
-  void* data;
-  std::size_t width;
-  std::size_t height;
-  std::size_t bytesPerRow;
-  std::uint32_t bitmapInfo;
+  platform::CairoSurface scratch;      ///< where shadings are prepared; grows as needed
+  platform::Clip appliedClip;          ///< what cairo's clip holds now; over a bitmap, the last that was drawn under
+  const BitmapInfo* bitmap = nullptr;  ///< of a bitmap context; owned by the target, or by the group that is drawn in
+  std::vector<std::unique_ptr<platform::Group>> groups;  ///< that are open, one within the other
 };
 
 namespace platform {

@@ -1,10 +1,11 @@
 #!/usr/bin/env python3
 """Uses the window as a user does, with real input events, and checks each step in the saved document.
 
-usage: drive.py PROGRAMS TEST_BUNDLES FONTS_CONF [WORD]
+usage: drive.py PROGRAMS TEST_BUNDLES FONTS_CONF [--part K/N] [WORD]
 
 PROGRAMS is the folder of objecthost and objecthost-window, TEST_BUNDLES that of libraries which a host must refuse. A
-word selects scenarios by name. A scenario that fails leaves a picture of the screen beside the programs' folder.
+word selects scenarios by name, --part each N-th of them from the K-th on, counted from 0. A scenario that fails leaves a
+picture of the screen beside the programs' folder.
 """
 import json
 import math
@@ -1354,6 +1355,46 @@ def the_page_by_its_panel():
         wait_for("both undone", lambda: size() == (600, 400))
 
 
+@scenario
+def looks_guides_and_units():
+    with Editor([BOX], (200, 160)) as window:
+        def page():
+            window.save()
+            return json.loads(window.objecthost("list", "--json", window.path))["page"]
+
+        def enter(field, text):
+            window.click(field)
+            window.key("ctrl+a")
+            window.type(text, 100)
+            window.key("Return")
+
+        def field(name):
+            x0, y0, x1, y1 = window.find_text(name, (920, 0, 1180, 400))
+            return object_field(window, "Width")[0], (y0 + y1) // 2
+        enter(field("Opacity"), "40")
+        window.expect("faint", lambda items: items[0]["opacity"] == 40)
+        enter(field("Radius"), "15")
+        window.expect("a radius", lambda items: near(rounding(items[0]), 0.25, 1e-6))
+        window.click(window.at(200, 160))
+        window.key("h")
+        window.expect("mirrored", lambda items: items[0]["flippedHorizontally"])
+        window.key("v", "h")
+        window.expect("the other way", lambda items: items[0]["flippedVertically"]
+                      and not items[0]["flippedHorizontally"])
+        ruler = (window.at(200, 160)[0], 35)
+        window.drag([ruler, window.at(200, 300), window.at(200, 330)])
+        wait_for("a guide", lambda: [round(y) for y in page()["horizontalGuides"]] == [330])
+        window.drag([window.at(200, 160), window.at(200, 250), window.at(200, 267)])
+        window.expect("its edge on the guide", lambda items: near(items[0]["bounds"][3], page()["horizontalGuides"][0]))
+        window.click(window.at(500, 330))
+        window.key("Delete")
+        wait_for("no guide", lambda: page()["horizontalGuides"] == [])
+        window.key("ctrl+z")
+        wait_for("the guide again", lambda: len(page()["horizontalGuides"]) == 1)
+        window.drag([window.at(500, 330), window.at(500, 390), ruler])
+        wait_for("put away", lambda: page()["horizontalGuides"] == [])
+
+
 ELSEWHERE = {"ctrl+shift+v", "ctrl+shift+p", "ctrl+alt+p", "ctrl+shift+t", "ctrl+b", "ctrl+g", "ctrl+shift+g", "ctrl+l", "ctrl+shift+l", "ctrl+h", "ctrl+shift+h"}  # keys that other scenarios press
 
 
@@ -1408,7 +1449,9 @@ def every_shortcut():
             wait_for(f"another zoom after {key}", lambda: paper() not in (before, None))
         settings = window.folder / ".config" / "objecthost" / "window.ini"
         for key, line in (("ctrl+r", "Rulers=false"), ("ctrl+alt+g", "Grid=true"), ("ctrl+alt+shift+g", "Snap=true"),
-                          ("ctrl+alt+o", "SnapToObjects=false")):
+                          ("ctrl+alt+o", "SnapToObjects=false"), ("ctrl+alt+i", "SnapToGuides=false"),
+                          ("ctrl+alt+shift+u", "GuidesLocked=true"), ("ctrl+alt+u", "\nGuides=false"),
+                          ("ctrl+alt+s", "Snapping=false")):
             press(key)
             wait_for(line, lambda: settings.exists() and line in settings.read_text())
 
@@ -1590,7 +1633,11 @@ def times_and_texts_in_a_panel():
 def run(words):
     global CURRENT
     failures = 0
-    chosen = [function for function in SCENARIOS if all(word in function.__name__ for word in words)]
+    part, parts = 0, 1
+    if words[:1] == ["--part"]:
+        part, parts = map(int, words[1].split("/"))
+        words = words[2:]
+    chosen = [function for function in SCENARIOS if all(word in function.__name__ for word in words)][part::parts]
     if not chosen:
         sys.exit(f"no scenario has {' and '.join(words)} in its name")
     for function in chosen:

@@ -51,6 +51,11 @@ void CanvasView::AddPointer() {
     }
     SlideStep::End();
     pressed_ = view_.ToMap(Cleaned(x, y));
+    guides_.ChooseNone();
+    if (const auto guide = GuideAt(Cleaned(x, y), ModifiersOf(gesture->get_current_event_state()))) {
+      guides_.Press(*guide);
+      return;
+    }
     tool_.SetNewStyle(LastStyle());
     tool_.Press(Cleaned(x, y), ModifiersOf(gesture->get_current_event_state()));
     SlideStep::Drag([this] {
@@ -68,12 +73,14 @@ void CanvasView::AddPointer() {
       return;
     }
     if (!gesture->get_start_point(x, y)) return;
+    if (guides_.IsActive()) return DragRuler(Cleaned(x + dx, y + dy), gesture->get_current_event_state());
     DragTo(Cleaned(x + dx, y + dy), ModifiersOf(gesture->get_current_event_state()));
   });
   drag->signal_drag_end().connect([this, gesture](double dx, double dy) {
     double x = 0;
     double y = 0;
     if (!gesture->get_start_point(x, y)) return;
+    if (guides_.IsActive()) return ReleaseRuler();
     SlideStep::Drag(nullptr);
     edgeTimer_.disconnect();
     const bool made = tool_.NewClass().has_value();
@@ -83,7 +90,10 @@ void CanvasView::AddPointer() {
     queue_draw();
   });
   // A menu that opens, or another window, takes the pointer away.
-  drag->signal_cancel().connect([](Gdk::EventSequence*) { SlideStep::End(); });
+  drag->signal_cancel().connect([this](Gdk::EventSequence*) {
+    SlideStep::End();
+    ReleaseRuler();
+  });
   add_controller(drag);
 
   auto click = Gtk::GestureClick::create();
@@ -217,7 +227,9 @@ bool CanvasView::OnKey(guint key, Gdk::ModifierType state) {
       Nudge(0, -step);
       return true;
     case GDK_KEY_Escape:
-      if (tool_.Cancel()) {
+      if (guides_.Cancel()) {
+        queue_draw();
+      } else if (tool_.Cancel()) {
         SlideStep::Drag(nullptr);
         queue_draw();
       } else if (tool_.NewClass()) {
@@ -228,7 +240,14 @@ bool CanvasView::OnKey(guint key, Gdk::ModifierType state) {
       return true;
     case GDK_KEY_Delete:
     case GDK_KEY_BackSpace:
+      if (guides_.DeleteChosen()) return true;
       return activate_action("win.delete");
+    case GDK_KEY_h:
+    case GDK_KEY_H:
+    case GDK_KEY_v:
+    case GDK_KEY_V:
+      if (modifiers.control || modifiers.alt) return false;
+      return activate_action(key == GDK_KEY_h || key == GDK_KEY_H ? "win.flip-horizontally" : "win.flip-vertically");
     case GDK_KEY_space:
       spaceHeld_ = true;
       return true;

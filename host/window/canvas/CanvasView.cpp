@@ -93,6 +93,7 @@ void CanvasView::SetSession(DocumentSession* session) {
   if (session_ != nullptr) session_->RemoveObserver(this);
   SlideStep::End();
   tool_.SetSession(session);
+  guides_.SetSession(session);
   session_ = session;
   tiles_.SetDocument(session == nullptr ? nullptr : &session->Doc());
   DropShifted();
@@ -128,11 +129,17 @@ void CanvasView::SetNewClass(std::optional<AKClassID> classID, bool stays) {
   ShowPointer(lastPointer_, {});
 }
 
-void CanvasView::SetGrid(bool shown, bool snaps, bool snapsToObjects, double spacing) {
-  tiles_.SetGrid({shown ? spacing : 0});
-  shifted_.SetGrid({shown ? spacing : 0});
-  tool_.SetSnap({snaps ? spacing : 0, snapsToObjects});
+void CanvasView::SetGrid(double spacing) {
+  if (spacing == gridSpacing_) return;
+  gridSpacing_ = spacing;
+  tiles_.SetGrid({spacing});
+  shifted_.SetGrid({spacing});
   queue_draw();
+}
+
+void CanvasView::SetSnap(const SnapRules& snap) {
+  tool_.SetSnap(snap);
+  guides_.SetSnap(snap);
 }
 
 AGSize CanvasView::Size() const { return {static_cast<double>(get_width()), static_cast<double>(get_height())}; }
@@ -300,7 +307,8 @@ void CanvasView::AppendOverlay(Gtk::Snapshot& snapshot) {
 void CanvasView::AppendDragText(Gtk::Snapshot& snapshot) {
   constexpr double kAside = 16;
   constexpr double kRoom = 4;
-  const std::string text = tool_.DragText();
+  std::string text = tool_.DragText();
+  if (const auto& guide = guides_.Dragged()) text = LengthText(guide->place, session_->Doc().Aids().unit);
   if (text.empty()) return;
   auto layout = create_pango_layout(text);
   int width = 0;
@@ -357,13 +365,18 @@ void CanvasView::snapshot_vfunc(const Glib::RefPtr<Gtk::Snapshot>& snapshot) {
   }
   AppendFormer(*snapshot.get());
   AppendSeen(*snapshot.get(), seen);
+  AppendGuides(*snapshot.get());
   AppendOverlay(*snapshot.get());
   AppendDragText(*snapshot.get());
 }
 
 void CanvasView::ShowPointer(const AGPoint& point, PointerModifiers modifiers) {
   const PointerTool::Hover hover = tool_.HoverAt(point, modifiers);
-  set_cursor(Glib::ustring(CursorName(hover.cursor)));
+  if (const auto guide = GuideAt(point, modifiers)) {
+    set_cursor(guide->axis == 0 ? "ew-resize" : "ns-resize");
+  } else {
+    set_cursor(Glib::ustring(CursorName(hover.cursor)));
+  }
   if (std::exchange(hovered_, hover.object) != hover.object) queue_draw();
 }
 

@@ -12,6 +12,7 @@
 #include <map>
 
 #include "host/session/DocumentSession.h"
+#include "host/view/GuideTool.h"
 #include "host/view/PointerTool.h"
 #include "host/view/ShiftedSelection.h"
 #include "host/view/TileCache.h"
@@ -38,7 +39,15 @@ class CanvasView : public Gtk::Widget, public SessionObserver {
   void ZoomToDrawing();  ///< all that is shown
   /// Takes the object below what is selected where a button was pressed last.
   void SelectBelow();
-  void SetGrid(bool shown, bool snaps, bool snapsToObjects, double spacing);
+  /// The spacing of the grid that is shown, 0 for none.
+  void SetGrid(double spacing);
+  void SetSnap(const SnapRules& snap);
+  /// Guides that are hidden or locked can't be moved.
+  void SetGuides(bool shown, bool locked);
+  // A guide comes out of the ruler above (axis 1) or on the left (axis 0); points are those of the canvas.
+  void PressRuler(int axis);
+  void DragRuler(const AGPoint& point, Gdk::ModifierType state);
+  void ReleaseRuler();
   /// The class of what the next drag makes, or, with one that stays, each drag; none to select.
   void SetNewClass(std::optional<AKClassID> classID, bool stays);
   std::optional<AKClassID> NewClass() const { return tool_.NewClass(); }
@@ -68,7 +77,8 @@ class CanvasView : public Gtk::Widget, public SessionObserver {
   // SessionObserver
   void OnAreaChanged(const AGRect& area) override;
   void OnPageChanged() override;
-  void OnSelectionChanged() override { queue_draw(); }
+  void OnAidsChanged() override { queue_draw(); }
+  void OnSelectionChanged() override;
   void OnSelectionShifted() override;
 
  protected:
@@ -114,6 +124,9 @@ class CanvasView : public Gtk::Widget, public SessionObserver {
                   Textures* textures);
   void AppendOverlay(Gtk::Snapshot& snapshot);
   void AppendDragText(Gtk::Snapshot& snapshot);
+  void AppendGuides(Gtk::Snapshot& snapshot);
+  /// The guide that a press at a point would take.
+  std::optional<Guide> GuideAt(const AGPoint& point, PointerModifiers modifiers) const;
   void DragTo(const AGPoint& point, PointerModifiers modifiers);
   bool ScrollAtEdge();
 
@@ -121,6 +134,10 @@ class CanvasView : public Gtk::Widget, public SessionObserver {
   ViewTransform view_;
   TileCache tiles_{nullptr};
   PointerTool tool_{nullptr, &view_};
+  GuideTool guides_{&view_};
+  bool guidesShown_ = true;
+  bool guidesLocked_ = false;
+  double gridSpacing_ = 0;
   ShiftedSelection shifted_;
   Textures textures_;
   Textures formerTextures_;

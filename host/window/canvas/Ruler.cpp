@@ -1,5 +1,7 @@
 #include "host/window/canvas/Ruler.h"
 
+#include <gtkmm/gesturedrag.h>
+
 #include <cmath>
 #include <cstdio>
 
@@ -28,6 +30,26 @@ Ruler::Ruler(Gtk::Orientation orientation) : orientation_(orientation) {
   add_css_class("ruler");
   set_draw_func(
       [this](const Cairo::RefPtr<Cairo::Context>& cairo, int width, int height) { Draw(cairo, width, height); });
+  AddDrag();
+}
+
+void Ruler::AddDrag() {
+  auto drag = Gtk::GestureDrag::create();
+  Gtk::GestureDrag* const gesture = drag.get();
+  drag->signal_drag_begin().connect([this](double, double) { pressed_.emit(); });
+  drag->signal_drag_update().connect([this, gesture](double dx, double dy) {
+    double x = 0;
+    double y = 0;
+    if (gesture->get_start_point(x, y)) dragged_.emit({x + dx, y + dy}, gesture->get_current_event_state());
+  });
+  drag->signal_drag_end().connect([this](double, double) { released_.emit(); });
+  drag->signal_cancel().connect([this](Gdk::EventSequence*) { released_.emit(); });
+  add_controller(drag);
+}
+
+void Ruler::SetUnit(LengthUnit unit) {
+  unit_ = unit;
+  queue_draw();
 }
 
 void Ruler::SetView(const ViewTransform& view) {
@@ -53,12 +75,14 @@ void Ruler::Draw(const Cairo::RefPtr<Cairo::Context>& cairo, int width, int heig
     cairo->translate(0, length);
     cairo->rotate(-std::acos(0.0));
   }
+  const double size = MapUnitsOf(unit_);
   const auto along = [&](double unit) {
-    return across ? view_.ToView({unit, 0}).x : length - view_.ToView({0, unit}).y;
+    return across ? view_.ToView({unit * size, 0}).x : length - view_.ToView({0, unit * size}).y;
   };
   const AGPoint first = view_.ToMap({0, length});
-  const double step = RulerStep(view_.Zoom());
-  for (double unit = std::floor((across ? first.x : first.y) / step) * step; along(unit) < length; unit += step) {
+  const double step = RulerStep(view_.Zoom() * size);
+  for (double unit = std::floor((across ? first.x : first.y) / size / step) * step; along(unit) < length;
+       unit += step) {
     for (int part = 0; part < 10; ++part) {
       const double place = std::floor(along(unit + step * part / 10)) + 0.5;
       const double tick = part == 0 ? thickness : part == 5 ? 7 : 4;
@@ -72,7 +96,7 @@ void Ruler::Draw(const Cairo::RefPtr<Cairo::Context>& cairo, int width, int heig
     cairo->show_text(text);
   }
   cairo->set_source_rgb(0.15, 0.43, 0.86);
-  const double place = std::floor(along(across ? pointer_.x : pointer_.y)) + 0.5;
+  const double place = std::floor(along((across ? pointer_.x : pointer_.y) / size)) + 0.5;
   cairo->move_to(place, 0);
   cairo->line_to(place, thickness);
   cairo->stroke();

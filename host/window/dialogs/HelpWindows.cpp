@@ -37,6 +37,7 @@ constexpr Line kCanvasLines[] = {
     {N_("Keep the center of a stretch"), N_("Ctrl + Handle")},
     {N_("Turn in steps of 15°"), N_("Shift + Turn")},
     {N_("Let go of the grid and of other objects"), N_("Alt + Drag")},
+    {N_("Make a guide; back on the ruler it is gone"), N_("Drag from a Ruler")},
     {N_("Zoom at the pointer"), N_("Ctrl + Wheel")},
     {N_("Move the sheet"), N_("Space + Drag, Middle Button")},
 };

@@ -28,6 +28,7 @@ class EditorPanel : public Gtk::Box, public SessionObserver {
   void OnObjectChanged(ObjectID) override { RefreshSoon(); }
   void OnLayersChanged() override { RefreshSoon(); }
   void OnPageChanged() override { RefreshSoon(); }
+  void OnAidsChanged() override { RefreshSoon(); }
   void OnSelectionChanged() override;
   void OnHistoryChanged() override { RefreshSoon(); }
   void OnActiveLayerChanged() override { RefreshSoon(); }

@@ -22,6 +22,10 @@ class ObjectPanel : public EditorPanel {
   bool GetFrame(AGRect* box) const;
   void PlaceFrame(const AGRect& box);
   void SetAngle(double degrees);
+  void SetRadius(double radius);
+  void ShowRadius();
+  template <typename Get>
+  std::optional<double> Shared(Get get) const;
 
   FormGrid grid_;
   NumberField x_;
@@ -29,6 +33,8 @@ class ObjectPanel : public EditorPanel {
   NumberField width_;
   NumberField height_;
   NumberField angle_;
+  NumberField opacity_;  ///< percent
+  NumberField radius_;
 };
 
 }  // namespace host

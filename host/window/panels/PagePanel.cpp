@@ -32,6 +32,7 @@ guint EntryOf(const AGSize& size) {
 PagePanel::PagePanel()
     : width_(1, kLargest, 10, 2, Tr("Page Width")),
       height_(1, kLargest, 10, 2, Tr("Page Height")),
+      gridStep_(PageAids::kLeastGrid, PageAids::kMostGrid, 1, 2, Tr("Grid Step")),
       fit_(Tr("Fit to Drawing")) {
   std::vector<Glib::ustring> names{Tr("Custom")};
   for (const Paper& paper : kPapers) names.emplace_back(paper.name);
@@ -42,12 +43,19 @@ PagePanel::PagePanel()
   grid_.Row(2, Tr("Width"), width_);
   grid_.Row(3, Tr("Height"), height_);
   grid_.Row(4, Tr("Background"), background_);
-  grid_.attach(fit_, 1, 5);
+  std::vector<Glib::ustring> units;
+  for (const LengthUnit unit : kLengthUnits) units.emplace_back(NameOf(unit));
+  unit_.set_model(Gtk::StringList::create(units));
+  grid_.Row(5, Tr("Unit"), unit_);
+  grid_.Row(6, Tr("Grid Step"), gridStep_);
+  grid_.attach(fit_, 1, 7);
   append(grid_);
-  for (NumberField* field : {&width_, &height_}) field->SetMeasure(Measure::kLength);
+  for (NumberField* field : {&width_, &height_, &gridStep_}) field->SetMeasure(Measure::kLength);
   width_.SignalChosen().connect([this](double width) { SetSize({width, height_.get_value()}, "page width"); });
   height_.SignalChosen().connect([this](double height) { SetSize({width_.get_value(), height}, "page height"); });
   paper_.property_selected().signal_changed().connect([this] { ChoosePaper(); });
+  unit_.property_selected().signal_changed().connect([this] { ChooseUnit(); });
+  gridStep_.SignalChosen().connect([this](double step) { SetGridStep(step); });
   orientation_.property_selected().signal_changed().connect([this] { ChooseOrientation(); });
   background_.signal_color_set().connect([this] {
     if (Session() == nullptr) return;
@@ -86,10 +94,31 @@ void PagePanel::ChooseOrientation() {
           nullptr);
 }
 
+void PagePanel::ChooseUnit() {
+  const guint index = unit_.get_selected();
+  if (Session() == nullptr || IsRefreshing() || index >= std::size(kLengthUnits)) return;
+  SlideStep::End();
+  PageAids aids = Session()->Doc().Aids();
+  aids.unit = kLengthUnits[index];
+  Report(Session()->SetAids(std::move(aids), Tr("Change Unit")));
+}
+
+void PagePanel::SetGridStep(double step) {
+  if (Session() == nullptr || IsRefreshing()) return;
+  SlideStep::Continue(Session(), "grid step");
+  PageAids aids = Session()->Doc().Aids();
+  aids.gridStep = step;
+  Report(Session()->SetAids(std::move(aids), Tr("Change Grid")));
+}
+
 void PagePanel::Refresh() {
   grid_.set_sensitive(Session() != nullptr);
   if (Session() == nullptr) return;
   const AGSize& page = Session()->Doc().Page();
+  const PageAids& aids = Session()->Doc().Aids();
+  for (NumberField* field : {&width_, &height_, &gridStep_}) field->SetUnit(aids.unit);
+  unit_.set_selected(static_cast<guint>(aids.unit));
+  gridStep_.Show(aids.gridStep);
   paper_.set_selected(EntryOf(page));
   orientation_.set_selected(page.width > page.height ? 1 : 0);
   width_.Show(page.width);

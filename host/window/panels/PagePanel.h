@@ -1,4 +1,5 @@
-// The page of the document: its size, by numbers or by the name of a paper, and its background.
+// The page of the document: its size, by numbers or by the name of a paper, its background, the unit
+// of lengths and the step of the grid.
 #pragma once
 
 #include <gtkmm/button.h>
@@ -24,6 +25,8 @@ class PagePanel : public EditorPanel {
   void SetSize(const AGSize& size, const char* burst);
   void ChoosePaper();
   void ChooseOrientation();
+  void ChooseUnit();
+  void SetGridStep(double step);
 
   FormGrid grid_;
   Gtk::DropDown paper_;
@@ -31,6 +34,8 @@ class PagePanel : public EditorPanel {
   NumberField width_;
   NumberField height_;
   Gtk::ColorButton background_;
+  Gtk::DropDown unit_;
+  NumberField gridStep_;
   Gtk::Button fit_;
 };
 

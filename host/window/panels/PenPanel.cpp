@@ -2,6 +2,7 @@
 
 #include <gtkmm/stringlist.h>
 
+#include <algorithm>
 #include <numbers>
 
 #include "host/text/Localisation.h"
@@ -13,6 +14,23 @@ namespace {
 
 constexpr double kDegree = std::numbers::pi / 180;
 constexpr double kWidest = 96;
+
+/// Dashes that the panel offers; others are shown as they are.
+struct DashChoice {
+  Text name;
+  std::vector<double> dashes;
+};
+
+const std::vector<DashChoice>& DashChoices() {
+  static const std::vector<DashChoice> choices = {{N_("Without Gaps"), {}},
+                                                  {N_("Dashed"), {4, 3}},
+                                                  {N_("Short Dashes"), {2, 2}},
+                                                  {N_("Dotted"), {0, 2}},
+                                                  {N_("Dash and Dot"), {5, 2, 1, 2}}};
+  return choices;
+}
+
+constexpr int kDashRow = 6;  // behind all fields of a pen
 
 // Each field has the row of its number.
 int RowOf(PenField field) { return static_cast<int>(field); }
@@ -33,6 +51,11 @@ PenPanel::PenPanel()
   grid_.Row(RowOf(PenField::kJoin), Tr("Joins"), join_);
   grid_.Row(RowOf(PenField::kRatio), Tr("Nib Ratio"), ratio_);
   grid_.Row(RowOf(PenField::kAngle), Tr("Nib Angle"), angle_);
+  std::vector<Glib::ustring> names;
+  for (const DashChoice& choice : DashChoices()) names.emplace_back(Tr(choice.name));
+  dashes_.set_model(Gtk::StringList::create(names));
+  grid_.Row(kDashRow, Tr("Dashes"), dashes_);
+  dashes_.property_selected().signal_changed().connect([this] { ChooseDashes(); });
   append(grid_);
   brush_.SignalChanged().connect([this](BrushField field, const AGBrush& brush, const std::string& burst) {
     if (Session() == nullptr) return;
@@ -79,6 +102,27 @@ void PenPanel::Changed(PenField field, const std::string& burst) {
   NoteStyle(*Session());
 }
 
+void PenPanel::ChooseDashes() {
+  const guint index = dashes_.get_selected();
+  if (IsRefreshing() || Session() == nullptr || index >= DashChoices().size()) return;
+  BeginStep("");
+  Report(Session()->Looks().SetDashes(Session()->Selection().IDs(), DashChoices()[index].dashes));
+}
+
+// Those that are none of the choices show as those that differ do.
+void PenPanel::ShowDashes() {
+  const ObjectIDs& ids = Session()->Selection().IDs();
+  const auto dashesOf = [this](ObjectID id) -> const std::vector<double>& {
+    return Session()->Doc().Find(id)->marks.look.dashes;
+  };
+  const std::vector<double>& first = dashesOf(ids[0]);
+  const auto choice = std::ranges::find(DashChoices(), first, &DashChoice::dashes);
+  const bool isSame = std::ranges::all_of(ids, [&](ObjectID id) { return dashesOf(id) == first; });
+  ShowChoice(&dashes_, static_cast<unsigned int>(choice - DashChoices().begin()),
+             !isSame || choice == DashChoices().end());
+  grid_.ShowMixed(kDashRow, !isSame);
+}
+
 void PenPanel::ShowNumber(PenField field, NumberField* control, double value, const PenFields& differs) {
   if (differs[RowOf(field)]) return control->ShowMixed();
   control->Show(value);
@@ -88,6 +132,7 @@ void PenPanel::Refresh() {
   const auto style = Session() == nullptr ? std::nullopt : StyleOf(Session()->Doc(), Session()->Selection().IDs());
   set_sensitive(style.has_value());
   if (!style) return;
+  size_.SetUnit(Session()->Doc().Aids().unit);
   const AGPen& pen = style->pen;
   const PenFields& differs = style->penDiffers;
   brush_.Show(pen.Brush(), style->penBrushDiffers);
@@ -97,6 +142,7 @@ void PenPanel::Refresh() {
   ShowChoice(&join_, pen.LineJoin(), differs[RowOf(PenField::kJoin)]);
   ShowNumber(PenField::kRatio, &ratio_, pen.Ratio(), differs);
   ShowNumber(PenField::kAngle, &angle_, pen.Angle() / kDegree, differs);
+  ShowDashes();
   for (std::size_t row = 0; row < differs.size(); ++row) grid_.ShowMixed(static_cast<int>(row), differs[row]);
 }
 

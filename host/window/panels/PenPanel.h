@@ -19,6 +19,8 @@ class PenPanel : public EditorPanel {
   /// Before a change: a control that sends bursts has one step for each.
   void BeginStep(const std::string& burst);
   AGPen Entered() const;
+  void ChooseDashes();
+  void ShowDashes();
   void ShowNumber(PenField field, NumberField* control, double value, const PenFields& differs);
   BrushEditor brush_{false};
   FormGrid grid_;
@@ -28,6 +30,7 @@ class PenPanel : public EditorPanel {
   Gtk::DropDown join_;
   NumberField ratio_;
   NumberField angle_;
+  Gtk::DropDown dashes_;
 };
 
 }  // namespace host

@@ -30,7 +30,8 @@ void UseWheelWithFocusAlone(Gtk::Widget* widget) {
 }
 
 NumberField::NumberField(double least, double most, double step, int decimals, const Glib::ustring& accessibleName)
-    : Gtk::SpinButton(Gtk::Adjustment::create(0, least, most, step, 10 * step, 0), step, static_cast<guint>(decimals)) {
+    : Gtk::SpinButton(Gtk::Adjustment::create(0, least, most, step, 10 * step, 0), step, static_cast<guint>(decimals)),
+      step_(step) {
   set_numeric(false);  // else the decimal separator of another habit could not be typed
   UseWheelWithFocusAlone(this);
   set_width_chars(7);
@@ -111,7 +112,8 @@ void NumberField::Input(double* value) {
 
 bool NumberField::Read(const std::string& text, double* value) const {
   if (read_) return read_(text, value);
-  const auto number = Evaluate(text, measure_, mixed_ ? std::nullopt : std::optional(shown_));
+  const auto number = Evaluate(text, measure_, mixed_ ? std::nullopt : std::optional(shown_), Decimals::kPointOrComma,
+                               MapUnitsOf(unit_));
   if (number) *value = *number;
   return number.has_value();
 }
@@ -138,7 +140,8 @@ void NumberField::GiveUp() {
 std::string NumberField::TextOf(double value) const {
   if (write_) return write_(value);
   char text[400];  // the longest number has 309 digits before the separator
-  std::snprintf(text, sizeof(text), "%.*f", static_cast<int>(get_digits()), value);
+  const int digits = unit_ == LengthUnit::kPixel ? static_cast<int>(get_digits()) : DigitsOf(unit_);
+  std::snprintf(text, sizeof(text), "%.*f", digits, value / MapUnitsOf(unit_));
   const bool isZero = std::string_view(text).find_first_of("123456789") == std::string_view::npos;
   return isZero && text[0] == '-' ? text + 1 : text;
 }
@@ -183,6 +186,17 @@ void NumberField::Allow() {
   gtk_accessible_update_property(GTK_ACCESSIBLE(gobj()), GTK_ACCESSIBLE_PROPERTY_DESCRIPTION, tip_.c_str(), -1);
   gtk_accessible_update_state(GTK_ACCESSIBLE(gobj()), GTK_ACCESSIBLE_STATE_INVALID, GTK_ACCESSIBLE_INVALID_FALSE, -1);
   reason_.popdown();
+}
+
+// The wheel goes on by as many units as by pixels, of inches by a tenth.
+void NumberField::SetUnit(LengthUnit unit) {
+  if (unit == unit_) return;
+  unit_ = unit;
+  const double step =
+      step_ * MapUnitsOf(unit) * (unit == LengthUnit::kInch || unit == LengthUnit::kCentimetre ? 0.1 : 1);
+  set_increments(step, 10 * step);
+  if (!mixed_) shownText_ = TextOf(shown_);
+  if (!typed_) WriteText(shownText_);
 }
 
 void NumberField::SetForm(Write write, ReadText read) {

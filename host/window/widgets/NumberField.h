@@ -15,6 +15,7 @@
 #include <functional>
 #include <string>
 
+#include "host/model/PageAids.h"
 #include "host/text/Expression.h"
 #include "host/text/Text.h"
 #include "host/window/widgets/Focus.h"
@@ -32,6 +33,9 @@ class NumberField : public Gtk::SpinButton, public TypedField {
 
   /// What the number is of, and so what units may be typed behind it.
   void SetMeasure(Measure measure) { measure_ = measure; }
+
+  /// Of a length: what it is shown in and a bare number is of. The value stays map units.
+  void SetUnit(LengthUnit unit);
 
   using Write = std::function<std::string(double value)>;
   using ReadText = std::function<bool(const std::string& text, double* value)>;
@@ -79,6 +83,8 @@ class NumberField : public Gtk::SpinButton, public TypedField {
   Write write_;
   ReadText read_;
   Measure measure_ = Measure::kPlain;
+  LengthUnit unit_ = LengthUnit::kPixel;
+  const double step_;  ///< of pixels
   sigc::signal<void(double)> chosen_;
 };
 

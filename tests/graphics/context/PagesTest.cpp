@@ -10,6 +10,8 @@
 #include <string>
 #include <vector>
 
+#include "AKPlatform/AKDashes.h"
+#include "AKPlatform/AKGroup.h"
 #include "AKPlatform/AKVectorContext.h"
 #include "graphics/bitmaps/AGBitmap.h"
 #include "graphics/text/AGFont.h"
@@ -41,6 +43,19 @@ void DrawScene(AGContext context) {
   context.pen.SetAngle(1);
   context.brush.SetStyleNone();
   context.DrawEllipseInRect({120, 60, 200, 120});
+  context.SetClipRect({0, 90, 110, 160});
+  ASSERT_TRUE(CGContextBeginGroup(context.NativePort(), CGRectMake(5, 80, 90, 75)));
+  const CGFloat dashes[] = {2, 1};
+  CGContextSetDashes(context.NativePort(), dashes, 2);
+  context.brush.SetStyleLinearGradient(kAGColorRed, kAGColorBlue, 0.3, 0.7);
+  context.pen.SetStyleSolid(kAGColorBlack, 6, kAGPenSizeModeAbsolute);
+  context.DrawRoundedRect({15, 95, 75, 140}, 0.5);
+  context.ResetClip();
+  context.DrawEllipseInRect({45, 85, 85, 125});
+  CGContextSetDashes(context.NativePort(), nullptr, 0);
+  CGContextEndGroup(context.NativePort(), 0.4);
+  context.brush.SetStyleSolid(kAGColorBlue);
+  context.DrawRect({190, 140, 235, 155});
 }
 
 bool Append(void* info, const void* bytes, std::size_t count) {

@@ -94,6 +94,14 @@ class RandomEditor {
         [&] { std::ignore = session_.Marks().Group(ids); },
         [&] { std::ignore = session_.Marks().Group(session_.Selection().IDs()); },
         [&] { std::ignore = session_.Marks().Ungroup(session_.Selection().IDs()); },
+        [&] { std::ignore = session_.Looks().SetOpacity(ids, Number(-0.2, 1.2)); },
+        [&] {
+          std::ignore = session_.Looks().SetDashes(ids, {x, Pick(2) * x});
+        },
+        [&] { std::ignore = session_.Looks().Flip(ids, static_cast<Axis>(Pick(2))); },
+        [&] {
+          std::ignore = session_.SetAids({kLengthUnits[Pick(5)], Number(0, 20), {x}, {}}, "Aids");
+        },
         [&] { session_.Selection().SelectAll(); },
         [&] {
           if (!ids.empty()) session_.Selection().Enter(ids[0]);
@@ -350,6 +358,74 @@ TEST_F(DocumentSessionTest, LockedAndHidden_StayAsTheyAre) {
   EXPECT_TRUE(session.Doc().Find(ids[0])->marks.groups.empty());
   EXPECT_TRUE(session.Steps().Undo() && session.Steps().Undo() && session.Steps().Undo());
   EXPECT_FALSE(session.Doc().Find(ids[0])->marks.locked);
+}
+
+// The pixels of a page, rows from below.
+std::vector<AGColor> Drawn(const Document& document) {
+  AGBitmap bitmap(document.Page(), AGBitmap::kFlagZeroFill);
+  DrawObjects(document, bitmap.GetContextOfBitmap(), 1);
+  std::vector<AGColor> pixels;
+  for (unsigned int y = 0; y < bitmap.Height(); ++y) {
+    for (unsigned int x = 0; x < bitmap.Width(); ++x) pixels.push_back(bitmap.GetPixelColor(x, y));
+  }
+  return pixels;
+}
+
+// Of gradients, which stay as they are seen, turned objects and objects that were mirrored before.
+TEST_F(DocumentSessionTest, Flip_MirrorsWhatIsSeen) {
+  DocumentSession session(std::make_unique<Document>(AGSize{120, 80}));
+  AGBrush brush;
+  brush.SetStyleLinearGradient(kAGColorRed, kAGColorBlue, 0.4, 0.6);
+  std::vector<ObjectID> all;
+  for (const AGRect& box : {AGRect{10, 5, 50, 35}, AGRect{60, 20, 110, 75}, AGRect{20, 40, 60, 70}}) {
+    all.push_back(Taken(session.Objects().Add(AKClassID("stdRect"), "-default", {box, 0.3 * box.x0})));
+  }
+  ASSERT_TRUE(session.Objects().SetBrush(all, brush));
+  AGRect box;
+  for (const ObjectIDs& ids : {all, ObjectIDs{all[1]}, all}) {
+    for (const Axis axis : {Axis::kHorizontal, Axis::kVertical}) {
+      // On a page whose middle is that of the box.
+      ASSERT_TRUE(session.Selection().GetBox(all, &box));
+      ASSERT_TRUE(session.Objects().Move(all, 60 - box.Center().x, 40 - box.Center().y));
+      const std::vector<AGColor> before = Drawn(session.Doc());
+      ASSERT_TRUE(session.Looks().Flip(ids, axis));
+      const std::vector<AGColor> after = Drawn(session.Doc());
+      if (ids.size() == 1) continue;
+      int far = 0;
+      for (std::size_t i = 0; i < before.size(); ++i) {
+        const std::size_t x = i % 120;
+        const std::size_t y = i / 120;
+        const AGColor mirrored = before[axis == Axis::kHorizontal ? y * 120 + 119 - x : (79 - y) * 120 + x];
+        far += std::abs(after[i].Red() - mirrored.Red()) > 8 || std::abs(after[i].Alpha() - mirrored.Alpha()) > 8;
+      }
+      EXPECT_LT(far, 30) << static_cast<int>(axis);
+    }
+  }
+}
+
+// Where an outline lies on the fill, only the outline is seen through; half of it lies beside, and is as faint.
+TEST_F(DocumentSessionTest, FaintAndDashed_AsDrawnByHand) {
+  DocumentSession session(std::make_unique<Document>(AGSize{100, 100}));
+  const ObjectIDs ids{Taken(session.Objects().Add(AKClassID("stdRect"), "", {{20, 20, 80, 80}, 0}))};
+  AGBrush red;
+  AGPen pen;
+  red.SetStyleSolid(kAGColorRed);
+  pen.SetStyleSolid(kAGColorBlue, 10, kAGPenSizeModeAbsolute);
+  ASSERT_TRUE(session.Objects().SetStyle(ids, red, pen));
+  ASSERT_TRUE(session.Looks().SetOpacity(ids, 0.5));
+  const auto at = [&session](std::size_t x, std::size_t y) { return Drawn(session.Doc())[y * 100 + x]; };
+  EXPECT_EQ(at(50, 50), AGColor(128, 0, 0, 128));  // premultiplied
+  for (const std::size_t x : {17U, 22U}) EXPECT_EQ(at(x, 50), AGColor(0, 0, 128, 128)) << x;
+  EXPECT_EQ(at(5, 5).Alpha(), 0);
+  ASSERT_TRUE(session.Looks().SetOpacity(ids, 1));
+  red.SetStyleNone();
+  ASSERT_TRUE(session.Objects().SetBrush(ids, red));
+  ASSERT_TRUE(session.Looks().SetDashes(ids, {2, 1}));
+  // Six strokes of 20 along each side, ten wide, but for what they share at corners.
+  const auto pixels = Drawn(session.Doc());
+  const auto inked = std::ranges::count_if(pixels, [](AGColor color) { return color.Alpha() > 127; });
+  EXPECT_NEAR(static_cast<double>(inked), 8 * 20 * 10, 101);
+  EXPECT_EQ(session.Selection().ObjectAt({20, 45}, 1), ids[0]) << "a gap is no hole for the pointer";
 }
 
 TEST_F(DocumentSessionTest, Drag_IsOneStep_AndCanBeCancelled) {

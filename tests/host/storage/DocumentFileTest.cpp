@@ -48,10 +48,12 @@ class DocumentFileTest : public testing::Test {
       object->angle = 0.1 * i;
       object->pen.SetSize(1.5 + i);
       if (i == 2) document->InsertLayer({"Über", false, true}, 1);
-      const ObjectMarks marks[] = {{true, false, {7, 8}}, {false, true, {7}}, {}};
+      const ObjectMarks marks[] = {
+          {true, false, {7, 8}}, {false, true, {7}}, {false, false, {}, {0.25, i == 2, false, {3, 1.5}}}};
       object->marks = marks[i];
       document->AppendObject(std::move(object));
     }
+    document->SetAids({LengthUnit::kInch, 12.5, {7, -8.25}, {1e6}});
     return document;
   }
 
@@ -97,6 +99,29 @@ TEST_F(DocumentFileTest, Bytes_OneObject_AreAsDescribed) {
     const std::string said = Said(ReadDocument(Path("wrong")));
     EXPECT_EQ(said.find("are damaged") != std::string::npos, number != kFlags) << number << said;
   }
+
+  // Mirrored and dashed, on a page with guides: no number of what follows may be any but the flags.
+  document.SetMarks(document.ObjectAt(0).id, {false, false, {}, {0.5, true, false, {3, 1}}});
+  document.SetAids({LengthUnit::kMillimetre, 1, {2}, {}});
+  ASSERT_TRUE(WriteDocument(document, Path("l")));
+  const Bytes looked = Read(Path("l"));
+  EXPECT_EQ(looked.substr(8, 4), Bytes("\4\0\0\0", 4));
+  const Bytes rest = looked.substr(bytes.size());
+  EXPECT_EQ(rest, Bytes("HMrk\x08\0\0\0\0\0\0\0\0\0\0\0"
+                        "HLok\x28\0\0\0\1\0\0\0\0\0\0\0\1\0\0\0\0\0\0\0\0\0\xe0\x3f"
+                        "\2\0\0\0\0\0\0\0\0\0\x08\x40\0\0\0\0\0\0\xf0\x3f"
+                        "HAid\x1c\0\0\0\2\0\0\0\0\0\0\0\0\0\xf0\x3f"
+                        "\1\0\0\0\0\0\0\0\0\0\0\x40\0\0\0\0",
+                        100));
+  const std::pair<std::size_t, std::size_t> numbers[] = {{24, 4}, {28, 4}, {36, 8}, {44, 4}, {48, 8}, {56, 8},
+                                                         {72, 4}, {76, 8}, {84, 4}, {88, 8}, {96, 4}};
+  for (const auto& [place, size] : numbers) {
+    Bytes damaged = looked;
+    damaged.replace(bytes.size() + place, size, size, '\xff');
+    Write(Path("wrong"), damaged);
+    EXPECT_NE(Said(ReadDocument(Path("wrong"))).find("are damaged"), std::string::npos) << place;
+  }
+  document.SetAids({});
   document.SetMarks(document.ObjectAt(0).id, {});
 
   // The same in the first version, without the layer.

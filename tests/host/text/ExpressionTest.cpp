@@ -79,6 +79,13 @@ TEST(ExpressionTest, Values) {
       EXPECT_NEAR(*value, *one.value, 1e-9);
     }
   }
+  const std::pair<const char*, double> inMillimetres[] = {{"20", 20},      {"20 + 5mm", 25},       {"1cm - 2 * 3", 4},
+                                                          {"2 * 1cm", 20}, {"(1 + 1cm) / 2", 5.5}, {"50% + 1", 11}};
+  for (const auto& [text, expected] : inMillimetres) {
+    const auto value =
+        Evaluate(text, Measure::kLength, 20 * kMillimetre, Decimals::kPointOrComma, kMillimetre).value_or(0);
+    EXPECT_NEAR(value / kMillimetre, expected, 1e-9) << text;
+  }
   for (const char* text : {"50%", "*2"}) EXPECT_FALSE(Evaluate(text, Measure::kPlain, {})) << text;
   EXPECT_FALSE(Evaluate("1,5", Measure::kLength, {}, Decimals::kPoint));
   EXPECT_FALSE(Evaluate(std::string(100000, '(') + "1" + std::string(100000, ')'), Measure::kPlain, {}));

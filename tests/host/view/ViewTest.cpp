@@ -11,6 +11,7 @@
 
 #include "host/bundles/BundleSet.h"
 #include "host/model/ObjectProperties.h"
+#include "host/view/GuideTool.h"
 #include "host/view/Outlines.h"
 #include "host/view/PointerTool.h"
 #include "host/view/ShiftedSelection.h"
@@ -226,6 +227,53 @@ TEST_F(CanvasTest, Snap_GoesToEdgesMiddlesAndEqualGaps) {
   tool_->SetNewClass(AKClassID("stdRect"));
   Drag(Seen(240, 170), Seen(203, 198));
   ExpectRect(session_->Doc().ObjectAt(4).bounds, {200, 170, 240, 200});
+}
+
+TEST_F(CanvasTest, Guides_ComeGoAndAreFittedTo) {
+  GuideTool guides(&view_);
+  guides.SetSession(session_.get());
+  const AGSize size{400, 300};
+  const auto drag = [&](const AGPoint& to, bool isFree) {
+    guides.Motion({to.x / 2, to.y / 2}, size, isFree);
+    guides.Motion(to, size, isFree);
+    EXPECT_TRUE(guides.Release());
+  };
+  const auto places = [this](int axis) { return session_->Doc().Aids().Guides(axis); };
+  using Places = std::vector<double>;
+  guides.SetSnap({10, true, true});
+  guides.PressOnRuler(1);
+  drag(Seen(50, 123), true);
+  EXPECT_EQ(places(1), Places{123});
+  guides.PressOnRuler(0);
+  drag(Seen(83, 50), false);
+  EXPECT_EQ(places(0), Places{80}) << "on the grid";
+  ASSERT_TRUE(guides.GuideAt(Seen(82, 10)));
+  EXPECT_FALSE(guides.GuideAt(Seen(90, 10)));
+  guides.Press(*guides.GuideAt(Seen(82, 10)));
+  drag(Seen(197, 10), false);
+  EXPECT_EQ(places(0), Places{200}) << "on the page's middle";
+
+  // An object fits to both, with a line along each; without the rule and with alt it doesn't.
+  const ObjectID id = AddRect({20, 20, 60, 60});
+  tool_->SetSnap({0, false, true});
+  Drag(Seen(40, 40), Seen(177, 100));
+  EXPECT_EQ(Object(id).bounds, (AGRect{160, 83, 200, 123}));
+  Drag(Seen(180, 103), Seen(183, 103), {.alt = true});
+  EXPECT_EQ(Object(id).bounds.x0, 163);
+
+  guides.Press({0, 200});
+  drag({-5, 20}, false);
+  EXPECT_TRUE(places(0).empty()) << "back on its ruler";
+  session_->Steps().Undo();
+  guides.Press({0, 200});
+  EXPECT_TRUE(guides.Release());
+  EXPECT_EQ(guides.Chosen(), (Guide{0, 200}));
+  EXPECT_TRUE(guides.DeleteChosen());
+  EXPECT_FALSE(guides.DeleteChosen());
+  EXPECT_TRUE(places(0).empty());
+  while (session_->Steps().Undo()) {
+  }
+  EXPECT_EQ(session_->Doc().Aids(), PageAids());
 }
 
 TEST_F(CanvasTest, ControlDrag_MovesCopies) {

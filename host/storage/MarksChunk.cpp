@@ -1,4 +1,4 @@
-#include "host/model/MarksChunk.h"
+#include "host/storage/MarksChunk.h"
 
 #include <unordered_map>
 
@@ -92,7 +92,7 @@ int WriteMarks(AKFile& file, const std::vector<const ObjectMarks*>& objects) {
   std::vector<unsigned int> marked;
   for (std::size_t i = 0; i < objects.size(); ++i) {
     const ObjectMarks& marks = *objects[i];
-    if (marks.IsPlain()) continue;
+    if (marks.IsLoose()) continue;
     marked.push_back(static_cast<unsigned int>(i));
     marked.push_back((marks.hidden ? kHidden : 0) | (marks.locked ? kLocked : 0));
     marked.push_back(groups.NumberOf(marks.groups));
