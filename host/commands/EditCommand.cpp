@@ -78,13 +78,13 @@ void EditContext::SetSession(std::unique_ptr<DocumentSession> next) {
 
 const std::vector<const EditCommand*>& EditCommands() {
   static const std::vector<const EditCommand*> commands = {
-      &kNewEdit,        &kOpenEdit,   &kSaveEdit,   &kCloseEdit,   &kAddEdit,       &kListEdit,   &kGetEdit,
-      &kSetEdit,        &kStyleEdit,  &kDeleteEdit, &kMoveEdit,    &kResizeEdit,    &kRotateEdit, &kAlignEdit,
-      &kDistributeEdit, &kMatchEdit,  &kRepeatEdit, &kOrderEdit,   &kDuplicateEdit, &kCopyEdit,   &kCutEdit,
-      &kPasteEdit,      &kSelectEdit, &kGroupEdit,  &kUngroupEdit, &kLockEdit,      &kUnlockEdit, &kHideEdit,
-      &kShowEdit,       &kLayersEdit, &kLayerEdit,  &kPageEdit,    &kDrawEdit,      &kExportEdit, &kThumbnailEdit,
-      &kImportEdit, &kOpacityEdit,    &kFlipEdit,   &kDashEdit,   &kGuideEdit,   &kInspectEdit,   &kUndoEdit,   &kRedoEdit,
-      &kHistoryEdit,    &kBeginEdit,  &kEndEdit,    &kCancelEdit,
+      &kNewEdit,        &kOpenEdit,    &kSaveEdit,   &kCloseEdit,   &kAddEdit,       &kListEdit,    &kGetEdit,
+      &kSetEdit,        &kStyleEdit,   &kDeleteEdit, &kMoveEdit,    &kResizeEdit,    &kRotateEdit,  &kAlignEdit,
+      &kDistributeEdit, &kMatchEdit,   &kRepeatEdit, &kOrderEdit,   &kDuplicateEdit, &kCopyEdit,    &kCutEdit,
+      &kPasteEdit,      &kSelectEdit,  &kGroupEdit,  &kUngroupEdit, &kLockEdit,      &kUnlockEdit,  &kHideEdit,
+      &kShowEdit,       &kLayersEdit,  &kLayerEdit,  &kPageEdit,    &kDrawEdit,      &kExportEdit,  &kThumbnailEdit,
+      &kImportEdit,     &kOpacityEdit, &kFlipEdit,   &kDashEdit,    &kGuideEdit,     &kInspectEdit, &kUndoEdit,
+      &kRedoEdit,       &kHistoryEdit, &kBeginEdit,  &kEndEdit,     &kCancelEdit,
   };
   return commands;
 }
