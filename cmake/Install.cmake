@@ -1,6 +1,6 @@
 # What plug-in authors get: the kit's libraries and headers, a CMake package "AKKit" with the targets AKKit::Platform,
 # AKKit::Kit and AKKit::Graphics and the function akkit_add_bundle, a pkg-config file "akkit"; and the host with its
-# bundle and the one that examines hosts. The components are those of the packages (Packages.cmake).
+# bundles and the one that examines hosts. The components are those of the packages (Packages.cmake).
 include(CMakePackageConfigHelpers)
 
 set(include_folder ${CMAKE_INSTALL_INCLUDEDIR}/akkit)
@@ -58,8 +58,8 @@ if(AK_WINDOW)
 endif()
 if(NOT AK_PACKAGES)
   set_target_properties(${programs} PROPERTIES INSTALL_RPATH "$ORIGIN/${from_program}")
-  set_target_properties(StdRectangle HostTorture PROPERTIES INSTALL_RPATH "$ORIGIN/${from_plugins}")
+  set_target_properties(StdRectangle StdPicture HostTorture PROPERTIES INSTALL_RPATH "$ORIGIN/${from_plugins}")
 endif()
 install(TARGETS ${programs} RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR} COMPONENT host)
-install(TARGETS StdRectangle LIBRARY DESTINATION ${plugin_folder} COMPONENT host)
+install(TARGETS StdRectangle StdPicture LIBRARY DESTINATION ${plugin_folder} COMPONENT host)
 install(TARGETS HostTorture LIBRARY DESTINATION ${torture_folder} COMPONENT host)

@@ -8,6 +8,7 @@ if(AK_NATIVE STREQUAL "linux")
   pkg_check_modules(CAIRO REQUIRED IMPORTED_TARGET cairo)
   pkg_check_modules(HIGHWAY REQUIRED IMPORTED_TARGET libhwy)
   pkg_check_modules(PANGO REQUIRED IMPORTED_TARGET pangocairo pangoft2 fontconfig harfbuzz fribidi)
+  pkg_check_modules(GLIB REQUIRED IMPORTED_TARGET glib-2.0)
   set(native_headers ${PROJECT_SOURCE_DIR}/platform/include)
 else()
   # The published headers are the system's; the project's own beside them come from the tree.

@@ -75,6 +75,26 @@ expect 0 '' draw a.akd a.svg
 grep -q '</svg>' a.svg || fault "a.svg is no SVG file"
 expect 0 '' export a.akd a.jpg
 expect 0 '' export a.akd a.tiff --scale 2
+# Parts of a document, by what they are, and what comes back of their pictures.
+expect 0 '' new parts.akd --size 200,100
+expect 0 '^0$' add parts.akd stdRect --bounds 10,10,50,30 --set Brush.Color='(255;0;0;255)' --set Pen.Size=2
+expect 0 '^1$' add parts.akd stdRect --bounds 100,60,180,90 --set Pen.Brush.Style=None
+expect 0 '^0$' select parts.akd --fill red --class stdRect
+expect 0 '^1  stdRect.*$' list parts.akd --stroke none
+expect 0 '^$' select parts.akd --fill '#00ff00'
+expect 1 'is no colour' list parts.akd --fill reddish
+expect 0 '' export parts.akd one.png --objects 0 --dpi 144
+expect 0 '' export parts.akd all.png --drawing --width 342
+expect 0 '' export parts.akd one.svg --objects 1
+[ "$(identify -format '%wx%h ' one.png all.png)" = '84x44 342x162 ' ] || fault "parts: $(identify one.png all.png)"
+expect 1 'exclude each other' export parts.akd one.png --dpi 2 --width 3
+expect 1 'no object' export parts.akd one.png --selected
+expect 0 '^2$' import parts.akd one.png --at 5,6
+expect 0 '"class": "stdPict".*"bounds": \[5, 6, 89, 50\]' list parts.akd --json --class stdPict
+printf '<svg width="20" height="10"><rect width="5" height="5"/><path/></svg>' > two.svg
+expect 0 '1 of 2 elements' import parts.akd two.svg --bounds 0,0,40,20
+expect 0 '^3  stdRect  \(0;10;10;20\)' list parts.akd --stroke none --fill black
+expect 1 "can't import" import parts.akd parts.akd
 [ "$(head -c 3 a.jpg | od -An -tx1 | tr -d ' ')" = ffd8ff ] || fault "a.jpg is no JPEG file"
 [ "$(head -c 3 a.tiff)" = II\* ] || fault "a.tiff is no TIFF file"
 expect 1 "can't write" export a.akd missing/a.jpg

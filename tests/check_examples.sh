@@ -1,8 +1,8 @@
 #!/usr/bin/env bash
-# What the label and the picture do with what users give them: check_examples.sh OBJECTHOST BUNDLES IMAGES_FOLDER
+# What the label and the picture do with what users give them: check_examples.sh OBJECTHOST LABEL PICTURE IMAGES_FOLDER
 set -u
-host=("$1" --only-bundle "$2/Label.so" --only-bundle "$2/StdPicture.so")
-images=$3
+host=("$1" --only-bundle "$2" --only-bundle "$3")
+images=$4
 folder=$(mktemp -d)
 trap 'rm -rf "$folder"' EXIT
 cd "$folder" || exit 1

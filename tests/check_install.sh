@@ -89,6 +89,8 @@ for bundle in "$folder/cmake/Star.so" "$folder/plain/Star.so"; do
 done
 LC_ALL=de_DE.UTF-8 "$host" info "$prefix/lib/objecthost/plugins/StdRectangle.so" | grep -q Rechteck ||
   fault "the translations are not installed"
+LC_ALL=de_DE.UTF-8 "$host" info "$prefix/lib/objecthost/plugins/StdPicture.so" | grep -q Bilderrahmen ||
+  fault "the picture is not installed"
 "$host" torture > "$folder/log" 2>&1 || fault "the installed host is found wrong: $(cat "$folder/log")"
 
 # A project of an author's own, with a translation, passes its own test.

@@ -56,16 +56,16 @@ const char* CStdPicture::TakeFrom(const AKGUIDesc& panel, unsigned int control) 
   switch (control) {
     case kChooseButton:
       ChooseFile();
-      return "Choose Picture";
+      return NKLocaleGetString("Choose Picture");
     case kSaveButton:
       SaveCopy();
-      return "Save a Copy of Picture";
+      return NKLocaleGetString("Save a Copy of Picture");
     case kFitMenu:
       if (const unsigned int index = panel.GetMenuIndex(control); index <= kStretch) fit_ = index;
-      return "Change Picture Fit";
+      return NKLocaleGetString("Change Picture Fit");
     case kSmoothBox:
       smooth_ = panel.GetValueAsBool(control);
-      return "Change Picture Smoothness";
+      return NKLocaleGetString("Change Picture Smoothness");
     default:
       return nullptr;
   }
@@ -77,7 +77,7 @@ int CStdPicture::akmInspector(AKGUIDesc& panel, AKGUIEvent& event) {
   if (event.kind != AKGUIEvent::kControlChanged) return 0;
   const char* name = TakeFrom(panel, event.ctrlID);
   if (name == nullptr) return 0;
-  event.actionName = AKString(NKLocaleGetString(name));
+  event.actionName = AKString(name);
   ShowIn(panel);
   return 0;
 }

@@ -46,6 +46,7 @@ const std::vector<Command>& Commands() {
       Alone<kDrawEdit>(),
       Alone<kExportEdit>(),
       Alone<kThumbnailEdit>(),
+      Alone<kImportEdit>(),
       kScriptCommand,
       kRecoverCommand,
       kInfoCommand,

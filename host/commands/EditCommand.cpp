@@ -78,13 +78,13 @@ void EditContext::SetSession(std::unique_ptr<DocumentSession> next) {
 
 const std::vector<const EditCommand*>& EditCommands() {
   static const std::vector<const EditCommand*> commands = {
-      &kNewEdit,        &kOpenEdit,   &kSaveEdit,   &kCloseEdit,   &kAddEdit,       &kListEdit,   &kGetEdit,
-      &kSetEdit,        &kStyleEdit,  &kDeleteEdit, &kMoveEdit,    &kResizeEdit,    &kRotateEdit, &kAlignEdit,
-      &kDistributeEdit, &kMatchEdit,  &kRepeatEdit, &kOrderEdit,   &kDuplicateEdit, &kCopyEdit,   &kCutEdit,
-      &kPasteEdit,      &kSelectEdit, &kGroupEdit,  &kUngroupEdit, &kLockEdit,      &kUnlockEdit, &kHideEdit,
-      &kShowEdit,       &kLayersEdit, &kLayerEdit,  &kPageEdit,    &kDrawEdit,      &kExportEdit, &kThumbnailEdit,
-      &kOpacityEdit,    &kFlipEdit,   &kDashEdit,   &kGuideEdit,   &kInspectEdit,   &kUndoEdit,   &kRedoEdit,
-      &kHistoryEdit,    &kBeginEdit,  &kEndEdit,    &kCancelEdit,
+      &kNewEdit,        &kOpenEdit,    &kSaveEdit,   &kCloseEdit,   &kAddEdit,       &kListEdit,    &kGetEdit,
+      &kSetEdit,        &kStyleEdit,   &kDeleteEdit, &kMoveEdit,    &kResizeEdit,    &kRotateEdit,  &kAlignEdit,
+      &kDistributeEdit, &kMatchEdit,   &kRepeatEdit, &kOrderEdit,   &kDuplicateEdit, &kCopyEdit,    &kCutEdit,
+      &kPasteEdit,      &kSelectEdit,  &kGroupEdit,  &kUngroupEdit, &kLockEdit,      &kUnlockEdit,  &kHideEdit,
+      &kShowEdit,       &kLayersEdit,  &kLayerEdit,  &kPageEdit,    &kDrawEdit,      &kExportEdit,  &kThumbnailEdit,
+      &kImportEdit,     &kOpacityEdit, &kFlipEdit,   &kDashEdit,    &kGuideEdit,     &kInspectEdit, &kUndoEdit,
+      &kRedoEdit,       &kHistoryEdit, &kBeginEdit,  &kEndEdit,     &kCancelEdit,
   };
   return commands;
 }
@@ -173,6 +173,25 @@ Result<> ParseLayer(const EditContext& context, const std::string& text, LayerID
     return {};
   }
   return Problem(N_("%s has no layer \"%s\""), {context.Name(), text});
+}
+
+Result<> ParseWanted(const EditContext& context, const EditArguments& arguments, Wanted* wanted) {
+  if (arguments.Has("class")) wanted->classID = AKClassID(arguments.Value("class", "").c_str());
+  wanted->name = arguments.Value("name", "");
+  if (arguments.Has("layer")) {
+    LayerID layer{};
+    if (const auto done = ParseLayer(context, arguments.Value("layer", ""), &layer); !done) return done.Why();
+    wanted->layer = layer;
+  }
+  const std::pair<const char*, std::optional<WantedPaint>*> paints[] = {{"fill", &wanted->fill},
+                                                                        {"stroke", &wanted->stroke}};
+  for (const auto& [option, paint] : paints) {
+    const std::string text = arguments.Value(option, "");
+    if (arguments.Has(option)) *paint = ParsePaint(text);
+    if (!arguments.Has(option) || *paint) continue;
+    return Problem(N_("\"%s\" is no colour: none, a name, #RRGGBB or R,G,B is needed"), {text});
+  }
+  return {};
 }
 
 Result<> ParseAssignments(const std::vector<std::string>& words,

@@ -1,10 +1,6 @@
-// Commands that make, open, save and export documents.
+// Commands that make, open and save documents.
 #include "host/commands/EditCommand.h"
 #include "host/commands/PageOptions.h"
-#include "host/pictures/DocumentPicture.h"
-#include "host/pictures/Thumbnail.h"
-#include "host/terminal/ProgressBar.h"
-#include "host/text/ParseNumber.h"
 
 namespace host {
 namespace {
@@ -54,30 +50,6 @@ Result<> RunClose(EditContext& context, const EditArguments& arguments) {
   return {};
 }
 
-Result<> RunExport(EditContext& context, const EditArguments& arguments) {
-  PictureOptions options;
-  const std::string scale = arguments.Value("scale", "1");
-  if (!ParseFinite(scale, &options.scale) || options.scale <= 0) {
-    return Problem(N_("\"%s\" is no scale: a number above 0 is needed"), {scale});
-  }
-  const std::string quality = arguments.Value("quality", "0.9");
-  if (!ParseFinite(quality, &options.quality) || options.quality < 0 || options.quality > 1) {
-    return Problem(N_("\"%s\" is no quality: a number from 0 to 1 is needed"), {quality});
-  }
-  options.transparent = arguments.Has("transparent");
-  ProgressBar progress("drawing");
-  return ExportPicture(context.Doc(), arguments.words[0], options, &progress);
-}
-
-Result<> RunThumbnail(EditContext& context, const EditArguments& arguments) {
-  const std::string text = arguments.words.size() < 2 ? "256" : arguments.words[1];
-  std::size_t side = 0;
-  if (!ParseIndex(text, &side) || side < 1 || side > 4096) {
-    return Problem(N_("\"%s\" is no size: a number of pixels from 1 to 4096 is needed"), {text});
-  }
-  return SaveThumbnail(context.Doc(), arguments.words[0], static_cast<double>(side));
-}
-
 }  // namespace
 
 int RunNewOnFile(const std::vector<std::string>& words) {
@@ -111,43 +83,5 @@ const EditCommand kSaveEdit = {
     "save", EditUse::kScriptOnly, "save it: save [FILE] [--overwrite]", "", "", "overwrite", 0, 1, &RunSave};
 const EditCommand kCloseEdit = {"close",  EditUse::kScriptOnly, "close it: close [--discard]", "", "", "discard", 0, 0,
                                 &RunClose};
-
-const EditCommand kDrawEdit = {
-    "draw",
-    EditUse::kEverywhere,
-    "draw a document into a picture file",
-    "usage: objecthost draw FILE PICTURE [--scale S] [--quality Q] [--transparent]\n\n"
-    "Draws the page into a file whose name ends in .png, .jpg, .tif, .pdf or .svg, S pixels or\n"
-    "points a unit (1), with its background unless --transparent is given. Q, for .jpg, is from 0,\n"
-    "the smallest file, to 1, the best picture (0.9).\n",
-    "scale quality",
-    "transparent",
-    1,
-    1,
-    &RunExport};
-
-const EditCommand kExportEdit = {"export",
-                                 EditUse::kEverywhere,
-                                 "the same as \"draw\"",
-                                 "usage: objecthost export FILE PICTURE [--scale S] [--quality Q] [--transparent]\n\n"
-                                 "What \"draw\" does.\n",
-                                 "scale quality",
-                                 "transparent",
-                                 1,
-                                 1,
-                                 &RunExport};
-
-const EditCommand kThumbnailEdit = {
-    "thumbnail",
-    EditUse::kEverywhere,
-    "draw a document as a small picture",
-    "usage: objecthost thumbnail FILE PICTURE [SIZE]\n\n"
-    "Draws the page into a PNG file, whatever its name ends in, the longer side SIZE pixels (256).\n"
-    "File managers show documents by it.\n",
-    "",
-    "",
-    1,
-    2,
-    &RunThumbnail};
 
 }  // namespace host

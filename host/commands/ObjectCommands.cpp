@@ -49,10 +49,17 @@ Result<> RunAdd(EditContext& context, const EditArguments& arguments) {
 }
 
 Result<> RunList(EditContext& context, const EditArguments& arguments) {
+  Wanted wanted;
+  if (const auto done = ParseWanted(context, arguments, &wanted); !done) return done.Why();
+  ListedObjects listed;
+  if (!wanted.IsEmpty()) {
+    const ObjectIDs found = FindObjects(context.Doc(), wanted);
+    listed.emplace(found.begin(), found.end());
+  }
   if (arguments.IsJson()) {
-    context.output = JsonOfDocument(*context.session);
+    context.output = JsonOfDocument(*context.session, listed);
   } else {
-    context.output = arguments.Has("all") ? FullListing(context.Doc()) : ShortListing(context.Doc());
+    context.output = arguments.Has("all") ? FullListing(context.Doc(), listed) : ShortListing(context.Doc(), listed);
   }
   return {};
 }
@@ -139,13 +146,14 @@ const EditCommand kListEdit = {
     "list",
     EditUse::kEverywhere,
     "list the objects of a document",
-    "usage: objecthost list FILE [--all] [--json]\n\n"
+    "usage: objecthost list FILE [--all] [--json] [--class CLASS] [--layer LAYER] [--fill COLOUR]\n"
+    "                  [--stroke COLOUR] [--name TEXT]\n\n"
     "One line an object: number, class, bounds, angle in degrees, and the properties of its\n"
     "class, whether it is hidden or locked, and the groups that it is in, as in g0/g1: g0 names all objects of\n"
     "the group where a command takes objects. With --all every property, to seven digits. With --json the page, the "
     "layers and every\n"
-    "property of every object.\n",
-    "",
+    "property of every object. The other options leave out what does not fit, as with \"select\".\n",
+    kWantedOptions,
     "all json",
     0,
     0,

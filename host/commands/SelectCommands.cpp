@@ -41,7 +41,13 @@ Result<> FindAt(const EditContext& context, const EditArguments& arguments, Obje
   return {};
 }
 
-Result<> FindObjects(const EditContext& context, const EditArguments& arguments, ObjectIDs* found) {
+Result<> FindNamed(const EditContext& context, const EditArguments& arguments, ObjectIDs* found) {
+  Wanted wanted;
+  if (const auto done = ParseWanted(context, arguments, &wanted); !done) return done.Why();
+  if (!wanted.IsEmpty()) {
+    *found = FindObjects(context.Doc(), wanted);
+    return {};
+  }
   if (arguments.Has("at")) return FindAt(context, arguments, found);
   if (arguments.Has("within")) return FindWithin(context, arguments, "within", Band::kWithin, found);
   if (arguments.Has("touching")) return FindWithin(context, arguments, "touching", Band::kTouched, found);
@@ -65,7 +71,7 @@ Result<> AddAlike(const EditContext& context, const std::string& what, ObjectIDs
 
 Result<> RunSelect(EditContext& context, const EditArguments& arguments) {
   ObjectIDs found;
-  if (const auto done = FindObjects(context, arguments, &found); !done) return done.Why();
+  if (const auto done = FindNamed(context, arguments, &found); !done) return done.Why();
   if (arguments.Has("same")) {
     if (const auto done = AddAlike(context, arguments.Value("same", ""), &found); !done) return done.Why();
   }
@@ -140,13 +146,16 @@ const EditCommand kSelectEdit = {
     EditUse::kEverywhere,
     "select objects, or find them by place",
     "usage: objecthost select FILE [OBJECTS | none] [--at X,Y [--below] [--tolerance UNITS] |\n"
-    "                  --within X0,Y0,X1,Y1 | --touching X0,Y0,X1,Y1] [--same fill|stroke|class] [--add] [--json]\n\n"
+    "                  --within X0,Y0,X1,Y1 | --touching X0,Y0,X1,Y1 | WHAT] [--same fill|stroke|class] [--add] "
+    "[--json]\n\n"
     "Selects objects and prints their numbers: those named, the foremost one that shows ink at a point\n"
     "(with --below the next one behind what is selected there),\n"
     "or those that a band takes whole or touches; with --same all that are filled or outlined like the\n"
-    "first of them, or of its class. In a script the selection stays, and later commands\n"
+    "first of them, or of its class. WHAT is one or more of --class CLASS, --layer LAYER, --fill COLOUR,\n"
+    "--stroke COLOUR (a name, #RRGGBB, R,G,B or none) and --name TEXT, a part of the name of the class or of a\n"
+    "text that the object has; all have to fit. In a script the selection stays, and later commands\n"
     "name it \"selected\". A place or a band takes whole groups. What is hidden or locked is not selected.\n",
-    "at tolerance within touching same",
+    "at tolerance within touching same class layer fill stroke name",
     "add below json",
     0,
     1,

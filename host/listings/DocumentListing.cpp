@@ -85,12 +85,14 @@ std::string AidsText(const PageAids& aids) {
   return text + "\n";
 }
 
-std::string ShortListing(const Document& document) {
+std::string ShortListing(const Document& document, const ListedObjects& listed) {
   std::string text;
   const MarkTexts marks(document);
   std::size_t number = 0;
   document.ForEachObject([&](const DocumentObject& object) {
-    text += Header(object, number++) + "  " + RectText(object.bounds) + "  " + Number(object.angle * kRadToDeg);
+    const std::size_t own = number++;
+    if (listed && !listed->contains(object.id)) return;
+    text += Header(object, own) + "  " + RectText(object.bounds) + "  " + Number(object.angle * kRadToDeg);
     PropertiesOf(object).ForEach([&text](const AKString& key, const AKValue& value) {
       if (IsClassProperty(key)) text += "  " + Printable(DisplayText(key) + "=" + RoundedText(value));
     });
@@ -99,13 +101,15 @@ std::string ShortListing(const Document& document) {
   return text;
 }
 
-std::string FullListing(const Document& document) {
+std::string FullListing(const Document& document, const ListedObjects& listed) {
   std::string text = "page " + Number(document.Page().width) + " by " + Number(document.Page().height) + "\n";
   if (const PageAids& aids = document.Aids(); !(aids == PageAids())) text += AidsText(aids);
   const MarkTexts marks(document);
   std::size_t number = 0;
   document.ForEachObject([&](const DocumentObject& object) {
-    text += Header(object, number++);
+    const std::size_t own = number++;
+    if (listed && !listed->contains(object.id)) return;
+    text += Header(object, own);
     PropertiesOf(object).ForEach([&text](const AKString& key, const AKValue& value) {
       text += "  " + Printable(DisplayText(key) + "=" + RoundedText(value));
     });

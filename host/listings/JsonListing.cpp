@@ -83,7 +83,7 @@ void WriteObject(JsonWriter* json, const DocumentSession& session, const Documen
   json->EndObject();
 }
 
-std::string JsonOf(const DocumentSession& session, bool withObjects) {
+std::string JsonOf(const DocumentSession& session, bool withObjects, const ListedObjects& listed) {
   JsonWriter json;
   std::size_t number = 0;
   std::size_t layerNumber = 0;
@@ -102,8 +102,10 @@ std::string JsonOf(const DocumentSession& session, bool withObjects) {
     if (withObjects) {
       json.Key("objects");
       json.BeginArray();
-      layer->objects.ForEach(
-          [&](const DocumentObject& object) { WriteObject(&json, session, object, number++, groups); });
+      layer->objects.ForEach([&](const DocumentObject& object) {
+        const std::size_t own = number++;
+        if (!listed || listed->contains(object.id)) WriteObject(&json, session, object, own, groups);
+      });
       json.EndArray();
     } else {
       json.Integer("objects", static_cast<long long>(layer->objects.Count()));
@@ -225,8 +227,10 @@ void WriteClass(JsonWriter* json, const RegisteredClass& entry) {
 
 }  // namespace
 
-std::string JsonOfDocument(const DocumentSession& session) { return JsonOf(session, true); }
-std::string JsonOfLayers(const DocumentSession& session) { return JsonOf(session, false); }
+std::string JsonOfDocument(const DocumentSession& session, const ListedObjects& listed) {
+  return JsonOf(session, true, listed);
+}
+std::string JsonOfLayers(const DocumentSession& session) { return JsonOf(session, false, std::nullopt); }
 
 std::string JsonOfProperties(const AKDictionary& properties) {
   JsonWriter json;

@@ -4,6 +4,7 @@
 #include <string>
 
 #include "host/bundles/Bundle.h"
+#include "host/listings/DocumentListing.h"
 #include "host/panels/Inspector.h"
 #include "host/session/DocumentSession.h"
 #include "kit/values/AKDictionary.h"
@@ -14,7 +15,7 @@ namespace host {
 /// {"page": {"width", "height", "background": [r, g, b, a]}, "layers": [{"number", "name", "visible", "locked",
 /// "active", "objects": [{"number", "class", "placeholder", "selected", "bounds": [x0, y0, x1, y1], "angle" in degrees,
 /// "properties"}]}]}
-std::string JsonOfDocument(const DocumentSession& session);
+std::string JsonOfDocument(const DocumentSession& session, const ListedObjects& listed = std::nullopt);
 /// The same without the objects, whose count stands in their place.
 std::string JsonOfLayers(const DocumentSession& session);
 

@@ -33,16 +33,6 @@ AKString FirstName(const AKString& path) {
   return name.IsEmpty() ? path : name;
 }
 
-AKDictionary ClassProperties(const DocumentObject& object) {
-  AKDictionary properties;
-  if (object.IsPlaceholder()) return properties;
-  const AKClass& cls = *object.instance->Class();
-  if (HasSlot(cls, kAKMethodGetObjectProperties)) {
-    CallSlot<int, AKDictionary*>(cls, kAKMethodGetObjectProperties, object.instance.get(), &properties);
-  }
-  return properties;
-}
-
 // Four numbers in parentheses, the whole text.
 bool ParseRect(const std::string& text, AGRect* rect) {
   if (text.size() < 2 || text.front() != '(' || text.back() != ')') return false;
@@ -124,8 +114,7 @@ int TakeProperty(const DocumentObject& object, HostFields* fields, const AKStrin
   } else {
     AKDictionary properties;
     properties.SetValue(name, value);
-    const AKClass& cls = *object.instance->Class();
-    return CallSlot<int, const AKDictionary&>(cls, kAKMethodSetObjectProperties, object.instance.get(), properties);
+    return SetClassProperties(object, properties);
   }
   return 0;
 }
@@ -155,6 +144,22 @@ bool WasTaken(const AKValue& value, const AKValue& old, const AKValue& now, cons
 }
 
 }  // namespace
+
+AKDictionary ClassProperties(const DocumentObject& object) {
+  AKDictionary properties;
+  if (object.IsPlaceholder()) return properties;
+  const AKClass& cls = *object.instance->Class();
+  if (HasSlot(cls, kAKMethodGetObjectProperties)) {
+    CallSlot<int, AKDictionary*>(cls, kAKMethodGetObjectProperties, object.instance.get(), &properties);
+  }
+  return properties;
+}
+
+int SetClassProperties(const DocumentObject& object, const AKDictionary& properties) {
+  const AKClass& cls = *object.instance->Class();
+  if (!HasSlot(cls, kAKMethodSetObjectProperties)) return -1;
+  return CallSlot<int, const AKDictionary&>(cls, kAKMethodSetObjectProperties, object.instance.get(), properties);
+}
 
 std::optional<double> LengthOfOne(const ObjectPlacement& placement, const std::string& property) {
   if (property != "Rounding") return std::nullopt;

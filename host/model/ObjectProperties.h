@@ -16,6 +16,9 @@ namespace host {
 /// Everything that the object has; a placeholder has only what the host keeps.
 AKDictionary PropertiesOf(const DocumentObject& object);
 
+/// What its class gives; nothing for a placeholder.
+AKDictionary ClassProperties(const DocumentObject& object);
+
 /// The name that users see of a class; its ID when no bundle has it.
 std::string ClassName(AKClassID classID);
 
@@ -33,6 +36,9 @@ struct HostFields {
 Result<> SetProperty(const DocumentObject& object, HostFields* fields, const std::string& path,
                      const std::string& text);
 
+/// Gives the instance of an object, which is no placeholder, properties of its class. 0, or what the class returned; a
+/// class that takes none returns -1.
+int SetClassProperties(const DocumentObject& object, const AKDictionary& properties);
 /// The length, map units, of which a property of a class is a part, so that users can give it as a length, too: of
 /// "Rounding" half the shorter side, the largest radius. None for other properties, and where the length is 0.
 std::optional<double> LengthOfOne(const ObjectPlacement& placement, const std::string& property);

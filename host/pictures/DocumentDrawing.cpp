@@ -94,14 +94,14 @@ int DrawObject(const DocumentObject& object, const AGContext& context) {
 }
 
 bool DrawObjects(const Document& document, const AGContext& context, double scale, Progress* progress,
-                 UndrawnObject* undrawn) {
+                 UndrawnObject* undrawn, const DrawnObjects& drawn) {
   std::size_t count = 0;
   bool goesOn = true;
   DrawScaled(context, scale, [&] {
     for (const Layer* layer : document.Layers()) {
       if (!layer->settings.visible) continue;
       layer->objects.ForEach([&](const DocumentObject& object) {
-        if (!goesOn || object.marks.hidden) return;
+        if (!goesOn || object.marks.hidden || (drawn && !drawn(object))) return;
         const int status = DrawObject(object, context);
         MemoryWatch::Look();
         if (status != 0 && undrawn != nullptr && undrawn->status == 0) *undrawn = {object.id, status};

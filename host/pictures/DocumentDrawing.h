@@ -21,14 +21,14 @@ struct UndrawnObject {
   int status = 0;  ///< what the class returned; 0 for none
 };
 
-/// Draws the objects of the visible layers in order through the context, each with its own brush and pen. `scale`
-/// multiplies map units. False when `progress`, which may be null, stopped it. `undrawn`, which may be null, receives
-/// the first object that failed; the others are drawn all the same.
-bool DrawObjects(const Document& document, const AGContext& context, double scale, Progress* progress = nullptr,
-                 UndrawnObject* undrawn = nullptr);
-
 /// Which objects are drawn; an empty one takes all.
 using DrawnObjects = std::function<bool(const DocumentObject&)>;
+
+/// Draws the objects of the visible layers in order through the context, each with its own brush and pen. `scale`
+/// multiplies map units. False when `progress`, which may be null, stopped it. `undrawn`, which may be null, receives
+/// the first object that failed; the others are drawn all the same. Only those that `drawn` takes are.
+bool DrawObjects(const Document& document, const AGContext& context, double scale, Progress* progress = nullptr,
+                 UndrawnObject* undrawn = nullptr, const DrawnObjects& drawn = nullptr);
 
 /// The same for those objects alone that may paint within `area`, in map units, and that `drawn` takes. The caller
 /// clips: what is drawn may reach beyond the area.

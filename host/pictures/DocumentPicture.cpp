@@ -4,6 +4,7 @@
 #include <cerrno>
 #include <cstdio>
 #include <cstring>
+#include <unordered_set>
 
 #include "AKPlatform/AKVectorContext.h"
 #include "CoreGraphics/CGContext.h"
@@ -79,10 +80,27 @@ struct Job {
   UndrawnObject undrawn{};
 };
 
+AGRect AreaOf(const Job& job) {
+  const AGSize page = job.document.Page();
+  return job.options.area.value_or(AGRect{0, 0, page.width, page.height});
+}
+
+bool DrawTaken(Job* job, const AGContext& context) {
+  const double scale = job->options.scale;
+  if (!job->options.objects) return DrawObjects(job->document, context, scale, job->progress, &job->undrawn);
+  const std::unordered_set<ObjectID> taken(job->options.objects->begin(), job->options.objects->end());
+  return DrawObjects(job->document, context, scale, job->progress, &job->undrawn,
+                     [&taken](const DocumentObject& object) { return taken.contains(object.id); });
+}
+
 Result<> DrawAll(Job* job, const AGContext& context) {
-  if (!DrawObjects(job->document, context, job->options.scale, job->progress, &job->undrawn)) {
-    return Problem(N_("the picture was given up"));
-  }
+  const AGRect area = AreaOf(*job);
+  const double scale = job->options.scale;
+  CGContextSaveGState(context.NativePort());
+  CGContextConcatCTM(context.NativePort(), {1, 0, 0, 1, -area.x0 * scale, -area.y0 * scale});
+  const bool goesOn = DrawTaken(job, context);
+  CGContextRestoreGState(context.NativePort());
+  if (!goesOn) return Problem(N_("the picture was given up"));
   if (MemoryWatch::RanOut()) return NoMemory();
   return {};
 }
@@ -97,8 +115,8 @@ Result<> Completed(const Job& job) {
 }
 
 AGSize SizeOf(const Job& job) {
-  const AGSize page = job.document.Page();
-  return {page.width * job.options.scale, page.height * job.options.scale};
+  const AGRect area = AreaOf(job);
+  return {area.Width() * job.options.scale, area.Height() * job.options.scale};
 }
 
 Result<> RenderPage(Job* job, const KindInfo& info, Bytes* file) {
@@ -164,6 +182,24 @@ Result<> Write(Job* job, const KindInfo& info, const std::string& path) {
 }
 
 }  // namespace
+
+bool GetPictureBox(const Document& document, const ObjectIDs& ids, AGRect* box) {
+  bool found = false;
+  for (const ObjectID id : ids) {
+    const DocumentObject* const object = document.Find(id);
+    if (object == nullptr || object->marks.hidden || !document.LayerOf(id)->settings.visible) continue;
+    ObjectPlacement placement = object->Placement();
+    const double around = object->pen.Appears() ? object->pen.Size() / 2 : 0;
+    AGRect& bounds = placement.bounds;
+    bounds = {bounds.x0 - around, bounds.y0 - around, bounds.x1 + around, bounds.y1 + around};
+    const AGRect own = TurnedBox(placement);
+    *box = found ? AGRect{std::min(box->x0, own.x0), std::min(box->y0, own.y0), std::max(box->x1, own.x1),
+                          std::max(box->y1, own.y1)}
+                 : own;
+    found = true;
+  }
+  return found;
+}
 
 bool PictureKindOf(const std::string& path, PictureKind* kind) {
   std::string lower(path);

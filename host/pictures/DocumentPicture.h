@@ -1,10 +1,11 @@
 // Documents as picture files.
 #pragma once
 
+#include <optional>
 #include <string>
 #include <vector>
 
-#include "host/model/Document.h"
+#include "host/model/EditRules.h"
 #include "host/pictures/Progress.h"
 #include "host/text/Problem.h"
 
@@ -20,7 +21,15 @@ struct PictureOptions {
   double scale = 1;          ///< pixels of a bitmap, or points of a page, a map unit
   bool transparent = false;  ///< without the document's background; on white in JPEG and TIFF files
   double quality = 0.9;      ///< of JPEG, 0 (smallest file) to 1 (best picture)
+  /// What is seen, in map units, with an area; the page without it.
+  std::optional<AGRect> area = std::nullopt;
+  /// The objects that are drawn; all without it. What is hidden is not.
+  std::optional<ObjectIDs> objects = std::nullopt;
 };
+
+/// The box of what objects paint, provided that they keep to their bounds and half of the pen's width around them.
+/// Hidden ones, and those of hidden layers, have no part in it. False for none that is shown.
+bool GetPictureBox(const Document& document, const ObjectIDs& ids, AGRect* box);
 
 /// The page as a picture file in memory: PNG, PDF or SVG. Fails when there is no such picture, or when `progress`,
 /// which may be null, stopped the work.

@@ -14,6 +14,7 @@
 #include "host/session/SessionArrangement.h"
 #include "host/session/SessionClipboard.h"
 #include "host/session/SessionFile.h"
+#include "host/session/SessionImport.h"
 #include "host/session/SessionLayers.h"
 #include "host/session/SessionLooks.h"
 #include "host/session/SessionMarks.h"
@@ -45,6 +46,7 @@ class DocumentSession {
   SessionArrangement& Arrangement() { return arrangement_; }
   SessionClipboard& Clipboard() { return clipboard_; }
   const SessionClipboard& Clipboard() const { return clipboard_; }
+  SessionImport& Import() { return import_; }
   SessionMarks& Marks() { return marks_; }
   const SessionMarks& Marks() const { return marks_; }
   SessionLooks& Looks() { return looks_; }
@@ -81,6 +83,7 @@ class DocumentSession {
   SessionLooks looks_{*document_, steps_, selection_};
   SessionArrangement arrangement_{*document_, steps_, selection_, objects_};
   SessionClipboard clipboard_{*document_, steps_, selection_, activeLayer_, objects_};
+  SessionImport import_{*document_, steps_, selection_, activeLayer_};
   SessionLayers layers_{*document_, steps_, activeLayer_};
   SessionFile file_{*document_, steps_, observers_};
   std::uint64_t serial_;

@@ -13,6 +13,7 @@
 #include "host/window/Toggle.h"
 #include "host/window/dialogs/GalleryWindow.h"
 #include "host/window/dialogs/HelpWindows.h"
+#include "host/window/dialogs/PrintDialog.h"
 #include "host/window/widgets/TypedField.h"
 
 namespace host {
@@ -79,9 +80,13 @@ void EditorWindow::AddFileActions() {
   AddCommand("save", [this] { Save([] {}); });
   AddCommand("save-as", [this] { SaveAs([] {}); });
   AddCommand("export", [this] { Export(); });
+  AddCommand("import", [this] { ChooseImport(); });
+  AddCommand("print", [this] { Print(); });
+  AddCommand("print-preview", [this] { Do(PreviewPrint(*this, session_->Doc())); });
   AddCommand("close", [this] { close(); });
   AddCommand("load-bundle", [this] {
-    ChooseFile(Tr("Load Bundle"), {{Tr("Bundles"), "*.so"}}, [this](const std::string& path) { OpenDropped(path); });
+    ChooseFile(Tr("Load Bundle"), {{Tr("Bundles"), "*.so"}},
+               [this](const std::string& path) { OpenDropped(path, {}); });
   });
 }
 
@@ -98,15 +103,10 @@ void EditorWindow::AddEditActions() {
   AddUndo("redo", "text.redo", [this] { session_->Steps().Redo(); });
   AddTextCommand("cut", "clipboard.cut", [this] { CopySelection(true); });
   AddTextCommand("copy", "clipboard.copy", [this] { CopySelection(false); });
-  AddTextCommand("paste", "clipboard.paste", [this] { PasteClipboard(); });
-  AddCommand("paste-in-place", [this] {
-    const std::string& clipboard = EditorApplication::Clipboard();
-    if (!clipboard.empty()) Do(session_->Clipboard().Paste(clipboard, 0, 0));
-  });
-  AddCommand("paste-at-pointer", [this] {
-    const std::string& clipboard = EditorApplication::Clipboard();
-    if (!clipboard.empty()) Do(session_->Clipboard().PasteAt(clipboard, canvas_.PointerPlace()));
-  });
+  AddTextCommand("paste", "clipboard.paste", [this] { PasteClipboard(PastePlace::kAside); });
+  AddCommand("paste-in-place", [this] { PasteClipboard(PastePlace::kInPlace); });
+  AddCommand("paste-at-pointer", [this] { PasteClipboard(PastePlace::kAtPointer); });
+  AddCommand("find", [this] { ShowFind(); });
   AddTextCommand("select-all", kSelectAllText, [this] { session_->Selection().SelectAll(); });
   AddCommand("select-none", [this] { session_->Selection().SelectNone(); });
   AddCommand("select-below", [this] { canvas_.SelectBelow(); });
@@ -309,25 +309,6 @@ void EditorWindow::UpdateActions() {
     application->ShowUndoTitles(session_->Steps().UndoTitle(), session_->Steps().RedoTitle());
   }
   toolbar_.ShowSteps(session_->Steps());
-}
-
-void EditorWindow::CopySelection(bool cut) {
-  std::string clipboard;
-  if (cut) {
-    Do(session_->Clipboard().Cut(session_->Selection().IDs(), &clipboard));
-  } else {
-    clipboard = session_->Clipboard().Copy(session_->Selection().IDs());
-  }
-  if (clipboard.empty()) return;
-  EditorApplication::Clipboard() = clipboard;
-  pasted_ = 0;
-}
-
-void EditorWindow::PasteClipboard() {
-  const std::string& clipboard = EditorApplication::Clipboard();
-  if (clipboard.empty()) return;
-  const double aside = ++pasted_ * kPasteOffset;
-  Do(session_->Clipboard().Paste(clipboard, aside, -aside));
 }
 
 }  // namespace host

@@ -67,25 +67,24 @@ void AddStyle() {
 
 }  // namespace
 
-// Not unique: windows of several programs may stand side by side, and no message bus is needed.
-EditorApplication::EditorApplication(BundleSet* bundles)
-    : Gtk::Application(kIconName, Gio::Application::Flags::HANDLES_OPEN | Gio::Application::Flags::NON_UNIQUE),
-      bundles_(bundles),
-      atWork_([this] {
-        for (EditorWindow* editor : Editors()) editor->KeepChanges();
-      }) {
-  Host::Instance().userInterface = &interface_;
-}
+// Without a message bus each program has its own windows, whatever it wants to share.
+EditorApplication::EditorApplication(BundleSet* bundles, bool shares)
+    : Gtk::Application(kIconName, shares ? Gio::Application::Flags::HANDLES_OPEN
+                                         : Gio::Application::Flags::HANDLES_OPEN | Gio::Application::Flags::NON_UNIQUE),
+      bundles_(bundles) {}
 
 EditorApplication::~EditorApplication() { Host::Instance().userInterface = nullptr; }
 
-Glib::RefPtr<EditorApplication> EditorApplication::Create(BundleSet* bundles) {
-  return Glib::make_refptr_for_instance(new EditorApplication(bundles));
+Glib::RefPtr<EditorApplication> EditorApplication::Create(BundleSet* bundles, bool shares) {
+  return Glib::make_refptr_for_instance(new EditorApplication(bundles, shares));
 }
 
-std::string& EditorApplication::Clipboard() {
-  static std::string clipboard;
-  return clipboard;
+bool EditorApplication::IsRunningElsewhere() {
+  try {
+    return register_application() && is_remote();
+  } catch (const Glib::Error&) {
+    return false;  // without a bus that answers it runs on its own
+  }
 }
 
 std::optional<SharedStyle>& EditorApplication::CopiedStyle() {
@@ -109,7 +108,7 @@ void EditorApplication::on_startup() {
 }
 
 void EditorApplication::AddActions() {
-  add_action("new", [this] { NewWindow(std::make_unique<DocumentSession>(std::make_unique<Document>(kNewPage))); });
+  add_action("new", [this] { NewWindow(); });
   add_action("quit", [this] { Quit(); });
   add_action("about", [this] { ShowAbout(); });
   add_action_with_parameter("open-recent", Glib::Variant<std::string>::variant_type(),
@@ -143,16 +142,36 @@ EditorWindow* EditorApplication::NewWindow(std::unique_ptr<DocumentSession> sess
   return window;
 }
 
+EditorWindow* EditorApplication::NewWindow() {
+  return NewWindow(std::make_unique<DocumentSession>(std::make_unique<Document>(kNewPage)));
+}
+
+void EditorApplication::BeginWork() {
+  Host::Instance().userInterface = &interface_;
+  atWork_ = std::make_unique<BundleAtWork>([this] {
+    for (EditorWindow* editor : Editors()) editor->KeepChanges();
+  });
+}
+
+// The first window tells how the program came up; one more is what whoever starts the program again wants.
 void EditorApplication::on_activate() {
-  EditorWindow* const window = NewWindow(std::make_unique<DocumentSession>(std::make_unique<Document>(kNewPage)));
+  const bool isFirst = Editors().empty();
+  if (atWork_ == nullptr) BeginWork();
+  EditorWindow* const window = NewWindow();
+  if (!isFirst) return;
   window->ShowSkipped(bundles_->NotLoaded());
   OfferRecovery(window);
 }
 
 void EditorApplication::on_open(const type_vec_files& files, const Glib::ustring&) {
-  on_activate();
-  auto* const window = dynamic_cast<EditorWindow*>(get_windows().back());
-  for (const auto& file : files) OpenDocument(file->get_path(), window);
+  if (Editors().empty()) on_activate();
+  for (const auto& file : files) OpenDocument(file->get_path(), ActiveEditor());
+}
+
+// That which was used last.
+EditorWindow* EditorApplication::ActiveEditor() {
+  auto* const active = dynamic_cast<EditorWindow*>(get_active_window());
+  return active != nullptr ? active : Editors().front();
 }
 
 std::vector<EditorWindow*> EditorApplication::Editors() {

@@ -17,7 +17,12 @@ class EditorApplication : public Gtk::Application {
   /// The bundles outlive the application.
   EditorApplication(const EditorApplication&) = delete;
   EditorApplication& operator=(const EditorApplication&) = delete;
-  static Glib::RefPtr<EditorApplication> Create(BundleSet* bundles);
+  /// With `shares`, one program of the user's session has the windows of all, where there is a message bus: Register
+  /// tells which.
+  static Glib::RefPtr<EditorApplication> Create(BundleSet* bundles, bool shares);
+  /// True when another program is there already that opens what this one is told to. To be asked before bundles are
+  /// loaded, which only who has windows does.
+  bool IsRunningElsewhere();
 
   /// Opens a document, in the window if that is untouched, else in a new one; one that is open already comes to the
   /// front. Says in `window` what went wrong.
@@ -28,9 +33,7 @@ class EditorApplication : public Gtk::Application {
   static void NoteUse(const std::string& path);
   /// What the menus say of undoing: "Undo Move". The active window's.
   void ShowUndoTitles(const std::string& undo, const std::string& redo);
-  /// The objects that were copied last, for all windows.
-  static std::string& Clipboard();
-  /// The brush and the pen that were copied last, likewise.
+  /// The brush and the pen that were copied last, for all windows.
   static std::optional<SharedStyle>& CopiedStyle();
   /// Loads a bundle and tells `window` what became of it.
   void LoadBundle(const std::string& path, EditorWindow* window);
@@ -38,7 +41,7 @@ class EditorApplication : public Gtk::Application {
   ~EditorApplication() override;
 
  protected:
-  explicit EditorApplication(BundleSet* bundles);
+  EditorApplication(BundleSet* bundles, bool shares);
 
   void on_startup() override;
   void on_activate() override;
@@ -46,6 +49,9 @@ class EditorApplication : public Gtk::Application {
 
  private:
   EditorWindow* NewWindow(std::unique_ptr<DocumentSession> session);
+  EditorWindow* NewWindow();
+  void BeginWork();
+  EditorWindow* ActiveEditor();
   void AddActions();
   void Quit();
   void WatchSignals();
@@ -61,7 +67,7 @@ class EditorApplication : public Gtk::Application {
   BundleSet* bundles_;
   Menus menus_;
   WindowInterface interface_;
-  BundleAtWork atWork_;
+  std::unique_ptr<BundleAtWork> atWork_;  ///< from the first window on, when bundles are loaded
 };
 
 }  // namespace host

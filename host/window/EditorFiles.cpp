@@ -4,11 +4,14 @@
 #include <gtkmm/dialog.h>
 #include <gtkmm/filefilter.h>
 
+#include <algorithm>
+
 #include "host/text/Localisation.h"
 #include "host/window/EditorApplication.h"
 #include "host/window/EditorWindow.h"
 #include "host/window/dialogs/ExportDialog.h"
 #include "host/window/dialogs/FileChooser.h"
+#include "host/window/dialogs/PrintDialog.h"
 #include "host/window/dialogs/Question.h"
 
 namespace host {
@@ -34,7 +37,11 @@ void EditorWindow::ChooseFile(const std::string& title, const std::vector<std::p
   for (const auto& [name, pattern] : kinds) {
     auto filter = Gtk::FileFilter::create();
     filter->set_name(name);
-    filter->add_pattern(pattern);
+    for (std::size_t begin = 0; begin < pattern.size();) {
+      const std::size_t end = std::min(pattern.find(';', begin), pattern.size());
+      filter->add_pattern(pattern.substr(begin, end - begin));
+      begin = end + 1;
+    }
     chooser_->add_filter(filter);
   }
   chooser_->signal_response().connect([this, then](int answer) {
@@ -129,6 +136,12 @@ void EditorWindow::AskToRecover(const std::string& name, const std::function<voi
       {{Tr("_Discard"), kDiscard}, {Tr("_Recover"), kSave}}, [then](int answer) {
         if (answer == kSave || answer == kDiscard) then(answer == kSave);
       });
+}
+
+void EditorWindow::Print() {
+  PrintDocument(*this, session_->Doc(), [this, alive = std::weak_ptr(alive_)](const Problem& problem) {
+    if (!alive.expired()) ShowProblem(problem, Gtk::MessageType::ERROR);
+  });
 }
 
 // The dialog closes itself.

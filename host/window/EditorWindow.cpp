@@ -13,6 +13,7 @@
 #include <cstdio>
 
 #include "host/Host.h"
+#include "host/pictures/DocumentPicture.h"
 #include "host/text/Localisation.h"
 #include "host/window/EditorApplication.h"
 #include "host/window/Menus.h"
@@ -33,6 +34,11 @@ constexpr unsigned int kAutosaveSeconds = 5;
 std::string FileName(const std::string& path) {
   const std::size_t slash = path.rfind('/');
   return slash == std::string::npos ? path : path.substr(slash + 1);
+}
+
+bool IsPicture(const std::string& path) {
+  PictureKind kind{};
+  return PictureKindOf(path, &kind) && kind != PictureKind::kPDF;
 }
 
 }  // namespace
@@ -288,11 +294,11 @@ void EditorWindow::UpdateZoom() {
 void EditorWindow::AddDropTarget() {
   auto target = Gtk::DropTarget::create(GDK_TYPE_FILE_LIST, Gdk::DragAction::COPY);
   target->signal_drop().connect(
-      [this](const Glib::ValueBase& value, double, double) {
+      [this](const Glib::ValueBase& value, double x, double y) {
         auto* list = static_cast<GSList*>(g_value_get_boxed(value.gobj()));
         for (; list != nullptr; list = list->next) {
           char* path = g_file_get_path(static_cast<GFile*>(list->data));
-          if (path != nullptr) OpenDropped(path);
+          if (path != nullptr) OpenDropped(path, PlaceOnCanvas(x, y));
           g_free(path);
         }
         return true;
@@ -313,11 +319,21 @@ void EditorWindow::AddBracketKeys() {
   add_controller(keys);
 }
 
-void EditorWindow::OpenDropped(const std::string& path) {
+// A point of the window on the map.
+AGPoint EditorWindow::PlaceOnCanvas(double x, double y) {
+  AGPoint point;
+  if (!translate_coordinates(canvas_, x, y, point.x, point.y)) return canvas_.MiddlePlace();
+  return canvas_.View().ToMap(point);
+}
+
+void EditorWindow::OpenDropped(const std::string& path, const AGPoint& place) {
   const auto application = std::dynamic_pointer_cast<EditorApplication>(get_application());
   if (application == nullptr) return;
   if (path.ends_with(".so")) {
     application->LoadBundle(path, this);
+  } else if (IsPicture(path)) {
+    FinishTyping();
+    ImportFile(path, place);
   } else {
     application->OpenDocument(path, this);
   }

@@ -101,7 +101,7 @@ class EditorWindow : public Gtk::ApplicationWindow, public SessionObserver {
   void ShowMessage(const std::string& text, Gtk::MessageType type);
   void Do(const Result<>& done);
 
-  /// `kinds` are names and patterns of files.
+  /// `kinds` are names and patterns of files, several with semicolons between them.
   void ChooseFile(const std::string& title, const std::vector<std::pair<std::string, std::string>>& kinds,
                   const std::function<void(const std::string&)>& then);
   void Save(const std::function<void()>& then);
@@ -112,8 +112,18 @@ class EditorWindow : public Gtk::ApplicationWindow, public SessionObserver {
   void Export();
   void ChooseDocument();
   void CopySelection(bool cut);
-  void PasteClipboard();
-  void OpenDropped(const std::string& path);
+  enum class PastePlace { kAside, kInPlace, kAtPointer };
+  void PasteClipboard(PastePlace place);
+  void PasteObjects(const std::string& bytes, PastePlace place, const AGPoint& pointer);
+  void PastePicture(const std::string& bytes, PastePlace place, const AGPoint& pointer);
+  void ChooseImport();
+  void ImportFile(const std::string& path, const AGPoint& middle);
+  void ShowImported(const Result<Imported>& imported);
+  void ShowFind();
+  void Print();
+  /// A document or a bundle is opened, a picture imported where it was dropped.
+  void OpenDropped(const std::string& path, const AGPoint& place);
+  AGPoint PlaceOnCanvas(double x, double y);
 
   std::unique_ptr<DocumentSession> session_;
   std::unique_ptr<Recovery> recovery_;  ///< of the session
@@ -134,6 +144,7 @@ class EditorWindow : public Gtk::ApplicationWindow, public SessionObserver {
   int pasted_ = 0;  ///< how often since something was copied in this window: each paste steps aside of the one before
   Glib::RefPtr<Gtk::FileChooserNative> chooser_;
   sigc::connection autosave_;
+  std::shared_ptr<bool> alive_ = std::make_shared<bool>(true);  ///< for what comes later and can't be called off
 };
 
 }  // namespace host

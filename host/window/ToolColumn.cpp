@@ -16,6 +16,7 @@ namespace host {
 namespace {
 
 constexpr int kMostCharacters = 8;  // of a name under its icon
+const AKClassID kFirstTool("stdRect");
 
 bool CanBeMade(const RegisteredClass& entry) { return entry.fromBundle && entry.record->constructor != nullptr; }
 
@@ -35,8 +36,11 @@ void ToolColumn::UpdateClasses() {
   while (Gtk::Widget* child = get_first_child()) remove(*child);
   buttons_.clear();
   AddTool(Tr("Select"), std::nullopt);
-  for (const RegisteredClass& entry : Host::Instance().Classes().Classes()) {
-    if (CanBeMade(entry)) AddTool(DisplayText(DisplayName(*entry.record)), entry.record->classID);
+  for (const bool isFirst : {true, false}) {
+    for (const RegisteredClass& entry : Host::Instance().Classes().Classes()) {
+      if (!CanBeMade(entry) || (entry.id == kFirstTool) != isFirst) continue;
+      AddTool(DisplayText(DisplayName(*entry.record)), entry.record->classID);
+    }
   }
   ShowTool();
 }

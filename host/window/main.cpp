@@ -28,7 +28,8 @@ int main(int argc, char** argv) {
   host::BundleSet bundles(HostProgram(), host::ProbeMemory::DefaultFile());
   std::vector<char*> words{argv[0]};
   bool searches = true;
-  bool options = true;  // until "--", which the toolkit takes too
+  bool ownBundles = false;  // which the windows of another program would not have
+  bool options = true;      // until "--", which the toolkit takes too
   for (int i = 1; i < argc; ++i) {
     const std::string word = argv[i];
     options = options && word != "--";
@@ -36,6 +37,8 @@ int main(int argc, char** argv) {
       std::printf("objecthost-window %s\n", host::kVersion);
       return std::fflush(stdout) == 0 ? 0 : 1;
     }
+    const bool isAboutBundles = word == "--no-bundles" || word == "--bundle" || word == "--only-bundle";
+    ownBundles = ownBundles || (options && isAboutBundles);
     if (options && word == "--no-bundles") {
       searches = false;
     } else if (options && (word == "--bundle" || word == "--only-bundle") && i + 1 < argc) {
@@ -48,11 +51,12 @@ int main(int argc, char** argv) {
       words.push_back(argv[i]);
     }
   }
-  bundles.LeaveOut(host::BundleAtWork::TakeLeft());
-  if (searches) {
+  const auto application = host::EditorApplication::Create(&bundles, !ownBundles);
+  const bool isElsewhere = application->IsRunningElsewhere();
+  if (!isElsewhere) bundles.LeaveOut(host::BundleAtWork::TakeLeft());
+  if (searches && !isElsewhere) {
     const host::BundleAtWork starting([] {});  // a bundle that ends the program now is left out next time
     bundles.LoadFound();
   }
-  const auto application = host::EditorApplication::Create(&bundles);
   return application->run(static_cast<int>(words.size()), words.data());
 }

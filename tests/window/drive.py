@@ -25,6 +25,7 @@ SCENARIOS = []
 BOX = ("--bounds", "100,100,300,220")  # one rectangle; its rounding is 0.5, as a new one's
 RECT = (100, 100, 300, 220)
 TWO = [("--bounds", "50,50,150,150"), ("--bounds", "250,50,400,150")]
+IMAGES = pathlib.Path(__file__).resolve().parents[1] / "images"
 AMBER = (255, 190, 60)  # the rounding's handle
 
 
@@ -919,6 +920,177 @@ def a_file_is_open_in_two_programs():
 
 
 @scenario
+def clipboard_of_the_desktop():
+    own = "application/x-objecthost-document"
+
+    def offered(kind, path=None):
+        bytes = subprocess.run(["xclip", "-selection", "clipboard", "-o", "-t", kind], env=DESKTOP.environment,
+                               stdout=subprocess.PIPE, stderr=subprocess.DEVNULL, timeout=30).stdout
+        return path.write_bytes(bytes) if path else bytes.decode()
+
+    def offer(kind, file):
+        subprocess.run(["xclip", "-selection", "clipboard", "-i", "-t", kind, file], env=DESKTOP.environment, check=True,
+                       stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
+        wait_for("the offer", lambda: kind in offered("TARGETS"))
+
+    with Editor([BOX, ("--bounds", "300,300,400,350")], (200, 160)) as first:
+        first.key("ctrl+c")
+        wait_for("an offer", lambda: own in offered("TARGETS"))
+        first.key("Delete")  # what was copied stays what it was
+        # Readers of others see the one rectangle, with its outline.
+        shown = {}
+        for kind, ending in (("image/png", "png"), ("image/svg+xml", "svg"), ("application/pdf", "pdf")):
+            file = first.folder / f"offered.{ending}"
+            offered(kind, file)
+            seen = first.folder / f"seen-{ending}.png"
+            command = {"png": ["convert", file, seen], "svg": ["rsvg-convert", "-o", seen, file],
+                       "pdf": ["pdftoppm", "-png", "-r", "72", "-singlefile", file, seen.with_suffix("")]}[ending]
+            subprocess.run(command, check=True)
+            shown[ending] = subprocess.run(["identify", "-format", "%w %h", seen], stdout=subprocess.PIPE,
+                                           text=True).stdout
+        sizes = {tuple(map(int, size.split())) for size in shown.values()}
+        assert all(201 <= w <= 270 and 121 <= h <= 162 for w, h in sizes), shown
+        offered(own, first.folder / "offered.akd")
+        assert first.objecthost("list", first.folder / "offered.akd").count("stdRect") == 1
+        with Editor(select=(590, 390)) as second:
+            second.key("ctrl+shift+v")
+            second.expect("an object of another program", lambda items: len(items) == 1 and has_bounds(items[0], *RECT))
+            second.key("ctrl+z")
+            offer("image/png", IMAGES / "rgb8.png")
+            second.key("ctrl+v")
+            second.expect("a picture", lambda items: len(items) == 1 and
+                          items[0]["properties"].get("Bytes") == (IMAGES / "rgb8.png").stat().st_size)
+            drawing = second.folder / "drawing.svg"
+            drawing.write_text('<svg xmlns="http://www.w3.org/2000/svg" width="60pt" height="40pt" viewBox="0 0 60 40">'
+                               '<rect x="10" width="20" height="10" fill="red"/><circle r="3"/></svg>')
+            offer("image/svg+xml", drawing)
+            second.key("ctrl+shift+v")
+            wait_for_words("1 of 2 elements")
+            second.expect("a rectangle", lambda items: len(items) == 2 and
+                          has_bounds(items[1], 10, 390, 30, 400, tolerance=1e-3))
+            words = second.folder / "words.png"
+            words.write_text("words")
+            offer("image/png", words)
+            second.key("ctrl+v")
+            wait_for_words("no PNG")
+            second.expect("nothing new", lambda items: len(items) == 2)
+
+
+@scenario
+def found_imported_and_exported_alone():
+    red = ("--set", "Brush.Color=(255;0;0;255)")
+    with Editor([("--bounds", "50,50,150,150"), ("--bounds", "250,50,350,150", *red)]) as window:
+        window.key("ctrl+f")
+        window.focus_newest()
+        window.find_text("Outline")
+        window.key("Tab", "Tab", "Tab")
+        window.type("red")
+        window.find_text("Found: 1")
+        window.key("Escape")
+        wait_for("the dialog gone", lambda: DESKTOP.windows(window.process.pid) == [window.main])
+        window.focus(window.main)
+        # The selection alone, at twice its size.
+        picture = window.folder / "alone.png"
+        window.key("ctrl+e")
+        dialog = window.focus_newest()
+        window.find_text("Dots per inch")
+        def press(label, aside):
+            box = window.find_text(label, (0, 0, 320, 330))
+            window.click((box[0] + aside, (box[1] + box[3]) // 2))
+        press("Area", 150)
+        window.find_text("Drawing", (0, 0, 320, 330))
+        window.key("Down", "Down", "Return")
+        wait_for("the choice made", lambda: "Drawing" not in str(DESKTOP.picture().texts((0, 0, 320, 330))))
+        press("Scale", 120)
+        window.key("ctrl+a")
+        window.type("2")
+        window.key("Return")
+        window.find_text("202", (0, 0, 320, 330))
+        choose_file(window, ["alt+e"], picture, [dialog])
+        wait_for("the picture", picture.exists)
+        size = subprocess.run(["identify", "-format", "%w %h", picture], stdout=subprocess.PIPE, check=True).stdout
+        assert size == b"202 202", size
+        window.focus(window.main)
+        window.key("Delete")
+        window.expect("one left", lambda items: len(items) == 1 and has_bounds(items[0], 50, 50, 150, 150))
+        choose_file(window, ["ctrl+i"], picture, accept="alt+o")
+        window.expect("the picture as an object", lambda items: len(items) == 2 and
+                      items[1]["class"] == "stdPict" and items[1]["bounds"][2] - items[1]["bounds"][0] == 202)
+
+
+@scenario
+def printed_as_exported():
+    viewer = """#!/bin/sh
+cp "$1" "$HOME/seen.pdf.new" && mv "$HOME/seen.pdf.new" "$HOME/seen.pdf"
+"""
+    gradient = ("--bounds", "100,100,300,220", "--angle", "20", "--set", "Brush.Style=LinearGradient", "--set",
+                "Brush.Color2=(255;255;0;255)")
+    with Editor([gradient]) as window:
+        script = window.folder / "viewer.sh"
+        script.write_text(viewer)
+        script.chmod(0o755)
+        places = window.folder / ".local" / "share" / "applications"
+        places.mkdir(parents=True)
+        (places / "viewer.desktop").write_text(f"[Desktop Entry]\nType=Application\nName=Viewer\nExec={script} %f\n"
+                                               "MimeType=application/pdf;\n")
+        (places / "mimeapps.list").write_text("[Default Applications]\napplication/pdf=viewer.desktop\n")
+        exported = window.folder / "page.pdf"
+        window.objecthost("export", window.path, exported)
+
+        def pixels_of(pdf):
+            subprocess.run(["pdftoppm", "-r", "72", "-png", "-singlefile", pdf, pdf.with_suffix("")], check=True)
+            return pdf.with_suffix(".png")
+        window.key("ctrl+shift+p")
+        seen = window.folder / "seen.pdf"
+        wait_for("the preview", seen.exists)
+        far = subprocess.run(["compare", "-metric", "AE", "-fuzz", "10%", pixels_of(seen), pixels_of(exported), "null:"],
+                             stderr=subprocess.PIPE, text=True).stderr
+        assert far == "0", far  # but for the edges, which lie between two pixels
+        images = subprocess.run(["pdfimages", "-list", seen], stdout=subprocess.PIPE, text=True, check=True).stdout
+        assert len(images.splitlines()) == 2, images  # a head of two lines, and no picture: all of it is vectors
+        window.key("ctrl+p")
+        window.focus_newest()
+        window.find_text("Print to File")
+        window.key("Escape")
+        wait_for("the dialog gone", lambda: DESKTOP.windows(window.process.pid) == [window.main])
+
+
+@scenario
+def one_program_for_all_windows():
+    with Bus(DESKTOP) as bus, Window(DESKTOP, PROGRAMS, [BOX], start=False) as window:
+        window.environment["DBUS_SESSION_BUS_ADDRESS"] = bus.environment["DBUS_SESSION_BUS_ADDRESS"]
+        window.start()
+        other = document("other", ["add stdRect --bounds 0,0,50,50"])
+
+        def again(*files):
+            """A program that hands on what it is given."""
+            assert subprocess.run([window.command[0], *files], env=window.environment, timeout=60).returncode == 0
+            return DESKTOP.windows(window.process.pid)
+        again(other)
+        second = wait_for("another window", lambda: [w for w in DESKTOP.windows(window.process.pid)
+                                                     if w != window.main])[0]
+        wait_for("its document", lambda: "other.akd" in DESKTOP.title(second))
+        again(other)
+        again(window.path)
+        window.settle()
+        assert sorted(DESKTOP.windows(window.process.pid)) == sorted([window.main, second])
+        for shown in (window.main, second):
+            window.focus(shown)
+            window.key("ctrl+a", "Right")
+            wait_for("a change", lambda: DESKTOP.title(shown).startswith("•"))
+        window.key("ctrl+z")
+        wait_for("its own undo", lambda: not DESKTOP.title(second).startswith("•"))
+        assert DESKTOP.title(window.main).startswith("•")
+        window.key("ctrl+q")
+        wait_for("the saved one closed", lambda: second not in DESKTOP.windows(window.process.pid))
+        window.focus_newest()
+        window.find_text("before closing")
+        window.key("alt+s")
+        assert window.ended() == 0
+        assert has_bounds(window.read()[0], 101, 100, 301, 220)
+
+
+@scenario
 def what_screen_readers_hear():
     heard = '''
 import pyatspi, re
@@ -1252,7 +1424,7 @@ def looks_guides_and_units():
         wait_for("put away", lambda: page()["horizontalGuides"] == [])
 
 
-ELSEWHERE = {"ctrl+shift+v", "ctrl+alt+p", "ctrl+shift+t", "ctrl+b", "ctrl+g", "ctrl+shift+g", "ctrl+l", "ctrl+shift+l", "ctrl+h", "ctrl+shift+h"}  # keys that other scenarios press
+ELSEWHERE = {"ctrl+shift+v", "ctrl+shift+p", "ctrl+alt+p", "ctrl+shift+t", "ctrl+b", "ctrl+g", "ctrl+shift+g", "ctrl+l", "ctrl+shift+l", "ctrl+h", "ctrl+shift+h"}  # keys that other scenarios press
 
 
 @scenario
@@ -1321,7 +1493,7 @@ def every_shortcut():
             press(close)
             wait_for(f"what {key} opened to be gone", lambda: DESKTOP.windows(window.process.pid) == [window.main])
         for key, close in (("ctrl+n", "ctrl+w"), ("ctrl+o", "Escape"), ("ctrl+shift+s", "Escape"),
-                           ("ctrl+e", "Escape"), ("F1", "Escape"), ("ctrl+question", "Escape")):
+                           ("ctrl+e", "Escape"), ("ctrl+i", "Escape"), ("ctrl+f", "Escape"), ("ctrl+p", "Escape"), ("F1", "Escape"), ("ctrl+question", "Escape")):
             opens(key, close)
         window.focus(window.main)
         press("ctrl+s")

@@ -53,6 +53,10 @@ class CanvasView : public Gtk::Widget, public SessionObserver {
   void SetNewClass(std::optional<AKClassID> classID, bool stays);
   std::optional<AKClassID> NewClass() const { return tool_.NewClass(); }
 
+  /// Scrolls to the object when it is not all in sight.
+  void RevealObject(ObjectID object);
+  /// What is in the middle of the view; map units.
+  AGPoint MiddlePlace() const { return view_.ToMap(Middle()); }
   /// Where the pointer is, or was when a button was pressed last; map units.
   AGPoint PointerPlace() const { return pointerInside_ ? view_.ToMap(lastPointer_) : pressed_; }
 
@@ -115,8 +119,6 @@ class CanvasView : public Gtk::Widget, public SessionObserver {
   void ShowPointer(const AGPoint& point, PointerModifiers modifiers);
   void ZoomToObjects(const ObjectIDs& ids);
   void OpenMenuOfSelection();
-  /// Scrolls to the object when it is not all in sight.
-  void RevealObject(ObjectID object);
   void ViewChanged();
   void UpdateAdjustments();
   void OnAdjusted();

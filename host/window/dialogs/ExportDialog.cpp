@@ -29,6 +29,12 @@ constexpr Kind kKinds[] = {{"PNG", ".png", false, true},
                            {"PDF", ".pdf", false, true},
                            {"SVG", ".svg", false, true}};
 
+enum Area : unsigned int { kPage, kDrawing, kSelection };
+constexpr double kInch = 72;  // map units
+constexpr double kLeastScale = 0.05;
+constexpr double kMostScale = 40;
+constexpr double kMostPixels = 1000000;
+
 constexpr auto kPatience = std::chrono::milliseconds(300);
 
 // Shows the window once the work turns out to be long.
@@ -63,24 +69,16 @@ ExportDialog::ExportDialog(Gtk::Window& parent, DocumentSession& session,
     : parent_(parent),
       session_(session),
       report_(std::move(report)),
-      scale_(0.05, 40, 0.25, 2, Tr("Scale")),
+      scale_(kLeastScale, kMostScale, 0.25, 2, Tr("Scale")),
+      resolution_(kLeastScale * kInch, kMostScale * kInch, 12, 1, Tr("Dots per inch")),
+      width_(1, kMostPixels, 10, 0, Tr("Width in pixels")),
       transparent_(Tr("Transparent background")),
       quality_(0, 100, 1, 0, Tr("Quality")) {
   set_title(Tr("Export"));
   set_transient_for(parent);
   set_modal(true);
   set_resizable(false);
-  std::vector<Glib::ustring> names;
-  for (const Kind& kind : kKinds) names.emplace_back(kind.name);
-  kind_.set_model(Gtk::StringList::create(names));
-  kind_.property_selected().signal_changed().connect([this] { ShowWhatCounts(); });
-  scale_.Show(1);
-  quality_.Show(90);
-  grid_.Row(0, Tr("Kind"), kind_);
-  grid_.Row(1, Tr("Scale"), scale_);
-  grid_.Row(2, Tr("Quality"), quality_);
-  grid_.attach(transparent_, 1, 3);
-
+  AddRows();
   auto* const box = Gtk::make_managed<Gtk::Box>(Gtk::Orientation::VERTICAL, 12);
   box->set_margin(16);
   box->append(grid_);
@@ -100,6 +98,52 @@ ExportDialog::ExportDialog(Gtk::Window& parent, DocumentSession& session,
   CloseByEscape(*this);
   ShowWhatCounts();
   present();
+}
+
+void ExportDialog::AddRows() {
+  std::vector<Glib::ustring> names;
+  for (const Kind& kind : kKinds) names.emplace_back(kind.name);
+  kind_.set_model(Gtk::StringList::create(names));
+  kind_.property_selected().signal_changed().connect([this] { ShowWhatCounts(); });
+  std::vector<Glib::ustring> areas = {Tr("Page"), Tr("Drawing")};
+  if (!session_.Selection().IsEmpty()) areas.emplace_back(Tr("Selection"));
+  area_.set_model(Gtk::StringList::create(areas));
+  area_.property_selected().signal_changed().connect([this] { ShowScale(scale_.get_value()); });
+  scale_.SignalChosen().connect([this](double scale) { ShowScale(scale); });
+  resolution_.SignalChosen().connect([this](double dots) { ShowScale(dots / kInch); });
+  width_.SignalChosen().connect([this](double pixels) { ShowScale(pixels / AreaSize().width); });
+  ShowScale(1);
+  quality_.Show(90);
+  grid_.Row(0, Tr("Kind"), kind_);
+  grid_.Row(1, Tr("Area"), area_);
+  grid_.Row(2, Tr("Scale"), scale_);
+  grid_.Row(3, Tr("Dots per inch"), resolution_);
+  grid_.Row(4, Tr("Width in pixels"), width_);
+  grid_.Row(5, Tr("Quality"), quality_);
+  grid_.attach(transparent_, 1, 6);
+}
+
+void ExportDialog::ShowScale(double scale) {
+  scale = std::clamp(scale, kLeastScale, kMostScale);
+  scale_.Show(scale);
+  resolution_.Show(scale * kInch);
+  width_.Show(scale * AreaSize().width);
+}
+
+void ExportDialog::TakeArea(PictureOptions* options) const {
+  AGRect box;
+  const unsigned int area = area_.get_selected();
+  if (area == kPage) return;
+  const ObjectIDs ids = area == kSelection ? session_.Selection().IDs() : session_.ShownObjects();
+  if (!GetPictureBox(session_.Doc(), ids, &box)) return;
+  options->area = box;
+  if (area == kSelection) options->objects = ids;
+}
+
+AGSize ExportDialog::AreaSize() const {
+  PictureOptions options;
+  TakeArea(&options);
+  return options.area ? AGSize{options.area->Width(), options.area->Height()} : session_.Doc().Page();
 }
 
 void ExportDialog::ShowWhatCounts() {
@@ -127,6 +171,7 @@ void ExportDialog::ChooseFile() {
 
 void ExportDialog::Export(const std::string& path) {
   PictureOptions options;
+  TakeArea(&options);
   options.scale = scale_.get_value();
   options.transparent = transparent_.get_sensitive() && transparent_.get_active();
   options.quality = quality_.get_value() / 100;

@@ -1,4 +1,5 @@
-// Exporting the page as a picture: kind, scale, transparency, quality, and a progress bar that can be stopped.
+// Exporting the page, the drawing or the selection as a picture: kind, scale or size in pixels, transparency, quality,
+// and a progress bar that can be stopped.
 #pragma once
 
 #include <gtkmm/button.h>
@@ -25,7 +26,12 @@ class ExportDialog : public Gtk::Window {
                std::function<void(const std::string& file, const Result<>& done)> report);
 
  private:
+  void AddRows();
   void ShowWhatCounts();
+  /// What is drawn, and how large that is in map units.
+  void TakeArea(PictureOptions* options) const;
+  AGSize AreaSize() const;
+  void ShowScale(double scale);
   void ChooseFile();
   void Export(const std::string& path);
 
@@ -34,7 +40,10 @@ class ExportDialog : public Gtk::Window {
   std::function<void(const std::string&, const Result<>&)> report_;
   FormGrid grid_;
   Gtk::DropDown kind_;
+  Gtk::DropDown area_;
   NumberField scale_;
+  NumberField resolution_;  ///< dots an inch
+  NumberField width_;       ///< pixels
   Gtk::CheckButton transparent_;
   NumberField quality_;
   Glib::RefPtr<Gtk::FileChooserNative> chooser_;
