@@ -9,8 +9,8 @@
 
 #include "host/commands/Command.h"
 #include "host/commands/CommandLine.h"
+#include "host/listings/FindObjects.h"
 #include "host/session/DocumentSession.h"
-#include "host/session/FindObjects.h"
 #include "host/storage/Recovery.h"
 #include "host/text/Problem.h"
 

@@ -9,8 +9,8 @@
 #include <functional>
 #include <vector>
 
+#include "host/listings/FindObjects.h"
 #include "host/session/DocumentSession.h"
-#include "host/session/FindObjects.h"
 #include "host/window/widgets/FormGrid.h"
 
 namespace host {

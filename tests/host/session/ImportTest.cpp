@@ -3,9 +3,9 @@
 #include <random>
 
 #include "graphics/images/AGImage.h"
+#include "host/listings/FindObjects.h"
 #include "host/pictures/ImageHeader.h"
 #include "host/session/CopiedObjects.h"
-#include "host/session/FindObjects.h"
 #include "tests/host/session/SessionTestSupport.h"
 
 namespace host {

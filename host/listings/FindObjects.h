@@ -24,8 +24,8 @@ struct Wanted {
   std::optional<LayerID> layer = std::nullopt;
   std::optional<WantedPaint> fill = std::nullopt;
   std::optional<WantedPaint> stroke = std::nullopt;
-  std::string name =
-      {};  ///< a part of the name of its class, in the user's language or as its ID, or of a text that it has
+  /// A part of the name of its class, in the user's language or as its ID, or of a text that it has.
+  std::string name = {};
 
   bool IsEmpty() const { return !classID && !layer && !fill && !stroke && name.empty(); }
 };

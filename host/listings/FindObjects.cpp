@@ -1,4 +1,4 @@
-#include "host/session/FindObjects.h"
+#include "host/listings/FindObjects.h"
 
 #include <algorithm>
 
