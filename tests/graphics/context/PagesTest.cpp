@@ -44,7 +44,7 @@ void DrawScene(AGContext context) {
   context.brush.SetStyleNone();
   context.DrawEllipseInRect({120, 60, 200, 120});
   context.SetClipRect({0, 90, 110, 160});
-  ASSERT_TRUE(CGContextBeginGroup(context.NativePort(), CGRectMake(5, 80, 90, 75)));
+  ASSERT_TRUE(CGContextBeginGroup(context.NativePort(), CGRectMake(0, 60, 110, 100)));  // without our own transform
   const CGFloat dashes[] = {2, 1};
   CGContextSetDashes(context.NativePort(), dashes, 2);
   context.brush.SetStyleLinearGradient(kAGColorRed, kAGColorBlue, 0.3, 0.7);
