@@ -5,6 +5,7 @@
 #include <giomm/error.h>
 #include <giomm/inputstream.h>
 #include <glibmm/bytes.h>
+#include <glibmm/main.h>
 
 #include <memory>
 #include <new>
@@ -171,6 +172,20 @@ class Reading : public std::enable_shared_from_this<Reading> {
   std::string bytes_;
 };
 
+// What kinds another program offers is known some moments after it took the clipboard.
+void Read(const Glib::RefPtr<Gdk::Clipboard>& clipboard,
+          const std::function<void(const Result<ClipboardContent>&)>& then, int tries) {
+  constexpr unsigned int kPause = 100;  // milliseconds
+  if (const CopiedObjects* const own = OwnOffer(*clipboard.get())) return then(ClipboardContent{true, own->Bytes()});
+  const auto formats = clipboard->get_formats();
+  for (const char* type : kTaken) {
+    if (formats->contain_mime_type(type)) return std::make_shared<Reading>(then)->Begin(clipboard, type);
+  }
+  if (!formats->get_mime_types().empty()) return then(NothingToPaste());
+  if (tries == 0) return;
+  Glib::signal_timeout().connect_once([clipboard, then, tries] { Read(clipboard, then, tries - 1); }, kPause);
+}
+
 }  // namespace
 
 void OfferOnClipboard(Gtk::Widget& widget, CopiedObjects copied) {
@@ -181,13 +196,8 @@ void OfferOnClipboard(Gtk::Widget& widget, CopiedObjects copied) {
 }
 
 void ReadClipboard(Gtk::Widget& widget, const std::function<void(const Result<ClipboardContent>&)>& then) {
-  const auto clipboard = widget.get_clipboard();
-  if (const CopiedObjects* const own = OwnOffer(*clipboard.get())) return then(ClipboardContent{true, own->Bytes()});
-  const auto formats = clipboard->get_formats();
-  for (const char* type : kTaken) {
-    if (formats->contain_mime_type(type)) return std::make_shared<Reading>(then)->Begin(clipboard, type);
-  }
-  then(NothingToPaste());
+  constexpr int kTries = 5;
+  Read(widget.get_clipboard(), then, kTries);
 }
 
 }  // namespace host

@@ -24,7 +24,7 @@ struct ClipboardContent {
 void OfferOnClipboard(Gtk::Widget& widget, CopiedObjects copied);
 
 /// Calls `then` with what is on the clipboard: at once where this program offers it, else once the program that does
-/// has given it, or a problem. It may be called when the widget is gone.
+/// has given it, or a problem; not at all where nothing was copied. It may be called when the widget is gone.
 void ReadClipboard(Gtk::Widget& widget, const std::function<void(const Result<ClipboardContent>&)>& then);
 
 }  // namespace host

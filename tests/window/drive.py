@@ -7,6 +7,7 @@ PROGRAMS is the folder of objecthost and objecthost-window, TEST_BUNDLES that of
 word selects scenarios by name, --part each N-th of them from the K-th on, counted from 0. A scenario that fails leaves a
 picture of the screen beside the programs' folder.
 """
+import contextlib
 import json
 import math
 import os
@@ -929,11 +930,14 @@ def clipboard_of_the_desktop():
         return path.write_bytes(bytes) if path else bytes.decode()
 
     def offer(kind, file):
-        subprocess.run(["xclip", "-selection", "clipboard", "-i", "-t", kind, file], env=DESKTOP.environment, check=True,
-                       stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
+        owner = subprocess.Popen(["xclip", "-quiet", "-selection", "clipboard", "-i", "-t", kind, file],
+                                 env=DESKTOP.environment, stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
+        owners.callback(owner.wait)
+        owners.callback(owner.terminate)
         wait_for("the offer", lambda: kind in offered("TARGETS"))
 
-    with Editor([BOX, ("--bounds", "300,300,400,350")], (200, 160)) as first:
+    with contextlib.ExitStack() as owners, \
+            Editor([BOX, ("--bounds", "300,300,400,350")], (200, 160)) as first:
         first.key("ctrl+c")
         wait_for("an offer", lambda: own in offered("TARGETS"))
         first.key("Delete")  # what was copied stays what it was

@@ -368,7 +368,7 @@ TEST_F(SoakTest, Anything_AsLongAsOneLikes) {
   } while (!HasFailure() && std::chrono::steady_clock::now() < end);
   std::printf("soak: %zu edits, %zu refused, %zu rounds, heap %zu kB after three, %zu kB at the end\n", done_, refused_,
               rounds, first / 1024, std::size_t{mallinfo2().uordblks} / 1024);
-  EXPECT_GT(done_, refused_) << "hardly anything was tried";
+  EXPECT_GT(done_, kEditsOfARound / 20) << "hardly anything was tried";
   unsetenv("XDG_DATA_HOME");
 }
 
