@@ -17,8 +17,10 @@
 #include <cstdio>
 #include <cstring>
 #include <exception>
+#include <filesystem>
 #include <new>
 #include <sstream>
+#include <thread>
 
 #include "host/HostLog.h"
 #include "host/validator/CrashTrace.h"
@@ -169,11 +171,25 @@ Outcome::End EndOf(int status, const Board& board, int* number) {
   }
 }
 
+// What a thread of this process holds when another process is forked, as the lock of an allocator, is held there for
+// ever. The text library reads fonts on threads of its own, which end by themselves.
+void AwaitThreads() {
+  constexpr auto kMost = std::chrono::seconds(10);
+  const auto start = Clock::now();
+  const auto count = [] {
+    std::error_code none;
+    const std::filesystem::directory_iterator threads("/proc/self/task", none);
+    return std::distance(begin(threads), end(threads));
+  };
+  while (count() > 1 && Clock::now() - start < kMost) std::this_thread::sleep_for(std::chrono::milliseconds(1));
+}
+
 }  // namespace
 
 Outcome RunTrial(const Check& check, const TrialPlan& plan) {
   Outcome outcome;
   const Shared shared;
+  AwaitThreads();
   std::fflush(nullptr);  // or the process would print it again
   const auto start = Clock::now();
   const pid_t process = shared.IsMade() ? fork() : -1;

@@ -381,7 +381,8 @@ void CanvasView::AppendHint(Gtk::Snapshot& snapshot) {
   const AGRect seen{std::max(low.x, 0.0), std::max(high.y, 0.0), std::min(high.x, Size().width),
                     std::min(low.y, Size().height)};
   auto layout = create_pango_layout(Tr(kHint));
-  layout->set_width(static_cast<int>(std::min(kWidest, seen.Width() - 2 * kRoom)) * Pango::SCALE);
+  const int widest = static_cast<int>(std::min(kWidest, seen.Width() - 2 * kRoom));
+  layout->set_width(widest * Pango::SCALE);
   layout->set_alignment(Pango::Alignment::CENTER);
   layout->set_wrap(Pango::WrapMode::WORD);
   int width = 0;
@@ -391,9 +392,8 @@ void CanvasView::AppendHint(Gtk::Snapshot& snapshot) {
   const AGColor paper = session_->Doc().Background();
   const bool dark = paper.Alpha() > 127 && paper.Red() + paper.Green() + paper.Blue() < 3 * 128;
   const GdkRGBA ink = dark ? GdkRGBA{1, 1, 1, 0.75F} : GdkRGBA{0, 0, 0, 0.65F};
-  const graphene_point_t place{
-      static_cast<float>(seen.Center().x - pango_layout_get_width(layout->gobj()) / 2 / Pango::SCALE),
-      static_cast<float>(seen.Center().y - height / 2.0)};
+  const graphene_point_t place{static_cast<float>(seen.Center().x - widest / 2.0),
+                               static_cast<float>(seen.Center().y - height / 2.0)};
   gtk_snapshot_save(snapshot.gobj());
   gtk_snapshot_translate(snapshot.gobj(), &place);
   gtk_snapshot_append_layout(snapshot.gobj(), layout->gobj(), &ink);

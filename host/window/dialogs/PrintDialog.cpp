@@ -54,7 +54,7 @@ bool IsNear(const AGSize& a, const AGSize& b) {
 
 // The sheet that the page is: one that has a name, or one of its own.
 Glib::RefPtr<Gtk::PageSetup> SetupOf(const AGSize& page) {
-  const auto setup = Gtk::PageSetup::create();
+  auto setup = Gtk::PageSetup::create();
   const AGSize upright = Oriented(page, Orientation::kPortrait);
   for (const SheetName& sheet : kSheets) {
     if (!IsNear(FindPaper(sheet.paper)->size, upright)) continue;
@@ -68,7 +68,7 @@ Glib::RefPtr<Gtk::PageSetup> SetupOf(const AGSize& page) {
 }
 
 Operation NewOperation(const std::shared_ptr<const Document>& document) {
-  const Operation operation = Gtk::PrintOperation::create();
+  Operation operation = Gtk::PrintOperation::create();
   operation->set_n_pages(1);
   operation->set_use_full_page(true);
   operation->set_unit(Gtk::Unit::POINTS);
