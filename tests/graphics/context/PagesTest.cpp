@@ -16,6 +16,7 @@
 #include "graphics/bitmaps/AGBitmap.h"
 #include "graphics/text/AGFont.h"
 #include "kit/geometry/AGConstants.h"
+#include "tests/graphics/context/LeakScope.h"
 #include "tests/graphics/text/TextTestSupport.h"
 #include "tests/kit/streams/FileTestSupport.h"
 
@@ -90,6 +91,7 @@ Pixels DrawOnBitmap() {
 }
 
 std::string DrawOnPage(decltype(&CGVectorContextCreatePDF) create) {
+  const LeakScope scope;
   std::string file;
   CGContextRef page = create(kWidth, kHeight, &Append, &file);
   DrawScene(AGContext(page, {kWidth, kHeight}));
