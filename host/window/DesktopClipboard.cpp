@@ -196,7 +196,7 @@ void OfferOnClipboard(Gtk::Widget& widget, CopiedObjects copied) {
 }
 
 void ReadClipboard(Gtk::Widget& widget, const std::function<void(const Result<ClipboardContent>&)>& then) {
-  constexpr int kTries = 5;
+  constexpr int kTries = 20;
   Read(widget.get_clipboard(), then, kTries);
 }
 

@@ -957,18 +957,24 @@ def clipboard_of_the_desktop():
         offered(own, first.folder / "offered.akd")
         assert first.objecthost("list", first.folder / "offered.akd").count("stdRect") == 1
         with Editor(select=(590, 390)) as second:
-            second.key("ctrl+shift+v")
+            def paste(key):
+                """What comes after the document was saved is seen in its title."""
+                second.save()
+                second.key(key)
+                wait_for("what is pasted", lambda: second.title().startswith("•"))
+
+            paste("ctrl+shift+v")
             second.expect("an object of another program", lambda items: len(items) == 1 and has_bounds(items[0], *RECT))
             second.key("ctrl+z")
             offer("image/png", IMAGES / "rgb8.png")
-            second.key("ctrl+v")
+            paste("ctrl+v")
             second.expect("a picture", lambda items: len(items) == 1 and
                           items[0]["properties"].get("Bytes") == (IMAGES / "rgb8.png").stat().st_size)
             drawing = second.folder / "drawing.svg"
             drawing.write_text('<svg xmlns="http://www.w3.org/2000/svg" width="60pt" height="40pt" viewBox="0 0 60 40">'
                                '<rect x="10" width="20" height="10" fill="red"/><circle r="3"/></svg>')
             offer("image/svg+xml", drawing)
-            second.key("ctrl+shift+v")
+            paste("ctrl+shift+v")
             wait_for_words("1 of 2 elements")
             second.expect("a rectangle", lambda items: len(items) == 2 and
                           has_bounds(items[1], 10, 390, 30, 400, tolerance=1e-3))
