@@ -47,6 +47,7 @@ void GuideTool::PressOnRuler(int axis) {
   Cancel();
   isPressed_ = session_ != nullptr;
   moved_ = false;
+  targets_.reset();
   axis_ = axis;
 }
 
@@ -59,11 +60,12 @@ void GuideTool::Motion(const AGPoint& point, const AGSize& size, bool isFree) {
   dragged_.reset();
   if (Along(axis_, point) < 0) return;  // on the ruler
   double place = Along(axis_, map);
-  SnapRules others = snap_;
-  others.guides = false;
-  const auto fit = isFree || !others.objects
-                       ? std::nullopt
-                       : SnapTargets(*session_, view_->Shown(size), others).FitEdge(axis_, place, reach);
+  if (!targets_ && snap_.objects) {
+    SnapRules others = snap_;
+    others.guides = false;
+    targets_ = SnapTargets(*session_, view_->Shown(size), others);
+  }
+  const auto fit = isFree || !targets_ ? std::nullopt : targets_->FitEdge(axis_, place, reach);
   if (fit) {
     place += *fit;
   } else if (snap_.spacing > 0 && !isFree) {

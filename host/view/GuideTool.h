@@ -62,6 +62,7 @@ class GuideTool {
   std::optional<Guide> origin_;
   std::optional<Guide> dragged_;
   std::optional<Guide> chosen_;
+  std::optional<SnapTargets> targets_;  ///< of the drag, once it moves
 };
 
 }  // namespace host
