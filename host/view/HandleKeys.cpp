@@ -40,6 +40,7 @@ Result<> MoveGradient(DocumentSession* session, const DocumentObject& object, co
   AGBrush brush(object.brush);
   const auto& look = object.marks.look;
   if (brush.Style() == kAGBrushStyleRadialGradient) {
+    if (!(object.bounds.Width() > 0) || !(object.bounds.Height() > 0)) return {};
     AGPoint within = AGAffineTransformRotation(-object.angle).Apply(by);
     if (look.flippedX) within.x = -within.x;
     if (look.flippedY) within.y = -within.y;
