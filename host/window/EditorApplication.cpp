@@ -113,10 +113,8 @@ void EditorApplication::AddActions() {
   add_action("about", [this] { ShowAbout(); });
   add_action_with_parameter("open-recent", Glib::Variant<std::string>::variant_type(),
                             [this](const Glib::VariantBase& parameter) {
-                              auto* const window = dynamic_cast<EditorWindow*>(get_active_window());
-                              if (window == nullptr) return;
                               using Target = Glib::Variant<std::string>;
-                              OpenDocument(Glib::VariantBase::cast_dynamic<Target>(parameter).get(), window);
+                              OpenDocument(Glib::VariantBase::cast_dynamic<Target>(parameter).get(), ActiveEditor());
                             });
   const auto applyDark = [](bool on) {
     Gtk::Settings::get_default()->property_gtk_application_prefer_dark_theme() = on;
