@@ -16,6 +16,7 @@ struct CTFramesetter final : platform::NativeObject {
   platform::NativeRef<const CFAttributedString> text;
   platform::TextStyle style;
   CTTextAlignment alignment = kCTTextAlignmentLeft;
+  PangoDirection direction = PANGO_DIRECTION_NEUTRAL;
 };
 
 struct CTFrame final : platform::NativeObject {
@@ -33,6 +34,11 @@ namespace {
 
 using platform::NativeRef;
 using platform::ShapedLine;
+
+PangoDirection DirectionOf(CTWritingDirection direction) {
+  if (direction == kCTWritingDirectionNatural) return PANGO_DIRECTION_NEUTRAL;
+  return direction == kCTWritingDirectionRightToLeft ? PANGO_DIRECTION_RTL : PANGO_DIRECTION_LTR;
+}
 
 // Stacks lines from the top of a frame down.
 class Stack {
@@ -78,7 +84,9 @@ CTFramesetterRef CTFramesetterCreateWithAttributedString(CFAttributedStringRef t
   setter->text = NativeRef(text);
   setter->style = std::move(style);
   const auto* paragraph = text->Get<CTParagraphStyle>(kCTParagraphStyleAttributeName);
-  if (paragraph != nullptr) setter->alignment = paragraph->alignment;
+  if (paragraph == nullptr) return setter;
+  setter->alignment = paragraph->alignment;
+  setter->direction = DirectionOf(paragraph->direction);
   return setter;
 }
 
@@ -93,7 +101,7 @@ CTFrameRef CTFramesetterCreateFrame(CTFramesetterRef framesetter, CFRange range,
   if (!isWhole || !std::isfinite(rect.size.width) || !std::isfinite(rect.size.height) || !(scale > 0)) return nullptr;
   Stack stack(*framesetter, rect.size);
   platform::BreakIntoLines(
-      *framesetter->style.font.Get()->face.Get(), units, rect.size.width / scale,
+      *framesetter->style.font.Get()->face.Get(), units, framesetter->direction, rect.size.width / scale,
       [&](NativeRef<const ShapedLine> line, platform::VisiblePart part) { return stack.Add(std::move(line), part); });
   return stack.Finish(rect);
 }

@@ -6,4 +6,5 @@
 
 struct CTParagraphStyle final : platform::NativeObject {
   CTTextAlignment alignment = kCTTextAlignmentLeft;
+  CTWritingDirection direction = kCTWritingDirectionNatural;
 };

@@ -110,8 +110,8 @@ double VisibleWidth(const ShapedLine& line, const std::vector<ClusterAdvance>& a
   return line.width - trailing;
 }
 
-bool AddParagraph(const TypeFace& face, std::string text, double width, const TakeLine& take) {
-  const PangoDirection direction = ParagraphDirection(text);
+bool AddParagraph(const TypeFace& face, std::string text, PangoDirection given, double width, const TakeLine& take) {
+  const PangoDirection direction = given == PANGO_DIRECTION_NEUTRAL ? ParagraphDirection(text) : given;
   std::vector<ClusterAdvance> advances;
   NativeRef<const ShapedLine> whole = ShapeLine(face, text, direction, &advances);
   if (!(whole.Get()->width > width)) {
@@ -123,11 +123,12 @@ bool AddParagraph(const TypeFace& face, std::string text, double width, const Ta
 
 }  // namespace
 
-void BreakIntoLines(const TypeFace& face, const std::vector<UniChar>& units, double width, const TakeLine& take) {
+void BreakIntoLines(const TypeFace& face, const std::vector<UniChar>& units, PangoDirection direction, double width,
+                    const TakeLine& take) {
   for (std::size_t start = 0; start < units.size();) {
     std::size_t end = start;
     while (end < units.size() && !IsLineBreak(units[end])) ++end;
-    if (!AddParagraph(face, DisplayText(&units[start], end - start), width, take)) return;
+    if (!AddParagraph(face, DisplayText(&units[start], end - start), direction, width, take)) return;
     const bool isPair = end + 1 < units.size() && units[end] == '\r' && units[end + 1] == '\n';
     start = end + (isPair ? 2 : 1);
   }

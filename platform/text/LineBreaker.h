@@ -20,7 +20,8 @@ using TakeLine = std::function<bool(NativeRef<const ShapedLine> line, VisiblePar
 
 /// Lines end at line breaks (CR, LF, both, NEL, or a Unicode separator; the last one of the text starts no line) and
 /// at the last break that the Unicode rules allow (UAX 14) before `width`, in reference units; a word that is wider is
-/// cut between clusters, one of which always fits.
-void BreakIntoLines(const TypeFace& face, const std::vector<UniChar>& units, double width, const TakeLine& take);
+/// cut between clusters, one of which always fits. A neutral `direction` is that of each paragraph's first letter.
+void BreakIntoLines(const TypeFace& face, const std::vector<UniChar>& units, PangoDirection direction, double width,
+                    const TakeLine& take);
 
 }  // namespace platform
