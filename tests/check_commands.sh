@@ -44,6 +44,14 @@ expect 0 '' set units.akd 2 Rounding=0.5pt
 expect 0 '^0 .* -1.5 .* flipped horizontally$' list units.akd
 expect 0 '^1 .* opacity 37.5 %$' list units.akd
 expect 0 '^2 .* Rounding=0.25  dashes 3,2$' list units.akd
+expect 0 '' label units.akd 0 'One\nTwo' --size 3mm --style bold --align left --color 200,0,0
+expect 0 '^0 .* label "One"... 8.503937 bold left #c80000$' list units.akd
+expect 0 '"text": "One\\nTwo", .* "valign": "middle"' list --json units.akd
+expect 0 '^0$' select units.akd --text two
+expect 1 'needs a text' label units.akd 1 --size 9
+expect 1 'left, center' label units.akd 0 --align up
+expect 1 'no colour' label units.akd 0 --color paint
+expect 0 '' label units.akd 0 --none
 expect 1 'from 0 to 100' opacity units.akd 1 101
 expect 1 'horizontal, vertical' flip units.akd 1 up
 expect 1 'dashes are' dash units.akd 1 3

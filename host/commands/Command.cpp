@@ -32,6 +32,7 @@ const std::vector<Command>& Commands() {
       Alone<kOpacityEdit>(),
       Alone<kFlipEdit>(),
       Alone<kDashEdit>(),
+      Alone<kLabelEdit>(),
       Alone<kGuideEdit>(),
       Alone<kOrderEdit>(),
       Alone<kDuplicateEdit>(),

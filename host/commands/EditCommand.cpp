@@ -78,13 +78,13 @@ void EditContext::SetSession(std::unique_ptr<DocumentSession> next) {
 
 const std::vector<const EditCommand*>& EditCommands() {
   static const std::vector<const EditCommand*> commands = {
-      &kNewEdit,        &kOpenEdit,    &kSaveEdit,   &kCloseEdit,   &kAddEdit,       &kListEdit,    &kGetEdit,
-      &kSetEdit,        &kStyleEdit,   &kDeleteEdit, &kMoveEdit,    &kResizeEdit,    &kRotateEdit,  &kAlignEdit,
-      &kDistributeEdit, &kMatchEdit,   &kRepeatEdit, &kOrderEdit,   &kDuplicateEdit, &kCopyEdit,    &kCutEdit,
-      &kPasteEdit,      &kSelectEdit,  &kGroupEdit,  &kUngroupEdit, &kLockEdit,      &kUnlockEdit,  &kHideEdit,
-      &kShowEdit,       &kLayersEdit,  &kLayerEdit,  &kPageEdit,    &kDrawEdit,      &kExportEdit,  &kThumbnailEdit,
-      &kImportEdit,     &kOpacityEdit, &kFlipEdit,   &kDashEdit,    &kGuideEdit,     &kInspectEdit, &kUndoEdit,
-      &kRedoEdit,       &kHistoryEdit, &kBeginEdit,  &kEndEdit,     &kCancelEdit,
+      &kNewEdit,        &kOpenEdit,    &kSaveEdit,    &kCloseEdit,   &kAddEdit,       &kListEdit,   &kGetEdit,
+      &kSetEdit,        &kStyleEdit,   &kDeleteEdit,  &kMoveEdit,    &kResizeEdit,    &kRotateEdit, &kAlignEdit,
+      &kDistributeEdit, &kMatchEdit,   &kRepeatEdit,  &kOrderEdit,   &kDuplicateEdit, &kCopyEdit,   &kCutEdit,
+      &kPasteEdit,      &kSelectEdit,  &kGroupEdit,   &kUngroupEdit, &kLockEdit,      &kUnlockEdit, &kHideEdit,
+      &kShowEdit,       &kLayersEdit,  &kLayerEdit,   &kPageEdit,    &kDrawEdit,      &kExportEdit, &kThumbnailEdit,
+      &kImportEdit,     &kOpacityEdit, &kFlipEdit,    &kDashEdit,    &kLabelEdit,     &kGuideEdit,  &kInspectEdit,
+      &kUndoEdit,       &kRedoEdit,    &kHistoryEdit, &kBeginEdit,   &kEndEdit,       &kCancelEdit,
   };
   return commands;
 }
@@ -178,6 +178,7 @@ Result<> ParseLayer(const EditContext& context, const std::string& text, LayerID
 Result<> ParseWanted(const EditContext& context, const EditArguments& arguments, Wanted* wanted) {
   if (arguments.Has("class")) wanted->classID = AKClassID(arguments.Value("class", "").c_str());
   wanted->name = arguments.Value("name", "");
+  wanted->text = arguments.Value("text", "");
   if (arguments.Has("layer")) {
     LayerID layer{};
     if (const auto done = ParseLayer(context, arguments.Value("layer", ""), &layer); !done) return done.Why();

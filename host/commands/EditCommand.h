@@ -95,9 +95,9 @@ Result<> ParseObjects(const EditContext& context, const std::string& text, Objec
 Result<> ParseObject(const EditContext& context, const std::string& text, ObjectID* id);
 /// A layer by its number or its name.
 Result<> ParseLayer(const EditContext& context, const std::string& text, LayerID* id);
-/// The options --class, --layer, --fill, --stroke and --name, which say what objects are looked for.
+/// The options --class, --layer, --fill, --stroke, --name and --text, which say what objects are looked for.
 Result<> ParseWanted(const EditContext& context, const EditArguments& arguments, Wanted* wanted);
-inline constexpr char kWantedOptions[] = "class layer fill stroke name";
+inline constexpr char kWantedOptions[] = "class layer fill stroke name text";
 /// "NAME=VALUE" words as pairs.
 Result<> ParseAssignments(const std::vector<std::string>& words,
                           std::vector<std::pair<std::string, std::string>>* pairs);
@@ -133,7 +133,7 @@ extern const EditCommand kMoveEdit, kResizeEdit, kRotateEdit, kAlignEdit, kDistr
 extern const EditCommand kDuplicateEdit, kCopyEdit, kCutEdit, kPasteEdit, kSelectEdit;
 extern const EditCommand kLayersEdit, kLayerEdit, kPageEdit;
 extern const EditCommand kGroupEdit, kUngroupEdit, kLockEdit, kUnlockEdit, kHideEdit, kShowEdit;
-extern const EditCommand kOpacityEdit, kFlipEdit, kDashEdit, kGuideEdit;
+extern const EditCommand kOpacityEdit, kFlipEdit, kDashEdit, kLabelEdit, kGuideEdit;
 extern const EditCommand kInspectEdit, kDrawEdit, kExportEdit, kThumbnailEdit, kImportEdit;
 extern const EditCommand kUndoEdit, kRedoEdit, kHistoryEdit, kBeginEdit, kEndEdit, kCancelEdit;
 extern const EditCommand kNewEdit, kOpenEdit, kSaveEdit, kCloseEdit;

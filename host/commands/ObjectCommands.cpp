@@ -147,7 +147,7 @@ const EditCommand kListEdit = {
     EditUse::kEverywhere,
     "list the objects of a document",
     "usage: objecthost list FILE [--all] [--json] [--class CLASS] [--layer LAYER] [--fill COLOUR]\n"
-    "                  [--stroke COLOUR] [--name TEXT]\n\n"
+    "                  [--stroke COLOUR] [--name TEXT] [--text TEXT]\n\n"
     "One line an object: number, class, bounds, angle in degrees, and the properties of its\n"
     "class, whether it is hidden or locked, and the groups that it is in, as in g0/g1: g0 names all objects of\n"
     "the group where a command takes objects. With --all every property, to seven digits. With --json the page, the "

@@ -152,10 +152,11 @@ const EditCommand kSelectEdit = {
     "(with --below the next one behind what is selected there),\n"
     "or those that a band takes whole or touches; with --same all that are filled or outlined like the\n"
     "first of them, or of its class. WHAT is one or more of --class CLASS, --layer LAYER, --fill COLOUR,\n"
-    "--stroke COLOUR (a name, #RRGGBB, R,G,B or none) and --name TEXT, a part of the name of the class or of a\n"
-    "text that the object has; all have to fit. In a script the selection stays, and later commands\n"
-    "name it \"selected\". A place or a band takes whole groups. What is hidden or locked is not selected.\n",
-    "at tolerance within touching same class layer fill stroke name",
+    "--stroke COLOUR (a name, #RRGGBB, R,G,B or none), --text TEXT, a part of the label or of another text that\n"
+    "the object has, and --name TEXT, a part of either or of the name of the class; all have to fit. In a script\n"
+    "the selection stays, and later commands name it \"selected\". A place or a band takes whole groups. What is "
+    "hidden or locked is not selected.\n",
+    "at tolerance within touching same class layer fill stroke name text",
     "add below json",
     0,
     1,

@@ -100,7 +100,10 @@ struct MarksSubject {
   static Value Read(const Document& document, Key id) { return document.Find(id)->marks; }
   static void Write(Document& document, Key id, const Value& value) { document.SetMarks(id, value); }
   static bool Equal(const Value& a, const Value& b) { return a == b; }
-  static std::size_t Size(const Value& value) { return value.groups.size() * sizeof(GroupID); }
+  static std::size_t Size(const Value& value) {
+    const std::size_t label = value.label == nullptr ? 0 : sizeof(ObjectLabel) + value.label->text.size();
+    return value.groups.size() * sizeof(GroupID) + label;
+  }
 };
 
 // The record of an instance; writing it makes a new instance.

@@ -38,6 +38,12 @@ std::string RoundedText(const AKValue& value) {
   return TextOf(value);
 }
 
+std::string HexText(AGColor color) {
+  char text[16];
+  std::snprintf(text, sizeof(text), "#%02x%02x%02x", color.Red(), color.Green(), color.Blue());
+  return text;
+}
+
 bool IsClassProperty(const AKString& key) {
   return !(key == "Bounds") && !(key == "Angle") && !(key == "Brush") && !(key == "Pen");
 }
@@ -45,6 +51,22 @@ bool IsClassProperty(const AKString& key) {
 std::string Header(const DocumentObject& object, std::size_t index) {
   return std::to_string(index) + "  " + Printable(object.classID.chars) +
          (object.IsPlaceholder() ? " (placeholder)" : "");
+}
+
+// The label's first line, and what of it is not as in a new one.
+std::string LabelText(const ObjectLabel& label) {
+  const ObjectLabel plain;
+  const std::size_t end = label.text.find('\n');
+  std::string text = "  label \"" + Printable(label.text.substr(0, end)) + (end == std::string::npos ? "\"" : "\"...");
+  if (!label.font.empty()) text += " " + Printable(label.font);
+  if (label.size != plain.size) text += " " + Number(label.size);
+  if (label.bold) text += " bold";
+  if (label.italic) text += " italic";
+  if (label.across != plain.across) text += std::string(" ") + NameOf(label.across);
+  if (label.down != plain.down) text += std::string(" ") + NameOf(label.down);
+  if (label.direction != plain.direction) text += std::string(" ") + NameOf(label.direction);
+  if (!(label.color == plain.color)) text += " " + HexText(label.color);
+  return text;
 }
 
 // What users set of objects; groups by their numbers.
@@ -62,6 +84,7 @@ class MarkTexts {
     for (std::size_t i = 0; i < marks.look.dashes.size(); ++i) {
       text += (i == 0 ? "  dashes " : ",") + Number(marks.look.dashes[i]);
     }
+    if (marks.label != nullptr) text += LabelText(*marks.label);
     for (std::size_t i = 0; i < marks.groups.size(); ++i) {
       text += (i == 0 ? "  in g" : "/g") + std::to_string(numbers_.at(marks.groups[i]));
     }

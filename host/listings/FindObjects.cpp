@@ -26,18 +26,19 @@ bool IsSameColor(AGColor a, AGColor b) {
 }
 
 bool HasText(const DocumentObject& object, const std::string& folded) {
-  bool has = false;
+  bool has = object.marks.label != nullptr && Contains(object.marks.label->text, folded);
   ClassProperties(object).ForEach([&](const AKString&, const AKValue& value) {
     if (value.Type() == kAKValueTypeString) has = has || Contains(DisplayText(*value.GetasAKString()), folded);
   });
   return has;
 }
 
-bool Fits(const DocumentObject& object, const Wanted& wanted, const std::string& name) {
+bool Fits(const DocumentObject& object, const Wanted& wanted, const std::string& name, const std::string& text) {
   if (wanted.classID && !(object.classID == *wanted.classID)) return false;
   if ((wanted.fill || wanted.stroke) && object.IsPlaceholder()) return false;
   if (wanted.fill && !wanted.fill->Fits(object.brush)) return false;
   if (wanted.stroke && !wanted.stroke->Fits(object.pen.Brush())) return false;
+  if (!text.empty() && !HasText(object, text)) return false;
   return name.empty() || Contains(ClassName(object.classID), name) || Contains(object.classID.chars, name) ||
          HasText(object, name);
 }
@@ -62,10 +63,11 @@ std::optional<WantedPaint> ParsePaint(const std::string& text) {
 ObjectIDs FindObjects(const Document& document, const Wanted& wanted) {
   ObjectIDs found;
   const std::string name = Folded(wanted.name);
+  const std::string text = Folded(wanted.text);
   for (const Layer* layer : document.Layers()) {
     if (wanted.layer && layer->id != *wanted.layer) continue;
     layer->objects.ForEach([&](const DocumentObject& object) {
-      if (Fits(object, wanted, name)) found.push_back(object.id);
+      if (Fits(object, wanted, name, text)) found.push_back(object.id);
     });
   }
   return found;

@@ -26,11 +26,14 @@ struct Wanted {
   std::optional<WantedPaint> stroke = std::nullopt;
   /// A part of the name of its class, in the user's language or as its ID, or of a text that it has.
   std::string name = {};
+  /// A part of its label or of another text that it has.
+  std::string text = {};
 
-  bool IsEmpty() const { return !classID && !layer && !fill && !stroke && name.empty(); }
+  bool IsEmpty() const { return !classID && !layer && !fill && !stroke && name.empty() && text.empty(); }
 };
 
-/// Those that fit, in drawing order, hidden and locked ones too. Of placeholders only class, layer and name are known.
+/// Those that fit, in drawing order, hidden and locked ones too. Of placeholders only class, layer, name and label are
+/// known.
 ObjectIDs FindObjects(const Document& document, const Wanted& wanted);
 
 }  // namespace host

@@ -55,6 +55,22 @@ GroupNumbers NumbersOfGroups(const Document& document) {
   return numbers;
 }
 
+void WriteLabel(JsonWriter* json, const ObjectLabel* label) {
+  json->Key("label");
+  if (label == nullptr) return json->Null();
+  json->BeginObject();
+  json->String("text", label->text);
+  json->String("font", label->font);
+  json->Number("size", label->size);
+  json->Bool("bold", label->bold);
+  json->Bool("italic", label->italic);
+  WriteColor(json, "color", label->color);
+  json->String("align", NameOf(label->across));
+  json->String("valign", NameOf(label->down));
+  json->String("direction", NameOf(label->direction));
+  json->EndObject();
+}
+
 void WriteMarks(JsonWriter* json, const ObjectMarks& marks, const GroupNumbers& groups) {
   json->Bool("hidden", marks.hidden);
   json->Bool("locked", marks.locked);
@@ -66,6 +82,7 @@ void WriteMarks(JsonWriter* json, const ObjectMarks& marks, const GroupNumbers& 
   json->Bool("flippedHorizontally", marks.look.flippedX);
   json->Bool("flippedVertically", marks.look.flippedY);
   WriteNumbers(json, "dashes", marks.look.dashes);
+  WriteLabel(json, marks.label.get());
 }
 
 void WriteObject(JsonWriter* json, const DocumentSession& session, const DocumentObject& object, std::size_t number,

@@ -13,4 +13,9 @@ bool AreDashes(const std::vector<double>& lengths) {
          std::ranges::all_of(lengths, isLength) && std::accumulate(lengths.begin(), lengths.end(), 0.0) >= kLeast;
 }
 
+bool ObjectMarks::operator==(const ObjectMarks& other) const {
+  const bool sameLabel = label == other.label || (label != nullptr && other.label != nullptr && *label == *other.label);
+  return sameLabel && hidden == other.hidden && locked == other.locked && groups == other.groups && look == other.look;
+}
+
 }  // namespace host

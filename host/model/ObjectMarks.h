@@ -1,12 +1,15 @@
 // What users set of an object that its class knows nothing of: whether it is hidden or locked, the groups that it is
-// in, and how the host shows what the class draws.
+// in, how the host shows what the class draws, and the text that it draws above it.
 //
 // A group has no existence of its own: it is there as long as an object names it. The objects of a group stand together
 // in one layer.
 #pragma once
 
 #include <cstdint>
+#include <memory>
 #include <vector>
+
+#include "host/labels/ObjectLabel.h"
 
 namespace host {
 
@@ -43,11 +46,12 @@ struct ObjectMarks {
   std::vector<GroupID> groups;  ///< that the object is in, the outermost first
 
   ObjectLook look{};
+  std::shared_ptr<const ObjectLabel> label{};  ///< null for none; copies share it
 
-  bool operator==(const ObjectMarks&) const = default;
+  bool operator==(const ObjectMarks& other) const;
   /// Neither hidden nor locked nor in a group.
   bool IsLoose() const { return !hidden && !locked && groups.empty(); }
-  bool IsPlain() const { return IsLoose() && look.IsPlain(); }
+  bool IsPlain() const { return IsLoose() && look.IsPlain() && label == nullptr; }
   /// The group at a depth, 0 for the outermost; kNoGroupID when there are fewer.
   GroupID GroupAt(std::size_t depth) const { return depth < groups.size() ? groups[depth] : kNoGroupID; }
 };

@@ -4,6 +4,7 @@
 #include "AKPlatform/AKGroup.h"
 #include "CoreGraphics/CGContext.h"
 #include "graphics/context/AKDrawEvent.h"
+#include "host/labels/LabelDrawing.h"
 #include "host/pictures/MemoryWatch.h"
 #include "host/tables/SlotCall.h"
 
@@ -53,6 +54,13 @@ int DrawDashed(const DocumentObject& object, const AGContext& context) {
   return status;
 }
 
+// What the class draws, and the label above it.
+int DrawWhole(const DocumentObject& object, const AGContext& context) {
+  const int status = DrawDashed(object, context);
+  if (object.marks.label != nullptr) DrawLabel(object, context);
+  return status;
+}
+
 template <typename Draw>
 void DrawScaled(const AGContext& context, double scale, Draw draw) {
   CGContextRef port = context.NativePort();
@@ -83,12 +91,12 @@ int DrawObject(const DocumentObject& object, const AGContext& context, const AGB
 
 int DrawObject(const DocumentObject& object, const AGContext& context) {
   const ObjectLook& look = object.marks.look;
-  if (look.opacity == 1) return DrawDashed(object, context);
+  if (look.opacity == 1) return DrawWhole(object, context);
   const AGRect box = PaintedBox(object);
   const CGRect extent = CGRectMake(box.x0, box.y0, box.x1 - box.x0, box.y1 - box.y0);
   const bool isGroup = look.opacity > 0 && CGContextBeginGroup(context.NativePort(), extent);
   if (!isGroup) return 0;
-  const int status = DrawDashed(object, context);
+  const int status = DrawWhole(object, context);
   CGContextEndGroup(context.NativePort(), look.opacity);
   return status;
 }

@@ -1,6 +1,7 @@
 #include "host/pictures/HitTest.h"
 
 #include "CoreGraphics/CGContext.h"
+#include "host/labels/LabelDrawing.h"
 #include "host/pictures/DocumentDrawing.h"
 
 namespace host {
@@ -53,7 +54,7 @@ bool HitTest::Hits(const DocumentObject& object) {
   pen.SetBrush(Opaque(object.pen.Brush()));
   DrawObject(object, context, Opaque(object.brush), pen);
   CGContextRestoreGState(context.NativePort());
-  return HasInk();
+  return HasInk() || LabelCovers(object, area_.Center());
 }
 
 }  // namespace host

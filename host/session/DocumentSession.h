@@ -11,6 +11,7 @@
 #include <memory>
 #include <string>
 
+#include "host/labels/SessionLabels.h"
 #include "host/session/SessionArrangement.h"
 #include "host/session/SessionClipboard.h"
 #include "host/session/SessionFile.h"
@@ -50,6 +51,7 @@ class DocumentSession {
   SessionMarks& Marks() { return marks_; }
   const SessionMarks& Marks() const { return marks_; }
   SessionLooks& Looks() { return looks_; }
+  SessionLabels& Labels() { return labels_; }
   SessionLayers& Layers() { return layers_; }
   const SessionLayers& Layers() const { return layers_; }
   SessionFile& File() { return file_; }
@@ -81,6 +83,7 @@ class DocumentSession {
   SessionObjects objects_{*document_, steps_, selection_, activeLayer_};
   SessionMarks marks_{*document_, steps_, selection_};
   SessionLooks looks_{*document_, steps_, selection_};
+  SessionLabels labels_{*document_, steps_};
   SessionArrangement arrangement_{*document_, steps_, selection_, objects_};
   SessionClipboard clipboard_{*document_, steps_, selection_, activeLayer_, objects_};
   SessionImport import_{*document_, steps_, selection_, activeLayer_};

@@ -6,6 +6,7 @@
 #include "host/HostLog.h"
 #include "host/model/ObjectRecord.h"
 #include "host/model/Units.h"
+#include "host/storage/LabelsChunk.h"
 #include "host/storage/LooksChunk.h"
 #include "host/storage/MarksChunk.h"
 #include "host/text/Localisation.h"
@@ -18,6 +19,7 @@ constexpr std::uint32_t kClipboardSignature = 0x48436C70;  // "HClp"
 constexpr unsigned int kPlainVersion = 1;
 constexpr unsigned int kMarkedVersion = 2;
 constexpr unsigned int kLookedVersion = 3;
+constexpr unsigned int kLabelledVersion = 4;
 
 struct Copied {
   const DocumentObject* object;
@@ -40,13 +42,22 @@ std::vector<Copied> CopiedOf(const Document& document, const ObjectIDs& ids, con
   return copied;
 }
 
+// The oldest that holds all of them.
+unsigned int VersionFor(const std::vector<const ObjectMarks*>& marks) {
+  unsigned int version = kPlainVersion;
+  for (const ObjectMarks* each : marks) {
+    if (!each->IsLoose()) version = std::max(version, kMarkedVersion);
+    if (!each->look.IsPlain()) version = std::max(version, kLookedVersion);
+    if (each->label != nullptr) version = kLabelledVersion;
+  }
+  return version;
+}
+
 int WriteClipboard(AKFile& file, const std::vector<Copied>& copied) {
   std::vector<const ObjectMarks*> marks;
   marks.reserve(copied.size());
   for (const Copied& each : copied) marks.push_back(&each.marks);
-  const bool isLoose = std::ranges::all_of(marks, [](const ObjectMarks* each) { return each->IsLoose(); });
-  const bool isPlain = std::ranges::all_of(marks, [](const ObjectMarks* each) { return each->look.IsPlain(); });
-  const unsigned int version = !isPlain ? kLookedVersion : isLoose ? kPlainVersion : kMarkedVersion;
+  const unsigned int version = VersionFor(marks);
   AKFileChunk chunk{kClipboardSignature};
   int status = AKFileWriteChunkHeader(file, chunk);
   if (status == 0) status = AKFileWriteUInt32(file, version);
@@ -57,7 +68,8 @@ int WriteClipboard(AKFile& file, const std::vector<Copied>& copied) {
     status = WriteObjectChunk(file, *object, record ? *record : object->record);
   }
   if (status == 0 && version >= kMarkedVersion) status = WriteMarks(file, marks);
-  if (status == 0 && version == kLookedVersion) status = WriteLooks(file, marks);
+  if (status == 0 && version >= kLookedVersion) status = WriteLooks(file, marks);
+  if (status == 0 && version >= kLabelledVersion) status = WriteLabels(file, marks);
   return status == 0 ? AKFileWriteChunkComplete(file, chunk) : status;
 }
 
@@ -73,14 +85,15 @@ Result<> ReadClipboard(const std::string& bytes, GroupID firstGroup, Objects* ob
   unsigned int count = 0;
   bool sound = stream.OpenForRead() == 0 && AKFileReadChunkHeader(stream, &chunk) == 0 &&
                chunk.signature == kClipboardSignature && AKFileReadUInt32(stream, &version) == 0 &&
-               version >= kPlainVersion && version <= kLookedVersion && AKFileReadUInt32(stream, &count) == 0;
+               version >= kPlainVersion && version <= kLabelledVersion && AKFileReadUInt32(stream, &count) == 0;
   for (unsigned int i = 0; sound && i < count; ++i) {
     objects->push_back(reader.Read(chunk));
     sound = objects->back() != nullptr;
   }
   if (sound && version >= kMarkedVersion) {
     auto marks = ReadMarks(stream, chunk, objects->size(), firstGroup);
-    sound = marks && (version < kLookedVersion || ReadLooks(stream, chunk, &*marks));
+    sound = marks && (version < kLookedVersion || ReadLooks(stream, chunk, &*marks)) &&
+            (version < kLabelledVersion || ReadLabels(stream, chunk, &*marks));
     for (std::size_t i = 0; sound && i < objects->size(); ++i) (*objects)[i]->marks = std::move((*marks)[i]);
   }
   if (!sound || objects->empty()) return Problem(N_("there is nothing on the clipboard that can be pasted"));

@@ -7,6 +7,7 @@
 #include "host/HostLog.h"
 #include "host/model/ObjectRecord.h"
 #include "host/storage/AidsChunk.h"
+#include "host/storage/LabelsChunk.h"
 #include "host/storage/LooksChunk.h"
 #include "host/storage/MarksChunk.h"
 #include "host/storage/WholeFiles.h"
@@ -24,8 +25,9 @@ constexpr std::uint32_t kLayerSignature = 0x484C6179;     // "HLay"
 constexpr std::uint32_t kTextSignature = 0x73747267;      // "strg"
 constexpr unsigned int kFlatVersion = 1;                  // objects without layers
 constexpr unsigned int kPlainVersion = 2;
-constexpr unsigned int kMarkedVersion = 3;  // some objects are hidden, locked or in groups
-constexpr unsigned int kLookedVersion = 4;  // some are faint, mirrored or dashed, or the page has guides
+constexpr unsigned int kMarkedVersion = 3;    // some objects are hidden, locked or in groups
+constexpr unsigned int kLookedVersion = 4;    // some are faint, mirrored or dashed, or the page has guides
+constexpr unsigned int kLabelledVersion = 5;  // some have labels
 constexpr unsigned int kLayerVisible = 1;
 constexpr unsigned int kLayerLocked = 2;
 
@@ -61,7 +63,7 @@ class DocumentReader {
     AGColor background;
     unsigned int count = 0;
     if (!Ok(AKFileReadUInt32(file_, &version_))) return nullptr;
-    if (version_ < kFlatVersion || version_ > kLookedVersion) {
+    if (version_ < kFlatVersion || version_ > kLabelledVersion) {
       return Fail(Problem(N_("has the unknown format version %s"), {std::to_string(version_)}));
     }
     if (!Ok(AKFileReadAGSize(file_, &page)) || !Ok(AKFileReadAGColor(file_, &background)) ||
@@ -136,7 +138,9 @@ class DocumentReader {
       problem_ = Problem(N_("is damaged: %s"), {marks.Why()});
       return false;
     }
-    if (const auto read = version_ < kLookedVersion ? Result<>() : ReadLooks(file_, outer, &*marks); !read) {
+    auto read = version_ < kLookedVersion ? Result<>() : ReadLooks(file_, outer, &*marks);
+    if (read && version_ >= kLabelledVersion) read = ReadLabels(file_, outer, &*marks);
+    if (!read) {
       problem_ = Problem(N_("is damaged: %s"), {read.Why()});
       return false;
     }
@@ -200,8 +204,9 @@ class ObjectWriter {
 int WriteLayerMarks(AKFile& file, const Layer& layer, unsigned int version) {
   std::vector<const ObjectMarks*> marks;
   layer.objects.ForEach([&marks](const DocumentObject& object) { marks.push_back(&object.marks); });
-  const int status = WriteMarks(file, marks);
-  return status == 0 && version == kLookedVersion ? WriteLooks(file, marks) : status;
+  int status = WriteMarks(file, marks);
+  if (status == 0 && version >= kLookedVersion) status = WriteLooks(file, marks);
+  return status == 0 && version >= kLabelledVersion ? WriteLabels(file, marks) : status;
 }
 
 // The oldest that holds all of it.
@@ -209,7 +214,8 @@ unsigned int VersionFor(const Document& document) {
   unsigned int version = document.Aids() == PageAids() ? kPlainVersion : kLookedVersion;
   document.ForEachObject([&version](const DocumentObject& object) {
     if (!object.marks.IsLoose()) version = std::max(version, kMarkedVersion);
-    if (!object.marks.look.IsPlain()) version = kLookedVersion;
+    if (!object.marks.look.IsPlain()) version = std::max(version, kLookedVersion);
+    if (object.marks.label != nullptr) version = kLabelledVersion;
   });
   return version;
 }
@@ -263,7 +269,7 @@ int WriteDocument(const Document& document, AKFile& file, std::optional<Problem>
   for (const Layer* layer : document.Layers()) {
     if (status == 0) status = WriteLayer(file, *layer, version, &objects);
   }
-  if (status == 0 && version == kLookedVersion) status = WriteAids(file, document.Aids());
+  if (status == 0 && version >= kLookedVersion) status = WriteAids(file, document.Aids());
   return status == 0 ? AKFileWriteChunkComplete(file, chunk) : status;
 }
 

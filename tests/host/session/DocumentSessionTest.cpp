@@ -99,6 +99,7 @@ class RandomEditor {
           std::ignore = session_.Looks().SetDashes(ids, {x, Pick(2) * x});
         },
         [&] { std::ignore = session_.Looks().Flip(ids, static_cast<Axis>(Pick(2))); },
+        [&] { std::ignore = session_.Labels().Change(ids, {.text = std::string(Pick(3), 'x'), .size = x}); },
         [&] {
           std::ignore = session_.SetAids({kLengthUnits[Pick(5)], Number(0, 20), {x}, {}}, "Aids");
         },

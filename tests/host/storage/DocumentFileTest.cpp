@@ -9,6 +9,7 @@
 #include <fstream>
 #include <iterator>
 #include <random>
+#include <tuple>
 
 #include "host/bundles/Bundle.h"
 #include "host/listings/DocumentListing.h"
@@ -51,6 +52,7 @@ class DocumentFileTest : public testing::Test {
       const ObjectMarks marks[] = {
           {true, false, {7, 8}}, {false, true, {7}}, {false, false, {}, {0.25, i == 2, false, {3, 1.5}}}};
       object->marks = marks[i];
+      if (i != 1) object->marks.label = std::make_shared<ObjectLabel>(ObjectLabel{"Zwei\nZeilen", "Serif", 7.0 + i});
       document->AppendObject(std::move(object));
     }
     document->SetAids({LengthUnit::kInch, 12.5, {7, -8.25}, {1e6}});
@@ -121,7 +123,40 @@ TEST_F(DocumentFileTest, Bytes_OneObject_AreAsDescribed) {
     Write(Path("wrong"), damaged);
     EXPECT_NE(Said(ReadDocument(Path("wrong"))).find("are damaged"), std::string::npos) << place;
   }
+
+  // A label: of its numbers only the index, the lengths and the size may not be any.
+  auto label = std::make_shared<ObjectLabel>();
+  *label = {"\u00C4", "", 18, true, false, {128, 0, 0}, LabelAcross::kLeft, LabelDown::kTop};
+  document.SetMarks(document.ObjectAt(0).id, {false, false, {}, {}, label});
   document.SetAids({});
+  ASSERT_TRUE(WriteDocument(document, Path("t")));
+  const Bytes labelled = Read(Path("t"));
+  EXPECT_EQ(labelled.substr(8, 4), Bytes("\5\0\0\0", 4));
+  const std::size_t place = bytes.size() + 16 + 12;
+  const Bytes described(
+      "HLbl\x22\0\0\0\1\0\0\0\0\0\0\0\1\0\0\0\0\0\0\0\0\0\x32\x40"
+      "\x80\0\0\xff\0\0\0\0\2\0\0\0\xc3\x84",
+      42);
+  EXPECT_EQ(labelled.substr(place, 42), described);
+  const std::tuple<std::size_t, Bytes, bool> changes[] = {{8, "\2", false},
+                                                          {12, "\1", false},
+                                                          {16, "\3\x25", true},
+                                                          {16, Bytes("\0\3", 2), false},
+                                                          {16, Bytes("\0\x0c", 2), false},
+                                                          {16, Bytes("\0\x30", 2), false},
+                                                          {26, "\xf8\x7f", false},
+                                                          {26, "\xd0\x40", false},
+                                                          {32, "\1", false},
+                                                          {36, "\3", false},
+                                                          {36, Bytes("\0", 1), false},
+                                                          {40, "\xff", false},
+                                                          {40, Bytes("a\0", 2), false}};
+  for (const auto& [offset, with, isRead] : changes) {
+    Bytes damaged = labelled;
+    Write(Path("wrong"), damaged.replace(place + offset, with.size(), with));
+    const std::string said = Said(ReadDocument(Path("wrong")));
+    EXPECT_EQ(said.find("are damaged") == std::string::npos, isRead) << offset << said;
+  }
   document.SetMarks(document.ObjectAt(0).id, {});
 
   // The same in the first version, without the layer.
