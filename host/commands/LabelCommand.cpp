@@ -51,13 +51,14 @@ Result<> TakeStyle(const EditArguments& arguments, LabelChange* change) {
 }
 
 Result<> TakeOptions(const EditArguments& arguments, LabelChange* change) {
-  constexpr Word<LabelAcross> kAcross[] = {
-      {"left", LabelAcross::kLeft}, {"center", LabelAcross::kCenter}, {"centre", LabelAcross::kCenter}, {"right", LabelAcross::kRight}};
+  constexpr Word<LabelAcross> kAcross[] = {{"left", LabelAcross::kLeft},
+                                           {"center", LabelAcross::kCenter},
+                                           {"centre", LabelAcross::kCenter},
+                                           {"right", LabelAcross::kRight}};
   constexpr Word<LabelDown> kDown[] = {
       {"top", LabelDown::kTop}, {"middle", LabelDown::kMiddle}, {"bottom", LabelDown::kBottom}};
-  constexpr Word<LabelDirection> kDirections[] = {{"auto", LabelDirection::kAuto},
-                                                  {"ltr", LabelDirection::kLeftToRight},
-                                                  {"rtl", LabelDirection::kRightToLeft}};
+  constexpr Word<LabelDirection> kDirections[] = {
+      {"auto", LabelDirection::kAuto}, {"ltr", LabelDirection::kLeftToRight}, {"rtl", LabelDirection::kRightToLeft}};
   if (arguments.Has("font")) change->font = arguments.Value("font", "");
   for (const auto& done :
        {TakeSizeAndColor(arguments, change), TakeStyle(arguments, change),
@@ -106,9 +107,12 @@ const EditCommand kLabelEdit = {
     "                  [--valign top|middle|bottom] [--direction auto|ltr|rtl]\n\n"
     "Writes TEXT on objects (a number, several as in 0,2-4, a group as in g0, or all), each in its bounds: wrapped,\n"
     "turned with the object and cut off where it does not fit. In TEXT \\n ends a line and \\\\ is a backslash; a\n"
-    "script has such a TEXT in single quotes. Without TEXT the labels that are there change; --none takes them away, as\n"
-    "an empty TEXT does. A new label is black, in the system's font (--font ''), of 12 units and in the middle. COLOUR\n"
-    "is a name, #RRGGBB or R,G,B. Each paragraph is read in the direction of its first letter, unless --direction says\n"
+    "script has such a TEXT in single quotes. Without TEXT the labels that are there change; --none takes them away, "
+    "as\n"
+    "an empty TEXT does. A new label is black, in the system's font (--font ''), of 12 units and in the middle. "
+    "COLOUR\n"
+    "is a name, #RRGGBB or R,G,B. Each paragraph is read in the direction of its first letter, unless --direction "
+    "says\n"
     "otherwise.\n",
     "font size color style align valign direction",
     "none",

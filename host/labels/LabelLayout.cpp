@@ -21,9 +21,9 @@ namespace host {
 namespace {
 
 constexpr const char* kSystemFamily = "sans-serif";
-constexpr double kMargin = 4;           // map units, on each side
-constexpr double kMostOfSide = 0.125;   // of which the margin takes at most that part
-constexpr double kSpareLines = 2;       // below the room, so that one that is cut off is there
+constexpr double kMargin = 4;          // map units, on each side
+constexpr double kMostOfSide = 0.125;  // of which the margin takes at most that part
+constexpr double kSpareLines = 2;      // below the room, so that one that is cut off is there
 constexpr std::size_t kMostLayouts = 16384;
 constexpr std::size_t kMostTextBytes = 1U << 20;  // of all layouts that are kept
 

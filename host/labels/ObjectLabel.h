@@ -1,7 +1,7 @@
 // Text on an object, which the host draws above what the object's class does.
 //
-// It is set within the bounds with a margin, turned with them, faint as the object is, and never mirrored. What does not
-// fit is cut off at the bounds; a text that is higher than they are begins at its top.
+// It is set within the bounds with a margin, turned with them, faint as the object is, and never mirrored. What does
+// not fit is cut off at the bounds; a text that is higher than they are begins at its top.
 #pragma once
 
 #include <cstdint>

@@ -21,8 +21,7 @@ constexpr unsigned int kFixedBytes = 28;  // of an object, without font and text
 
 unsigned int FlagsOf(const ObjectLabel& label) {
   return (label.bold ? kBold : 0U) | (label.italic ? kItalic : 0U) |
-         static_cast<unsigned int>(label.across) << kAcrossShift |
-         static_cast<unsigned int>(label.down) << kDownShift |
+         static_cast<unsigned int>(label.across) << kAcrossShift | static_cast<unsigned int>(label.down) << kDownShift |
          static_cast<unsigned int>(label.direction) << kDirectionShift;
 }
 

@@ -1,6 +1,7 @@
 // The actions of the window's menus.
 #include <giomm/simpleaction.h>
 #include <gtkmm/text.h>
+#include <gtkmm/textview.h>
 
 #include <algorithm>
 #include <string_view>
@@ -27,13 +28,16 @@ constexpr char kSelectAllText[] = "selection.select-all";
 // A field that is being typed in takes what is meant for text. False when none is. The toolkit's own action to select
 // all stays disabled after a program set the text.
 bool GiveToText(Gtk::Window& window, const char* action) {
-  auto* const text = dynamic_cast<Gtk::Text*>(window.get_focus());
-  if (text == nullptr) return false;
-  if (action == std::string_view(kSelectAllText)) {
-    text->select_region(0, -1);
-    return true;
+  auto* const line = dynamic_cast<Gtk::Text*>(window.get_focus());
+  auto* const lines = dynamic_cast<Gtk::TextView*>(window.get_focus());
+  if (line == nullptr && lines == nullptr) return false;
+  if (action != std::string_view(kSelectAllText)) {
+    gtk_widget_activate_action(GTK_WIDGET(window.get_focus()->gobj()), action, nullptr);
+  } else if (line != nullptr) {
+    line->select_region(0, -1);
+  } else {
+    lines->get_buffer()->select_range(lines->get_buffer()->begin(), lines->get_buffer()->end());
   }
-  gtk_widget_activate_action(GTK_WIDGET(text->gobj()), action, nullptr);
   return true;
 }
 
@@ -128,6 +132,7 @@ void EditorWindow::AddEditActions() {
       if (!selection.IsEmpty()) selection.Select(selection.Alike(selection.IDs().front(), likeness));
     });
   }
+  AddCommand("edit-label", [this] { labelEditor_.Begin(); });
   AddEdit("delete", [this](const ObjectIDs& ids) { return session_->Objects().Delete(ids); });
   AddEdit("duplicate",
           [this](const ObjectIDs& ids) { return session_->Clipboard().Duplicate(ids, kPasteOffset, -kPasteOffset); });
@@ -289,6 +294,7 @@ void EditorWindow::UpdateActions() {
                              "select-same-fill",
                              "select-same-outline",
                              "select-same-kind",
+                             "edit-label",
                              "lock",
                              "hide",
                              "flip-horizontally",

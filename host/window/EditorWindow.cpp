@@ -98,6 +98,7 @@ void EditorWindow::SetSession(std::unique_ptr<DocumentSession> session) {
   autosave_.disconnect();
   recovery_.reset();
   mark_.reset();
+  labelEditor_.SetSession(nullptr);
   canvas_.SetSession(nullptr);
   for (const auto& panel : panels_) panel->SetSession(nullptr);
   if (session_ != nullptr) session_->RemoveObserver(this);
@@ -114,6 +115,7 @@ void EditorWindow::SetSession(std::unique_ptr<DocumentSession> session) {
       1);
   recovery_->Update();  // a document that was recovered has unsaved changes already
   canvas_.SetSession(session_.get());
+  labelEditor_.SetSession(session_.get());
   for (const auto& panel : panels_) panel->SetSession(session_.get());
   UpdateTitle();
   UpdateActions();
@@ -203,12 +205,14 @@ Gtk::Widget* EditorWindow::MakeCanvasArea() {
   grid->attach(unit_, 0, 0);
   grid->attach(horizontalRuler_, 1, 0);
   grid->attach(verticalRuler_, 0, 1);
-  grid->attach(canvas_, 1, 1);
+  grid->attach(labelEditor_, 1, 1);
   grid->attach(*vertical, 2, 1);
   grid->attach(*horizontal, 1, 2);
   AddRulers();
   canvas_.SignalViewChanged().connect([this] { UpdateZoom(); });
   canvas_.SignalProblem().connect([this](const Problem& problem) { ShowProblem(problem, Gtk::MessageType::WARNING); });
+  labelEditor_.SignalProblem().connect(
+      [this](const Problem& problem) { ShowProblem(problem, Gtk::MessageType::WARNING); });
   canvas_.SignalPointer().connect([this](const AGPoint& map) {
     horizontalRuler_.SetPointer(map);
     verticalRuler_.SetPointer(map);
@@ -271,6 +275,7 @@ void EditorWindow::AddPanels(Gtk::Box* scrolled, Gtk::Box* below) {
     section->set_child(*named.panel);
     named.panel->property_visible().signal_changed().connect(
         [section, panel = named.panel.get()] { ShowPart(*section, panel->get_visible()); });
+    named.panel->SignalContent().connect([section, name = named.name](bool has) { OpenFor(section, name, has); });
     (named.stays ? below : scrolled)->append(*section);
     named.panel->SignalProblem().connect(
         [this](const Problem& problem) { ShowProblem(problem, Gtk::MessageType::WARNING); });

@@ -16,6 +16,7 @@
 #include "host/window/ToolColumn.h"
 #include "host/window/Toolbar.h"
 #include "host/window/canvas/CanvasView.h"
+#include "host/window/canvas/LabelEditor.h"
 #include "host/window/canvas/Ruler.h"
 #include "host/window/panels/EditorPanel.h"
 #include "host/window/widgets/NumberField.h"
@@ -129,6 +130,7 @@ class EditorWindow : public Gtk::ApplicationWindow, public SessionObserver {
   std::unique_ptr<Recovery> recovery_;  ///< of the session
   std::unique_ptr<OpenMark> mark_;      ///< of its file
   CanvasView canvas_;
+  LabelEditor labelEditor_{canvas_};
   Ruler horizontalRuler_{Gtk::Orientation::HORIZONTAL};
   Ruler verticalRuler_{Gtk::Orientation::VERTICAL};
   Gtk::Paned paned_{Gtk::Orientation::HORIZONTAL};

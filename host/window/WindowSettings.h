@@ -20,7 +20,7 @@ struct WindowSettings {
   bool guides = true;
   bool guidesLocked = false;
   bool rulers = true;
-  std::set<std::string> closedPanels{"Page", "Caps, Joins, Nib"};  ///< by their English names
+  std::set<std::string> closedPanels{"Page", "Caps, Joins, Nib", "Label"};  ///< by their English names
 
   /// Those of the program, read at the first use. A file that is missing or damaged gives what it can.
   static WindowSettings& Instance();

@@ -1434,7 +1434,58 @@ def looks_guides_and_units():
         wait_for("put away", lambda: page()["horizontalGuides"] == [])
 
 
-ELSEWHERE = {"ctrl+shift+v", "ctrl+shift+p", "ctrl+alt+p", "ctrl+shift+t", "ctrl+b", "ctrl+g", "ctrl+shift+g", "ctrl+l", "ctrl+shift+l", "ctrl+h", "ctrl+shift+h"}  # keys that other scenarios press
+@scenario
+def labels_typed_in_place():
+    def has(*texts):
+        return lambda items: [item["label"] and item["label"]["text"] for item in items] == list(texts)
+
+    with Editor(TWO, (100, 100)) as window:
+        window.key("F2")
+        window.type("Zwei", 200)
+        window.key("Return")
+        window.type("lines", 150)
+        window.key("ctrl+Return")
+        window.expect("two lines", has("Zwei\nlines", None))
+        window.key("ctrl+z")
+        window.expect("one step back", has(None, None))
+        window.key("ctrl+shift+z", "F2")
+        window.type("never", 200)
+        window.key("Escape")
+        window.expect("given up", has("Zwei\nlines", None))
+        x, y = window.at(325, 100)
+        DESKTOP.input("mousemove", x, y, "click", "--repeat", 2, "--delay", 80, 1)
+        window.type("beside", 250)
+        window.key("ctrl+z")  # the text's own
+        window.type("below", 150)
+        window.click(window.at(560, 300))
+        window.expect("kept by a click elsewhere", lambda items: items[1]["label"] and
+                      items[1]["label"]["text"].endswith("below") and has("Zwei\nlines", items[1]["label"]["text"])(items))
+        window.click(window.at(325, 100))
+        window.key("F2")
+        window.type("saved while typed", 150)
+        window.expect("taken over by saving", has("Zwei\nlines", "saved while typed"))
+        window.key("ctrl+a")
+        # The panel is open where there is a label.
+        scroll_panels(window)
+        x0, y0, x1, y1 = window.find_text("Size (pt)", (920, 0, 1180, 760))
+        window.click((x1 + 60, (y0 + y1) // 2))
+        window.key("ctrl+a")
+        window.type("30", 200)
+        window.key("Return")
+        window.expect("both large", lambda items: [item["label"]["size"] for item in items] == [30, 30])
+        window.click(window.at(560, 300))
+        window.click(window.at(100, 100))
+        window.key("F2")
+        window.type("at the end", 200)
+        window.key("ctrl+w")
+        window.focus_newest()
+        window.find_text("Save the changes of")
+        window.key("alt+s")
+        assert window.ended() == 0
+        assert has("at the end", "saved while typed")(window.read()), window.read()
+
+
+ELSEWHERE = {"F2", "ctrl+shift+v", "ctrl+shift+p", "ctrl+alt+p", "ctrl+shift+t", "ctrl+b", "ctrl+g", "ctrl+shift+g", "ctrl+l", "ctrl+shift+l", "ctrl+h", "ctrl+shift+h"}  # keys that other scenarios press
 
 
 @scenario

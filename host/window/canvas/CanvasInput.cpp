@@ -11,6 +11,7 @@
 #include <algorithm>
 #include <cmath>
 #include <unordered_set>
+#include <utility>
 
 #include "host/window/LastStyle.h"
 #include "host/window/SlideStep.h"
@@ -21,6 +22,7 @@ namespace {
 
 constexpr double kWheelZoom = 1.2;
 constexpr double kWheelPixels = 48;
+constexpr double kReach = 3;  // pixels: how far beside an object a double click still means it
 
 // The toolkit's gestures compute in single precision: a pointer on a pixel comes out a little beside it. A part of 64
 // is finer than what any pointer reports.
@@ -99,7 +101,14 @@ void CanvasView::AddPointer() {
   auto click = Gtk::GestureClick::create();
   click->set_button(GDK_BUTTON_PRIMARY);
   click->signal_pressed().connect([this](int count, double x, double y) {
-    if (count == 2 && !panning_ && tool_.EnterAt(Cleaned(x, y))) queue_draw();
+    editsLabel_ = false;
+    if (count != 2 || panning_) return;
+    editsLabel_ = !tool_.EnterAt(Cleaned(x, y)) && TakesLabel(Cleaned(x, y));
+    queue_draw();
+  });
+  // At the release: what is pressed has the keys.
+  click->signal_released().connect([this](int count, double, double) {
+    if (std::exchange(editsLabel_, false) && count == 2) activate_action("win.edit-label");
   });
   add_controller(click);
 
@@ -116,6 +125,14 @@ void CanvasView::AddPointer() {
     queue_draw();
   });
   add_controller(motion);
+}
+
+// Whether a double click at a point means the label of what is there.
+bool CanvasView::TakesLabel(const AGPoint& point) const {
+  if (session_ == nullptr || tool_.NewClass() || GuideAt(point, {})) return false;
+  if (SelectionFrame::Of(*session_).HandleAt(point, view_) != Handle::kNone) return false;
+  const ObjectID object = session_->Selection().ObjectAt(view_.ToMap(point), kReach / view_.Zoom());
+  return object != kNoObjectID && session_->Selection().Contains(object);
 }
 
 // While the pointer stays at the view's edge or beyond it the view scrolls there, and the drag goes on.

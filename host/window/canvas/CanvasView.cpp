@@ -67,6 +67,13 @@ const char* CursorName(PointerTool::Cursor cursor) {
   }
 }
 
+// The first line of a label, as far as one listens.
+std::string FirstWords(const ObjectLabel* label) {
+  constexpr Glib::ustring::size_type kMost = 80;  // characters
+  if (label == nullptr) return {};
+  return ", " + Glib::ustring(label->text.substr(0, label->text.find('\n'))).substr(0, kMost).raw();
+}
+
 }  // namespace
 
 CanvasView::CanvasView()
@@ -133,8 +140,9 @@ std::string CanvasView::Description() const {
                                            : TrWith(N_("%s objects"), std::to_string(ids.size()));
   char place[96];
   std::snprintf(place, sizeof(place), ": %.1f, %.1f, %.1f × %.1f", box.x0, box.y0, box.Width(), box.Height());
+  const std::string label = ids.size() == 1 ? FirstWords(session_->Doc().Find(ids[0])->marks.label.get()) : "";
   const Handle taken = TakenHandle();
-  return what + place + (taken == Handle::kNone ? "" : "; " + NameOf(taken));
+  return what + place + label + (taken == Handle::kNone ? "" : "; " + NameOf(taken));
 }
 
 void CanvasView::OnSelectionChanged() {

@@ -142,6 +142,7 @@ class CanvasView : public Gtk::Widget, public SessionObserver {
   void AppendGuides(Gtk::Snapshot& snapshot);
   /// The guide that a press at a point would take.
   std::optional<Guide> GuideAt(const AGPoint& point, PointerModifiers modifiers) const;
+  bool TakesLabel(const AGPoint& point) const;
   void DragTo(const AGPoint& point, PointerModifiers modifiers);
   bool ScrollAtEdge();
 
@@ -166,7 +167,8 @@ class CanvasView : public Gtk::Widget, public SessionObserver {
   bool fitted_ = false;
   bool toolStays_ = false;
   bool spaceHeld_ = false;
-  bool panning_ = false;  ///< the space bar was held when the button was pressed
+  bool editsLabel_ = false;  ///< when the button is released that was pressed twice
+  bool panning_ = false;     ///< the space bar was held when the button was pressed
   AGPoint lastPointer_;
   bool pointerInside_ = false;
   ObjectID hovered_ = kNoObjectID;  ///< what a click would take, as the pointer moved last

@@ -24,6 +24,9 @@ class EditorPanel : public Gtk::Box, public SessionObserver {
   /// What could not be done.
   sigc::signal<void(Problem)>& SignalProblem() { return problem_; }
 
+  /// Other objects are selected, of which there is something to show, or not.
+  sigc::signal<void(bool)>& SignalContent() { return content_; }
+
   // SessionObserver
   void OnObjectChanged(ObjectID) override { RefreshSoon(); }
   void OnLayersChanged() override { RefreshSoon(); }
@@ -58,6 +61,7 @@ class EditorPanel : public Gtk::Box, public SessionObserver {
   bool otherObjects_ = false;  ///< are selected than were at the last refresh
   sigc::connection idle_;
   sigc::signal<void(Problem)> problem_;
+  sigc::signal<void(bool)> content_;
 };
 
 }  // namespace host

@@ -119,7 +119,7 @@ TEST_F(LabelTest, TurnedLabels_AreTheTurnedPicture_MirroredOnesTheSame) {
       const int alpha = upright.At(x, y);
       ASSERT_EQ(mirrored.At(x, y), alpha) << x << " " << y;
       ASSERT_NEAR(faint.At(x, y), turned.At(x, y) / 2.0, 1) << x << " " << y;
-      far += std::abs(turned.At(kSide - 1 - y, x) - alpha) > 100 ? 1 : 0;
+      far += std::abs(turned.At(kSide - 1 - y, x) - alpha) > 180 ? 1 : 0;
     }
   }
   EXPECT_LT(far, upright.count / 20);  // glyphs lie on quarters of pixels
@@ -132,14 +132,14 @@ TEST_F(LabelTest, WhatDoesNotFit_IsWrappedThenCutOff) {
   EXPECT_GT(fits.box.Height(), 3 * 12);
   EXPECT_GE(fits.box.x0, kBounds.x0 + kMargin - 1);
   EXPECT_LE(fits.box.x1, kBounds.x1 - kMargin + 1);
-  const Ink first = Labelled({.text = "Mg", .size = 40, .down = LabelDown::kTop});
+  const Ink first = Labelled({.text = "Mg", .size = 30, .down = LabelDown::kTop});
   for (const LabelDown down : {LabelDown::kTop, LabelDown::kMiddle, LabelDown::kBottom}) {
-    const Ink cut = Labelled({.text = "Mg\nMg\nMg\nMg", .size = 40, .down = down});
+    const Ink cut = Labelled({.text = "Mg\nMg\nMg\nMg", .size = 30, .down = down});
     EXPECT_EQ(cut.box.y0, kBounds.y0);
     EXPECT_EQ(cut.box.y1, first.box.y1) << "it begins at its top";
   }
   const Ink wide = Labelled({.text = "W", .size = 400});
-  EXPECT_GT(wide.count, 1000);
+  EXPECT_GT(wide.count, 500);
   EXPECT_TRUE(wide.box.x0 >= kBounds.x0 && wide.box.x1 <= kBounds.x1 && wide.box.y1 <= kBounds.y1) << wide.box.x0;
 }
 
@@ -181,10 +181,10 @@ TEST_F(LabelTest, LabelsAreHitFoundCopiedAndUndone) {
   ASSERT_TRUE(session_->Labels().Change(both, {.size = 8.0, .bold = true}));
   ASSERT_TRUE(session_->Labels().Change(both, {.text = ""}));
   EXPECT_EQ(session_->Doc().Find(both[1])->marks.label, nullptr);
-  for (const LabelChange& wrong : {LabelChange{.size = 3.0}, LabelChange{.text = "a", .size = 0.4},
-                                   LabelChange{.text = "a", .size = std::nan("")}, LabelChange{.text = "\xFF"},
-                                   LabelChange{.text = std::string(65537, 'x')}, LabelChange{.text = std::string(1, 0)},
-                                   LabelChange{.text = "a", .font = std::string(256, 'f')}}) {
+  for (const LabelChange& wrong :
+       {LabelChange{.size = 3.0}, LabelChange{.text = "a", .size = 0.4}, LabelChange{.text = "a", .size = std::nan("")},
+        LabelChange{.text = "\xFF"}, LabelChange{.text = std::string(65537, 'x')},
+        LabelChange{.text = std::string(1, 0)}, LabelChange{.text = "a", .font = std::string(256, 'f')}}) {
     EXPECT_FALSE(session_->Labels().Change(both, wrong));
   }
   EXPECT_EQ(session_->Steps().Known().Count(), steps + 2);
