@@ -565,7 +565,7 @@ def keys_during_a_drag():
         (("ctrl+s",), lambda items: has_bounds(items[0], *moved)),
         (("Escape",), lambda items: has_bounds(items[0], *RECT)),
     )
-    with Editor([BOX], (200, 160)) as window:
+    with Editor([BOX]) as window:
         for keys, expected in cases:
             window.click(window.at(200, 160))
             for start, way in (((200, 160), (220, 170)), ((300, 160), (320, 160))):
@@ -620,8 +620,7 @@ def change_brush_style():
     with Editor([BOX], (200, 160)) as window:
         panel = (920, 0, 1180, 760)
         scroll_panels(window)
-        title = window.find_text("Brush", panel)
-        solid = window.find_text("Solid", (panel[0], title[3], panel[2], title[3] + 60))
+        solid = window.find_text("Solid", panel)  # the upper one, of the brush
         window.click((solid[0] + 5, solid[1] + 5))
         choice = window.find_text("Linear Gradient")
         window.click((choice[0] + 5, choice[1] + 5))

@@ -104,11 +104,13 @@ void CanvasView::AddPointer() {
     editsLabel_ = false;
     if (count != 2 || panning_) return;
     editsLabel_ = !tool_.EnterAt(Cleaned(x, y)) && TakesLabel(Cleaned(x, y));
+    twice_ = {x, y};
     queue_draw();
   });
-  // At the release: what is pressed has the keys.
-  click->signal_released().connect([this](int count, double, double) {
-    if (std::exchange(editsLabel_, false) && count == 2) activate_action("win.edit-label");
+  // At the release: what is pressed has the keys, and it may have been a drag.
+  click->signal_released().connect([this](int, double x, double y) {
+    const bool isThere = std::hypot(x - twice_.x, y - twice_.y) <= kReach;
+    if (std::exchange(editsLabel_, false) && isThere) activate_action("win.edit-label");
   });
   add_controller(click);
 

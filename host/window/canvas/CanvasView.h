@@ -168,6 +168,7 @@ class CanvasView : public Gtk::Widget, public SessionObserver {
   bool toolStays_ = false;
   bool spaceHeld_ = false;
   bool editsLabel_ = false;  ///< when the button is released that was pressed twice
+  AGPoint twice_;            ///< where
   bool panning_ = false;     ///< the space bar was held when the button was pressed
   AGPoint lastPointer_;
   bool pointerInside_ = false;

@@ -38,8 +38,7 @@ LabelEditor::LabelEditor(CanvasView& canvas)
   area_.set_visible(false);
   area_.View().get_style_context()->add_provider(style_, GTK_STYLE_PROVIDER_PRIORITY_APPLICATION);
   area_.SignalEnded().connect([this] { End(); });
-  signal_get_child_position().connect(
-      [this](Gtk::Widget*, Gdk::Rectangle& place) { return GetPlace(&place); }, false);
+  signal_get_child_position().connect([this](Gtk::Widget*, Gdk::Rectangle& place) { return GetPlace(&place); }, false);
   canvas_.SignalViewChanged().connect([this] {
     if (object_ == kNoObjectID) return;
     ShowStyle();
