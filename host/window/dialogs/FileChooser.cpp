@@ -1,7 +1,9 @@
 #include "host/window/dialogs/FileChooser.h"
 
 #include <giomm/file.h>
+#include <glibmm/convert.h>
 #include <glibmm/error.h>
+#include <gtkmm/dialog.h>
 
 #include <algorithm>
 #include <array>
@@ -35,7 +37,8 @@ Dialog Take(bool isToSave) {
 void SetKinds(Gtk::FileChooserNative& dialog, const std::vector<std::pair<Glib::ustring, std::string>>& kinds) {
   const auto old = dialog.get_filters();
   for (guint i = old->get_n_items(); i-- > 0;) {
-    dialog.remove_filter(std::dynamic_pointer_cast<Gtk::FileFilter>(old->get_object(i)));
+    const auto filter = std::dynamic_pointer_cast<const Gtk::FileFilter>(old->get_object(i));
+    dialog.remove_filter(std::const_pointer_cast<Gtk::FileFilter>(filter));
   }
   for (const auto& [name, patterns] : kinds) {
     auto filter = Gtk::FileFilter::create();
