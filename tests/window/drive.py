@@ -384,6 +384,11 @@ def object_field(window, name):
     return x1 + 80, (y0 + y1) // 2
 
 
+def click_text(window, words, box):
+    x0, y0, x1, y1 = window.find_text(words, box)
+    window.click(((x0 + x1) // 2, (y0 + y1) // 2))
+
+
 @scenario
 def numbers_typed_at_any_speed():
     with Editor([BOX], (200, 160)) as window:
@@ -1150,6 +1155,22 @@ cp "$1" "$HOME/seen.pdf.new" && mv "$HOME/seen.pdf.new" "$HOME/seen.pdf"
         window.find_text("Print to File")
         window.key("Escape")
         wait_for("the dialog gone", lambda: DESKTOP.windows(window.process.pid) == [window.main])
+        # Another sheet, kept for pages of this size and the next program.
+        window.focus(window.main)
+        window.key("ctrl+shift+e")
+        dialog = window.focus_newest()
+        click_text(window, "Landscape", (0, 0, 500, 400))
+        click_text(window, "Apply", (0, 0, 500, 400))
+        wait_for("the choice made", lambda: dialog not in DESKTOP.windows(window.process.pid))
+        kept = window.folder / ".config" / "objecthost" / "print.ini"
+        wait_for("the sheet kept", lambda: kept.exists() and "[Sheet 600 400]" in kept.read_text())
+        seen.unlink()
+        window.focus(window.main)
+        window.key("ctrl+shift+p")
+        wait_for("the preview", seen.exists)
+        told = subprocess.run(["pdfinfo", seen], stdout=subprocess.PIPE, text=True, check=True).stdout
+        size, turn = (re.search(f"Page {name}: +(.*)", told)[1] for name in ("size", "rot"))
+        assert ("600 x 400" in size) == (turn in ("90", "270")), told  # upright, one way or the other
 
 
 @scenario
