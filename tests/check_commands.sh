@@ -60,10 +60,10 @@ expect 0 '' guide units.akd remove vertical 2.54cm
 expect 0 '"unit": "mm", "grid": 36, "verticalGuides": \[\]' list --json units.akd
 expect 0 '' style units.akd 2 1
 expect 0 '^2 .* opacity 37.5 %$' list units.akd
+expect 0 '^1 2$' select units.akd 1 --same fill
 expect 0 '' dash units.akd 1 4,2
 expect 0 '' style units.akd 0,2 1
-expect 0 '^0 .* flipped horizontally  opacity 37.5 %  dashes 4,2$' list units.akd
-expect 0 '^1 2$' select units.akd 1 --same fill
+expect 0 '^0 .* opacity 37.5 %  flipped horizontally  dashes 4,2$' list units.akd
 expect 1 'fill, stroke, class' select units.akd 1 --same size
 expect 0 '^1$' add a.akd stdRect --args ""
 expect 0 '^0\.25$' get a.akd 0 Rounding

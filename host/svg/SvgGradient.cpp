@@ -129,8 +129,7 @@ std::optional<SvgGradientBrush> Linear(const Gradient& gradient, const SvgFilled
   const double end = middle + slope * toRim;
   made.brush.SetStyleLinearGradient(gradient.At(start), gradient.At(end), 0.5, -std::atan2(up, across));
   const auto& stops = gradient.Stops();
-  made.isExact =
-      stops.size() == 2 && std::fabs(stops[0].at - start) < kSlack && std::fabs(stops[1].at - end) < kSlack;
+  made.isExact = stops.size() == 2 && std::fabs(stops[0].at - start) < kSlack && std::fabs(stops[1].at - end) < kSlack;
   return IsFinite(made.brush) ? std::optional(made) : std::nullopt;
 }
 
@@ -155,7 +154,8 @@ std::optional<SvgGradientBrush> Radial(const Gradient& gradient, const SvgFilled
   const AGPoint down = map->ApplyLinear({0, 1});
   const double a = std::hypot(across.x, across.y);
   const double b = std::hypot(down.x, down.y);
-  const bool isRound = std::fabs(a - b) < kSlack * a && std::fabs(across.x * down.x + across.y * down.y) < kSlack * a * b;
+  const bool isRound =
+      std::fabs(a - b) < kSlack * a && std::fabs(across.x * down.x + across.y * down.y) < kSlack * a * b;
   const auto& stops = gradient.Stops();
   const double half = (stops.front().at + stops.back().at) / 2 * rim / kRimOfBrush;
   made.brush.SetStyleRadialGradient(gradient.At(0), gradient.At(kRimOfBrush / rim), 1 - half, center.x,

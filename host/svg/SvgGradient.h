@@ -1,7 +1,7 @@
 // Gradients of SVG pictures as brushes.
 //
-// A brush runs from one colour to another, along a line through the middle of the object or around a centre, from rim to
-// rim. Most gradients of two stops are that; others become the nearest that there is.
+// A brush runs from one colour to another, along a line through the middle of the object or around a centre, from rim
+// to rim. Most gradients of two stops are that; others become the nearest that there is.
 #pragma once
 
 #include <optional>

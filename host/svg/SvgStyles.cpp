@@ -13,7 +13,8 @@ constexpr std::size_t kWeightOfClass = 1000;
 void BlankComments(std::string* text) {
   for (std::size_t start = text->find("/*"); start != text->npos; start = text->find("/*", start)) {
     const std::size_t end = std::min(text->find("*/", start + 2), text->size() - 2) + 2;
-    std::fill(text->begin() + static_cast<std::ptrdiff_t>(start), text->begin() + static_cast<std::ptrdiff_t>(end), ' ');
+    std::fill(text->begin() + static_cast<std::ptrdiff_t>(start), text->begin() + static_cast<std::ptrdiff_t>(end),
+              ' ');
   }
 }
 
@@ -111,7 +112,8 @@ SvgProperties SvgStyles::Of(const SvgElement& element) const {
     Collect("", element, &found);
     Collect(element.name, element, &found);
     if (!element.Get("id").empty()) Collect("#" + std::string(element.Get("id")), element, &found);
-    for (const std::string_view each : SvgWords(element.Get("class"))) Collect("." + std::string(each), element, &found);
+    for (const std::string_view each : SvgWords(element.Get("class")))
+      Collect("." + std::string(each), element, &found);
   }
   std::ranges::sort(found, {}, [this](std::size_t number) { return std::pair(rules_[number].weight, number); });
   const auto add = [&properties](std::string_view declarations) {

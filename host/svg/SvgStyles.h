@@ -1,4 +1,5 @@
-// Which properties the elements of an SVG picture have: by attributes, by rules of style sheets, and by their own style.
+// Which properties the elements of an SVG picture have: by attributes, by rules of style sheets, and by their own
+// style.
 #pragma once
 
 #include <cstddef>

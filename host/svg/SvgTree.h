@@ -13,7 +13,7 @@
 namespace host {
 
 struct SvgElement {
-  std::string name;                                            ///< without what is before a colon
+  std::string name;                                             ///< without what is before a colon
   std::vector<std::pair<std::string, std::string>> attributes;  ///< as the file has them
   std::vector<std::unique_ptr<SvgElement>> children;
 

@@ -80,13 +80,11 @@ Glib::RefPtr<Gtk::PageSetup> SheetOf(const AGSize& page) {
 }
 
 void ChooseSheet(Gtk::Window& window, const AGSize& page) {
-  Gtk::run_page_setup_dialog_async(window, SheetOf(page), KeptPrintSettings(),
-                                   [page](const Glib::RefPtr<Gtk::PageSetup>& chosen) {
-                                     if (chosen == nullptr) return;
-                                     Keep([&](GKeyFile* file) {
-                                       gtk_page_setup_to_key_file(chosen->gobj(), file, GroupOf(page).c_str());
-                                     });
-                                   });
+  Gtk::run_page_setup_dialog_async(
+      window, SheetOf(page), KeptPrintSettings(), [page](const Glib::RefPtr<Gtk::PageSetup>& chosen) {
+        if (chosen == nullptr) return;
+        Keep([&](GKeyFile* file) { gtk_page_setup_to_key_file(chosen->gobj(), file, GroupOf(page).c_str()); });
+      });
 }
 
 Glib::RefPtr<Gtk::PrintSettings> KeptPrintSettings() {
@@ -99,9 +97,9 @@ Glib::RefPtr<Gtk::PrintSettings> KeptPrintSettings() {
 void KeepPrintSettings(const Glib::RefPtr<const Gtk::PrintSettings>& settings) {
   if (settings == nullptr) return;
   GtkPrintSettings* const kept = gtk_print_settings_copy(const_cast<GtkPrintSettings*>(settings->gobj()));
-  for (const char* each : {GTK_PRINT_SETTINGS_N_COPIES, GTK_PRINT_SETTINGS_PRINT_PAGES, GTK_PRINT_SETTINGS_PAGE_RANGES,
-                           GTK_PRINT_SETTINGS_PAGE_SET, GTK_PRINT_SETTINGS_OUTPUT_URI,
-                           GTK_PRINT_SETTINGS_OUTPUT_BASENAME}) {
+  for (const char* each :
+       {GTK_PRINT_SETTINGS_N_COPIES, GTK_PRINT_SETTINGS_PRINT_PAGES, GTK_PRINT_SETTINGS_PAGE_RANGES,
+        GTK_PRINT_SETTINGS_PAGE_SET, GTK_PRINT_SETTINGS_OUTPUT_URI, GTK_PRINT_SETTINGS_OUTPUT_BASENAME}) {
     gtk_print_settings_unset(kept, each);
   }
   Keep([kept](GKeyFile* file) { gtk_print_settings_to_key_file(kept, file, kSettingsGroup); });
