@@ -26,7 +26,8 @@ GuideField::GuideField(Gtk::Widget& owner) : field_(-kFarthest, kFarthest, 1, 2,
   keys->set_propagation_phase(Gtk::PropagationPhase::CAPTURE);
   keys->signal_key_pressed().connect(
       [this](guint key, guint, Gdk::ModifierType) {
-        if (key != GDK_KEY_Return && key != GDK_KEY_KP_Enter) return false;
+        const bool isEnter = key == GDK_KEY_Return || key == GDK_KEY_KP_Enter || key == GDK_KEY_ISO_Enter;
+        if (!isEnter && key != GDK_KEY_Linefeed) return false;
         field_.TakeOver();
         if (!field_.IsBeingTyped()) popover_.popdown();
         return true;
