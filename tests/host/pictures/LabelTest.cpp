@@ -61,7 +61,7 @@ class LabelTest : public SessionFixture {
     AGPen noPen;
     none.SetStyleNone();
     noPen.SetStyleNone();
-    ASSERT_TRUE(session_->Objects().SetStyle(ids_, none, noPen));
+    ASSERT_TRUE(session_->Objects().SetBrush(ids_, none) && session_->Objects().SetPen(ids_, noPen));
   }
 
   Ink Labelled(const LabelChange& change) {
