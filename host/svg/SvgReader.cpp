@@ -218,8 +218,9 @@ Result<SvgPicture> Reader::Read(const std::string& text) {
   const GMarkupParser parser{&OnStart, &OnEnd, nullptr, &OnOther, nullptr};
   GMarkupParseContext* const context = g_markup_parse_context_new(&parser, G_MARKUP_TREAT_CDATA_AS_TEXT, this, nullptr);
   GError* error = nullptr;
+  // What is no text in a comment is told and passed over.
   const bool isWhole = g_markup_parse_context_parse(context, body.data(), static_cast<gssize>(body.size()), &error) &&
-                       g_markup_parse_context_end_parse(context, &error);
+                       error == nullptr && g_markup_parse_context_end_parse(context, &error);
   g_markup_parse_context_free(context);
   const std::string said = error == nullptr ? "" : error->message;
   g_clear_error(&error);

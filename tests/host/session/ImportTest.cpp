@@ -81,6 +81,7 @@ TEST_F(ImportTest, WhatCanNotBeTaken_ChangesNothing) {
       {huge, "65536"},
       {"<svg", "no XML"},
       {"<svg>\xFF</svg>", "no XML"},
+      {"<svg width='9' height='9'><rect width='5' height='5'/><!--\x9F--></svg>", "no XML"},
       {"<html/>", "no SVG"},
       {"<svg width='0' height='1'/>", "no size"},
       {"<!DOCTYPE svg [<!ENTITY a 'b'>]><svg>&a;</svg>", "entities"},
