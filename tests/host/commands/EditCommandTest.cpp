@@ -1,7 +1,6 @@
 // Lines of scripts, run on open documents: what each does is one step, whatever objects it names; what is refused has
 // changed nothing.
 #include "host/commands/EditCommand.h"
-
 #include "host/scripts/ScriptLine.h"
 #include "tests/host/session/SessionTestSupport.h"
 
@@ -20,7 +19,8 @@ class EditCommandTest : public SessionFixture {
     auto document = MakeDocument(4);
     context->SetSession(std::make_unique<DocumentSession>(std::move(document)));
     context->inScript = true;
-    for (const char* line : {"resize 0 -1,2,13,9", "rotate 2 30", "lock 3", "layer add Notes", "layer activate 0"}) Run(line, context);
+    for (const char* line : {"resize 0 -1,2,13,9", "rotate 2 30", "lock 3", "layer add Notes", "layer activate 0"})
+      Run(line, context);
   }
 
   static Result<> Try(const std::string& line, EditContext* context) {
@@ -241,8 +241,9 @@ TEST_F(EditCommandTest, Commands_PrintWhatThereIs) {
       {"end", ""},
       {"repeat 1", ""},
       {"list --name nothing", ""},
-      {"list", "0  stdRect  (1;2;15;9)  0  Rounding=0\n1  stdRect  (22;0;32;10)  0  Rounding=0\n"
-               "2  stdRect  (40;0;50;10)  30  Rounding=0\n3  stdRect  (60;0;70;10)  0  Rounding=0  locked\n"},
+      {"list",
+       "0  stdRect  (1;2;15;9)  0  Rounding=0\n1  stdRect  (22;0;32;10)  0  Rounding=0\n"
+       "2  stdRect  (40;0;50;10)  30  Rounding=0\n3  stdRect  (60;0;70;10)  0  Rounding=0  locked\n"},
       {"undo 2", "Undo Move\nUndo Both\n"},
       {"guide add horizontal 1cm", ""},
       {"guide add vertical 5", ""},
