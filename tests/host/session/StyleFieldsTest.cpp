@@ -1,8 +1,7 @@
 // Fields of brushes and pens: each is told when it differs, taken alone, and all of them together are the whole.
-#include "host/session/StyleFields.h"
-
 #include <random>
 
+#include "host/session/StyleFields.h"
 #include "tests/host/session/SessionTestSupport.h"
 
 namespace host {
