@@ -212,6 +212,53 @@ TEST_F(EditCommandTest, WhatIsRefused_HasChangedNothing) {
   EXPECT_NE(Said(Try("list", &context)).find("no document"), std::string::npos);
 }
 
+// What one kind of object takes and another one doesn't is refused for all of them; an object of an unknown class takes
+// what concerns its place among the others alone.
+TEST_F(EditCommandTest, SeveralKinds_AreChangedTogetherOrNotAtAll) {
+  EditContext context;
+  Begin(&context);
+  Run("import " AK_IMAGES "/rgb8.png", &context);  // number 4
+  AddPlaceholder(context.session.get());           // number 5
+  const std::pair<const char*, const char*> cases[] = {
+      {"set 0,4 Rounding=1", "no property \"Rounding\""},
+      {"set 4,0 Smooth=1", "no property \"Smooth\""},
+      {"set 4 Smooth=yes", "takes 0 or 1"},
+      {"set 4 Smooth=2", "takes 0 or 1"},
+      {"inspect 0,4", "several classes"},
+      {"inspect 3", "locked object"},
+      {"inspect 5", "no bundle"},
+      {"set 5 Pen.Size=1", "no bundle"},
+      {"style 0 5", "no bundle"},
+      {"move 5 1,1", "no bundle"},
+      {"opacity 5 50", ""},
+      {"order 5 back", ""},
+      {"delete 0", ""},
+      {"layer take 1 4", ""},
+      {"move 0-3 1,1", "locked object"},
+      {"unlock 3", ""},
+      {"move all 1,1", ""},
+      {"set 4 Smooth=0", ""},
+      {"flip all horizontal", ""},
+      {"duplicate all", ""},
+      {"cut 0,4", ""},
+      {"paste", ""},
+      {"group 0,1", ""},
+  };
+  std::vector<std::string> states = {Bytes(*context.session)};
+  for (const auto& [line, words] : cases) {
+    const std::string said = Said(Try(line, &context));
+    EXPECT_NE(said.find(words), std::string::npos) << line << ": " << said;
+    EXPECT_EQ(said.empty(), words[0] == '\0') << line << ": " << said;
+    const std::string now = Bytes(*context.session);
+    EXPECT_EQ(now == states.back(), !said.empty()) << line;
+    if (said.empty()) states.push_back(now);
+  }
+  for (; states.size() > 1; states.pop_back()) {
+    EXPECT_TRUE(Bytes(*context.session) == states.back()) << states.size();
+    Run("undo", &context);
+  }
+}
+
 // What commands print, one after the other on one document.
 TEST_F(EditCommandTest, Commands_PrintWhatThereIs) {
   const std::pair<const char*, const char*> lines[] = {
