@@ -7,6 +7,7 @@
 
 #include "host/svg/SvgRectangle.h"
 #include "host/svg/SvgValues.h"
+#include "host/text/Utf8Check.h"
 
 namespace host {
 namespace {
@@ -215,12 +216,15 @@ Result<SvgPicture> Reader::Read(const std::string& text) {
   constexpr std::string_view kByteOrder = "\xEF\xBB\xBF";
   std::string_view body = text;
   if (body.starts_with(kByteOrder)) body.remove_prefix(kByteOrder.size());
+  // In comments and declarations the parser would tell of it, go on, and perhaps fail once more.
+  if (const std::size_t good = std::min(FindInvalidUtf8(body), body.find('\0')); good < body.size()) {
+    return Problem(N_("it is no XML in UTF-8: %s"), {"byte " + std::to_string(good)});
+  }
   const GMarkupParser parser{&OnStart, &OnEnd, nullptr, &OnOther, nullptr};
   GMarkupParseContext* const context = g_markup_parse_context_new(&parser, G_MARKUP_TREAT_CDATA_AS_TEXT, this, nullptr);
   GError* error = nullptr;
-  // What is no text in a comment is told and passed over.
   const bool isWhole = g_markup_parse_context_parse(context, body.data(), static_cast<gssize>(body.size()), &error) &&
-                       error == nullptr && g_markup_parse_context_end_parse(context, &error);
+                       g_markup_parse_context_end_parse(context, &error);
   g_markup_parse_context_free(context);
   const std::string said = error == nullptr ? "" : error->message;
   g_clear_error(&error);

@@ -101,6 +101,7 @@ TEST_F(ImportTest, WhatCanNotBeTaken_ChangesNothing) {
       {"<svg", "no XML"},
       {"<svg>\xFF</svg>", "no XML"},
       {"<svg width='9' height='9'><rect width='5' height='5'/><!--\x9F--></svg>", "no XML"},
+      {std::string("<svg width='9' height='9'><rect width='5' height='5'/><!--\0--></svg>", 68), "no XML"},
       {"<html/>", "no SVG"},
       {"<svg width='0' height='1'/>", "no size"},
       {"<!DOCTYPE svg [<!ENTITY a 'b'>]><svg>&a;</svg>", "entities"},
