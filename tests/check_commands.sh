@@ -193,7 +193,7 @@ expect 1 'number of seconds' script --autosave -1
 expect 1 "can't open" script missing.txt
 expect 1 "can't open" script --document missing.akd
 expect 1 'too large|at most' import a.akd sparse.svg
-expect 0 '^Rounding=0.25$' get a.akd 0
+expect 0 '^Rounding=1$' get a.akd 0
 expect 0 '"Rounding": ' get a.akd 0 --json
 expect 1 'unknown option' list a.akd --fast
 expect 1 'too few' get a.akd
@@ -283,7 +283,7 @@ add stdRect --bounds "30,0,50,20"
 layer add "Quotes \" and \\ # in
 "
 LINES
-[ "$(printf 'list\nget 0 Angle' | "$host" script --document e.akd | tail -1)" = 90 ] || fault "a last line without an end"
+[ "$(printf 'page\npage' | "$host" script --document e.akd | wc -l)" -eq 2 ] || fault "a last line without an end"
 "$host" script quote.txt 2>&1 > /dev/null | grep -qx 'objecthost: quote.txt:6: a quote without an end' || fault "quote.txt"
 cat > good.txt <<'LINES'
 new --size 100,80
