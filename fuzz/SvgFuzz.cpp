@@ -12,7 +12,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   const auto session = host_fuzz::MakeSession(1);
   const std::string before = Bytes(session->Doc());
   const auto taken =
-      host::LooksLikeMarkup(text) ? session->Import().Take(text, {}) : host::Result<host::Imported>({0, 0});
+      host::LooksLikeMarkup(text) ? session->Import().Take(text, {}) : host::Result<host::Imported>(host::Imported());
   if (!picture) {
     Require(Bytes(session->Doc()) == before);
     return 0;
@@ -21,7 +21,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   for (const host::SvgRectangle& each : picture->rectangles) {
     Require(std::isfinite(each.bounds.Width()) && each.bounds.Width() > 0 && std::isfinite(each.bounds.Height()) &&
             each.bounds.Height() > 0 && std::isfinite(each.angle) && each.rounding >= 0 && each.rounding <= 1 &&
-            std::isfinite(each.strokeWidth));
+            std::isfinite(each.strokeWidth) && each.opacity >= 0 && each.opacity <= 1 &&
+            (each.dashes.empty() || host::AreDashes(each.dashes)));
   }
   if (taken && taken->taken > 0) {
     Require(taken->taken == picture->rectangles.size() && session->Steps().Known().Count() == 1);

@@ -53,11 +53,19 @@ expect 0 '' guide units.akd add vertical 1in
 expect 0 '^vertical 72$' guide units.akd
 expect 0 '^unit mm, grid 36, vertical guides 72$' page units.akd --unit mm --grid 0.5in
 expect 1 'px, pt, mm' page units.akd --unit furlong
+expect 1 'no guide at 71' guide units.akd move vertical 71 5
+expect 0 '' guide units.akd move vertical 72 '1in + 3'
+expect 0 '^vertical 75$' guide units.akd
+expect 0 '' guide units.akd move vertical 75 1in
 expect 1 'no guide at 71' guide units.akd remove vertical 71
 expect 0 '' guide units.akd remove vertical 2.54cm
 expect 0 '"unit": "mm", "grid": 36, "verticalGuides": \[\]' list --json units.akd
 expect 0 '' style units.akd 2 1
+expect 0 '^2 .* opacity 37.5 %$' list units.akd
 expect 0 '^1 2$' select units.akd 1 --same fill
+expect 0 '' dash units.akd 1 4,2
+expect 0 '' style units.akd 0,2 1
+expect 0 '^0 .* opacity 37.5 %  flipped horizontally  dashes 4,2$' list units.akd
 expect 1 'fill, stroke, class' select units.akd 1 --same size
 expect 0 '^1$' add a.akd stdRect --args ""
 expect 0 '^0\.25$' get a.akd 0 Rounding

@@ -42,7 +42,7 @@ MAX_FILES_IN_A_ROOM = 32
 PLATFORM_BRIDGE = re.compile(r"kit/(system/AKMacOS\w*|os/system/\w+)\.(h|cpp)$")
 NATIVE_LIBRARY = re.compile(r"^(cairo|pango|png|jpeglib|jerror|tiff|fontconfig|fribidi|glib(?!mm|-unix)|hb)")
 # Where text of other programs is read, by the parser of the library that the native layer's text stands on.
-MARKUP_READER = "host/svg/SvgReader.cpp"
+MARKUP_READER = "host/svg/SvgTree.cpp"
 TOOLKIT = re.compile(r"^(gtk|gdk|glibmm|glib-unix|gio|sigc)")
 INCLUDE = re.compile(r'^\s*#\s*include\s+(["<])([^">]+)[">]', re.MULTILINE)
 

@@ -109,7 +109,7 @@ Result<> RunStyle(EditContext& context, const EditArguments& arguments) {
   if (const auto done = ParseObject(context, arguments.words[1], &from); !done) return done.Why();
   const auto style = StyleOf(context.Doc(), {from});
   if (!style) return WhyPlaceholder(*context.Doc().Find(from));
-  return context.session->Objects().SetStyle(ids, style->brush, style->pen);
+  return context.session->Objects().SetStyle(ids, *style);
 }
 
 }  // namespace
@@ -119,7 +119,8 @@ const EditCommand kStyleEdit = {
     EditUse::kEverywhere,
     "fill and outline objects like another one",
     "usage: objecthost style FILE OBJECTS FROM\n\n"
-    "Gives objects (a number, several as in 0,2-4, or all) the brush and the pen of the object FROM.\n",
+    "Gives objects (a number, several as in 0,2-4, or all) the brush, the pen, the opacity and the dashes of the\n"
+    "object FROM.\n",
     "",
     "",
     2,

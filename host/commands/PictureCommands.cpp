@@ -95,9 +95,7 @@ Result<> RunImport(EditContext& context, const EditArguments& arguments) {
     context.output += (context.output.empty() ? "" : " ") + std::to_string(context.Doc().NumberOf(id));
   }
   context.output += "\n";
-  if (taken->taken < taken->all) {
-    Warn(std::to_string(taken->taken) + " of " + std::to_string(taken->all) + " elements were taken");
-  }
+  if (const auto summary = taken->Summary()) Warn(summary->English());
   return {};
 }
 

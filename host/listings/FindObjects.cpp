@@ -54,7 +54,7 @@ bool WantedPaint::Fits(const AGBrush& brush) const {
 std::optional<WantedPaint> ParsePaint(const std::string& text) {
   if (text == "none") return WantedPaint();
   auto color = SvgColor(Folded(text));
-  if (!color) color = SvgColor("rgb(" + text + ")");
+  if (!color && std::ranges::count(text, ',') == 2) color = SvgColor("rgb(" + text + ")");
   if (!color) return std::nullopt;
   return WantedPaint{color};
 }

@@ -63,16 +63,32 @@ ObjectPlacement Placed(const SvgRectangle& rectangle, double x, double y, const 
   return {{middle.x - w, middle.y - h, middle.x + w, middle.y + h}, rectangle.angle};
 }
 
-AGBrush BrushOf(const SvgRectangle& rectangle) {
-  AGBrush brush;
-  rectangle.fill ? brush.SetStyleSolid(*rectangle.fill) : brush.SetStyleNone();
-  return brush;
-}
+// By the numbers of SvgNote.
+constexpr Text kNotes[kSvgNotes] = {N_("%s are no rectangles"),
+                                    N_("%s are sheared, which a rectangle can't be"),
+                                    N_("%s are clipped, masked, filtered or blended"),
+                                    N_("%s have paint, lengths or transforms that are not understood"),
+                                    N_("%s style rules are not understood"),
+                                    N_("%s have corners that are not circles: taken with the smaller radius"),
+                                    N_("%s have gradients that no brush has: taken as near as one comes"),
+                                    N_("%s have outlines that no pen has: taken as near as one comes")};
 
-AGPen PenOf(const SvgRectangle& rectangle, double scale) {
-  AGPen pen;
-  if (rectangle.stroke) pen.SetStyleSolid(*rectangle.stroke, rectangle.strokeWidth * scale);
-  return pen;
+std::vector<Problem> NotesOf(const SvgPicture& picture, double penScale) {
+  std::array<std::size_t, kSvgNotes> counts = picture.leftOut;
+  for (const SvgRectangle& rectangle : picture.rectangles) {
+    AGPen pen;
+    pen.SetSize(rectangle.strokeWidth * penScale);
+    std::bitset<kSvgNotes> differs = rectangle.differs;
+    const bool hasPen = rectangle.pen.Brush().Style() != kAGBrushStyleNone;
+    const bool isTooWide = pen.Size() < rectangle.strokeWidth * penScale * 0.999;
+    if (hasPen && isTooWide) differs.set(static_cast<std::size_t>(SvgNote::kOutline));
+    for (std::size_t i = 0; i < kSvgNotes; ++i) counts[i] += differs[i];
+  }
+  std::vector<Problem> notes;
+  for (std::size_t i = 0; i < kSvgNotes; ++i) {
+    if (counts[i] > 0) notes.push_back(Problem(kNotes[i], {std::to_string(counts[i])}));
+  }
+  return notes;
 }
 
 }  // namespace
@@ -84,14 +100,33 @@ AGRect SessionImport::BoundsOf(const AGSize& size, const ImportPlace& place) con
   return {corner.x, corner.y, corner.x + size.width, corner.y + size.height};
 }
 
-Result<ObjectID> SessionImport::Insert(const char* classID, const ObjectPlacement& placement,
-                                       const AKDictionary& properties, const AGBrush& brush, const AGPen& pen) {
+std::optional<Problem> Imported::Summary() const {
+  if (taken == all && notes.empty()) return std::nullopt;
+  Problem line(N_("%s of %s elements were taken"), {std::to_string(taken), std::to_string(all)});
+  for (const Problem& note : notes) line = Problem(N_("%s; %s"), {std::move(line), note});
+  return line;
+}
+
+SessionImport::Appearance SessionImport::AppearanceOf(const SvgRectangle& rectangle, const AGRect& bounds,
+                                                      const AGSize& picture) {
+  const double x = bounds.Width() / picture.width;
+  const double y = bounds.Height() / picture.height;
+  Appearance made{Placed(rectangle, x, y, {bounds.x0, bounds.y0}), rectangle.brush, rectangle.pen, {}};
+  made.pen.SetSize(rectangle.strokeWidth * std::sqrt(std::fabs(x * y)));
+  made.look.opacity = rectangle.opacity;
+  made.look.dashes = rectangle.dashes;
+  return made;
+}
+
+Result<ObjectID> SessionImport::Insert(const char* classID, const Appearance& appearance,
+                                       const AKDictionary& properties) {
   auto made = Document::NewObject(AKClassID(classID), "");
   if (!made) return made.Why();
-  (*made)->bounds = placement.bounds;
-  (*made)->angle = placement.angle;
-  (*made)->brush = brush;
-  (*made)->pen = pen;
+  (*made)->bounds = appearance.placement.bounds;
+  (*made)->angle = appearance.placement.angle;
+  (*made)->brush = appearance.brush;
+  (*made)->pen = appearance.pen;
+  (*made)->marks.look = appearance.look;
   const ObjectID id = steps_.Insert(std::move(*made), activeLayer_.Front());
   const int status = SetClassProperties(*document_.Find(id), properties);
   if (status != 0) {
@@ -114,37 +149,39 @@ Result<Imported> SessionImport::TakeImage(const std::string& bytes, const Import
   const AKMemoryBlock data(bytes.data(), static_cast<unsigned int>(bytes.size()));
   properties.SetValue(kKey_Data, AKValueSetasBinary(data));
   EditStep step(steps_, Tr("Import"));
-  const auto id = Insert(kPictureClass, {BoundsOf(header->size, place), 0}, properties, brush, AGPen());
+  const auto id = Insert(kPictureClass, {{BoundsOf(header->size, place), 0}, brush, AGPen(), {}}, properties);
   if (!id) return id.Why();
   step.End();
   selection_.LeaveFor(*id);
   selection_.Select({*id});
-  return Imported{1, 1};
+  return Imported{1, 1, {}};
 }
 
 Result<Imported> SessionImport::TakeDrawing(const std::string& bytes, const ImportPlace& place) {
   const auto picture = ReadSvg(bytes);
   if (!picture) return picture.Why();
-  if (picture->rectangles.empty()) {
-    return Problem(N_("none of its %s elements is a rectangle that can be taken"), {std::to_string(picture->elements)});
-  }
   const AGRect bounds = BoundsOf(picture->size, place);
-  const double x = bounds.Width() / picture->size.width;
-  const double y = bounds.Height() / picture->size.height;
+  const double scale =
+      std::sqrt(std::fabs(bounds.Width() * bounds.Height() / (picture->size.width * picture->size.height)));
+  Imported imported{picture->rectangles.size(), picture->elements, NotesOf(*picture, scale)};
+  if (imported.taken == 0) {
+    Problem why(N_("none of its %s elements is a rectangle that can be taken"), {std::to_string(imported.all)});
+    for (const Problem& note : imported.notes) why = Problem(N_("%s; %s"), {std::move(why), note});
+    return why;
+  }
   EditStep step(steps_, Tr("Import"));
   ObjectIDs ids;
   for (const SvgRectangle& rectangle : picture->rectangles) {
     AKDictionary properties;
     properties.SetValue(kKey_Rounding, AKValueSetasFloat64(rectangle.rounding));
-    const auto id = Insert(kRectangleClass, Placed(rectangle, x, y, {bounds.x0, bounds.y0}), properties,
-                           BrushOf(rectangle), PenOf(rectangle, std::sqrt(std::fabs(x * y))));
+    const auto id = Insert(kRectangleClass, AppearanceOf(rectangle, bounds, picture->size), properties);
     if (!id) return id.Why();
     ids.push_back(*id);
   }
   step.End();
   selection_.LeaveFor(ids[0]);
   selection_.Select(ids);
-  return Imported{ids.size(), picture->elements};
+  return imported;
 }
 
 Result<Imported> SessionImport::Take(const std::string& bytes, const ImportPlace& place) {

@@ -6,6 +6,7 @@
 
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "host/session/SessionSteps.h"
 #include "host/svg/SvgRectangle.h"
@@ -22,7 +23,11 @@ struct ImportPlace {
 /// How much was taken.
 struct Imported {
   std::size_t taken = 0;
-  std::size_t all = 0;  ///< elements of a drawing; 1 of an image
+  std::size_t all = 0;         ///< elements of a drawing; 1 of an image
+  std::vector<Problem> notes;  ///< what was left out or looks otherwise, and how many
+
+  /// One line for the user; none when all is as it was.
+  std::optional<Problem> Summary() const;
 };
 
 class SessionImport {
@@ -43,8 +48,15 @@ class SessionImport {
  private:
   Result<Imported> TakeImage(const std::string& bytes, const ImportPlace& place);
   Result<Imported> TakeDrawing(const std::string& bytes, const ImportPlace& place);
-  Result<ObjectID> Insert(const char* classID, const ObjectPlacement& placement, const AKDictionary& properties,
-                          const AGBrush& brush, const AGPen& pen);
+  // What a new object is, beside its class and properties.
+  struct Appearance {
+    ObjectPlacement placement;
+    AGBrush brush;
+    AGPen pen;
+    ObjectLook look;
+  };
+  static Appearance AppearanceOf(const SvgRectangle& rectangle, const AGRect& bounds, const AGSize& picture);
+  Result<ObjectID> Insert(const char* classID, const Appearance& appearance, const AKDictionary& properties);
   AGRect BoundsOf(const AGSize& size, const ImportPlace& place) const;
 
   Document& document_;

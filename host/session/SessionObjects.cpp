@@ -226,11 +226,20 @@ Result<> SessionObjects::SetPen(const ObjectIDs& ids, const AGPen& pen) {
   return StyleEach(ids, Tr("Change Pen"), [&](AGBrush*, AGPen* own) { *own = pen; });
 }
 
-Result<> SessionObjects::SetStyle(const ObjectIDs& ids, const AGBrush& brush, const AGPen& pen) {
-  return StyleEach(ids, Tr("Change Style"), [&](AGBrush* ownBrush, AGPen* ownPen) {
-    *ownBrush = brush;
-    *ownPen = pen;
-  });
+Result<> SessionObjects::SetStyle(const ObjectIDs& ids, const SharedStyle& style) {
+  const auto changeable = Changeable(document_, ids);
+  if (!changeable) return changeable.Why();
+  EditStep step(steps_, Tr("Change Style"));
+  for (const ObjectID id : *changeable) {
+    steps_.Step().BeforeStyle(document_, id);
+    steps_.Step().BeforeMarks(document_, id);
+    ObjectMarks marks = document_.Find(id)->marks;
+    marks.look.opacity = style.opacity;
+    marks.look.dashes = style.dashes;
+    document_.SetStyle(id, style.brush, style.pen);
+    document_.SetMarks(id, std::move(marks));
+  }
+  return step.End();
 }
 
 Result<> SessionObjects::SetBrushField(const ObjectIDs& ids, BrushField field, const AGBrush& brush) {

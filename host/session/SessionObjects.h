@@ -42,8 +42,8 @@ class SessionObjects {
   Result<> Rotate(const ObjectIDs& ids, double angle);
   Result<> SetBrush(const ObjectIDs& ids, const AGBrush& brush);
   Result<> SetPen(const ObjectIDs& ids, const AGPen& pen);
-  /// Both at once, as one change.
-  Result<> SetStyle(const ObjectIDs& ids, const AGBrush& brush, const AGPen& pen);
+  /// Brush, pen, opacity and dashes at once, as one change; what differs among those that they come of does not count.
+  Result<> SetStyle(const ObjectIDs& ids, const SharedStyle& style);
   /// One field alone becomes that of `brush` or `pen`; the others stay what they are, each object's own.
   Result<> SetBrushField(const ObjectIDs& ids, BrushField field, const AGBrush& brush);
   Result<> SetPenField(const ObjectIDs& ids, PenField field, const AGPen& pen);

@@ -115,7 +115,10 @@ std::optional<SharedStyle> StyleOf(const Document& document, const ObjectIDs& id
   for (const ObjectID id : ids) {
     const DocumentObject* object = document.Find(id);
     if (object == nullptr || object->IsPlaceholder()) continue;
-    if (!shared) shared = SharedStyle{object->brush, object->pen, {}, {}, {}};
+    if (!shared) {
+      const ObjectLook& look = object->marks.look;
+      shared = SharedStyle{object->brush, object->pen, look.opacity, look.dashes, {}, {}, {}};
+    }
     NoteDifferences(shared->brush, object->brush, &shared->brushDiffers);
     NoteDifferences(shared->pen.Brush(), object->pen.Brush(), &shared->penBrushDiffers);
     NoteDifferences(shared->pen, object->pen, &shared->penDiffers);

@@ -3,6 +3,7 @@
 
 #include <bitset>
 #include <optional>
+#include <vector>
 
 #include "host/model/Document.h"
 #include "host/model/EditRules.h"
@@ -23,10 +24,12 @@ void TakeField(PenField field, const AGPen& from, AGPen* to);
 bool LookAlike(const AGBrush& a, const AGBrush& b);
 bool LookAlike(const AGPen& a, const AGPen& b);
 
-/// The style of the first object, and the fields that others have differently.
+/// The style of the first object, and the fields of brush and pen that others have differently.
 struct SharedStyle {
   AGBrush brush;
   AGPen pen;
+  double opacity = 1;          ///< as ObjectLook has it
+  std::vector<double> dashes;  ///< likewise
   BrushFields brushDiffers;
   BrushFields penBrushDiffers;
   PenFields penDiffers;

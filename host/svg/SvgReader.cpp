@@ -1,130 +1,83 @@
-#include <glib.h>
-
 #include <algorithm>
-#include <array>
 #include <cmath>
-#include <cstring>
 
+#include "host/model/ObjectMarks.h"
+#include "host/svg/SvgGradient.h"
 #include "host/svg/SvgRectangle.h"
+#include "host/svg/SvgStyle.h"
 #include "host/svg/SvgValues.h"
-#include "host/text/Utf8Check.h"
+#include "host/text/Localisation.h"
 
 namespace host {
 namespace {
 
-constexpr std::size_t kDeepest = 256;
-constexpr std::size_t kMostElements = 100000;
+constexpr std::size_t kMostDrawn = 100000;
+constexpr std::size_t kDeepestUse = 16;
+constexpr std::size_t kMostVisited = 1000000;  // elements that are used elsewhere count as often as they are
 constexpr double kMapUnitsAPixel = 72.0 / 96;
-constexpr double kLargest = 1e9;  // map units: beyond, nothing could be seen of it
+constexpr double kLargest = 1e9;   // map units: beyond, nothing could be seen of it
+constexpr double kUneven = 0.001;  // part of a length that nobody sees
 
-// What elements have of those that they are in.
-struct Style {
-  AGAffineTransform toPicture = kAGAffineTransformIdentity;  // pixels, y down
-  std::optional<AGColor> fill = kAGColorBlack;
-  std::optional<AGColor> stroke;
-  double strokeWidth = 1;
-  double opacity = 1;  // of all that it is in together
-  double fillOpacity = 1;
-  double strokeOpacity = 1;
-  bool shown = true;       // is drawn at all
-  bool isVisible = true;   // may be seen again within
-  bool understood = true;  // paint and transforms
-};
-
-constexpr const char* kDrawing[] = {"rect", "circle", "ellipse", "line", "polyline",     "polygon",
-                                    "path", "text",   "image",   "use",  "foreignObject"};
-// What is in these is only drawn elsewhere, or not at all.
-constexpr const char* kNotDrawn[] = {"defs",           "symbol",         "clipPath", "mask",  "pattern",
-                                     "marker",         "linearGradient", "filter",   "style", "metadata",
-                                     "radialGradient", "script",         "title",    "desc"};
+constexpr std::string_view kDrawing[] = {"rect",    "circle", "ellipse", "line",  "polyline",
+                                         "polygon", "path",   "text",    "image", "foreignObject"};
+constexpr std::string_view kHolding[] = {"g", "a", "svg", "switch"};
 
 template <typename Names>
 bool IsOneOf(std::string_view name, const Names& names) {
-  return std::any_of(std::begin(names), std::end(names), [name](const char* each) { return name == each; });
+  return std::ranges::find(names, name) != std::end(names);
 }
 
-void SetPaint(std::string_view text, std::optional<AGColor>* paint, bool* understood) {
-  if (text == "none" || text == "inherit") {
-    if (text == "none") paint->reset();
-    return;
-  }
-  const auto color = SvgColor(text == "currentColor" ? "black" : text);
-  color ? static_cast<void>(*paint = color) : static_cast<void>(*understood = false);
+// The map from a box of user units to a place of a size: "xMidYMid meet" and its like.
+AGAffineTransform FitBox(const std::vector<double>& box, const AGSize& size, std::string_view fit) {
+  double x = size.width / box[2];
+  double y = size.height / box[3];
+  if (!fit.starts_with("none")) x = y = fit.ends_with("slice") ? std::max(x, y) : std::min(x, y);
+  const auto part = [fit](std::string_view least, std::string_view most) {
+    return fit.find(least) != fit.npos ? 0 : fit.find(most) != fit.npos ? 1 : 0.5;
+  };
+  return {x,
+          0,
+          0,
+          y,
+          (size.width - x * box[2]) * part("xMin", "xMax") - x * box[0],
+          (size.height - y * box[3]) * part("YMin", "YMax") - y * box[1]};
 }
 
-void SetProperty(std::string_view name, std::string_view value, double whole, Style* style) {
-  if (name == "fill") SetPaint(value, &style->fill, &style->understood);
-  if (name == "stroke") SetPaint(value, &style->stroke, &style->understood);
-  if (name == "stroke-width") style->strokeWidth = SvgLength(value, whole).value_or(style->strokeWidth);
-  if (name == "opacity") style->opacity *= SvgFraction(value).value_or(1);
-  if (name == "fill-opacity") style->fillOpacity = SvgFraction(value).value_or(style->fillOpacity);
-  if (name == "stroke-opacity") style->strokeOpacity = SvgFraction(value).value_or(style->strokeOpacity);
-  if (name == "display" && value == "none") style->shown = false;
-  if (name == "visibility") style->isVisible = value == "visible" || (value == "inherit" && style->isVisible);
-}
-
-std::optional<AGColor> Faded(const std::optional<AGColor>& color, double opacity) {
-  if (!color) return color;
-  const double alpha = std::clamp(color->Alpha() * opacity, 0.0, 255.0);
-  return AGColor(color->Red(), color->Green(), color->Blue(), static_cast<unsigned char>(std::lround(alpha)));
+bool TakeBox(std::string_view text, std::vector<double>* box) {
+  return SvgNumbers(text, box) && box->size() == 4 && (*box)[2] > 0 && (*box)[3] > 0;
 }
 
 class Reader {
  public:
-  Result<SvgPicture> Read(const std::string& text);
+  explicit Reader(SvgTree tree) : tree_(std::move(tree)), styles_(&tree_.styles) {}
+  Result<SvgPicture> Read();
 
  private:
-  // The attributes of an element, as the parser gives them.
-  struct Element {
-    const char** names;
-    const char** values;
+  bool StartPicture(SvgStyle* style);
+  void StartInner(const SvgProperties& properties, const SvgProperties& size, SvgStyle* style);
+  void Visit(const SvgElement& element, const SvgStyle& inherited, const SvgElement* user);
+  void VisitAll(const SvgElement& element, const SvgStyle& style);
+  void Use(const SvgElement& element, const SvgProperties& properties, SvgStyle style);
+  void Draw(const SvgElement& element, const SvgProperties& properties, SvgStyle* style);
+  std::optional<SvgRectangle> Placed(const SvgProperties& properties, SvgStyle* style, bool* isSheared);
+  bool Paint(const SvgProperties& properties, const SvgStyle& style, SvgRectangle* taken) const;
+  bool Outline(const SvgStyle& style, SvgRectangle* taken) const;
+  void LeaveOut(SvgNote note) { ++picture_.leftOut[static_cast<std::size_t>(note)]; }
 
-    std::string_view Get(std::string_view name) const {
-      for (std::size_t i = 0; names[i] != nullptr; ++i) {
-        if (name == names[i]) return values[i];
-      }
-      return {};
-    }
-  };
-
-  static void OnStart(GMarkupParseContext* context, const char* name, const char** names, const char** values,
-                      void* self, GError** error);
-  static void OnEnd(GMarkupParseContext*, const char*, void* self, GError**) {
-    static_cast<Reader*>(self)->styles_.pop_back();
-  }
-  static void OnOther(GMarkupParseContext*, const char* text, gsize length, void* self, GError** error);
-
-  bool Start(std::string_view name, const Element& element);
-  bool StartPicture(const Element& element, Style* style);
-  void Inherit(const Element& element, Style* style) const;
-  void TakeRectangle(const Element& element, const Style& style);
-  double LengthOf(const Element& element, const char* name, double whole) const {
-    return SvgLength(element.Get(name), whole).value_or(0);
-  }
-
-  std::vector<Style> styles_;
+  SvgTree tree_;
+  SvgStyles styles_;
   SvgPicture picture_;
-  AGSize whole_{100, 100};  // what percentages are of, in user units
+  std::vector<const SvgElement*> used_;  // that are being drawn for elements that use them
+  std::size_t visited_ = 0;
   std::optional<Text> why_;
 };
 
-void Reader::OnStart(GMarkupParseContext*, const char* name, const char** names, const char** values, void* self,
-                     GError** error) {
-  const char* const colon = std::strrchr(name, ':');
-  if (static_cast<Reader*>(self)->Start(colon == nullptr ? name : colon + 1, {names, values})) return;
-  g_set_error_literal(error, G_MARKUP_ERROR, G_MARKUP_ERROR_INVALID_CONTENT, "refused");
-}
+void Note(SvgNote note, SvgRectangle* taken) { taken->differs.set(static_cast<std::size_t>(note)); }
 
-// Comments, declarations and types of documents; one with entities in it would be read wrong without them.
-void Reader::OnOther(GMarkupParseContext*, const char* text, gsize length, void* self, GError** error) {
-  if (std::string_view(text, length).find("<!ENTITY") == std::string_view::npos) return;
-  static_cast<Reader*>(self)->why_ = N_("the picture has entities of its own, which are not taken");
-  g_set_error_literal(error, G_MARKUP_ERROR, G_MARKUP_ERROR_INVALID_CONTENT, "entities");
-}
-
-bool Reader::StartPicture(const Element& element, Style* style) {
+bool Reader::StartPicture(SvgStyle* style) {
+  const SvgElement& element = *tree_.root;
   std::vector<double> box;
-  const bool hasBox = SvgNumbers(element.Get("viewBox"), &box) && box.size() == 4 && box[2] > 0 && box[3] > 0;
+  const bool hasBox = TakeBox(element.Get("viewBox"), &box);
   const AGSize usual = hasBox ? AGSize{box[2], box[3]} : AGSize{300, 150};
   const AGSize size{SvgLength(element.Get("width"), usual.width).value_or(usual.width),
                     SvgLength(element.Get("height"), usual.height).value_or(usual.height)};
@@ -134,108 +87,198 @@ bool Reader::StartPicture(const Element& element, Style* style) {
     return false;
   }
   picture_.size = {size.width * kMapUnitsAPixel, size.height * kMapUnitsAPixel};
-  whole_ = usual;
-  if (!hasBox) {
-    whole_ = size;
-    return true;
-  }
-  const std::string_view fit = element.Get("preserveAspectRatio");
-  double x = size.width / box[2];
-  double y = size.height / box[3];
-  if (!SvgTrimmed(fit).starts_with("none")) x = y = std::min(x, y);
-  style->toPicture = {
-      x, 0, 0, y, (size.width - x * box[2]) / 2 - x * box[0], (size.height - y * box[3]) / 2 - y * box[1]};
+  style->whole = hasBox ? usual : size;
+  if (hasBox) style->toPicture = FitBox(box, size, element.Get("preserveAspectRatio"));
   return true;
 }
 
-void Reader::Inherit(const Element& element, Style* style) const {
-  const double whole = std::hypot(whole_.width, whole_.height) / std::sqrt(2.0);
-  for (std::size_t i = 0; element.names[i] != nullptr; ++i) {
-    SetProperty(element.names[i], SvgTrimmed(element.values[i]), whole, style);
+// A picture within the picture, or a symbol: `size` has its width and height where they are not its own.
+void Reader::StartInner(const SvgProperties& properties, const SvgProperties& size, SvgStyle* style) {
+  const auto side = [&](std::string_view name, double whole) {
+    const std::string_view text = size.Get(name).empty() ? properties.Get(name) : size.Get(name);
+    return text.empty() || text == "auto" ? whole : style->Length(text, whole);
+  };
+  const AGSize place{side("width", style->whole.width), side("height", style->whole.height)};
+  const AGPoint corner{style->Length(properties.Get("x"), style->whole.width),
+                       style->Length(properties.Get("y"), style->whole.height)};
+  style->shown = style->shown && place.width > 0 && place.height > 0;
+  style->toPicture = AGAffineTransformConcat(AGAffineTransformTranslation(corner.x, corner.y), style->toPicture);
+  const std::string_view overflow = properties.Get("overflow");
+  if (overflow != "visible" && overflow != "auto") {
+    style->clips.push_back({style->toPicture, {0, 0, place.width, place.height}});
   }
-  for (const auto& [name, value] : SvgDeclarations(element.Get("style"))) SetProperty(name, value, whole, style);
-  if (element.Get("transform").empty()) return;
-  const auto transform = SvgTransform(element.Get("transform"));
-  style->understood = style->understood && transform;
-  if (transform) style->toPicture = AGAffineTransformConcat(*transform, style->toPicture);
+  std::vector<double> box;
+  style->whole = place;
+  if (!TakeBox(properties.Get("viewBox"), &box)) return;
+  style->whole = {box[2], box[3]};
+  style->toPicture =
+      AGAffineTransformConcat(FitBox(box, place, properties.Get("preserveAspectRatio")), style->toPicture);
 }
 
-bool Reader::Start(std::string_view name, const Element& element) {
-  Style style = styles_.empty() ? Style() : styles_.back();
-  if (styles_.empty() && name != "svg") why_ = N_("it is no SVG picture");
-  if (styles_.size() >= kDeepest) why_ = N_("its elements lie more than 256 deep in each other");
-  if (why_) return false;
-  if (styles_.empty() && !StartPicture(element, &style)) return false;
-  Inherit(element, &style);
-  style.shown = style.shown && !IsOneOf(name, kNotDrawn);
-  // An inner picture has a box of its own, which is not looked at.
-  if (!styles_.empty() && name == "svg") style.understood = false;
-  styles_.push_back(style);
-  if (!style.shown || !style.isVisible || !IsOneOf(name, kDrawing)) return true;
-  if (++picture_.elements > kMostElements) {
+void Reader::Visit(const SvgElement& element, const SvgStyle& inherited, const SvgElement* user) {
+  const bool isInner = (element.name == "svg" && &element != tree_.root.get()) || element.name == "symbol";
+  if (used_.size() >= kDeepestUse) why_ = N_("its elements use each other more than 16 deep");
+  if (++visited_ > kMostVisited) why_ = N_("it has more than a million elements");
+  if (why_ || (element.name == "symbol" && user == nullptr)) return;
+  SvgStyle style = inherited;
+  const SvgProperties properties = styles_.Of(element);
+  ApplyProperties(tree_, properties, &style);
+  if (isInner) StartInner(properties, user == nullptr ? SvgProperties() : styles_.Of(*user), &style);
+  if (element.name == "switch") style.understood = false;  // which of its parts is shown is the viewer's choice
+  if (!style.shown) return;
+  if (element.name == "use") return Use(element, properties, std::move(style));
+  if (isInner || IsOneOf(element.name, kHolding)) return VisitAll(element, style);
+  if (style.isVisible && IsOneOf(element.name, kDrawing)) Draw(element, properties, &style);
+}
+
+void Reader::VisitAll(const SvgElement& element, const SvgStyle& style) {
+  for (const auto& child : element.children) Visit(*child, style, nullptr);
+}
+
+// What uses itself, and what is nowhere, is not drawn; what lies in other files can't be.
+void Reader::Use(const SvgElement& element, const SvgProperties& properties, SvgStyle style) {
+  const std::string_view href = element.Get("href").empty() ? element.Get("xlink:href") : element.Get("href");
+  const SvgElement* const found = tree_.Find(href);
+  if (found == nullptr) {
+    if (href.empty() || href.starts_with('#')) return;
+    ++picture_.elements;
+    return LeaveOut(SvgNote::kNotUnderstood);
+  }
+  if (std::ranges::find(used_, found) != used_.end()) return;
+  const AGPoint by{style.Length(properties.Get("x"), style.whole.width),
+                   style.Length(properties.Get("y"), style.whole.height)};
+  style.toPicture = AGAffineTransformConcat(AGAffineTransformTranslation(by.x, by.y), style.toPicture);
+  used_.push_back(found);
+  Visit(*found, style, &element);
+  used_.pop_back();
+}
+
+void Reader::Draw(const SvgElement& element, const SvgProperties& properties, SvgStyle* style) {
+  bool isSheared = false;
+  std::optional<SvgRectangle> taken;
+  if (element.name == "rect") {
+    taken = Placed(properties, style, &isSheared);
+    if (!taken && style->understood && !isSheared) return;  // nothing of it is to be seen
+  }
+  if (++picture_.elements > kMostDrawn) {
     why_ = N_("it has more than 100,000 elements");
-    return false;
+    return;
   }
-  if (name == "rect" && style.understood) TakeRectangle(element, style);
-  return true;
+  if (element.name != "rect") return LeaveOut(SvgNote::kNoRectangle);
+  if (!style->understood) return LeaveOut(SvgNote::kNotUnderstood);
+  if (isSheared) return LeaveOut(SvgNote::kSheared);
+  if (style->isClipped) return LeaveOut(SvgNote::kClipped);
+  if (!Paint(properties, *style, &*taken) || !Outline(*style, &*taken)) return LeaveOut(SvgNote::kNotUnderstood);
+  picture_.rectangles.push_back(std::move(*taken));
 }
 
-void Reader::TakeRectangle(const Element& element, const Style& style) {
-  const double width = LengthOf(element, "width", whole_.width);
-  const double height = LengthOf(element, "height", whole_.height);
-  const AGAffineTransform& map = style.toPicture;
+// Whether a box shows all of a rectangle with these corners.
+bool Holds(const SvgClip& clip, const AGPoint (&corners)[4]) {
+  constexpr double kSlack = 1e-6;
+  if (!(std::fabs(clip.toPicture.Determinant()) > 0)) return false;
+  const AGAffineTransform back = AGAffineTransformInverse(clip.toPicture);
+  const double slack = kSlack * (1 + clip.box.Width() + clip.box.Height());
+  return std::ranges::all_of(corners, [&](const AGPoint& corner) {
+    const AGPoint at = back.Apply(corner);
+    return at.x >= clip.box.x0 - slack && at.x <= clip.box.x1 + slack && at.y >= clip.box.y0 - slack &&
+           at.y <= clip.box.y1 + slack;
+  });
+}
+
+// A rectangle without its paint; none for what draws nothing, is sheared, or not understood.
+std::optional<SvgRectangle> Reader::Placed(const SvgProperties& properties, SvgStyle* style, bool* isSheared) {
+  const double width = style->Length(properties.Get("width"), style->whole.width);
+  const double height = style->Length(properties.Get("height"), style->whole.height);
+  const double x = style->Length(properties.Get("x"), style->whole.width);
+  const double y = style->Length(properties.Get("y"), style->whole.height);
+  const AGAffineTransform& map = style->toPicture;
   const AGPoint along = map.ApplyLinear({width, 0});
   const AGPoint up = map.ApplyLinear({0, height});
   const double w = std::hypot(along.x, along.y) * kMapUnitsAPixel;
   const double h = std::hypot(up.x, up.y) * kMapUnitsAPixel;
-  const AGPoint middle =
-      map.Apply({LengthOf(element, "x", whole_.width) + width / 2, LengthOf(element, "y", whole_.height) + height / 2});
+  const AGPoint middle = map.Apply({x + width / 2, y + height / 2});
   const AGPoint center{middle.x * kMapUnitsAPixel, picture_.size.height - middle.y * kMapUnitsAPixel};
-  const double slant = std::fabs(along.x * up.x + along.y * up.y);
-  const bool isSheared = slant > 1e-6 * std::hypot(along.x, along.y) * std::hypot(up.x, up.y);
-  const bool isFair = width > 0 && height > 0 && w > 0 && h > 0 && w < kLargest && h < kLargest &&
-                      std::fabs(center.x) < kLargest && std::fabs(center.y) < kLargest;
-  if (isSheared || !isFair) return;
+  if (!style->understood || !(width > 0) || !(height > 0) || w == 0 || h == 0) return std::nullopt;
+  *isSheared =
+      std::fabs(along.x * up.x + along.y * up.y) > 1e-6 * std::hypot(along.x, along.y) * std::hypot(up.x, up.y);
+  style->understood = w < kLargest && h < kLargest && std::fabs(center.x) < kLargest && std::fabs(center.y) < kLargest;
+  if (!style->understood || *isSheared) return std::nullopt;
 
   SvgRectangle taken;
   taken.bounds = {center.x - w / 2, center.y - h / 2, center.x + w / 2, center.y + h / 2};
   taken.angle = -std::atan2(along.y, along.x);
-  const auto rx = SvgLength(element.Get("rx"), whole_.width);
-  const auto ry = SvgLength(element.Get("ry"), whole_.height);
+  const auto rx = SvgLength(properties.Get("rx"), style->whole.width);
+  const auto ry = SvgLength(properties.Get("ry"), style->whole.height);
   const double radiusX = std::clamp(rx.value_or(ry.value_or(0)), 0.0, width / 2) * w / width;
   const double radiusY = std::clamp(ry.value_or(rx.value_or(0)), 0.0, height / 2) * h / height;
   taken.rounding = std::min(1.0, 2 * std::min(radiusX, radiusY) / std::min(w, h));
-  taken.fill = Faded(style.fill, style.opacity * style.fillOpacity);
-  taken.stroke = Faded(style.stroke, style.opacity * style.strokeOpacity);
-  taken.strokeWidth = style.strokeWidth * std::sqrt(std::fabs(map.Determinant())) * kMapUnitsAPixel;
-  if (!(taken.strokeWidth > 0) || taken.strokeWidth > kLargest) taken.stroke.reset();
-  picture_.rectangles.push_back(taken);
+  if (taken.rounding > 0 && std::fabs(radiusX - radiusY) > kUneven * radiusX) Note(SvgNote::kCorners, &taken);
+  const AGPoint corners[] = {map.Apply({x, y}), map.Apply({x + width, y}), map.Apply({x, y + height}),
+                             map.Apply({x + width, y + height})};
+  style->isClipped =
+      style->isClipped || !std::ranges::all_of(style->clips, [&](const SvgClip& clip) { return Holds(clip, corners); });
+  return taken;
 }
 
-Result<SvgPicture> Reader::Read(const std::string& text) {
-  constexpr std::string_view kByteOrder = "\xEF\xBB\xBF";
-  std::string_view body = text;
-  if (body.starts_with(kByteOrder)) body.remove_prefix(kByteOrder.size());
-  // In comments and declarations the parser would tell of it, go on, and perhaps fail once more.
-  if (const std::size_t good = std::min(FindInvalidUtf8(body), body.find('\0')); good < body.size()) {
-    return Problem(N_("it is no XML in UTF-8: %s"), {"byte " + std::to_string(good)});
-  }
-  const GMarkupParser parser{&OnStart, &OnEnd, nullptr, &OnOther, nullptr};
-  GMarkupParseContext* const context = g_markup_parse_context_new(&parser, G_MARKUP_TREAT_CDATA_AS_TEXT, this, nullptr);
-  GError* error = nullptr;
-  const bool isWhole = g_markup_parse_context_parse(context, body.data(), static_cast<gssize>(body.size()), &error) &&
-                       g_markup_parse_context_end_parse(context, &error);
-  g_markup_parse_context_free(context);
-  const std::string said = error == nullptr ? "" : error->message;
-  g_clear_error(&error);
+bool Reader::Paint(const SvgProperties& properties, const SvgStyle& style, SvgRectangle* taken) const {
+  taken->opacity = style.opacity;
+  taken->brush.SetStyleNone();
+  if (style.fill.color) taken->brush.SetStyleSolid(SvgFaded(*style.fill.color, style.fillOpacity));
+  if (style.fill.gradient == nullptr) return true;
+  const auto length = [&](const char* name, double whole) {
+    return SvgLength(properties.Get(name), whole).value_or(0);
+  };
+  const AGPoint corner{length("x", style.whole.width), length("y", style.whole.height)};
+  const SvgFilled filled{{corner.x, corner.y, corner.x + length("width", style.whole.width),
+                          corner.y + length("height", style.whole.height)},
+                         {taken->bounds.Width(), taken->bounds.Height()},
+                         style.toPicture.Determinant() < 0,
+                         style.whole};
+  const auto made = BrushOfGradient(tree_, styles_, *style.fill.gradient, filled, style.fillOpacity);
+  if (!made) return false;
+  taken->brush = made->brush;
+  if (!made->isExact) Note(SvgNote::kGradient, taken);
+  return true;
+}
+
+bool Reader::Outline(const SvgStyle& style, SvgRectangle* taken) const {
+  const double along = std::hypot(style.toPicture.a, style.toPicture.b);
+  const double across = std::hypot(style.toPicture.c, style.toPicture.d);
+  const double scale = style.keepsWidth ? 1 : std::sqrt(along * across);
+  taken->strokeWidth = style.strokeWidth * scale * kMapUnitsAPixel;
+  taken->pen.SetStyleNone();
+  if (style.stroke.IsNone() || !(style.strokeWidth > 0)) return true;
+  if (!(taken->strokeWidth > 0 && taken->strokeWidth < kLargest)) return false;
+  auto color = style.stroke.color ? std::optional(SvgFaded(*style.stroke.color, style.strokeOpacity))
+                                  : FirstColor(tree_, styles_, *style.stroke.gradient, style.strokeOpacity);
+  if (!color) return true;
+  taken->pen.SetStyleSolid(*color, 1);
+  taken->pen.SetLineCap(style.cap);
+  taken->pen.SetLineJoin(style.join);
+  for (const double length : style.dashes) taken->dashes.push_back(length / style.strokeWidth);
+  const bool areDashes = taken->dashes.empty() || AreDashes(taken->dashes);
+  if (!areDashes) taken->dashes.clear();
+  const bool isUneven = !style.keepsWidth && std::fabs(along - across) > kUneven * along;
+  const bool coversOutline = style.strokesFirst && !style.fill.IsNone();
+  if (!areDashes || isUneven || coversOutline || style.stroke.gradient != nullptr) Note(SvgNote::kOutline, taken);
+  return true;
+}
+
+Result<SvgPicture> Reader::Read() {
+  SvgStyle style;
+  if (StartPicture(&style)) Visit(*tree_.root, style, nullptr);
   if (why_) return Problem(*why_);
-  if (!isWhole) return Problem(N_("it is no XML in UTF-8: %s"), {said});
+  picture_.leftOut[static_cast<std::size_t>(SvgNote::kRules)] = styles_.NotUnderstood();
   return std::move(picture_);
 }
 
 }  // namespace
 
-Result<SvgPicture> ReadSvg(const std::string& text) { return Reader().Read(text); }
+Result<SvgPicture> ReadSvg(const std::string& text) {
+  auto tree = ReadSvgTree(text);
+  if (!tree) return tree.Why();
+  return Reader(std::move(*tree)).Read();
+}
 
 bool LooksLikeMarkup(const std::string& text) {
   const std::size_t first = text.find_first_not_of("\xEF\xBB\xBF \t\r\n");

@@ -90,9 +90,49 @@ bool GuideTool::Cancel() {
   return wasPressed;
 }
 
+// Undoing may have taken it away.
+std::optional<Guide> GuideTool::Chosen() const {
+  if (!chosen_ || session_ == nullptr) return std::nullopt;
+  const std::vector<double>& guides = session_->Doc().Aids().Guides(chosen_->axis);
+  return std::ranges::find(guides, chosen_->place) == guides.end() ? std::nullopt : chosen_;
+}
+
 bool GuideTool::DeleteChosen() {
-  const auto chosen = std::exchange(chosen_, std::nullopt);
+  const auto chosen = Chosen();
+  chosen_.reset();
   return chosen && Replace(chosen, std::nullopt);
+}
+
+Result<> GuideTool::Add(const Guide& guide) {
+  auto done = Replace(std::nullopt, guide);
+  if (done) chosen_ = guide;
+  return done;
+}
+
+bool GuideTool::ChooseNext(bool backwards) {
+  std::vector<Guide> all;
+  for (int axis = 0; axis < 2 && session_ != nullptr; ++axis) {
+    std::vector<double> places = session_->Doc().Aids().Guides(axis);
+    std::ranges::sort(places);
+    places.erase(std::ranges::unique(places).begin(), places.end());
+    for (const double place : places) all.push_back({axis, place});
+  }
+  if (all.empty()) return false;
+  const auto chosen = Chosen();
+  const std::size_t count = all.size();
+  std::size_t at = backwards ? 0 : count - 1;
+  if (chosen) at = static_cast<std::size_t>(std::ranges::find(all, *chosen) - all.begin());
+  chosen_ = all[(at + (backwards ? count - 1 : 1)) % count];
+  return true;
+}
+
+Result<> GuideTool::MoveChosen(double place) {
+  const auto chosen = Chosen();
+  if (!chosen) return {};
+  const Guide moved{chosen->axis, place};
+  auto done = Replace(chosen, moved);
+  if (done) chosen_ = moved;
+  return done;
 }
 
 Result<> GuideTool::Replace(const std::optional<Guide>& old, const std::optional<Guide>& by) {

@@ -1,4 +1,5 @@
-// Guides under the pointer: drawn out of a ruler, moved, chosen, and taken away.
+// Guides under the pointer: drawn out of a ruler, moved, chosen, and taken away. Guides by the keyboard: made, chosen
+// one after the other, and moved.
 //
 // As PointerTool it translates what the pointer does in pixels of the view into edits of a session, a step each, and
 // knows no toolkit. The document changes at the release.
@@ -44,11 +45,18 @@ class GuideTool {
   const std::optional<Guide>& Dragged() const { return dragged_; }
   /// That it was, which does not show meanwhile.
   const std::optional<Guide>& Origin() const { return origin_; }
-  /// The guide that was clicked last.
-  const std::optional<Guide>& Chosen() const { return chosen_; }
+  /// The guide that was clicked, made or moved last, as long as it is there.
+  std::optional<Guide> Chosen() const;
   void ChooseNone() { chosen_.reset(); }
   /// Takes away the chosen guide. False when there is none.
   bool DeleteChosen();
+  /// Makes a guide, and chooses it.
+  Result<> Add(const Guide& guide);
+  /// Chooses the next guide, or the one before: those that stand from the left, then those that lie from below. The
+  /// first or the last one when none is chosen; false without guides.
+  bool ChooseNext(bool backwards);
+  /// Puts the chosen guide elsewhere; nothing happens when there is none.
+  Result<> MoveChosen(double place);
 
  private:
   Result<> Replace(const std::optional<Guide>& old, const std::optional<Guide>& by);

@@ -398,7 +398,7 @@ void PointerTool::Make(const AGRect& bounds) {
   if (!(bounds.x1 > bounds.x0) || !(bounds.y1 > bounds.y0)) return;
   EditStep step(session_->Steps(), "");
   const auto added = session_->Objects().Add(*newClass_, "-default", {bounds, 0});
-  if (added && newStyle_) done_ = session_->Objects().SetStyle({*added}, newStyle_->brush, newStyle_->pen);
+  if (added && newStyle_) done_ = session_->Objects().SetStyle({*added}, *newStyle_);
   if (added) {
     step.End();
   } else {

@@ -14,6 +14,7 @@
 #include "host/window/dialogs/GalleryWindow.h"
 #include "host/window/dialogs/HelpWindows.h"
 #include "host/window/dialogs/PrintDialog.h"
+#include "host/window/dialogs/SheetSettings.h"
 #include "host/window/widgets/TypedField.h"
 
 namespace host {
@@ -81,6 +82,7 @@ void EditorWindow::AddFileActions() {
   AddCommand("save-as", [this] { SaveAs([] {}); });
   AddCommand("export", [this] { Export(); });
   AddCommand("import", [this] { ChooseImport(); });
+  AddCommand("page-setup", [this] { ChooseSheet(*this, session_->Doc().Page()); });
   AddCommand("print", [this] { Print(); });
   AddCommand("print-preview", [this] { Do(PreviewPrint(*this, session_->Doc())); });
   AddCommand("close", [this] { close(); });
@@ -115,7 +117,7 @@ void EditorWindow::AddEditActions() {
   AddEdit("paste-style", [this](const ObjectIDs& ids) {
     const auto& style = EditorApplication::CopiedStyle();
     if (!style) return Result<>();
-    auto done = session_->Objects().SetStyle(ids, style->brush, style->pen);
+    auto done = session_->Objects().SetStyle(ids, *style);
     NoteStyle(*session_);
     return done;
   });
@@ -228,6 +230,9 @@ void EditorWindow::AddAidActions() {
                                                                     {"guides", &WindowSettings::guides},
                                                                     {"lock-guides", &WindowSettings::guidesLocked}};
   for (const auto& [name, setting] : toggles) add_action(NewToggle(name, setting, [this](bool) { ApplyAids(); }));
+  AddCommand("add-vertical-guide", [this] { canvas_.AddGuide(0); });
+  AddCommand("add-horizontal-guide", [this] { canvas_.AddGuide(1); });
+  AddCommand("next-guide", [this] { canvas_.ChooseGuide(false); });
   AddCommand("remove-guides", [this] {
     PageAids aids = session_->Doc().Aids();
     aids.verticalGuides.clear();
@@ -258,6 +263,9 @@ void EditorWindow::ApplyAids() {
   verticalRuler_.SetUnit(aids.unit);
   unit_.set_text(NameOf(aids.unit));
   for (const char* action : {"snap", "snap-to-objects", "snap-to-guides"}) SetEnabled(action, IsOn("snapping"));
+  for (const char* action : {"add-vertical-guide", "add-horizontal-guide", "next-guide"}) {
+    SetEnabled(action, IsOn("guides") && !IsOn("lock-guides"));
+  }
 }
 
 // Asked of the toolkit itself, which makes nothing new for it: this is called for each change, memory or none.

@@ -50,10 +50,7 @@ void EditorWindow::PastePicture(const std::string& bytes, PastePlace place, cons
 
 void EditorWindow::ShowImported(const Result<Imported>& imported) {
   if (!imported) return Do(imported.Why());
-  if (imported->taken == imported->all) return;
-  ShowProblem(Problem(N_("%s of %s elements were taken: only rectangles are"),
-                      {std::to_string(imported->taken), std::to_string(imported->all)}),
-              Gtk::MessageType::INFO);
+  if (const auto summary = imported->Summary()) ShowProblem(*summary, Gtk::MessageType::INFO);
 }
 
 void EditorWindow::ImportFile(const std::string& path, const AGPoint& middle) {

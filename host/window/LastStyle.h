@@ -7,7 +7,7 @@
 
 namespace host {
 
-/// To be called when the user changed brush or pen of what is selected.
+/// To be called when the user changed brush, pen, opacity or dashes of what is selected.
 void NoteStyle(const DocumentSession& session);
 /// None until then.
 const std::optional<SharedStyle>& LastStyle();

@@ -384,6 +384,11 @@ def object_field(window, name):
     return x1 + 80, (y0 + y1) // 2
 
 
+def click_text(window, words, box):
+    x0, y0, x1, y1 = window.find_text(words, box)
+    window.click(((x0 + x1) // 2, (y0 + y1) // 2))
+
+
 @scenario
 def numbers_typed_at_any_speed():
     with Editor([BOX], (200, 160)) as window:
@@ -639,13 +644,26 @@ def change_brush_style():
 def style_from_one_to_another():
     red = [*TWO[1], "--set", "Brush.Color=(200;30;30;255)", "--set", "Pen.Size=5"]
     with Editor([TWO[0], red], (300, 100)) as window:
+        field = object_field(window, "Width")
+        x0, y0, x1, y1 = window.find_text("Opacity", (920, 0, 1180, 400))
+        window.click((field[0], (y0 + y1) // 2))
+        window.key("ctrl+a")
+        window.type("40")
+        window.key("Return")
+        window.click(window.at(550, 30))
+        window.key("r")
+        window.drag([window.at(400, 300), window.at(500, 250)])
+        window.expect("a new one as faint", lambda items: len(items) == 3 and items[2]["opacity"] == 40)
+        window.key("ctrl+z")
+        window.click(window.at(300, 100))
         window.key("ctrl+alt+c")
         window.click(window.at(100, 100))
         window.key("ctrl+alt+v")
         window.expect("brush and pen of the other", lambda items: items[0]["properties"]["Brush"]["Color"] ==
-                      "(200;030;030;255)" and items[0]["properties"]["Pen"]["Size"] == 5)
+                      "(200;030;030;255)" and items[0]["properties"]["Pen"]["Size"] == 5 and items[0]["opacity"] == 40)
         window.key("ctrl+z")
-        window.expect("one step back", lambda items: items[0]["properties"]["Pen"]["Size"] == 1)
+        window.expect("one step back", lambda items: items[0]["properties"]["Pen"]["Size"] == 1 and
+                      items[0].get("opacity", 100) == 100)
 
 
 @scenario
@@ -1028,6 +1046,80 @@ def found_imported_and_exported_alone():
                       items[1]["class"] == "stdPict" and items[1]["bounds"][2] - items[1]["bounds"][0] == 202)
 
 
+DRAG_SOURCE = '''
+import gi, sys
+gi.require_version("Gtk", "4.0")
+gi.require_version("Gdk", "4.0")
+from gi.repository import Gdk, Gio, GObject, Gtk
+def show(program):
+    files = Gdk.FileList.new_from_list([Gio.File.new_for_path(path) for path in sys.argv[1:]])
+    source = Gtk.DragSource(actions=Gdk.DragAction.COPY)
+    source.set_content(Gdk.ContentProvider.new_for_value(GObject.Value(Gdk.FileList, files)))
+    window = Gtk.ApplicationWindow(application=program, default_width=150, default_height=150)
+    window.add_controller(source)
+    window.present()
+program = Gtk.Application(flags=Gio.ApplicationFlags.NON_UNIQUE)
+program.connect("activate", show)
+program.run()'''
+
+
+@scenario
+def files_dropped_from_another_program():
+    """A picture where it is dropped; a document in a window of its own; what is no file that it knows is said."""
+    with Editor([BOX]) as window:
+        def drop(path, place):
+            source = subprocess.Popen(["/usr/bin/python3", "-c", DRAG_SOURCE, path], env=window.environment)
+            try:
+                other = wait_for("the other program", lambda: DESKTOP.windows(source.pid))[0]
+                DESKTOP.input("windowmove", "--sync", other, 1220, 20)
+                window.settle()
+                window.drag([(1290, 90), (1270, 120), (900, 300), place, (place[0] + 2, place[1])], rest=0.3)
+                window.settle()
+            finally:
+                source.kill()
+                source.wait()
+        drop(IMAGES / "rgb8.png", window.at(448, 300))
+        window.expect("a picture at the pointer", lambda items: len(items) == 2 and items[1]["class"] == "stdPict" and
+                      has_bounds(items[1], 440.5, 293.5, 459.5, 306.5, tolerance=3))
+        words = window.folder / "words.png"
+        words.write_text("words")
+        drop(words, window.at(448, 300))
+        wait_for_words("is no PNG, JPEG, TIFF or SVG")
+        drop(document("dropped", ["add stdRect --bounds 0,0,50,50"]), window.at(448, 300))
+        wait_for("a second window", lambda: len(DESKTOP.windows(window.process.pid)) == 2)
+
+
+@scenario
+def guides_by_the_keyboard():
+    with Editor([BOX], (200, 160)) as window:
+        def guides():
+            window.save()
+            page = json.loads(window.objecthost("list", "--json", window.path))["page"]
+            return page["verticalGuides"], page["horizontalGuides"]
+
+        def expect(what, vertical, horizontal):
+            wait_for(what, lambda: all(len(seen) == len(wanted) and all(map(near, seen, wanted))
+                                       for seen, wanted in zip(guides(), (vertical, horizontal))))
+        window.key("ctrl+alt+k")
+        expect("one through the middle of the selection", [200], [])
+        window.key("Right", "shift+Right", "alt+Left", "Up")
+        expect("moved by keys", [210.9], [])
+        window.key("ctrl+z")
+        expect("back in one step", [200], [])
+        window.key("ctrl+alt+n", "Return")
+        window.find_text("Vertical Guide")
+        window.type("2 in - 4")
+        window.key("Return")
+        expect("where it was typed", [140], [])
+        window.key("shift+Left")
+        expect("the keys with the canvas again", [130], [])
+        window.key("ctrl+alt+j")
+        wait_for("another one", lambda: len(guides()[1]) == 1)
+        middle = guides()[1]
+        window.key("Tab", "Delete", "Right")
+        expect("the other one gone", [], middle)
+
+
 @scenario
 def printed_as_exported():
     viewer = """#!/bin/sh
@@ -1063,6 +1155,22 @@ cp "$1" "$HOME/seen.pdf.new" && mv "$HOME/seen.pdf.new" "$HOME/seen.pdf"
         window.find_text("Print to File")
         window.key("Escape")
         wait_for("the dialog gone", lambda: DESKTOP.windows(window.process.pid) == [window.main])
+        # Another sheet, kept for pages of this size and the next program.
+        window.focus(window.main)
+        window.key("ctrl+shift+e")
+        dialog = window.focus_newest()
+        click_text(window, "Landscape", (0, 0, 500, 400))
+        click_text(window, "Apply", (0, 0, 500, 400))
+        wait_for("the choice made", lambda: dialog not in DESKTOP.windows(window.process.pid))
+        kept = window.folder / ".config" / "objecthost" / "print.ini"
+        wait_for("the sheet kept", lambda: kept.exists() and "[Sheet 600 400]" in kept.read_text())
+        seen.unlink()
+        window.focus(window.main)
+        window.key("ctrl+shift+p")
+        wait_for("the preview", seen.exists)
+        told = subprocess.run(["pdfinfo", seen], stdout=subprocess.PIPE, text=True, check=True).stdout
+        size, turn = (re.search(f"Page {name}: +(.*)", told)[1] for name in ("size", "rot"))
+        assert ("600 x 400" in size) == (turn in ("90", "270")), told  # upright, one way or the other
 
 
 @scenario
@@ -1434,7 +1542,7 @@ def looks_guides_and_units():
         wait_for("put away", lambda: page()["horizontalGuides"] == [])
 
 
-ELSEWHERE = {"ctrl+shift+v", "ctrl+shift+p", "ctrl+alt+p", "ctrl+shift+t", "ctrl+b", "ctrl+g", "ctrl+shift+g", "ctrl+l", "ctrl+shift+l", "ctrl+h", "ctrl+shift+h"}  # keys that other scenarios press
+ELSEWHERE = {"ctrl+alt+k", "ctrl+alt+j", "ctrl+alt+n", "ctrl+shift+e", "ctrl+shift+v", "ctrl+shift+p", "ctrl+alt+p", "ctrl+shift+t", "ctrl+b", "ctrl+g", "ctrl+shift+g", "ctrl+l", "ctrl+shift+l", "ctrl+h", "ctrl+shift+h"}  # keys that other scenarios press
 
 
 @scenario

@@ -99,7 +99,12 @@ void CanvasView::AddPointer() {
   auto click = Gtk::GestureClick::create();
   click->set_button(GDK_BUTTON_PRIMARY);
   click->signal_pressed().connect([this](int count, double x, double y) {
-    if (count == 2 && !panning_ && tool_.EnterAt(Cleaned(x, y))) queue_draw();
+    if (count != 2 || panning_) return;
+    if (GuideAt(Cleaned(x, y), {})) {
+      OpenGuideField();
+    } else if (tool_.EnterAt(Cleaned(x, y))) {
+      queue_draw();
+    }
   });
   add_controller(click);
 
@@ -223,6 +228,7 @@ bool CanvasView::OnKey(guint key, Gdk::ModifierType state) {
       return true;
     case GDK_KEY_Delete:
     case GDK_KEY_BackSpace:
+      SlideStep::End();
       if (guides_.DeleteChosen()) return true;
       return activate_action("win.delete");
     case GDK_KEY_h:
@@ -246,7 +252,7 @@ bool CanvasView::OnKey(guint key, Gdk::ModifierType state) {
 }
 
 // Arrow keys move by 1 unit, with shift by 10, with alt by a tenth: the handle that is taken, or with control the upper
-// right corner, or what is selected, or the view.
+// right corner, or what is selected, or the guide that is chosen, or the view.
 bool CanvasView::OnArrow(guint key, PointerModifiers modifiers) {
   const double step = modifiers.shift ? 10 : modifiers.alt ? 0.1 : 1;
   switch (key) {
@@ -275,7 +281,13 @@ bool CanvasView::OnArrow(guint key, PointerModifiers modifiers) {
 bool CanvasView::OnTab(guint key, PointerModifiers modifiers) {
   const bool isPage = key == GDK_KEY_Page_Down || key == GDK_KEY_Page_Up;
   if (!isPage && key != GDK_KEY_Tab && key != GDK_KEY_ISO_Left_Tab) return false;
-  if (session_->Doc().ObjectCount() == 0 || modifiers.control || modifiers.alt) return false;
+  if (modifiers.control || modifiers.alt) return false;
+  if (!isPage && guides_.Chosen()) {
+    SlideStep::End();
+    ChooseGuide(modifiers.shift);
+    return true;
+  }
+  if (session_->Doc().ObjectCount() == 0) return false;
   SlideStep::End();
   if (!isPage && TakenHandle() != Handle::kNone) {
     TakeHandle(modifiers.shift);
@@ -314,6 +326,10 @@ void CanvasView::OnEscape() {
   } else if (handleKeys_.LetGo()) {
     SlideStep::End();
     DescribeSoon();
+  } else if (guides_.Chosen()) {
+    SlideStep::End();
+    guides_.ChooseNone();
+    DescribeSoon();
   } else if (!session_->Selection().Leave()) {
     session_->Selection().SelectNone();
   }
@@ -323,6 +339,7 @@ void CanvasView::OnEscape() {
 // Makes an object with a tool, enters a group, takes the handles of anything else and lets go of them.
 void CanvasView::OnEnter() {
   if (tool_.NewClass()) return Place();
+  if (OpenGuideField()) return;
   if (session_->Selection().IsEmpty()) return;
   if (handleKeys_.LetGo()) {
     DescribeSoon();
@@ -349,6 +366,7 @@ void CanvasView::TakeHandle(bool backwards) {
 }
 
 void CanvasView::Nudge(const AGPoint& by, bool stretches) {
+  if (NudgeGuide(by)) return;
   if (session_->Selection().IsEmpty()) {
     view_.Scroll(by.x * kWheelPixels, -by.y * kWheelPixels);
     ViewChanged();

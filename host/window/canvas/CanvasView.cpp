@@ -91,6 +91,7 @@ CanvasView::CanvasView()
   AddScrolling();
   AddKeys();
   AddMenu();
+  guideField_.SignalChosen().connect([this](double place) { MoveGuide(place); });
 }
 
 CanvasView::~CanvasView() {
@@ -126,6 +127,9 @@ void CanvasView::DescribeSoon() {
 std::string CanvasView::Description() const {
   const ObjectIDs& ids = session_->Selection().IDs();
   AGRect box;
+  if (const auto guide = guides_.Chosen()) {
+    return NameOf(*guide) + ": " + LengthText(guide->place, session_->Doc().Aids().unit);
+  }
   if (ids.empty() || !session_->Selection().GetShownBox(&box)) {
     return Tr(session_->Doc().ObjectCount() == 0 ? kHint : N_("Nothing is selected"));
   }
@@ -259,6 +263,7 @@ void CanvasView::measure_vfunc(Gtk::Orientation, int, int& minimum, int& natural
 
 void CanvasView::size_allocate_vfunc(int width, int height, int) {
   menu_.Place();
+  guideField_.Place();
   if (width <= 0 || height <= 0) return;
   view_.SetDeviceScale(get_scale_factor());
   tool_.SetSize(Size());

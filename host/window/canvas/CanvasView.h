@@ -19,6 +19,7 @@
 #include "host/view/TileCache.h"
 #include "host/view/ViewTransform.h"
 #include "host/window/canvas/CanvasMenu.h"
+#include "host/window/canvas/GuideField.h"
 
 namespace host {
 
@@ -49,6 +50,10 @@ class CanvasView : public Gtk::Widget, public SessionObserver {
   void PressRuler(int axis);
   void DragRuler(const AGPoint& point, Gdk::ModifierType state);
   void ReleaseRuler();
+  /// Makes a guide, of axis 0 one that stands, in the middle of what is selected, or of the view; it is chosen then.
+  void AddGuide(int axis);
+  /// Chooses the next guide, which the arrow keys move.
+  void ChooseGuide(bool backwards);
   /// The class of what the next drag makes, or, with one that stays, each drag; none to select.
   void SetNewClass(std::optional<AKClassID> classID, bool stays);
   std::optional<AKClassID> NewClass() const { return tool_.NewClass(); }
@@ -80,7 +85,7 @@ class CanvasView : public Gtk::Widget, public SessionObserver {
   void OnPageChanged() override;
   void OnObjectChanged(ObjectID) override { DescribeSoon(); }
   void OnHistoryChanged() override { DescribeSoon(); }
-  void OnAidsChanged() override { queue_draw(); }
+  void OnAidsChanged() override;
   void OnSelectionChanged() override;
   void OnSelectionShifted() override;
 
@@ -142,6 +147,12 @@ class CanvasView : public Gtk::Widget, public SessionObserver {
   void AppendGuides(Gtk::Snapshot& snapshot);
   /// The guide that a press at a point would take.
   std::optional<Guide> GuideAt(const AGPoint& point, PointerModifiers modifiers) const;
+  bool CanEditGuides() const { return session_ != nullptr && guidesShown_ && !guidesLocked_; }
+  void GuideChosen();
+  bool NudgeGuide(const AGPoint& by);
+  void MoveGuide(double place);
+  /// A field for the place of the chosen guide. False when none is chosen.
+  bool OpenGuideField();
   void DragTo(const AGPoint& point, PointerModifiers modifiers);
   bool ScrollAtEdge();
 
@@ -172,6 +183,7 @@ class CanvasView : public Gtk::Widget, public SessionObserver {
   ObjectID hovered_ = kNoObjectID;  ///< what a click would take, as the pointer moved last
   AGPoint pressed_;                 ///< map units: where a button was pressed last
   CanvasMenu menu_{*this};
+  GuideField guideField_{*this};
   HandleKeys handleKeys_;
   sigc::connection describing_;
   AGPoint panStart_;

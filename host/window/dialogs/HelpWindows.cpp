@@ -40,6 +40,8 @@ constexpr Line kCanvasLines[] = {
     {N_("Turn in steps of 15°"), N_("Shift + Turn")},
     {N_("Let go of the grid and of other objects"), N_("Alt + Drag")},
     {N_("Make a guide; back on the ruler it is gone"), N_("Drag from a Ruler")},
+    {N_("Move the chosen guide by 1, 10 or 0.1; choose the next one"), N_("Arrows, Shift, Alt; Tab, Shift + Tab")},
+    {N_("Enter the place of a guide"), N_("Enter, Double Click")},
     {N_("Zoom at the pointer"), N_("Ctrl + Wheel")},
     {N_("Move the sheet"), N_("Space + Drag, Middle Button")},
 };

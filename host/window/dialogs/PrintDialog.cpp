@@ -7,29 +7,19 @@
 #include <gtkmm/printcontext.h>
 #include <gtkmm/printoperation.h>
 
-#include <cmath>
 #include <filesystem>
 #include <list>
 #include <memory>
-#include <string_view>
 
-#include "host/model/Paper.h"
 #include "host/pictures/PrintedPage.h"
 #include "host/storage/DocumentFile.h"
 #include "host/text/Localisation.h"
+#include "host/window/dialogs/SheetSettings.h"
 
 namespace host {
 namespace {
 
 using Operation = Glib::RefPtr<Gtk::PrintOperation>;
-
-struct SheetName {
-  std::string_view paper;
-  const char* standard;  // as printers know it
-};
-constexpr SheetName kSheets[] = {{"A3", "iso_a3"},      {"A4", "iso_a4"},        {"A5", "iso_a5"},
-                                 {"A6", "iso_a6"},      {"B5", "iso_b5"},        {"Letter", "na_letter"},
-                                 {"Legal", "na_legal"}, {"Tabloid", "na_ledger"}};
 
 // Printing goes on while the document is edited, or gone.
 Result<std::shared_ptr<const Document>> CopyOf(const Document& document) {
@@ -47,41 +37,27 @@ Result<std::shared_ptr<const Document>> CopyOf(const Document& document) {
   return std::shared_ptr<const Document>(std::move(*copy));
 }
 
-bool IsNear(const AGSize& a, const AGSize& b) {
-  constexpr double kRounded = 0.5;
-  return std::fabs(a.width - b.width) < kRounded && std::fabs(a.height - b.height) < kRounded;
-}
+// What became of a page while it was drawn.
+using Failure = std::shared_ptr<bool>;
 
-// The sheet that the page is: one that has a name, or one of its own.
-Glib::RefPtr<Gtk::PageSetup> SetupOf(const AGSize& page) {
-  auto setup = Gtk::PageSetup::create();
-  const AGSize upright = Oriented(page, Orientation::kPortrait);
-  for (const SheetName& sheet : kSheets) {
-    if (!IsNear(FindPaper(sheet.paper)->size, upright)) continue;
-    setup->set_paper_size(Gtk::PaperSize(sheet.standard));
-    const bool isWide = page.width > page.height;
-    setup->set_orientation(isWide ? Gtk::PageOrientation::LANDSCAPE : Gtk::PageOrientation::PORTRAIT);
-    return setup;
-  }
-  setup->set_paper_size(Gtk::PaperSize("custom_objecthost", Tr("Page"), page.width, page.height, Gtk::Unit::POINTS));
-  return setup;
-}
-
-Operation NewOperation(const std::shared_ptr<const Document>& document) {
+Operation NewOperation(const std::shared_ptr<const Document>& document, const Failure& ranOut) {
   Operation operation = Gtk::PrintOperation::create();
   operation->set_n_pages(1);
   operation->set_use_full_page(true);
   operation->set_unit(Gtk::Unit::POINTS);
-  operation->set_default_page_setup(SetupOf(document->Page()));
+  operation->set_default_page_setup(SheetOf(document->Page()));
   Gtk::PrintOperation* const raw = operation.get();
-  operation->signal_draw_page().connect([document, raw](const Glib::RefPtr<Gtk::PrintContext>& sheet, int) {
+  operation->signal_draw_page().connect([document, raw, ranOut](const Glib::RefPtr<Gtk::PrintContext>& sheet, int) {
     const auto cairo = sheet->get_cairo_context();
-    if (!DrawPageOnSheet(*document, cairo->cobj(), {sheet->get_width(), sheet->get_height()})) raw->cancel();
+    if (DrawPageOnSheet(*document, cairo->cobj(), {sheet->get_width(), sheet->get_height()})) return;
+    *ranOut = true;
+    raw->cancel();
   });
   return operation;
 }
 
-Problem WhyNotPrinted(const std::string& reason) { return Problem(N_("the page was not printed: %s"), {reason}); }
+Problem WhyNotPrinted(Problem::Part reason) { return Problem(N_("the page was not printed: %s"), {std::move(reason)}); }
+Problem WhyNotDrawn() { return WhyNotPrinted(N_("there is not enough memory for the picture")); }
 
 // Files that viewers look at, gone with the program.
 class Previews {
@@ -110,16 +86,20 @@ void PrintDocument(Gtk::Window& window, const Document& document, const std::fun
   static std::list<Operation> running;
   const auto copy = CopyOf(document);
   if (!copy) return report(copy.Why());
-  const Operation operation = NewOperation(*copy);
+  const Failure ranOut = std::make_shared<bool>(false);
+  const Operation operation = NewOperation(*copy, ranOut);
+  operation->set_print_settings(KeptPrintSettings());
   operation->set_allow_async(true);
   operation->set_show_progress(true);
   running.push_back(operation);
   const auto place = std::prev(running.end());
-  operation->signal_done().connect([report, place](Gtk::PrintOperation::Result result) {
+  operation->signal_done().connect([report, place, ranOut](Gtk::PrintOperation::Result result) {
+    if (result == Gtk::PrintOperation::Result::APPLY) KeepPrintSettings((*place)->get_print_settings());
+    if (*ranOut) report(WhyNotDrawn());
     if (result == Gtk::PrintOperation::Result::ERROR) {
       GError* error = nullptr;
       gtk_print_operation_get_error((*place)->gobj(), &error);
-      report(WhyNotPrinted(error == nullptr ? "" : error->message));
+      report(WhyNotPrinted(error == nullptr ? std::string() : std::string(error->message)));
       g_clear_error(&error);
     }
     Glib::signal_idle().connect_once([place] { running.erase(place); });
@@ -127,7 +107,7 @@ void PrintDocument(Gtk::Window& window, const Document& document, const std::fun
   try {
     operation->run(Gtk::PrintOperation::Action::PRINT_DIALOG, window);
   } catch (const Glib::Error& error) {
-    report(WhyNotPrinted(error.what()));
+    report(WhyNotPrinted(std::string(error.what())));
   }
 }
 
@@ -136,12 +116,14 @@ Result<> PreviewPrint(Gtk::Window& window, const Document& document) {
   const auto copy = CopyOf(document);
   if (!copy) return copy.Why();
   const std::string path = previews.Next();
-  if (path.empty()) return WhyNotPrinted(g_strerror(errno));
-  const Operation operation = NewOperation(*copy);
+  if (path.empty()) return WhyNotPrinted(std::string(g_strerror(errno)));
+  const Failure ranOut = std::make_shared<bool>(false);
+  const Operation operation = NewOperation(*copy, ranOut);
   operation->set_export_filename(path);
   try {
     const auto result = operation->run(Gtk::PrintOperation::Action::EXPORT, window);
-    if (result != Gtk::PrintOperation::Result::APPLY) return WhyNotPrinted("");
+    if (*ranOut) return WhyNotDrawn();
+    if (result != Gtk::PrintOperation::Result::APPLY) return WhyNotPrinted(N_("it was given up"));
     Gio::AppInfo::launch_default_for_uri(Gio::File::create_for_path(path)->get_uri());
   } catch (const Glib::Error& error) {
     return Problem(N_("the preview can't be shown: %s"), {std::string(error.what())});

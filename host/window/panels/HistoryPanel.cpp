@@ -13,7 +13,7 @@ namespace {
 
 // Beyond this only the last steps are listed.
 constexpr std::size_t kMostRows = 200;
-constexpr int kLeastHeight = 90;
+constexpr int kLeastHeight = 60;
 
 }  // namespace
 

@@ -17,7 +17,7 @@ namespace {
 
 // A row costs as much memory as thousands of layers in the document.
 constexpr std::size_t kMostRows = 200;
-constexpr int kLeastHeight = 60;  // of the list
+constexpr int kLeastHeight = 32;  // of the list
 constexpr int kMostHeight = 150;
 
 }  // namespace

@@ -8,6 +8,7 @@
 #include "host/model/ObjectProperties.h"
 #include "host/text/Localisation.h"
 #include "host/view/PropertyHandles.h"
+#include "host/window/LastStyle.h"
 #include "host/window/SlideStep.h"
 
 namespace host {
@@ -62,6 +63,7 @@ ObjectPanel::ObjectPanel()
     if (Session() == nullptr || Session()->Selection().IsEmpty()) return;
     SlideStep::Continue(Session(), "opacity");
     Report(Session()->Looks().SetOpacity(Session()->Selection().IDs(), percent / 100));
+    NoteStyle(*Session());
   });
 }
 

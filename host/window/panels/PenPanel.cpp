@@ -113,6 +113,7 @@ void PenPanel::ChooseDashes() {
   if (IsRefreshing() || Session() == nullptr || index >= DashChoices().size()) return;
   BeginStep("");
   Report(Session()->Looks().SetDashes(Session()->Selection().IDs(), DashChoices()[index].dashes));
+  NoteStyle(*Session());
 }
 
 // Those that are none of the choices show as those that differ do.

@@ -1,7 +1,10 @@
 #include "host/window/widgets/FormGrid.h"
 
 #include <gtkmm/label.h>
+#include <gtkmm/listitem.h>
+#include <gtkmm/signallistitemfactory.h>
 #include <gtkmm/stack.h>
+#include <gtkmm/stringlist.h>
 
 #include "host/text/Localisation.h"
 #include "host/window/widgets/Tip.h"
@@ -22,6 +25,26 @@ GtkWidget* EmptyLabel(GtkWidget* part) {
   return nullptr;
 }
 
+// The button shows as much of the entry as there is room for: a panel must not grow with what is selected.
+void CutChosenEntry(Gtk::DropDown* choice) {
+  choice->set_list_factory(choice->get_factory());  // the list shows them whole
+  auto factory = Gtk::SignalListItemFactory::create();
+  factory->signal_setup().connect([](const Glib::RefPtr<Gtk::ListItem>& item) {
+    auto* const label = Gtk::make_managed<Gtk::Label>();
+    label->set_xalign(0);
+    label->set_ellipsize(Pango::EllipsizeMode::END);
+    item->set_child(*label);
+  });
+  factory->signal_bind().connect([](const Glib::RefPtr<Gtk::ListItem>& item) {
+    auto* const label = dynamic_cast<Gtk::Label*>(item->get_child());
+    GObject* const entry = item->get_item()->gobj();
+    if (label != nullptr && GTK_IS_STRING_OBJECT(entry)) {
+      label->set_text(gtk_string_object_get_string(GTK_STRING_OBJECT(entry)));
+    }
+  });
+  choice->set_factory(factory);
+}
+
 }  // namespace
 
 FormGrid::FormGrid() {
@@ -34,6 +57,7 @@ void FormGrid::Row(int row, const char* label, Gtk::Widget& control) {
   text->set_xalign(0);
   text->set_size_request(kLabelWidth, -1);
   control.set_hexpand(true);
+  if (auto* const choice = dynamic_cast<Gtk::DropDown*>(&control)) CutChosenEntry(choice);
   GiveName(&control, label);
   attach(*text, 0, row);
   attach(control, 1, row);

@@ -34,7 +34,7 @@ NumberField::NumberField(double least, double most, double step, int decimals, c
       step_(step) {
   set_numeric(false);  // else the decimal separator of another habit could not be typed
   UseWheelWithFocusAlone(this);
-  set_width_chars(7);
+  set_width_chars(6);  // with the longest label of all languages, the panels are no wider than they have to be
   set_max_width_chars(7);
   gtk_accessible_update_property(GTK_ACCESSIBLE(gobj()), GTK_ACCESSIBLE_PROPERTY_LABEL, accessibleName.c_str(), -1);
   reason_.set_parent(*this);

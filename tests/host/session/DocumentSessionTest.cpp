@@ -10,10 +10,8 @@
 #include <random>
 
 #include "CoreGraphics/CGContext.h"
-#include "graphics/bitmaps/AGBitmap.h"
 #include "host/model/ObjectProperties.h"
 #include "host/panels/Inspector.h"
-#include "host/pictures/DocumentDrawing.h"
 #include "host/pictures/HitTest.h"
 #include "tests/host/session/SessionTestSupport.h"
 
@@ -62,7 +60,10 @@ class RandomEditor {
         [&] { std::ignore = session_.Objects().Rotate(ids, x); },
         [&] { std::ignore = session_.Objects().SetBrush(ids, brush); },
         [&] { std::ignore = session_.Objects().SetPen(ids, pen); },
-        [&] { std::ignore = session_.Objects().SetStyle(ids, brush, pen); },
+        [&] {
+          const std::vector<double> dashes(2 * Pick(2), 1.5);
+          std::ignore = session_.Objects().SetStyle(ids, {brush, pen, Number(0, 1), dashes, {}, {}, {}});
+        },
         [&] {
           std::ignore = session_.Objects().SetProperties(ids, {{"Rounding", std::to_string(x / 50)}, {"Angle", "30"}});
         },
@@ -360,17 +361,6 @@ TEST_F(DocumentSessionTest, LockedAndHidden_StayAsTheyAre) {
   EXPECT_FALSE(session.Doc().Find(ids[0])->marks.locked);
 }
 
-// The pixels of a page, rows from below.
-std::vector<AGColor> Drawn(const Document& document) {
-  AGBitmap bitmap(document.Page(), AGBitmap::kFlagZeroFill);
-  DrawObjects(document, bitmap.GetContextOfBitmap(), 1);
-  std::vector<AGColor> pixels;
-  for (unsigned int y = 0; y < bitmap.Height(); ++y) {
-    for (unsigned int x = 0; x < bitmap.Width(); ++x) pixels.push_back(bitmap.GetPixelColor(x, y));
-  }
-  return pixels;
-}
-
 // Of gradients, which stay as they are seen, turned objects and objects that were mirrored before.
 TEST_F(DocumentSessionTest, Flip_MirrorsWhatIsSeen) {
   DocumentSession session(std::make_unique<Document>(AGSize{120, 80}));
@@ -411,7 +401,7 @@ TEST_F(DocumentSessionTest, FaintAndDashed_AsDrawnByHand) {
   AGPen pen;
   red.SetStyleSolid(kAGColorRed);
   pen.SetStyleSolid(kAGColorBlue, 10, kAGPenSizeModeAbsolute);
-  ASSERT_TRUE(session.Objects().SetStyle(ids, red, pen));
+  ASSERT_TRUE(session.Objects().SetBrush(ids, red) && session.Objects().SetPen(ids, pen));
   ASSERT_TRUE(session.Looks().SetOpacity(ids, 0.5));
   const auto at = [&session](std::size_t x, std::size_t y) { return Drawn(session.Doc())[y * 100 + x]; };
   EXPECT_EQ(at(50, 50), AGColor(128, 0, 0, 128));  // premultiplied

@@ -107,8 +107,9 @@ TEST_F(ImportTest, WhatCanNotBeTaken_ChangesNothing) {
       {"<!DOCTYPE svg [<!ENTITY a 'b'>]><svg>&a;</svg>", "entities"},
       {"<svg>&a;</svg>", "no XML"},
       {deep, "256 deep"},
-      {"<svg><circle/><rect width='0' height='5'/><defs><rect width='1' height='1'/></defs></svg>", "none of its 2"},
-      {"<svg><rect width='1' height='1' fill='url(#a)'/></svg>", "none of its 1"}};
+      {"<svg><circle/><rect width='0' height='5'/><defs><rect width='1' height='1'/></defs></svg>", "none of its 1"},
+      {"<svg><pattern id='a'/><rect width='1' height='1' fill='url(#a)'/></svg>", "1 have paint"},
+      {"<svg><g id='a'><use href='#b'/><use href='#b'/></g><g id='b'><use href='#a'/></g></svg>", "none of its 0"}};
   const std::string before = Bytes(*session_);
   for (const auto& [bytes, words] : cases) {
     EXPECT_NE(Said(session_->Import().Take(bytes, {})).find(words), std::string::npos)
@@ -169,7 +170,8 @@ TEST_F(ImportTest, Rectangles_LieWhereTheirTransformsPutThem) {
 TEST_F(ImportTest, Rectangles_InheritTheirPaint) {
   const SvgPicture picture = Taken(ReadSvg(
       "\xEF\xBB\xBF<?xml version='1.0'?><svg:svg xmlns:svg='s' width='1in' height='72pt'>"
-      "<g fill='#f00' stroke='rgb(0, 50%,255)' stroke-width='2pt' opacity='0.5'>"
+      "<g fill='#f00' stroke='rgb(0, 50%,255)' stroke-width='2pt' opacity='0.5' stroke-dasharray='4pt' "
+      "stroke-linecap='round'>"
       "<svg:rect width='50%' height='1cm' rx='9' style='fill-opacity:.5; stroke: none'/>"
       "<rect width='10' height='20' rx='100' fill='none'/><g display='none'><rect width='1' height='1'/></g></g>"
       "<rect width='1' height='1' transform='skewX(10)'/><rect width='1' height='1' visibility='hidden'/></svg:svg>"));
@@ -181,12 +183,93 @@ TEST_F(ImportTest, Rectangles_InheritTheirPaint) {
   EXPECT_NEAR(first.bounds.Width(), 36, 1e-9);
   EXPECT_NEAR(first.bounds.Height(), 72 / 2.54, 1e-9);
   EXPECT_NEAR(first.rounding, 2 * 9 * 0.75 / (72 / 2.54), 1e-9);
-  EXPECT_EQ(*first.fill, AGColor(255, 0, 0, 64));
-  EXPECT_FALSE(first.stroke);
+  EXPECT_EQ(first.brush.Color(), AGColor(255, 0, 0, 128));
+  EXPECT_EQ(first.opacity, 0.5);
+  EXPECT_EQ(first.pen.Brush().Style(), kAGBrushStyleNone);
   EXPECT_EQ(second.rounding, 1);
-  EXPECT_FALSE(second.fill);
-  EXPECT_EQ(*second.stroke, AGColor(0, 128, 255, 128));
+  EXPECT_EQ(second.brush.Style(), kAGBrushStyleNone);
+  EXPECT_EQ(second.pen.Brush().Color(), AGColor(0, 128, 255));
   EXPECT_NEAR(second.strokeWidth, 2, 1e-9);
+  EXPECT_EQ(second.pen.LineCap(), kAGPenLineCapRound);
+  EXPECT_EQ(second.dashes, (std::vector<double>{2, 2}));
+}
+
+// Each picture is drawn by hand, and by what is taken of it: at points of its 8 by 8 pixels, of 6 map units.
+TEST_F(ImportTest, WhatIsTaken_ShowsWhatThePictureShows) {
+  const AGColor red(255, 0, 0), none(0, 0, 0, 0), blue(0, 0, 255), green(0, 128, 0);
+  struct Point {
+    double x, y;
+    AGColor color;
+  };
+  const auto mixed = [](double blueness) {
+    const auto part = [](double value) { return static_cast<unsigned char>(std::lround(value * 255)); };
+    return AGColor(part(1 - blueness), 0, part(blueness));
+  };
+  const std::string stops = "<stop stop-color='red'/><stop offset='1' stop-color='#00f'/>";
+  const struct {
+    std::string inside;
+    std::vector<Point> points;
+    const char* note = "";  // part of what is said
+  } cases[] = {
+      {"<style>/* {} */ .a { fill: red } rect.a#r, .b { fill: blue !important } g rect { fill: lime }</style>"
+       "<rect class='b' width='4' height='8' fill='lime'/><rect id='r' class='x a' x='4' width='4' height='8'/>",
+       {{2, 2, blue}, {6, 2, blue}},
+       "1 style rules"},
+      {"<defs><g id='a' fill='green'><rect id='c' width='2' height='2'/></g></defs><use xlink:href='#a' x='4' y='4'/>",
+       {{5, 5, green}, {1, 1, none}}},
+      {"<symbol id='s' viewBox='0 0 1 1'><rect width='1' height='1' fill='red'/></symbol>"
+       "<use href='#s' x='2' width='4' height='4'/>",
+       {{4, 2, red}, {4, 5, none}, {1, 2, none}}},
+      {"<svg x='4' y='2' width='4' height='2' viewBox='0 0 10 10' preserveAspectRatio='xMaxYMin'>"
+       "<rect width='10' height='10' fill='red'/><rect x='-10' width='10' height='20' fill='blue'/></svg>",
+       {{7, 3, red}, {5, 3, none}, {7, 5, none}},
+       "1 are clipped"},
+      {"<linearGradient id='l'>" + stops +
+           "</linearGradient><rect width='8' height='4' fill='url(#l)'/>"
+           "<rect y='4' width='8' height='4' fill='url(#no) green'/>",
+       {{2, 2, mixed(0.25)}, {6, 1, mixed(0.75)}, {4, 6, green}}},
+      {"<linearGradient id='o'>" + stops +
+           "</linearGradient><linearGradient id='l' href='#o' gradientUnits="
+           "'userSpaceOnUse' x1='0' y1='8' x2='0' y2='0'/><rect width='8' height='8' fill='url(#l)' transform='scale(1 "
+           ".5)'/>",
+       {{2, 3, mixed(0.25)}, {6, 1, mixed(0.75)}}},
+      {"<linearGradient id='l' gradientTransform='rotate(90)'>" + stops +
+           "</linearGradient>"
+           "<rect width='8' height='8' fill='url(#l)' transform='matrix(1 0 0 -1 0 8)'/>",
+       {{2, 6, mixed(0.25)}, {6, 2, mixed(0.75)}}},
+      {"<radialGradient id='l' cx='0' cy='0' r='.707'>" + stops +
+           "</radialGradient>"
+           "<rect width='8' height='4' fill='url(#l)'/>",
+       {{2.828, 0.02, mixed(0.5)}, {0.02, 2.12, mixed(0.75)}, {7, 3, blue}}},
+      {"<radialGradient id='l'>" + stops + "</radialGradient><rect width='8' height='8' fill='url(#l)'/>",
+       {{4, 2, mixed(0.5)}, {4, 4, red}},
+       "1 have gradients"},
+      {"<rect width='4' height='8' rx='2' ry='4'/><rect x='4' width='4' height='8' transform='skewX(1)'/>"
+       "<circle r='1'/><rect width='1' height='1' filter='url(#f)'/><rect width='1em' height='1'/>",
+       {{2, 1, kAGColorBlack}},
+       "1 of 5 elements were taken; 1 are no rectangles; 1 are sheared, which a rectangle can't be; 1 are clipped, "
+       "masked, filtered or blended; 1 have paint, lengths or transforms that are not understood; 1 have corners that "
+       "are not circles: taken with the smaller radius"}};
+  for (const auto& each : cases) {
+    SCOPED_TRACE(each.inside);
+    DocumentSession session(std::make_unique<Document>(AGSize{48, 48}));
+    const auto taken = session.Import().Take(
+        "<svg xmlns:xlink='x' viewBox='0 0 8 8' width='64' height='64'>" + each.inside + "</svg>", {});
+    ASSERT_TRUE(taken) << Said(taken);
+    const std::string said = taken->Summary() ? taken->Summary()->English() : "";
+    EXPECT_TRUE(*each.note == 0 ? said.empty() : said.find(each.note) != said.npos) << said;
+    const auto pixels = Drawn(session.Doc());
+    for (const Point& point : each.points) {
+      const auto at = [](double pixel) { return static_cast<std::size_t>(std::min(pixel * 6, 47.0)); };
+      const AGColor drawn = pixels[(47 - at(point.y)) * 48 + at(point.x)];
+      for (const auto& [a, b] : {std::pair{drawn.Red(), point.color.Red()},
+                                 {drawn.Green(), point.color.Green()},
+                                 {drawn.Blue(), point.color.Blue()},
+                                 {drawn.Alpha(), point.color.Alpha()}}) {
+        EXPECT_NEAR(a, b, 9) << point.x << ", " << point.y;
+      }
+    }
+  }
 }
 
 // Wherever they came from, and turned: the middle of what is pasted is where it was asked for.

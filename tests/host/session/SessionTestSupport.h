@@ -6,13 +6,26 @@
 #include <fstream>
 #include <iterator>
 
+#include "graphics/bitmaps/AGBitmap.h"
 #include "host/bundles/Bundle.h"
+#include "host/pictures/DocumentDrawing.h"
 #include "host/session/DocumentSession.h"
 #include "host/storage/DocumentFile.h"
 #include "tests/host/ResultTestSupport.h"
 #include "tests/kit/streams/FileTestSupport.h"
 
 namespace host {
+
+/// The pixels of a page, rows from below.
+inline std::vector<AGColor> Drawn(const Document& document) {
+  AGBitmap bitmap(document.Page(), AGBitmap::kFlagZeroFill);
+  DrawObjects(document, bitmap.GetContextOfBitmap(), 1);
+  std::vector<AGColor> pixels;
+  for (unsigned int y = 0; y < bitmap.Height(); ++y) {
+    for (unsigned int x = 0; x < bitmap.Width(); ++x) pixels.push_back(bitmap.GetPixelColor(x, y));
+  }
+  return pixels;
+}
 
 class SessionFixture : public testing::Test {
  protected:

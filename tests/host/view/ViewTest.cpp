@@ -273,6 +273,21 @@ TEST_F(CanvasTest, Guides_ComeGoAndAreFittedTo) {
   EXPECT_TRUE(guides.DeleteChosen());
   EXPECT_FALSE(guides.DeleteChosen());
   EXPECT_TRUE(places(0).empty());
+
+  // By the keyboard: those that stand from the left, then the one that lies, and around; one that is gone is none.
+  for (const double place : {90.0, 30.0}) ASSERT_TRUE(guides.Add({0, place}));
+  EXPECT_EQ(guides.Chosen(), (Guide{0, 30}));
+  const Guide order[] = {{0, 30}, {0, 90}, {1, 123}};
+  guides.ChooseNone();
+  for (std::size_t i = 0; i < 4; ++i) EXPECT_TRUE(guides.ChooseNext(false) && guides.Chosen() == order[i % 3]) << i;
+  EXPECT_TRUE(guides.ChooseNext(true) && guides.Chosen() == order[2]);
+  EXPECT_TRUE(guides.MoveChosen(45));
+  EXPECT_EQ(places(1), Places{45});
+  EXPECT_EQ(guides.Chosen(), (Guide{1, 45}));
+  session_->Steps().Undo();
+  EXPECT_FALSE(guides.Chosen()) << "moved back";
+  EXPECT_FALSE(guides.DeleteChosen());
+  EXPECT_EQ(places(1), Places{123});
   while (session_->Steps().Undo()) {
   }
   EXPECT_EQ(session_->Doc().Aids(), PageAids());
