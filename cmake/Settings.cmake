@@ -67,3 +67,17 @@ endif()
 if(AK_FUZZ)
   ak_compile_options(-fsanitize=fuzzer-no-link)
 endif()
+
+# clang compiles the headers that most sources include once for each target. g++ warns of what is in them then, and a
+# compiler cache does not find what was compiled so.
+set(precompile OFF)
+if(CMAKE_CXX_COMPILER_ID MATCHES "Clang" AND NOT CMAKE_CXX_COMPILER_LAUNCHER)
+  set(precompile ON)
+endif()
+option(AK_PRECOMPILE "Compile the headers that most sources include once" ${precompile})
+function(ak_precompile target)
+  if(AK_PRECOMPILE)
+    target_precompile_headers(${target} PRIVATE <algorithm> <functional> <map> <memory> <optional> <sstream> <string>
+                              <vector> ${ARGN})
+  endif()
+endfunction()

@@ -2,7 +2,6 @@
 #include <glibmm/fileutils.h>
 #include <glibmm/ustring.h>
 #include <gtkmm/dialog.h>
-#include <gtkmm/filefilter.h>
 
 #include <algorithm>
 
@@ -10,7 +9,6 @@
 #include "host/window/EditorApplication.h"
 #include "host/window/EditorWindow.h"
 #include "host/window/dialogs/ExportDialog.h"
-#include "host/window/dialogs/FileChooser.h"
 #include "host/window/dialogs/PrintDialog.h"
 #include "host/window/dialogs/Question.h"
 
@@ -31,25 +29,11 @@ std::string FileName(const std::string& path) { return path.substr(path.rfind('/
 
 }  // namespace
 
-void EditorWindow::ChooseFile(const std::string& title, const std::vector<std::pair<std::string, std::string>>& kinds,
+void EditorWindow::ChooseFile(const std::string& title, const std::vector<std::pair<Glib::ustring, std::string>>& kinds,
                               const std::function<void(const std::string&)>& then) {
-  chooser_ = Gtk::FileChooserNative::create(title, *this, Gtk::FileChooser::Action::OPEN, Tr("_Open"), Tr("_Cancel"));
-  for (const auto& [name, pattern] : kinds) {
-    auto filter = Gtk::FileFilter::create();
-    filter->set_name(name);
-    for (std::size_t begin = 0; begin < pattern.size();) {
-      const std::size_t end = std::min(pattern.find(';', begin), pattern.size());
-      filter->add_pattern(pattern.substr(begin, end - begin));
-      begin = end + 1;
-    }
-    chooser_->add_filter(filter);
-  }
-  chooser_->signal_response().connect([this, then](int answer) {
-    const auto file = chooser_->get_file();
-    LetGo(&chooser_);
-    if (answer == Gtk::ResponseType::ACCEPT && file) then(file->get_path());
+  chooser_.Ask(this, {title, false, "", kinds}, [then](const std::optional<std::string>& path) {
+    if (path) then(*path);
   });
-  chooser_->show();
 }
 
 void EditorWindow::ChooseDocument() {
@@ -93,18 +77,13 @@ void EditorWindow::OfferAnotherPlace(const Problem& problem, const std::function
 
 void EditorWindow::SaveAs(const std::function<void()>& then) {
   FinishTyping();
-  chooser_ = Gtk::FileChooserNative::create(Tr("Save Document"), *this, Gtk::FileChooser::Action::SAVE, Tr("_Save"),
-                                            Tr("_Cancel"));
-  chooser_->set_current_name(session_->File().Path().empty() ? std::string(Tr("Untitled")) + kExtension
-                                                             : FileName(session_->File().Path()));
-  chooser_->signal_response().connect([this, then](int answer) {
-    const auto file = chooser_->get_file();
-    LetGo(&chooser_);
-    if (answer != Gtk::ResponseType::ACCEPT || !file) return;
-    AskForPath(*this, file->get_path(), MissingEnding(file->get_path()),
-               [this, then](const std::string& path) { SaveTo(path, then); });
+  const std::string& own = session_->File().Path();
+  const FileQuestion question{
+      Tr("Save Document"), true, own.empty() ? std::string(Tr("Untitled")) + kExtension : own, {}};
+  chooser_.Ask(this, question, [this, then](const std::optional<std::string>& path) {
+    if (!path) return;
+    AskForPath(*this, *path, MissingEnding(*path), [this, then](const std::string& whole) { SaveTo(whole, then); });
   });
-  chooser_->show();
 }
 
 void EditorWindow::SaveTo(const std::string& path, const std::function<void()>& then) {

@@ -2,7 +2,6 @@
 #pragma once
 
 #include <gtkmm/applicationwindow.h>
-#include <gtkmm/filechoosernative.h>
 #include <gtkmm/infobar.h>
 #include <gtkmm/label.h>
 #include <gtkmm/paned.h>
@@ -17,6 +16,7 @@
 #include "host/window/Toolbar.h"
 #include "host/window/canvas/CanvasView.h"
 #include "host/window/canvas/Ruler.h"
+#include "host/window/dialogs/FileChooser.h"
 #include "host/window/panels/EditorPanel.h"
 #include "host/window/widgets/NumberField.h"
 
@@ -102,7 +102,7 @@ class EditorWindow : public Gtk::ApplicationWindow, public SessionObserver {
   void Do(const Result<>& done);
 
   /// `kinds` are names and patterns of files, several with semicolons between them.
-  void ChooseFile(const std::string& title, const std::vector<std::pair<std::string, std::string>>& kinds,
+  void ChooseFile(const std::string& title, const std::vector<std::pair<Glib::ustring, std::string>>& kinds,
                   const std::function<void(const std::string&)>& then);
   void Save(const std::function<void()>& then);
   void SaveAs(const std::function<void()>& then);
@@ -142,7 +142,7 @@ class EditorWindow : public Gtk::ApplicationWindow, public SessionObserver {
   NumberField zoom_;  ///< percent
   AlignTo alignTo_ = AlignTo::kObjects;
   int pasted_ = 0;  ///< how often since something was copied in this window: each paste steps aside of the one before
-  Glib::RefPtr<Gtk::FileChooserNative> chooser_;
+  FileChooser chooser_;
   sigc::connection autosave_;
   std::shared_ptr<bool> alive_ = std::make_shared<bool>(true);  ///< for what comes later and can't be called off
 };

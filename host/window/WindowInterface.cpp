@@ -3,13 +3,12 @@
 #include <glibmm/main.h>
 #include <gtkmm/box.h>
 #include <gtkmm/dialog.h>
-#include <gtkmm/filechoosernative.h>
-#include <gtkmm/filefilter.h>
 
 #include <algorithm>
 
 #include "host/text/DisplayText.h"
 #include "host/text/Localisation.h"
+#include "host/window/dialogs/FileChooser.h"
 #include "host/window/dialogs/ProgressWindow.h"
 #include "host/window/panels/PanelWidget.h"
 #include "kit/files/AKFileUtils.h"
@@ -19,17 +18,11 @@ namespace {
 
 constexpr int kPanelWidth = 240;  // of a panel that leaves it to the host
 
-// "akd;png" as one filter; empty for all files.
-void AddFilter(Gtk::FileChooserNative& chooser, const std::string& extensions) {
-  if (extensions.empty()) return;
-  auto filter = Gtk::FileFilter::create();
-  filter->set_name(extensions);
-  for (std::size_t begin = 0; begin < extensions.size();) {
-    const std::size_t end = std::min(extensions.find(';', begin), extensions.size());
-    filter->add_pattern("*." + extensions.substr(begin, end - begin));
-    begin = end + 1;
-  }
-  chooser.add_filter(filter);
+// "akd;png" as "*.akd;*.png".
+std::string Patterns(const std::string& extensions) {
+  std::string patterns = "*.";
+  for (const char c : extensions) patterns += c == ';' ? std::string(";*.") : std::string(1, c);
+  return patterns;
 }
 
 }  // namespace
@@ -53,26 +46,19 @@ bool WindowInterface::ChooseFileToOpen(AKFilePath* path, const std::string& titl
 }
 
 bool WindowInterface::ChooseFile(bool save, AKFilePath* path, const std::string& title, const std::string& filter) {
-  const auto action = save ? Gtk::FileChooser::Action::SAVE : Gtk::FileChooser::Action::OPEN;
-  const auto chooser = Gtk::FileChooserNative::create(title, action, save ? Tr("_Save") : Tr("_Open"), Tr("_Cancel"));
-  if (parent_ != nullptr) chooser->set_transient_for(*parent_);
-  chooser->set_modal(true);
-  AddFilter(*chooser.get(), filter);
-  const std::string name = DisplayText(path->FileName());
   const std::string folder = AKFileUtils::GetAsSystemPath(path->Folder()).CStr();
-  if (!folder.empty()) chooser->set_current_folder(Gio::File::create_for_path(folder));
-  if (save && !name.empty()) chooser->set_current_name(name);
+  const std::string name = DisplayText(path->FileName());
+  FileQuestion question{title, save, folder.empty() ? name : folder + "/" + name, {}};
+  if (!filter.empty()) question.kinds.emplace_back(filter, Patterns(filter));
   const auto loop = Glib::MainLoop::create();
-  bool accepted = false;
-  chooser->signal_response().connect([&](int answer) {
-    accepted = answer == Gtk::ResponseType::ACCEPT;
+  std::optional<std::string> chosen;
+  FileChooser chooser;
+  chooser.Ask(parent_, question, [&](const std::optional<std::string>& answer) {
+    chosen = answer;
     loop->quit();
   });
-  chooser->show();
   loop->run();
-  const auto file = chooser->get_file();
-  if (!accepted || !file) return false;
-  return AKFileUtils::GetFromSystemPath(file->get_path().c_str(), path);
+  return chosen && AKFileUtils::GetFromSystemPath(chosen->c_str(), path);
 }
 
 bool WindowInterface::ShowProgress(double fraction, const std::string& text) {

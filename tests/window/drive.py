@@ -725,7 +725,7 @@ def save_as_asks_and_adds_the_ending():
         wait_for("the question gone", lambda: DESKTOP.windows(window.process.pid) == [window.main])
         assert taken.read_bytes() == b"mine" and not (folder / "plan-v1.2").exists()
         window.focus(window.main)
-        choose_file(window, ["ctrl+shift+s"], folder / "plan-v1.2")
+        choose_file(window, ["ctrl+shift+s"], "plan-v1.2")  # the dialog begins beside the document
         window.focus_newest()
         window.find_text("is there already")
         window.key("alt+r")
@@ -740,7 +740,7 @@ def save_as_asks_and_adds_the_ending():
                 window.key("ctrl+e")
             dialog = window.focus_newest()
             window.find_text("Quality")
-            choose_file(window, ["alt+e"], folder / "plan", [dialog])
+            choose_file(window, ["alt+e"], "plan", [dialog])
             question = wait_for("a question", lambda: [w for w in DESKTOP.windows(window.process.pid)
                                                        if w not in (window.main, dialog)])[-1]
             window.focus(question)

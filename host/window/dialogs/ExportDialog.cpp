@@ -10,7 +10,6 @@
 
 #include "host/text/Localisation.h"
 #include "host/window/dialogs/CloseByEscape.h"
-#include "host/window/dialogs/FileChooser.h"
 #include "host/window/dialogs/ProgressWindow.h"
 #include "host/window/dialogs/Question.h"
 
@@ -153,20 +152,15 @@ void ExportDialog::ShowWhatCounts() {
 }
 
 void ExportDialog::ChooseFile() {
-  chooser_ =
-      Gtk::FileChooserNative::create(Tr("Export"), *this, Gtk::FileChooser::Action::SAVE, Tr("_Save"), Tr("_Cancel"));
-  const std::string base = session_.File().Path().empty() ? Tr("Untitled") : BaseName(session_.File().Path());
-  chooser_->set_current_name(base + kKinds[kind_.get_selected()].extension);
-  chooser_->signal_response().connect([this](int answer) {
-    const auto file = chooser_->get_file();
-    LetGo(&chooser_);
-    if (answer != Gtk::ResponseType::ACCEPT || !file) return;
+  const std::string own = session_.File().Path();
+  const std::string base = own.empty() ? Tr("Untitled") : own.substr(0, own.rfind('/') + 1) + BaseName(own);
+  const FileQuestion question{Tr("Export"), true, base + kKinds[kind_.get_selected()].extension, {}};
+  chooser_.Ask(this, question, [this](const std::optional<std::string>& path) {
+    if (!path) return;
     PictureKind known{};
-    const bool hasKind = PictureKindOf(file->get_path(), &known);
-    AskForPath(*this, file->get_path(), hasKind ? "" : kKinds[kind_.get_selected()].extension,
-               [this](const std::string& path) { Export(path); });
+    AskForPath(*this, *path, PictureKindOf(*path, &known) ? "" : kKinds[kind_.get_selected()].extension,
+               [this](const std::string& whole) { Export(whole); });
   });
-  chooser_->show();
 }
 
 void ExportDialog::Export(const std::string& path) {

@@ -5,7 +5,6 @@
 #include <gtkmm/button.h>
 #include <gtkmm/checkbutton.h>
 #include <gtkmm/dropdown.h>
-#include <gtkmm/filechoosernative.h>
 #include <gtkmm/window.h>
 
 #include <functional>
@@ -13,6 +12,7 @@
 
 #include "host/pictures/DocumentPicture.h"
 #include "host/session/DocumentSession.h"
+#include "host/window/dialogs/FileChooser.h"
 #include "host/window/widgets/FormGrid.h"
 #include "host/window/widgets/NumberField.h"
 
@@ -46,7 +46,7 @@ class ExportDialog : public Gtk::Window {
   NumberField width_;       ///< pixels
   Gtk::CheckButton transparent_;
   NumberField quality_;
-  Glib::RefPtr<Gtk::FileChooserNative> chooser_;
+  FileChooser chooser_;
 };
 
 }  // namespace host

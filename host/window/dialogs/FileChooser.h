@@ -1,12 +1,45 @@
-// The end of a file dialog.
+// Asks for a file.
 #pragma once
 
 #include <gtkmm/filechoosernative.h>
 
+#include <functional>
+#include <optional>
+#include <string>
+#include <utility>
+#include <vector>
+
 namespace host {
 
-/// Lets a dialog go that has answered; `*chooser` is null then. It is ended a minute later: the toolkit goes on loading
-/// folders for a dialog that was closed, and what is loaded is told to the dialog whether it is there or not.
-void LetGo(Glib::RefPtr<Gtk::FileChooserNative>* chooser);
+struct FileQuestion {
+  Glib::ustring title;
+  bool isToSave = false;
+  std::string path;  // of the system; its folder is shown first and its name is offered; either may be missing
+  /// What is shown and its patterns, as "*.png;*.svg"; the first one counts at first. None for all files.
+  std::vector<std::pair<Glib::ustring, std::string>> kinds;
+};
+
+/// A dialog that is shown for one question at a time. The toolkit goes on loading folders for a dialog that was closed,
+/// and tells it what changes in them whether it is there or not: its dialogs are kept and shown again, and never end.
+class FileChooser {
+ public:
+  /// Gets a path of the system, or nothing when the user gave up.
+  using Answer = std::function<void(const std::optional<std::string>& path)>;
+
+  FileChooser() = default;
+  FileChooser(const FileChooser&) = delete;
+  FileChooser& operator=(const FileChooser&) = delete;
+  ~FileChooser();  // an open dialog is closed without an answer
+
+  /// Returns at once. While a dialog is open, only that one is shown again. `parent` may be null.
+  void Ask(Gtk::Window* parent, const FileQuestion& question, Answer answer);
+
+ private:
+  void GiveBack();
+
+  Glib::RefPtr<Gtk::FileChooserNative> dialog_;
+  sigc::connection answered_;
+  bool isToSave_ = false;
+};
 
 }  // namespace host
