@@ -2,6 +2,7 @@
 # Uses objecthost as a script would: each command alone, and the lines and exit codes of what goes wrong.
 set -u
 host=$(realpath "$1")
+templates=$(realpath "$(dirname "$0")/../templates")
 folder=$(mktemp -d)
 trap 'chmod -R u+w "$folder"; rm -rf "$folder"' EXIT
 cd "$folder" || exit 1
@@ -23,6 +24,7 @@ expect() {
 }
 
 expect 0 '^usage: objecthost' --help
+expect 0 '^objecthost [0-9.]+$' --version
 for command in new add list get set draw inspect info validate torture demo verify gallery text; do
   expect 0 "^usage: objecthost $command" "$command" --help
 done
@@ -185,6 +187,7 @@ expect 1 'no bundle has its class "stdRect"' --no-bundles inspect b.akd 0
 expect 0 '' --no-bundles draw b.akd placeholder.png
 
 cp a.akd before.akd
+truncate -s 1G sparse.svg
 expect 1 'takes a number' set a.akd 0 Rounding=abc
 expect 1 'takes a number' set a.akd 0 Angle=1 Rounding=0.5x
 expect 1 'no property "Colour"' set a.akd 0 Colour=1
@@ -200,6 +203,14 @@ expect 1 'does not take "much"' inspect a.akd 0 --set 2=much
 expect 1 'is no scale' draw a.akd c.png --scale 0
 expect 1 "can't make a picture" draw a.akd c.png --scale 1e9
 expect 1 'unknown command' paint
+expect 1 'RED,GREEN,BLUE' new bad.akd --background 1,2
+expect 1 'above 0' new bad.akd --size 0,5
+expect 1 'number of seconds' script --autosave -1
+expect 1 "can't open" script missing.txt
+expect 1 "can't open" script --document missing.akd
+expect 1 'too large|at most' import a.akd sparse.svg
+expect 0 '^Rounding=1$' get a.akd 0
+expect 0 '"Rounding": ' get a.akd 0 --json
 expect 1 'unknown option' list a.akd --fast
 expect 1 'too few' get a.akd
 cmp -s a.akd before.akd || fault "a failed command changed the document"
@@ -288,6 +299,7 @@ add stdRect --bounds "30,0,50,20"
 layer add "Quotes \" and \\ # in
 "
 LINES
+[ "$(printf 'page\npage' | "$host" script --document e.akd | wc -l)" -eq 2 ] || fault "a last line without an end"
 "$host" script quote.txt 2>&1 > /dev/null | grep -qx 'objecthost: quote.txt:6: a quote without an end' || fault "quote.txt"
 cat > good.txt <<'LINES'
 new --size 100,80
@@ -428,6 +440,32 @@ expect 0 'st.x1bRect' dump -- "$name"
 expect 0 '' draw -- "$name" -p.png
 expect 1 'too few' list --
 expect 1 "can't open \"--help\"" list -- --help
+
+# A plug-in of one's own, by the template of an installation; what is printed next are lines for a shell.
+mkdir -p kit/bin kit/share/akkit
+cp "$host" kit/bin/objecthost
+ln -s "$templates" kit/share/akkit/templates
+(
+  host=$PWD/kit/bin/objecthost failures=0
+  for name in '' cross 9Cross 'Cross!' AKCross "$(printf 'C%.0s' $(seq 100))"; do
+    expect 1 "can't be the name|like a name" new-plugin "$name"
+  done
+  for id in '' _a 'a b' eightIDs; do expect 1 "can't be a class ID" new-plugin Cross --class "$id"; done
+  expect 1 'needs a name' new-plugin Cross ''
+  expect 1 'was not made: Not a directory' new-plugin Cross a.akd/cross
+  for made in plain "it's here//" -dash $'two\nlines\e[2J, \\it'"'"s; do
+    "$host" new-plugin Cross --class mine -- "$made" > said || fault "new-plugin $made"
+    [ "$(LC_ALL=C tr -d '\n -~' < said | wc -c)" -eq 0 ] || fault "new-plugin $made: $(cat -v said)"
+    eval "set -- $(grep -e ' -S ' said)"
+    [ -f "$3/Cross.cpp" ] && [ "$3/build" = "$5" ] || fault "new-plugin $made: the folder is not \"$3\""
+    grep -rq '@[A-Z_]*@' -- "$3" && fault "new-plugin $made: a place is not filled in"
+    expect 1 'not an empty folder' new-plugin Cross -- "$made"
+  done
+  ls -A | grep -F .new- && fault "new-plugin left something unfinished"
+  rm kit/share/akkit/templates
+  expect 1 'install the kit again' new-plugin Cross other
+  exit $failures
+) || failures=$((failures + $?))
 
 # What can't be printed is told, and nobody looks for fonts who draws no text.
 for command in 'list a.akd' 'list a.akd --json' 'dump a.akd' 'bundles' '--help' 'list --help'; do

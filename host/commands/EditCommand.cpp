@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstdio>
+#include <set>
 #include <sstream>
 
 #include "host/storage/DocumentFile.h"
@@ -150,6 +151,8 @@ Result<> ParseObjects(const EditContext& context, const std::string& text, Objec
     if (const auto done = AddRange(context, text.substr(start, end - start), ids); !done) return done.Why();
     start = end + 1;
   }
+  std::set<ObjectID> seen;
+  std::erase_if(*ids, [&seen](ObjectID id) { return !seen.insert(id).second; });
   return {};
 }
 

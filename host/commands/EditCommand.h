@@ -89,7 +89,8 @@ const EditCommand* FindEditCommand(const std::string& name);  ///< null for an u
 
 // Words as things of the document.
 
-/// "3", "0,2-4", "g0" (a group, as "list" numbers them), "all" (that can be edited) or "selected", as IDs.
+/// "3", "0,2-4", "g0" (a group, as "list" numbers them), "all" (that can be edited) or "selected", as IDs,
+/// each once.
 Result<> ParseObjects(const EditContext& context, const std::string& text, ObjectIDs* ids);
 /// One object number.
 Result<> ParseObject(const EditContext& context, const std::string& text, ObjectID* id);

@@ -50,7 +50,8 @@ struct LayerAction {
 
 Result<> MoveLayer(EditContext& context, LayerID id, const std::string& text) {
   std::size_t index = 0;
-  if (ParseIndex(text, &index)) return context.session->Layers().Move(id, index);
+  if (ParseIndex(text, &index) && index < context.Doc().Layers().size())
+    return context.session->Layers().Move(id, index);
   return Problem(N_("\"%s\" is no place of a layer"), {text});
 }
 

@@ -13,6 +13,7 @@
 #include "host/commands/Command.h"
 #include "host/commands/CommandLine.h"
 #include "host/terminal/Output.h"
+#include "host/text/Printable.h"
 
 namespace host {
 namespace {
@@ -125,15 +126,21 @@ Result<> MakeProject(const fs::path& templates, const fs::path& folder, const Pr
 
 fs::path Prefix() { return fs::path(Program::ExecutablePath()).parent_path().parent_path(); }
 
-// As a shell takes it for one word.
+// As a shell takes it for one word, which moves no cursor and is no option.
 std::string Quoted(const std::string& path) {
+  if (path.starts_with('-')) return Quoted("./" + path);
   const bool plain = std::all_of(path.begin(), path.end(), [](char c) {
     return IsOfIdentifier(c) || c == '/' || c == '.' || c == '-' || c == '+' || static_cast<unsigned char>(c) >= 0x80;
   });
-  if (plain) return path;
-  std::string text = "'";
-  for (const char c : path) text += c == '\'' ? std::string("'\\''") : std::string(1, c);
-  return text + "'";
+  const bool hasControls = Printable(path) != path;
+  if (plain && !hasControls) return path;
+  std::string text;
+  for (const char c : path) {
+    if (c == '\'') text += hasControls ? "\\" : "'\\'";
+    if (c == '\\' && hasControls) text += c;
+    text += c;
+  }
+  return hasControls ? "$'" + Printable(text) + "'" : "'" + text + "'";
 }
 
 void PrintNextSteps(const fs::path& folder, const Project& project) {

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "host/Host.h"
+#include "host/model/EditRules.h"
 #include "host/model/ObjectRecord.h"
 #include "host/tables/SlotCall.h"
 #include "host/text/DisplayText.h"
@@ -28,10 +29,8 @@ Result<> ResultOf(int status) {
 Result<> Inspector::Open(DocumentSession* session, const ObjectIDs& ids) {
   const RegisteredClass* entry = nullptr;
   for (const ObjectID id : ids) {
+    if (const auto done = CheckEditable(session->Doc(), {id}); !done) return done.Why();
     const DocumentObject* object = session->Doc().Find(id);
-    if (object == nullptr || !session->Selection().IsEditable(id)) {
-      return Problem(N_("the object can't be inspected: its layer is hidden or locked"));
-    }
     const RegisteredClass* own = ClassWithPanel(*object);
     if (object->IsPlaceholder()) return WhyPlaceholder(*object);
     if (own == nullptr) {

@@ -173,6 +173,7 @@ Result<> SessionObjects::Resize(const ObjectIDs& ids, const AGRect& from, const 
 }
 
 Result<> SessionObjects::Stretched(const ObjectIDs& ids, const AGRect& from, const AGRect& to) {
+  if (const auto done = CheckEditable(document_, ids); !done) return done.Why();
   if (from.Width() == 0 || from.Height() == 0) {
     return Problem(N_("a box without an area can't be stretched"));
   }

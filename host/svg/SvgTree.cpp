@@ -2,10 +2,12 @@
 
 #include <glib.h>
 
+#include <algorithm>
 #include <cstring>
 
 #include "host/svg/SvgValues.h"
 #include "host/text/Localisation.h"
+#include "host/text/Utf8Check.h"
 
 namespace host {
 namespace {
@@ -72,6 +74,10 @@ Result<SvgTree> TreeReader::Read(const std::string& text) {
   constexpr std::string_view kByteOrder = "\xEF\xBB\xBF";
   std::string_view body = text;
   if (body.starts_with(kByteOrder)) body.remove_prefix(kByteOrder.size());
+  // In comments and declarations the parser would tell of it, go on, and perhaps fail once more.
+  if (const std::size_t good = std::min(FindInvalidUtf8(body), body.find('\0')); good < body.size()) {
+    return Problem(N_("it is no XML in UTF-8: %s"), {"byte " + std::to_string(good)});
+  }
   const GMarkupParser parser{&OnStart, &OnEnd, &OnText, &OnOther, nullptr};
   GMarkupParseContext* const context = g_markup_parse_context_new(&parser, G_MARKUP_TREAT_CDATA_AS_TEXT, this, nullptr);
   GError* error = nullptr;

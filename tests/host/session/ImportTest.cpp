@@ -42,6 +42,21 @@ TEST(ImageHeaderTest, Sizes_FollowTheResolution) {
     file.replace(at + 7, 5, {unit, '\0', dots, '\0', dots});
     return file;
   };
+  // 19 by 13 pixels, so many of 16 in a unit: 1 says nothing, 2 an inch, 3 a centimetre.
+  const auto tiff = [](char unit, char sixteenths) {
+    std::string file("II*\0\x08\0\0\0\x05\0", 10);
+    const auto entry = [&file](char tag, char type, char value) {
+      file += {tag, '\x01', type, '\0', '\x01', '\0', '\0', '\0', value, '\0', '\0', '\0'};
+    };
+    entry(0, 3, 19);
+    entry(1, 3, 13);
+    entry(26, 5, 74);
+    entry(27, 5, 74);
+    entry(40, 3, unit);
+    return file + std::string(4, '\0') + sixteenths + std::string(3, '\0') + '\x10' + std::string(3, '\0');
+  };
+  std::string filled = FileOf("baseline.jpg");  // bytes that may be in front of a marker, and one without a length
+  filled.insert(2, "\xFF\x01\xFF\xFF");
   const struct {
     std::string bytes;
     const char* format;
@@ -52,6 +67,10 @@ TEST(ImageHeaderTest, Sizes_FollowTheResolution) {
                {withDensity(0, 1), "PNG", 19, 13, 1},
                {jpeg(1, 36), "JPEG", 37, 29, 2},
                {jpeg(2, 100), "JPEG", 37, 29, 72 / 254.0},
+               {filled, "JPEG", 37, 29, 1},
+               {tiff(2, 32), "TIFF", 19, 13, 36},
+               {tiff(3, 16), "TIFF", 19, 13, 72 / 2.54},
+               {tiff(1, 32), "TIFF", 19, 13, 1},
                {FileOf("rgb8.tif"), "TIFF", 19, 13, 1},
                {FileOf("rgb8-lzw-big-endian.tif"), "TIFF", 19, 13, 1}};
   for (const auto& each : cases) {
@@ -81,6 +100,8 @@ TEST_F(ImportTest, WhatCanNotBeTaken_ChangesNothing) {
       {huge, "65536"},
       {"<svg", "no XML"},
       {"<svg>\xFF</svg>", "no XML"},
+      {"<svg width='9' height='9'><rect width='5' height='5'/><!--\x9F--></svg>", "no XML"},
+      {std::string("<svg width='9' height='9'><rect width='5' height='5'/><!--\0--></svg>", 68), "no XML"},
       {"<html/>", "no SVG"},
       {"<svg width='0' height='1'/>", "no size"},
       {"<!DOCTYPE svg [<!ENTITY a 'b'>]><svg>&a;</svg>", "entities"},
@@ -249,6 +270,24 @@ TEST_F(ImportTest, WhatIsTaken_ShowsWhatThePictureShows) {
       }
     }
   }
+}
+
+// Wherever they came from, and turned: the middle of what is pasted is where it was asked for.
+TEST_F(ImportTest, PastedObjects_LieAboutTheirPlace) {
+  const ObjectIDs ids = {ID(*session_, 0), ID(*session_, 2)};
+  ASSERT_TRUE(session_->Objects().Rotate(ids, 0.7));
+  const std::string copied = session_->Clipboard().Copy(ids);
+  const std::string before = Bytes(*session_);
+  const std::size_t steps = session_->Steps().Known().Count();
+  ASSERT_TRUE(session_->Clipboard().PasteAt(copied, {-40, 33}));
+  AGRect box;
+  ASSERT_TRUE(session_->Selection().GetBox(session_->Selection().IDs(), &box));
+  EXPECT_NEAR(box.Center().x, -40, 1e-9);
+  EXPECT_NEAR(box.Center().y, 33, 1e-9);
+  EXPECT_EQ(session_->Steps().Known().Count(), steps + 1);
+  EXPECT_FALSE(session_->Clipboard().PasteAt("words", {0, 0}));
+  EXPECT_TRUE(session_->Steps().Undo());
+  EXPECT_EQ(Bytes(*session_), before);
 }
 
 // What is copied comes back from the file that other programs are given; an SVG picture of it has it where it was.

@@ -612,6 +612,144 @@ TEST_F(CanvasTest, HandlesByKeys_MoveAloneWhatTheyStandFor) {
   }
 }
 
+// Whatever way an object is turned and mirrored, the handle goes where the arrow points, and is within its range.
+TEST_F(CanvasTest, InnerHandlesByKeys_GoWhereTheArrowPoints) {
+  const unsigned int seed = std::random_device()();
+  SCOPED_TRACE(seed);
+  std::mt19937 random(seed);
+  const auto number = [&random](double least, double most) {
+    return std::uniform_real_distribution<double>(least, most)(random);
+  };
+  for (int i = 0; i < 60; ++i) {
+    const ObjectID id = AddRect({100, 80, 300, 200}, number(-3, 3));
+    session_->Selection().Select({id});
+    for (const Axis axis : {Axis::kHorizontal, Axis::kVertical}) {
+      ASSERT_TRUE(random() % 2 == 0 || session_->Looks().Flip({id}, axis));
+    }
+    AGBrush brush(Object(id).brush);
+    const bool isRadial = i % 3 == 0;
+    isRadial ? brush.SetStyleRadialGradient(kAGColorBlack, kAGColorWhite, 0.5, 0.5, 0.5)
+             : brush.SetStyleLinearGradient(kAGColorBlack, kAGColorWhite, number(-3, 3), 0.5);
+    ASSERT_TRUE(session_->Objects().SetBrush({id}, brush));
+    ASSERT_TRUE(session_->Objects().SetProperties({id}, {{"Rounding", "0.5"}}));
+    const auto place = [&](Handle of) { return view_.ToMap(SelectionFrame::Of(*session_).PositionOf(of, view_)); };
+    const AGPoint middle = Object(id).bounds.Center();
+    for (const Handle handle : {Handle::kGradient, HandleOfProperty(0)}) {
+      const double way = number(-3, 3);
+      const AGPoint by{3 * std::cos(way), 3 * std::sin(way)};
+      const AGPoint from = place(handle);
+      ASSERT_TRUE(MoveHandle(session_.get(), handle, by));
+      const AGPoint moved = place(handle) - from;
+      if (handle == Handle::kGradient && isRadial) {
+        EXPECT_NEAR(moved.x, by.x, 1e-3);  // a brush has floats
+        EXPECT_NEAR(moved.y, by.y, 1e-3);
+      } else if (handle == Handle::kGradient) {
+        const AGPoint arm = from - middle;
+        EXPECT_LT((arm.x * moved.y - arm.y * moved.x) * (by.x - by.y), 0) << "right and down are clockwise";
+      } else {
+        EXPECT_GT(moved.x * by.x + moved.y * by.y, 0);
+      }
+    }
+    ASSERT_TRUE(MoveHandle(session_.get(), Handle::kGradient, {1e4, 1e4}));
+    ASSERT_TRUE(MoveHandle(session_.get(), HandleOfProperty(0), {-1e4, 1e3}));
+    const AGBrush& far = Object(id).brush;
+    EXPECT_TRUE(far.GradientCenterX() >= 0 && far.GradientCenterX() <= 1 && far.GradientCenterY() >= 0 &&
+                far.GradientCenterY() <= 1);
+    EXPECT_TRUE(RoundingOf(Object(id)) == 0 || RoundingOf(Object(id)) == 1);
+    ASSERT_TRUE(session_->Objects().Delete({id}));
+  }
+}
+
+// Several objects are turned and stretched by their frame, and the keys go round the handles that there are.
+TEST_F(CanvasTest, HandlesByKeys_OfSeveral) {
+  HandleKeys keys;
+  EXPECT_FALSE(keys.TakeNext(SelectionFrame::Of(*session_), view_, false));
+  EXPECT_TRUE(MoveHandle(session_.get(), Handle::kLeft, {1, 1}));  // of nothing
+  const ObjectIDs both = {AddRect({0, 0, 100, 100}), AddRect({100, 100, 200, 200})};
+  session_->Selection().Select(both);
+  const SelectionFrame frame = SelectionFrame::Of(*session_);
+  for (const bool backwards : {false, true}) {
+    const std::vector<Handle> handles = frame.Handles(view_);
+    ASSERT_EQ(handles.size(), 9U);
+    for (std::size_t i = 0; i <= handles.size(); ++i) {
+      ASSERT_TRUE(keys.TakeNext(frame, view_, backwards));
+      const std::size_t at = i % handles.size();
+      EXPECT_EQ(keys.Taken(frame, view_), handles[backwards ? handles.size() - 1 - at : at]);
+      EXPECT_NE(NameOf(keys.Taken(frame, view_)), NameOf(Handle::kNone));
+    }
+    EXPECT_TRUE(keys.LetGo());
+  }
+  EXPECT_FALSE(keys.LetGo());
+  ASSERT_TRUE(MoveHandle(session_.get(), Handle::kUpperRight, {200, -100}));
+  ExpectRect(Object(both[0]).bounds, {0, 0, 200, 50});
+  ExpectRect(Object(both[1]).bounds, {200, 50, 400, 100});
+  ASSERT_TRUE(MoveHandle(session_.get(), Handle::kRotate, {90, 0}));  // degrees, clockwise, about (200, 50)
+  ExpectRect(Object(both[1]).bounds, {125, -75, 325, -25});
+  EXPECT_NEAR(Object(both[1]).angle, -kRight, 1e-9);
+  for (const Handle single : {Handle::kGradient, HandleOfProperty(0)}) {
+    EXPECT_TRUE(MoveHandle(session_.get(), single, {5, 5}));
+  }
+  EXPECT_EQ(session_->Steps().Known().Count(), 4U);
+}
+
+TEST_F(CanvasTest, DragText_AndCursor_SayWhatTheDragDoes) {
+  const ObjectID id = AddRect({50, 60, 150, 160});
+  EXPECT_EQ(tool_->HoverAt(Seen(100, 110), {}).object, id);
+  EXPECT_EQ(tool_->HoverAt(Seen(300, 20), {}).cursor, PointerTool::Cursor::kArrow);
+  session_->Selection().Select({id});
+  const struct {
+    AGPoint from, to;  // of the map
+    PointerTool::Cursor cursor;
+    const char* text;
+  } cases[] = {{{100, 110}, {107, 105}, PointerTool::Cursor::kMove, "57.0, 55.0"},
+               {{150, 110}, {170, 110}, PointerTool::Cursor::kEastWest, "120.0 × 100.0"},
+               {{100, 60}, {100, 50}, PointerTool::Cursor::kNorthSouth, "100.0 × 110.0"},
+               {{150, 160}, {160, 190}, PointerTool::Cursor::kRising, "110.0 × 130.0"},
+               {{50, 160}, {40, 190}, PointerTool::Cursor::kFalling, "110.0 × 130.0"},
+               {{100, 186}, {176, 110}, PointerTool::Cursor::kRotate, "-90.0°"},
+               {{300, 20}, {320, 40}, PointerTool::Cursor::kArrow, ""}};
+  for (const auto& [from, to, cursor, text] : cases) {
+    session_->Selection().Select({id});
+    EXPECT_EQ(tool_->HoverAt(Seen(from.x, from.y), {}).cursor, cursor) << text;
+    tool_->Press(Seen(from.x, from.y), {});
+    tool_->Motion(Seen(to.x, to.y), {});
+    EXPECT_EQ(tool_->DragText(), text);
+    EXPECT_EQ(tool_->Band().has_value(), *text == '\0') << text;
+    EXPECT_TRUE(tool_->Cancel());
+    EXPECT_EQ(tool_->DragText(), "");
+    ExpectRect(Object(id).bounds, {50, 60, 150, 160});
+  }
+  // A turned frame has turned arrows.
+  ASSERT_TRUE(session_->Objects().SetAngle({id}, kRight / 2));
+  session_->Selection().Select({id});
+  const AGPoint corner = SelectionFrame::Of(*session_).PositionOf(Handle::kUpperRight, view_);
+  EXPECT_EQ(tool_->HoverAt(corner, {}).cursor, PointerTool::Cursor::kNorthSouth);
+  // Shift adds what a band takes, and makes squares of what is drawn.
+  const ObjectID other = AddRect({300, 100, 310, 110});
+  session_->Selection().Select({id});
+  Drag(Seen(290, 90), Seen(320, 120), {.shift = true});
+  EXPECT_EQ(session_->Selection().IDs(), (ObjectIDs{id, other}));
+  tool_->SetNewClass(AKClassID("stdRect"));
+  EXPECT_EQ(tool_->HoverAt(Seen(5, 5), {}).cursor, PointerTool::Cursor::kCross);
+  Drag(Seen(200, 200), Seen(230, 150), {.shift = true});
+  ExpectRect(Object(session_->Selection().IDs()[0]).bounds, {200, 150, 250, 200});
+}
+
+// Each by the keyboard alone is seen: none lies exactly on another one.
+TEST_F(CanvasTest, MadeInTheMiddle_AreAllSeen) {
+  EXPECT_TRUE(tool_->MakeInTheMiddle());
+  EXPECT_EQ(session_->Doc().ObjectCount(), 0U);
+  tool_->SetSize({400, 300});
+  for (std::size_t i = 0; i < 4; ++i) {
+    tool_->SetNewClass(AKClassID("stdRect"));
+    EXPECT_EQ(Said(tool_->MakeInTheMiddle()), "");
+    ASSERT_EQ(session_->Doc().ObjectCount(), i + 1);
+    const AGRect bounds = session_->Doc().ObjectAt(i).bounds;
+    EXPECT_TRUE(i > 0 || bounds.Center() == (AGPoint{200, 150}));
+    for (std::size_t k = 0; k < i; ++k) EXPECT_FALSE(session_->Doc().ObjectAt(k).bounds == bounds);
+  }
+}
+
 TEST_F(CanvasTest, SmallObject_MovesByItsInside) {
   const ObjectID id = AddRect({100, 100, 110, 108}, 0.2);
   Drag(Seen(105, 104), Seen(125, 134));
