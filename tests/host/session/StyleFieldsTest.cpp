@@ -52,8 +52,8 @@ TEST_F(StyleFieldsTest, FieldsThatDiffer_MakeTheDifference) {
     AGBrush to = AnyBrush();
     AGPen toPen = AnyPen();
     const auto differs = [&] {
-      EXPECT_TRUE(session.Objects().SetStyle({ids[0]}, from, fromPen));
-      EXPECT_TRUE(session.Objects().SetStyle({ids[1]}, to, toPen));
+      EXPECT_TRUE(session.Objects().SetStyle({ids[0]}, {from, fromPen, 1, {}, {}, {}, {}}));
+      EXPECT_TRUE(session.Objects().SetStyle({ids[1]}, {to, toPen, 1, {}, {}, {}, {}}));
       return StyleOf(session.Doc(), ids).value();
     };
     const SharedStyle first = differs();
