@@ -114,7 +114,7 @@ bool GuideTool::ChooseNext(bool backwards) {
   for (int axis = 0; axis < 2 && session_ != nullptr; ++axis) {
     std::vector<double> places = session_->Doc().Aids().Guides(axis);
     std::ranges::sort(places);
-    places.erase(std::ranges::unique(places).begin(), places.end());
+    places.erase(std::unique(places.begin(), places.end()), places.end());
     for (const double place : places) all.push_back({axis, place});
   }
   if (all.empty()) return false;

@@ -16,6 +16,7 @@ import tempfile
 import time
 
 PATIENCE = 30.0  # seconds; for slow machines, hardly ever used up
+KEY_DELAY = int(os.environ.get("KEY_DELAY", "0"))  # milliseconds from key to key, at least
 
 
 class Failure(Exception):
@@ -326,11 +327,11 @@ class Window:
         return window
 
     def key(self, *keys):
-        self.desktop.input("key", "--delay", 25, *keys)
+        self.desktop.input("key", "--delay", max(25, KEY_DELAY), *keys)
 
     def type(self, text, delay=25):
         """The delay from key to key is in milliseconds."""
-        self.desktop.input("type", "--delay", delay, text)
+        self.desktop.input("type", "--delay", max(delay, KEY_DELAY), text)
 
     def click(self, point, modifier=None):
         self.drag([point], modifier)

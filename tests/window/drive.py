@@ -5,7 +5,7 @@ usage: drive.py PROGRAMS TEST_BUNDLES FONTS_CONF [--part K/N] [WORD]
 
 PROGRAMS is the folder of objecthost and objecthost-window, TEST_BUNDLES that of libraries which a host must refuse. A
 word selects scenarios by name, --part each N-th of them from the K-th on, counted from 0. A scenario that fails leaves a
-picture of the screen beside the programs' folder.
+picture of the screen beside the programs' folder. With KEY_DELAY=200 keys follow each other as those of a person do.
 """
 import contextlib
 import json

@@ -100,10 +100,12 @@ void CanvasView::AddPointer() {
 
   auto click = Gtk::GestureClick::create();
   click->set_button(GDK_BUTTON_PRIMARY);
-  click->signal_pressed().connect([this](int count, double x, double y) {
+  click->signal_pressed().connect([this, gesture = click.get()](int count, double x, double y) {
     editsLabel_ = false;
     twice_ = {x, y};
-    if (count != 2 || panning_) return;
+    // With a key each click is one of its own, as those that go down a stack.
+    const PointerModifiers held = ModifiersOf(gesture->get_current_event_state());
+    if (count != 2 || panning_ || held.shift || held.control || held.alt) return;
     if (GuideAt(Cleaned(x, y), {})) {
       OpenGuideField();
     } else if (tool_.EnterAt(Cleaned(x, y))) {

@@ -6,8 +6,7 @@
 #include <gtkmm/dialog.h>
 
 #include <algorithm>
-#include <array>
-#include <memory>
+#include <map>
 
 #include "host/text/Localisation.h"
 
@@ -15,31 +14,16 @@ namespace host {
 namespace {
 
 using Dialog = Glib::RefPtr<Gtk::FileChooserNative>;
+using Kinds = std::vector<std::pair<Glib::ustring, std::string>>;
 
-// Those that are closed: those to open a file, and those to save one.
-std::vector<Dialog>& Spare(bool isToSave) {
-  static auto* const spare = new std::array<std::vector<Dialog>, 2>;  // outlives whatever the toolkit still loads
-  return (*spare)[isToSave ? 1 : 0];
+// Those that are closed, by whether they save and by their kinds of files, which stay: the toolkit lets go of a filter
+// once too often when it is taken away.
+std::vector<Dialog>& Spare(bool isToSave, const Kinds& kinds) {
+  static auto* const spare = new std::map<std::pair<bool, Kinds>, std::vector<Dialog>>;  // outlives what is loaded
+  return (*spare)[{isToSave, kinds}];
 }
 
-Dialog Take(bool isToSave) {
-  std::vector<Dialog>& spare = Spare(isToSave);
-  if (spare.empty()) {
-    return Gtk::FileChooserNative::create("",
-                                          isToSave ? Gtk::FileChooser::Action::SAVE : Gtk::FileChooser::Action::OPEN,
-                                          isToSave ? Tr("_Save") : Tr("_Open"), Tr("_Cancel"));
-  }
-  Dialog dialog = std::move(spare.back());
-  spare.pop_back();
-  return dialog;
-}
-
-void SetKinds(Gtk::FileChooserNative& dialog, const std::vector<std::pair<Glib::ustring, std::string>>& kinds) {
-  const auto old = dialog.get_filters();
-  for (guint i = old->get_n_items(); i-- > 0;) {
-    const auto filter = std::dynamic_pointer_cast<const Gtk::FileFilter>(old->get_object(i));
-    dialog.remove_filter(std::const_pointer_cast<Gtk::FileFilter>(filter));
-  }
+void AddKinds(Gtk::FileChooserNative& dialog, const Kinds& kinds) {
   for (const auto& [name, patterns] : kinds) {
     auto filter = Gtk::FileFilter::create();
     filter->set_name(name);
@@ -49,8 +33,21 @@ void SetKinds(Gtk::FileChooserNative& dialog, const std::vector<std::pair<Glib::
       begin = end + 1;
     }
     dialog.add_filter(filter);
-    if (&name == &kinds.front().first) dialog.set_filter(filter);
   }
+}
+
+Dialog Take(const FileQuestion& question) {
+  std::vector<Dialog>& spare = Spare(question.isToSave, question.kinds);
+  if (!spare.empty()) {
+    Dialog dialog = std::move(spare.back());
+    spare.pop_back();
+    return dialog;
+  }
+  const auto action = question.isToSave ? Gtk::FileChooser::Action::SAVE : Gtk::FileChooser::Action::OPEN;
+  const Dialog dialog =
+      Gtk::FileChooserNative::create("", action, question.isToSave ? Tr("_Save") : Tr("_Open"), Tr("_Cancel"));
+  AddKinds(*dialog.get(), question.kinds);
+  return dialog;
 }
 
 // A folder that is not there leaves the one that was shown last.
@@ -74,11 +71,11 @@ FileChooser::~FileChooser() {
 
 void FileChooser::Ask(Gtk::Window* parent, const FileQuestion& question, Answer answer) {
   if (dialog_) return dialog_->show();
-  dialog_ = Take(isToSave_ = question.isToSave);
+  spare_ = &Spare(question.isToSave, question.kinds);
+  dialog_ = Take(question);
   dialog_->set_title(question.title);
   dialog_->set_modal(true);
   if (parent != nullptr) dialog_->set_transient_for(*parent);
-  SetKinds(*dialog_.get(), question.kinds);
   SetPlace(*dialog_.get(), question);
   answered_ = dialog_->signal_response().connect([this, answer = std::move(answer)](int response) {
     const auto file = dialog_->get_file();
@@ -94,7 +91,7 @@ void FileChooser::GiveBack() {
   answered_.disconnect();
   dialog_->hide();
   dialog_->unset_transient_for();
-  Spare(isToSave_).push_back(std::exchange(dialog_, {}));
+  spare_->push_back(std::exchange(dialog_, {}));
 }
 
 }  // namespace host

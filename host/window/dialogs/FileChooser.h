@@ -15,7 +15,7 @@ struct FileQuestion {
   Glib::ustring title;
   bool isToSave = false;
   std::string path;  // of the system; its folder is shown first and its name is offered; either may be missing
-  /// What is shown and its patterns, as "*.png;*.svg"; the first one counts at first. None for all files.
+  /// Names and patterns, as "*.png;*.svg", of what is shown; none for all files. Those of an equal list share dialogs.
   std::vector<std::pair<Glib::ustring, std::string>> kinds;
 };
 
@@ -39,7 +39,7 @@ class FileChooser {
 
   Glib::RefPtr<Gtk::FileChooserNative> dialog_;
   sigc::connection answered_;
-  bool isToSave_ = false;
+  std::vector<Glib::RefPtr<Gtk::FileChooserNative>>* spare_ = nullptr;  ///< where it goes when it is closed
 };
 
 }  // namespace host
