@@ -116,7 +116,7 @@ class LayoutStore {
     entries_.push_front({key, label, std::make_shared<const LabelLayout>(*label, room)});
     index_.emplace(key, entries_.begin());
     textBytes_ += label->text.size();
-    const auto layout = entries_.front().layout;
+    auto layout = entries_.front().layout;
     while (entries_.size() > kMostLayouts || textBytes_ > kMostTextBytes) Forget();
     return layout;
   }

@@ -99,6 +99,14 @@ Text KindName(const AKValue& value) {
   }
 }
 
+// The shorter number where it is the same angle: what was set as 30 is not read as 29.999999999999996.
+double DegreesOf(double radians) {
+  constexpr double kPlaces = 1e12;
+  const double degrees = radians * kRadToDeg;
+  const double shorter = std::round(degrees * kPlaces) / kPlaces;
+  return shorter * kDegToRad == radians ? shorter : degrees;
+}
+
 // 0, or what the class returned.
 int TakeProperty(const DocumentObject& object, HostFields* fields, const AKString& name, const AKDictionary& all) {
   const AKValue& value = all.GetValue(name);
@@ -122,7 +130,7 @@ int TakeProperty(const DocumentObject& object, HostFields* fields, const AKStrin
 AKValue HostProperty(const HostFields& fields, const AKString& name) {
   AKValue value;
   if (name == kKey_Bounds) return AKValueSetasAGRect(fields.placement.bounds);
-  if (name == kKey_Angle) return AKValueSetasFloat64(fields.placement.angle * kRadToDeg);
+  if (name == kKey_Angle) return AKValueSetasFloat64(DegreesOf(fields.placement.angle));
   name == kKey_Brush ? fields.brush.WriteToValue(&value) : fields.pen.WriteToValue(&value);
   return value;
 }
