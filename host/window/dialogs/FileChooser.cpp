@@ -44,7 +44,7 @@ Dialog Take(const FileQuestion& question) {
     return dialog;
   }
   const auto action = question.isToSave ? Gtk::FileChooser::Action::SAVE : Gtk::FileChooser::Action::OPEN;
-  const Dialog dialog =
+  Dialog dialog =
       Gtk::FileChooserNative::create("", action, question.isToSave ? Tr("_Save") : Tr("_Open"), Tr("_Cancel"));
   AddKinds(*dialog.get(), question.kinds);
   return dialog;
